@@ -1,0 +1,36 @@
+# Compiler settings that every target of this project shares.
+#
+# zvi_target_defaults(TARGET) asks for C++20 with warnings, and fixes the number rules: every expression is evaluated
+# as it is written (no contraction to fused multiply-add, no fast-math), so that results agree on every host.
+
+if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+  set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type" FORCE)
+endif()
+
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+find_program(ZVI_CCACHE ccache)
+if(ZVI_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${ZVI_CCACHE}")
+endif()
+
+function(zvi_target_defaults target)
+  target_compile_features(${target} PUBLIC cxx_std_20)
+  set_target_properties(${target} PROPERTIES
+    CXX_EXTENSIONS OFF
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON
+    POSITION_INDEPENDENT_CODE ON)
+  if(MSVC)
+    target_compile_options(${target} PRIVATE /W4 /permissive- /fp:precise /utf-8)
+  else()
+    target_compile_options(${target} PRIVATE
+      -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wold-style-cast -Wnon-virtual-dtor
+      -ffp-contract=off
+      $<$<BOOL:${ZVI_WERROR}>:-Werror>)
+  endif()
+  if(ZVI_SANITIZE)
+    target_compile_options(${target} PRIVATE -fsanitize=${ZVI_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(${target} PRIVATE -fsanitize=${ZVI_SANITIZE})
+  endif()
+endfunction()
