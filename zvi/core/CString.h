@@ -1,0 +1,149 @@
+#pragma once
+
+#include "zvi/core/Export.h"
+
+#include <compare>
+#include <concepts>
+#include <cstdarg>
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <string_view>
+
+/// Text of 16-bit characters with value semantics.
+///
+/// Each element holds one UTF-16 code unit in a `wchar_t`, also where `wchar_t` is wider, so that lengths, indices and
+/// order agree on every host. A character beyond the basic plane becomes its surrogate pair on entry; a value that is
+/// no character becomes U+FFFD. A null pointer is taken as an empty text. Arguments may point into the text itself.
+/// Positions count code units from 0; -1 says "not found".
+class ZVI_API CString {
+public:
+    CString() = default;
+    CString(wchar_t const *text);
+    /// The first `length` elements of `text`, zeros included; empty for a length below 1.
+    CString(wchar_t const *text, int length);
+    /// `count` times the character; empty for a count below 1.
+    explicit CString(wchar_t character, int count = 1);
+    explicit CString(std::wstring_view text);
+
+    CString &operator=(wchar_t const *text);
+
+    int GetLength() const { return static_cast<int>(m_text.size()); }
+    bool IsEmpty() const { return m_text.empty(); }
+    /// Makes the text empty.
+    void Empty() { m_text.clear(); }
+
+    /// The unit at `index`; 0 outside the text.
+    wchar_t GetAt(int index) const { return Unit(index); }
+    template <std::integral Index>
+    wchar_t operator[](Index index) const {
+        return Unit(index);
+    }
+    /// Replaces the unit at `index`; outside the text nothing happens.
+    void SetAt(int index, wchar_t character);
+
+    /// The units with a closing zero, valid until the text changes.
+    wchar_t const *GetString() const { return m_text.c_str(); }
+    operator wchar_t const *() const { return m_text.c_str(); }
+
+    CString &operator+=(CString const &text);
+    CString &operator+=(wchar_t const *text);
+    CString &operator+=(wchar_t character);
+
+    friend CString operator+(CString left, CString const &right) {
+        left += right;
+        return left;
+    }
+    friend CString operator+(CString left, wchar_t const *right) {
+        left += right;
+        return left;
+    }
+    friend CString operator+(CString left, wchar_t right) {
+        left += right;
+        return left;
+    }
+    friend CString operator+(wchar_t const *left, CString const &right) {
+        CString result(left);
+        result += right;
+        return result;
+    }
+    friend CString operator+(wchar_t left, CString const &right) {
+        CString result(left);
+        result += right;
+        return result;
+    }
+
+    /// By code unit, case-sensitive: -1, 0 or 1.
+    int Compare(CString const &other) const;
+    int Compare(wchar_t const *other) const;
+    /// As `Compare`, on the lower-case forms.
+    int CompareNoCase(CString const &other) const;
+
+    friend bool operator==(CString const &left, CString const &right) { return left.m_text == right.m_text; }
+    friend bool operator==(CString const &left, wchar_t const *right) { return left.Compare(right) == 0; }
+    friend std::strong_ordering operator<=>(CString const &left, CString const &right) {
+        return left.Compare(right) <=> 0;
+    }
+    friend std::strong_ordering operator<=>(CString const &left, wchar_t const *right) {
+        return left.Compare(right) <=> 0;
+    }
+
+    /// The first or last `count` units, or those from `first` on; whatever lies outside the text is left out.
+    CString Left(int count) const;
+    CString Right(int count) const;
+    CString Mid(int first) const;
+    CString Mid(int first, int count) const;
+
+    /// Position of the first occurrence at or behind `start`; -1 if there is none or `start` lies outside the text.
+    int Find(wchar_t character, int start = 0) const;
+    int Find(wchar_t const *text, int start = 0) const;
+    /// Position of the last occurrence.
+    int ReverseFind(wchar_t character) const;
+
+    /// Cuts blanks, tabs, line ends and other white space off both ends or one; or the given character; or all
+    /// characters of the given set.
+    CString &Trim();
+    CString &Trim(wchar_t character);
+    CString &Trim(wchar_t const *characters);
+    CString &TrimLeft();
+    CString &TrimLeft(wchar_t character);
+    CString &TrimLeft(wchar_t const *characters);
+    CString &TrimRight();
+    CString &TrimRight(wchar_t character);
+    CString &TrimRight(wchar_t const *characters);
+
+    /// Replaces every occurrence, from the start, and gives the number of replacements. Empty `what` replaces nothing.
+    int Replace(wchar_t what, wchar_t with);
+    int Replace(wchar_t const *what, wchar_t const *with);
+    /// Takes every occurrence of the character out and gives their number.
+    int Remove(wchar_t character);
+
+    /// Turns letters (Latin, Greek, Cyrillic) to one case, one unit for one unit and the same in every locale.
+    CString &MakeUpper();
+    CString &MakeLower();
+
+    /// Replaces the text by a formatted one, or appends it; the rules are those of `zvi::lib::FormatWide`.
+    void Format(wchar_t const *format, ...);
+    void AppendFormat(wchar_t const *format, ...);
+    void FormatV(wchar_t const *format, std::va_list arguments);
+    void AppendFormatV(wchar_t const *format, std::va_list arguments);
+
+private:
+    template <std::integral Index>
+    wchar_t Unit(Index index) const {
+        // A negative index becomes a huge one.
+        auto const position = static_cast<std::size_t>(index);
+        return position < m_text.size() ? m_text[position] : L'\0';
+    }
+
+    std::wstring m_text;
+};
+
+/// Texts that are equal hash alike.
+template <>
+struct std::hash<CString> {
+    std::size_t operator()(CString const &text) const noexcept {
+        return std::hash<std::wstring_view>()(
+            std::wstring_view(text.GetString(), static_cast<std::size_t>(text.GetLength())));
+    }
+};
