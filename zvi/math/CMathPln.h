@@ -26,8 +26,8 @@ public:
     /// Base `p1`, unit normal along (p2 - p1) x (p3 - p1). If that product is shorter than 1e-6, so if the triangle has
     /// less than half of that area, the plane keeps what it held.
     void Set(CMathPnt const &p1, CMathPnt const &p2, CMathPnt const &p3);
-    /// a x + b y + c z + d = 0, the normal (a, b, c) normalised. The base lies on the axis of the coefficient of largest
-    /// absolute value, on a tie the later axis. All-zero coefficients are not guarded and give NaN.
+    /// a x + b y + c z + d = 0, the normal (a, b, c) normalised. The base lies on the axis of the coefficient of
+    /// largest absolute value, on a tie the later axis. All-zero coefficients are not guarded and give NaN.
     void Set(double a, double b, double c, double d);
     /// `other` moved along its stored normal by `dist` times that normal; a move shorter than 1e-10 is dropped.
     void Set(CMathPln const &other, double dist);

@@ -7,7 +7,8 @@ namespace zvi::lib {
 /// A vector in space: a `CMathPnt` with the operations of a direction and no further data, so that its memory is three
 /// adjacent doubles. It is not kept normalised. The sums and multiples inherited from the point give a `CMathPnt`.
 /// Degenerate input: a zero vector normalises to NaN coordinates, deliberately, and each operation that normalises
-/// (the angles, the relations, `Rotate`, `Project`) passes the NaN on; a test then answers 0. `IsNull` tells beforehand.
+/// (the angles, the relations, `Rotate`, `Project`) passes the NaN on; a test then answers 0. `IsNull` tells
+/// beforehand.
 class ZVI_API CMathVec : public CMathPnt {
 public:
     CMathVec() = default;
@@ -57,8 +58,8 @@ public:
     /// 1 if the angle to `other` is 0 or pi within `tol` radians, inclusively: opposite vectors are parallel.
     int IsParallel(CMathVec const &other, double tol) const;
 
-    /// The angle to `other`, 0 to pi; in radians if `inRadians` is non-zero, else in degrees. Between 45 and 135 degrees
-    /// it comes from the cosine, elsewhere from the sine, so it stays accurate near 0 and near pi.
+    /// The angle to `other`, 0 to pi; in radians if `inRadians` is non-zero, else in degrees. Between 45 and 135
+    /// degrees it comes from the cosine, elsewhere from the sine, so it stays accurate near 0 and near pi.
     double Angle(CMathVec const &other, int inRadians) const;
     /// The same angle, negative if (this x other) . ref is below 0.0. The reference is not normalised.
     double AngleWithRef(CMathVec const &other, CMathVec const &ref, int inRadians) const;

@@ -26,8 +26,9 @@ ZVI_API double norm_3d(double x, double y, double z);
 ZVI_API double norm_3d(double const *v);
 
 /// Distance of `pt` from the infinite line through `p1` and `p2`.
-/// On a line that is parallel to an axis within 1e-8, a point of the line answers its distance to the nearer of `p1` and
-/// `p2`, not 0; on a slanted line it answers 0. The asymmetry is deliberate. Coincident ends count as a vertical line.
+/// On a line that is parallel to an axis within 1e-8, a point of the line answers its distance to the nearer of `p1`
+/// and `p2`, not 0; on a slanted line it answers 0. The asymmetry is deliberate. Coincident ends count as a vertical
+/// line.
 ZVI_API double distance_line_point_2d(double const *p1, double const *p2, double const *pt);
 /// The same for the line through `p` along `dir` (any length). A point of an axis-parallel line answers its distance to
 /// `p`. A zero direction counts as a vertical one.
@@ -48,8 +49,8 @@ ZVI_API double distance_plane_point_3d(double const *p1, double const *p2, doubl
 ZVI_API double distance_plane_point_3d(double const *n, double const *base, double const *pt);
 /// The four-point `distance_plane_point_3d` under another name: the distance along the normal.
 ZVI_API double distance_plane_point_normal_3d(double const *p1, double const *p2, double const *p3, double const *pt);
-/// Distance from `pt` to where the line through it along `dir` meets the plane through three points. Degenerate input is
-/// that of `project_on_plane_vector`: a direction that lies in the plane gives 0.0, a zero direction counts as the
+/// Distance from `pt` to where the line through it along `dir` meets the plane through three points. Degenerate input
+/// is that of `project_on_plane_vector`: a direction that lies in the plane gives 0.0, a zero direction counts as the
 /// plane's normal.
 ZVI_API double distance_plane_point_vector_3d(double const *p1, double const *p2, double const *p3, double const *dir,
                                               double const *pt);

@@ -15,22 +15,30 @@ inline constexpr double kFractionEnd = 1.00000001;
 
 /// pow(x, 2.0) as the correctly rounded x * x. Optimised builds fold the call to this product; an unoptimised one would
 /// differ from it in the last bit now and then.
-inline double Square(double x) { return x * x; }
+inline double Square(double x) {
+    return x * x;
+}
 
-inline double Pi() { return 4.0 * std::atan(1.0); }
+inline double Pi() {
+    return 4.0 * std::atan(1.0);
+}
 
-inline double Dot2(double const *a, double const *b) { return a[0] * b[0] + a[1] * b[1]; }
-inline double Dot3(double const *a, double const *b) { return a[0] * b[0] + a[1] * b[1] + a[2] * b[2]; }
-inline double Cross2(double const *a, double const *b) { return a[0] * b[1] - a[1] * b[0]; }
+inline double Dot2(double const *a, double const *b) {
+    return a[0] * b[0] + a[1] * b[1];
+}
+inline double Dot3(double const *a, double const *b) {
+    return a[0] * b[0] + a[1] * b[1] + a[2] * b[2];
+}
+inline double Cross2(double const *a, double const *b) {
+    return a[0] * b[1] - a[1] * b[0];
+}
 
-inline void Copy2(double const *from, double *to)
-{
+inline void Copy2(double const *from, double *to) {
     to[0] = from[0];
     to[1] = from[1];
 }
 
-inline void Copy3(double const *from, double *to)
-{
+inline void Copy3(double const *from, double *to) {
     to[0] = from[0];
     to[1] = from[1];
     to[2] = from[2];

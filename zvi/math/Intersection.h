@@ -27,8 +27,8 @@ ZVI_API bool intersect_line_line_2d_extension(double const *a, double const *b, 
                                               double *out);
 
 /// Where two segments in space meet. They may miss a common plane by 0.001; the point lies on the line of the second
-/// and must lie on both segments by `is_on_line_3d` with 1e-8. On false the point may have been written: it is, whenever
-/// the lines are coplanar and not parallel.
+/// and must lie on both segments by `is_on_line_3d` with 1e-8. On false the point may have been written: it is,
+/// whenever the lines are coplanar and not parallel.
 ZVI_API bool intersect_line_line_3d(double const *a, double const *b, double const *c, double const *d, double *out);
 /// The same with `tol` for the plane and for `is_on_line_3d`, and a weaker look at the plane beforehand: it fails only
 /// if d is off the plane a, b, c and c is off the plane a, b, d.

@@ -2,8 +2,8 @@
 
 #include "zvi/core/Export.h"
 
-// Moving points. Angles are in degrees and right-handed: a positive one turns counter-clockwise as seen from the head of
-// its axis, x toward y in the plane. Points are columns, two adjacent doubles in the operations named 2d and three
+// Moving points. Angles are in degrees and right-handed: a positive one turns counter-clockwise as seen from the head
+// of its axis, x toward y in the plane. Points are columns, two adjacent doubles in the operations named 2d and three
 // otherwise. `out` may be the point itself. NaN passes through.
 
 namespace zvi::lib {
@@ -28,8 +28,8 @@ ZVI_API void rotate_about_z_axis_3d(double const *p, double degrees, double *out
 ZVI_API void rotate_about_general_axis_3d(double const *p, double const *base, double const *axis, double degrees,
                                           double *out);
 
-/// Through the line a to b: out = 2 f - p with f the foot of p on the line. Coincident a and b (within 1e-8) are no line
-/// and leave p as it is.
+/// Through the line a to b: out = 2 f - p with f the foot of p on the line. Coincident a and b (within 1e-8) are no
+/// line and leave p as it is.
 ZVI_API void mirror_2d(double const *p, double const *a, double const *b, double *out);
 /// z changes its sign.
 ZVI_API void mirror_through_xy_plane(double const *p, double *out);

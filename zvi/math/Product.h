@@ -2,8 +2,8 @@
 
 #include "zvi/core/Export.h"
 
-// Products, normals and bases of the free family. Vectors are three adjacent doubles, two in the operations named 2d. An
-// output may be one of the inputs. NaN coordinates give NaN.
+// Products, normals and bases of the free family. Vectors are three adjacent doubles, two in the operations named 2d.
+// An output may be one of the inputs. NaN coordinates give NaN.
 
 namespace zvi::lib {
 
@@ -27,9 +27,9 @@ ZVI_API void Subtract(double const *a, double const *b, double *out);
 /// Returns true if both exist. With `a` shorter than 1e-8 both are (0, 0, 0); with `b` closer to the line of `a` than
 /// 1e-8, or than 1e-14 of its length, e2 is (0, 0, 0). The outputs must not be the inputs.
 ZVI_API bool gram_schmidt_orthonormal_basis_3d(double const *a, double const *b, double *e1, double *e2);
-/// A right-handed basis of unit vectors whose third is along `direction`: e1 is the coordinate axis least aligned with it
-/// (x before y before z), made perpendicular; e2 = e3 x e1. The direction (0, 0, 1) gives the coordinate axes. Returns
-/// false, with all three (0, 0, 0), for a direction shorter than 1e-8. The outputs must not be the input.
+/// A right-handed basis of unit vectors whose third is along `direction`: e1 is the coordinate axis least aligned with
+/// it (x before y before z), made perpendicular; e2 = e3 x e1. The direction (0, 0, 1) gives the coordinate axes.
+/// Returns false, with all three (0, 0, 0), for a direction shorter than 1e-8. The outputs must not be the input.
 ZVI_API bool orthonormal_basis(double const *direction, double *e1, double *e2, double *e3);
 
 } // namespace zvi::lib

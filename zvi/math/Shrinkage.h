@@ -2,9 +2,9 @@
 
 #include "zvi/core/Export.h"
 
-// Cells drawn a little smaller than they are, so that their borders come apart. Each corner p moves toward the mean g of
-// all corners of the cell: out = g + (p - g) * ratio. A ratio of 1 keeps the cell and 0 gathers it in g; others extrapolate.
-// Corners are rows of x, y, z; `out` may be `corners`.
+// Cells drawn a little smaller than they are, so that their borders come apart. Each corner p moves toward the mean g
+// of all corners of the cell: out = g + (p - g) * ratio. A ratio of 1 keeps the cell and 0 gathers it in g; others
+// extrapolate. Corners are rows of x, y, z; `out` may be `corners`.
 
 namespace zvi::lib {
 

@@ -5,9 +5,9 @@
 // Square matrices of two, three and four rows: the same operations for each size. A matrix is a pointer to its rows; it
 // stands on the left of a column vector. An output may be an input; sums run in order of the index; NaN passes through.
 //
-// The determinant is expanded by cofactors, so that matrices of small whole numbers give exact ones. The inverse is found
-// by elimination with the largest pivot of each column. A matrix is singular when a pivot falls to 1e-14 of its largest
-// element or below, or is NaN; the determinant plays no part, so a small matrix is no singular one.
+// The determinant is expanded by cofactors, so that matrices of small whole numbers give exact ones. The inverse is
+// found by elimination with the largest pivot of each column. A matrix is singular when a pivot falls to 1e-14 of its
+// largest element or below, or is NaN; the determinant plays no part, so a small matrix is no singular one.
 
 namespace zvi::lib {
 

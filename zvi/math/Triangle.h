@@ -32,8 +32,8 @@ ZVI_API double quadrilateral_area_3d(double const *a, double const *b, double co
 /// nothing written, for points that coincide or are collinear: the triangle's height over its longest edge is below
 /// 1e-12 of that edge.
 ZVI_API bool circumscribed_circle_2d(double const *a, double const *b, double const *c, double *center, double &radius);
-/// The circle that touches the three edges from inside: with la, lb, lc the lengths of the edges opposite a, b and c, the
-/// centre is (la a + lb b + lc c) / (la + lb + lc) and the radius 2 area / (la + lb + lc). False as above.
+/// The circle that touches the three edges from inside: with la, lb, lc the lengths of the edges opposite a, b and c,
+/// the centre is (la a + lb b + lc c) / (la + lb + lc) and the radius 2 area / (la + lb + lc). False as above.
 ZVI_API bool inscribed_circle_2d(double const *a, double const *b, double const *c, double *center, double &radius);
 
 } // namespace zvi::lib

@@ -29,8 +29,8 @@ ZVI_API double GetAvgValue(MArray<int> const &values);
 /// Keeps the first of each value and drops its repetitions; the rest stays in order. NaNs are all kept. O(n log n).
 ZVI_API void RemoveSameVal(MArray<int> &values);
 ZVI_API void RemoveSameVal(MArray<double> &values);
-/// The same, where a value within `tol` (inclusive) of one that was kept earlier counts as its repetition. A negative or NaN
-/// tolerance counts as 0.
+/// The same, where a value within `tol` (inclusive) of one that was kept earlier counts as its repetition. A negative
+/// or NaN tolerance counts as 0.
 ZVI_API void RemoveSameVal(MArray<double> &values, double tol);
 
 } // namespace zvi::lib
