@@ -1,0 +1,3 @@
+#include "zvi/host/CDC.h"
+
+CDC::~CDC() = default;

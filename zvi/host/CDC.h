@@ -1,0 +1,24 @@
+#pragma once
+
+#include "zvi/core/Export.h"
+
+/// A surface to draw on, with the operations that the library uses. A program implements it over its own canvas, or
+/// over a picture file.
+class ZVI_API CDC {
+public:
+    virtual ~CDC();
+
+    /// Selects a brush that leaves the inside of a shape open, and gives the brush that was selected until now.
+    virtual void *SelectHollowBrush() = 0;
+
+    /// Selects a brush that `SelectHollowBrush` gave.
+    virtual void SelectBrush(void *brush) = 0;
+
+    /// Draws a rectangle with two opposite corners, in units of the surface.
+    virtual void Rectangle(int x1, int y1, int x2, int y2) = 0;
+
+protected:
+    CDC() = default;
+    CDC(CDC const &) = default;
+    CDC &operator=(CDC const &) = default;
+};

@@ -1,0 +1,420 @@
+#include "zvi/spatial/MQuadNode.h"
+
+#include "zvi/spatial/MQuadTree.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+
+namespace zvi::lib {
+
+namespace {
+
+/// A leaf whose objects are nearer to the new one than its diagonal divided by this does not split for them.
+constexpr double kClusterDivisor = 20.0;
+
+/// Margin beside an object for which a leaf's region grows, in widths of the region.
+constexpr double kGrowthMargin = 0.25;
+
+/// Rounds after which a region that still does not contain the rectangle is taken as unable to: twice what the whole
+/// range of `double` needs by doubling.
+constexpr int kGrowthRounds = 4200;
+
+bool IsFinite(MQuadMBR2D const &mbr) {
+    return std::isfinite(mbr.minX) && std::isfinite(mbr.minY) && std::isfinite(mbr.maxX) && std::isfinite(mbr.maxY);
+}
+
+bool IsPoint(MQuadMBR2D const &region) {
+    return region.minX == region.maxX && region.minY == region.maxY;
+}
+
+MQuadPoint2D LowerCorner(MQuadMBR2D const &mbr) {
+    return {mbr.minX, mbr.minY};
+}
+
+MQuadPoint2D UpperCorner(MQuadMBR2D const &mbr) {
+    return {mbr.maxX, mbr.maxY};
+}
+
+MQuadPoint2D Centre(MQuadMBR2D const &mbr) {
+    return {(mbr.minX + mbr.maxX) * 0.5, (mbr.minY + mbr.maxY) * 0.5};
+}
+
+double Length(double x, double y) {
+    return std::sqrt(x * x + y * y);
+}
+
+/// A region that its mid lines no longer divide in either direction; without this test, clusters at the limit of the
+/// numbers would split for ever.
+bool IsIndivisible(MQuadMBR2D const &region) {
+    MQuadPoint2D const mid = Centre(region);
+    bool const inX = region.minX < mid.x && mid.x < region.maxX;
+    bool const inY = region.minY < mid.y && mid.y < region.maxY;
+    return !inX && !inY;
+}
+
+void GrowDown(MQuadMBR2D &region, MQuadMBR2D const &mbr, double margin) {
+    if (region.minX > mbr.minX)
+        region.minX = mbr.minX - margin;
+    if (region.minY > mbr.minY)
+        region.minY = mbr.minY - margin;
+    double const width = region.maxX - region.minX;
+    double const height = region.maxY - region.minY;
+    if (width > height)
+        region.minY -= width - height;
+    else
+        region.minX -= height - width;
+}
+
+void GrowUp(MQuadMBR2D &region, MQuadMBR2D const &mbr, double margin) {
+    if (mbr.maxX >= region.maxX)
+        region.maxX = margin + mbr.maxX;
+    if (mbr.maxY >= region.maxY)
+        region.maxY = margin + mbr.maxY;
+    double const width = region.maxX - region.minX;
+    double const height = region.maxY - region.minY;
+    if (width > height)
+        region.maxY += width - height;
+    else
+        region.maxX += height - width;
+}
+
+} // namespace
+
+MQuadNode::MQuadNode(MQuadTree *tree) : m_tree(tree) {
+    InitClassMembers();
+}
+
+MQuadNode::~MQuadNode() {
+    if (m_parent == nullptr)
+        StopWatchingAll();
+    DeleteChild();
+}
+
+void MQuadNode::InitClassMembers() {
+    m_region = {};
+    m_parent = nullptr;
+    for (MQuadNode *&child : m_children)
+        child = nullptr;
+}
+
+int MQuadNode::Insert(MQuadObj *object) {
+    MQuadMBR2D const mbr = RectangleOf(object);
+    if (!IsFinite(mbr))
+        return -1;
+    if (IsPoint(m_region)) {
+        MQuadNodeInfo const &info = GetQuadNodeInfo();
+        double const halfWidth = info.width * 0.5;
+        double const halfHeight = info.height * 0.5;
+        m_region = {mbr.minX - halfWidth, mbr.minY - halfHeight, mbr.maxX + halfWidth, mbr.maxY + halfHeight};
+        m_pool.Append(object, StartWatching(object));
+        return 0;
+    }
+    if (mbr.IsContained4QT(m_region) == 0 && !GrowFromRoot(mbr))
+        return -1;
+    Descend(object, mbr, StartWatching(object));
+    return 0;
+}
+
+int MQuadNode::Insert(MQuadObj *object, MQuadMBR2D const &mbr) {
+    Descend(object, mbr, StartWatching(object));
+    return 0;
+}
+
+int MQuadNode::InsertWithMBR(MQuadObj *object, MQuadMBR2D const &mbr) {
+    if (!IsFinite(mbr) || !GrowToContain(mbr))
+        return -1;
+    Descend(object, mbr, StartWatching(object));
+    return 0;
+}
+
+/// A leaf with room grows softly; a full or inner node doubles.
+bool MQuadNode::GrowFromRoot(MQuadMBR2D const &mbr) {
+    if (IsLeaf() && HasRoom())
+        return ExtendRegion(mbr);
+    if (!CanDouble())
+        return false;
+    Extend(mbr);
+    return GrowToContain(mbr);
+}
+
+bool MQuadNode::GrowToContain(MQuadMBR2D const &mbr) {
+    while (mbr.IsContained4QT(m_region) == 0) {
+        if (IsLeaf() && HasRoom())
+            return ExtendRegion(mbr);
+        if (!CanDouble())
+            return false;
+        Extend(mbr);
+    }
+    return true;
+}
+
+void MQuadNode::Descend(MQuadObj *object, MQuadMBR2D const &mbr, MQuadMBR2D const &note) {
+    MQuadNode *node = this;
+    while (MQuadNode *const next = node->FindPlace(mbr))
+        node = next;
+    node->m_pool.Append(object, note);
+}
+
+/// The child into which the rectangle goes, made by a split if need be; null when this node is its place.
+MQuadNode *MQuadNode::FindPlace(MQuadMBR2D const &mbr) {
+    if (IsLeaf()) {
+        if (HasRoom())
+            return nullptr;
+        return SplitFor(mbr);
+    }
+    int const index = GetChildNodeIndexContainingMBR(mbr);
+    return index == kChildCount ? nullptr : m_children[index];
+}
+
+/// Splits a full leaf if that is of use for its objects or for the rectangle. A split that moves nothing is undone.
+MQuadNode *MQuadNode::SplitFor(MQuadMBR2D const &mbr) {
+    MQuadMBR2D regions[kChildCount];
+    GetSplitRegion(regions);
+    if (!CanSplit(mbr, regions))
+        return nullptr;
+    int const countBefore = m_pool.GetCount();
+    Split(regions);
+    int const index = GetChildNodeIndexContainingMBR(mbr);
+    if (index != kChildCount)
+        return m_children[index];
+    if (m_pool.GetCount() == countBefore)
+        DeleteChild();
+    return nullptr;
+}
+
+bool MQuadNode::HasRoom() const {
+    return m_pool.GetCount() < GetQuadNodeInfo().capacity;
+}
+
+bool MQuadNode::CanSplit(MQuadMBR2D const &mbr, MQuadMBR2D const *regions) const {
+    if (IsIndivisible(m_region))
+        return false;
+    int const own = GetChildNodeIndexContainingMBR(mbr, regions);
+    // Fewer than two objects set no quadrant of their own; then distance alone decides.
+    int common = own;
+    if (!IsAllSameQuad(regions, common) || own != common)
+        return true;
+    return own != kChildCount && IsMemberFarFrom(mbr);
+}
+
+bool MQuadNode::IsAllSameQuad(MQuadMBR2D const *regions, int &index) const {
+    std::size_t const count = m_pool.m_objects.Size();
+    if (count <= 1)
+        return true;
+    index = GetChildNodeIndexContainingMBR(m_pool.RectangleAt(0), regions);
+    for (std::size_t i = 1; i < count; ++i) {
+        if (GetChildNodeIndexContainingMBR(m_pool.RectangleAt(i), regions) != index)
+            return false;
+    }
+    return true;
+}
+
+bool MQuadNode::IsMemberFarFrom(MQuadMBR2D const &mbr) const {
+    double const diagonal = Length(m_region.maxX - m_region.minX, m_region.maxY - m_region.minY);
+    double const clusterSize = diagonal / kClusterDivisor;
+    MQuadPoint2D const centre = Centre(mbr);
+    for (std::size_t i = 0; i < m_pool.m_objects.Size(); ++i) {
+        MQuadPoint2D const other = Centre(m_pool.RectangleAt(i));
+        if (Length(other.x - centre.x, other.y - centre.y) >= clusterSize)
+            return true;
+    }
+    return false;
+}
+
+void MQuadNode::Split(MQuadMBR2D const *regions) {
+    MakeChildren(regions);
+    Distribute();
+}
+
+void MQuadNode::MakeChildren(MQuadMBR2D const *regions) {
+    auto *const children = new MQuadNode[kChildCount];
+    for (int i = 0; i < kChildCount; ++i) {
+        children[i].m_tree = m_tree;
+        children[i].m_parent = this;
+        children[i].m_region = regions[i];
+        m_children[i] = &children[i];
+    }
+}
+
+void MQuadNode::DeleteChild() {
+    // The four children are one block.
+    delete[] m_children[0];
+    for (MQuadNode *&child : m_children)
+        child = nullptr;
+}
+
+void MQuadNode::Distribute() {
+    MArray<MQuadObj *> &objects = m_pool.m_objects;
+    MArray<MQuadMBR2D> &notes = m_pool.m_notes;
+    std::size_t const count = objects.Size();
+    std::size_t firstKept = count;
+    for (std::size_t i = count; i-- > 0;) {
+        int const index = GetChildNodeIndexContainingMBR(m_pool.RectangleAt(i));
+        if (index != kChildCount) {
+            m_children[index]->m_pool.Append(objects[i], notes[i]);
+        } else {
+            --firstKept;
+            objects[firstKept] = objects[i];
+            notes[firstKept] = notes[i];
+        }
+    }
+    std::copy(objects.begin() + firstKept, objects.end(), objects.begin());
+    std::copy(notes.begin() + firstKept, notes.end(), notes.begin());
+    objects.Resize(count - firstKept);
+    notes.Resize(count - firstKept);
+}
+
+void MQuadNode::GetSplitRegion(MQuadMBR2D *const regions) const {
+    MQuadPoint2D const mid = Centre(m_region);
+    regions[0] = {m_region.minX, m_region.minY, mid.x, mid.y};
+    regions[1] = {mid.x, m_region.minY, m_region.maxX, mid.y};
+    regions[2] = {m_region.minX, mid.y, mid.x, m_region.maxY};
+    regions[3] = {mid.x, mid.y, m_region.maxX, m_region.maxY};
+}
+
+bool MQuadNode::ExtendRegion(MQuadMBR2D const &mbr) {
+    for (int round = 0; mbr.IsContained4QT(m_region) == 0; ++round) {
+        if (round == kGrowthRounds)
+            return false;
+        double const margin = (m_region.maxX - m_region.minX) * kGrowthMargin;
+        if (m_region.DoesContain4QT(LowerCorner(mbr)) == 0)
+            GrowDown(m_region, mbr, margin);
+        if (m_region.DoesContain4QT(UpperCorner(mbr)) == 0)
+            GrowUp(m_region, mbr, margin);
+    }
+    return true;
+}
+
+/// A region without width or height never grows by doubling, and one beyond the numbers is no region.
+bool MQuadNode::CanDouble() const {
+    double const width = m_region.maxX - m_region.minX;
+    double const height = m_region.maxY - m_region.minY;
+    return width > 0.0 && height > 0.0 && std::isfinite(width) && std::isfinite(height);
+}
+
+void MQuadNode::Extend(MQuadMBR2D const &mbr) {
+    if (m_region.DoesContain4QT(LowerCorner(mbr)) == 0)
+        Extend(LowerCorner(mbr));
+    if (m_region.DoesContain4QT(UpperCorner(mbr)) == 0)
+        Extend(UpperCorner(mbr));
+}
+
+void MQuadNode::Extend(MQuadPoint2D const &point) {
+    int corner = 0;
+    ExtendQuadTreeRegion(point, corner);
+    MQuadMBR2D regions[kChildCount];
+    GetSplitRegion(regions);
+    MQuadNode *oldChildren[kChildCount];
+    std::copy(std::begin(m_children), std::end(m_children), oldChildren);
+    MakeChildren(regions);
+    MQuadNode &heir = *m_children[corner];
+    heir.AdoptChildren(oldChildren);
+    heir.m_pool.Swap(m_pool);
+}
+
+void MQuadNode::AdoptChildren(MQuadNode *const *children) {
+    for (int i = 0; i < kChildCount; ++i) {
+        m_children[i] = children[i];
+        if (m_children[i] != nullptr)
+            m_children[i]->m_parent = this;
+    }
+}
+
+void MQuadNode::ExtendQuadTreeRegion(MQuadPoint2D const &point, int &corner) {
+    double const width = m_region.maxX - m_region.minX;
+    double const height = m_region.maxY - m_region.minY;
+    bool const towardLowX = point.x < m_region.minX;
+    bool const towardHighY = point.y >= m_region.maxY;
+    if (towardLowX)
+        m_region.minX -= width;
+    else
+        m_region.maxX += width;
+    if (towardHighY)
+        m_region.maxY += height;
+    else
+        m_region.minY -= height;
+    // The old region keeps the side from which the new one grew away.
+    corner = (towardLowX ? 1 : 0) + (towardHighY ? 0 : 2);
+}
+
+int MQuadNode::GetChildNodeIndexContainingMBR(MQuadMBR2D const &mbr) const {
+    if (IsLeaf())
+        return kChildCount;
+    int index = 0;
+    while (index < kChildCount && mbr.IsContained4QT(m_children[index]->m_region) == 0)
+        ++index;
+    return index;
+}
+
+int MQuadNode::GetChildNodeIndexContainingMBR(MQuadMBR2D const &mbr, MQuadMBR2D const *regions) {
+    int index = 0;
+    while (index < kChildCount && mbr.IsContained4QT(regions[index]) == 0)
+        ++index;
+    return index;
+}
+
+int MQuadNode::GetChildNodeIndexContainingPoint(MQuadPoint2D const &point) const {
+    if (IsLeaf())
+        return kChildCount;
+    int index = 0;
+    while (index < kChildCount && m_children[index]->m_region.DoesContain4QT(point) == 0)
+        ++index;
+    return index;
+}
+
+int MQuadNode::Delete(MQuadObj *object) {
+    return Delete(object, RectangleOf(object), 0);
+}
+
+int MQuadNode::Delete(MQuadObj *object, MQuadMBR2D const &mbr, int anywhere) {
+    if (anywhere == 0 && mbr.IsContained4QT(m_region) == 0)
+        return -1;
+    // A watched object is in one place, which its rectangle tells, so the search of the other children is spared.
+    if (object->m_home == this) {
+        int index = -1;
+        if (MQuadNode *const node = FindWatched(object, index)) {
+            node->RemoveFromPool(index);
+            return 0;
+        }
+    }
+    return DeleteSearching(object, mbr);
+}
+
+int MQuadNode::DeleteSearching(MQuadObj *object, MQuadMBR2D const &mbr) {
+    if (!IsLeaf()) {
+        int const likely = GetChildNodeIndexContainingMBR(mbr);
+        if (likely != kChildCount && m_children[likely]->Delete(object, mbr, 0) != -1)
+            return 0;
+        for (int i = 0; i < kChildCount; ++i) {
+            if (i != likely && m_children[i]->Delete(object, mbr, 1) != -1)
+                return 0;
+        }
+    }
+    int const index = m_pool.FindFromLast(object);
+    if (index < 0)
+        return -1;
+    RemoveFromPool(index);
+    return 0;
+}
+
+void MQuadNode::RemoveFromPool(int index) {
+    m_pool.RemoveAt(index);
+    if (m_pool.IsEmpty() && IsLeaf() && m_parent != nullptr)
+        m_parent->Merge();
+}
+
+int MQuadNode::Merge() {
+    if (IsLeaf())
+        return -1;
+    for (MQuadNode const *child : m_children) {
+        if (!child->IsLeaf() || !child->m_pool.IsEmpty())
+            return -1;
+    }
+    DeleteChild();
+    if (m_parent != nullptr)
+        m_parent->Merge();
+    return 0;
+}
+
+} // namespace zvi::lib

@@ -1,0 +1,198 @@
+#include "zvi/spatial/MQuadNode.h"
+
+#include "zvi/host/CDC.h"
+#include "zvi/spatial/MQuadTree.h"
+
+#include <limits>
+
+namespace zvi::lib {
+
+namespace {
+
+/// Cut to a whole number; coordinates beyond `int` go to its ends, what is not a number to 0.
+int Truncate(double value) {
+    if (value != value)
+        return 0;
+    if (value <= static_cast<double>(std::numeric_limits<int>::min()))
+        return std::numeric_limits<int>::min();
+    if (value >= static_cast<double>(std::numeric_limits<int>::max()))
+        return std::numeric_limits<int>::max();
+    return static_cast<int>(value);
+}
+
+constexpr MQuadNodeInfo kDefaultInfo;
+
+} // namespace
+
+/// A query under way. The bounds are those that `Intersect4QT` compares with, computed once.
+struct MQuadNode::Hits {
+    Hits(MQuadMBR2D const &asked, MList<MQuadObj *> &found, MArray<int> const *wantedTypes, int strictness)
+        : query(asked), list(found), types(wantedTypes), strict(strictness) {
+        double const t = strict == 0 ? MQuadMBR2D::kTouchTolerance : -MQuadMBR2D::kLeastOverlap;
+        bounds = {query.minX - t, query.minY - t, t + query.maxX, t + query.maxY};
+    }
+
+    bool Misses(MQuadMBR2D const &mbr) const {
+        bool const outside =
+            (bounds.minX > mbr.maxX) | (bounds.minY > mbr.maxY) | (mbr.minX > bounds.maxX) | (mbr.minY > bounds.maxY);
+        return outside;
+    }
+
+    /// A type beyond the array is not wanted.
+    bool Wants(MQuadObj *object) const {
+        if (types == nullptr)
+            return true;
+        int const type = object->GetType();
+        return type >= 0 && static_cast<std::size_t>(type) < types->Size() &&
+               (*types)[static_cast<std::size_t>(type)] != 0;
+    }
+
+    MQuadMBR2D const &query;
+    MList<MQuadObj *> &list;
+    MArray<int> const *types;
+    int strict;
+    MQuadMBR2D bounds;
+    int count = 0;
+};
+
+int MQuadNode::GetIntersectObjList(MQuadMBR2D const &query, MList<MQuadObj *> &list, int strict) {
+    Hits hits(query, list, nullptr, strict);
+    CollectHits(hits);
+    return hits.count;
+}
+
+int MQuadNode::GetIntersectObjList(MQuadMBR2D const &query, MList<MQuadObj *> &list, MArray<int> const &types,
+                                   int strict) {
+    Hits hits(query, list, &types, strict);
+    CollectHits(hits);
+    return hits.count;
+}
+
+void MQuadNode::CollectHits(Hits &hits) const {
+    if (hits.Misses(m_region))
+        return;
+    AddHitsOfPool(hits);
+    if (IsLeaf())
+        return;
+    for (MQuadNode const *child : m_children)
+        child->CollectHits(hits);
+}
+
+void MQuadNode::AddHitsOfPool(Hits &hits) const {
+    std::size_t const count = m_pool.m_objects.Size();
+    MQuadMBR2D const *const notes = m_pool.m_notes.Data();
+    for (std::size_t i = 0; i < count; ++i) {
+        if (hits.Misses(notes[i]))
+            continue;
+        MQuadObj *const object = m_pool.m_objects[i];
+        if (!hits.Wants(object))
+            continue;
+        if (!MQuadObjPool::IsTrusted(notes[i]) && hits.Misses(RectangleOf(object)))
+            continue;
+        hits.list.AddTail(object);
+        ++hits.count;
+    }
+}
+
+MQuadNode *MQuadNode::FindNodeContainingPoint(MQuadPoint2D const &point) {
+    if (m_region.DoesContain4QT(point) == 0)
+        return nullptr;
+    MQuadNode *node = this;
+    while (!node->IsLeaf()) {
+        int const index = node->GetChildNodeIndexContainingPoint(point);
+        if (index == kChildCount)
+            return nullptr;
+        node = node->m_children[index];
+    }
+    return node;
+}
+
+void MQuadNode::Draw(CDC *dc) {
+    if (!IsLeaf()) {
+        for (MQuadNode *child : m_children)
+            child->Draw(dc);
+        return;
+    }
+    void *const brush = dc->SelectHollowBrush();
+    dc->Rectangle(Truncate(m_region.minX), Truncate(m_region.minY), Truncate(m_region.maxX), Truncate(m_region.maxY));
+    dc->SelectBrush(brush);
+}
+
+MQuadNodeInfo const &MQuadNode::GetQuadNodeInfo() const {
+    return m_tree == nullptr ? kDefaultInfo : m_tree->GetInfo();
+}
+
+/// The rectangle as the object answers it now. Objects of the class itself are not asked by `GetMBR`, which would end
+/// the trust in their notes.
+MQuadMBR2D MQuadNode::RectangleOf(MQuadObj *object) {
+    return object->m_home != nullptr || object->IsOfThisClass() ? object->m_mbr : object->GetMBR();
+}
+
+/// The note for an object that comes under this node. An object that is in a tree already, was changed in one, or has a
+/// class of its own is not trusted: its note could grow stale unseen.
+MQuadMBR2D MQuadNode::StartWatching(MQuadObj *object) {
+    if (object->m_home != nullptr)
+        object->LeaveWatch();
+    if (object->m_unwatched || !object->IsOfThisClass() || object->GetStatus() != MQuadObjPool::kLiveStatus)
+        return MQuadObjPool::kNotTrusted;
+    object->m_home = this;
+    return object->m_mbr;
+}
+
+/// The node whose pool holds a watched object, with its place there. Its rectangle leads to it; the search of the whole
+/// subtree is for rectangles on a border that doubling moved by a rounding.
+MQuadNode *MQuadNode::FindWatched(MQuadObj const *object, int &index) {
+    MQuadNode *node = this;
+    for (int child = 0; child != kChildCount;) {
+        child = node->GetChildNodeIndexContainingMBR(object->m_mbr);
+        if (child != kChildCount)
+            node = node->m_children[child];
+    }
+    for (; node != nullptr; node = node == this ? nullptr : node->m_parent) {
+        index = node->m_pool.FindFromLast(object);
+        if (index >= 0)
+            return node;
+    }
+    return FindAnywhere(object, index);
+}
+
+MQuadNode *MQuadNode::FindAnywhere(MQuadObj const *object, int &index) {
+    index = m_pool.FindFromLast(object);
+    if (index >= 0)
+        return this;
+    if (IsLeaf())
+        return nullptr;
+    for (MQuadNode *child : m_children) {
+        if (MQuadNode *const node = child->FindAnywhere(object, index))
+            return node;
+    }
+    return nullptr;
+}
+
+/// Takes an object that is about to be destroyed out of the subtree, wherever it is.
+void MQuadNode::Purge(MQuadObj const *object) {
+    int index = -1;
+    while (MQuadNode *const node = FindAnywhere(object, index))
+        node->RemoveFromPool(index);
+}
+
+void MQuadNode::StopWatching(MQuadObj *object) {
+    int index = -1;
+    if (MQuadNode *const node = FindWatched(object, index))
+        node->m_pool.m_notes[static_cast<std::size_t>(index)] = MQuadObjPool::kNotTrusted;
+    object->m_home = nullptr;
+    object->m_unwatched = true;
+}
+
+void MQuadNode::StopWatchingAll() {
+    for (std::size_t i = 0; i < m_pool.m_objects.Size(); ++i) {
+        if (MQuadObjPool::IsTrusted(m_pool.m_notes[i]))
+            m_pool.m_objects[i]->m_home = nullptr;
+    }
+    if (IsLeaf())
+        return;
+    for (MQuadNode *child : m_children)
+        child->StopWatchingAll();
+}
+
+} // namespace zvi::lib
