@@ -1,0 +1,47 @@
+#pragma once
+
+#include "zvi/curves/GeomRecords.h"
+
+#include <cstddef>
+
+namespace zvi::lib::detail {
+
+/// The test of `MGeomFunc::IsPointInPolygon2` with the polygon's box found once, for many points against one polygon.
+/// It looks at the vertices it was given; they must outlive it unchanged.
+class PointInPolygon {
+public:
+    PointInPolygon(T_POINT2D const *vertices, std::size_t count);
+    explicit PointInPolygon(MArray<T_POINT2D> const &polygon) : PointInPolygon(polygon.Data(), polygon.Size()) {}
+
+    /// The very result of `IsPointInPolygon2`.
+    int Contains(T_POINT2D const &p, int closed) const;
+
+    /// Box of the vertices; all zero when there are none.
+    T_REGION2D const &Box() const { return m_box; }
+
+private:
+    T_POINT2D const *m_vertices;
+    std::size_t m_count;
+    T_REGION2D m_box;
+};
+
+/// Crossings of directed lines with the edges of one polygon, edge by edge, as `GetLinePolygonCrossCount` counts them.
+class EdgeCrossings {
+public:
+    EdgeCrossings(T_LINE2D const &line, T_POINT2D const *vertices, std::size_t count)
+        : m_line(line), m_vertices(vertices), m_count(count) {}
+
+    /// What the edge from vertex `edge` to the next one adds.
+    int Count(std::size_t edge);
+
+private:
+    double RotatedHeight(T_POINT2D const &p);
+
+    T_LINE2D m_line;
+    T_POINT2D const *m_vertices;
+    std::size_t m_count;
+    bool m_rotationKnown = false;
+    double m_rotation[3][3]{};
+};
+
+} // namespace zvi::lib::detail
