@@ -196,7 +196,6 @@ private:
 
     void ForgetSavedUnits() { m_saved.clear(); }
     void FillCurrentFactors();
-    void RebuildLabels();
     void NotifyUnitChange() const;
 
     std::int32_t m_hasSixthLength = 0;

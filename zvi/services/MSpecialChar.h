@@ -1,0 +1,21 @@
+#pragma once
+
+#include "zvi/core/CString.h"
+#include "zvi/core/Export.h"
+
+namespace zvi::lib {
+
+/// The special characters in texts that the user sees. Each sign stands in one place, the table of MSpecialChar.cpp.
+class ZVI_API MSpecialChar {
+public:
+    enum Sign {
+        kMicro,      ///< the micro sign, before a unit for its millionth part
+        kDegree,     ///< the degree sign
+        kTemperature ///< the sign of the temperature unit, the degree sign followed by C
+    };
+
+    /// The text of a sign; empty for a number that is none.
+    static CString Get(Sign sign);
+};
+
+} // namespace zvi::lib
