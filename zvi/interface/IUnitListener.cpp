@@ -7,17 +7,23 @@ namespace zvi_interface {
 
 namespace {
 
-using ListenerList = std::vector<IUnitListener *>;
+/// A listener with the number of its registration, which tells it from a later one at the same address.
+struct Registration {
+    IUnitListener *listener;
+    unsigned long long number;
+};
+
+using Registrations = std::vector<Registration>;
 
 /// Never destroyed, so that listeners of static storage may leave it at process exit.
-ListenerList &Listeners() {
-    static ListenerList *const list = new ListenerList;
+Registrations &Listeners() {
+    static Registrations *const list = new Registrations;
     return *list;
 }
 
-bool IsListed(IUnitListener const *listener) {
-    ListenerList const &list = Listeners();
-    return std::find(list.begin(), list.end(), listener) != list.end();
+unsigned long long NextNumber() {
+    static unsigned long long last = 0;
+    return ++last;
 }
 
 } // namespace
@@ -27,19 +33,21 @@ IUnitListener::~IUnitListener() {
 }
 
 void IUnitListener::AddListener(IUnitListener *listener) {
-    if (listener != nullptr && !IsListed(listener))
-        Listeners().push_back(listener);
+    auto const isSame = [listener](Registration const &r) { return r.listener == listener; };
+    if (listener != nullptr && std::ranges::none_of(Listeners(), isSame))
+        Listeners().push_back({listener, NextNumber()});
 }
 
 void IUnitListener::RemoveListener(IUnitListener *listener) {
-    std::erase(Listeners(), listener);
+    std::erase_if(Listeners(), [listener](Registration const &r) { return r.listener == listener; });
 }
 
 void IUnitListener::NotifyUnitChange(CDocument *document) {
-    ListenerList const called = Listeners();
-    for (IUnitListener *listener : called) {
-        if (IsListed(listener))
-            listener->DoUnitChange(document);
+    Registrations const called = Listeners();
+    for (Registration const &each : called) {
+        auto const isStill = [&each](Registration const &r) { return r.number == each.number; };
+        if (std::ranges::any_of(Listeners(), isStill))
+            each.listener->DoUnitChange(document);
     }
 }
 
