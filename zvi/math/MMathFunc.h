@@ -232,21 +232,23 @@ public:
     /// Part of the unit vector `v` in the plane of unit normal `n`: v - n k with k = n . v. 0 if 1 - |k| is below 1e-7.
     static int project_on_plane_vector(double const *n, double const *v, double *out);
 
-    // Surfaces of revolution about z. `normal` projects along the surface normal, `mf_vector` along `dir` (any length)
-    // to the nearer point of the line, and to the one against `dir` on equal distance. False leaves `out` untouched.
-    // r is the distance of `p` from z; a result keeps the angle of `p` about z, pi/2 with the sign of y if |x| < tol.
+    // Surfaces of revolution about z. `normal` projects along the surface normal and keeps the angle of `p` about z,
+    // which is pi/2 with the sign of y if |x| < tol. `mf_vector` projects along `dir` (any length), to the root of
+    // A t^2 + 2 B t + C = 0 nearer to `p`, and to (-B - sqrt(B^2 - A C)) / A on equal distance; to -C / (2 B) if
+    // |A| < tol <= |B|. It is false if there is no root. False leaves `out` untouched. r is the distance of `p` from z.
 
     /// x^2 + y^2 = radius^2, endless: result (radius cos, radius sin, z). False unless height > 0, or if r < tol.
     static bool project_on_cylinder_normal(double const *p, double radius, double height, double tol, double *out);
-    /// False if the line misses the cylinder. Where its quadratic A t^2 + 2 B t + C = 0 has |A| < tol <= |B|, which
-    /// holds for a direction along z, the root -C / (2 B) is taken; that holds for all four. The first test rejects a
-    /// unit direction with |x|, |y| < tol and |z| < 0.17452; it stays as it is, though only a large `tol` can meet it.
+    /// A = dx^2 + dy^2, B = px dx + py dy, C = px^2 + py^2 - radius^2. First a unit direction with |x|, |y| < tol and
+    /// |z| < 0.17452 is rejected: only a large `tol` can meet that test, which stays as callers know it. The height
+    /// takes no part.
     static bool project_on_cylinder_mf_vector(double const *p, double const *dir, double radius, double height,
                                               double tol, double *out);
     /// x^2 + y^2 + z^2 = radius^2. The new height is sqrt(radius^2 / ((r / z)^2 + 1)) with the sign of z, and the new
     /// distance from z sqrt(radius^2 - height^2). r < tol gives the pole of z's sign, or false if |z| < tol too.
     /// False unless radius > 0.
     static bool project_on_sphere_normal(double const *p, double radius, double tol, double *out);
+    /// A = 1, B = p . d, C = p . p - radius^2.
     static bool project_on_sphere_mf_vector(double const *p, double const *dir, double radius, double tol, double *out);
     /// x^2 + y^2 = R(z)^2, R = radius1 + (radius2 - radius1) z / height: the endless double cone with radius1 at z = 0
     /// and radius2 at z = height. The foot on the generator of p's half plane, with the mirrored one where R(z) < 0;
@@ -294,7 +296,7 @@ public:
     /// 1 if `p` is left of the line from a to b, 0 if right, 2 on it: the double area below 1e-7 in size.
     static int Get2DPointPosByLine(double const *p, double const *a, double const *b);
     /// Centre of the arc over a chord whose height is `bulge`; its side follows the sign. A bulge of 0 gives 0 and the
-    /// chord's midpoint, as does a chord of no length, without the 0.
+    /// chord's midpoint; a chord of no length gives 1 and its point.
     static int GetCenter_Bulge(double const chord[2][2], double bulge, double *out);
     /// Height of the arc of `radius` over a chord, of the smaller arc or, with `minor` 0, the larger one; it has the
     /// radius's sign. A semicircle gives the radius, a chord longer than the diameter 0.
