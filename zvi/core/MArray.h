@@ -234,7 +234,7 @@ private:
     static T *CopyConstruct(T const *source, std::size_t count, T *target) {
         if constexpr (std::is_trivially_copyable_v<T>) {
             if (count != 0)
-                std::memcpy(static_cast<void *>(target), source, count * sizeof(T));
+                std::memcpy(static_cast<void *>(target), source, BytesOf(count));
             return target + count;
         } else {
             return std::uninitialized_copy_n(source, count, target);
@@ -253,7 +253,7 @@ private:
     T *AppendZeroed(std::size_t count) {
         if constexpr (std::is_trivially_copyable_v<T>) {
             if (count != 0)
-                std::memset(static_cast<void *>(m_last), 0, count * sizeof(T));
+                std::memset(static_cast<void *>(m_last), 0, BytesOf(count));
             return m_last + count;
         } else {
             return std::uninitialized_value_construct_n(m_last, count);

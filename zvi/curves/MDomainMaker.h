@@ -6,7 +6,6 @@
 #include "zvi/curves/DomainRecords.h"
 #include "zvi/curves/VtexXIndex.h"
 
-#include <cstddef>
 #include <utility>
 
 namespace zvi::lib {
@@ -61,14 +60,6 @@ public:
     void GetResultVtexCoord(zvi::MArray<DM_VTEX> &out);
 
 private:
-    /// A corner of a loop as it is run: the vertex, the one before it, and the edges that lead to it and on.
-    struct Corner {
-        int vtex;
-        int previousVtex;
-        int incoming;
-        int outgoing;
-    };
-
     /// What a run of `MakeDomain` keeps besides the members.
     struct Run;
 
@@ -77,35 +68,15 @@ private:
     /// Adds `edge` to the list of `vtex`.
     void AttachEdge(int vtex, int edge);
 
-    /// The other end of `edge`.
-    int FarVtex(int edge, int vtex) const;
-
     // The steps of MakeDomain, in their order.
     void DropDuplicateEdges();
     void DropDanglingEdges();
     void CollectDeadVtex();
     void SortVtexEdges();
     void CollectCandidates(zvi::MArray<int> &candidates) const;
-    void ScanCandidates(zvi::MArray<int> const &candidates);
     void MapCurvIds();
     void MapHoles();
     void MergeCurvPieces();
-
-    // The main scan for one candidate.
-    int FirstEdge(int vtex);
-    bool ScanCandidate(int vtex, Run &run);
-    void AddToHoles(DM_SURF const &loop);
-    void DivideLoop(DM_SURF &loop, zvi::MArray<DM_SURF> &done);
-    void MarkDone(zvi::MArray<DM_SURF> const &done, Run &run) const;
-    void BarLooseEnds(Run &run) const;
-
-    // The division of one domain.
-    std::size_t CountOpenEdges(int vtex, zvi::MHashMap<int, int> const &barred) const;
-    void BarEdgesAlongBoundary(Corner const &corner, zvi::MHashMap<int, int> &barred) const;
-    int FindChordAt(Corner const &corner, zvi::MHashMap<int, int> &barred);
-    void HangLoop(DM_SURF const &surf, DM_SURF &path, DM_SURF const &loop, zvi::MHashMap<int, int> const &barred,
-                  DM_SURF &outA, DM_SURF &outB);
-    int SplitAlongChord(DM_SURF &surf, DM_SURF &path, DM_SURF &outA, DM_SURF &outB);
 
     /// Divides one domain at the first usable chord into `outA` and `outB`: 1 if divided, 0 if not.
     int Sub1_DivideDomain(DM_SURF &surf, DM_SURF &outA, DM_SURF &outB);

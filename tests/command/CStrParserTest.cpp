@@ -1,0 +1,159 @@
+#include "zvi/command/CStrParser.h"
+#include "zvi/command/MParser.h"
+#include "zvi/units/MUnitCtrl.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+using namespace zvi;
+using namespace zvi::lib;
+
+namespace {
+
+/// Set up so that the current length unit is the metre (1) or the millimetre (0).
+struct Units {
+    explicit Units(int type) : control(nullptr) { control.Initialize(type); }
+    MUnitCtrl control;
+};
+
+std::wstring Wide(CString const &text) {
+    return text.GetString();
+}
+
+} // namespace
+
+TEST(CStrParser, WritesItsOutputsAsEachEntryPromises) {
+    int i = 7;
+    EXPECT_EQ(CStrParser::GetNumberOfTimes(L"2*3", i), 1);
+    EXPECT_EQ(i, 6);
+    EXPECT_EQ(CStrParser::GetINumber(L"2*", i), 0);
+    EXPECT_EQ(i, 6);
+    EXPECT_EQ(CStrParser::GetNumberOfTimes(L"2*", i), 0);
+    EXPECT_EQ(i, 0);
+
+    double x = 9, y = 9, z = 9;
+    EXPECT_EQ(CStrParser::GetPosition(L"1,2,3,4", x, y, z), 0);
+    EXPECT_EQ(x, 9.0);
+    EXPECT_EQ(CStrParser::GetDirectionVector(L"1 2", x, y, z), 1);
+    EXPECT_EQ(y, 2.0);
+    EXPECT_EQ(z, 0.0);
+    EXPECT_EQ(CStrParser::GetEQDistance(L"(", x, y, z), 0);
+    EXPECT_EQ(y, 0.0);
+
+    CArray<double> distances{1};
+    EXPECT_EQ(CStrParser::GetUEDistance(L"oops", distances), 0);
+    EXPECT_EQ(distances.GetSize(), 1);
+    EXPECT_EQ(CStrParser::GetUEDistance(L"3@2,5", distances), 1);
+    EXPECT_EQ(std::vector<double>(distances.begin(), distances.end()), (std::vector<double>{2, 2, 2, 5}));
+    EXPECT_EQ(Wide(CStrParser::ConvtDistArr2DistStr(distances)), L"3@2, 5");
+
+    unsigned int op = 0;
+    EXPECT_EQ(CStrParser::ParsingPositionNOp(L"3,0", x, y, z, op, 2), 1);
+    EXPECT_EQ(op, 2u);
+    EXPECT_EQ(x, 3.0);
+}
+
+TEST(CStrParser, VariablesLiveInFourEntriesAndTheFirstOfANameCounts) {
+    CStrParser::ClearVariables();
+    CStrParser::AddDoubleVar(L"w", 4);
+    CStrParser::AddDoubleVar(L"W", 5);
+    CStrParser::AddDoubleVar(L"\x4E2D", 6);
+    double a = 0, b = 0, c = 0;
+    int i = 0;
+    EXPECT_EQ(CStrParser::GetFloatNumber(L"w+1", a), 1);
+    EXPECT_EQ(a, 5.0);
+    EXPECT_EQ(CStrParser::Get2FloatNumber(L"w,2*w", a, b), 1);
+    EXPECT_EQ(b, 8.0);
+    EXPECT_EQ(CStrParser::GetPosition(L"w,1", a, b, c), 0);
+    EXPECT_EQ(CStrParser::GetINumber(L"w", i), 0);
+    CStrParser::ClearVariables();
+    EXPECT_EQ(CStrParser::GetFloatNumber(L"w", a), 0);
+}
+
+TEST(CStrParser, WritesDistancesAsRuns) {
+    struct Row {
+        CArray<double> distances;
+        std::wstring text;
+    };
+    Row const rows[] = {
+        {{}, L""},
+        {{2.5}, L"2.5"},
+        {{1, 2}, L"1, 2"},
+        {{2, 2}, L"2@2"},
+        {{2, 2, 2, 5}, L"3@2, 5"},
+        {{5, 2, 2}, L"5, 2@2"},
+        {{1, 1, 2, 1, 1}, L"2@1, 2, 2@1"},
+        {{1.0 / 3, 1e12}, L"0.333333333, 1e+12"},
+    };
+    for (Row const &row : rows)
+        EXPECT_EQ(Wide(CStrParser::ConvtDistArr2DistStr(row.distances)), row.text);
+}
+
+TEST(CStrParser, MakesNamesThatAreNotTaken) {
+    MArray<CString> const names{L"a", L"a-1", L"a (1)"};
+    CString out = L"kept";
+    EXPECT_EQ(CStrParser::MakeUniqueName(names, L"", out, 1), 0);
+    EXPECT_EQ(CStrParser::MakeUniqueName(names, L"a", out, 3), 0);
+    EXPECT_EQ(Wide(out), L"kept");
+    EXPECT_EQ(CStrParser::MakeUniqueName(names, L"b", out, 9), 1);
+    EXPECT_EQ(Wide(out), L"b");
+    std::wstring const expected[] = {L"a-(Copy1)", L"a-2", L"a (2)"};
+    for (int mode = 0; mode < 3; ++mode) {
+        EXPECT_EQ(CStrParser::MakeUniqueName(names, L"a", out, mode), 1);
+        EXPECT_EQ(Wide(out), expected[mode]);
+    }
+    MArray<CString> full{L"n"};
+    for (int i = 1; i <= 100; ++i) {
+        CString name;
+        name.Format(L"n-%d", i);
+        full.PushBack(name);
+    }
+    EXPECT_EQ(CStrParser::MakeUniqueName(full, L"n", out, 1), 1);
+    EXPECT_EQ(Wide(out), L"n-101");
+    full.PushBack(out);
+    EXPECT_EQ(CStrParser::MakeUniqueName(full, L"n", out, 1), 0);
+}
+
+TEST(MParser, TurnsLengthUnitsIntoFactors) {
+    Units metres(1);
+    struct Row {
+        wchar_t const *text;
+        std::wstring converted;
+        double value;
+        int parsed; ///< 2: parsed, whatever the value
+    };
+    Row const rows[] = {
+        {L"5mm+3", L"(5*0.001000)+3", 3.005, 1},
+        {L"1,000MM", L"(1000*0.001000)", 1.0, 1},
+        {L"10,20", L"1020", 1020.0, 1},
+        {L"2m-30cm", L"(2*1.000000)-(30*0.010000)", 1.7, 1},
+        {L"1um", L"(1*0.000001)", 1e-6, 1},
+        {L"sin(30)*2in", L"SIN(30)*(2*0.025400)", 0, 2},
+        {L"5KG", L"(5kg)", 0, 0},
+        // The T of a foot is a marker by the time units are looked for.
+        {L"5ft", L"(5f)#__ARG_TO__#", 0, 0},
+        // A word at the very end is kept only behind a number.
+        {L"2*pi", L"2*", 0, 0},
+        {L"", L"", 0, 0},
+    };
+    for (Row const &row : rows) {
+        MParser parser;
+        CString const converted = parser.SetUnitArgTokenString(row.text, L"", &metres.control);
+        EXPECT_EQ(Wide(converted), row.converted) << row.text;
+        EXPECT_EQ(parser.ParsingUNumberArg(row.text, &metres.control), row.parsed != 0) << row.text;
+        double value = 0;
+        if (row.parsed == 1) {
+            EXPECT_EQ(parser.GetNumberData(value), 1);
+            EXPECT_NEAR(value, row.value, 1e-15) << row.text;
+        }
+    }
+    MParser parser;
+    CString token = L"MM";
+    EXPECT_EQ(parser.ConvertUnitToken(token, nullptr), 0);
+    EXPECT_EQ(Wide(token), L"MM");
+    EXPECT_EQ(parser.ParsingUINumberArg(L"5M", &metres.control), 1);
+    EXPECT_FALSE(parser.IsNumberSymbol(L'-'));
+    EXPECT_TRUE(parser.IsAlpahbetUpper(L'Z') && parser.IsAlpahbetLower(L'a') && !parser.IsAlpahbetLower(L'A'));
+}

@@ -1,0 +1,385 @@
+#include "zvi/command/Parser.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+#include <vector>
+
+using namespace zvi::lib;
+
+namespace {
+
+/// Hears every message, and keeps the standard error stream quiet.
+class ListeningParser : public Parser {
+public:
+    void ReportError(CString const &text) override { heard.push_back(text.GetString()); }
+
+    std::vector<std::wstring> heard;
+    int unexpected = 0;
+
+protected:
+    void yyerror(char const *text) override { unexpected += std::string(text) == "syntax error"; }
+};
+
+std::vector<double> Numbers(Parser &parser) {
+    CArray<double> list;
+    parser.GetGridArgList(list);
+    return {list.begin(), list.end()};
+}
+
+using Entry = int (Parser::*)(CString const &);
+
+struct Row {
+    Entry entry;
+    wchar_t const *text;
+    std::vector<double> expected; ///< empty: the parse fails
+};
+
+void Check(std::vector<Row> const &rows) {
+    for (Row const &row : rows) {
+        ListeningParser parser;
+        int const parsed = (parser.*row.entry)(row.text);
+        EXPECT_EQ(parsed, row.expected.empty() ? 0 : 1) << CString(row.text).GetLength() << " " << row.text;
+        if (!parsed)
+            continue;
+        std::vector<double> const got = Numbers(parser);
+        ASSERT_EQ(got.size(), row.expected.size()) << row.text;
+        for (std::size_t i = 0; i < got.size(); ++i)
+            EXPECT_DOUBLE_EQ(got[i], row.expected[i]) << row.text;
+    }
+}
+
+constexpr Entry kNumber = &Parser::ParsingNumberArg;
+constexpr Entry kInteger = &Parser::ParsingINumberArg;
+constexpr Entry kTwo = &Parser::Parsing2NumberArg;
+constexpr Entry kGridAbs = &Parser::ParsingGridDefineAbs;
+constexpr Entry kGridRel = &Parser::ParsingGridDefineRel;
+constexpr Entry kGridEq = &Parser::ParsingEQGridDefine;
+constexpr Entry kPosition = &Parser::ParsingPositionArg;
+
+} // namespace
+
+TEST(Parser, ComputesExpressions) {
+    constexpr double kPi = 3.141592653589793;
+    Check({
+        {kNumber, L"", {0}},
+        {kNumber, L"1+2*3", {7}},
+        {kNumber, L"7/2", {3.5}},
+        {kNumber, L"10-4-3", {3}},
+        {kNumber, L"2*-3", {-6}},
+        {kNumber, L"--2", {2}},
+        {kNumber, L"-(2)*3", {-6}},
+        {kNumber, L"(((4)))", {4}},
+        {kNumber, L"1e3+.5+2.", {1002.5}},
+        {kNumber, L"1E-2", {0.01}},
+        {kNumber, L"sqrt(4)+3", {5}},
+        {kNumber, L"SQRT(abs(-4))", {2}},
+        {kNumber, L"log(1000)+ln(exp(2))", {5}},
+        {kNumber, L"sinh(0)+cosh(0)", {1}},
+        {kNumber, L"pi+Phi", {2 * kPi}},
+        {kNumber, L"sin(30)", {std::sin(30 * 0.01745329238474369)}},
+        {kNumber, L"atan(1)", {std::atan(1.0) * 57.295780181884766}},
+        {kNumber, L"deg(rad(90))", {90 * 0.01745329238474369 * 57.295780181884766}},
+        {kNumber, L"tan(270)", {std::tan(270 * 0.01745329238474369)}},
+        {kNumber, L"1 + 2", {}},
+        {kNumber, L"1,2", {}},
+        {kNumber, L"(1", {}},
+        {kNumber, L"1)", {}},
+        {kNumber, L"(1,2)", {}},
+        {kNumber, L"7/0", {}},
+        {kNumber, L"x", {}},
+        {kNumber, L"2*", {}},
+        {kNumber, L"sin 30", {}},
+        {kNumber, L"1&2", {}},
+        {kNumber, L"tan(90)", {}},
+        {kNumber, L"acos(1.5)", {}},
+        {kNumber, L"3@2", {}},
+        // Every literal is a double in this mode, and an exponent must be an integer.
+        {kNumber, L"2^3", {}},
+    });
+}
+
+TEST(Parser, PowersNeedAnIntegerExponentThatIsNotZero) {
+    Check({
+        {kInteger, L"2^3^2", {64}},
+        {kInteger, L"-2^2", {-4}},
+        {kInteger, L"2^-1", {1}},
+        {kInteger, L"(-3)^3", {-27}},
+        {kInteger, L"2^-1*3", {3}},
+        {kInteger, L"3*2^2", {12}},
+        {kInteger, L"1.5^2000000000*0", {INT32_MIN}}, // infinity times 0
+        {kInteger, L"(-1)^2000000001", {-1}},
+        {kInteger, L"2^0", {}},
+        {kInteger, L"2^0.5", {}},
+        {kInteger, L"2^(4/2)", {}},
+        {kInteger, L"2^-1^2", {}},
+    });
+}
+
+TEST(Parser, IntegersWrapAndDoublesAreTruncated) {
+    Check({
+        {kInteger, L"", {0}},
+        {kInteger, L"7/2", {3}},
+        {kInteger, L"-7/2", {-3}},
+        {kInteger, L"2147483647+1", {-2147483648.0}},
+        {kInteger, L"65536*65536", {0}},
+        {kInteger, L"-(-2147483647-1)", {-2147483648.0}},
+        {kInteger, L"99999999999", {2147483647.0}},
+    });
+}
+
+TEST(Parser, ReadsTwoNumbersAndGrids) {
+    Check({
+        {kTwo, L"", {0, 0}},
+        {kTwo, L"5", {5, 0}},
+        {kTwo, L"5 6", {5, 6}},
+        {kTwo, L"5,6,7", {}},
+        {kTwo, L"5,NAME", {}},
+        {kGridEq, L"", {0, 0}},
+        {kGridEq, L"4", {4, 4}},
+        {kGridEq, L"4,5", {4, 5}},
+        {kGridEq, L"3@2", {}},
+        {kGridEq, L"NAME", {}},
+        {kGridAbs, L"", {0}},
+        {kGridAbs, L"3@2,5", {2, 4, 6, 5}},
+        {kGridAbs, L"0@2", {2}},
+        {kGridAbs, L"1,,3,", {1, 0, 3}},
+        {kGridRel, L"3@2,5", {2, 2, 2, 5}},
+        {kGridRel, L"(1+2)@1.5", {1.5, 1.5, 1.5}},
+        {kGridRel, L"1,0@2", {1}},
+        {kGridRel, L"1TO5BY2", {1, 3, 5}},
+        {kGridRel, L"3.0@2", {}},
+        {kGridRel, L"2@3@4", {}},
+        {kGridRel, L",3", {}},
+        {kGridRel, L"NAME", {}},
+    });
+}
+
+TEST(Parser, ByToWalksDifferAtTheHeadOfAList) {
+    struct ListRow {
+        wchar_t const *text;
+        std::vector<int> expected;
+        int parsed = 1;
+    };
+    ListRow const rows[] = {
+        {L"", {}},
+        {L"1TO5", {1, 2, 3, 4, 5}},
+        {L"1t9b2", {1, 3, 5, 7, 9}},
+        {L"1to10by2+2", {1, 5, 9}},
+        {L"5TO1BY-2", {5, 3, 1}},
+        {L"7 1TO3", {7, 1, 2, 3}},
+        {L"1to3by2.9", {1, 3}},
+        {L"1+1 (3) -3", {2, 3, -3}},
+        // A step that overshoots the bound by the wrap of 32 bits ends the walk.
+        {L"1TO5BY-2000000000", {1, -1999999999}},
+        {L"5TO1", {}, 0},
+        {L"5TO5", {}, 0},
+        {L"5TO5BY-1", {5}},
+        {L"1,5TO4", {}, 0},
+        {L"1,5TO5", {}, 0},
+        {L"1TO5BY0", {}, 0},
+        {L"1TO2000000000", {}, 0},
+        {L"-3TO5", {}, 0},
+        {L"(1)TO5", {}, 0},
+        {L"1.0TO5", {}, 0},
+        {L"1TO", {}, 0},
+        {L"7/2", {}, 0},
+        {L"3@2", {}, 0},
+        {L"NAME", {}, 0},
+    };
+    for (ListRow const &row : rows) {
+        ListeningParser parser;
+        CArray<int> list{42};
+        EXPECT_EQ(parser.ParsingNodeList(row.text, list), row.parsed) << row.text;
+        std::vector<int> const kept{42};
+        EXPECT_EQ(std::vector<int>(list.begin(), list.end()), row.parsed ? row.expected : kept) << row.text;
+
+        CArray<unsigned int> unsignedList;
+        EXPECT_EQ(parser.ParsingNodeList(row.text, unsignedList), row.parsed) << row.text;
+        EXPECT_EQ(parser.ParsingListByTo(row.text, list), row.parsed) << row.text;
+    }
+}
+
+TEST(Parser, ReadsPositions) {
+    double const r = 10 * std::cos(45 * 0.01745329238474369);
+    struct PositionRow {
+        wchar_t const *text;
+        int mode;
+        int parsed;
+        unsigned int op;
+        double x, y, z;
+    };
+    PositionRow const rows[] = {
+        {L"", 0, 1, 3, 0, 0, 0},         {L"10 20", 0, 1, 3, 10, 20, 0}, {L"1,2,3", 0, 1, 3, 1, 2, 3},
+        {L"5", 0, 1, 3, 5, 0, 0},        {L"1,2", 1, 1, 1, 1, 2, 0},     {L"@1,2,3", 0, 1, 1, 1, 2, 3},
+        {L"@@1,2", 0, 1, 4, 1, 2, 0},    {L"@10<45", 0, 1, 2, r, r, 0},  {L"@@10<45", 0, 1, 5, r, r, 0},
+        {L"10,45", 2, 1, 2, r, r, 0},    {L"10", 2, 1, 2, 10, 0, 0},     {L"", 2, 1, 3, 0, 0, 0},
+        {L"1,2", 7, 1, 0, 0, 0, 0},      {L"1,2,3", 2, 0, 0, 0, 0, 0},   {L"1,2,3,4", 0, 0, 0, 0, 0, 0},
+        {L"@1,2,3,4", 0, 0, 0, 0, 0, 0}, {L"10<45", 0, 0, 0, 0, 0, 0},   {L"1,NAME", 0, 0, 0, 0, 0, 0},
+        {L"3@2", 0, 0, 0, 0, 0, 0},
+    };
+    for (PositionRow const &row : rows) {
+        ListeningParser parser;
+        parser.SetPreModePosNOp(row.mode);
+        double x = -1;
+        double y = -1;
+        double z = -1;
+        unsigned int op = 99;
+        EXPECT_EQ(parser.ParsingPositionNOp(row.text, x, y, z, op), row.parsed) << row.text;
+        if (!row.parsed)
+            continue;
+        EXPECT_EQ(op, row.op) << row.text;
+        EXPECT_DOUBLE_EQ(x, row.x) << row.text;
+        EXPECT_NEAR(y, row.y, 1e-6) << row.text; // the sine and cosine of 45 degrees differ in their last digits
+        EXPECT_DOUBLE_EQ(z, row.z) << row.text;
+    }
+}
+
+TEST(Parser, ReadsBracketedTriples) {
+    struct ListRow {
+        wchar_t const *text;
+        int parsed;
+        std::vector<double> expected;
+    };
+    ListRow const rows[] = {
+        {L"", 1, {}},
+        {L"[1,2,3]", 1, {1, 2, 3}},
+        {L"[1 2] [3]", 1, {1, 2, 0, 3, 0, 0}},
+        {L"[1,2],[3,4,5],", 1, {1, 2, 0, 3, 4, 5}},
+        {L"[1,2,3,4]", 0, {}},
+        {L"[1,NAME]", 0, {}},
+        {L"[1,2", 0, {}},
+        {L"1,2", 0, {}},
+        {L"[]", 0, {}},
+        {L"[1],__AGR_ERROR__", 0, {}},
+    };
+    for (ListRow const &row : rows) {
+        ListeningParser parser;
+        CArray<double> list{42};
+        EXPECT_EQ(parser.ParsingPositionXYZList(row.text, list), row.parsed) << row.text;
+        std::vector<double> const kept{42};
+        EXPECT_EQ(std::vector<double>(list.begin(), list.end()), row.parsed ? row.expected : kept) << row.text;
+    }
+}
+
+TEST(Parser, HandsEveryMessageToTheReportingOperation) {
+    struct MessageRow {
+        Entry entry;
+        wchar_t const *text;
+        std::vector<std::wstring> heard;
+        int unexpected;
+    };
+    std::wstring const end = L"Syntax Error";
+    MessageRow const rows[] = {
+        {kTwo, L"1,2,3", {L"extra arguement!", end}, 0},
+        {kPosition, L"1,2,3,4", {L"extra arguement!", end}, 0},
+        {kGridRel, L"2.5@1", {L"Syntax error : Iteration Number must be integer !", end}, 0},
+        {kGridRel, L"2@1@", {L"Syntax error : Iteration Define Error !", end}, 0},
+        {kNumber, L"asin(2)", {L"asin(x) , acos(x) ==> ( -1 <= x <= 1 )", end}, 0},
+        {kNumber, L"tan(90)+asin(2)", {L"Function error tan(90)", end}, 0},
+        {kNumber, L"1/0", {end}, 0},
+        {kNumber, L"1+*2", {end}, 1},
+        // Operators before the stray token are computed first.
+        {kNumber, L"1/0&", {end}, 0},
+        {kPosition, L"1,NAME", {}, 0},
+        {kNumber, L"1+2", {}, 0},
+    };
+    for (MessageRow const &row : rows) {
+        ListeningParser parser;
+        (parser.*row.entry)(row.text);
+        EXPECT_EQ(parser.heard, row.heard) << row.text;
+        EXPECT_EQ(parser.unexpected, row.unexpected) << row.text;
+    }
+}
+
+TEST(Parser, CommandLinesTakeAnyArguments) {
+    ListeningParser parser;
+    EXPECT_EQ(parser.ParsingCommandLine(L"MOVE 1 2.5 3@1"), 1);
+    EXPECT_STREQ(parser.GetCommandString(), "MOVE,1,2.500000,1.000000,1.000000,1.000000");
+    EXPECT_EQ(parser.GetFirstArguement()->kind, kArgString);
+    EXPECT_EQ(parser.GetNextArguement()->kind, kArgInteger);
+    // Results and angles are read and dropped.
+    for (wchar_t const *const text : {L"=1+2", L"1<2<3", L"1<2,3", L""}) {
+        EXPECT_EQ(parser.ParsingCommandLine(text), 1) << text;
+        EXPECT_EQ(parser.GetGridArgNum(), 0) << text;
+    }
+    EXPECT_EQ(parser.ParsingCommandLine(L"1<2"), 0);
+
+    CArray<int> table{1, 2};
+    EXPECT_EQ(parser.ParsingByTable(L"REC(1),2", table), 1);
+    EXPECT_EQ(parser.GetGridArgNum(), 0);
+    // A text without a start word is an argument list that stays in the working list.
+    EXPECT_EQ(parser._Parsing(L"1,__BLANK_ARG__"), 0);
+    EXPECT_EQ(parser._Parsing(L"__BLANK_ARG__,1"), 1);
+    EXPECT_EQ(parser.GetGridArgNum(), 0);
+    EXPECT_EQ(parser._Parsing(L""), 0);
+}
+
+TEST(Parser, KnowsVariablesUntilItsLimit) {
+    ListeningParser parser;
+    char name[] = "len";
+    char function[] = "sin";
+    EXPECT_EQ(parser.AddDoubleVar(name, 2.5), 1);
+    EXPECT_EQ(parser.AddDoubleVar(name, 9), 0);
+    EXPECT_EQ(parser.AddDoubleVar(function, 7), 1);
+    double value = 0;
+    EXPECT_EQ(parser.ParsingNumberArg(L"Len*2"), 1);
+    EXPECT_EQ(parser.GetNumberData(value), 1);
+    EXPECT_EQ(value, 5.0);
+    EXPECT_EQ(parser.ParsingNumberArg(L"sin"), 0); // the function wins
+
+    std::string const longName(104, 'x');
+    EXPECT_EQ(parser.AddDoubleVar(std::string(longName).data(), 1), 0);
+    int added = 2;
+    for (int i = 0; i < 300; ++i) {
+        std::string numbered("v");
+        numbered += std::to_string(i);
+        added += parser.AddDoubleVar(numbered.data(), i);
+    }
+    EXPECT_EQ(added, 183);
+}
+
+TEST(Parser, AnOverflowIsTakenForThatOfTheNextInteger) {
+    ListeningParser parser;
+    EXPECT_EQ(parser.Parsing2NumberArg(L"1e999,5"), 1);
+    EXPECT_EQ(Numbers(parser), (std::vector<double>{INFINITY, 1.0}));
+    EXPECT_EQ(parser.Parsing2NumberArg(L"1e999,5.0"), 1);
+    EXPECT_EQ(Numbers(parser)[1], 5.0);
+    EXPECT_EQ(parser.Parsing2NumberArg(L"1e-999,5"), 1);
+    EXPECT_EQ(Numbers(parser), (std::vector<double>{0.0, 5.0}));
+}
+
+TEST(Parser, HostileTextFailsAtOnce) {
+    std::wstring const parentheses(10000, L'(');
+    // Fits the line with its start word.
+    std::wstring const nested = std::wstring(900, L'(') + L"1" + std::wstring(900, L')');
+    std::wstring tooManyNumbers = L"1";
+    for (int i = 0; i < 1000; ++i)
+        tooManyNumbers += L"+1";
+    std::wstring const texts[] = {
+        parentheses,        std::wstring(3000, L'1'),
+        tooManyNumbers,     L"2000000000@1",
+        L"1TO2000000000",   L"1,5TO5",
+        L"\x01\x02",        L"\xD800",
+        L"\x4E2D\x6587",    L"1\xA0+2",
+        L"\xFFFF\xDC00",    std::wstring(2500, L'B'),
+        L"9@9@9@9@9@9@9@9",
+    };
+    for (std::wstring const &text : texts) {
+        ListeningParser parser;
+        CString const typed(text.c_str());
+        EXPECT_EQ(parser.ParsingGridDefineRel(typed), 0) << text.size();
+        CArray<int> list;
+        EXPECT_EQ(parser.ParsingNodeList(typed, list), 0) << text.size();
+    }
+    ListeningParser parser;
+    EXPECT_EQ(parser.ParsingNumberArg(nested.c_str()), 1);
+}
+
+TEST(Parser, AcceptsTextUpToItsLimit) {
+    // 2,047 bytes with the start word "__NUMBER_INPUT__ " (17) and the appended blank.
+    ListeningParser parser;
+    EXPECT_EQ(parser.ParsingNumberArg(std::wstring(2029, L'0').c_str()), 1);
+    EXPECT_EQ(parser.ParsingNumberArg(std::wstring(2030, L'0').c_str()), 0);
+}

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "zvi/core/CArray.h"
+#include "zvi/core/CString.h"
+#include "zvi/core/Export.h"
+#include "zvi/core/MArray.h"
+
+namespace zvi::lib {
+
+class MyParser;
+
+/// One-call reads of typed text, each on a parser of its own, so that nothing leaks from one call to the next but the
+/// variables. Each returns 1 when the text was parsed and 0 otherwise; on 0 the outputs stay as they were unless
+/// stated.
+///
+///     double value = 0;
+///     CStrParser::GetFloatNumber(L"sqrt(4)+3", value); // 5
+///
+/// The variables are process-wide and not guarded: only one thread may use the entries that say they know them.
+class ZVI_API CStrParser {
+public:
+    /// An integer; 0 on failure.
+    static int GetNumberOfTimes(CString const &text, int &value);
+    /// A position or vector; missing coordinates are 0, and so are all three on failure.
+    static int GetEQDistance(CString const &text, double &x, double &y, double &z);
+    static int GetDirectionVector(CString const &text, double &x, double &y, double &z);
+    /// Distances with repeat items: "3@2,5" gives 2, 2, 2, 5.
+    static int GetUEDistance(CString const &text, CArray<double> &distances);
+    static int GetPosition(CString const &text, double &x, double &y, double &z);
+    /// Two numbers, one number: these know the variables.
+    static int Get2FloatNumber(CString const &text, double &a, double &b);
+    static int GetFloatNumber(CString const &text, double &value);
+    static int GetINumber(CString const &text, int &value);
+    static int GetNodeList(CString const &text, CArray<int> &list);
+    static int GetNodeList(CString const &text, CArray<unsigned int> &list);
+    /// See `Parser`; these two know the variables.
+    static int ParsingPositionXYZList(CString const &text, CArray<double> &coordinates);
+    static int ParsingPositionNOp(CString const &text, double &x, double &y, double &z, unsigned int &op, int mode);
+    static int ParsingCommandLine(CString const &text);
+    static int ParsingListByTo(CString const &text, CArray<int> &list);
+
+    static void ClearVariables();
+    /// Appends a variable, without a look at those there are. Returns 1.
+    static int AddDoubleVar(wchar_t const *name, double value);
+    /// Hands all variables to the parser in their order; of two with one name the first counts.
+    static void AddAllVariables(MyParser *parser);
+
+    /// Distances as the text that `GetUEDistance` reads: 2, 2, 2, 5 give "3@2, 5". Numbers have nine digits.
+    static CString ConvtDistArr2DistStr(CArray<double> const &distances);
+
+    /// A name made from `base` that is not among `names`: `base` itself, or with the first free number from 1 to 100 in
+    /// the form of `mode`: 0 "base-(Copy1)", 1 "base-1", 2 "base (1)". Returns 0 for an empty base or another mode,
+    /// with `out` untouched, and when all of the numbers up to 101 are taken.
+    static int MakeUniqueName(MArray<CString> const &names, CString const &base, CString &out, int mode);
+};
+
+} // namespace zvi::lib

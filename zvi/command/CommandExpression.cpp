@@ -1,0 +1,194 @@
+// The expressions of the command language, computed while they are read. Two stacks stand in for recursion, so that
+// nesting is bounded by the length of the text alone.
+
+#include "zvi/command/CommandGrammarDetail.h"
+
+namespace zvi::lib {
+
+namespace {
+
+/// The sign in front of an operand, as an operator on the stack.
+constexpr int kNegate = -1;
+
+/// How tight an operator binds; 0 for a token that is none. An open parenthesis binds nothing.
+int Precedence(int token) {
+    switch (token) {
+    case '+':
+    case '-':
+        return 1;
+    case '*':
+    case '/':
+        return 2;
+    case kNegate:
+        return 3;
+    case '^':
+        return 4;
+    default:
+        return 0;
+    }
+}
+
+/// Integers wrap around at 32 bits.
+std::int32_t WrappingInteger(int token, std::int32_t a, std::int32_t b) {
+    auto const x = static_cast<std::uint32_t>(a);
+    auto const y = static_cast<std::uint32_t>(b);
+    return static_cast<std::int32_t>(token == '+' ? x + y : token == '-' ? x - y : x * y);
+}
+
+/// The product of `exponent` factors, multiplied one by one from 1.0. A product that no further factor changes ends
+/// the work; so does the ten-millionth factor, behind which the rest is multiplied by repeated squaring, so that no
+/// text of a few characters computes for minutes.
+double Product(double base, std::int32_t exponent) {
+    constexpr std::int32_t kMostFactors = 10'000'000;
+    double product = 1.0;
+    std::int32_t left = exponent;
+    for (; left > 0 && exponent - left < kMostFactors; --left) {
+        double const next = product * base;
+        if (next == product && base > 0.0)
+            return next;
+        product = next;
+    }
+    for (double square = base; left > 0; left >>= 1, square *= square) {
+        if (left & 1)
+            product *= square;
+    }
+    return product;
+}
+
+} // namespace
+
+bool CommandGrammar::Expression(ParseValue &value) {
+    return ExpressionRest(true, value);
+}
+
+bool CommandGrammar::ExpressionFrom(ParseValue const &firstOperand, ParseValue &value) {
+    m_values.Push(firstOperand);
+    return ExpressionRest(false, value);
+}
+
+/// Reads to the first token that no expression can go on with. Operators are computed as soon as the next one binds no
+/// tighter.
+bool CommandGrammar::ExpressionRest(bool wantsOperand, ParseValue &value) {
+    while (true) {
+        if (wantsOperand) {
+            if (!Operand(wantsOperand))
+                return false;
+            continue;
+        }
+        int const precedence = Precedence(m_token);
+        if (!ReduceDownTo(precedence))
+            return false;
+        if (precedence > 0) {
+            m_operators.Push({m_token, nullptr});
+            Advance();
+            wantsOperand = true;
+        } else if (m_openParentheses == 0) {
+            value = m_values.Pop();
+            return true;
+        } else if (m_token != ')') {
+            return Unexpected();
+        } else if (!CloseParenthesis()) {
+            return false;
+        }
+    }
+}
+
+/// A number, or a sign, parenthesis or function in front of one.
+bool CommandGrammar::Operand(bool &wantsOperand) {
+    if (m_token == kTokenNumber) {
+        ParseValue number;
+        wantsOperand = false;
+        if (!Number(number))
+            return false;
+        m_values.Push(number);
+        return true;
+    }
+    if (m_token == '-') {
+        m_operators.Push({kNegate, nullptr});
+        Advance();
+        return true;
+    }
+    TagSymbolNode const *function = nullptr;
+    if (m_token == kTokenFunction) {
+        function = m_lexer.Function();
+        Advance();
+    }
+    if (m_token != '(')
+        return Unexpected();
+    m_operators.Push({'(', function});
+    ++m_openParentheses;
+    Advance();
+    return true;
+}
+
+/// Computes the operators on the stack that bind as tight as `precedence` or tighter, down to an open parenthesis.
+bool CommandGrammar::ReduceDownTo(int precedence) {
+    while (m_operators.Size() > 0 && m_operators.Top().token != '(' &&
+           Precedence(m_operators.Top().token) >= precedence) {
+        if (!Reduce())
+            return false;
+    }
+    return true;
+}
+
+bool CommandGrammar::Reduce() {
+    int const token = m_operators.Pop().token;
+    ParseValue const b = m_values.Pop();
+    if (token == kNegate) {
+        m_values.Push(b.kind == kParseInteger ? ParseValue::Integer(WrappingInteger('-', 0, b.integer))
+                                              : ParseValue::Double(-b.real));
+        return true;
+    }
+    ParseValue const a = m_values.Pop();
+    ParseValue result;
+    if (!Binary(token, a, b, result))
+        return false;
+    m_values.Push(result);
+    return true;
+}
+
+bool CommandGrammar::Binary(int token, ParseValue const &a, ParseValue const &b, ParseValue &result) {
+    if (token == '^')
+        return Power(a, b, result);
+    if (token == '/') {
+        if (b.AsDouble() == 0.0)
+            return Fail();
+        result = ParseValue::Double(a.AsDouble() / b.AsDouble(), kParseComputed);
+        return true;
+    }
+    if (a.kind == kParseInteger && b.kind == kParseInteger) {
+        result = ParseValue::Integer(WrappingInteger(token, a.integer, b.integer), kParseComputed);
+        return true;
+    }
+    double const x = a.AsDouble();
+    double const y = b.AsDouble();
+    result = ParseValue::Double(token == '+' ? x + y : token == '-' ? x - y : x * y, kParseComputed);
+    return true;
+}
+
+/// The exponent must be an integer and not zero. A negative one makes no multiplication, so the result is 1.
+bool CommandGrammar::Power(ParseValue const &base, ParseValue const &exponent, ParseValue &result) {
+    if (exponent.kind != kParseInteger || exponent.integer == 0)
+        return Fail();
+    result = ParseValue::Double(Product(base.AsDouble(), exponent.integer), kParseComputed);
+    return true;
+}
+
+/// At ")": takes the open parenthesis, and the function in front of it, off the stack.
+bool CommandGrammar::CloseParenthesis() {
+    TagSymbolNode const *const function = m_operators.Pop().function;
+    --m_openParentheses;
+    ParseValue &value = m_values.Top();
+    Advance();
+    if (!function) {
+        value.shape = kParseComputed;
+        return true;
+    }
+    double const x = value.AsDouble();
+    if (char const *const error = FunctionDomainError(*function, x))
+        return Fail(error);
+    value = ParseValue::Double(function->function(x), kParseComputed);
+    return true;
+}
+
+} // namespace zvi::lib

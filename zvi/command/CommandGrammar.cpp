@@ -1,0 +1,512 @@
+#include "zvi/command/CommandGrammarDetail.h"
+
+#include <cmath>
+
+namespace zvi::lib {
+
+namespace {
+
+/// Operation codes of a position.
+enum PositionOp : unsigned int {
+    kOpRelative = 1,
+    kOpRelativePolar = 2,
+    kOpAbsolute = 3,
+    kOpSecondRelative = 4,
+    kOpSecondRelativePolar = 5
+};
+
+/// How a bare list of coordinates is read.
+enum PositionInputMode { kModeAbsolute = 0, kModeRelative = 1, kModePolar = 2 };
+
+/// Most coordinates of a position.
+constexpr int kMostCoordinates = 3;
+
+constexpr char kExtraArgument[] = "extra arguement!";
+
+/// Truncated toward zero; what no 32-bit integer can hold becomes the smallest one.
+std::int32_t Truncated(ParseValue const &value) {
+    if (value.kind == kParseInteger)
+        return value.integer;
+    double const whole = std::trunc(value.real);
+    return whole >= -2147483648.0 && whole <= 2147483647.0 ? static_cast<std::int32_t>(whole) : INT32_MIN;
+}
+
+std::int32_t WrappingSum(std::int32_t a, std::int32_t b) {
+    return static_cast<std::int32_t>(static_cast<std::uint32_t>(a) + static_cast<std::uint32_t>(b));
+}
+
+} // namespace
+
+CommandGrammar::CommandGrammar(Parser &parser)
+    : m_parser(parser), m_lexer(parser.m_lexer), m_result(parser.m_result), m_working(parser.m_working) {}
+
+int CommandGrammar::Parse() {
+    Advance();
+    if (!Start())
+        return 0;
+    if (!AtEnd()) {
+        Unexpected();
+        return 0;
+    }
+    return m_failed ? 0 : 1;
+}
+
+bool CommandGrammar::Unexpected() {
+    m_parser.yyerror("syntax error");
+    return Fail();
+}
+
+bool CommandGrammar::Fail(char const *text) {
+    m_parser.m_errorPosition = m_lexer.TokenStart();
+    if (text) {
+        CString wide;
+        wide.Format(L"%S", text);
+        m_parser.ReportError(wide);
+    }
+    m_parser.ReportError(L"Syntax Error");
+    return false;
+}
+
+bool CommandGrammar::Start() {
+    int const word = m_token;
+    switch (word) {
+    case kTokenCommandLine:
+        Advance();
+        return CommandLine();
+    case kTokenGridInput:
+        Advance();
+        return GridInput();
+    case kTokenEqGridInput:
+        Advance();
+        return EqGridInput();
+    case kTokenNodeListInput:
+    case kTokenGetIntsByToList:
+        Advance();
+        return IntegerList();
+    case kTokenRecordInput:
+        Advance();
+        return RecordInput();
+    case kTokenGet2Number:
+        Advance();
+        return TwoNumbers();
+    case kTokenNumberInput:
+        Advance();
+        return NumberInput();
+    case kTokenINumberInput:
+        Advance();
+        return IntegerInput();
+    case kTokenGetPosition:
+        Advance();
+        return Position();
+    case kTokenGetPositionXyzList:
+        Advance();
+        return XyzList();
+    // Without a start word the arguments stay in the working list.
+    default:
+        return Args();
+    }
+}
+
+bool CommandGrammar::CommandLine() {
+    if (AtEnd())
+        return true;
+    ParseValue value;
+    if (m_token == '=') {
+        Advance();
+        return Expression(value);
+    }
+    Begun const begun = BeginItem(true, value);
+    if (begun == Begun::kFailed)
+        return false;
+    if (begun == Begun::kExpression && m_token == '<') {
+        Advance();
+        if (!Expression(value))
+            return false;
+        if (m_token != '<' && m_token != ',')
+            return Unexpected();
+        Advance();
+        return Expression(value);
+    }
+    if (begun == Begun::kExpression && !FinishItem(value))
+        return false;
+    if (!MoreItems())
+        return false;
+    m_result.TakeFrom(m_working);
+    return true;
+}
+
+bool CommandGrammar::GridInput() {
+    if (AtEnd()) {
+        m_result.AddDouble(0.0);
+        return true;
+    }
+    if (!Args() || !RequireNumbers())
+        return false;
+    m_result.TakeFrom(m_working);
+    return true;
+}
+
+bool CommandGrammar::EqGridInput() {
+    if (AtEnd()) {
+        m_result.AddDouble(0.0);
+        m_result.AddDouble(0.0);
+        return true;
+    }
+    if (!Args())
+        return false;
+    if (m_working.GetCount() > 2)
+        return Fail(kExtraArgument);
+    if (m_working.GetCount() == 1 && m_working.First()->IsNumber())
+        m_working.AddDouble(m_working.First()->AsDouble());
+    if (!RequireNumbers())
+        return false;
+    m_result.TakeFrom(m_working);
+    return true;
+}
+
+bool CommandGrammar::TwoNumbers() {
+    if (AtEnd()) {
+        m_result.AddDouble(0.0);
+        m_result.AddDouble(0.0);
+        return true;
+    }
+    if (!Args())
+        return false;
+    if (m_working.GetCount() > 2)
+        return Fail(kExtraArgument);
+    if (m_working.GetCount() == 1)
+        m_working.AddDouble(0.0);
+    if (!RequireNumbers())
+        return false;
+    m_result.TakeFrom(m_working);
+    return true;
+}
+
+bool CommandGrammar::IntegerList() {
+    if (AtEnd())
+        return true;
+    if (!Args())
+        return false;
+    for (VMArguement const *argument = m_working.First(); argument; argument = argument->next) {
+        if (argument->kind != kArgInteger)
+            return Fail();
+    }
+    m_result.TakeFrom(m_working);
+    return true;
+}
+
+bool CommandGrammar::RecordInput() {
+    if (m_token != kTokenName)
+        return Unexpected();
+    Advance();
+    return Args();
+}
+
+bool CommandGrammar::NumberInput() {
+    ParseValue value = ParseValue::Double(0.0);
+    if (!AtEnd() && !Expression(value))
+        return false;
+    m_result.AddDouble(value.AsDouble());
+    return true;
+}
+
+bool CommandGrammar::IntegerInput() {
+    ParseValue value = ParseValue::Integer(0);
+    if (!AtEnd() && !Expression(value))
+        return false;
+    m_result.AddInteger(Truncated(value));
+    return true;
+}
+
+bool CommandGrammar::Position() {
+    if (AtEnd()) {
+        for (int i = 0; i < kMostCoordinates; ++i)
+            m_result.AddDouble(0.0);
+        m_result.SetOpCode(kOpAbsolute);
+        return true;
+    }
+    if (m_token == '@') {
+        Advance();
+        return RelativePosition();
+    }
+    return Args() && PositionOfList();
+}
+
+bool CommandGrammar::RelativePosition() {
+    bool const second = m_token == '@';
+    if (second)
+        Advance();
+    ParseValue length;
+    Begun const begun = BeginItem(true, length);
+    if (begun == Begun::kFailed)
+        return false;
+    if (begun == Begun::kExpression && m_token == '<') {
+        Advance();
+        if (m_token == kTokenArgError && !second)
+            return Fail();
+        ParseValue degrees;
+        if (!Expression(degrees))
+            return false;
+        AddPolar(length.AsDouble(), degrees.AsDouble(), second ? kOpSecondRelativePolar : kOpRelativePolar);
+        return true;
+    }
+    if (begun == Begun::kExpression && !FinishItem(length))
+        return false;
+    if (!MoreItems())
+        return false;
+    m_result.TakeFrom(m_working);
+    if (m_result.GetCount() > kMostCoordinates)
+        return Fail();
+    m_result.SetOpCode(second ? kOpSecondRelative : kOpRelative);
+    return true;
+}
+
+bool CommandGrammar::PositionOfList() {
+    int const mode = m_parser.m_positionInputMode;
+    int const typed = m_working.GetCount();
+    if (typed > kMostCoordinates)
+        return Fail(kExtraArgument);
+    if (typed == 1)
+        m_working.AddDouble(0.0);
+    if (typed <= 2 && mode < kModePolar)
+        m_working.AddDouble(0.0);
+    bool numbers = true;
+    for (VMArguement const *argument = m_working.First(); argument; argument = argument->next)
+        numbers = numbers && argument->IsNumber();
+    // The parse counts as failed, but what was typed still goes into the result.
+    m_failed = m_failed || !numbers;
+    if (mode == kModeAbsolute || mode == kModeRelative) {
+        m_result.TakeFrom(m_working);
+        m_result.SetOpCode(mode == kModeAbsolute ? kOpAbsolute : kOpRelative);
+    } else if (mode == kModePolar) {
+        if (m_working.GetCount() >= kMostCoordinates || !numbers)
+            return Fail(kExtraArgument);
+        VMArguement const *const length = m_working.First();
+        AddPolar(length->AsDouble(), length->next->AsDouble(), kOpRelativePolar);
+    }
+    return true;
+}
+
+void CommandGrammar::AddPolar(double length, double degrees, unsigned int op) {
+    m_result.AddDouble(length * std::cos(degrees * DEG_TO_RAD));
+    m_result.AddDouble(length * std::sin(degrees * DEG_TO_RAD));
+    m_result.AddDouble(0.0);
+    m_result.SetOpCode(op);
+}
+
+bool CommandGrammar::XyzList() {
+    if (m_token == '[' && !Bracket())
+        return false;
+    while (m_token == ',' || m_token == kTokenBlankArg || m_token == kTokenArgError) {
+        bool const comma = m_token == ',';
+        if (m_token == kTokenArgError)
+            return Fail();
+        Advance();
+        if (comma && m_token == kTokenArgError)
+            return Fail();
+        if (m_token != '[')
+            return Unexpected();
+        if (!Bracket())
+            return false;
+    }
+    return true;
+}
+
+bool CommandGrammar::Bracket() {
+    Advance();
+    if (!Args())
+        return false;
+    if (m_token == kTokenArgError)
+        return Fail();
+    if (m_token != ']')
+        return Unexpected();
+    Advance();
+    return CloseBracket();
+}
+
+bool CommandGrammar::CloseBracket() {
+    double coordinates[kMostCoordinates] = {};
+    if (!m_working.ReadNumbers(coordinates[0], coordinates[1], coordinates[2]))
+        return Fail();
+    m_result.AddPosition(coordinates[0], coordinates[1], coordinates[2]);
+    m_working.Clear();
+    return true;
+}
+
+bool CommandGrammar::Args() {
+    return Item(true) && MoreItems();
+}
+
+bool CommandGrammar::MoreItems() {
+    while (m_token == ',') {
+        Advance();
+        if (!Item(false))
+            return false;
+    }
+    return true;
+}
+
+bool CommandGrammar::Item(bool head) {
+    ParseValue expression;
+    Begun const begun = BeginItem(head, expression);
+    return begun == Begun::kItem || (begun == Begun::kExpression && FinishItem(expression));
+}
+
+/// Reads an item, but for what follows an expression: the caller may know more uses for it.
+CommandGrammar::Begun CommandGrammar::BeginItem(bool head, ParseValue &expression) {
+    if (m_token == kTokenArgError || (m_token == kTokenBlankArg && !head)) {
+        Fail();
+        return Begun::kFailed;
+    }
+    if (m_token == kTokenBlankArg) {
+        m_working.AddInteger(0);
+        Advance();
+        return Begun::kItem;
+    }
+    if (m_token == kTokenName) {
+        m_working.AddString(m_lexer.Name()->text);
+        Advance();
+        return Begun::kItem;
+    }
+    if (m_token != kTokenNumber)
+        return Expression(expression) ? Begun::kExpression : Begun::kFailed;
+    ParseValue number;
+    if (!Number(number))
+        return Begun::kFailed;
+    if (m_token == '#')
+        return ByTo(number, head) ? Begun::kItem : Begun::kFailed;
+    return ExpressionFrom(number, expression) ? Begun::kExpression : Begun::kFailed;
+}
+
+bool CommandGrammar::FinishItem(ParseValue const &expression) {
+    if (m_token == '@') {
+        Advance();
+        ParseValue value;
+        if (!Expression(value))
+            return false;
+        if (m_token == '@')
+            return Fail("Syntax error : Iteration Define Error !");
+        return AddRepeat(expression, value);
+    }
+    if (expression.kind == kParseInteger)
+        m_working.AddInteger(expression.integer);
+    else
+        m_working.AddDouble(expression.real);
+    if (expression.shape == kParseComputed)
+        m_working.SetComputed(1);
+    return true;
+}
+
+bool CommandGrammar::HasRoomFor(std::int64_t count) const {
+    return m_result.GetCount() + m_working.GetCount() + count <= Parser::kMostArguments;
+}
+
+/// In the absolute mode the values grow by equal steps, and the first is there even for a count below 1.
+bool CommandGrammar::AddRepeat(ParseValue const &count, ParseValue const &value) {
+    if (count.kind != kParseInteger)
+        return Fail("Syntax error : Iteration Number must be integer !");
+    if (!HasRoomFor(count.integer))
+        return Fail();
+    double const step = value.AsDouble();
+    if (m_parser.m_relativeIteration) {
+        for (std::int32_t i = 0; i < count.integer; ++i)
+            m_working.AddDouble(step);
+        return true;
+    }
+    m_working.AddDouble(step);
+    for (std::int32_t i = 1; i < count.integer; ++i)
+        m_working.AddDouble(i * step + step);
+    return true;
+}
+
+bool CommandGrammar::ByTo(ParseValue const &from, bool head) {
+    ParseValue range;
+    if (!ByToBounds(from, range))
+        return false;
+    if (m_token == '#') {
+        ParseValue step;
+        if (!Marker(kTokenArgBy) || !Expression(step))
+            return false;
+        range.by = Truncated(step);
+    }
+    return AddByTo(range, head);
+}
+
+bool CommandGrammar::ByToBounds(ParseValue const &from, ParseValue &range) {
+    ParseValue to{};
+    if (!Marker(kTokenArgTo))
+        return false;
+    if (m_token != kTokenNumber)
+        return Unexpected();
+    if (!Number(to))
+        return false;
+    range = ParseValue::Integer(0);
+    range.kind = kParseByTo;
+    range.shape = kParseByTo;
+    range.by = 1;
+    if (from.kind != kParseInteger || to.kind != kParseInteger) {
+        // The bounds are judged once the whole item was read.
+        range.kind = kParseDouble;
+        return true;
+    }
+    range.from = from.integer;
+    range.to = to.integer;
+    return true;
+}
+
+/// "#", the word, "#".
+bool CommandGrammar::Marker(int word) {
+    Advance();
+    if (m_token != word)
+        return Unexpected();
+    Advance();
+    if (m_token != '#')
+        return Unexpected();
+    Advance();
+    return true;
+}
+
+/// The first value is always there. At the head of a list a range of one value walks down and needs a step below 1;
+/// further on it walks down whatever its step. A walk ends at the bound or by the wrap of 32 bits, so it is counted
+/// before anything is stored.
+bool CommandGrammar::AddByTo(ParseValue const &range, bool head) {
+    if (range.kind != kParseByTo)
+        return Fail();
+    bool const up = range.from < range.to;
+    bool const mustFall = head ? !up : range.from > range.to;
+    if (mustFall && range.by > 0)
+        return Fail();
+    auto const inside = [&](std::int32_t value) { return up ? value <= range.to : value >= range.to; };
+    std::int64_t count = 0;
+    std::int32_t value = range.from;
+    do {
+        value = WrappingSum(value, range.by);
+        if (!HasRoomFor(++count))
+            return Fail();
+    } while (inside(value));
+    value = range.from;
+    for (std::int64_t i = 0; i < count; ++i) {
+        m_working.AddInteger(value);
+        value = WrappingSum(value, range.by);
+    }
+    return true;
+}
+
+bool CommandGrammar::RequireNumbers() {
+    for (VMArguement const *argument = m_working.First(); argument; argument = argument->next) {
+        if (!argument->IsNumber())
+            return Fail();
+    }
+    return true;
+}
+
+/// The number at hand; fails when the line holds more numbers than the symbol table.
+bool CommandGrammar::Number(ParseValue &value) {
+    if (!m_lexer.Number())
+        return Fail();
+    value = *m_lexer.Number();
+    Advance();
+    return true;
+}
+
+} // namespace zvi::lib

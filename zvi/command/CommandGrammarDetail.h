@@ -1,0 +1,125 @@
+#pragma once
+
+#include "zvi/command/Parser.h"
+
+#include <memory>
+
+namespace zvi::lib {
+
+/// A stack of which no text can need more than one entry per byte.
+template <class T>
+class TextStack {
+public:
+    void Push(T const &value) {
+        if (m_size == kInPlace && !m_spill) {
+            m_spill = std::make_unique_for_overwrite<T[]>(lexer1::kBufferBytes);
+            for (int i = 0; i < m_size; ++i)
+                m_spill[static_cast<std::size_t>(i)] = m_inPlace[i];
+        }
+        Entries()[m_size++] = value;
+    }
+    T Pop() { return Entries()[--m_size]; }
+    T &Top() { return Entries()[m_size - 1]; }
+    int Size() const { return m_size; }
+
+private:
+    static constexpr int kInPlace = 16;
+
+    T *Entries() { return m_spill ? m_spill.get() : m_inPlace; }
+
+    int m_size = 0;
+    T m_inPlace[kInPlace];
+    std::unique_ptr<T[]> m_spill;
+};
+
+/// The grammar of the command language, one operation per symbol, from left to right with one token of lookahead.
+///
+///     start       COMMAND_LINE commandline | GRID_INPUT [args] | EQGRID_INPUT [args] | NODE_LIST_INPUT [args]
+///               | GET_INTS_BYTO_LIST [args] | RECORD_INPUT NAME args | GET_2NUMBER [args]
+///               | NUMBER_INPUT [expr] | I_NUMBER_INPUT [expr] | position | xyzlist | args
+///     commandline [args] | "=" expr | expr "<" expr "<" expr | expr "<" expr "," expr
+///     position    GET_POSITION [args] | GET_POSITION "@" ["@"] (args | expr "<" expr)
+///     xyzlist     GET_POSITIONXYZ_LIST [bracket] { ("," | BLANK_ARG) bracket }
+///     bracket     "[" args "]"
+///     args        item { "," item }
+///     item        repeat | byto | NAME | expr | BLANK_ARG, the last at the head of args alone
+///     repeat      expr "@" expr
+///     byto        NUMBER "#" ARG_TO "#" NUMBER [ "#" ARG_BY "#" expr ]
+///     expr        expr op expr | "-" expr | "(" expr ")" | NUMBER | FUNCTION "(" expr ")"
+///
+/// Operators bind "^" tightest, then the sign, "*" and "/", "+" and "-"; all of them, "^" too, group to the left.
+/// The word AGR_ERROR fails wherever an item, a bracket or an angle may stand. Each operation returns false once the
+/// parse has failed and the failure was reported.
+class CommandGrammar {
+public:
+    explicit CommandGrammar(Parser &parser);
+
+    /// Reads the line that the scanner holds: 1 on success, 0 on failure.
+    int Parse();
+
+private:
+    struct Operator {
+        int token;
+        TagSymbolNode const *function;
+    };
+    enum class Begun { kFailed, kItem, kExpression };
+
+    bool Start();
+    bool CommandLine();
+    bool GridInput();
+    bool EqGridInput();
+    bool IntegerList();
+    bool RecordInput();
+    bool TwoNumbers();
+    bool NumberInput();
+    bool IntegerInput();
+    bool Position();
+    bool RelativePosition();
+    bool PositionOfList();
+    bool XyzList();
+    bool Bracket();
+    bool CloseBracket();
+
+    bool Args();
+    bool ArgsFrom(ParseValue const &firstExpression);
+    bool MoreItems();
+    bool Item(bool head);
+    Begun BeginItem(bool head, ParseValue &expression);
+    bool FinishItem(ParseValue const &expression);
+    bool ByTo(ParseValue const &from, bool head);
+    bool ByToBounds(ParseValue const &from, ParseValue &range);
+    bool Marker(int word);
+    bool AddByTo(ParseValue const &range, bool head);
+    bool AddRepeat(ParseValue const &count, ParseValue const &value);
+
+    bool Expression(ParseValue &value);
+    bool ExpressionFrom(ParseValue const &firstOperand, ParseValue &value);
+    bool ExpressionRest(bool wantsOperand, ParseValue &value);
+    bool Operand(bool &wantsOperand);
+    bool ReduceDownTo(int precedence);
+    bool Reduce();
+    bool CloseParenthesis();
+    bool Binary(int token, ParseValue const &a, ParseValue const &b, ParseValue &result);
+    bool Power(ParseValue const &base, ParseValue const &exponent, ParseValue &result);
+
+    bool Number(ParseValue &value);
+    bool RequireNumbers();
+    void AddPolar(double length, double degrees, unsigned int op);
+    bool HasRoomFor(std::int64_t count) const;
+    bool AtEnd() const { return m_token == kTokenEnd; }
+    void Advance() { m_token = m_lexer.NextToken(); }
+    bool Unexpected();
+    bool Fail(char const *text = nullptr);
+
+    Parser &m_parser;
+    lexer1 &m_lexer;
+    VMCommand &m_result;
+    VMCommand &m_working;
+    int m_token = kTokenEnd;
+    bool m_failed = false;
+    int m_openParentheses = 0;
+    TextStack<ParseValue> m_values;
+    TextStack<Operator> m_operators;
+};
+
+} // namespace zvi::lib

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "zvi/command/MyParser.h"
+
+namespace zvi::lib {
+
+class MUnitCtrl;
+
+/// A parser whose numbers may bear a length unit: 5MM, 1,000MM, 2M+30CM.
+class ZVI_API MParser : public MyParser {
+public:
+    MParser();
+    ~MParser() override;
+
+    /// As `ParsingNumberArg` and `ParsingINumberArg`, once the length units have become factors to the current length
+    /// unit of `unit`. Returns 0 for an empty text too.
+    int ParsingUNumberArg(CString const &text, MUnitCtrl *unit);
+    int ParsingUINumberArg(CString const &text, MUnitCtrl *unit);
+
+    /// The normalised text with each length unit behind a number as a multiplication: "5MM+3" becomes
+    /// "(5*0.001000)+3" when the current unit is the metre. Commas inside numbers go: "1,000MM" is 1000 mm. A word
+    /// behind a number that is no length unit stays, in lower case, and makes the parse fail; so do "ft" and other
+    /// words with a B or a T, which are markers by then. `token` is not used.
+    CString SetUnitArgTokenString(CString const &text, CString const &token, MUnitCtrl *unit);
+
+    /// Turns "mm", "cm", "m", "in", "ft" or "um", whatever its case, into "*" and its factor with six decimals, and
+    /// returns 1. Any other word becomes lower case and returns 0; without `unit` it stays as it is.
+    int ConvertUnitToken(CString &token, MUnitCtrl *unit);
+
+    bool IsNumberSymbol(wchar_t c) const { return (c >= L'0' && c <= L'9') || c == L'.'; }
+    bool IsAlpahbetUpper(wchar_t c) const { return c >= L'A' && c <= L'Z'; }
+    bool IsAlpahbetLower(wchar_t c) const { return c >= L'a' && c <= L'z'; }
+};
+
+} // namespace zvi::lib

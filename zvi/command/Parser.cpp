@@ -1,0 +1,174 @@
+#include "zvi/command/Parser.h"
+
+#include "zvi/command/CommandGrammarDetail.h"
+#include "zvi/command/NormalizedLineDetail.h"
+
+namespace zvi::lib {
+
+Parser::Parser() : m_lexer(m_symbols) {}
+
+Parser::~Parser() = default;
+
+void Parser::ReportError(CString const &) {}
+
+void Parser::SetPreModePosNOp(int mode) {
+    m_positionInputMode = mode;
+}
+
+int Parser::_Parsing(CString const &text) {
+    m_lexer.SetAllDoubles(m_allDoubles != 0);
+    m_result.Clear();
+    m_working.Clear();
+    m_symbols.ClearNumbers();
+    m_symbols.ClearStrings();
+    m_gridArguments.RemoveAll();
+    m_tableStrings.RemoveAll();
+    m_errorPosition = 0;
+    if (!m_lexer.Load(text.GetString(), text.GetLength())) {
+        ReportError(L"Syntax Error");
+        return 0;
+    }
+    return CommandGrammar(*this).Parse();
+}
+
+/// The start word, a blank, and the normalised text.
+int Parser::ParseAs(int startWord, CString const &text) {
+    return _Parsing(NormalizedLine(m_symbols.ReservedWordName(startWord), text));
+}
+
+int Parser::ParseAsIntegers(int startWord, CString const &text) {
+    m_allDoubles = 0;
+    int const parsed = ParseAs(startWord, text);
+    m_allDoubles = 1;
+    return parsed;
+}
+
+int Parser::ParsingPositionArg(CString const &text) {
+    return ParseAs(kTokenGetPosition, text);
+}
+
+int Parser::ParsingNumberArg(CString const &text) {
+    return ParseAs(kTokenNumberInput, text);
+}
+
+int Parser::Parsing2NumberArg(CString const &text) {
+    return ParseAs(kTokenGet2Number, text);
+}
+
+int Parser::ParsingINumberArg(CString const &text) {
+    return ParseAsIntegers(kTokenINumberInput, text);
+}
+
+int Parser::ParsingGridDefineAbs(CString const &text) {
+    SetAbsIteration();
+    return ParseAsIntegers(kTokenGridInput, text);
+}
+
+int Parser::ParsingGridDefineRel(CString const &text) {
+    SetRelIteration();
+    return ParseAsIntegers(kTokenGridInput, text);
+}
+
+int Parser::ParsingEQGridDefine(CString const &text) {
+    return ParseAsIntegers(kTokenEqGridInput, text);
+}
+
+int Parser::ParsingCommandLine(CString const &text) {
+    return ParseAsIntegers(kTokenCommandLine, text);
+}
+
+int Parser::ParsingByTable(CString const &text, CArray<int> &table) {
+    m_tableIntegers = table;
+    m_tableStrings.RemoveAll();
+    return ParseAs(kTokenRecordInput, text);
+}
+
+template <class Number>
+int Parser::ParseIntegerList(int startWord, CString const &text, CArray<Number> &list) {
+    if (!ParseAsIntegers(startWord, text) || m_result.IsComputed())
+        return 0;
+    list.RemoveAll();
+    list.SetSize(m_result.GetCount());
+    Number *out = list.GetData();
+    for (VMArguement const *argument = m_result.First(); argument; argument = argument->next)
+        *out++ = static_cast<Number>(argument->integer);
+    return 1;
+}
+
+int Parser::ParsingNodeList(CString const &text, CArray<unsigned int> &list) {
+    SetAbsIteration();
+    return ParseIntegerList(kTokenNodeListInput, text, list);
+}
+
+int Parser::ParsingNodeList(CString const &text, CArray<int> &list) {
+    SetAbsIteration();
+    return ParseIntegerList(kTokenNodeListInput, text, list);
+}
+
+int Parser::ParsingListByTo(CString const &text, CArray<int> &list) {
+    return ParseIntegerList(kTokenGetIntsByToList, text, list);
+}
+
+int Parser::ParsingPositionXYZList(CString const &text, CArray<double> &coordinates) {
+    if (!ParseAs(kTokenGetPositionXyzList, text))
+        return 0;
+    coordinates.RemoveAll();
+    for (VMArguement const *argument = m_result.First(); argument; argument = argument->next) {
+        if (argument->kind != kArgPosition) {
+            coordinates.RemoveAll();
+            return 0;
+        }
+        coordinates.Add(argument->x);
+        coordinates.Add(argument->y);
+        coordinates.Add(argument->z);
+    }
+    return 1;
+}
+
+int Parser::ParsingPositionNOp(CString const &text, double &x, double &y, double &z, unsigned int &op) {
+    if (!ParseAs(kTokenGetPosition, text))
+        return 0;
+    op = m_result.GetOpCode();
+    return m_result.ReadNumbers(x, y, z);
+}
+
+int Parser::GetPositionData(double &x, double &y, double &z) {
+    return m_result.ReadNumbers(x, y, z);
+}
+
+int Parser::Get2NumberData(double &a, double &b) {
+    return m_result.ReadNumbers(a, b);
+}
+
+int Parser::GetNumberData(double &value) {
+    return m_result.ReadNumber(value);
+}
+
+int Parser::GetINumberData(int &value) {
+    return m_result.ReadInteger(value);
+}
+
+int Parser::AddDoubleVar(char *name, double value) {
+    if (!name || m_symbols.FindVariable(name))
+        return 0;
+    TagSymbolNode *const symbol = m_symbols.AddSymbol(name);
+    if (!symbol)
+        return 0;
+    symbol->value = value;
+    return 1;
+}
+
+CArray<double> &Parser::GetGridArgList() {
+    GetGridArgList(m_gridArguments);
+    return m_gridArguments;
+}
+
+void Parser::GetGridArgList(CArray<double> &list) const {
+    list.RemoveAll();
+    list.SetSize(m_result.GetCount());
+    double *out = list.GetData();
+    for (VMArguement const *argument = m_result.First(); argument; argument = argument->next)
+        *out++ = argument->AsDouble();
+}
+
+} // namespace zvi::lib

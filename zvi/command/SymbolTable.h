@@ -1,0 +1,111 @@
+#pragma once
+
+#include "zvi/command/ParseValue.h"
+#include "zvi/core/Export.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zvi::lib {
+
+class VMCommand;
+
+/// Degrees to radians and back in the command language. Both are single-precision values held as doubles: results of
+/// existing input files depend on these digits.
+inline constexpr double DEG_TO_RAD = 0.01745329238474369;
+inline constexpr double RAD_TO_DEG = 57.295780181884766;
+
+/// A function or a variable. A node with a function is a function, a node without is a variable.
+struct ZVI_API TagSymbolNode {
+    /// Longest name, in characters.
+    static constexpr int kMostNameChars = 103;
+
+    TagSymbolNode() = default;
+    TagSymbolNode(char const *symbolName, double (*symbolFunction)(double), double symbolValue);
+    virtual ~TagSymbolNode() = default;
+
+    char name[kMostNameChars + 1] = {};
+    double (*function)(double) = nullptr;
+    double value = 0.0;
+    std::uint64_t reserved = 0; ///< stays zero
+};
+
+/// A word that stands for a token.
+struct ZVI_API TagResWordNode {
+    virtual ~TagResWordNode() = default;
+
+    std::string text;
+    std::int32_t token = -1;
+    std::uint64_t reserved = 0; ///< stays zero
+};
+
+/// A word that is neither reserved, nor a function, nor a variable.
+struct ZVI_API TagStringNode {
+    virtual ~TagStringNode() = default;
+
+    std::string text;
+};
+
+/// A number literal, laid out as the value it carries.
+using TagNumberNode = ParseValue;
+
+/// Why a built-in function has no answer at `x`, as the text to report; null when it has one.
+/// asin and acos answer for -1 <= x <= 1 alone, and tan refuses exactly 90 (270 and its like give a huge value).
+ZVI_API char const *FunctionDomainError(TagSymbolNode const &symbol, double x);
+
+/// The names and literals of one parser. Limits are fixed counts, and at a limit an operation returns null and nothing
+/// else happens. Built-in functions, variables and reserved words are shared by all tables and cost nothing to set up.
+class ZVI_API SymbolTable {
+public:
+    static constexpr int kMostSymbols = 200;
+    static constexpr int kMostReservedWords = 300;
+    static constexpr int kMostNumbers = 1000;
+    static constexpr int kMostStrings = 1000;
+
+    SymbolTable();
+    ~SymbolTable();
+    SymbolTable(SymbolTable const &) = delete;
+    SymbolTable &operator=(SymbolTable const &) = delete;
+
+    /// A new variable with the value 0, or null at the limit or for a null or over-long name. A variable may bear the
+    /// name of a function, which then hides it.
+    TagSymbolNode *AddSymbol(char const *name);
+    /// The first function, or variable, of this name, whatever its case; null if there is none.
+    TagSymbolNode const *FindFunction(std::string_view name) const;
+    TagSymbolNode const *FindVariable(std::string_view name) const;
+
+    /// The reserved word with exactly this text, or with this token number; null if there is none.
+    TagResWordNode const *FindReservedWord(std::string_view text) const;
+    char const *ReservedWordName(int token) const;
+    /// A further reserved word, or null at the limit.
+    TagResWordNode *AddReservedWord(char const *text, int token);
+
+    /// A new string node with a copy of the text, or null at the limit.
+    TagStringNode *AddString(std::string_view text);
+    /// A new number node, or null at the limit: a double, or an integer of value 0 for the scanner to fill.
+    TagNumberNode *AddNumber(double value);
+    TagNumberNode *AddNumber();
+
+    /// Destroy all nodes of their kind. A pointer to one of them ends with it.
+    void ClearNumbers();
+    void ClearStrings();
+
+private:
+    /// Numbers of a short line live in the table itself.
+    static constexpr int kNumbersInPlace = 8;
+
+    TagNumberNode *NewNumber();
+
+    std::vector<std::unique_ptr<TagSymbolNode>> m_symbols;
+    std::vector<std::unique_ptr<TagResWordNode>> m_reservedWords;
+    int m_numberCount = 0;
+    TagNumberNode m_firstNumbers[kNumbersInPlace];
+    std::unique_ptr<TagNumberNode[]> m_moreNumbers;
+    std::vector<std::unique_ptr<TagStringNode>> m_strings;
+    std::vector<std::unique_ptr<VMCommand>> m_commands; ///< nothing adds to it
+};
+
+} // namespace zvi::lib

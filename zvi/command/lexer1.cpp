@@ -1,0 +1,189 @@
+#include "zvi/command/lexer1.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+namespace zvi::lib {
+
+namespace {
+
+/// Stands for a character outside ASCII; no rule of the language takes it.
+constexpr char kForeignCharacter = '?';
+constexpr wchar_t kLastAscii = 0x7F;
+/// Most digits that a double and a 64-bit integer both hold exactly.
+constexpr int kExactDigits = 15;
+
+bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+bool IsWordStart(char c) {
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_';
+}
+
+bool IsWordPart(char c) {
+    return IsWordStart(c) || IsDigit(c);
+}
+
+bool IsWhiteSpace(char c) {
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r';
+}
+
+/// Whether a decimal text that no double can hold is too large rather than too small, by the exponent of its first
+/// digit that is not zero.
+bool IsTooLarge(std::string_view text) {
+    std::size_t const mark = text.find_first_of("eE");
+    std::string_view const digits = text.substr(0, mark);
+    std::size_t const point = std::min(digits.find('.'), digits.size());
+    std::size_t const first = digits.find_first_of("123456789");
+    if (first == std::string_view::npos)
+        return false;
+    long exponent = static_cast<long>(point) - static_cast<long>(first);
+    if (mark != std::string_view::npos) {
+        std::string_view written = text.substr(mark + 1);
+        bool const negative = written.front() == '-';
+        if (negative || written.front() == '+')
+            written.remove_prefix(1);
+        long size = 0;
+        if (std::from_chars(written.data(), written.data() + written.size(), size).ec != std::errc{})
+            size = std::numeric_limits<int>::max();
+        exponent += negative ? -size : size;
+    }
+    return exponent > 0;
+}
+
+/// The standard decimal conversion, whatever the locale. Too large gives infinity and sets `overflow`, too small 0.
+double ToDouble(std::string_view text, bool &overflow) {
+    double value = 0.0;
+    if (std::from_chars(text.data(), text.data() + text.size(), value).ec == std::errc::result_out_of_range) {
+        if (!IsTooLarge(text))
+            return 0.0;
+        overflow = true;
+        return std::numeric_limits<double>::infinity();
+    }
+    return value;
+}
+
+/// Digits as a 32-bit integer; a larger number gives the largest one.
+std::int32_t ToInteger(std::string_view digits) {
+    std::int32_t value = 0;
+    if (std::from_chars(digits.data(), digits.data() + digits.size(), value).ec != std::errc{})
+        return std::numeric_limits<std::int32_t>::max();
+    return value;
+}
+
+} // namespace
+
+bool lexer1::Load(wchar_t const *text, int length) {
+    m_pos = 0;
+    m_tokenStart = 0;
+    m_overflow = false;
+    // One byte for the blank that is appended, one for the closing zero.
+    if (length > kBufferBytes - 2) {
+        m_text[0] = '\0';
+        return false;
+    }
+    for (int i = 0; i < length; ++i)
+        m_text[i] = text[i] >= 0 && text[i] <= kLastAscii ? static_cast<char>(text[i]) : kForeignCharacter;
+    m_text[length] = ' ';
+    m_text[length + 1] = '\0';
+    return true;
+}
+
+int lexer1::NextToken() {
+    while (true) {
+        while (IsWhiteSpace(m_text[m_pos]))
+            ++m_pos;
+        m_tokenStart = m_pos;
+        char const c = m_text[m_pos];
+        if (c == '\0')
+            return kTokenEnd;
+        if (IsDigit(c) || (c == '.' && IsDigit(m_text[m_pos + 1])))
+            return ReadNumber();
+        if (!IsWordStart(c)) {
+            ++m_pos;
+            return c;
+        }
+        // A word for which there is no room is passed over.
+        if (int const token = ReadWord())
+            return token;
+    }
+}
+
+std::string_view lexer1::Text(int begin, int end) const {
+    return {m_text + begin, static_cast<std::size_t>(end - begin)};
+}
+
+int lexer1::ReadWord() {
+    while (IsWordPart(m_text[m_pos]))
+        ++m_pos;
+    std::string_view const word = Text(m_tokenStart, m_pos);
+    if (TagResWordNode const *const reserved = m_symbols.FindReservedWord(word))
+        return reserved->token;
+    m_function = m_symbols.FindFunction(word);
+    if (m_function)
+        return kTokenFunction;
+    if (TagSymbolNode const *const variable = m_symbols.FindVariable(word)) {
+        m_number = m_symbols.AddNumber(m_overflow && std::isinf(variable->value) ? 0.0 : variable->value);
+        return kTokenNumber;
+    }
+    m_name = m_symbols.AddString(word);
+    return m_name ? kTokenName : 0;
+}
+
+int lexer1::SkipDigits(int at) const {
+    while (IsDigit(m_text[at]))
+        ++at;
+    return at;
+}
+
+int lexer1::SkipExponent(int at) const {
+    if (m_text[at] != 'E' && m_text[at] != 'e')
+        return at;
+    int digits = at + 1;
+    if (m_text[digits] == '+' || m_text[digits] == '-')
+        ++digits;
+    return IsDigit(m_text[digits]) ? SkipDigits(digits) : at;
+}
+
+int lexer1::ReadNumber() {
+    int const whole = SkipDigits(m_pos);
+    int const end = SkipExponent(m_text[whole] == '.' ? SkipDigits(whole + 1) : whole);
+    return end == whole ? ReadInteger(end) : ReadReal(end);
+}
+
+int lexer1::ReadInteger(int end) {
+    std::string_view const digits = Text(m_pos, end);
+    bool const isLong = end - m_pos > kExactDigits;
+    m_pos = end;
+    double real = isLong ? ToDouble(digits, m_overflow) : 0.0;
+    if (!isLong && m_allDoubles) {
+        std::int64_t exact = 0;
+        for (char const c : digits)
+            exact = exact * 10 + (c - '0');
+        real = static_cast<double>(exact);
+    }
+    if (m_overflow)
+        real = 1.0;
+    if (m_allDoubles) {
+        m_number = m_symbols.AddNumber(real);
+        return kTokenNumber;
+    }
+    TagNumberNode *const node = m_symbols.AddNumber();
+    if (node)
+        node->integer = ToInteger(digits);
+    m_number = node;
+    return kTokenNumber;
+}
+
+int lexer1::ReadReal(int end) {
+    m_overflow = false;
+    double const value = ToDouble(Text(m_pos, end), m_overflow);
+    m_pos = end;
+    m_number = m_symbols.AddNumber(value);
+    return kTokenNumber;
+}
+
+} // namespace zvi::lib
