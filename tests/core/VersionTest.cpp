@@ -4,8 +4,7 @@
 
 #include <cstdio>
 
-TEST(Version, HasThreeParts)
-{
+TEST(Version, HasThreeParts) {
     int major = -1;
     int minor = -1;
     int patch = -1;

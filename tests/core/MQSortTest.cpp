@@ -1,0 +1,312 @@
+#include "zvi/core/MQSort.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <climits>
+#include <cmath>
+#include <limits>
+#include <numeric>
+#include <random>
+#include <vector>
+
+using zvi::lib::MQSort;
+
+namespace {
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+
+std::vector<int> Indices(std::size_t count) {
+    std::vector<int> indices(count);
+    std::iota(indices.begin(), indices.end(), 0);
+    return indices;
+}
+
+/// The order that a stable standard sort by `isLess` gives.
+template <typename Key, typename IsLess>
+std::vector<int> ExpectedOrder(std::vector<Key> const &keys, IsLess isLess) {
+    std::vector<int> order = Indices(keys.size());
+    std::stable_sort(order.begin(), order.end(), [&](int a, int b) {
+        return isLess(keys[static_cast<std::size_t>(a)], keys[static_cast<std::size_t>(b)]);
+    });
+    return order;
+}
+
+/// Keys of many kinds: spread over the whole range, crowded with ties, and both zeros.
+std::vector<double> RandomKeys(std::mt19937_64 &random, std::size_t count, int kind) {
+    std::vector<double> keys(count);
+    for (double &key : keys) {
+        double const unit = std::uniform_real_distribution<double>(-1.0, 1.0)(random);
+        double const special[] = {0.0, -0.0, kInfinity, -kInfinity, 5e-324, -5e-324, 1.0, -1.0};
+        if (kind == 0)
+            key = unit * std::pow(10.0, static_cast<double>(random() % 600) - 300.0);
+        else if (kind == 1)
+            key = std::floor(unit * 5.0);
+        else if (kind == 2)
+            key = special[random() % std::size(special)];
+        else
+            key = 1.0 + unit * 1e-15;
+    }
+    return keys;
+}
+
+} // namespace
+
+TEST(MQSort, OrdersDoublesStablyAtEverySize) {
+    std::mt19937_64 random(20);
+    for (std::size_t const count : {1, 2, 15, 16, 17, 100, 511, 512, 513, 5000}) {
+        for (int kind = 0; kind < 4; ++kind) {
+            SCOPED_TRACE(testing::Message() << count << " of kind " << kind);
+            std::vector<double> const keys = RandomKeys(random, count, kind);
+            std::vector<int> const expected = ExpectedOrder(keys, std::less<double>());
+
+            std::vector<double> sorted = keys;
+            std::vector<int> index = Indices(count);
+            MQSort::QSortDblWithIndex(index.data(), sorted.data(), count);
+            EXPECT_EQ(index, expected);
+            EXPECT_TRUE(std::is_sorted(sorted.begin(), sorted.end()));
+
+            std::vector<double> again = keys;
+            std::vector<unsigned int> place(count);
+            std::iota(place.begin(), place.end(), 0U);
+            MQSort::QSortDblWithIndex(place.data(), again.data(), count);
+            EXPECT_TRUE(std::equal(place.begin(), place.end(), expected.begin(),
+                                   [](unsigned int a, int b) { return a == static_cast<unsigned int>(b); }));
+
+            std::vector<double> values = keys;
+            MQSort::QSortDbl(values.data(), count);
+            EXPECT_EQ(values, sorted);
+            EXPECT_TRUE(std::equal(values.begin(), values.end(), sorted.begin(),
+                                   [](double a, double b) { return std::signbit(a) == std::signbit(b); }));
+
+            for (int const reverse : {0, 1}) {
+                std::vector<double> iterated = keys;
+                std::vector<std::uint64_t> iterator(count);
+                std::iota(iterator.begin(), iterator.end(), std::uint64_t{0});
+                MQSort::QSortDblWithIterator(iterator.data(), iterated.data(), count, reverse);
+                if (reverse != 0)
+                    std::reverse(iterator.begin(), iterator.end());
+                EXPECT_TRUE(std::equal(iterator.begin(), iterator.end(), expected.begin(),
+                                       [](std::uint64_t a, int b) { return a == static_cast<std::uint64_t>(b); }));
+            }
+        }
+    }
+}
+
+TEST(MQSort, NotANumberLosesNoElement) {
+    std::mt19937_64 random(21);
+    for (std::size_t const count : {2, 40, 3000}) {
+        std::vector<double> keys = RandomKeys(random, count, 0);
+        for (std::size_t i = 0; i < count; i += 7)
+            keys[i] = kNan;
+        std::vector<int> index = Indices(count);
+        std::vector<double> sorted = keys;
+        MQSort::QSortDblWithIndex(index.data(), sorted.data(), count);
+        for (std::size_t i = 0; i < count; ++i) {
+            double const key = keys[static_cast<std::size_t>(index[i])];
+            EXPECT_TRUE(sorted[i] == key || (std::isnan(sorted[i]) && std::isnan(key)));
+        }
+        std::sort(index.begin(), index.end());
+        EXPECT_EQ(index, Indices(count));
+    }
+}
+
+TEST(MQSort, OrdersWholeNumbers) {
+    std::mt19937_64 random(22);
+    for (std::size_t const count : {5, 300, 4000}) {
+        std::vector<int> keys(count);
+        for (int &key : keys)
+            key = static_cast<int>(random() % 1000) - 500;
+        std::vector<int> const expected = ExpectedOrder(keys, std::less<int>());
+        std::vector<int> sorted = keys;
+        std::sort(sorted.begin(), sorted.end());
+
+        std::vector<int> values = keys;
+        MQSort::QSortInt(values.data(), count);
+        EXPECT_EQ(values, sorted);
+
+        std::vector<int> index = Indices(count);
+        values = keys;
+        MQSort::QSortIntWithIndex(index.data(), values.data(), count);
+        EXPECT_EQ(index, expected);
+        EXPECT_EQ(values, sorted);
+
+        std::vector<long> longs(keys.begin(), keys.end());
+        std::vector<std::uint64_t> iterator(count);
+        std::iota(iterator.begin(), iterator.end(), std::uint64_t{0});
+        MQSort::QSortKeyWithIterator(iterator.data(), longs.data(), count);
+        EXPECT_TRUE(std::equal(iterator.begin(), iterator.end(), expected.begin(),
+                               [](std::uint64_t a, int b) { return a == static_cast<std::uint64_t>(b); }));
+        EXPECT_TRUE(std::equal(longs.begin(), longs.end(), sorted.begin()));
+    }
+}
+
+TEST(MQSort, LooksAtLowHalvesOnly) {
+    std::int64_t const high = std::int64_t{1} << 32;
+    std::vector<std::int64_t> values{high + 3, 2, -high + 3, 5 * high - 1, high + 2};
+    MQSort::QSortInt64(values.data(), values.size());
+    EXPECT_EQ(values, (std::vector<std::int64_t>{5 * high - 1, 2, high + 2, high + 3, -high + 3}));
+
+    std::vector<std::uint64_t> iterator{1, 2, 3};
+    std::vector<long> keys{7, 4294967295L + 2, 0};
+    MQSort::QSortKeyWithIterator(iterator.data(), keys.data(), 3);
+    EXPECT_EQ(iterator, (std::vector<std::uint64_t>{3, 2, 1}));
+    EXPECT_EQ(keys[1], 4294967295L + 2) << "a key comes back whole";
+}
+
+TEST(MQSort, DifferencesWrapAround) {
+    // INT_MAX - (-2) wraps to a negative number, so the larger key counts as the smaller one.
+    std::vector<int> wrapped{-2, INT_MAX};
+    MQSort::QSortInt(wrapped.data(), wrapped.size());
+    EXPECT_EQ(wrapped, (std::vector<int>{INT_MAX, -2}));
+
+    // Keys over the whole range have no proper order; none is lost, and the result is the same every time.
+    std::mt19937 random(23);
+    std::vector<int> keys(5000);
+    for (int &key : keys)
+        key = static_cast<int>(random());
+    std::vector<int> first = keys;
+    std::vector<int> second = keys;
+    MQSort::QSortInt(first.data(), first.size());
+    MQSort::QSortInt(second.data(), second.size());
+    EXPECT_EQ(first, second);
+    EXPECT_TRUE(std::is_permutation(first.begin(), first.end(), keys.begin()));
+}
+
+TEST(MQSort, ComparisonsAnswerForRecords) {
+    auto const dbl = [](double a, double b) { return MQSort::CompareDbl(&a, &b); };
+    EXPECT_EQ(dbl(1.0, 1.0), 0);
+    EXPECT_EQ(dbl(0.0, -0.0), 0);
+    EXPECT_EQ(dbl(1.0, 2.0), -1);
+    EXPECT_EQ(dbl(2.0, 1.0), 1);
+    EXPECT_EQ(dbl(kNan, 1.0), 1);
+    EXPECT_EQ(dbl(1.0, kNan), 1);
+
+    auto const iterated = [](double a, double b) {
+        MQSort::DblWithIterator const left{9, a};
+        MQSort::DblWithIterator const right{1, b};
+        return MQSort::CompareDblWithIterator(&left, &right);
+    };
+    EXPECT_EQ(iterated(2.5, 2.5), 0);
+    EXPECT_EQ(iterated(-1.0, 2.5), -1);
+    EXPECT_EQ(iterated(kInfinity, 1.0), 1);
+    EXPECT_EQ(iterated(kInfinity, kInfinity), 1) << "the difference is not a number";
+
+    auto const wide = [](std::int64_t a, std::int64_t b) { return MQSort::CompareInt64(&a, &b); };
+    EXPECT_EQ(wide(0x100000001, 1), 0);
+    EXPECT_EQ(wide(0x700000002, 0x900000005), -3);
+
+    MQSort::IntWithIndex const small{100, INT_MIN};
+    MQSort::IntWithIndex const large{0, 1};
+    EXPECT_EQ(MQSort::CompareIntWithIndex(&small, &large), INT_MAX);
+    MQSort::KeyWithIterator const low{5, 4294967296L + 3};
+    MQSort::KeyWithIterator const high{4, 10};
+    EXPECT_EQ(MQSort::CompareKeyWithIterator(&low, &high), -7);
+}
+
+TEST(MQSort, OrdersPackedKeysBeforeSerials) {
+    auto const pack = [](unsigned int key, unsigned int serial) { return serial << 20 | key; };
+    std::vector<unsigned int> const expected{pack(0, 0), pack(0, 4095), pack(1, 2),
+                                             pack(1, 3), pack(77, 0),   pack(0xFFFFF, 1)};
+    std::vector<unsigned int> values = expected;
+    std::mt19937 random(24);
+    for (int round = 0; round < 10; ++round) {
+        std::shuffle(values.begin(), values.end(), random);
+        MQSort::QSortKey20Serial12(values.data(), values.size());
+        EXPECT_EQ(values, expected);
+    }
+    for (std::size_t i = 1; i < expected.size(); ++i)
+        EXPECT_LT(MQSort::CompareKey20Serial12(&expected[i - 1], &expected[i]), 0);
+    std::vector<unsigned int> many(3000);
+    for (unsigned int &value : many)
+        value = static_cast<unsigned int>(random());
+    MQSort::QSortKey20Serial12(many.data(), many.size());
+    EXPECT_TRUE(std::is_sorted(many.begin(), many.end(), [](unsigned int a, unsigned int b) {
+        return MQSort::CompareKey20Serial12(&a, &b) < 0;
+    }));
+}
+
+TEST(MQSort, SeparatesTrailingNumbers) {
+    struct Case {
+        wchar_t const *text;
+        wchar_t const *prefix;
+        int zeros;
+        int number;
+    };
+    Case const cases[] = {
+        {L"Beam12", L"Beam", 0, 12},
+        {L"B007", L"B", 2, 7},
+        {L"B", L"B", 0, -1},
+        {L"123", L"", 0, 123},
+        {L"", L"", 0, -1},
+        {L"B000", L"B", 3, 0},
+        {L"B0100", L"B", 1, 100},
+        {L"A1-B2 ", L"A1-B2 ", 0, -1},
+        {L"A-3", L"A-", 0, 3},
+        {L"N2147483647", L"N", 0, INT_MAX},
+        {L"N99999999999999999999", L"N", 0, INT_MAX},
+    };
+    for (Case const &c : cases) {
+        CString prefix(L"old");
+        int zeros = 55;
+        int number = 55;
+        MQSort::SeparateStringNum(c.text, prefix, zeros, number);
+        EXPECT_EQ(prefix, CString(c.prefix)) << testing::PrintToString(c.text);
+        EXPECT_EQ(zeros, c.zeros) << testing::PrintToString(c.text);
+        EXPECT_EQ(number, c.number) << testing::PrintToString(c.text);
+    }
+    CString text(L"Node5");
+    int zeros = 0;
+    int number = 0;
+    MQSort::SeparateStringNum(text, text, zeros, number);
+    EXPECT_EQ(text, L"Node") << "the text may receive its own prefix";
+}
+
+TEST(MQSort, OrdersNamesNaturally) {
+    std::vector<wchar_t const *> const ordered{L"A",   L"A0",           L"A2", L"A7", L"A007",
+                                               L"A10", L"A99999999999", L"AB", L"a1"};
+    std::vector<int> shuffle = Indices(ordered.size());
+    std::mt19937 random(25);
+    for (int round = 0; round < 10; ++round) {
+        std::shuffle(shuffle.begin(), shuffle.end(), random);
+        std::vector<CString> names;
+        std::vector<unsigned int> index;
+        for (int const place : shuffle) {
+            names.emplace_back(ordered[static_cast<std::size_t>(place)]);
+            index.push_back(static_cast<unsigned int>(place));
+        }
+        MQSort::QSortStringNumWithIndex(index.data(), names.data(), names.size());
+        for (std::size_t i = 0; i < ordered.size(); ++i) {
+            EXPECT_EQ(names[i], ordered[i]) << i;
+            EXPECT_EQ(index[i], i);
+        }
+    }
+    // "A2147483647" and "A99999999999" have the same parts: a tie, which keeps its order and its texts.
+    std::vector<CString> ties{L"A99999999999", L"A2147483647", L"A88888888888"};
+    std::vector<CString> const before = ties;
+    std::vector<unsigned int> index{1, 2, 3};
+    MQSort::QSortStringNumWithIndex(index.data(), ties.data(), 3);
+    EXPECT_EQ(ties, before);
+    EXPECT_EQ(index, (std::vector<unsigned int>{1, 2, 3}));
+}
+
+TEST(MQSort, OrdersStringsByUnit) {
+    std::vector<CString> names;
+    std::vector<unsigned int> index;
+    std::mt19937 random(26);
+    for (unsigned int i = 0; i < 200; ++i) {
+        names.emplace_back(static_cast<wchar_t>(L'a' + random() % 5), static_cast<int>(1 + random() % 4));
+        index.push_back(i);
+    }
+    std::vector<CString> plain = names;
+    std::vector<CString> sorted = names;
+    std::vector<int> const expected = ExpectedOrder(names, std::less<CString>());
+    MQSort::QSortString(plain.data(), plain.size());
+    MQSort::QSortStringWithIndex(index.data(), sorted.data(), sorted.size());
+    EXPECT_TRUE(std::is_sorted(plain.begin(), plain.end()));
+    EXPECT_EQ(plain, sorted);
+    EXPECT_TRUE(std::equal(index.begin(), index.end(), expected.begin(),
+                           [](unsigned int a, int b) { return a == static_cast<unsigned int>(b); }));
+    MQSort::QSortStringWithIndex(nullptr, nullptr, 0);
+}
