@@ -13,7 +13,7 @@ TEST(Angle, PlaneAnglesAreSignedAndEndAtPlus180) {
     Row const rows[] = {
         {1, 0, 0, -1, -90.0}, {1, 0, -1, 0, 180.0},         {1, 0, -1, -1e-5, 180.0},
         {3, 0, 5, 5, 45.0},   {0, 2, 1, 0, -90.0},          {1, 1, 2, 2, 0.0},
-        {1, 0, 1, 1e-4, 0.0}, {1, 0, 1, 1.5e-4, 0.0085944}, {7e-5, 0, 0, 7e-5, 0.0},
+        {1, 0, 1, 1e-4, 0.0}, {1, 0, 1, 1.5e-4, 0.0085944}, {7e-5, 0, 0, 7e-5, 0.0}, {8e-5, 0, 0, 8e-5, 90.0},
         {0, 0, 1, 1, 0.0},    {-1, 0, 0, -4, 90.0},         {1, 0, -0.5, 0.8660254037844386, 120.0},
     };
     for (Row const &row : rows) {
@@ -29,10 +29,14 @@ TEST(Angle, PlaneAnglesAreSignedAndEndAtPlus180) {
 }
 
 TEST(Angle, SpaceAngleAtTheFirstPoint) {
-    double const apex[3] = {1, 1, 1};
-    double const p1[3] = {2, 2, 1};
-    double const p2[3] = {2, 1, 2};
-    EXPECT_NEAR(angle_3d(apex, p1, p2), 60.0, 1e-12);
+    double const apex[3] = {1, 2, 3};
+    double const p1[3] = {2, 4, 5};
+    double const p2[3] = {5, 2, 6};
+    double const v1[3] = {1, 2, 2};
+    double const v2[3] = {4, 0, 3};
+    double const expected = std::acos(2.0 / 3.0) * 180.0 / M_PI;
+    EXPECT_NEAR(angle_3d(apex, p1, p2), expected, 1e-12);
+    EXPECT_NEAR(angle_3d(v1, v2), expected, 1e-12);
     EXPECT_EQ(angle_3d(apex, apex, p2), 0.0);
     EXPECT_TRUE(std::isnan(angle_3d(std::nan(""), 0.0, 0.0, 1.0, 0.0, 0.0)));
 }

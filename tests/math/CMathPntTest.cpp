@@ -62,7 +62,9 @@ TEST(CMathPnt, ArithmeticGoesByCoordinate) {
     double z = 0.0;
     p.Get(x, y, z);
     EXPECT_EQ(y, 7.0);
-    EXPECT_EQ(CMathPnt(1.0, 2.0, 2.0).Distance(CMathPnt()), 3.0);
+    EXPECT_EQ(CMathPnt(3.0, 5.0, -4.0).Distance(CMathPnt(1.0, 2.0, 2.0)), 7.0);
+    p.Set(CMathPnt(7.0, 8.0, 9.0).Data());
+    ExpectNear(p.Data(), Xyz{7.0, 8.0, 9.0});
 }
 
 TEST(CMathPnt, GetAngleMeasuresAtTheApex) {

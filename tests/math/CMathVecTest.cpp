@@ -17,7 +17,7 @@ TEST(CMathVec, ProductsKeepTheirHands) {
     CMathVec const v(2.0, -3.0, 5.0);
     EXPECT_EQ(v * CMathVec(1.0, 1.0, 2.0), 9.0);
     ExpectNear((x ^ y).Data(), Xyz{0.0, 0.0, 1.0});
-    // x (y . v) - ... : a x (b x c) = b (a . c) - c (a . b)
+    // a x (b x c) = b (a . c) - c (a . b)
     ExpectNear(v.CrossCrossed(x, y).Data(), Xyz{-3.0, -2.0, 0.0});
     ExpectNear((-v).Data(), Xyz{-2.0, 3.0, -5.0});
     ExpectNear((v * 2.0 - v).Data(), Xyz{2.0, -3.0, 5.0});
@@ -28,8 +28,8 @@ TEST(CMathVec, ProductsKeepTheirHands) {
 }
 
 TEST(CMathVec, HeadIsTheSecondPoint) {
-    CMathPnt const from(1.0, 1.0, 1.0);
-    CMathPnt const to(4.0, 5.0, 1.0);
+    CMathPnt const from(1.0, 2.0, 1.0);
+    CMathPnt const to(4.0, 6.0, 1.0);
     ExpectNear(CMathVec(from, to).Data(), Xyz{3.0, 4.0, 0.0});
     CMathVec v;
     v.Set(to.Data(), from.Data());

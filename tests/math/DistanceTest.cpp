@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <random>
 
@@ -14,11 +15,11 @@ TEST(Distance, LinePoint2dMeasuresAlongAxisParallelLinesOnly) {
     Row const rows[] = {
         {{0, 0}, {1, 0}, {5, 0}, 4.0},       // a point of a horizontal line: to the nearer end
         {{0, 0}, {1, 0}, {-2, 0}, 2.0},      //
-        {{0, 0}, {1, 0}, {5, -3}, 3.0},      // off it: to the infinite line
+        {{0, 0}, {1, 0}, {5, -3}, 3.0}, {{0, 0}, {1, 0}, {5, 5e-8}, 5e-8},      // off it: to the infinite line
         {{2, 0}, {2, 4}, {2, 1}, 1.0},       // a point of a vertical segment
         {{2, 0}, {2, 4}, {-1, 9}, 3.0},      //
         {{0, 0}, {1, 1}, {5, 5}, 0.0},       // a point of a slanted line
-        {{0, 0}, {4, 3}, {5, 10}, 5.0},      //
+        {{1, 2}, {5, 5}, {-2, 6}, 5.0},      //
         {{1, 1}, {1, 1}, {4, 5}, 3.0},       // coincident ends count as a vertical line
         {{1, 1}, {1, 1}, {1, 5}, 4.0},       //
         {{0, 0}, {9e-9, 7}, {9e-9, 8}, 1.0}, // nearly vertical, the point within the limit
@@ -64,7 +65,7 @@ TEST(Distance, SegmentPointIsThatOfTheNearestPoint) {
     EXPECT_EQ(distance_segment_point_3d(rows[0].p1, rows[0].p1, rows[0].pt), kNoAnswer);
 }
 
-TEST(Distance, SegmentPoint3dAgreesWithSampling) {
+TEST(Distance, SegmentPointAgreesWithSampling) {
     std::mt19937_64 random(11);
     std::uniform_real_distribution<double> coordinate(-10.0, 10.0);
     for (int round = 0; round < 100; ++round) {
@@ -73,14 +74,17 @@ TEST(Distance, SegmentPoint3dAgreesWithSampling) {
             for (double &x : point)
                 x = coordinate(random);
         }
-        double nearest = 1e9;
+        double nearest2 = 1e9;
+        double nearest3 = 1e9;
         for (int i = 0; i <= 2000; ++i) {
-            double const t = i / 2000.0;
-            nearest =
-                std::min(nearest, distance_3d(p[0][0] + t * (p[1][0] - p[0][0]), p[0][1] + t * (p[1][1] - p[0][1]),
-                                              p[0][2] + t * (p[1][2] - p[0][2]), p[2][0], p[2][1], p[2][2]));
+            double q[3];
+            for (int k = 0; k < 3; ++k)
+                q[k] = p[0][k] + (p[1][k] - p[0][k]) * i / 2000.0;
+            nearest2 = std::min(nearest2, distance_2d(q, p[2]));
+            nearest3 = std::min(nearest3, distance_3d(q, p[2]));
         }
-        EXPECT_NEAR(distance_segment_point_3d(p[0], p[1], p[2]), nearest, 1e-3) << "seed 11, round " << round;
+        EXPECT_NEAR(distance_segment_point_2d(p[0], p[1], p[2]), nearest2, 2e-3) << "seed 11, round " << round;
+        EXPECT_NEAR(distance_segment_point_3d(p[0], p[1], p[2]), nearest3, 2e-3) << "seed 11, round " << round;
     }
 }
 
@@ -98,7 +102,7 @@ TEST(Distance, PlanePoint) {
     double const a[3] = {0, 0, 1};
     double const b[3] = {2, 0, 1};
     double const c[3] = {0, 2, 1};
-    double const pt[3] = {5, 5, -3};
+    double const pt[3] = {5, 6, -3};
     double const slanted[3] = {3, 0, 4};
     double const along[3] = {1, 1, 0};
     double const zero[3] = {0, 0, 0};

@@ -57,13 +57,18 @@ TEST(Ellipse, SpecialPlaces) {
     }
 }
 
-TEST(Ellipse, PointOfACircleIsItsOwnContact) {
+TEST(Ellipse, RareContacts) {
     double const axes[2] = {5.0, 5.0};
     double const p[2] = {3.0, -4.0};
     double out[4];
     ASSERT_EQ(GetEllipseContactPoint(axes, p, out), 2);
     ExpectNear(out, Xy{3, -4});
     ExpectNear(out + 2, Xy{3, -4});
+    // By the squares on the vertical tangent, and yet not at the vertex.
+    double const smallAxes[2] = {0.01, 0.02};
+    double const beside[2] = {0.0100001, 0.0};
+    ASSERT_EQ(GetEllipseContactPoint(smallAxes, beside, out), 1);
+    ExpectNear(out, Xy{0.0100001, 0});
 }
 
 } // namespace zvi::lib

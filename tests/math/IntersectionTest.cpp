@@ -102,8 +102,7 @@ TEST(Intersection, SegmentsInSpaceAgreeWithThoseInThePlane) {
 }
 
 TEST(Intersection, GateLooksAtTheLastPointOrWithTolAtEitherOfTheTwo) {
-    // c stands 1e-3 over the first line and far out d rises: d is off the steep plane a, b, c, while c is hardly off
-    // the plane a, b, d.
+    // c hangs 1e-5 over the first line, so the plane a, b, c stands upright and d is 4 off it; c is hardly off a, b, d.
     double const a[3] = {0, 0, 0};
     double const b[3] = {10, 0, 0};
     double const c[3] = {5, 0, 1e-5};
@@ -125,7 +124,7 @@ TEST(Intersection, TriangleAndQuadrilateralWithASegment) {
         {{2, 2, 0}, {2, 2, 5}, true, true},     {{3, 1, 0}, {3, 1, 1}, true, true}, // ends on the face
         {{3, 1, 0}, {3, 1, 0.9}, false, false}, {{5, 1, 0}, {5, 1, 2}, false, false},
         {{0, 1, 1}, {4, 1, 1}, false, false}, // runs in the plane
-        {{3, 1, 0}, {3, 1, 0}, false, false},   {{6, 1, 0}, {0, 1, 2}, true, true},
+        {{3, 1, 0}, {3, 1, 0}, false, false},   {{6, 3, 0}, {0, -1, 2}, true, true},
     };
     for (Row const &row : rows) {
         SCOPED_TRACE(&row - rows);
@@ -135,6 +134,7 @@ TEST(Intersection, TriangleAndQuadrilateralWithASegment) {
     }
     double const flat[3] = {2, 0, 1};
     EXPECT_FALSE(intersect_triangle_line_3d(q[0], q[1], flat, rows[0].from, rows[0].to));
+    EXPECT_FALSE(intersect_triangle_line_3d(q[0], q[1], q[1], rows[0].from, rows[0].to));
 }
 
 } // namespace zvi::lib

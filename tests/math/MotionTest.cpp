@@ -1,10 +1,8 @@
 #include "zvi/math/Motion.h"
 
 #include "tests/math/Near.h"
-#include "zvi/math/Distance.h"
 #include "zvi/math/MotionMatrix.h"
 #include "zvi/math/Product.h"
-#include "zvi/math/Shrinkage.h"
 #include "zvi/math/SmallMatrix.h"
 #include "zvi/math/SmallVector.h"
 
@@ -136,19 +134,20 @@ TEST(Motion, Mirrors) {
 }
 
 TEST(Motion, MirrorInThePlane) {
-    double const a[2] = {0, 1};
-    double const b[2] = {5, 6};
-    double const p[2] = {4, 1};
+    double const a[2] = {1, 1};
+    double const b[2] = {4, 5};
+    double const p[2] = {0, 8}; // 5 along the line and 5 to its left
     double out[2];
     mirror_2d(p, a, b, out);
-    ExpectNear(out, Xy{0, 5});
-    double const direction[2] = {5, 5};
+    ExpectNear(out, Xy{8, 2});
+    double const direction[2] = {6, 8};
+    double const q[2] = {-1, 7};
     double m[2][2];
     mirror_matrix_2d(direction, m);
-    multiply_matrix_2x2_vector_2x1(m, p, out);
-    ExpectNear(out, Xy{1, 4});
+    multiply_matrix_2x2_vector_2x1(m, q, out);
+    ExpectNear(out, Xy{7, 1});
     mirror_2d(p, a, a, out);
-    ExpectNear(out, Xy{4, 1}, 0.0);
+    ExpectNear(out, Xy{0, 8}, 0.0);
 }
 
 TEST(Motion, NoAxisTurnsAndMirrorsNothing) {
@@ -181,8 +180,10 @@ TEST_F(RandomMotion, InverseTransformUndoesTheTransform) {
         ExpectNear(out, Xy{p[0], p[1]}, 1e-9);
     }
     double const singular[2][2] = {{1, 2}, {2, 4}};
-    double out[2] = {8, 8};
+    double const singular3[3][3] = {{1, 2, 3}, {2, 4, 6}, {0, 1, 0}};
+    double out[3] = {8, 8, 8};
     EXPECT_FALSE(inverse_transform_2d(out, singular, out, out));
+    EXPECT_FALSE(inverse_transform_3d(out, singular3, out, out));
     EXPECT_EQ(out[0], 8.0);
 }
 
@@ -193,35 +194,6 @@ TEST(Motion, LocalAxesAreTheColumns) {
     double out[2];
     transform_2d(p, local, origin, out);
     ExpectNear(out, Xy{10, 22});
-}
-
-TEST(Shrinkage, CornersMoveTowardTheirMean) {
-    using Shrinker = void (*)(double const(*)[3], double, double(*)[3]);
-    struct Row {
-        Shrinker shrink;
-        int count;
-    };
-    double const corners[8][3] = {{0, 0, 0}, {6, 0, 3}, {6, 6, 0}, {0, 6, 9},
-                                  {1, 1, 1}, {5, 2, 8}, {7, 7, 7}, {3, 2, 4}};
-    for (Row const &row : {Row{line_shrinkage, 2}, Row{triangle_shrinkage, 3}, Row{tetrahedron_shrinkage, 4},
-                           Row{pentahedron_shrinkage, 6}, Row{hexahedron_shrinkage, 8}}) {
-        SCOPED_TRACE(row.count);
-        double out[9][3];
-        for (int i = 0; i < 8; ++i)
-            copy_vector_3x1(corners[i], out[i]);
-        out[row.count][0] = 99.0;
-        row.shrink(out, 0.25, out);
-        EXPECT_EQ(out[row.count][0], 99.0) << "one corner too many";
-        EXPECT_NEAR(4.0 * distance_3d(out[0], out[row.count - 1]), distance_3d(corners[0], corners[row.count - 1]),
-                    1e-14);
-        row.shrink(corners, 0.0, out);
-        for (int i = 1; i < row.count; ++i)
-            ExpectNear(out[i], Xyz{out[0][0], out[0][1], out[0][2]});
-    }
-    double out[3][3];
-    triangle_shrinkage(corners, 0.5, out);
-    ExpectNear(out[0], Xyz{2, 1, 0.5});
-    ExpectNear(out[1], Xyz{5, 1, 2});
 }
 
 } // namespace zvi::lib

@@ -36,6 +36,7 @@ TEST(Scalar, ThirdNumberIsComparedWithTheFirstAlone) {
     EXPECT_FALSE(is_equal3(0.0, 0.0, 1e-8)) << "the second does not";
     EXPECT_TRUE(is_equal3(0.0, 9e-9, -9e-9)) << "b and c differ by more";
     EXPECT_FALSE(is_equal3(0.0, 1.1e-8, 0.0));
+    EXPECT_FALSE(is_equal3(1.0, -1.0, 1.0));
 }
 
 TEST(Scalar, CleanLooksAtEachCoordinate) {

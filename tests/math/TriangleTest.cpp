@@ -52,7 +52,7 @@ TEST(Triangle, Coplanar) {
 }
 
 TEST(Triangle, Areas) {
-    double const a[3] = {1, 1, 5};
+    double const a[3] = {1, 2, 5};
     double const b[3] = {5, 1, 5};
     double const c[3] = {5, 4, 5};
     double const reflex[3] = {4, 2, 5}; // the quadrilateral a, b, c, reflex is not convex
@@ -60,10 +60,10 @@ TEST(Triangle, Areas) {
     EXPECT_EQ(signed_triangle_area_2d(a, c, b), -6.0);
     EXPECT_EQ(triangle_area_2d(a, c, b), 6.0);
     EXPECT_EQ(triangle_area_3d(a, c, b), 6.0);
-    EXPECT_EQ(quadrilateral_area_2d(a, b, c, reflex), 3.5); // the shoelace sum of the four corners is 7
-    EXPECT_EQ(quadrilateral_area_3d(a, b, c, reflex), 3.5);
-    double const standing[3] = {1, 1, 8};
-    EXPECT_EQ(triangle_area_3d(a, b, standing), 6.0);
+    EXPECT_EQ(quadrilateral_area_2d(a, b, c, reflex), 3.0); // the shoelace sum of the four corners is 6
+    EXPECT_EQ(quadrilateral_area_3d(a, b, c, reflex), 3.0);
+    double const standing[3] = {1, 2, 8};
+    EXPECT_NEAR(triangle_area_3d(a, b, standing), std::sqrt(153.0) / 2.0, 1e-14);
 }
 
 TEST(Triangle, CirclesOfTheThreeFourFiveTriangle) {

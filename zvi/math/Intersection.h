@@ -3,13 +3,13 @@
 #include "zvi/core/Export.h"
 
 // Where lines meet lines and faces, in the free family. Points are three adjacent doubles, two in the operations named
-// 2d. Segments run from a to b and from c to d. Each operation answers false for a segment shorter than 1e-8, for
-// parallel and overlapping lines, and for NaN coordinates.
+// 2d. Segments run from a to b and from c to d. Each operation answers false for parallel and overlapping lines and for
+// NaN coordinates, and each `intersect` operation for a segment shorter than 1e-8.
 
 namespace zvi::lib {
 
-/// True only if the ends of each segment lie strictly on opposite sides of the other: segments that touch, share an end
-/// or overlap do not cross.
+/// True only if the ends of each segment lie strictly on opposite sides of the other: segments that touch, share an
+/// end, overlap or have no length do not cross. There is no tolerance.
 ZVI_API bool check_line_line_intersection_2d(double const *a, double const *b, double const *c, double const *d);
 
 /// Where the lines from (x1, y1) to (x2, y2) and from (x3, y3) to (x4, y4) meet, as fractions `s` of the first and `t`
