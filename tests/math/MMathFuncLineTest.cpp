@@ -38,6 +38,7 @@ TEST(MMathFuncLine, NearlyParallelLinesDoNotMeet) {
     }
     EXPECT_EQ(MMathFunc::mathIntersectLine(p1, p1, p1, p2, 1.0, dist, out), 0);
     EXPECT_EQ(MMathFunc::mathIntersectLine2D(0, 0, NAN, 0, 0, -1, 0, 1, out[0], out[1], 0), 0);
+    EXPECT_EQ(MMathFunc::mathIntersectLine2D(0, 0, 1, 0, 3, 3, 3, 3, out[0], out[1], 0), 0);
 }
 
 TEST(MMathFuncLine, SegmentSlackIsRelativeToEachLength) {
@@ -88,22 +89,57 @@ TEST(MMathFuncLine, CrossingSegmentsInSpaceMeetInBothOrders) {
         ASSERT_EQ(MMathFunc::mathIntersectLine(p1, p2, q1, q2, 1e-8, dist, out), 1);
         for (int i = 0; i < 3; ++i)
             EXPECT_NEAR(out[i], meeting[i], 1e-9);
+        if (run % 3 == 2) {
+            double x = 0.0, y = 0.0;
+            EXPECT_EQ(MMathFunc::mathIntersectLine2D(p1[0], p1[1], p2[0], p2[1], q1[0], q1[1], q2[0], q2[1], x, y, 1),
+                      within);
+            EXPECT_EQ(MMathFunc::mathIntersectLine2D(p1[0], p1[1], p2[0], p2[1], q1[0], q1[1], q2[0], q2[1], x, y, 0),
+                      1);
+            EXPECT_NEAR(std::hypot(x - meeting[0], y - meeting[1]), 0.0, 1e-9);
+        }
     }
 }
 
 TEST(MMathFuncLine, FootOfAPoint) {
     double x = 0.0, y = 0.0, z = 0.0, t = 0.0;
-    EXPECT_EQ(MMathFunc::mathPLCrossPoint(1, 0, 0, 0, 2, 0, 5, 3, 5, x, y, z, t), 1.5);
+    EXPECT_EQ(MMathFunc::mathPLCrossPoint(1, -1, 2, 0, 2, 2, 5, 3, 4, x, y, z, t), 1.5);
     EXPECT_EQ(t, 1.5);
     EXPECT_EQ(x, 1.0);
-    EXPECT_EQ(y, 3.0);
-    EXPECT_EQ(z, 0.0);
+    EXPECT_EQ(y, 2.0);
+    EXPECT_EQ(z, 5.0);
     EXPECT_TRUE(std::isnan(MMathFunc::mathPLCrossPoint(1, 0, 0, 0, 0, 0, 5, 3, 5, x, y, z)));
-    EXPECT_DOUBLE_EQ(MMathFunc::mathPLCrossPoint2D(0, 0, 3, 4, 7, 1, x, y), 5.0);
-    EXPECT_DOUBLE_EQ(x, 3.0);
-    EXPECT_DOUBLE_EQ(y, 4.0);
+    EXPECT_DOUBLE_EQ(MMathFunc::mathPLCrossPoint2D(1, -2, 4, 2, 8, -1, x, y), 5.0);
+    EXPECT_DOUBLE_EQ(x, 4.0);
+    EXPECT_DOUBLE_EQ(y, 2.0);
     MMathFunc::mathPLCrossPoint2D(2, 2, 2, 2, 7, 1, x, y);
     EXPECT_TRUE(std::isnan(x));
+}
+
+TEST(MMathFuncLine, PlaneEquationHoldsForItsPoints) {
+    std::mt19937 random(31);
+    std::uniform_real_distribution<double> number(-10.0, 10.0);
+    for (int run = 0; run < 100; ++run) {
+        double p[3][3];
+        for (auto &row : p)
+            for (double &value : row)
+                value = number(random);
+        double n[3], d = 0.0;
+        ASSERT_EQ(MMathFunc::mathPlaneEquation(p[0], p[1], p[2], n[0], n[1], n[2], d), 1);
+        EXPECT_NEAR(MMathFunc::Dot(n, n), 1.0, 1e-12);
+        for (auto const &row : p)
+            EXPECT_NEAR(MMathFunc::Dot(n, row) + d, 0.0, 1e-10);
+        // The triangle is seen counter-clockwise from the head of the normal.
+        double const above[3] = {p[0][0] + n[0], p[0][1] + n[1], p[0][2] + n[2]};
+        double u[3], w[3], v[3];
+        MMathFunc::VectorSubtract(p[1], p[0], u);
+        MMathFunc::VectorSubtract(p[2], p[0], w);
+        MMathFunc::VectorSubtract(above, p[0], v);
+        EXPECT_GT(MMathFunc::Dot(MMathFunc::VectorCross(u, w, u), v), 0.0);
+        double again[3] = {3.0 * n[0], 3.0 * n[1], 3.0 * n[2]};
+        double a = 0, b = 0, c = 0, sameD = 0;
+        MMathFunc::mathPlaneEquation(p[2], again, a, b, c, sameD);
+        EXPECT_NEAR(sameD, d, 1e-10);
+    }
 }
 
 TEST(MMathFuncLine, PlaneEquationsDifferInTheSignOfD) {

@@ -121,6 +121,11 @@ TEST(MMathFuncPolyline, InsideARing) {
                 << row.p.x << ' ' << row.p.y;
         }
     EXPECT_EQ(MMathFunc::mathIsInsidePoint2D(kSquare[0].Data(), 0, Rows(kSquare), 1), 0);
+    // Within 1e-11 of the edge's length from its end, farther than 1e-10, and level with it.
+    Ring const tall = {{0, 0}, {5, 0}, {5, 1000}, {0, 1000}};
+    Pnt const beside{-5e-9, 0};
+    EXPECT_EQ(MMathFunc::mathIsInsidePoint2D(beside.Data(), 4, Rows(tall), 1), 1);
+    EXPECT_EQ(MMathFunc::mathIsInsidePoint2D(beside.Data(), 4, Rows(tall), 0), 0);
     Ring const wide = {{0, 0}, {3e11, 0}, {3e11, 4}, {0, 4}};
     Pnt const middle{1, 1};
     EXPECT_EQ(MMathFunc::mathIsInsidePoint2D(middle.Data(), 4, Rows(wide), 1), 1);
@@ -148,7 +153,7 @@ TEST(MMathFuncPolyline, InsideAgreesWithTheWindingAngle) {
 
 TEST(MMathFuncPolyline, LinesCross) {
     double const l1[2][2] = {{0, 0}, {1, 1}};
-    double const l2[2][2] = {{0, 4}, {1, 3}};
+    double const l2[2][2] = {{-1, 5}, {1, 3}};
     double const nearly[2][2] = {{0, 1}, {1, 2.00000000005}};
     double out[2] = {9, 9};
     EXPECT_EQ(MMathFunc::mathLineLineCross2D(l1, l2, out, 0), 1);
@@ -167,13 +172,16 @@ TEST(MMathFuncPolyline, LinesCross) {
 }
 
 TEST(MMathFuncPolyline, SideAndDistanceOfALine) {
-    Pnt const a{0, 0}, b{4, 0};
+    Pnt const a{1, 2}, b{5, 2};
     struct {
         Pnt p;
         double distance;
         int where, side;
-    } const rows[] = {
-        {{-3, 4}, 4, 0, 1}, {{2, -1}, 1, 1, 0}, {{9, 0}, 0, 2, 2}, {{4, 2}, 2, 1, 1}, {{2, 2e-8}, 2e-8, 1, 2}};
+    } const rows[] = {{{-2, 6}, 4, 0, 1},
+                      {{3, 1}, 1, 1, 0},
+                      {{10, 2}, 0, 2, 2},
+                      {{5, 4}, 2, 1, 1},
+                      {{3, 2 + 0x1p-26}, 0x1p-26, 1, 2}};
     for (auto const &row : rows) {
         int where = -1;
         EXPECT_EQ(MMathFunc::mathDistanceFromIntersectPointToLine2D(a.Data(), b.Data(), row.p.Data(), where),
@@ -203,7 +211,11 @@ TEST(MMathFuncPolyline, BulgeAndCentreBelongTogether) {
         EXPECT_NEAR(center[1], (16.0 - bulge * bulge) / (2.0 * bulge), 1e-12);
     }
     EXPECT_EQ(MMathFunc::GetBulge(chord, 3.9, 1), 0.0);
+    double const slanted[2][2] = {{7.4, 5.8}, {1, 1}}; // the same length, its left normal (0.6, -0.8)
     double center[2];
+    EXPECT_EQ(MMathFunc::GetCenter_Bulge(slanted, 2.0, center), 1);
+    EXPECT_NEAR(center[0], 4.2 + 3.0 * 0.6, 1e-12);
+    EXPECT_NEAR(center[1], 3.4 - 3.0 * 0.8, 1e-12);
     EXPECT_EQ(MMathFunc::GetCenter_Bulge(chord, 0.0, center), 0);
     EXPECT_EQ(center[0], 4.0);
 }
@@ -242,6 +254,7 @@ TEST(MMathFuncPolyline, RingsOverlapWhereTheirBoxesMeet) {
     // The closing edge along x = 0 counts a vertex as touching whose double area with it is below 1e-10.
     Ring const beside = {{-1e-11, 1}, {-4, 1}, {-4, 3}};
     EXPECT_EQ(MMathFunc::IsOverLap_Polyline(4, Rows(kSquare), 3, Rows(beside)), 1);
+    EXPECT_EQ(MMathFunc::IsOverLap_Polyline(3, Rows(beside), 4, Rows(kSquare)), 1);
     EXPECT_EQ(MMathFunc::IsOverLap_Polyline(0, Rows(kSquare), 3, Rows(beside)), 0);
 }
 
@@ -279,8 +292,8 @@ TEST(MMathFuncPolyline, OffsetRingKeepsItsDistanceAtEveryCorner) {
 }
 
 TEST(MMathFuncPolyline, RepeatedPointsMoveWithTheirNeighbour) {
-    Ring ring = {{0, 0}, {0, 0}, {4, 0}, {4, 4}, {4, 4}, {4, 4}, {0, 4}, {0, 0}, {0, 0}};
-    Ring const expected = {{-1, -1}, {-1, -1}, {5, -1}, {5, 5}, {5, 5}, {5, 5}, {-1, 5}, {-1, -1}, {-1, -1}};
+    Ring ring = {{7, 1}, {7, 1}, {9, 1}, {9, 4}, {9, 4}, {9, 4}, {7, 4}, {7, 1}, {7, 1}};
+    Ring const expected = {{6, 0}, {6, 0}, {10, 0}, {10, 5}, {10, 5}, {10, 5}, {6, 5}, {6, 0}, {6, 0}};
     ASSERT_EQ(MMathFunc::mathOffsetOfPolyline(1.0, Count(ring), Rows(ring), -3), 1);
     for (std::size_t i = 0; i < ring.size(); ++i) {
         EXPECT_NEAR(ring[i].x, expected[i].x, 1e-14) << i;
@@ -328,7 +341,7 @@ TEST(MMathFuncPolyline, AreaAndCentroid) {
     EXPECT_EQ(MMathFunc::mathPolyCentroid(3, Rows(flat), out, area), 0);
     EXPECT_EQ(out[0], 2.0);
     EXPECT_EQ(MMathFunc::mathArea2d(2, Rows(flat)), 0.0);
-    double const tilted[4][3] = {{0, 0, 0}, {3, 0, 4}, {3, 2, 4}, {0, 2, 0}};
+    double const tilted[4][3] = {{1, 2, 3}, {4, 2, 7}, {4, 4, 7}, {1, 4, 3}};
     EXPECT_EQ(MMathFunc::mathArea(4, tilted), 10.0);
     EXPECT_EQ(MMathFunc::mathArea(tilted[0], tilted[1], tilted[2]), 5.0);
     EXPECT_EQ(MMathFunc::mathArea2d(tilted[0], tilted[2], tilted[1]), -3.0);

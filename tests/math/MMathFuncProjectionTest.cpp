@@ -50,10 +50,10 @@ Surface const surfaces[] = {
          return MMathFunc::project_on_sphere_mf_vector(p.Data(), d.Data(), 2.0, kTol, &o.x);
      },
      true},
-    {"cone", [](Point p) { return p.R() - std::abs(2.0 - 0.25 * p.z); },
-     [](Point p, Point &o) { return MMathFunc::project_on_cone_normal(p.Data(), 2.0, 1.0, 4.0, kTol, &o.x); },
+    {"cone", [](Point p) { return p.R() - std::abs(2.0 - 0.375 * p.z); },
+     [](Point p, Point &o) { return MMathFunc::project_on_cone_normal(p.Data(), 2.0, 0.5, 4.0, kTol, &o.x); },
      [](Point p, Point d, Point &o) {
-         return MMathFunc::project_on_cone_mf_vector(p.Data(), d.Data(), 2.0, 1.0, 4.0, kTol, &o.x);
+         return MMathFunc::project_on_cone_mf_vector(p.Data(), d.Data(), 2.0, 0.5, 4.0, kTol, &o.x);
      },
      true},
     {"flat ellipsoid", [](Point p) { return std::hypot(p.R() / 3.0, p.z / 1.5) - 1.0; },
@@ -242,6 +242,11 @@ TEST(MMathFuncProjection, PlanesFromThreePoints) {
             EXPECT_NEAR(Size(out - expected), 0.0, 1e-9);
         }
     }
+    // x + 2 y + 2 z = 9 has the distance 3 from the origin and its foot at (1, 2, 2).
+    Point const origin{0, 0, 0};
+    EXPECT_TRUE(MMathFunc::project_on_plane_normal(origin.Data(), 1, 2, 2, 9, 1e-10, &out.x));
+    EXPECT_EQ(Size(out - Point{1, 2, 2}), 0.0);
+    EXPECT_FALSE(MMathFunc::project_on_plane_normal(origin.Data(), 1, 2, 2, 9, 9.1, &out.x));
     Point const n{0, 0, 1}, v{0.6, 0, -0.8};
     EXPECT_EQ(MMathFunc::project_on_plane_vector(n.Data(), v.Data(), &out.x), 1);
     EXPECT_EQ(Size(out - Point{0.6, 0, 0}), 0.0);

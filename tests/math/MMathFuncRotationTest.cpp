@@ -98,8 +98,9 @@ TEST(MMathFuncRotation, XYPlaneGoesToTheNormalsPlaneWithItsFrameFixed) {
     // (1, 2, 0) by 90 degrees about (-n.y, n.x, 0), then the frame.
     struct {
         Point n, to;
-    } const rows[] = {{{0, 0, 2}, {1, 2, 0}},  {{1, 0, 0}, {2, 0, -1}}, {{-1, 0, 0}, {2, 0, 1}},
-                      {{0, 1, 0}, {1, 0, -2}}, {{0, -1, 0}, {1, 0, 2}}, {{0, 0, -1}, {1, 2, 0}}};
+    } const rows[] = {{{0, 0, 2}, {1, 2, 0}},  {{1, 0, 0}, {2, 0, -1}},          {{-1, 0, 0}, {2, 0, 1}},
+                      {{0, 1, 0}, {1, 0, -2}}, {{0.6, -0.8, 0}, {-1.2, 1.6, 1}}, {{0, -1, 0}, {1, 0, 2}},
+                      {{0, 0, -1}, {1, 2, 0}}};
     for (auto const &row : rows) {
         Point p{1, 2, 0};
         MMathFunc::mathRotateXYPlane(row.n.Data(), p.Data(), &p.x);
@@ -117,6 +118,11 @@ TEST(MMathFuncRotation, MatrixProductTakesTheRowVectorFromTheLeft) {
     move[3][0] = 10.0;
     double both[4][4];
     MMathFunc::mathMxMult(turnZ, move, both);
+    double const mixed[4][4] = {{1, 2, 3, 4}, {5, 6, 7, 8}, {9, 10, 11, 12}, {13, 14, 15, 16}};
+    double row[4] = {1, 10, 100, 1000};
+    MMathFunc::mathVecMult(row, mixed, row);
+    EXPECT_EQ(row[0], 13951.0);
+    EXPECT_EQ(row[3], 17284.0);
     double v[4] = {1, 0, 0, 1};
     MMathFunc::mathVecMult(v, both, v);
     EXPECT_EQ(v[0], 10.0);
@@ -138,6 +144,8 @@ TEST(MMathFuncRotation, AnglesOfVectors) {
     EXPECT_NEAR(MMathFunc::mathCrossAngle(x.Data(), y.Data(), zDown.Data()), 270.0, 1e-12);
     EXPECT_NEAR(MMathFunc::mathCrossAngle(x.Data(), back.Data(), zDown.Data()), 180.0, 1e-12) << "no cross product";
     EXPECT_NEAR(MMathFunc::mathCrossAngleNormalize(x.Data(), back.Data()), 180.0, 1e-12);
+    EXPECT_NEAR(MMathFunc::mathCrossAngle(1, 1, 0, 0, 0, -3), 90.0, 1e-12);
+    EXPECT_EQ(MMathFunc::mathCrossAngleNew(x.Data(), x.Data()), 0.0) << "a product above 1 counts as 1";
     struct {
         Point a, b;
         double sign;

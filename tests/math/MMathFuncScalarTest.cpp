@@ -106,6 +106,13 @@ TEST(MMathFuncScalar, DirectionBetweenPointsDependsOnTheFlag) {
     }
 }
 
+TEST(MMathFuncScalar, TurnOfThreePoints) {
+    EXPECT_EQ(MMathFunc::math_ccw(1, 1, 3, 1, 2, 2), 1);
+    EXPECT_EQ(MMathFunc::math_ccw(1, 1, 3, 1, 2, 0), -1);
+    EXPECT_EQ(MMathFunc::math_ccw(1, 0, 3, 0, 2, 4e-11), 0);
+    EXPECT_EQ(MMathFunc::math_ccw(1, 0, 3, 0, 2, -6e-11), -1);
+}
+
 TEST(MMathFuncScalar, VectorsWorkInPlace) {
     double a[3] = {1, 2, 3};
     double const b[3] = {4, 5, 6};
@@ -126,6 +133,37 @@ TEST(MMathFuncScalar, VectorsWorkInPlace) {
     EXPECT_EQ(only[2], 9.0);
 }
 
+TEST(MMathFuncScalar, VectorIdentitiesHold) {
+    double const a[3] = {3, -4, 12};
+    double const b[3] = {1, 2, -2};
+    double sum[3], difference[3], product[3], v[3];
+    EXPECT_EQ(MMathFunc::VectorAdd(a, b, sum), sum);
+    EXPECT_EQ(MMathFunc::VectorSubtract(a, b, difference), difference);
+    EXPECT_EQ(MMathFunc::Dot(sum, difference), MMathFunc::Dot(a, a) - MMathFunc::Dot(b, b));
+    EXPECT_EQ(MMathFunc::PointSquareDistance(a, b), MMathFunc::Dot(difference, difference));
+    MMathFunc::mathNormal(a, b, product);
+    EXPECT_EQ(MMathFunc::Dot(product, product), 169.0 * 9.0 - 29.0 * 29.0) << "|a x b|^2 = |a|^2 |b|^2 - (a . b)^2";
+    MMathFunc::mathReverse(b, v);
+    MMathFunc::Add(v, sum, v);
+    MMathFunc::mathReverse(v);
+    MMathFunc::Add(v, a);
+    EXPECT_EQ(MMathFunc::Dot(v, v), 0.0) << "a - (a + b - b)";
+    MMathFunc::Copy(a, v, 2);
+    MMathFunc::Copy(b, v, -1);
+    EXPECT_EQ(v[1], -4.0);
+    EXPECT_EQ(v[2], 0.0);
+    MMathFunc::mathLerp(a, b, 0.25, v);
+    EXPECT_EQ(v[2], 8.5);
+    MMathFunc::Multiply(a, -2.0, v);
+    MMathFunc::VectorNormalise(v);
+    EXPECT_NEAR(v[0], -3.0 / 13.0, 1e-16);
+    EXPECT_EQ(MMathFunc::mathDot(a, a), 1.0) << "clamped";
+    EXPECT_EQ(MMathFunc::mathDot(3, 0, -2, 5), -1.0);
+    EXPECT_DOUBLE_EQ(MMathFunc::mathDot(0.6, 0.8, 0.8, 0.6), 0.96);
+    EXPECT_EQ(MMathFunc::mathAbs(-2.5), 2.5);
+    EXPECT_EQ(MMathFunc::SquareNonZero(), 1e-4 * MMathFunc::NonZero());
+}
+
 TEST(MMathFuncScalar, NormalizeScalesShortVectorsOnce) {
     struct {
         double x;
@@ -142,9 +180,9 @@ TEST(MMathFuncScalar, NormalizeScalesShortVectorsOnce) {
 }
 
 TEST(MMathFuncScalar, LineDistanceIsToTheEndlessLine) {
-    double const a[3] = {1, 0, 0};
-    double const b[3] = {3, 0, 0};
-    double const pt[3] = {9, 3, 4};
+    double const a[3] = {1, 1, 0};
+    double const b[3] = {3, 1, 0};
+    double const pt[3] = {9, 4, 4};
     double t = 0.0;
     double foot[3];
     EXPECT_EQ(MMathFunc::PointLineSquareDistance3D(pt, a, b, t, foot), 25.0);
