@@ -92,7 +92,7 @@ int MGeomFunc::GetTopologyOfTwoLines(T_LINE2D const &l, T_LINE2D const &m) {
 int MGeomFunc::GetMBR(MArray<T_POINT2D> const &points, T_REGION2D &region) {
     if (points.Empty())
         return 0;
-    region = detail::PointInPolygon(points).Box();
+    region = curves::PointInPolygon(points).Box();
     return 1;
 }
 
@@ -111,11 +111,11 @@ int MGeomFunc::IsPointInPolygon(T_POINT2D const &p, MArray<T_POINT2D> const &pol
 }
 
 int MGeomFunc::IsPointInPolygon2(T_POINT2D const &p, MArray<T_POINT2D> const &polygon, int closed) {
-    return detail::PointInPolygon(polygon).Contains(p, closed);
+    return curves::PointInPolygon(polygon).Contains(p, closed);
 }
 
 int MGeomFunc::GetLinePolygonCrossCount(T_LINE2D const &line, MArray<T_POINT2D> const &polygon) {
-    detail::EdgeCrossings crossings(line, polygon.Data(), polygon.Size());
+    curves::EdgeCrossings crossings(line, polygon.Data(), polygon.Size());
     int count = 0;
     for (std::size_t edge = 0; edge < polygon.Size(); ++edge)
         count += crossings.Count(edge);

@@ -9,7 +9,7 @@ namespace zvi::lib {
 
 namespace {
 
-using detail::Vec3;
+using curves::Vec3;
 
 /// A point this near to a segment touches it (units of the input).
 constexpr double kTouching = 1e-10;
@@ -27,7 +27,7 @@ Vec3 ToVector(T_POINT2D const &p) {
 }
 
 bool IsTouching(Vec3 const &a, Vec3 const &b, Vec3 const &p) {
-    return detail::SegmentDistance(a, b, p) < kTouching;
+    return curves::SegmentDistance(a, b, p) < kTouching;
 }
 
 /// 1 if the segments cross and their carriers meet exactly.

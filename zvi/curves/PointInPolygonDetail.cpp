@@ -8,7 +8,7 @@
 #include <cmath>
 #include <limits>
 
-namespace zvi::lib::detail {
+namespace zvi::lib::curves {
 
 namespace {
 
@@ -175,4 +175,4 @@ double EdgeCrossings::RotatedHeight(T_POINT2D const &p) {
     return p.x * m_rotation[0][1] + p.y * m_rotation[1][1] + m_rotation[2][1];
 }
 
-} // namespace zvi::lib::detail
+} // namespace zvi::lib::curves

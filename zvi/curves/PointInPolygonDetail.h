@@ -4,7 +4,7 @@
 
 #include <cstddef>
 
-namespace zvi::lib::detail {
+namespace zvi::lib::curves {
 
 /// The test of `MGeomFunc::IsPointInPolygon2` with the polygon's box found once, for many points against one polygon.
 /// It looks at the vertices it was given; they must outlive it unchanged.
@@ -44,4 +44,4 @@ private:
     double m_rotation[3][3]{};
 };
 
-} // namespace zvi::lib::detail
+} // namespace zvi::lib::curves

@@ -32,7 +32,7 @@ void T_MBR3D::Set(MVector<double, 3> const &p1, MVector<double, 3> const &p2, do
 
 void T_MBR3D::SetWithCurv(MVector<double, 3> const &p1, MVector<double, 3> const & /*p2*/, double tol,
                           MVector<double, 3> const &center) {
-    double const half = detail::PlanDistance(center, p1) + tol;
+    double const half = curves::PlanDistance(center, p1) + tol;
     MinX = center[0] - half;
     MaxX = center[0] + half;
     MinY = center[1] - half;

@@ -6,7 +6,7 @@
 
 // Small vector helpers of the curve room.
 
-namespace zvi::lib::detail {
+namespace zvi::lib::curves {
 
 using Vec3 = MVector<double, 3>;
 
@@ -97,4 +97,4 @@ inline double SegmentDistance2D(double ax, double ay, double bx, double by, doub
     return std::fabs(dx * vy - dy * vx) / std::sqrt(squaredLength);
 }
 
-} // namespace zvi::lib::detail
+} // namespace zvi::lib::curves

@@ -1,0 +1,122 @@
+#include "zvi/curves/ArcDetail.h"
+
+#include "zvi/curves/VectorDetail.h"
+#include "zvi/math/MMathFunc.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace zvi::lib::curves {
+
+namespace {
+
+/// Direction of the vector from the x axis, -180 to 180; a vector of zero length is taken as it is.
+double SignedDirection(double x, double y) {
+    double const length = std::sqrt(x * x + y * y);
+    if (!IsZeroLength(length)) {
+        x /= length;
+        y /= length;
+    }
+    return MMathFunc::mathCrossAngle2D(1.0, 0.0, x, y);
+}
+
+/// Widens the box by the quarter point at `quarter` times 90 degrees.
+void WidenToQuarter(int quarter, double const *center, double radius, T_REGION2D_G &box) {
+    switch (quarter % 4) {
+    case 0:
+        box.MaxX = std::max(box.MaxX, center[0] + radius);
+        break;
+    case 1:
+        box.MaxY = std::max(box.MaxY, center[1] + radius);
+        break;
+    case 2:
+        box.MinX = std::min(box.MinX, center[0] - radius);
+        break;
+    default:
+        box.MinY = std::min(box.MinY, center[1] - radius);
+    }
+}
+
+/// Quarter of the plane of a direction that is certainly off the axes, 0 to 3, or -1.
+int CertainQuarter(PlanVector v) {
+    double const limit = kCertainSine * (std::fabs(v.x) + std::fabs(v.y));
+    if (!(std::fabs(v.x) > limit && std::fabs(v.y) > limit))
+        return -1;
+    if (v.y > 0.0)
+        return v.x > 0.0 ? 0 : 1;
+    return v.x < 0.0 ? 2 : 3;
+}
+
+/// Numbers of the first quarter point after `start` and of the last one before `end`, from the quarters alone. False if
+/// that is not certain.
+bool QuartersBetween(PlanVector start, PlanVector end, int &first, int &last) {
+    int const startQuarter = CertainQuarter(start);
+    int const endQuarter = CertainQuarter(end);
+    if (startQuarter < 0 || endQuarter < 0)
+        return false;
+    int turns = endQuarter < startQuarter ? 4 : 0;
+    if (startQuarter == endQuarter) {
+        int const turn = CertainTurn(start, end);
+        if (turn == 0)
+            return false;
+        turns = turn < 0 ? 4 : 0;
+    }
+    first = startQuarter + 1;
+    last = endQuarter + turns;
+    return true;
+}
+
+/// The same from the angles.
+void QuartersBetweenAngles(PlanVector start, PlanVector end, int &first, int &last) {
+    double a = SignedDirection(start.x, start.y);
+    double b = SignedDirection(end.x, end.y);
+    if (a < 0.0)
+        a += 360.0;
+    if (b < 0.0)
+        b += 360.0;
+    if (a > b)
+        b += 360.0;
+    first = 9;
+    last = -1;
+    for (int quarter = 0; quarter <= 8; ++quarter) {
+        double const q = 90.0 * quarter;
+        if (a <= q && q <= b) {
+            first = std::min(first, quarter);
+            last = quarter;
+        }
+    }
+}
+
+} // namespace
+
+int CompareSweep(PlanVector start, PlanVector v, PlanVector w) {
+    int const turnV = CertainTurn(start, v, 2.0 * kCertainSine);
+    if (turnV == 0)
+        return 0;
+    int const turnW = CertainTurn(start, w);
+    if (turnW == 0) {
+        // Either about 180, which v is certainly off, or about 0 or 360.
+        bool const isOpposite = start.x * w.x + start.y * w.y < 0.0;
+        return isOpposite ? turnV : 0;
+    }
+    if (turnV != turnW)
+        return turnV;
+    return CertainTurn(v, w);
+}
+
+T_REGION2D_G ArcBox(double const *p1, double const *p2, double const *center, double radius, bool counterClockwise) {
+    T_REGION2D_G box = {std::min(p1[0], p2[0]), std::min(p1[1], p2[1]), std::max(p1[0], p2[0]), std::max(p1[1], p2[1])};
+    PlanVector start = {p1[0] - center[0], p1[1] - center[1]};
+    PlanVector end = {p2[0] - center[0], p2[1] - center[1]};
+    if (!counterClockwise)
+        std::swap(start, end);
+    int first = 0;
+    int last = 0;
+    if (!QuartersBetween(start, end, first, last))
+        QuartersBetweenAngles(start, end, first, last);
+    for (int quarter = first; quarter <= last; ++quarter)
+        WidenToQuarter(quarter, center, radius, box);
+    return box;
+}
+
+} // namespace zvi::lib::curves
