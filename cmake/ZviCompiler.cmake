@@ -29,6 +29,11 @@ function(zvi_target_defaults target)
       -ffp-contract=off
       $<$<BOOL:${ZVI_WERROR}>:-Werror>)
   endif()
+  if(ZVI_BUILD_FUZZERS)
+    # Every target counts its branches, so that the fuzzer sees into the library too.
+    target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link)
+    target_link_options(${target} PRIVATE -fsanitize=fuzzer-no-link)
+  endif()
   if(ZVI_SANITIZE)
     target_compile_options(${target} PRIVATE -fsanitize=${ZVI_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(${target} PRIVATE -fsanitize=${ZVI_SANITIZE})
