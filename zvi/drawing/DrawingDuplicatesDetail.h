@@ -1,0 +1,16 @@
+#pragma once
+
+#include "zvi/drawing/NetworkDetail.h"
+
+namespace zvi::lib::drawing {
+
+/// Takes out each edge that runs between the same two places as an earlier one and stays within the snap distance
+/// of it. Such edges are counted and become leftovers, or, when `kept` is given, go there with the index that
+/// their original has afterwards.
+struct KeptDuplicate {
+    Edge edge;
+    int original = 0;
+};
+void DropDuplicates(Network &network, std::vector<DrawingCurve> const &curves, std::vector<KeptDuplicate> *kept);
+
+} // namespace zvi::lib::drawing
