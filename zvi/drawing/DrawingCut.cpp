@@ -165,8 +165,9 @@ bool PointOnAll(Network &network, NearPlace const *first, NearPlace const *last,
     return true;
 }
 
-/// Moves each end that misses an edge by more than rounding onto that edge. Returns whether any was moved.
-bool MovePlacesOntoEdges(Network &network, std::vector<Pair> const &pairs) {
+/// Moves each end that misses an edge by more than rounding onto that edge, unless it would come too near another
+/// place.
+void MovePlacesOntoEdges(Network &network, PlaceIndex &index, std::vector<Pair> const &pairs) {
     std::vector<NearPlace> const near = NearPlaces(network, pairs);
     bool any = false;
     for (std::size_t i = 0, j = 0; i < near.size(); i = j) {
@@ -176,13 +177,18 @@ bool MovePlacesOntoEdges(Network &network, std::vector<Pair> const &pairs) {
         DrawingPoint point = PlaceAt(network, near[i].place);
         if (farthest <= network.rounding || !PointOnAll(network, near.data() + i, near.data() + j, point))
             continue;
+        int const neighbour = index.Nearest(point, network.snap);
+        if (neighbour >= 0 && neighbour != near[i].place)
+            continue;
         network.places[static_cast<std::size_t>(near[i].place)] = point;
+        network.counts.joined += network.endsAsWritten[static_cast<std::size_t>(near[i].place)];
         any = true;
     }
-    if (any)
+    if (any) {
+        index.Rebuild();
         for (Edge &e : network.edges)
             FitToPlaces(e, network.places, network.rounding);
-    return any;
+    }
 }
 
 /// Enters a crossing: at an end of either edge, at a place nearby, or at a new place.
@@ -310,8 +316,8 @@ void CutAtMeetings(Network &network) {
     for (Edge &e : network.edges)
         e.moved = true;
     std::vector<Pair> pairs = CandidatePairs(network);
-    MovePlacesOntoEdges(network, pairs);
     PlaceIndex index(network.places, network.snap);
+    MovePlacesOntoEdges(network, index, pairs);
     for (int round = 1; SplitEdges(network, FindContacts(network, index, pairs)) && round < kMaxRounds; ++round)
         pairs = CandidatePairs(network);
 }

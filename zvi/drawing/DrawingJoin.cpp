@@ -83,7 +83,10 @@ bool IsCircle(Edge const &e) {
 
 int JoinEnd(Network &network, PlaceIndex &index, DrawingPoint p, double tolerance) {
     int const place = index.NearestOrAdd(p, tolerance);
-    if (!(network.places[static_cast<std::size_t>(place)] == p))
+    network.endsAsWritten.resize(network.places.size(), 0);
+    if (network.places[static_cast<std::size_t>(place)] == p)
+        ++network.endsAsWritten[static_cast<std::size_t>(place)];
+    else
         ++network.counts.joined;
     return place;
 }
@@ -123,7 +126,7 @@ void JoinEnds(std::vector<DrawingCurve> const &curves, DrawingOptions const &opt
     if (options.split)
         for (Edge &e : network.edges)
             if (IsCircle(e))
-                e.startPlace = e.endPlace = index.NearestOrAdd(e.start, network.rounding);
+                e.startPlace = e.endPlace = index.NearestOrAdd(e.start, network.snap);
     for (Edge &e : network.edges) {
         if (IsCircle(e))
             continue;
@@ -134,6 +137,7 @@ void JoinEnds(std::vector<DrawingCurve> const &curves, DrawingOptions const &opt
         for (Edge &e : network.edges)
             if (IsCircle(e))
                 e.startPlace = e.endPlace = index.Add(e.start);
+    network.endsAsWritten.resize(network.places.size(), 0);
     KeepCurvesWithLength(network, curves);
 }
 

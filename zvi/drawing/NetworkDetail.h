@@ -74,6 +74,7 @@ struct Edge {
 /// The edges, the places that they join, and what stays of the caller's curves beside them.
 struct Network {
     std::vector<DrawingPoint> places;
+    std::vector<int> endsAsWritten; ///< of each place of the beginning: how many ends were written at its very position
     std::vector<Edge> edges;
     std::vector<DrawingLeftover> leftovers;
     DrawingCounts counts;
