@@ -19,7 +19,7 @@ TEST(Distance, LinePoint2dMeasuresAlongAxisParallelLinesOnly) {
         {{2, 0}, {2, 4}, {2, 1}, 1.0},                                          // a point of a vertical segment
         {{2, 0}, {2, 4}, {-1, 9}, 3.0},                                         //
         {{0, 0}, {1, 1}, {5, 5}, 0.0},                                          // a point of a slanted line
-        {{1, 2}, {5, 5}, {-2, 6}, 5.0},                                         //
+        {{1, 2}, {9, 8}, {-2, 6}, 5.0},                                         //
         {{1, 1}, {1, 1}, {4, 5}, 3.0},       // coincident ends count as a vertical line
         {{1, 1}, {1, 1}, {1, 5}, 4.0},       //
         {{0, 0}, {9e-9, 7}, {9e-9, 8}, 1.0}, // nearly vertical, the point within the limit

@@ -12,15 +12,15 @@ using test::Xyz;
 
 TEST(PlaneProjection, FootOnALine) {
     double const a[3] = {1, 2, 3};
-    double const b[3] = {4, 6, 3};
+    double const b[3] = {3, 3, 5};
     std::mt19937_64 random(23);
     std::uniform_real_distribution<double> coordinate(-9.0, 9.0);
     for (int round = 0; round < 100; ++round) {
         double const p[3] = {coordinate(random), coordinate(random), coordinate(random)};
-        double const t = ((p[0] - 1) * 3 + (p[1] - 2) * 4) / 25;
+        double const t = ((p[0] - 1) * 2 + (p[1] - 2) + (p[2] - 3) * 2) / 9;
         double out[3];
         project_on_line(a, b, p, out);
-        ExpectNear(out, Xyz{1 + 3 * t, 2 + 4 * t, 3}, 1e-12);
+        ExpectNear(out, Xyz{1 + 2 * t, 2 + t, 3 + 2 * t}, 1e-12);
     }
 }
 

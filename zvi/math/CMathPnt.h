@@ -43,7 +43,8 @@ public:
 
     /// All three coordinates become 0.0.
     void Nullify();
-    /// 1 unless some coordinate is above 1e-10 in absolute value; exactly 1e-10 still counts as null.
+    /// 1 unless some coordinate is above 1e-10 in absolute value; exactly 1e-10 still counts as null, and so does
+    /// a NaN.
     int IsNull() const;
 
     /// As the constructor from two, three or four points. The point itself may be among the arguments.
@@ -54,7 +55,8 @@ public:
     /// gives infinite or NaN coordinates.
     void BaryCenter(double alpha, CMathPnt const &p, double beta);
 
-    /// 1 if each coordinate differs by at most `tol`: a box test, not a distance; a difference of exactly `tol` passes.
+    /// 1 if each coordinate differs by at most `tol`: a box test, not a distance; a difference of exactly `tol` passes,
+    /// a NaN does not.
     int IsEqual(CMathPnt const &other, double tol) const;
     double Distance(CMathPnt const &other) const;
     double SquareDistance(CMathPnt const &other) const;
