@@ -2,6 +2,7 @@
 
 #include "zvi/core/HashBinCount.h"
 #include "zvi/core/MStatusError.h"
+#include "zvi/core/NodeBlock.h"
 
 #include <concepts>
 #include <cstddef>
@@ -54,11 +55,6 @@ private:
         ~Node() {}
     };
 
-    struct alignas(16) Block {
-        Block *previous;
-    };
-    static_assert(sizeof(Block) == 16);
-
     struct Table {
         Node **bins = nullptr;
         std::uint64_t count = 0;
@@ -70,7 +66,7 @@ private:
         std::uint64_t lowThreshold = 0;
         std::int32_t lockCount = 0;
         std::uint32_t nodesPerBlock = 10;
-        Block *newestBlock = nullptr;
+        NodeBlock *newestBlock = nullptr;
         Node *freeHead = nullptr;
     };
 
@@ -317,30 +313,13 @@ private:
     Node *NewNode(K key, V &&value, std::uint32_t hash) {
         Table &table = *m_table;
         if (table.freeHead == nullptr)
-            AddBlock();
+            AddNodeBlock(table.newestBlock, table.freeHead, table.nodesPerBlock);
         Node *const node = table.freeHead;
         ::new (static_cast<void *>(std::addressof(node->entry))) Entry{key, std::move(value)};
         table.freeHead = node->next;
         node->hash = hash;
         ++table.count;
         return node;
-    }
-
-    void AddBlock() {
-        static_assert(alignof(Node) <= alignof(Block), "blocks are aligned to 16 bytes");
-        Table &table = *m_table;
-        void *const memory = std::malloc(sizeof(Block) + std::size_t{table.nodesPerBlock} * sizeof(Node));
-        if (memory == nullptr)
-            RaiseStatus(kStatusOutOfMemory);
-        Block *const block = ::new (memory) Block{table.newestBlock};
-        table.newestBlock = block;
-        // Threaded from the last node to the first, so that the lowest address is handed out first.
-        Node *const nodes = reinterpret_cast<Node *>(block + 1);
-        for (std::uint32_t i = table.nodesPerBlock; i > 0; --i) {
-            Node *const node = ::new (static_cast<void *>(nodes + (i - 1))) Node;
-            node->next = table.freeHead;
-            table.freeHead = node;
-        }
     }
 
     void Unlink(Node **link) {
@@ -359,8 +338,7 @@ private:
 
     void FreeBlocks() {
         Table &table = *m_table;
-        while (table.newestBlock != nullptr)
-            std::free(std::exchange(table.newestBlock, table.newestBlock->previous));
+        FreeNodeBlocks(table.newestBlock);
         table.freeHead = nullptr;
     }
 

@@ -1,13 +1,11 @@
 #pragma once
 
-#include "zvi/core/MStatusError.h"
+#include "zvi/core/NodeBlock.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <initializer_list>
 #include <iterator>
-#include <limits>
 #include <memory>
 #include <type_traits>
 #include <utility>
@@ -23,7 +21,12 @@ public:
     struct Node {
         Node *next;
         Node *previous;
-        T element;
+        union {
+            T element;
+        };
+
+        Node() {}
+        ~Node() {}
     };
 
     /// Walks from node to node.
@@ -123,7 +126,7 @@ public:
     /// Appends `value` and gives its node.
     Node *AddTail(T value) {
         if (m_freeHead == nullptr)
-            AddBlock();
+            AddNodeBlock(m_newestBlock, m_freeHead, m_nodesPerBlock);
         Node *const node = m_freeHead;
         Node *const nextFree = node->next;
         std::construct_at(std::addressof(node->element), std::move(value));
@@ -143,40 +146,16 @@ public:
     void RemoveAll() {
         for (Node *node = m_head; node != nullptr; node = node->next)
             std::destroy_at(std::addressof(node->element));
-        while (m_newestBlock != nullptr)
-            std::free(std::exchange(m_newestBlock, m_newestBlock->previous));
+        FreeNodeBlocks(m_newestBlock);
         m_head = m_tail = m_freeHead = nullptr;
         m_count = 0;
     }
 
 private:
-    struct alignas(16) Block {
-        Block *previous;
-    };
-    static_assert(sizeof(Block) == 16);
-
-    void AddBlock() {
-        static_assert(alignof(Node) <= alignof(Block), "blocks are aligned to 16 bytes");
-        constexpr std::uint64_t kLargestBlock = std::numeric_limits<std::ptrdiff_t>::max();
-        if (m_nodesPerBlock > (kLargestBlock - sizeof(Block)) / sizeof(Node))
-            RaiseStatus(kStatusOutOfMemory);
-        void *const memory = std::malloc(sizeof(Block) + m_nodesPerBlock * sizeof(Node));
-        if (memory == nullptr)
-            RaiseStatus(kStatusOutOfMemory);
-        Block *const block = ::new (memory) Block{m_newestBlock};
-        m_newestBlock = block;
-        // Threaded from the last node to the first, so that the lowest address is handed out first.
-        Node *const nodes = reinterpret_cast<Node *>(block + 1);
-        for (std::uint64_t i = m_nodesPerBlock; i > 0; --i) {
-            nodes[i - 1].next = m_freeHead;
-            m_freeHead = nodes + (i - 1);
-        }
-    }
-
     Node *m_head = nullptr;
     Node *m_tail = nullptr;
     std::uint64_t m_count = 0;
-    Block *m_newestBlock = nullptr;
+    NodeBlock *m_newestBlock = nullptr;
     Node *m_freeHead = nullptr;
     std::uint64_t m_nodesPerBlock;
 };

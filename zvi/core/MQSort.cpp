@@ -3,9 +3,13 @@
 #include "zvi/core/StableSortDetail.h"
 #include "zvi/core/WideNumber.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstring>
+#include <limits>
+#include <memory>
 #include <type_traits>
+#include <utility>
 
 namespace zvi::lib {
 

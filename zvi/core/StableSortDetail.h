@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstddef>
-#include <limits>
 #include <memory>
 #include <utility>
 
@@ -74,41 +74,84 @@ void MergeSort(Record *records, Record *scratch, std::size_t count, IsLess isLes
 }
 
 /// Bits of a digit of `DigitSort`, and the number of its values.
-inline constexpr int kDigitBits = 8;
+inline constexpr int kDigitBits = 11;
 inline constexpr std::size_t kDigitValues = std::size_t{1} << kDigitBits;
 
+/// `DigitSort` looks at this many digits of a long key before it repairs what is left by insertion.
+inline constexpr int kLeadingDigits = 3;
+
+/// The repair may move this many records for each record there is.
+inline constexpr std::size_t kRepairMovesPerRecord = 4;
+
 template <typename Key>
-std::size_t DigitOf(Key key, std::size_t place) {
-    return static_cast<std::size_t>(key >> (place * kDigitBits)) & (kDigitValues - 1);
+std::size_t DigitAt(Key key, int shift) {
+    return static_cast<std::size_t>(key >> shift) & (kDigitValues - 1);
 }
 
-/// Stable sort by an unsigned key, from its lowest digit to its highest (Knuth, The Art of Computer Programming, vol.
-/// 3, 5.2.5). A digit that all keys share costs nothing.
+/// Stable sort by the bits of the key from `fromBit` up to, not including, `toBit`, from the lowest digit to the
+/// highest (Knuth, The Art of Computer Programming, vol. 3, 5.2.5).
 template <typename Record, typename KeyOf>
-void DigitSort(Record *records, Record *scratch, std::size_t count, KeyOf keyOf) {
-    using Key = decltype(keyOf(*records));
-    constexpr std::size_t kPlaces = sizeof(Key) * std::numeric_limits<unsigned char>::digits / kDigitBits;
-    std::array<std::array<std::size_t, kDigitValues>, kPlaces> counts{};
-    for (std::size_t i = 0; i < count; ++i) {
-        Key const key = keyOf(records[i]);
-        for (std::size_t place = 0; place < kPlaces; ++place)
-            ++counts[place][DigitOf(key, place)];
-    }
+void SortByBits(Record *records, Record *scratch, std::size_t count, KeyOf keyOf, int fromBit, int toBit) {
     Record *source = records;
     Record *target = scratch;
-    for (std::size_t place = 0; place < kPlaces; ++place) {
-        auto &next = counts[place];
-        if (next[DigitOf(keyOf(source[0]), place)] == count)
-            continue;
+    for (int shift = fromBit; shift < toBit; shift += kDigitBits) {
+        std::array<std::size_t, kDigitValues> next{};
+        for (std::size_t i = 0; i < count; ++i)
+            ++next[DigitAt(keyOf(source[i]), shift)];
         std::size_t start = 0;
         for (std::size_t &position : next)
             start += std::exchange(position, start);
         for (std::size_t i = 0; i < count; ++i)
-            target[next[DigitOf(keyOf(source[i]), place)]++] = source[i];
+            target[next[DigitAt(keyOf(source[i]), shift)]++] = source[i];
         std::swap(source, target);
     }
     if (source != records)
         std::copy(source, source + count, records);
+}
+
+/// Insertion sort of records that are almost in order; false, with some still out of order, when they are not.
+template <typename Record, typename KeyOf>
+bool RepairByInsertion(Record *records, std::size_t count, KeyOf keyOf) {
+    std::size_t movesLeft = count * kRepairMovesPerRecord;
+    for (std::size_t i = 1; i < count; ++i) {
+        auto const key = keyOf(records[i]);
+        if (!(key < keyOf(records[i - 1])))
+            continue;
+        Record const moved = records[i];
+        std::size_t hole = i;
+        for (; hole > 0 && key < keyOf(records[hole - 1]); --hole)
+            records[hole] = records[hole - 1];
+        records[hole] = moved;
+        if (movesLeft < i - hole)
+            return false;
+        movesLeft -= i - hole;
+    }
+    return true;
+}
+
+/// Stable sort by an unsigned key, taken from the smallest one on, so that bits beyond the range of the keys cost
+/// nothing; neither do low bits that all keys share. The leading digits of a long key leave few records out of order as
+/// a rule, and those are inserted at their places; if they are many, all digits are sorted.
+template <typename Record, typename KeyOf>
+void DigitSort(Record *records, Record *scratch, std::size_t count, KeyOf keyOf) {
+    auto const first = keyOf(records[0]);
+    auto smallest = first;
+    auto largest = first;
+    auto varying = first ^ first;
+    for (std::size_t i = 1; i < count; ++i) {
+        auto const key = keyOf(records[i]);
+        smallest = std::min(smallest, key);
+        largest = std::max(largest, key);
+        varying |= key ^ first;
+    }
+    auto const offsetOf = [=](Record const &record) { return keyOf(record) - smallest; };
+    int const lowest = std::countr_zero(varying);
+    int const end = static_cast<int>(std::bit_width(largest - smallest));
+    int const leading = std::max(lowest, end - kLeadingDigits * kDigitBits);
+    SortByBits(records, scratch, count, offsetOf, leading, end);
+    // The repair keeps records of equal keys in their order, so sorting anew is still stable.
+    if (leading > lowest && !RepairByInsertion(records, count, keyOf))
+        SortByBits(records, scratch, count, offsetOf, lowest, end);
 }
 
 /// Sorts by `Order`, which gives for its `Record`

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "zvi/core/MStatusError.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <limits>
+#include <new>
+#include <utility>
+
+namespace zvi {
+
+/// Header of a block of nodes; the nodes follow it. `MList` and `MHashMap` take their nodes from such blocks.
+struct alignas(16) NodeBlock {
+    NodeBlock *previous;
+};
+static_assert(sizeof(NodeBlock) == 16);
+
+/// Allocates a block of `nodesPerBlock` nodes, makes it the newest and threads its nodes onto the free list, from the
+/// last to the first, so that the lowest address is handed out first. Raises `kStatusOutOfMemory` and changes nothing
+/// when the block cannot be had or its size does not fit.
+template <typename Node>
+void AddNodeBlock(NodeBlock *&newest, Node *&freeHead, std::uint64_t nodesPerBlock) {
+    static_assert(alignof(Node) <= alignof(NodeBlock), "nodes are aligned to 16 bytes");
+    constexpr std::uint64_t kLargestBlock = std::numeric_limits<std::ptrdiff_t>::max();
+    if (nodesPerBlock > (kLargestBlock - sizeof(NodeBlock)) / sizeof(Node))
+        RaiseStatus(kStatusOutOfMemory);
+    void *const memory = std::malloc(sizeof(NodeBlock) + nodesPerBlock * sizeof(Node));
+    if (memory == nullptr)
+        RaiseStatus(kStatusOutOfMemory);
+    newest = ::new (memory) NodeBlock{newest};
+    Node *const nodes = reinterpret_cast<Node *>(newest + 1);
+    for (std::uint64_t i = nodesPerBlock; i > 0; --i) {
+        Node *const node = ::new (static_cast<void *>(nodes + (i - 1))) Node;
+        node->next = freeHead;
+        freeHead = node;
+    }
+}
+
+/// Frees the newest block and all before it.
+inline void FreeNodeBlocks(NodeBlock *&newest) {
+    while (newest != nullptr)
+        std::free(std::exchange(newest, newest->previous));
+}
+
+} // namespace zvi
