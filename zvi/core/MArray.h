@@ -104,24 +104,10 @@ public:
     }
 
     /// Appends `value`, which may be an element of this same array.
-    void PushBack(T const &value) {
-        if (m_last == m_limit) {
-            PushBackGrowing(value);
-            return;
-        }
-        std::construct_at(m_last, value);
-        ++m_last;
-    }
+    void PushBack(T const &value) { Append(value); }
 
     /// Appends `value` by moving it; it may be an element of this same array.
-    void PushBack(T &&value) {
-        if (m_last == m_limit) {
-            PushBackGrowing(std::move(value));
-            return;
-        }
-        std::construct_at(m_last, std::move(value));
-        ++m_last;
-    }
+    void PushBack(T &&value) { Append(std::move(value)); }
 
     /// Sets the size to `count`. New cells hold zero bytes (value-initialised elements where the type owns memory);
     /// a smaller size keeps the block. Raises `std::length_error` above the type's maximum count.
@@ -323,9 +309,32 @@ private:
             std::uninitialized_copy(m_first, m_last, block);
     }
 
+    /// A small plain value is read before the array grows: then it can be an element, and it need not have an address.
+    static constexpr bool IsReadFirst() {
+        return std::is_trivially_copyable_v<T> && std::is_copy_constructible_v<T> && sizeof(T) <= kReadFirstSize;
+    }
+
+    /// Bytes up to which a copy of a value costs no more than a reference to it.
+    static constexpr std::size_t kReadFirstSize = 64;
+
+    template <typename Value>
+    void Append(Value &&value) {
+        if constexpr (IsReadFirst()) {
+            T const read = value;
+            if (m_last == m_limit)
+                Grow(1);
+            std::construct_at(m_last, read);
+        } else if (m_last == m_limit) {
+            ConstructGrowing(std::forward<Value>(value));
+        } else {
+            std::construct_at(m_last, std::forward<Value>(value));
+        }
+        ++m_last;
+    }
+
     /// The value may live in the block that growth is about to leave, so it is found again by its index.
     template <typename Value>
-    [[gnu::noinline]] void PushBackGrowing(Value &&value) {
+    [[gnu::noinline]] void ConstructGrowing(Value &&value) {
         T const *const address = std::addressof(value);
         if (!std::less<T const *>()(address, m_first) && std::less<T const *>()(address, m_last)) {
             std::ptrdiff_t const index = address - m_first;
@@ -335,7 +344,6 @@ private:
             Grow(1);
             std::construct_at(m_last, std::forward<Value>(value));
         }
-        ++m_last;
     }
 
     T *m_first = nullptr;

@@ -38,18 +38,18 @@ MFixedSizeMemMgr::~MFixedSizeMemMgr() {
 }
 
 void MFixedSizeMemMgr::MakeNewChunk() {
-    std::int64_t const smallest = std::int64_t{kLinkSize} + m_itemSize;
-    auto const bytes = static_cast<std::size_t>(std::max<std::int64_t>(m_chunkSize, smallest));
+    std::int64_t const itemSize = m_itemSize;
+    auto const bytes = static_cast<std::size_t>(std::max(std::int64_t{m_chunkSize}, kLinkSize + itemSize));
     auto *const chunk = static_cast<std::byte *>(::operator new(bytes));
     StoreLink(chunk, m_chunkHead);
     m_chunkHead = chunk;
 
     std::byte *item = chunk + kLinkSize;
     m_freeHead = item;
-    std::int64_t const links = (std::int64_t{m_chunkSize} - kLinkSize) / m_itemSize - 1;
+    std::int64_t const links = (std::int64_t{m_chunkSize} - kLinkSize) / itemSize - 1;
     for (std::int64_t i = 0; i < links; ++i) {
-        StoreLink(item, item + m_itemSize);
-        item += m_itemSize;
+        StoreLink(item, item + itemSize);
+        item += itemSize;
     }
     StoreLink(item, nullptr);
 }

@@ -23,7 +23,7 @@ public:
     /// An item of uninitialised memory: the one freed last, else the lowest unused one of the newest chunk.
     /// Raises `std::bad_alloc` when a new chunk cannot be had.
     void *Alloc() {
-        if (m_freeHead == nullptr)
+        if (m_freeHead == nullptr) [[unlikely]]
             MakeNewChunk();
         void *const item = m_freeHead;
         std::memcpy(&m_freeHead, item, sizeof m_freeHead);

@@ -1,0 +1,110 @@
+// MQSort::QSortDblWithIndex beside std::sort and std::stable_sort on pairs of key and index.
+// Keys: evenly spread over +-1000; whole numbers with many ties; a narrow band with one outlier in a thousand.
+
+#include "zvi/core/MQSort.h"
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <random>
+#include <utility>
+#include <vector>
+
+namespace {
+
+constexpr unsigned int kSeed = 1500;
+
+enum KeyKind { kSpread, kTies, kOutliers };
+
+struct Arrays {
+    std::vector<int> index;
+    std::vector<double> key;
+};
+
+Arrays MakeArrays(std::int64_t count, std::int64_t kind) {
+    std::mt19937_64 random(kSeed);
+    std::uniform_real_distribution<double> spread(-1000.0, 1000.0);
+    Arrays arrays;
+    for (int i = 0; i < count; ++i) {
+        double const value = spread(random);
+        arrays.index.push_back(i);
+        if (kind == kTies)
+            arrays.key.push_back(std::floor(value));
+        else if (kind == kOutliers && random() % 1000 != 0)
+            arrays.key.push_back(1.0 + value * 1e-12);
+        else
+            arrays.key.push_back(value);
+    }
+    return arrays;
+}
+
+/// The result of the sort must be ordered by key, and by index where keys are equal.
+void CheckOrder(benchmark::State &state, Arrays const &arrays) {
+    for (std::size_t i = 1; i < arrays.key.size(); ++i) {
+        if (std::pair(arrays.key[i], arrays.index[i]) < std::pair(arrays.key[i - 1], arrays.index[i - 1])) {
+            state.SkipWithError("the result is not in order");
+            return;
+        }
+    }
+}
+
+void QSortDblWithIndex(benchmark::State &state) {
+    Arrays const input = MakeArrays(state.range(0), state.range(1));
+    Arrays sorted;
+    for (auto _ : state) {
+        state.PauseTiming();
+        sorted = input;
+        state.ResumeTiming();
+        zvi::lib::MQSort::QSortDblWithIndex(sorted.index.data(), sorted.key.data(), sorted.key.size());
+        benchmark::ClobberMemory();
+    }
+    CheckOrder(state, sorted);
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+template <typename Sort>
+void SortPairs(benchmark::State &state, Sort sort) {
+    Arrays const input = MakeArrays(state.range(0), state.range(1));
+    std::vector<std::pair<double, int>> pairs(input.key.size());
+    for (auto _ : state) {
+        state.PauseTiming();
+        for (std::size_t i = 0; i < pairs.size(); ++i)
+            pairs[i] = {input.key[i], input.index[i]};
+        state.ResumeTiming();
+        sort(pairs);
+        benchmark::ClobberMemory();
+    }
+    Arrays sorted;
+    for (auto const &[key, index] : pairs) {
+        sorted.key.push_back(key);
+        sorted.index.push_back(index);
+    }
+    CheckOrder(state, sorted);
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+void StdSortPairs(benchmark::State &state) {
+    SortPairs(state, [](auto &pairs) { std::sort(pairs.begin(), pairs.end()); });
+}
+
+void StdStableSortPairs(benchmark::State &state) {
+    SortPairs(state, [](auto &pairs) {
+        std::stable_sort(pairs.begin(), pairs.end(), [](auto const &a, auto const &b) { return a.first < b.first; });
+    });
+}
+
+void Sizes(benchmark::internal::Benchmark *benchmark) {
+    benchmark->ArgNames({"count", "kind"})->Unit(benchmark::kMicrosecond);
+    for (int const kind : {kSpread, kTies, kOutliers}) {
+        for (int const count : {1000, 10000, 100000, 1000000})
+            benchmark->Args({count, kind});
+    }
+}
+
+BENCHMARK(QSortDblWithIndex)->Apply(Sizes);
+BENCHMARK(StdSortPairs)->Apply(Sizes);
+BENCHMARK(StdStableSortPairs)->Apply(Sizes);
+
+} // namespace
