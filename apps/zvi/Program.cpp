@@ -1,15 +1,114 @@
 #include "apps/zvi/Program.h"
 
+#include "apps/zvi/common/ExitStatus.h"
+#include "apps/zvi/common/Failure.h"
+#include "apps/zvi/common/NearestName.h"
+#include "apps/zvi/common/Terminal.h"
+#include "apps/zvi/domains/DomainsCommand.h"
+
 #include "zvi/core/Version.h"
 
-#include <cstdio>
+#include <algorithm>
+#include <iostream>
+#include <new>
 
 namespace zvi::app {
 
-int RunProgram(int, char **)
-{
-    std::printf("zvi %s\n", kVersion);
-    return 0;
+namespace {
+
+std::string HelpText() {
+    std::string text = "Examples:\n"
+                       "  zvi domains plan.dxf                      the closed domains of a drawing\n"
+                       "  zvi domains --svg plan.svg plan.dxf       and a picture of them\n"
+                       "\n"
+                       "Usage: zvi VERB [options] [FILE]\n"
+                       "\n"
+                       "Verbs:\n";
+    std::size_t widest = 0;
+    for (Verb const &verb : Verbs()) {
+        widest = std::max(widest, std::string(verb.name).size());
+    }
+    for (Verb const &verb : Verbs()) {
+        std::string const name = verb.name;
+        text += "  " + name + std::string(widest - name.size() + 2, ' ') + verb.summary + "\n";
+    }
+    return text + "\n"
+                  "  -h, --help   this text; 'zvi VERB -h' tells the options of a verb\n"
+                  "  --version    the version of the program\n"
+                  "\n"
+                  "Exit status: 0 done; 1 the input cannot be read or used; 2 wrong usage; 3 done, but --strict found\n"
+                  "something left over; 4 a fault of the program.\n";
+}
+
+[[noreturn]] void RefuseWord(std::string const &word) {
+    std::vector<std::string> known;
+    if (word.starts_with("-")) {
+        known = {"--help", "--version"};
+    } else {
+        for (Verb const &verb : Verbs()) {
+            known.emplace_back(verb.name);
+        }
+    }
+    std::string const nearest = NearestName(word, known);
+    throw UsageError(std::string(word.starts_with("-") ? "unknown option '" : "unknown verb '") + word + "'; " +
+                     (nearest.empty() ? "'zvi -h' lists the verbs" : "did you mean '" + nearest + "'?"));
+}
+
+int Dispatch(std::vector<std::string> const &arguments, Console &console) {
+    if (arguments.empty()) {
+        console.err << HelpText();
+        return kExitBadUsage;
+    }
+    std::string const &word = arguments.front();
+    if (word == "-h" || word == "--help") {
+        return WriteResult(console, HelpText());
+    }
+    if (word == "--version") {
+        return WriteResult(console, std::string("zvi ") + kVersion + "\n");
+    }
+    for (Verb const &verb : Verbs()) {
+        if (word == verb.name) {
+            return verb.run({arguments.begin() + 1, arguments.end()}, console);
+        }
+    }
+    RefuseWord(word);
+}
+
+} // namespace
+
+std::vector<Verb> const &Verbs() {
+    static std::vector<Verb> const kVerbs = {
+        {"domains", "the closed domains of a drawing (DXF or curve text)", RunDomains},
+    };
+    return kVerbs;
+}
+
+int RunProgram(std::vector<std::string> const &arguments, Console &console) {
+    try {
+        return Dispatch(arguments, console);
+    } catch (UsageError const &error) {
+        TellFailure(console, "", 0, error.what());
+        return kExitBadUsage;
+    } catch (InputError const &error) {
+        TellFailure(console, "", error.Line(), error.what());
+        return kExitBadInput;
+    } catch (std::bad_alloc const &) {
+        TellFailure(console, "", 0, "the memory does not suffice; try a smaller drawing");
+        return kExitOwnFault;
+    } catch (std::exception const &error) {
+        TellFailure(console, "", 0, std::string("fault of the program: ") + error.what() + "; please report it");
+        return kExitOwnFault;
+    }
+}
+
+int RunProgram(int argc, char **argv) {
+    InstallSignalHandlers();
+    Console console{std::cin, std::cout, std::cerr, IsTerminal(1), IsTerminal(2)};
+    std::vector<std::string> arguments;
+    for (int i = 1; i < argc; ++i) {
+        arguments.emplace_back(argv[i]);
+    }
+    return RunProgram(arguments, console);
 }
 
 } // namespace zvi::app

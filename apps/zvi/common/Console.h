@@ -1,0 +1,42 @@
+#pragma once
+
+#include <istream>
+#include <ostream>
+#include <string>
+
+namespace zvi::app {
+
+/// The streams of a run, and whether people watch them.
+struct Console {
+    std::istream &in;
+    std::ostream &out;
+    std::ostream &err;
+    bool outIsTerminal = false;
+    bool errIsTerminal = false;
+};
+
+/// Tells a failure in the form "zvi: WHERE:LINE: WHAT"; an empty `where` and a `line` of 0 are left out.
+void TellFailure(Console &console, std::string const &where, std::size_t line, std::string const &what);
+
+/// Writes a result to standard output and returns the exit status: done also when the reader has gone, bad input (with
+/// a message) when it cannot be written otherwise.
+int WriteResult(Console &console, std::string const &text);
+
+/// Says on a terminal what goes on, in one line that the next step replaces.
+class Progress {
+public:
+    /// Shows nothing unless `shown`.
+    Progress(Console &to, bool isShown) : console(to), shown(isShown && to.errIsTerminal) {}
+    ~Progress() { Clear(); }
+    Progress(Progress const &) = delete;
+    Progress &operator=(Progress const &) = delete;
+
+    void Step(std::string const &what);
+    void Clear();
+
+private:
+    Console &console;
+    bool shown;
+};
+
+} // namespace zvi::app

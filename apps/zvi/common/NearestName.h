@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zvi::app {
+
+/// Least number of letters to insert, drop, replace or swap with their neighbour that turns `a` into `b`
+/// (optimal string alignment distance). Letters are bytes; case counts.
+std::size_t EditDistance(std::string_view a, std::string_view b);
+
+/// The one of `names` that a mistyped `name` most likely meant, the first among equals; empty when none is near,
+/// that is when more than a third of the longer one's letters (and at least one) would have to change.
+std::string NearestName(std::string_view name, std::vector<std::string> const &names);
+
+} // namespace zvi::app

@@ -1,0 +1,73 @@
+#include "apps/zvi/common/NumberText.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+
+namespace zvi::app {
+
+namespace {
+
+/// Long enough for every double in general form with up to 17 digits.
+constexpr std::size_t kNumberWidth = 48;
+
+std::string_view WithoutPlus(std::string_view text) {
+    bool const signedTwice = text.size() > 1 && (text[1] == '-' || text[1] == '+');
+    return !text.empty() && text[0] == '+' && !signedTwice ? text.substr(1) : text;
+}
+
+char LowerAscii(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+} // namespace
+
+std::string_view Trimmed(std::string_view text) {
+    constexpr std::string_view kBlanks = " \t\r\n\v\f";
+    std::size_t const first = text.find_first_not_of(kBlanks);
+    if (first == std::string_view::npos) {
+        return {};
+    }
+    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+std::optional<double> ParseNumber(std::string_view text) {
+    std::string_view const number = WithoutPlus(Trimmed(text));
+    double value = 0.0;
+    auto const [end, error] = std::from_chars(number.data(), number.data() + number.size(), value);
+    bool const whole = end == number.data() + number.size();
+    if (number.empty() || !whole || error != std::errc() || !std::isfinite(value)) {
+        return std::nullopt;
+    }
+    return value;
+}
+
+std::optional<long long> ParseInteger(std::string_view text) {
+    std::string_view const number = WithoutPlus(Trimmed(text));
+    long long value = 0;
+    auto const [end, error] = std::from_chars(number.data(), number.data() + number.size(), value);
+    if (number.empty() || end != number.data() + number.size() || error != std::errc()) {
+        return std::nullopt;
+    }
+    return value;
+}
+
+std::string ExactNumber(double value) {
+    char buffer[kNumberWidth];
+    auto const result = std::to_chars(buffer, buffer + sizeof buffer, value == 0.0 ? 0.0 : value);
+    return std::string(buffer, result.ptr);
+}
+
+std::string ShortNumber(double value, int digits) {
+    char buffer[kNumberWidth];
+    double const shown = value == 0.0 ? 0.0 : value;
+    auto const result = std::to_chars(buffer, buffer + sizeof buffer, shown, std::chars_format::general, digits);
+    return std::string(buffer, result.ptr);
+}
+
+bool SameNoCase(std::string_view a, std::string_view b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](char x, char y) { return LowerAscii(x) == LowerAscii(y); });
+}
+
+} // namespace zvi::app

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace zvi::app {
+
+/// Writes `content` to the file, which is there whole or not at all: it is written beside under another name and
+/// renamed. A link is followed. What is no regular file (a device, a pipe) is written as it is. Returns an
+/// empty text, or what went wrong and what to try.
+std::string WriteWholeFile(std::string const &path, std::string_view content);
+
+} // namespace zvi::app

@@ -1,0 +1,83 @@
+#include "apps/zvi/domains/DomainsCommand.h"
+
+#include "apps/zvi/common/ExitStatus.h"
+#include "apps/zvi/common/Failure.h"
+#include "apps/zvi/common/OutputFile.h"
+#include "apps/zvi/common/Terminal.h"
+#include "apps/zvi/domains/DomainsOptions.h"
+#include "apps/zvi/domains/input/ReadDrawing.h"
+#include "apps/zvi/domains/output/DomainJson.h"
+#include "apps/zvi/domains/output/DxfDrawing.h"
+#include "apps/zvi/domains/output/Report.h"
+#include "apps/zvi/domains/output/SvgPicture.h"
+
+#include "zvi/drawing/MakeDrawingDomains.h"
+
+#include <filesystem>
+
+namespace zvi::app {
+
+namespace {
+
+std::string ShownName(std::string const &file) {
+    return file == "-" ? "standard input" : file;
+}
+
+/// Writes one output file; false, with a message, when it cannot be written.
+bool WriteOutput(Console &console, std::string const &file, std::string const &content) {
+    std::string const failure = WriteWholeFile(file, content);
+    if (!failure.empty()) {
+        TellFailure(console, file, 0, failure);
+    }
+    return failure.empty();
+}
+
+bool WriteFiles(Console &console, DomainsOptions const &options, DrawingInput const &input,
+                lib::DrawingResult const &result) {
+    std::string const title =
+        options.file == "-" ? ShownName("-") : std::filesystem::path(options.file).filename().string();
+    bool const drawn =
+        options.svgFile.empty() || WriteOutput(console, options.svgFile, SvgPicture(title, input, result));
+    return drawn && (options.dxfFile.empty() || WriteOutput(console, options.dxfFile, DxfDrawing(result, input.units)));
+}
+
+int Report(Console &console, DomainsOptions const &options, DrawingInput const &input,
+           lib::DrawingResult const &result) {
+    for (std::string const &line : Summary(input, result, options.drawing.joinTolerance)) {
+        console.err << "zvi: " << ShownName(options.file) << ": " << line << "\n";
+    }
+    console.err.flush();
+    bool const color = WantsColor(options.color, console.outIsTerminal);
+    int const written = WriteResult(console, options.json ? DomainJson(input, result) : DomainTable(result, color));
+    bool const leftOver = options.strict && HasLeftovers(input, result);
+    return written == kExitDone && leftOver ? int(kExitLeftOver) : written;
+}
+
+int FindDomains(Console &console, DomainsOptions const &options) {
+    Progress progress(console, options.progress);
+    progress.Step("reading " + ShownName(options.file));
+    DrawingInput const input = ReadDrawing(options.file, ReadWhole(options.file, console.in), options.reading);
+    progress.Step("finding the domains of " + std::to_string(input.curves.size()) + " curves");
+    lib::DrawingResult const result = lib::MakeDrawingDomains(input.curves, options.drawing);
+    progress.Step("writing");
+    bool const written = WriteFiles(console, options, input, result);
+    progress.Clear();
+    return written ? Report(console, options, input, result) : int(kExitBadInput);
+}
+
+} // namespace
+
+int RunDomains(std::vector<std::string> const &arguments, Console &console) {
+    DomainsOptions const options = ParseDomainsOptions(arguments);
+    if (!options.help.empty()) {
+        return WriteResult(console, options.help);
+    }
+    try {
+        return FindDomains(console, options);
+    } catch (InputError const &error) {
+        TellFailure(console, ShownName(options.file), error.Line(), error.what());
+        return kExitBadInput;
+    }
+}
+
+} // namespace zvi::app

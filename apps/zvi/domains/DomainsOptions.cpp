@@ -1,0 +1,182 @@
+#include "apps/zvi/domains/DomainsOptions.h"
+
+#include "apps/zvi/common/Failure.h"
+#include "apps/zvi/common/NearestName.h"
+#include "apps/zvi/common/NumberText.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+
+namespace zvi::app {
+
+namespace {
+
+constexpr char const *kExamples =
+    "Examples:\n"
+    "  zvi domains plan.dxf                       table of the closed domains\n"
+    "  zvi domains --svg plan.svg plan.dxf        and a picture of them\n"
+    "  zvi domains --layer WALLS --layer DOORS --strict plan.dxf\n"
+    "                                             two layers; exit status 3 if anything is left over\n"
+    "  zvi domains --join 0.5 --json plan.dxf     close gaps up to half a unit; everything as JSON\n"
+    "  printf 'circle 1 0 0 5\\ncircle 2 0 0 2\\n' | zvi domains\n"
+    "                                             curve text from standard input\n"
+    "\n";
+
+constexpr char const *kFooter =
+    "\n"
+    "FILE is an ASCII DXF drawing (.dxf) or curve text (.curves); '-' or no FILE reads curve text, or DXF, from\n"
+    "standard input. Curve text has one curve per line, and '#' starts a comment:\n"
+    "  line ID x1 y1 x2 y2\n"
+    "  arc ID cx cy r startDeg endDeg             counter-clockwise\n"
+    "  arc3 ID x1 y1 xm ym x2 y2                  through the middle point\n"
+    "  circle ID cx cy r\n"
+    "\n"
+    "Exit status: 0 done; 1 the input cannot be read or used; 2 wrong usage; 3 done, but --strict found something\n"
+    "left over; 4 a fault of the program.\n";
+
+/// The words of the command line before they are given a meaning.
+struct RawOptions {
+    std::vector<std::string> files;
+    std::vector<std::string> layers;
+    std::string join;
+    std::string chordError;
+    bool noSplit = false;
+    bool noProgress = false;
+};
+
+void Describe(CLI::App &app, DomainsOptions &options, RawOptions &raw) {
+    app.set_help_flag("-h,--help", "This text");
+    app.add_option("FILE", raw.files, "The drawing; '-' or none: standard input");
+    app.add_option("--layer", raw.layers,
+                   "Take this layer alone, also when it is off or frozen; may be given again for more layers")
+        ->type_name("NAME")
+        ->expected(1)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+        ->allow_extra_args(false);
+    app.add_option("--join", raw.join, "Join ends nearer than this, in drawing units (0.0001); 0: as written")
+        ->type_name("T");
+    app.add_option("--chord-error", raw.chordError,
+                   "Largest distance between a flattened curve and its chords, in drawing units (1e-4 of its size)")
+        ->type_name("E");
+    app.add_flag("--no-split", raw.noSplit, "Do not cut curves where they meet");
+    app.add_flag("--keep-duplicates", options.drawing.keepDuplicates, "Keep curves that lie on one another");
+    app.add_flag("--strict", options.strict, "Exit status 3 when something was left over");
+    app.add_flag("--json", options.json, "One JSON object instead of the table");
+    app.add_option("--svg", options.svgFile, "Draw the domains to this file")->type_name("FILE");
+    app.add_option("--dxf", options.dxfFile, "Write the domains to this file as closed polylines")->type_name("FILE");
+    app.add_flag("--no-progress", raw.noProgress, "Do not show on a terminal what goes on");
+    app.add_option("--color", options.color, "Colour: auto, always, never (auto)")->type_name("WHEN");
+}
+
+std::vector<std::string> OptionNames(CLI::App const &app) {
+    std::vector<std::string> names;
+    for (CLI::Option const *option : app.get_options()) {
+        for (std::string const &name : option->get_lnames()) {
+            names.push_back("--" + name);
+        }
+    }
+    return names;
+}
+
+[[noreturn]] void RefuseOption(CLI::App const &app, std::string const &word) {
+    std::string const name = word.substr(0, word.find('='));
+    std::string const nearest = NearestName(name, OptionNames(app));
+    throw UsageError("unknown option '" + name + "'; " +
+                     (nearest.empty() ? "'zvi domains -h' lists the options" : "did you mean '" + nearest + "'?"));
+}
+
+/// Whether `word` is meant as an option; "-" is standard input, and "-5" a number.
+bool IsOption(std::string const &word) {
+    return word.size() > 1 && word[0] == '-' && !ParseNumber(word);
+}
+
+/// Parses; returns false when help was asked for.
+bool Parse(CLI::App &app, std::vector<std::string> arguments) {
+    std::reverse(arguments.begin(), arguments.end());
+    try {
+        app.parse(std::move(arguments));
+    } catch (CLI::CallForHelp const &) {
+        return false;
+    } catch (CLI::ParseError const &error) {
+        std::vector<std::string> const unknown = app.remaining();
+        auto const option = std::find_if(unknown.begin(), unknown.end(), IsOption);
+        if (option != unknown.end()) {
+            RefuseOption(app, *option);
+        }
+        throw UsageError(std::string(error.what()) + "; see 'zvi domains -h'");
+    }
+    return true;
+}
+
+double Distance(std::string const &option, std::string const &word, bool zeroAllowed) {
+    std::optional<double> const value = ParseNumber(word);
+    if (!value || *value < 0.0 || (*value == 0.0 && !zeroAllowed)) {
+        throw UsageError(option + " needs a distance in drawing units" + (zeroAllowed ? ", 0 or more" : " above 0") +
+                         ", not '" + word + "'");
+    }
+    return *value;
+}
+
+void Interpret(DomainsOptions &options, RawOptions const &raw) {
+    if (raw.files.size() > 1) {
+        throw UsageError("one drawing at a time, not '" + raw.files[0] + "' and '" + raw.files[1] + "'");
+    }
+    if (!raw.files.empty()) {
+        options.file = raw.files.front();
+    }
+    if (!raw.join.empty()) {
+        options.drawing.joinTolerance = Distance("--join", raw.join, true);
+    }
+    if (!raw.chordError.empty()) {
+        options.reading.chordError.absolute = Distance("--chord-error", raw.chordError, false);
+    }
+    options.drawing.split = !raw.noSplit;
+    options.progress = !raw.noProgress;
+    options.reading.layers = raw.layers;
+    if (options.color != "auto" && options.color != "always" && options.color != "never") {
+        throw UsageError("--color is auto, always or never, not '" + options.color + "'");
+    }
+}
+
+bool SameFile(std::string const &a, std::string const &b) {
+    std::error_code error;
+    return a == b || std::filesystem::equivalent(a, b, error);
+}
+
+void CheckOutputs(DomainsOptions const &options) {
+    for (std::string const &output : {options.svgFile, options.dxfFile}) {
+        if (output == "-") {
+            throw UsageError("--svg and --dxf need the name of a file; standard output is for the table");
+        }
+        bool const regular = std::filesystem::is_regular_file(output);
+        if (!output.empty() && options.file != "-" && regular && SameFile(output, options.file)) {
+            throw UsageError("'" + output + "' is the drawing itself; name another file to write");
+        }
+    }
+    if (!options.svgFile.empty() && SameFile(options.svgFile, options.dxfFile)) {
+        throw UsageError("--svg and --dxf name the same file; give each its own");
+    }
+}
+
+} // namespace
+
+DomainsOptions ParseDomainsOptions(std::vector<std::string> const &arguments) {
+    DomainsOptions options;
+    RawOptions raw;
+    CLI::App app("Finds the closed domains of a drawing: ends that nearly meet are joined, curves are cut where they\n"
+                 "cross, duplicates are dropped, and what bounds nothing is told with its reason.");
+    app.name("zvi domains");
+    Describe(app, options, raw);
+    if (!Parse(app, arguments)) {
+        options.help = kExamples + app.help() + kFooter;
+        return options;
+    }
+    Interpret(options, raw);
+    CheckOutputs(options);
+    return options;
+}
+
+} // namespace zvi::app

@@ -1,0 +1,184 @@
+#include "apps/zvi/domains/dxf/DxfBlocks.h"
+
+#include "apps/zvi/common/Failure.h"
+#include "apps/zvi/domains/dxf/DxfCurves.h"
+#include "apps/zvi/domains/dxf/ReadDxf.h"
+#include "apps/zvi/domains/dxf/TextDecoding.h"
+
+namespace zvi::app {
+
+DxfPlacer::DxfPlacer(DxfDocument const &source, ReadingOptions const &reading)
+    : document(source), options(reading), layers(source, reading.layers), layerZero(layers.IndexOf("0")) {
+    for (DxfBlock const &block : document.blocks) {
+        blocks[NameKey(block.name)].definition = &block;
+    }
+}
+
+DrawingInput DxfPlacer::Place() {
+    input.units = document.units;
+    input.notes.bytesAfterEnd = document.bytesAfterEnd;
+    PlaceAll(Parse(document.records), {Affine{}, layerZero, 0});
+    layers.CheckChoice();
+    input.layers = layers.Names();
+    return std::move(input);
+}
+
+/// Takes the entities of `records`, each with a label of its own.
+DxfPlacer::EntityList DxfPlacer::Parse(std::vector<DxfRecord> const &records) {
+    EntityList list;
+    list.entities = ParseDxfEntities(document, records);
+    for (DxfEntity const &entity : list.entities) {
+        list.origins.push_back({layers.IndexOf(entity.layer), static_cast<std::uint32_t>(input.entities.size())});
+        input.entities.push_back({DecodeDxfText(entity.type, document.codePage),
+                                  DecodeDxfText(entity.handle, document.codePage), entity.line});
+    }
+    for (DxfRecord const &record : records) {
+        list.groups += record.count + 1;
+    }
+    return list;
+}
+
+void DxfPlacer::PlaceAll(EntityList const &list, Surroundings const &around) {
+    for (std::size_t i = 0; i < list.entities.size(); ++i) {
+        PlaceEntity(list.entities[i], list.origins[i], around);
+    }
+}
+
+void DxfPlacer::PlaceEntity(DxfEntity const &entity, CurveOrigin const &origin, Surroundings const &around) {
+    std::uint32_t const layer = origin.layer == layerZero ? around.layer : origin.layer;
+    if (IsHidden(entity, layer)) {
+        return;
+    }
+    if (std::holds_alternative<DxfInsert>(entity.shape)) {
+        PlaceInsert(entity, layer, around);
+    } else if (layers.IsOff(layer)) {
+        ++input.notes.off;
+    } else if (layers.IsLeftOut(layer)) {
+        ++input.notes.otherLayers;
+    } else if (!CountIfNoCurve(entity)) {
+        PlaceShape(entity, {layer, origin.entity}, around);
+    }
+}
+
+/// Counts what hides an entity together with all that it places.
+bool DxfPlacer::IsHidden(DxfEntity const &entity, std::uint32_t layer) {
+    if (entity.paperSpace) {
+        ++input.notes.paperSpace;
+    } else if (layers.IsFrozen(layer)) {
+        ++input.notes.frozen;
+    } else if (entity.invisible) {
+        ++input.notes.invisible;
+    } else {
+        return false;
+    }
+    return true;
+}
+
+bool DxfPlacer::CountIfNoCurve(DxfEntity const &entity) {
+    if (std::holds_alternative<DxfMesh>(entity.shape)) {
+        ++input.notes.meshes;
+        return true;
+    }
+    if (std::holds_alternative<DxfNoCurve>(entity.shape)) {
+        ++input.notes.notCurves[DecodeDxfText(entity.type, document.codePage)];
+        return true;
+    }
+    return false;
+}
+
+void DxfPlacer::PlaceShape(DxfEntity const &entity, CurveOrigin const &origin, Surroundings const &around) {
+    DrawnShape drawn = DrawShape(entity.shape, around.place, options.chordError);
+    if (drawn.tooManyChords) {
+        throw InputError(entity.line, std::string(entity.type) + " would become more than " +
+                                          std::to_string(kMostChordsOfEntity) + " chords; give a larger --chord-error");
+    }
+    CountMade(around.depth > 0 ? drawn.curves.size() : drawn.chords, entity.line);
+    for (lib::DrawingCurve &curve : drawn.curves) {
+        curve.id = static_cast<unsigned int>(input.curves.size() + 1);
+        input.curves.push_back(curve);
+        input.origins.push_back(origin);
+    }
+    std::string const &type = input.entities[origin.entity].type;
+    input.notes.tilted += drawn.tilted ? 1 : 0;
+    if (drawn.unusable) {
+        ++input.notes.unusable[type];
+    }
+    if (drawn.chords > 0) {
+        ++input.notes.flattened[type];
+        input.notes.chords += drawn.chords;
+    }
+}
+
+/// Counts curves that the text does not hold one by one, so that a small file cannot ask for endless memory.
+void DxfPlacer::CountMade(std::size_t made, std::size_t line) {
+    madeCurves += made;
+    if (madeCurves > kMostMadeCurves) {
+        throw InputError(line, "INSERTs and flattened curves make more than " + std::to_string(kMostMadeCurves) +
+                                   " curves of this drawing; delete the array or the nested blocks that do, or give a "
+                                   "larger --chord-error");
+    }
+}
+
+/// As CountMade, for the time that it takes to place blocks again and again.
+void DxfPlacer::CountRepeated(std::size_t groups, std::size_t line) {
+    repeatedGroups += groups;
+    if (repeatedGroups > kMostRepeatedGroups) {
+        throw InputError(line, "INSERTs repeat more than " + std::to_string(kMostRepeatedGroups) +
+                                   " groups of this drawing; delete the array or the nested blocks that do");
+    }
+}
+
+void DxfPlacer::PlaceInsert(DxfEntity const &entity, std::uint32_t layer, Surroundings const &around) {
+    auto const &insert = std::get<DxfInsert>(entity.shape);
+    Block *block = OpenBlock(insert, entity.line, around.depth);
+    if (!block) {
+        ++input.notes.missingBlocks;
+        return;
+    }
+    PlaceCopies(insert, *block, entity.line, {around.place, layer, around.depth});
+    block->open = false;
+}
+
+/// The block of an INSERT, marked as open; null when the drawing does not define it.
+DxfPlacer::Block *DxfPlacer::OpenBlock(DxfInsert const &insert, std::size_t line, int depth) {
+    auto const found = blocks.find(NameKey(insert.block));
+    if (found == blocks.end()) {
+        return nullptr;
+    }
+    Block &block = found->second;
+    std::string const name = DecodeDxfText(insert.block, document.codePage);
+    if (block.open) {
+        throw InputError(line,
+                         "block \"" + name + "\" contains itself; delete this INSERT or export the drawing again");
+    }
+    if (depth >= kDeepestNesting) {
+        throw InputError(line, "blocks are nested more than " + std::to_string(kDeepestNesting) +
+                                   " deep; explode some of them");
+    }
+    if (!block.content) {
+        block.content = Parse(block.definition->records);
+    }
+    block.open = true;
+    return &block;
+}
+
+void DxfPlacer::PlaceCopies(DxfInsert const &insert, Block const &block, std::size_t line, Surroundings const &around) {
+    Point3 const &base = block.definition->base;
+    Affine const scaled = Then(Translation({-base.x, -base.y, -base.z}), Scaling(insert.scale));
+    Affine const turned = Then(Then(RotationZ(insert.degrees), Translation(insert.at)),
+                               Then(FromExtrusion(insert.extrusion), around.place));
+    for (int row = 0; row < insert.rows; ++row) {
+        for (int column = 0; column < insert.columns; ++column) {
+            CountRepeated(block.content->groups + 1, line);
+            Affine const shift = Translation({column * insert.columnStep, row * insert.rowStep, 0.0});
+            PlaceAll(*block.content, {Then(Then(scaled, shift), turned), around.layer, around.depth + 1});
+        }
+    }
+}
+
+DrawingInput ReadDxf(std::string_view text, ReadingOptions const &options) {
+    DxfDocument const document = ReadDxfDocument(text);
+    return DxfPlacer(document, options).Place();
+}
+
+} // namespace zvi::app

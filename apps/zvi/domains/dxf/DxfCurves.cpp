@@ -1,0 +1,280 @@
+#include "apps/zvi/domains/dxf/DxfCurves.h"
+
+#include "apps/zvi/domains/dxf/Flatten.h"
+#include "apps/zvi/domains/dxf/Spline.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace zvi::app {
+
+namespace {
+
+using lib::DrawingCurve;
+using lib::DrawingCurveType;
+using lib::DrawingPoint;
+
+constexpr double kTurn = 2.0 * std::numbers::pi;
+
+/// Segments with a smaller bulge are straight: they rise less than half of this part of their chord.
+constexpr double kStraightBulge = 1e-8;
+
+/// A plane counts as level when its directions rise by less than this part of their length.
+constexpr double kLevel = 1e-9;
+
+DrawingPoint FromAbove(Point3 const &p) {
+    return {p.x, p.y};
+}
+
+bool Same(DrawingPoint const &a, DrawingPoint const &b) {
+    return a.x == b.x && a.y == b.y;
+}
+
+/// An arc in the plane of its entity: `sweep` radians from the direction `from`, between two known points.
+struct EntityArc {
+    Point3 center;
+    double radius = 0.0;
+    double from = 0.0;
+    double sweep = 0.0;
+    Point3 start;
+    Point3 end;
+};
+
+class ShapeDrawer {
+public:
+    ShapeDrawer(Affine const &placed, ChordError const &error) : place(placed), chordError(error) {}
+
+    DrawnShape Take() { return std::move(drawn); }
+
+    void operator()(DxfNoCurve const &) {}
+    void operator()(DxfMesh const &) {}
+    void operator()(DxfInsert const &) {}
+    void operator()(DxfLine const &line);
+    void operator()(DxfArc const &arc);
+    void operator()(DxfPolyline const &polyline);
+    void operator()(DxfEllipse const &ellipse);
+    void operator()(DxfSpline const &spline);
+
+private:
+    void AddLine(DrawingPoint const &start, DrawingPoint const &end);
+    void AddArc(DrawingPoint const &center, DrawingPoint const &start, DrawingPoint const &end, bool clockwise);
+    void AddCircle(DrawingPoint const &center, double radius);
+    void AddChords(std::vector<DrawingPoint> const &points);
+    void AddEllipseArc(EllipseArc const &arc, DrawingPoint const &start, DrawingPoint const &end);
+    void AddEntityArc(Affine const &map, EntityArc const &arc);
+    void AddSegment(Affine const &map, DxfVertex const &from, DxfVertex const &to);
+    void NotePlane(Affine const &map);
+
+    Affine const &place;
+    ChordError const &chordError;
+    DrawnShape drawn;
+};
+
+void ShapeDrawer::AddLine(DrawingPoint const &start, DrawingPoint const &end) {
+    DrawingCurve curve;
+    curve.start = start;
+    curve.end = end;
+    drawn.curves.push_back(curve);
+}
+
+void ShapeDrawer::AddArc(DrawingPoint const &center, DrawingPoint const &start, DrawingPoint const &end,
+                         bool clockwise) {
+    DrawingCurve curve;
+    curve.type = DrawingCurveType::kArc;
+    curve.start = start;
+    curve.end = end;
+    curve.center = center;
+    curve.radius = std::hypot(start.x - center.x, start.y - center.y);
+    curve.clockwise = clockwise;
+    drawn.curves.push_back(curve);
+}
+
+void ShapeDrawer::AddCircle(DrawingPoint const &center, double radius) {
+    DrawingCurve curve;
+    curve.type = DrawingCurveType::kCircle;
+    curve.center = center;
+    curve.radius = radius;
+    curve.start = curve.end = {center.x + radius, center.y};
+    drawn.curves.push_back(curve);
+}
+
+void ShapeDrawer::AddChords(std::vector<DrawingPoint> const &points) {
+    for (std::size_t i = 1; i < points.size(); ++i) {
+        if (!Same(points[i - 1], points[i])) {
+            AddLine(points[i - 1], points[i]);
+            ++drawn.chords;
+        }
+    }
+}
+
+/// Adds the arc as a circle or arc when it is one, else as chords. `start` and `end` are its exact ends; for a full
+/// turn they are one point.
+void ShapeDrawer::AddEllipseArc(EllipseArc const &arc, DrawingPoint const &start, DrawingPoint const &end) {
+    if (IsCollapsed(arc)) {
+        drawn.unusable = true;
+        return;
+    }
+    bool const mirrored = arc.cosineAxis.x * arc.sineAxis.y - arc.cosineAxis.y * arc.sineAxis.x < 0.0;
+    bool const full = std::abs(arc.sweep) >= kTurn;
+    if (IsCircular(arc) && full) {
+        AddCircle(arc.center, std::hypot(arc.cosineAxis.x, arc.cosineAxis.y));
+    } else if (IsCircular(arc)) {
+        AddArc(arc.center, start, end, mirrored != (arc.sweep < 0.0));
+    } else {
+        EllipseArc const principal = arc.WithPrincipalAxes();
+        double const size = 2.0 * std::max(std::hypot(principal.cosineAxis.x, principal.cosineAxis.y),
+                                           std::hypot(principal.sineAxis.x, principal.sineAxis.y));
+        std::vector<DrawingPoint> points = FlattenEllipse(arc, chordError.ForSize(size));
+        points.front() = start;
+        points.back() = end;
+        AddChords(points);
+    }
+}
+
+void ShapeDrawer::AddEntityArc(Affine const &map, EntityArc const &arc) {
+    EllipseArc seen;
+    seen.center = FromAbove(map.Point(arc.center));
+    seen.cosineAxis = FromAbove(map.Direction({arc.radius, 0.0, 0.0}));
+    seen.sineAxis = FromAbove(map.Direction({0.0, arc.radius, 0.0}));
+    seen.from = arc.from;
+    seen.sweep = arc.sweep;
+    AddEllipseArc(seen, FromAbove(map.Point(arc.start)), FromAbove(map.Point(arc.end)));
+}
+
+/// Notes a plane that is not level once it is placed.
+void ShapeDrawer::NotePlane(Affine const &map) {
+    auto const rises = [&map](Point3 const &direction) {
+        Point3 const v = map.Direction(direction);
+        return std::abs(v.z) > kLevel * std::hypot(v.x, v.y, v.z);
+    };
+    drawn.tilted = drawn.tilted || rises({1.0, 0.0, 0.0}) || rises({0.0, 1.0, 0.0});
+}
+
+void ShapeDrawer::operator()(DxfLine const &line) {
+    Point3 const start = place.Point(line.start);
+    Point3 const end = place.Point(line.end);
+    double const length = std::hypot(end.x - start.x, end.y - start.y, end.z - start.z);
+    drawn.tilted = std::abs(end.z - start.z) > kLevel * length;
+    AddLine(FromAbove(start), FromAbove(end));
+}
+
+void ShapeDrawer::operator()(DxfArc const &arc) {
+    Affine const map = Then(FromExtrusion(arc.extrusion), place);
+    NotePlane(map);
+    EntityArc drawnArc{arc.center, arc.radius, 0.0, kTurn, {}, {}};
+    double const sweepDegrees = SweepBetween(arc.startDegrees, arc.endDegrees, 360.0);
+    auto const at = [&arc](double degrees) {
+        Point3 const unit = UnitAtDegrees(degrees);
+        return Point3{arc.center.x + arc.radius * unit.x, arc.center.y + arc.radius * unit.y, arc.center.z};
+    };
+    drawnArc.start = at(arc.startDegrees);
+    drawnArc.end = drawnArc.start;
+    drawnArc.from = std::fmod(arc.startDegrees, 360.0) * std::numbers::pi / 180.0;
+    if (sweepDegrees < 360.0) {
+        drawnArc.end = at(arc.endDegrees);
+        drawnArc.sweep = sweepDegrees * std::numbers::pi / 180.0;
+    }
+    if (arc.radius > 0.0) {
+        AddEntityArc(map, drawnArc);
+    } else {
+        // Handed on as it is, so that it turns up among the leftovers.
+        AddCircle(FromAbove(map.Point(arc.center)), arc.radius);
+    }
+}
+
+/// Adds the segment of a polyline between two vertices. The centre lies off the middle of the chord by
+/// (1 - bulge^2) / (4 bulge) chords, to the left for a positive bulge below 1.
+void ShapeDrawer::AddSegment(Affine const &map, DxfVertex const &from, DxfVertex const &to) {
+    Point3 const &p = from.at;
+    Point3 const &q = to.at;
+    DrawingPoint const start = FromAbove(map.Point(p));
+    DrawingPoint const end = FromAbove(map.Point(q));
+    if (p.x == q.x && p.y == q.y && p.z == q.z) {
+        return;
+    }
+    double const bulge = from.bulge;
+    if (std::abs(bulge) < kStraightBulge) {
+        AddLine(start, end);
+        return;
+    }
+    double const off = (1.0 / bulge - bulge) / 4.0;
+    EntityArc arc;
+    arc.center = {(p.x + q.x) / 2.0 - (q.y - p.y) * off, (p.y + q.y) / 2.0 + (q.x - p.x) * off, p.z};
+    arc.radius = std::hypot(p.x - arc.center.x, p.y - arc.center.y);
+    arc.from = std::atan2(p.y - arc.center.y, p.x - arc.center.x);
+    arc.sweep = 4.0 * std::atan(bulge);
+    arc.start = p;
+    arc.end = q;
+    AddEntityArc(map, arc);
+}
+
+void ShapeDrawer::operator()(DxfPolyline const &polyline) {
+    Affine const map = Then(FromExtrusion(polyline.extrusion), place);
+    NotePlane(map);
+    auto const &vertices = polyline.vertices;
+    for (std::size_t i = 1; i < vertices.size(); ++i) {
+        AddSegment(map, vertices[i - 1], vertices[i]);
+    }
+    if (polyline.closed && vertices.size() > 1) {
+        AddSegment(map, vertices.back(), vertices.front());
+    }
+    drawn.unusable = drawn.unusable || vertices.size() < 2;
+}
+
+void ShapeDrawer::operator()(DxfEllipse const &ellipse) {
+    double const length = std::hypot(ellipse.extrusion.x, ellipse.extrusion.y, ellipse.extrusion.z);
+    Point3 const normal = length > 0.0 ? ellipse.extrusion : Point3{0.0, 0.0, 1.0};
+    Point3 const across = Cross(normal, ellipse.majorAxis);
+    double const factor = ellipse.ratio / (length > 0.0 ? length : 1.0);
+    Point3 const major = place.Direction(ellipse.majorAxis);
+    Point3 const minor = place.Direction({factor * across.x, factor * across.y, factor * across.z});
+    drawn.tilted = std::abs(major.z) > kLevel * std::hypot(major.x, major.y, major.z) ||
+                   std::abs(minor.z) > kLevel * std::hypot(minor.x, minor.y, minor.z);
+    EllipseArc arc{FromAbove(place.Point(ellipse.center)), FromAbove(major), FromAbove(minor), 0.0, 0.0};
+    arc.from = std::fmod(ellipse.from, kTurn);
+    arc.sweep = SweepBetween(ellipse.from, ellipse.to, kTurn);
+    DrawingPoint const start = arc.At(arc.from);
+    AddEllipseArc(arc, start, arc.sweep < kTurn ? arc.At(arc.from + arc.sweep) : start);
+}
+
+void ShapeDrawer::operator()(DxfSpline const &given) {
+    std::optional<DxfSpline> const spline = WithControlPoints(given);
+    if (!spline) {
+        drawn.unusable = true;
+        return;
+    }
+    Point3 low = place.Point(spline->controls.front());
+    Point3 high = low;
+    for (Point3 const &control : spline->controls) {
+        Point3 const p = place.Point(control);
+        low = {std::min(low.x, p.x), std::min(low.y, p.y), std::min(low.z, p.z)};
+        high = {std::max(high.x, p.x), std::max(high.y, p.y), std::max(high.z, p.z)};
+    }
+    double const size = std::hypot(high.x - low.x, high.y - low.y);
+    drawn.tilted = high.z - low.z > kLevel * std::max(size, high.z - low.z);
+    drawn.unusable = !(size > 0.0) || !std::isfinite(size);
+    if (!drawn.unusable) {
+        AddChords(FlattenSpline(*spline, place, chordError.ForSize(size), kMostChordsOfEntity));
+    }
+}
+
+} // namespace
+
+double ChordError::ForSize(double size) const {
+    return absolute > 0.0 ? std::max(absolute, kSmallestChordError * size) : kRelativeChordError * size;
+}
+
+DrawnShape DrawShape(DxfShape const &shape, Affine const &place, ChordError const &chordError) {
+    ShapeDrawer drawer(place, chordError);
+    std::visit(drawer, shape);
+    DrawnShape drawn = drawer.Take();
+    drawn.tooManyChords = drawn.chords > kMostChordsOfEntity;
+    if (drawn.unusable) {
+        drawn.curves.clear();
+        drawn.chords = 0;
+    }
+    return drawn;
+}
+
+} // namespace zvi::app

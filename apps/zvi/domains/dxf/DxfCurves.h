@@ -1,0 +1,44 @@
+#pragma once
+
+#include "apps/zvi/domains/dxf/DxfEntities.h"
+
+#include "zvi/drawing/DrawingRecords.h"
+
+#include <cstddef>
+#include <vector>
+
+namespace zvi::app {
+
+/// How far chords may be from the curve that they stand for.
+struct ChordError {
+    /// In drawing units; 0 takes kRelativeChordError times the size of the entity.
+    double absolute = 0.0;
+
+    double ForSize(double size) const;
+};
+
+/// Chord error as a part of the entity's size: the major diameter of an ellipse, the diagonal of the box around the
+/// control points of a spline.
+inline constexpr double kRelativeChordError = 1e-4;
+
+/// Smallest chord error that is honoured, as a part of the entity's size; below it chords only gain in number.
+inline constexpr double kSmallestChordError = 1e-8;
+
+/// Most chords that one entity may become.
+inline constexpr std::size_t kMostChordsOfEntity = 1'000'000;
+
+/// The curves of one entity in the drawing plane, all ids 0, and what happened on the way.
+struct DrawnShape {
+    std::vector<lib::DrawingCurve> curves;
+    std::size_t chords = 0;     ///< how many of the curves are chords of a flattened one
+    bool tilted = false;        ///< the entity is not level; it was taken as seen from above
+    bool unusable = false;      ///< its numbers describe nothing that can be drawn; `curves` is empty
+    bool tooManyChords = false; ///< more than kMostChordsOfEntity
+};
+
+/// Draws a shape that `place` maps to the drawing. Lines stay lines and arcs stay arcs under maps that keep circles;
+/// arcs under others, ellipses and splines become chords, circular ellipses arcs. Segments of a polyline between
+/// vertices at the very same place are left out. Shapes that are no curves give none.
+DrawnShape DrawShape(DxfShape const &shape, Affine const &place, ChordError const &chordError);
+
+} // namespace zvi::app

@@ -1,0 +1,55 @@
+#include "apps/zvi/domains/dxf/DxfLayers.h"
+
+#include "apps/zvi/common/Failure.h"
+#include "apps/zvi/common/NearestName.h"
+#include "apps/zvi/common/NumberText.h"
+#include "apps/zvi/domains/dxf/TextDecoding.h"
+
+#include <algorithm>
+
+namespace zvi::app {
+
+std::string NameKey(std::string_view name) {
+    std::string key(name);
+    for (char &c : key) {
+        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    }
+    return key;
+}
+
+DxfLayers::DxfLayers(DxfDocument const &document, std::vector<std::string> const &chosen)
+    : codePage(document.codePage), wanted(chosen) {
+    for (DxfLayer const &layer : document.layers) {
+        State &state = states[IndexOf(layer.name)];
+        state.off = layer.off;
+        state.frozen = layer.frozen;
+    }
+    IndexOf("0");
+}
+
+std::uint32_t DxfLayers::IndexOf(std::string_view name) {
+    auto const [entry, isNew] = numbers.try_emplace(NameKey(name), static_cast<std::uint32_t>(names.size()));
+    if (isNew) {
+        names.push_back(DecodeDxfText(name, codePage));
+        bool const chosen = std::any_of(wanted.begin(), wanted.end(),
+                                        [this](std::string const &w) { return SameNoCase(w, names.back()); });
+        states.push_back({false, false, chosen});
+    }
+    return entry->second;
+}
+
+void DxfLayers::CheckChoice() const {
+    for (std::string const &name : wanted) {
+        bool const met =
+            std::any_of(names.begin(), names.end(), [&name](std::string const &n) { return SameNoCase(n, name); });
+        if (met) {
+            continue;
+        }
+        std::string const nearest = NearestName(name, names);
+        throw InputError(
+            0, "there is no layer \"" + name + "\"" +
+                   (nearest.empty() ? "; see the drawing's layer list" : "; did you mean \"" + nearest + "\"?"));
+    }
+}
+
+} // namespace zvi::app

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "apps/zvi/domains/dxf/DxfDocument.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace zvi::app {
+
+/// The name in small ASCII letters: names of layers and blocks agree whatever their capitals.
+std::string NameKey(std::string_view name);
+
+/// The layers of a drawing, those of its table first, then those that only entities name.
+class DxfLayers {
+public:
+    /// `chosen` are the layers to take, empty for all; it must outlive this object.
+    DxfLayers(DxfDocument const &document, std::vector<std::string> const &chosen);
+
+    /// The number of a layer; it is added when it is new.
+    std::uint32_t IndexOf(std::string_view name);
+
+    bool IsOff(std::uint32_t layer) const { return states[layer].off && !states[layer].chosen; }
+    bool IsFrozen(std::uint32_t layer) const { return states[layer].frozen && !states[layer].chosen; }
+    /// Whether the choice of layers, if there is one, leaves this one out.
+    bool IsLeftOut(std::uint32_t layer) const { return !wanted.empty() && !states[layer].chosen; }
+
+    /// Throws InputError when a chosen layer was never met, with the nearest name that was.
+    void CheckChoice() const;
+
+    /// The names as UTF-8, by number.
+    std::vector<std::string> const &Names() const { return names; }
+
+private:
+    struct State {
+        bool off = false;
+        bool frozen = false;
+        bool chosen = false;
+    };
+
+    std::string_view codePage;
+    std::vector<std::string> const &wanted;
+    std::unordered_map<std::string, std::uint32_t> numbers;
+    std::vector<State> states;
+    std::vector<std::string> names;
+};
+
+} // namespace zvi::app

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "apps/zvi/domains/input/DrawingInput.h"
+#include "apps/zvi/domains/input/ReadingOptions.h"
+
+#include <string_view>
+
+namespace zvi::app {
+
+/// Most curves that INSERTs and flattening together may make of a drawing.
+inline constexpr std::size_t kMostMadeCurves = 2'000'000;
+
+/// Most groups that INSERTs may repeat: the work of placing blocks, also those that draw nothing.
+inline constexpr std::size_t kMostRepeatedGroups = 100'000'000;
+
+/// Deepest nesting of blocks.
+inline constexpr int kDeepestNesting = 64;
+
+/// Reads an ASCII DXF drawing: model space, seen from above, blocks put in. Curves get the ids 1, 2, 3, ... in their
+/// order. Entities inside a block that are on layer "0" take the layer of the INSERT. A frozen layer hides an INSERT
+/// with all it draws, a layer that is off only what is on it. Throws InputError for a text that ReadDxfDocument
+/// refuses, for bad numbers, for blocks that contain themselves, for drawings beyond the limits above, and for a layer
+/// in `options` that the drawing does not have.
+DrawingInput ReadDxf(std::string_view text, ReadingOptions const &options);
+
+} // namespace zvi::app

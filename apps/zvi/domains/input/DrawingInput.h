@@ -1,0 +1,62 @@
+#pragma once
+
+#include "zvi/drawing/DrawingRecords.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace zvi::app {
+
+/// An entity of the drawing as its user knows it.
+struct EntityLabel {
+    std::string type;   ///< "LINE", "LWPOLYLINE", ...; empty for curve text
+    std::string handle; ///< as written, may be empty or repeated
+    std::size_t line = 0;
+};
+
+/// Where a curve comes from: indices into DrawingInput::layers and DrawingInput::entities.
+struct CurveOrigin {
+    std::uint32_t layer = 0;
+    std::uint32_t entity = 0;
+};
+
+/// What was read, what was changed on the way, and what was left out.
+struct ReadingNotes {
+    std::map<std::string, int> notCurves; ///< entities that are no curves, by type
+    std::map<std::string, int> unusable;  ///< curves whose numbers describe nothing that can be drawn, by type
+    std::map<std::string, int> flattened; ///< entities turned into chords, by type
+    std::size_t chords = 0;               ///< how many chords those became
+    int meshes = 0;
+    int paperSpace = 0;
+    int frozen = 0;
+    int off = 0;
+    int invisible = 0;
+    int otherLayers = 0;   ///< left out because --layer names others
+    int missingBlocks = 0; ///< INSERTs of a block that the drawing does not define
+    int tilted = 0;        ///< entities whose plane is inclined to the drawing plane, taken as seen from above
+    std::size_t bytesAfterEnd = 0;
+};
+
+/// A drawing ready for MakeDrawingDomains: its curves and the way back from each to the entity it comes from.
+struct DrawingInput {
+    std::string units =
+        "absent"; ///< "mm", "inch", ...; "none" where the drawing says so, "absent" where it says nothing
+    std::vector<lib::DrawingCurve> curves;
+    std::vector<CurveOrigin> origins; ///< beside `curves`
+    std::vector<std::string> layers;  ///< UTF-8
+    std::vector<EntityLabel> entities;
+    std::unordered_map<unsigned int, std::size_t> indexOfId; ///< filled where ids are not 1, 2, 3, ...
+    ReadingNotes notes;
+
+    /// Index into `curves` of the curve with this id, which must be one of them.
+    std::size_t IndexOf(unsigned int id) const { return indexOfId.empty() ? id - 1 : indexOfId.at(id); }
+    /// Layer of the curve with this id; empty for curve text.
+    std::string const &LayerOf(unsigned int id) const { return layers[origins[IndexOf(id)].layer]; }
+    EntityLabel const &EntityOf(unsigned int id) const { return entities[origins[IndexOf(id)].entity]; }
+};
+
+} // namespace zvi::app

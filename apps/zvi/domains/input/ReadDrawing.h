@@ -1,0 +1,20 @@
+#pragma once
+
+#include "apps/zvi/domains/input/DrawingInput.h"
+#include "apps/zvi/domains/input/ReadingOptions.h"
+
+#include <istream>
+#include <string>
+#include <string_view>
+
+namespace zvi::app {
+
+/// Reads a drawing. A file named .dxf, and any text that starts like one, is DXF; a file named .curves, and what comes
+/// through standard input ("-"), is curve text. Throws InputError for other files and as the two readers do, and
+/// UsageError when layers are chosen in curve text, which has none.
+DrawingInput ReadDrawing(std::string const &file, std::string_view text, ReadingOptions const &options);
+
+/// All of the file, or of `standardInput` where the file is "-". Throws InputError when it cannot be read.
+std::string ReadWhole(std::string const &file, std::istream &standardInput);
+
+} // namespace zvi::app

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "apps/zvi/domains/input/DrawingInput.h"
+
+#include "zvi/drawing/DrawingRecords.h"
+
+#include <string>
+
+namespace zvi::app {
+
+/// The number of the form below; it grows when a key changes its meaning or goes.
+inline constexpr int kDomainSchema = 1;
+
+/// The result as one JSON object, a domain, leftover or gap to a line:
+///     {"schema":1,"units":..,"domains":[{"area":..,"perimeter":..,"outer":[piece..],"holes":[[piece..]..]}],
+///      "leftovers":[{"curve":..,"reason":..,...}],"gaps":[{"at":[x,y],"distance":..,"curves":[id,id],"tolerance":..}],
+///      "counts":{"joined":..,"cut":..,"duplicates":..}}
+/// A piece is {"curve","layer","entity","handle","type","reversed","from","to"} with "start" and "end" for lines and
+/// arcs, and "centre", "radius" and "clockwise" for arcs and circles; layer, entity and handle are empty for curve
+/// text. Numbers read back to the last bit; a number that is not finite is null.
+std::string DomainJson(DrawingInput const &input, lib::DrawingResult const &result);
+
+} // namespace zvi::app

@@ -1,0 +1,257 @@
+#include "apps/zvi/domains/output/SvgPicture.h"
+
+#include "apps/zvi/common/Joined.h"
+#include "apps/zvi/common/NumberText.h"
+#include "apps/zvi/domains/output/Colors.h"
+#include "apps/zvi/domains/output/LabelPoint.h"
+#include "apps/zvi/domains/output/Loops.h"
+#include "apps/zvi/domains/output/Report.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace zvi::app {
+
+namespace {
+
+using lib::DrawingCurveType;
+using lib::DrawingPiece;
+using lib::DrawingPoint;
+
+/// Margin around the drawing, strokes and ring sizes as parts of the picture's longer side.
+constexpr double kMargin = 0.03;
+constexpr double kBorderStroke = 0.0012;
+constexpr double kLeftoverStroke = 0.0016;
+constexpr double kRing = 0.011;
+
+/// Largest number on a domain as part of the picture's longer side.
+constexpr double kLargestNumber = 0.03;
+
+/// Width of a digit and half height of a line of digits, as parts of the font size.
+constexpr double kDigitWidth = 0.6;
+constexpr double kHalfDigitHeight = 0.37;
+
+/// Part of the free circle that a number may fill.
+constexpr double kNumberFill = 0.8;
+
+/// The longer side of the picture on a page, in pixels.
+constexpr double kPagePixels = 1000.0;
+
+/// Coordinates are written with this many digits.
+constexpr int kDigits = 12;
+
+std::string Number(double value) {
+    return ShortNumber(value, kDigits);
+}
+
+/// A point as the picture has it: y grows downwards.
+std::string Place(DrawingPoint const &p) {
+    return Joined(Number(p.x), " ", Number(-p.y));
+}
+
+std::string Escaped(std::string const &text) {
+    std::string escaped;
+    for (char const c : text) {
+        switch (c) {
+        case '<':
+            escaped += "&lt;";
+            break;
+        case '&':
+            escaped += "&amp;";
+            break;
+        case '"':
+            escaped += "&quot;";
+            break;
+        default:
+            escaped += c;
+        }
+    }
+    return escaped;
+}
+
+bool IsFinite(DrawingPiece const &piece) {
+    double const sum = piece.start.x + piece.start.y + piece.end.x + piece.end.y;
+    return std::isfinite(sum) && std::isfinite(piece.center.x + piece.center.y + piece.radius);
+}
+
+/// Path commands that draw a piece from where the pen is. An arc over more than half a turn is drawn in two, because a
+/// single command cannot tell an arc that nearly closes from one that has no length.
+std::string PathAlong(DrawingPiece const &piece) {
+    if (piece.type == DrawingCurveType::kLine) {
+        return Joined("L", Place(piece.end));
+    }
+    std::string const radii = Joined("A", Number(piece.radius), " ", Number(piece.radius));
+    std::string const flags = piece.clockwise ? " 0 0 1 " : " 0 0 0 ";
+    std::string const end = radii + flags + Place(PointOn(piece, 1.0));
+    bool const overHalf = std::abs(SweepOf(piece)) > std::numbers::pi;
+    return overHalf ? radii + flags + Place(PointOn(piece, 0.5)) + end : end;
+}
+
+std::string LoopPath(std::vector<DrawingPiece> const &loop) {
+    std::string path = Joined("M", Place(PointOn(loop.front(), 0.0)));
+    for (DrawingPiece const &piece : loop) {
+        path += PathAlong(piece);
+    }
+    return path + "Z";
+}
+
+class Picture {
+public:
+    Picture(std::string const &name, DrawingInput const &read, lib::DrawingResult const &domains)
+        : input(read), result(domains) {
+        Measure();
+        Head(name);
+        Style();
+        Domains();
+        Leftovers();
+        Gaps();
+        Numbers();
+        svg += "</svg>\n";
+    }
+
+    std::string Take() { return std::move(svg); }
+
+private:
+    void Measure();
+    void Head(std::string const &name);
+    void Style();
+    void Domains();
+    void Leftovers();
+    void Gaps();
+    void Numbers();
+
+    DrawingInput const &input;
+    lib::DrawingResult const &result;
+    Box box;
+    double size = 1.0; ///< longer side of the drawing
+    std::string svg;
+};
+
+void Picture::Measure() {
+    for (lib::DrawingDomain const &domain : result.domains) {
+        for (DrawingPiece const &piece : domain.outer) {
+            AddToBox(box, piece);
+        }
+    }
+    for (lib::DrawingLeftover const &leftover : result.leftovers) {
+        if (IsFinite(leftover.piece)) {
+            AddToBox(box, leftover.piece);
+        }
+    }
+    double const longer = std::max(box.Width(), box.Height());
+    size = longer > 0.0 && std::isfinite(longer) ? longer : 1.0;
+}
+
+void Picture::Head(std::string const &name) {
+    double const margin = kMargin * size;
+    double const width = box.Width() + 2.0 * margin;
+    double const height = box.Height() + 2.0 * margin;
+    double const scale = kPagePixels / std::max(width, height);
+    std::string const x = Number(box.minX - margin);
+    std::string const y = Number(-box.maxY - margin);
+    std::string const extent = " width=\"" + Number(width) + "\" height=\"" + Number(height) + "\"";
+    svg += "<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"" + x + " " + y + " " + Number(width) + " " +
+           Number(height) + "\" width=\"" + ShortNumber(width * scale, 6) + "\" height=\"" +
+           ShortNumber(height * scale, 6) + "\" role=\"img\" aria-labelledby=\"title desc\">\n";
+    svg += "<title id=\"title\">Domains of " + Escaped(name) + "</title>\n";
+    svg += "<desc id=\"desc\">" + Escaped(TotalsLine(result)) + "; units: " + Escaped(input.units) + "</desc>\n";
+    svg += "<rect class=\"paper\" x=\"" + x + "\" y=\"" + y + "\"" + extent + "/>\n";
+}
+
+void Picture::Style() {
+    std::string const border = Number(kBorderStroke * size);
+    std::string const dashes = Number(6.0 * kLeftoverStroke * size) + " " + Number(4.0 * kLeftoverStroke * size);
+    svg += "<style>\n"
+           ".paper{fill:#ffffff}\n"
+           ".domain{stroke:#3b4252;stroke-width:" +
+           border +
+           ";stroke-linejoin:round;fill-rule:evenodd}\n"
+           ".leftover{fill:none;stroke:#c2410c;stroke-linecap:butt;stroke-width:" +
+           Number(kLeftoverStroke * size) + ";stroke-dasharray:" + dashes +
+           "}\n"
+           ".gap{fill:none;stroke:#dc2626;stroke-width:" +
+           Number(1.5 * kLeftoverStroke * size) +
+           "}\n"
+           ".number{fill:#1f2937;font-family:system-ui,sans-serif;font-weight:600;text-anchor:middle;"
+           "pointer-events:none}\n";
+    std::string dark;
+    for (std::size_t i = 0; i < result.domains.size(); ++i) {
+        DomainColors const colors = ColorsOf(i);
+        svg += ".d" + std::to_string(i + 1) + "{fill:" + colors.light + "}\n";
+        dark += ".d" + std::to_string(i + 1) + "{fill:" + colors.dark + "}\n";
+    }
+    svg += "@media (prefers-color-scheme:dark){\n"
+           ".paper{fill:#11151c}\n"
+           ".domain{stroke:#c3cad6}\n"
+           ".leftover{stroke:#fb923c}\n"
+           ".gap{stroke:#f87171}\n"
+           ".number{fill:#f3f4f6}\n" +
+           dark + "}\n</style>\n";
+}
+
+void Picture::Domains() {
+    svg += "<g>\n";
+    for (std::size_t i = 0; i < result.domains.size(); ++i) {
+        lib::DrawingDomain const &domain = result.domains[i];
+        std::string const number = std::to_string(i + 1);
+        std::string path = LoopPath(domain.outer);
+        for (auto const &hole : domain.holes) {
+            path += LoopPath(hole);
+        }
+        svg += "<path class=\"domain d" + number + "\" d=\"" + path + "\"><title>Domain " + number + ": area " +
+               ShortNumber(domain.area) + "</title></path>\n";
+    }
+    svg += "</g>\n";
+}
+
+void Picture::Leftovers() {
+    svg += "<g>\n";
+    for (lib::DrawingLeftover const &leftover : result.leftovers) {
+        DrawingPiece const &piece = leftover.piece;
+        bool const isArc = piece.type != DrawingCurveType::kLine;
+        if (!IsFinite(piece) || (isArc && !(piece.radius > 0.0))) {
+            continue;
+        }
+        svg += "<path class=\"leftover\" d=\"M" + Place(PointOn(piece, 0.0)) + PathAlong(piece) + "\"><title>" +
+               Escaped(CurveName(input, piece.curve)) + ": " + ReasonName(leftover.reason) + "</title></path>\n";
+    }
+    svg += "</g>\n";
+}
+
+void Picture::Gaps() {
+    svg += "<g>\n";
+    for (lib::DrawingGap const &gap : result.gaps) {
+        svg += "<circle class=\"gap\" cx=\"" + Number(gap.at.x) + "\" cy=\"" + Number(-gap.at.y) + "\" r=\"" +
+               Number(std::max(kRing * size, 1.5 * gap.distance)) + "\"><title>gap of " + ShortNumber(gap.distance) +
+               "</title></circle>\n";
+    }
+    svg += "</g>\n";
+}
+
+/// Puts each number on the centre of the free circle of its domain, as large as fits.
+void Picture::Numbers() {
+    svg += "<g>\n";
+    for (std::size_t i = 0; i < result.domains.size(); ++i) {
+        std::string const number = std::to_string(i + 1);
+        LabelPoint const label = FindLabelPoint(result.domains[i]);
+        double const halfWidth = 0.5 * kDigitWidth * static_cast<double>(number.size());
+        double const fitting = kNumberFill * label.radius / std::hypot(halfWidth, kHalfDigitHeight);
+        double const fontSize = std::min(fitting, kLargestNumber * size);
+        if (!(fontSize > 0.0)) {
+            continue;
+        }
+        svg += "<text class=\"number\" x=\"" + Number(label.at.x) + "\" y=\"" +
+               Number(-label.at.y + kHalfDigitHeight * fontSize) + "\" font-size=\"" + ShortNumber(fontSize, 6) +
+               "\">" + number + "</text>\n";
+    }
+    svg += "</g>\n";
+}
+
+} // namespace
+
+std::string SvgPicture(std::string const &name, DrawingInput const &input, lib::DrawingResult const &result) {
+    return Picture(name, input, result).Take();
+}
+
+} // namespace zvi::app
