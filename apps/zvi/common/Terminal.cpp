@@ -37,8 +37,7 @@ extern "C" void RemovePendingAndEnd(int signal) {
 }
 
 /// Handles the signal unless the one who started the program has it ignored, as for runs in the background.
-void Handle(int signal)
-{
+void Handle(int signal) {
     if (std::signal(signal, RemovePendingAndEnd) == SIG_IGN) {
         std::signal(signal, SIG_IGN);
     }

@@ -29,8 +29,7 @@ int ScreenValue(double linear) {
 }
 
 /// Appends a value of 0 to 255 as two hexadecimal digits.
-void AppendHex(std::string &text, int value)
-{
+void AppendHex(std::string &text, int value) {
     constexpr char kDigits[] = "0123456789abcdef";
     text += kDigits[value / 16];
     text += kDigits[value % 16];

@@ -28,6 +28,10 @@ constexpr int kMostSquares = 2000;
 /// The longer side of the domain's box is covered by at most this many squares to begin with.
 constexpr double kMostFirstSquares = 16.0;
 
+/// The centre of gravity is taken when its free circle has at least this part of the largest one's radius: of the many
+/// equal places in a long rectangle it is the one that looks right.
+constexpr double kMiddleShare = 0.9;
+
 double SquaredDistance(DrawingPoint const &p, DrawingPoint const &a, DrawingPoint const &b) {
     double const dx = b.x - a.x;
     double const dy = b.y - a.y;
@@ -90,23 +94,9 @@ std::priority_queue<Square> FirstSquares(std::vector<Polygon> const &polygons, B
     return squares;
 }
 
-} // namespace
-
-LabelPoint FindLabelPoint(lib::DrawingDomain const &domain) {
-    std::vector<Polygon> const polygons = PolygonsOf(domain);
-    if (polygons.empty()) {
-        return {};
-    }
-    Box box;
-    for (DrawingPoint const &corner : polygons.front()) {
-        box.Add(corner);
-    }
+/// The best place that the squares lead to, to within `precision`.
+LabelPoint Search(std::vector<Polygon> const &polygons, Box const &box, double precision) {
     LabelPoint best{polygons.front().front(), 0.0};
-    double const precision = kPrecision * std::max(box.Width(), box.Height());
-    bool const resolved = box.minX + precision > box.minX && box.minY + precision > box.minY;
-    if (!(precision > 0.0) || !std::isfinite(precision) || !resolved) {
-        return best;
-    }
     std::priority_queue<Square> squares = FirstSquares(polygons, box);
     for (int looked = 0; !squares.empty() && looked < kMostSquares; ++looked) {
         Square const square = squares.top();
@@ -125,6 +115,46 @@ LabelPoint FindLabelPoint(lib::DrawingDomain const &domain) {
         }
     }
     return best;
+}
+
+/// Centre of gravity of the polygons together, seen from a corner so that far-off drawings lose nothing.
+DrawingPoint Centroid(std::vector<Polygon> const &polygons) {
+    DrawingPoint const origin = polygons.front().front();
+    double area = 0.0;
+    DrawingPoint moment;
+    for (Polygon const &polygon : polygons) {
+        for (std::size_t i = 0, j = polygon.size() - 1; i < polygon.size(); j = i++) {
+            DrawingPoint const a{polygon[j].x - origin.x, polygon[j].y - origin.y};
+            DrawingPoint const b{polygon[i].x - origin.x, polygon[i].y - origin.y};
+            double const cross = a.x * b.y - a.y * b.x;
+            area += cross;
+            moment.x += cross * (a.x + b.x);
+            moment.y += cross * (a.y + b.y);
+        }
+    }
+    return {origin.x + moment.x / (3.0 * area), origin.y + moment.y / (3.0 * area)};
+}
+
+} // namespace
+
+LabelPoint FindLabelPoint(lib::DrawingDomain const &domain) {
+    std::vector<Polygon> const polygons = PolygonsOf(domain);
+    if (polygons.empty()) {
+        return {};
+    }
+    Box box;
+    for (DrawingPoint const &corner : polygons.front()) {
+        box.Add(corner);
+    }
+    double const precision = kPrecision * std::max(box.Width(), box.Height());
+    bool const resolved = box.minX + precision > box.minX && box.minY + precision > box.minY;
+    if (!(precision > 0.0) || !std::isfinite(precision) || !resolved) {
+        return {polygons.front().front(), 0.0};
+    }
+    LabelPoint const best = Search(polygons, box, precision);
+    DrawingPoint const middle = Centroid(polygons);
+    double const around = SignedDistance(polygons, middle);
+    return around >= kMiddleShare * best.radius && around > 0.0 ? LabelPoint{middle, around} : best;
 }
 
 } // namespace zvi::app

@@ -25,6 +25,15 @@ constexpr double kBorderStroke = 0.0012;
 constexpr double kLeftoverStroke = 0.0016;
 constexpr double kRing = 0.011;
 
+/// The same strokes, where they would hide something small: as parts of the free circle of a domain, or of the length
+/// of a leftover.
+constexpr double kBorderShare = 0.08;
+constexpr double kLeftoverShare = 0.06;
+
+/// Dashes and the room between them, in strokes.
+constexpr double kDash = 5.0;
+constexpr double kDashRoom = 3.5;
+
 /// Largest number on a domain as part of the picture's longer side.
 constexpr double kLargestNumber = 0.03;
 
@@ -96,6 +105,17 @@ std::string LoopPath(std::vector<DrawingPiece> const &loop) {
     return path + "Z";
 }
 
+std::string Dashes(double stroke) {
+    return Number(kDash * stroke) + " " + Number(kDashRoom * stroke);
+}
+
+double LengthOf(DrawingPiece const &piece) {
+    if (piece.type == DrawingCurveType::kLine) {
+        return std::hypot(piece.end.x - piece.start.x, piece.end.y - piece.start.y);
+    }
+    return piece.radius * std::abs(SweepOf(piece));
+}
+
 class Picture {
 public:
     Picture(std::string const &name, DrawingInput const &read, lib::DrawingResult const &domains)
@@ -124,7 +144,8 @@ private:
     DrawingInput const &input;
     lib::DrawingResult const &result;
     Box box;
-    double size = 1.0; ///< longer side of the drawing
+    double size = 1.0;              ///< longer side of the drawing
+    std::vector<LabelPoint> labels; ///< beside the domains
     std::string svg;
 };
 
@@ -133,6 +154,7 @@ void Picture::Measure() {
         for (DrawingPiece const &piece : domain.outer) {
             AddToBox(box, piece);
         }
+        labels.push_back(FindLabelPoint(domain));
     }
     for (lib::DrawingLeftover const &leftover : result.leftovers) {
         if (IsFinite(leftover.piece)) {
@@ -161,7 +183,7 @@ void Picture::Head(std::string const &name) {
 
 void Picture::Style() {
     std::string const border = Number(kBorderStroke * size);
-    std::string const dashes = Number(6.0 * kLeftoverStroke * size) + " " + Number(4.0 * kLeftoverStroke * size);
+    std::string const dashes = Dashes(kLeftoverStroke * size);
     svg += "<style>\n"
            ".paper{fill:#ffffff}\n"
            ".domain{stroke:#3b4252;stroke-width:" +
@@ -199,8 +221,11 @@ void Picture::Domains() {
         for (auto const &hole : domain.holes) {
             path += LoopPath(hole);
         }
-        svg += "<path class=\"domain d" + number + "\" d=\"" + path + "\"><title>Domain " + number + ": area " +
-               ShortNumber(domain.area) + "</title></path>\n";
+        double const stroke = kBorderShare * labels[i].radius;
+        bool const thin = stroke > 0.0 && stroke < kBorderStroke * size;
+        std::string const style = thin ? " style=\"stroke-width:" + ShortNumber(stroke, 4) + "\"" : std::string();
+        svg += "<path class=\"domain d" + number + "\"" + style + " d=\"" + path + "\"><title>Domain " + number +
+               ": area " + ShortNumber(domain.area) + "</title></path>\n";
     }
     svg += "</g>\n";
 }
@@ -213,8 +238,14 @@ void Picture::Leftovers() {
         if (!IsFinite(piece) || (isArc && !(piece.radius > 0.0))) {
             continue;
         }
-        svg += "<path class=\"leftover\" d=\"M" + Place(PointOn(piece, 0.0)) + PathAlong(piece) + "\"><title>" +
-               Escaped(CurveName(input, piece.curve)) + ": " + ReasonName(leftover.reason) + "</title></path>\n";
+        double const stroke = kLeftoverShare * LengthOf(piece);
+        std::string style;
+        if (stroke < kLeftoverStroke * size) {
+            style = " style=\"stroke-width:" + ShortNumber(stroke, 4) + ";stroke-dasharray:" + Dashes(stroke) + "\"";
+        }
+        svg += "<path class=\"leftover\"" + style + " d=\"M" + Place(PointOn(piece, 0.0)) + PathAlong(piece) +
+               "\"><title>" + Escaped(CurveName(input, piece.curve)) + ": " + ReasonName(leftover.reason) +
+               "</title></path>\n";
     }
     svg += "</g>\n";
 }
@@ -234,7 +265,7 @@ void Picture::Numbers() {
     svg += "<g>\n";
     for (std::size_t i = 0; i < result.domains.size(); ++i) {
         std::string const number = std::to_string(i + 1);
-        LabelPoint const label = FindLabelPoint(result.domains[i]);
+        LabelPoint const &label = labels[i];
         double const halfWidth = 0.5 * kDigitWidth * static_cast<double>(number.size());
         double const fitting = kNumberFill * label.radius / std::hypot(halfWidth, kHalfDigitHeight);
         double const fontSize = std::min(fitting, kLargestNumber * size);
