@@ -17,9 +17,9 @@ constexpr double kFirstHue = 250.0;
 
 /// Lightness (0 to 1) and chroma of the fills, taken in turn.
 constexpr std::array<double, 3> kLightPage = {0.86, 0.79, 0.91};
-constexpr std::array<double, 3> kDarkPage = {0.42, 0.50, 0.36};
+constexpr std::array<double, 3> kDarkPage = {0.45, 0.52, 0.40};
 constexpr double kLightChroma = 0.085;
-constexpr double kDarkChroma = 0.085;
+constexpr double kDarkChroma = 0.075;
 
 /// Linear light to the value of a screen, 0 to 255 (the transfer curve of sRGB).
 int ScreenValue(double linear) {
