@@ -28,7 +28,7 @@ std::vector<std::string> Backward(MList<std::string> const &list) {
 } // namespace
 
 TEST(MList, LinksBothWaysOverBlocks) {
-    for (std::uint64_t const nodesPerBlock : {0, 1, 3, 10}) {
+    for (std::uint64_t const nodesPerBlock : std::initializer_list<std::uint64_t>{0, 1, 3, 10}) {
         MList<std::string> list(nodesPerBlock);
         std::vector<std::string> expected;
         for (int i = 0; i < 25; ++i) {

@@ -55,7 +55,7 @@ std::vector<double> RandomKeys(std::mt19937_64 &random, std::size_t count, int k
 
 TEST(MQSort, OrdersDoublesStablyAtEverySize) {
     std::mt19937_64 random(20);
-    for (std::size_t const count : {1, 2, 15, 16, 17, 100, 511, 512, 513, 5000}) {
+    for (std::size_t const count : std::initializer_list<std::size_t>{1, 2, 15, 16, 17, 100, 511, 512, 513, 5000}) {
         for (int kind = 0; kind < 4; ++kind) {
             SCOPED_TRACE(testing::Message() << count << " of kind " << kind);
             std::vector<double> const keys = RandomKeys(random, count, kind);
@@ -96,7 +96,7 @@ TEST(MQSort, OrdersDoublesStablyAtEverySize) {
 
 TEST(MQSort, NotANumberLosesNoElement) {
     std::mt19937_64 random(21);
-    for (std::size_t const count : {2, 40, 3000}) {
+    for (std::size_t const count : std::initializer_list<std::size_t>{2, 40, 3000}) {
         std::vector<double> keys = RandomKeys(random, count, 0);
         for (std::size_t i = 0; i < count; i += 7)
             keys[i] = kNan;
@@ -114,7 +114,7 @@ TEST(MQSort, NotANumberLosesNoElement) {
 
 TEST(MQSort, OrdersWholeNumbers) {
     std::mt19937_64 random(22);
-    for (std::size_t const count : {5, 300, 4000}) {
+    for (std::size_t const count : std::initializer_list<std::size_t>{5, 300, 4000}) {
         std::vector<int> keys(count);
         for (int &key : keys)
             key = static_cast<int>(random() % 1000) - 500;

@@ -25,8 +25,7 @@ concept HashKey = std::integral<K> || std::is_enum_v<K> || std::is_pointer_v<K>;
 ///
 /// The hash of a key is its value cut to 32 bits (of a pointer: the low half of the address), without mixing; the bin
 /// is the hash modulo the bin count. A new pair goes to the head of its bin. The walk goes by ascending bin and, within
-/// a bin, from the head of the chain. Nodes come from blocks of ten and keep their address, so a pointer to a value
-/// holds until its key is removed.
+/// a bin, from the head of the chain. A pointer to a value holds until its key is removed.
 ///
 /// A fresh map has 17 bins, which are allocated by the first `SetAt`. It rehashes itself when the count passes 2.25
 /// times the bins, and when it falls below a quarter of them (if that is 17 or more), to a load of three quarters.
@@ -205,17 +204,17 @@ public:
     /// Stores the pair; an existing value is overwritten.
     void SetAt(K key, V value) {
         Table &table = *m_table;
-        if (Node *const node = FindNode(key)) {
+        std::uint32_t const hash = HashOf(key);
+        std::uint32_t const bin = hash % table.binCount;
+        if (table.bins == nullptr) {
+            table.bins = NewBins(table.binCount);
+        } else if (Node *const node = FindInChain(table.bins[bin], hash, key)) {
             node->entry.value = std::move(value);
             return;
         }
-        if (table.bins == nullptr)
-            table.bins = NewBins(table.binCount);
-        std::uint32_t const hash = HashOf(key);
         Node *const node = NewNode(key, std::move(value), hash);
-        Node *&head = table.bins[hash % table.binCount];
-        node->next = head;
-        head = node;
+        node->next = table.bins[bin];
+        table.bins[bin] = node;
         if (table.count > table.highThreshold && table.lockCount == 0)
             Rehash(PickBinCount(table.count, table.optimalLoad));
     }
@@ -298,15 +297,17 @@ private:
         return static_cast<Node **>(bins);
     }
 
-    Node *FindNode(K key) const {
-        Table const &table = *m_table;
-        if (table.bins == nullptr)
-            return nullptr;
-        std::uint32_t const hash = HashOf(key);
-        Node *node = table.bins[hash % table.binCount];
+    static Node *FindInChain(Node *node, std::uint32_t hash, K key) {
         while (node != nullptr && !(node->hash == hash && node->entry.key == key))
             node = node->next;
         return node;
+    }
+
+    Node *FindNode(K key) const {
+        if (m_table->bins == nullptr)
+            return nullptr;
+        std::uint32_t const hash = HashOf(key);
+        return FindInChain(m_table->bins[hash % m_table->binCount], hash, key);
     }
 
     /// Takes a node from the free list, fills it and counts it.

@@ -450,50 +450,41 @@ void AppendString(std::wstring &out, Directive const &directive, Arguments &argu
     }
 }
 
+void AppendAnyFloat(std::wstring &out, Directive const &directive, Arguments &arguments) {
+    if (directive.size == Size::kLongDouble)
+        AppendFloat(out, directive, va_arg(arguments.list, long double));
+    else
+        AppendFloat(out, directive, va_arg(arguments.list, double));
+}
+
+/// The count that `%n` asks for is not written: a format that comes from a file must not be able to write to memory.
+void SkipArgument(std::wstring &, Directive const &, Arguments &arguments) {
+    static_cast<void>(va_arg(arguments.list, void *));
+}
+
+void AppendPercent(std::wstring &out, Directive const &, Arguments &) {
+    out.push_back(L'%');
+}
+
+struct Conversions {
+    std::wstring_view letters;
+    void (*append)(std::wstring &, Directive const &, Arguments &);
+};
+
+constexpr Conversions kConversions[] = {
+    {L"diuoxX", AppendInteger}, {L"aAeEfFgG", AppendAnyFloat}, {L"sS", AppendString}, {L"cC", AppendCharacter},
+    {L"p", AppendPointer},      {L"n", SkipArgument},          {L"%", AppendPercent},
+};
+
 /// Carries one directive out; false when it is none that is known.
 bool AppendDirective(std::wstring &out, Directive const &directive, Arguments &arguments) {
-    switch (directive.conversion) {
-    case L'd':
-    case L'i':
-    case L'u':
-    case L'o':
-    case L'x':
-    case L'X':
-        AppendInteger(out, directive, arguments);
-        return true;
-    case L'a':
-    case L'A':
-    case L'e':
-    case L'E':
-    case L'f':
-    case L'F':
-    case L'g':
-    case L'G':
-        if (directive.size == Size::kLongDouble)
-            AppendFloat(out, directive, va_arg(arguments.list, long double));
-        else
-            AppendFloat(out, directive, va_arg(arguments.list, double));
-        return true;
-    case L'c':
-    case L'C':
-        AppendCharacter(out, directive, arguments);
-        return true;
-    case L's':
-    case L'S':
-        AppendString(out, directive, arguments);
-        return true;
-    case L'p':
-        AppendPointer(out, directive, arguments);
-        return true;
-    case L'n':
-        static_cast<void>(va_arg(arguments.list, void *));
-        return true;
-    case L'%':
-        out.push_back(L'%');
-        return true;
-    default:
-        return false;
+    for (Conversions const &known : kConversions) {
+        if (known.letters.find(directive.conversion) != std::wstring_view::npos) {
+            known.append(out, directive, arguments);
+            return true;
+        }
     }
+    return false;
 }
 
 } // namespace
