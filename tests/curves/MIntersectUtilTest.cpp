@@ -39,10 +39,13 @@ T_LINE_G Circle(Vec3 const &center, double radius) {
     return circle.Set(center, radius, {0, 0, 1});
 }
 
+/// A plan arc between two directions in degrees. Counter-clockwise arcs get ends exactly on the axes where the
+/// directions are, clockwise ones as the cosines come out.
 T_LINE_G Arc(Vec3 const &center, double radius, double from, double to, double side = 1.0, int is2D = 1) {
+    auto const clean = [&](double v) { return side > 0 && std::fabs(v) < 1e-15 ? 0.0 : v; };
     auto const at = [&](double degrees) {
-        return Vec3(center[0] + radius * std::cos(degrees * kPi / 180),
-                    center[1] + radius * std::sin(degrees * kPi / 180), center[2]);
+        return Vec3(center[0] + radius * clean(std::cos(degrees * kPi / 180)),
+                    center[1] + radius * clean(std::sin(degrees * kPi / 180)), center[2]);
     };
     T_LINE_G arc;
     return arc.Set(at(from), at(to), 1, center, {0, 0, side}, is2D, 1e-9);

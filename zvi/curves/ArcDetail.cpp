@@ -10,6 +10,10 @@ namespace zvi::lib::curves {
 
 namespace {
 
+/// Directions of shorter vectors are left to the angles, which take a vector of zero length as it is (units of the
+/// input).
+constexpr double kShortestRadius = 1e-9;
+
 /// Direction of the vector from the x axis, -180 to 180; a vector of zero length is taken as it is.
 double SignedDirection(double x, double y) {
     double const length = std::sqrt(x * x + y * y);
@@ -37,32 +41,40 @@ void WidenToQuarter(int quarter, double const *center, double radius, T_REGION2D
     }
 }
 
-/// Quarter of the plane of a direction that is certainly off the axes, 0 to 3, or -1.
-int CertainQuarter(PlanVector v) {
-    double const limit = kCertainSine * (std::fabs(v.x) + std::fabs(v.y));
+/// Where a direction is on the circle in eighths: 0, 2, 4, 6 for one exactly along an axis, whose angle comes out as
+/// exactly 0, 90, 180 or 270, and 1, 3, 5, 7 for one that is certainly between axes; -1 if that is not certain.
+int CertainEighth(PlanVector v) {
+    double const size = std::fabs(v.x) + std::fabs(v.y);
+    double const limit = kCertainSine * size;
+    if (!(size > kShortestRadius))
+        return -1;
+    if (v.y == 0.0)
+        return v.x > 0.0 ? 0 : 4;
+    if (v.x == 0.0)
+        return v.y > 0.0 ? 2 : 6;
     if (!(std::fabs(v.x) > limit && std::fabs(v.y) > limit))
         return -1;
     if (v.y > 0.0)
-        return v.x > 0.0 ? 0 : 1;
-    return v.x < 0.0 ? 2 : 3;
+        return v.x > 0.0 ? 1 : 3;
+    return v.x < 0.0 ? 5 : 7;
 }
 
-/// Numbers of the first quarter point after `start` and of the last one before `end`, from the quarters alone. False if
-/// that is not certain.
+/// Numbers of the first quarter point not before `start` and of the last one not behind `end`, from the eighths alone.
+/// False if that is not certain.
 bool QuartersBetween(PlanVector start, PlanVector end, int &first, int &last) {
-    int const startQuarter = CertainQuarter(start);
-    int const endQuarter = CertainQuarter(end);
-    if (startQuarter < 0 || endQuarter < 0)
+    int const startEighth = CertainEighth(start);
+    int const endEighth = CertainEighth(end);
+    if (startEighth < 0 || endEighth < 0)
         return false;
-    int turns = endQuarter < startQuarter ? 4 : 0;
-    if (startQuarter == endQuarter) {
+    bool wraps = endEighth < startEighth;
+    if (startEighth == endEighth && startEighth % 2 != 0) {
         int const turn = CertainTurn(start, end);
         if (turn == 0)
             return false;
-        turns = turn < 0 ? 4 : 0;
+        wraps = turn < 0;
     }
-    first = startQuarter + 1;
-    last = endQuarter + turns;
+    first = (startEighth + 1) / 2;
+    last = (endEighth + (wraps ? 8 : 0)) / 2;
     return true;
 }
 

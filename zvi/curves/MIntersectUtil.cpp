@@ -38,20 +38,30 @@ curves::PlanVector Radial(Vec3 const &center, Vec3 const &p) {
     return {p[0] - center[0], p[1] - center[1]};
 }
 
-/// Distance by which the projection on the plan arc from a to b moves `p`; not a number for the arc of a full circle,
-/// whose ends make a line of zero length. `heightIsLevel` says that the arc has an angle and level ends, so that no
-/// angle is needed for the height of the projection.
-double ShiftOntoArc(T_LINE_G const &arc, Vec3 const &p, bool heightIsLevel) {
+/// The counter-clockwise plan arc on which a range test is made; a line when its chord is too short.
+T_LINE_G RangeArc(Vec3 const &a, Vec3 const &b, Vec3 const &center) {
+    T_LINE_G arc;
+    return arc.Set(a, b, 1, center, {0.0, 0.0, 1.0}, 1, kShortestChord);
+}
+
+/// The range test by angles, and whether the projection on the arc moves the point by no more than `tol`.
+bool IsInRange(Vec3 const &p, T_LINE_G const &arc, double tol) {
+    double const whole = arc.GetAngleOf(arc.Pos1, arc.Pos2);
+    double const swept = arc.GetAngleOf(arc.Pos1, p);
+    if (!(0.0 <= swept && swept <= whole))
+        return false;
     Vec3 projected = p;
-    if (!heightIsLevel) {
-        arc.ProjectToLine(projected);
-        return curves::Distance(p, projected);
-    }
-    Vec3 const &center = arc.Center;
+    arc.ProjectToLine(projected);
+    return !(curves::Distance(p, projected) > tol);
+}
+
+/// Whether the projection on a level plan arc, certainly within its range, moves the point by no more than `tol`: no
+/// angle is needed, because the height of the projection is that of the ends.
+bool IsNearLevelArc(Vec3 const &p, double z, Vec3 const &center, double radius, double tol) {
     double const footZ = center[2] + (p[2] - center[2]);
     Vec3 const radial = curves::Normalized({p[0] - center[0], p[1] - center[1], p[2] - footZ});
-    projected = {center[0] + arc.Radius * radial[0], center[1] + arc.Radius * radial[1], arc.Pos1[2]};
-    return curves::Distance(p, projected);
+    Vec3 const projected = {center[0] + radius * radial[0], center[1] + radius * radial[1], z};
+    return !(curves::Distance(p, projected) > tol);
 }
 
 /// True if the angle from the start of the arc to the point certainly has the sign of their plan turn, and the point is
@@ -133,23 +143,21 @@ int MIntersectUtil::IsPointOnLineSub_curv(Point const &p, Point const &a, Point 
                                           T_MBR3D const & /*box*/, Point const &center, int checkRange) {
     if (curves::Distance(p, a) < tol || curves::Distance(p, b) < tol)
         return 1;
-    if (std::fabs(curves::PlanDistance(center, a) - curves::PlanDistance(center, p)) > tol)
+    double const radius = curves::PlanDistance(center, a);
+    if (std::fabs(radius - curves::PlanDistance(center, p)) > tol)
         return 0;
     if (checkRange == 0)
         return 1;
-    T_LINE_G arc;
-    arc.Set(a, b, 1, center, {0.0, 0.0, 1.0}, 1, kShortestChord);
-    int const order =
-        arc.IsCurv == 0 ? 0 : curves::CompareSweep(Radial(center, a), Radial(center, p), Radial(center, b));
+    double const chord = curves::Distance(a, b);
+    if (chord == 0.0)
+        return 1; // A full circle: the arc between its ends is a line without length, which rejects no point.
+    bool const isArc = chord >= kShortestChord;
+    int const order = isArc ? curves::CompareSweep(Radial(center, a), Radial(center, p), Radial(center, b)) : 0;
     if (order < 0)
         return 0;
-    if (order == 0) {
-        double const whole = arc.GetAngleOf(a, b);
-        double const swept = arc.GetAngleOf(a, p);
-        if (!(0.0 <= swept && swept <= whole))
-            return 0;
-    }
-    return ShiftOntoArc(arc, p, order > 0 && a[2] == b[2]) > tol ? 0 : 1;
+    if (order > 0 && a[2] == b[2])
+        return IsNearLevelArc(p, a[2], center, radius, tol) ? 1 : 0;
+    return IsInRange(p, RangeArc(a, b, center), tol) ? 1 : 0;
 }
 
 namespace {
