@@ -1,4 +1,4 @@
-// Input and results of the domain maker, and the small operations on loops.
+// Input and results of the domain maker.
 
 #include "zvi/curves/MDomainMaker.h"
 
@@ -88,6 +88,11 @@ void MDomainMaker::AddCurvedCurvOnce(unsigned int id, zvi::MArray<DM_VTEX> &pts)
     for (std::size_t i = 1; i + 1 < count; ++i)
         inner.PushBack(pts[i]);
     AddCurvMidPoint(id, inner);
+}
+
+int MDomainMaker::FarVtex(int edge, int vtex) const {
+    auto const &[first, second] = EdgeVtex[At(edge)];
+    return first == vtex ? second : first;
 }
 
 void MDomainMaker::GetResultSurf(zvi::MArray<DM_SURF> &out) {

@@ -6,7 +6,9 @@
 #include "zvi/curves/DomainRecords.h"
 #include "zvi/curves/VtexXIndex.h"
 
+#include <cstddef>
 #include <utility>
+#include <vector>
 
 namespace zvi::lib {
 
@@ -60,6 +62,14 @@ public:
     void GetResultVtexCoord(zvi::MArray<DM_VTEX> &out);
 
 private:
+    /// A corner of a loop as it is run: the vertex, the one before it, and the edges that lead to it and on.
+    struct Corner {
+        int vtex;
+        int previousVtex;
+        int incoming;
+        int outgoing;
+    };
+
     /// What a run of `MakeDomain` keeps besides the members.
     struct Run;
 
@@ -68,15 +78,37 @@ private:
     /// Adds `edge` to the list of `vtex`.
     void AttachEdge(int vtex, int edge);
 
+    /// The other end of `edge`.
+    int FarVtex(int edge, int vtex) const;
+
     // The steps of MakeDomain, in their order.
     void DropDuplicateEdges();
     void DropDanglingEdges();
+    void RemoveFromLists(std::vector<char> const &isRemoved);
     void CollectDeadVtex();
     void SortVtexEdges();
     void CollectCandidates(zvi::MArray<int> &candidates) const;
+    void ScanCandidates(zvi::MArray<int> const &candidates);
     void MapCurvIds();
     void MapHoles();
     void MergeCurvPieces();
+
+    // The main scan for one candidate; true when it found domains.
+    bool ScanCandidate(int vtex, Run &run);
+    bool RetryAbandoned(std::size_t index, Run &run);
+    void AddToHoles(std::vector<int> const &loop, Run &run);
+    int FirstDomainWith(DM_VTEX const &point);
+    bool DivideLoop(std::vector<int> const &loop, Run &run);
+    void DivideInRounds(DM_SURF loop);
+    void MarkDone(DM_SURF_SUB const &loop, Run &run) const;
+
+    // The division of one domain.
+    std::size_t CountOpenEdges(int vtex, zvi::MHashMap<int, int> const &barred) const;
+    void BarEdgesAlongBoundary(Corner const &corner, zvi::MHashMap<int, int> &barred) const;
+    int FindChordAt(Corner const &corner, zvi::MHashMap<int, int> &barred);
+    void HangLoop(DM_SURF const &surf, DM_SURF &path, DM_SURF const &loop, zvi::MHashMap<int, int> const &barred,
+                  DM_SURF &outA, DM_SURF &outB);
+    int SplitAlongChord(DM_SURF &surf, DM_SURF &path, DM_SURF &outA, DM_SURF &outB);
 
     /// Divides one domain at the first usable chord into `outA` and `outB`: 1 if divided, 0 if not.
     int Sub1_DivideDomain(DM_SURF &surf, DM_SURF &outA, DM_SURF &outB);

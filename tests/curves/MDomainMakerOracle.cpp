@@ -1,0 +1,463 @@
+#include "tests/curves/MDomainMakerOracle.h"
+
+#include "zvi/core/MQSort.h"
+#include "zvi/curves/MGeomFunc.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace zvi::lib::test {
+
+namespace {
+
+std::size_t U(int i) {
+    return static_cast<std::size_t>(i);
+}
+
+double Angle(double dx, double dy) {
+    double const perRadian = 180.0 / std::numbers::pi;
+    if (dx == 0)
+        return dy == 0 ? 0 : dy > 0 ? 90 : 270;
+    if (dx > 0) {
+        double const angle = std::atan(dy / dx) * perRadian;
+        return angle < 0 ? angle + 360 : angle;
+    }
+    return dx < 0 ? std::atan(dy / dx) * perRadian + 180 : 0;
+}
+
+DM_VTEX Unit(DM_VTEX a, DM_VTEX b) {
+    DM_VTEX v{b.x - a.x, b.y - a.y};
+    double const length = std::sqrt(v.x * v.x + v.y * v.y);
+    if (length < 1e-12)
+        return v;
+    return {v.x / length, v.y / length};
+}
+
+void Reverse(OracleLoop &loop) {
+    std::reverse(loop.Vtex.begin(), loop.Vtex.end());
+    std::reverse(loop.Curv.begin(), loop.Curv.end());
+    std::reverse(loop.CurvDir.begin(), loop.CurvDir.end());
+}
+
+void EraseFront(std::vector<int> &values, std::size_t count) {
+    values.erase(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(std::min(count, values.size())));
+}
+
+void MergeNeighbours(OracleLoop &loop) {
+    for (std::size_t k = loop.Curv.size(); k-- > 1;) {
+        if (loop.Curv[k] != loop.Curv[k - 1])
+            continue;
+        for (std::vector<int> *values : {&loop.Curv, &loop.CurvDir, &loop.Vtex}) {
+            if (values->size() > k)
+                values->erase(values->begin() + static_cast<std::ptrdiff_t>(k));
+        }
+    }
+}
+
+} // namespace
+
+void MDomainMakerOracle::AddCurv(unsigned int id, DM_VTEX p1, DM_VTEX p2) {
+    CurvId.push_back(id);
+    m_ends.push_back({0, 0});
+    int const edge = static_cast<int>(m_ends.size()) - 1;
+    m_ends.back().first = Find(p1);
+    Attach(m_ends.back().first, edge);
+    m_ends.back().second = Find(p2);
+    Attach(m_ends.back().second, edge);
+}
+
+int MDomainMakerOracle::Find(DM_VTEX const &p) {
+    auto const last = m_xIndex.upper_bound(p.x + 0.0001);
+    for (auto at = m_xIndex.lower_bound(p.x - 0.0001); at != last; ++at) {
+        DM_VTEX const &v = Coord[U(at->second)];
+        if (std::abs(v.x - p.x) < 0.0001 && std::abs(v.y - p.y) < 0.0001)
+            return at->second;
+    }
+    Coord.push_back(p);
+    m_xIndex.insert({p.x, static_cast<int>(Coord.size()) - 1});
+    return static_cast<int>(Coord.size()) - 1;
+}
+
+void MDomainMakerOracle::Attach(int vtex, int edge) {
+    m_edges.resize(std::max(m_edges.size(), U(vtex) + 1));
+    m_edges[U(vtex)].push_back(edge);
+}
+
+void MDomainMakerOracle::AddCurvMidPoint(unsigned int id, std::vector<DM_VTEX> const &pts) {
+    auto const found = std::find(CurvId.begin(), CurvId.end(), id);
+    if (found == CurvId.end() || pts.empty())
+        return;
+    std::size_t const e = static_cast<std::size_t>(found - CurvId.begin());
+    int const z = m_ends[e].second;
+    int const n0 = static_cast<int>(Coord.size());
+    Coord.insert(Coord.end(), pts.begin(), pts.end());
+    int const nk = static_cast<int>(Coord.size()) - 1;
+    m_edges.resize(Coord.size());
+    m_ends[e].second = n0;
+    m_edges[U(n0)].push_back(static_cast<int>(e));
+    for (int n = n0; n <= nk; ++n) {
+        int const added = static_cast<int>(m_ends.size());
+        CurvId.push_back(id);
+        m_ends.push_back({n, n == nk ? z : n + 1});
+        m_edges[U(n)].push_back(added);
+        if (n < nk)
+            m_edges[U(n) + 1].push_back(added);
+    }
+    auto &list = m_edges[U(z)];
+    auto const old = std::find(list.rbegin(), list.rend(), static_cast<int>(e));
+    *old = static_cast<int>(m_ends.size()) - 1;
+}
+
+void MDomainMakerOracle::AddCurvedCurvOnce(unsigned int id, std::vector<DM_VTEX> const &pts) {
+    if (pts.size() < 3)
+        return;
+    AddCurv(id, pts.front(), pts.back());
+    AddCurvMidPoint(id, {pts.begin() + 1, pts.end() - 1});
+}
+
+int MDomainMakerOracle::Far(int edge, int vtex) const {
+    auto const &[first, second] = m_ends[U(edge)];
+    return first == vtex ? second : first;
+}
+
+void MDomainMakerOracle::Prepare() {
+    auto const key = [this](int edge) {
+        auto const &[first, second] = m_ends[U(edge)];
+        return std::minmax(first, second);
+    };
+    IntSet duplicates;
+    for (auto const &list : m_edges) {
+        for (std::size_t i = 0; i < list.size(); ++i) {
+            for (std::size_t k = i + 1; k < list.size() && !duplicates.count(list[i]); ++k) {
+                if (key(list[i]) == key(list[k]))
+                    duplicates.insert(list[k]);
+            }
+        }
+    }
+    for (auto &list : m_edges)
+        std::erase_if(list, [&](int edge) { return duplicates.count(edge) > 0; });
+
+    for (bool changed = true; changed;) {
+        changed = false;
+        for (auto &list : m_edges) {
+            if (list.size() != 1)
+                continue;
+            int const edge = list[0];
+            std::erase(m_edges[U(m_ends[U(edge)].first)], edge);
+            std::erase(m_edges[U(m_ends[U(edge)].second)], edge);
+            CurvId[U(edge)] = 0;
+            changed = true;
+        }
+    }
+    for (std::size_t v = 0; v < m_edges.size(); ++v) {
+        auto &list = m_edges[v];
+        if (list.empty())
+            m_dead.insert(static_cast<int>(v));
+        std::vector<double> angles;
+        for (int const edge : list) {
+            DM_VTEX const &far = Coord[U(Far(edge, static_cast<int>(v)))];
+            angles.push_back(Angle(far.x - Coord[v].x, far.y - Coord[v].y));
+        }
+        if (list.size() > 2)
+            MQSort::QSortDblWithIndex(list.data(), angles.data(), list.size());
+    }
+}
+
+void MDomainMakerOracle::MakeDomain() {
+    Prepare();
+    std::vector<int> candidates;
+    std::vector<double> keys;
+    for (std::size_t v = 0; v < Coord.size(); ++v) {
+        if (!m_dead.count(static_cast<int>(v))) {
+            candidates.push_back(static_cast<int>(v));
+            keys.push_back(Coord[v].x);
+        }
+    }
+    MQSort::QSortDblWithIndex(candidates.data(), keys.data(), candidates.size());
+    Scan(candidates);
+    Finish();
+}
+
+void MDomainMakerOracle::Scan(std::vector<int> const &candidates) {
+    IntSet doneVtex;
+    IntSet doneEdge;
+    for (std::size_t at = 0; at < candidates.size();) {
+        int const s = candidates[at++];
+        if (doneVtex.count(s) || m_edges[U(s)].empty())
+            continue;
+        int first = -1;
+        double least = 0;
+        for (int const edge : m_edges[U(s)]) {
+            DM_VTEX const &far = Coord[U(Far(edge, s))];
+            double const dx = far.x - Coord[U(s)].x;
+            double const dy = far.y - Coord[U(s)].y;
+            double const length = std::sqrt(dx * dx + dy * dy);
+            double const sine = length == 0 ? dy : dy / length;
+            if (first < 0 || sine < least) {
+                first = edge;
+                least = sine;
+            }
+        }
+        OracleLoop path;
+        OracleSurf loop;
+        int status = 0;
+        if (!Walk(first, m_ends[U(first)].first != s, true, {}, path, loop, status, doneEdge))
+            continue;
+
+        DM_VTEX const middle = Coord[U(loop.Vtex[loop.Vtex.size() / 2])];
+        for (OracleSurf &surf : Surfs) {
+            if (IsIn(middle, surf)) {
+                OracleLoop hole = loop;
+                Reverse(hole);
+                surf.Holes.push_back(hole);
+                break;
+            }
+        }
+
+        std::size_t const limit = 10 * m_ends.size();
+        std::size_t counter = 0;
+        std::vector<OracleSurf> work{loop};
+        std::vector<OracleSurf> done;
+        while (!work.empty()) {
+            std::vector<OracleSurf> next;
+            for (OracleSurf const &surf : work) {
+                if (++counter > limit) {
+                    done.clear();
+                    next.clear();
+                    Abandoned = true;
+                    break;
+                }
+                OracleSurf outA;
+                OracleSurf outB;
+                if (Divide(surf, outA, outB)) {
+                    next.push_back(outA);
+                    next.push_back(outB);
+                } else {
+                    done.push_back(surf);
+                }
+            }
+            work = next;
+        }
+        Surfs.insert(Surfs.end(), done.begin(), done.end());
+        for (OracleSurf const &surf : done) {
+            std::vector<OracleLoop> loops = surf.Holes;
+            loops.push_back(surf);
+            for (OracleLoop const &l : loops) {
+                doneVtex.insert(l.Vtex.begin(), l.Vtex.end());
+                doneEdge.insert(l.Curv.begin(), l.Curv.end());
+            }
+        }
+        for (bool changed = true; changed;) {
+            changed = false;
+            for (auto const &list : m_edges) {
+                auto const isOpen = [&](int edge) { return !doneEdge.count(edge); };
+                if (std::count_if(list.begin(), list.end(), isOpen) == 1) {
+                    doneEdge.insert(*std::find_if(list.begin(), list.end(), isOpen));
+                    changed = true;
+                }
+            }
+        }
+        if (!done.empty())
+            at = 0;
+    }
+}
+
+int MDomainMakerOracle::Divide(OracleSurf const &surf, OracleSurf &outA, OracleSurf &outB) {
+    IntSet barred;
+    for (OracleLoop const &hole : surf.Holes)
+        barred.insert(hole.Curv.begin(), hole.Curv.end());
+    auto const openCount = [&](int v) {
+        return std::count_if(m_edges[U(v)].begin(), m_edges[U(v)].end(), [&](int e) { return !barred.count(e); });
+    };
+    for (std::size_t i = 1; i < surf.Vtex.size(); ++i) {
+        int const v = surf.Vtex[i % surf.Vtex.size()];
+        int const in = surf.Curv[i - 1];
+        int const out = surf.Curv[i % surf.Curv.size()];
+        int const p = surf.Vtex[i - 1];
+        if (openCount(v) <= 2)
+            continue;
+        DM_VTEX const back = Unit(Coord[U(v)], Coord[U(p)]);
+        DM_VTEX const ahead = Unit(Coord[U(v)], Coord[U(Far(out, v))]);
+        for (int const e : m_edges[U(v)]) {
+            DM_VTEX const d = Unit(Coord[U(v)], Coord[U(Far(e, v))]);
+            bool const along = d.x * back.x + d.y * back.y >= 0.999999 || d.x * ahead.x + d.y * ahead.y >= 0.999999;
+            if (e != in && e != out && along) {
+                barred.insert(e);
+                EdgesBarred = true;
+            }
+        }
+        int far = -1;
+        int chord = -1;
+        Next(in, m_ends[U(in)].first != p, far, chord, true, barred);
+        if (chord == -1 || chord == out)
+            continue;
+
+        OracleLoop path;
+        OracleSurf loop;
+        int status = 0;
+        if (!Walk(chord, m_ends[U(chord)].first != v, false, surf, path, loop, status, barred))
+            return 0;
+        path.CurvDir = Directions(path);
+        if (status != 1) {
+            LoopsHung = true;
+            for (std::size_t k = path.Curv.size() - loop.Curv.size(); k-- > 0;) {
+                if (openCount(path.Vtex[k]) > 2) {
+                    EraseFront(path.Vtex, k);
+                    EraseFront(path.Curv, k);
+                    EraseFront(path.CurvDir, k);
+                    break;
+                }
+            }
+            outA = surf;
+            outA.Holes.push_back(path);
+            outB = loop;
+            Reverse(outB);
+            return 1;
+        }
+        std::vector<int> const dirs = Directions(surf);
+        int ia = -1;
+        int ib = -1;
+        int const n = static_cast<int>(surf.Curv.size());
+        for (int k = 0; k < n; ++k) {
+            auto const &[first, second] = m_ends[U(surf.Curv[U(k)])];
+            int const start = dirs[U(k)] == 0 ? first : second;
+            ia = start == path.Vtex.front() ? k : ia;
+            ib = start == path.Vtex.back() ? k : ib;
+        }
+        if (ia < 0 || ib < 0)
+            return 0;
+        for (int k = 0; k < (ib - ia + n) % n; ++k)
+            outA.Curv.push_back(surf.Curv[U((ia + k) % n)]);
+        for (int k = 0; k < (ia - ib + n) % n; ++k)
+            outB.Curv.push_back(surf.Curv[U((ib + k) % n)]);
+        outA.Curv.insert(outA.Curv.end(), path.Curv.rbegin(), path.Curv.rend());
+        outB.Curv.insert(outB.Curv.end(), path.Curv.begin(), path.Curv.end());
+        for (OracleSurf *half : {&outA, &outB}) {
+            half->CurvDir = Directions(*half);
+            half->Vtex = Vertices(*half);
+        }
+        for (OracleLoop const &hole : surf.Holes) {
+            bool const inA = IsIn(Coord[U(hole.Vtex[hole.Vtex.size() / 2])], static_cast<OracleLoop const &>(outA));
+            (inA ? outA : outB).Holes.push_back(hole);
+        }
+        return 1;
+    }
+    return 0;
+}
+
+int MDomainMakerOracle::Walk(int edge, int reverse, bool ccw, OracleSurf const &boundary, OracleLoop &path,
+                             OracleLoop &loop, int &status, IntSet const &barred) const {
+    IntSet const onBoundary(boundary.Vtex.begin(), boundary.Vtex.end());
+    auto const [first, second] = m_ends[U(edge)];
+    std::vector<int> V = reverse ? std::vector{second, first} : std::vector{first, second};
+    std::vector<int> C{edge};
+    if (onBoundary.count(V[1])) {
+        status = 1;
+        path.Vtex = V;
+        path.Curv = C;
+        return 1;
+    }
+    for (;;) {
+        int const p = V[V.size() - 2];
+        int next = -1;
+        int nextEdge = -1;
+        Next(C.back(), m_ends[U(C.back())].first != p, next, nextEdge, !ccw, barred);
+        if (next == -1 || next == p)
+            return 0;
+        auto const k = std::find(V.begin(), V.end(), next) - V.begin();
+        bool const inWalk = U(static_cast<int>(k)) < V.size();
+        V.push_back(next);
+        C.push_back(nextEdge);
+        if (!inWalk && !onBoundary.count(next))
+            continue;
+        if (onBoundary.count(next))
+            status = inWalk ? 2 : 1;
+        if (inWalk) {
+            loop.Vtex.assign(V.begin() + k, V.end());
+            loop.Curv.assign(C.begin() + k, C.end());
+        }
+        path.Vtex = V;
+        path.Curv = C;
+        return 1;
+    }
+}
+
+void MDomainMakerOracle::Next(int edge, int reverse, int &vtex, int &next, bool clockwise, IntSet const &barred) const {
+    vtex = next = -1;
+    int const w = reverse ? m_ends[U(edge)].first : m_ends[U(edge)].second;
+    std::vector<int> const &list = m_edges[U(w)];
+    std::size_t const size = list.size();
+    std::size_t at = static_cast<std::size_t>(std::find(list.begin(), list.end(), edge) - list.begin());
+    if (at == size || size == 1)
+        return;
+    for (std::size_t step = 1; step < size; ++step) {
+        at = clockwise ? (at + size - 1) % size : (at + 1) % size;
+        if (barred.count(list[at]))
+            continue;
+        next = list[at];
+        vtex = Far(next, w);
+        return;
+    }
+}
+
+std::vector<int> MDomainMakerOracle::Directions(OracleLoop const &loop) const {
+    std::vector<int> dirs;
+    std::size_t const n = loop.Curv.size();
+    auto const ends = [&](std::size_t k) { return m_ends[U(loop.Curv[k])]; };
+    auto const has = [](std::pair<int, int> edge, int v) { return edge.first == v || edge.second == v; };
+    if (n == 1)
+        return {ends(0).first == loop.Vtex[0] ? 0 : 1};
+    if (n == 2 && std::minmax(ends(0).first, ends(0).second) == std::minmax(ends(1).first, ends(1).second))
+        return {0, ends(0).first == ends(1).first ? 1 : 0};
+    for (std::size_t k = 0; k + 1 < n; ++k)
+        dirs.push_back(has(ends(k + 1), ends(k).first) ? 1 : 0);
+    dirs.push_back(has(ends(n - 2), ends(n - 1).first) ? 0 : 1);
+    return dirs;
+}
+
+std::vector<int> MDomainMakerOracle::Vertices(OracleLoop const &loop) const {
+    std::vector<int> vertices;
+    for (std::size_t k = 0; k < loop.Curv.size(); ++k) {
+        auto const &[first, second] = m_ends[U(loop.Curv[k])];
+        vertices.push_back(loop.CurvDir[k] == 0 ? first : second);
+        if (k + 1 == loop.Curv.size())
+            vertices.push_back(loop.CurvDir[k] == 0 ? second : first);
+    }
+    return vertices;
+}
+
+bool MDomainMakerOracle::IsIn(DM_VTEX const &p, OracleLoop const &loop) const {
+    MArray<T_POINT2D> polygon;
+    std::size_t const count = loop.Vtex.size() - (loop.Vtex.front() == loop.Vtex.back() ? 1 : 0);
+    for (std::size_t k = 0; k < count; ++k)
+        polygon.PushBack({Coord[U(loop.Vtex[k])].x, Coord[U(loop.Vtex[k])].y});
+    return MGeomFunc::IsPointInPolygon2({p.x, p.y}, polygon, 1) == 1;
+}
+
+bool MDomainMakerOracle::IsIn(DM_VTEX const &p, OracleSurf const &surf) const {
+    auto const holds = [&](OracleLoop const &hole) { return IsIn(p, hole); };
+    return IsIn(p, static_cast<OracleLoop const &>(surf)) && std::none_of(surf.Holes.begin(), surf.Holes.end(), holds);
+}
+
+void MDomainMakerOracle::Finish() {
+    auto const mapIds = [this](OracleLoop &loop) {
+        for (int &entry : loop.Curv)
+            entry = static_cast<int>(CurvId[U(entry)]);
+    };
+    for (OracleSurf &surf : Surfs) {
+        mapIds(surf);
+        for (OracleLoop &hole : surf.Holes) {
+            auto const a = std::find(hole.Vtex.begin(), hole.Vtex.end(), hole.Vtex.back()) - hole.Vtex.begin();
+            if (U(static_cast<int>(a)) + 1 == hole.Vtex.size())
+                continue;
+            for (std::vector<int> *values : {&hole.Vtex, &hole.Curv, &hole.CurvDir})
+                EraseFront(*values, U(static_cast<int>(a)));
+            mapIds(hole);
+            MergeNeighbours(hole);
+        }
+        MergeNeighbours(surf);
+    }
+}
+
+} // namespace zvi::lib::test
