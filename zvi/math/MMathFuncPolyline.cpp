@@ -42,14 +42,6 @@ int SideOf(Segment const &s, Vec2 p) {
     return MMathFunc::math_ccw(s.first.x, s.first.y, s.second.x, s.second.y, p.x, p.y);
 }
 
-bool SamePoint(Vec2 a, Vec2 b) {
-    return a.x == b.x && a.y == b.y;
-}
-
-bool IsOnePoint(Segment const &s) {
-    return SamePoint(s.first, s.second);
-}
-
 // The range of a segment in the one coordinate that tells contacts on its line: y if its x are exactly equal.
 struct Range {
     bool byY;
@@ -64,16 +56,15 @@ Range RangeOf(Segment const &s) {
     return {true, std::min(s.first.y, s.second.y), std::max(s.first.y, s.second.y)};
 }
 
-int ContactOfPoint(Vec2 p, Segment const &s) {
-    if (IsOnePoint(s))
-        return SamePoint(p, s.first) ? 0 : -1;
-    return SideOf(s, p) == 0 && RangeOf(s).Holds(p) ? 0 : -1;
+int ContactOfEnd(Vec2 end, Segment const &other) {
+    return RangeOf(other).Holds(end) ? 0 : -1;
 }
 
-int ContactOfCollinear(Segment const &s, Segment const &t) {
-    Range const range = RangeOf(s);
-    double const low = std::min(range.Of(t.first), range.Of(t.second));
-    double const high = std::max(range.Of(t.first), range.Of(t.second));
+// Contact of a segment, both ends on the line of `other`, by the coordinate of `other`.
+int ContactOfCollinear(Segment const &s, Segment const &other) {
+    Range const range = RangeOf(other);
+    double const low = std::min(range.Of(s.first), range.Of(s.second));
+    double const high = std::max(range.Of(s.first), range.Of(s.second));
     return low <= range.high && range.low <= high ? 0 : -1;
 }
 
@@ -164,26 +155,24 @@ int MMathFunc::mathIsInsidePoint2D(double const *p, int n, double const poly[][2
 int MMathFunc::mathIntersect_ccw2D(double const *a, double const *b, double const *c, double const *d) {
     Segment const s = OrderedByX(a, b);
     Segment const t = OrderedByX(c, d);
-    if (IsOnePoint(s))
-        return ContactOfPoint(s.first, t);
-    if (IsOnePoint(t))
-        return ContactOfPoint(t.first, s);
     int const firstOnS = SideOf(s, t.first);
     int const secondOnS = SideOf(s, t.second);
     int const firstOnT = SideOf(t, s.first);
     int const secondOnT = SideOf(t, s.second);
     if (firstOnS * secondOnS < 0 && firstOnT * secondOnT < 0)
         return 1;
-    if ((firstOnS == 0 && secondOnS == 0) || (firstOnT == 0 && secondOnT == 0))
+    if (firstOnS == 0 && secondOnS == 0)
+        return ContactOfCollinear(t, s);
+    if (firstOnT == 0 && secondOnT == 0)
         return ContactOfCollinear(s, t);
     if (firstOnS == 0)
-        return RangeOf(s).Holds(t.first) ? 0 : -1;
+        return ContactOfEnd(t.first, s);
     if (secondOnS == 0)
-        return RangeOf(s).Holds(t.second) ? 0 : -1;
+        return ContactOfEnd(t.second, s);
     if (firstOnT == 0)
-        return RangeOf(t).Holds(s.first) ? 0 : -1;
+        return ContactOfEnd(s.first, t);
     if (secondOnT == 0)
-        return RangeOf(t).Holds(s.second) ? 0 : -1;
+        return ContactOfEnd(s.second, t);
     return -1;
 }
 
@@ -242,16 +231,15 @@ int MMathFunc::GetDivideNum(double value, int &upper, int &lower) {
 int MMathFunc::IsOverLap_Polyline(int n1, double const p1[][2], int n2, double const p2[][2]) {
     if (n1 <= 0 || n2 <= 0)
         return 0;
-    // Either test alone gives 1, so the quick one goes first. What the edge test still finds of rings with separate
-    // boxes are near contacts of a closing edge: two single points touch only where they are equal.
+    // Either test alone gives 1, so the quick one goes first.
     if (BoxesMeet(BoxOf(n1, p1), BoxOf(n2, p2)))
         return 1;
     for (int i = 0; i < n1; ++i)
-        if (SegmentsTouch(n1, p1, i, n2, p2, n2 - 1))
-            return 1;
-    for (int j = 0; j < n2; ++j)
-        if (SegmentsTouch(n1, p1, n1 - 1, n2, p2, j))
-            return 1;
+        for (int j = 0; j < n2; ++j) {
+            bool const singlePoints = i < n1 - 1 && j < n2 - 1; // which touch at one height only
+            if ((!singlePoints || p1[i][1] == p2[j][1]) && SegmentsTouch(n1, p1, i, n2, p2, j))
+                return 1;
+        }
     return 0;
 }
 
