@@ -309,7 +309,7 @@ public:
     /// 1 if two rings touch: by the edge test or because their boxes meet. The edge test is deliberately coarse: by
     /// `mathIntersect_ccw2D` it takes each point as a segment of its own, of no length, and only the closing edges as
     /// edges, so rings side by side answer 1 when two of their points have exactly equal y, or a point is level with
-    /// the other's closing edge. A count of 0 gives 0. Cost: the product of the counts for rings with separate boxes.
+    /// the other's closing edge. A count of 0 gives 0. O(n log n).
     static int IsOverLap_Polyline(int n1, double const p1[][2], int n2, double const p2[][2]);
     /// Offsets a ring in place by `dist` (negative: the other way): to the right of each edge for `side` 1, to the left
     /// for another; with `side` below 1 away from the inside. Each vertex goes to where its two moved edges meet, at

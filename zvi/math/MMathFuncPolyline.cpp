@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 #include <utility>
+#include <vector>
 
 #include "zvi/math/MMathFuncDetail.h"
 
@@ -92,6 +93,33 @@ int OtherEnd(int i, int n) {
 
 bool SegmentsTouch(int n1, double const p1[][2], int i, int n2, double const p2[][2], int j) {
     return MMathFunc::mathIntersect_ccw2D(p1[i], p1[OtherEnd(i, n1)], p2[j], p2[OtherEnd(j, n2)]) >= 0;
+}
+
+bool ClosingEdgesTouch(int n1, double const p1[][2], int n2, double const p2[][2]) {
+    for (int i = 0; i < n1; ++i)
+        if (SegmentsTouch(n1, p1, i, n2, p2, n2 - 1))
+            return true;
+    for (int j = 0; j < n2; ++j)
+        if (SegmentsTouch(n1, p1, n1 - 1, n2, p2, j))
+            return true;
+    return false;
+}
+
+// Two single points touch at one height only, so those of the second ring are looked up by theirs.
+bool SinglePointsTouch(int n1, double const p1[][2], int n2, double const p2[][2]) {
+    std::vector<std::pair<double, int>> byHeight;
+    for (int j = 0; j < n2 - 1; ++j)
+        if (!std::isnan(p2[j][1]))
+            byHeight.emplace_back(p2[j][1], j);
+    std::sort(byHeight.begin(), byHeight.end());
+    for (int i = 0; i < n1 - 1; ++i) {
+        double const height = p1[i][1];
+        auto at = std::lower_bound(byHeight.begin(), byHeight.end(), std::pair(height, 0));
+        for (; at != byHeight.end() && at->first == height; ++at)
+            if (SegmentsTouch(n1, p1, i, n2, p2, at->second))
+                return true;
+    }
+    return false;
 }
 
 int SaturatedInt(double value) {
@@ -234,13 +262,8 @@ int MMathFunc::IsOverLap_Polyline(int n1, double const p1[][2], int n2, double c
     // Either test alone gives 1, so the quick one goes first.
     if (BoxesMeet(BoxOf(n1, p1), BoxOf(n2, p2)))
         return 1;
-    for (int i = 0; i < n1; ++i)
-        for (int j = 0; j < n2; ++j) {
-            bool const singlePoints = i < n1 - 1 && j < n2 - 1; // which touch at one height only
-            if ((!singlePoints || p1[i][1] == p2[j][1]) && SegmentsTouch(n1, p1, i, n2, p2, j))
-                return 1;
-        }
-    return 0;
+    bool const touch = ClosingEdgesTouch(n1, p1, n2, p2) || SinglePointsTouch(n1, p1, n2, p2);
+    return touch ? 1 : 0;
 }
 
 } // namespace zvi::lib
