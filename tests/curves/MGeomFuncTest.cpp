@@ -1,17 +1,22 @@
 #include "zvi/curves/MGeomFunc.h"
 
+#include "zvi/core/MVector.h"
 #include "zvi/math/MMathFunc.h"
 #include "zvi/math/MMatrixLib.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <random>
 
 using zvi::MArray;
 using zvi::lib::MGeomFunc;
+using zvi::lib::MMathFunc;
 using zvi::lib::MMatrixLib;
 using zvi::lib::T_POINT2D;
 using zvi::lib::T_POINT3D;
+using Vec3 = zvi::MVector<double, 3>;
 
 namespace {
 
@@ -110,8 +115,7 @@ TEST(MGeomFuncAxes, CircleThroughThreePoints) {
     ExpectRow(m[2], 0, 0, 1);
     ASSERT_EQ(MGeomFunc::CalcCurvInfoFrom3P(a, b, c, center, m, 0), 1);
     for (double const *p : {a, b, c})
-        EXPECT_NEAR(zvi::lib::MMathFunc::PointSquareDistance(p, center),
-                    zvi::lib::MMathFunc::PointSquareDistance(a, center), 1e-9);
+        EXPECT_NEAR(MMathFunc::PointSquareDistance(p, center), MMathFunc::PointSquareDistance(a, center), 1e-9);
     double width = 0;
     double beta = -1;
     ASSERT_EQ(MGeomFunc::CalcCurvInfoFrom3P(a, b, c, width, beta, 1), 1);
@@ -160,6 +164,43 @@ TEST(MGeomFuncPolyline, SegmentsTouchOrCross) {
         EXPECT_EQ(MGeomFunc::CheckLineIntersection(row.p[0], row.p[1], row.p[2], row.p[3], 0), row.strict);
         EXPECT_EQ(MGeomFunc::CheckLineIntersection(row.p[3], row.p[2], row.p[1], row.p[0], 0), row.strict);
     }
+}
+
+TEST(MGeomFuncPolyline, AgreesWithItsDefinitionOnRandomSegments) {
+    auto const isNear = [](Vec3 const &a, Vec3 const &b, Vec3 const &p) {
+        Vec3 const d = b - a;
+        double const squared = MMathFunc::Dot(d.Data(), d.Data());
+        double const t = squared > 0 ? MMathFunc::Dot((p - a).Data(), d.Data()) / squared : 0.0;
+        Vec3 const foot = a + std::clamp(t, 0.0, 1.0) * d;
+        return MMathFunc::PointSquareDistance(p.Data(), foot.Data()) < 1e-20 ? 1 : 0;
+    };
+    std::mt19937 random(3);
+    std::uniform_real_distribution<double> nudge(-1e-6, 1e-6);
+    int hits = 0;
+    for (int i = 0; i < 20000; ++i) {
+        // On a small lattice, some a little off it, so that ends and crossings are near the limits.
+        Vec3 p[4];
+        for (Vec3 &point : p) {
+            double const x = static_cast<int>(random() % 4);
+            double const y = static_cast<int>(random() % 4);
+            point = {x, y, random() % 16 == 0 ? 1.0 : 0.0};
+            if (random() % 3 == 0)
+                point[0] += nudge(random);
+        }
+        int const touching =
+            isNear(p[0], p[1], p[2]) + isNear(p[0], p[1], p[3]) + isNear(p[2], p[3], p[0]) + isNear(p[2], p[3], p[1]);
+        bool const isShared = p[0] == p[2] || p[0] == p[3] || p[1] == p[2] || p[1] == p[3];
+        double gap = 0;
+        Vec3 at;
+        int expected = touching == 2 && isShared ? 0 : 1;
+        if (touching == 0)
+            expected =
+                MMathFunc::mathIntersectLine2(p[0].Data(), p[1].Data(), p[2].Data(), p[3].Data(), 0, gap, at.Data());
+        ASSERT_EQ(MGeomFunc::CheckLineIntersection(p[0].Data(), p[1].Data(), p[2].Data(), p[3].Data(), 0), expected)
+            << i;
+        hits += expected;
+    }
+    EXPECT_GT(hits, 2000);
 }
 
 TEST(MGeomFuncPolyline, PolylinesMeetThemselvesAndOthers) {
