@@ -1,0 +1,215 @@
+#include "apps/zvi/Program.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+
+namespace zvi::app {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Outcome {
+    int status = 0;
+    std::string out;
+    std::string err;
+};
+
+Outcome RunWith(std::vector<std::string> const &arguments, std::string const &input = "") {
+    std::istringstream in(input);
+    std::ostringstream out;
+    std::ostringstream err;
+    Console console{in, out, err, false, false};
+    int const status = RunProgram(arguments, console);
+    return {status, out.str(), err.str()};
+}
+
+/// A folder for the files of one test, emptied before.
+fs::path Folder() {
+    fs::path const folder = fs::path(testing::TempDir()) / "zvi_program_test" /
+                            testing::UnitTest::GetInstance()->current_test_info()->name();
+    fs::remove_all(folder);
+    fs::create_directories(folder);
+    return folder;
+}
+
+std::string Content(fs::path const &file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+fs::path Written(fs::path const &file, std::string const &text) {
+    std::ofstream(file, std::ios::binary) << text;
+    return file;
+}
+
+int ShellStatus(std::string const &command) {
+    int const status = std::system(command.c_str());
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+std::string const kRing = "circle 1 0 0 2\ncircle 2 0 0 1\n";
+std::string const kRingTotals = "2 domains, 1 holes, total area 12.5663706\n";
+
+} // namespace
+
+TEST(Program, TellsWhatItCanDo) {
+    for (std::vector<std::string> const &arguments :
+         std::vector<std::vector<std::string>>{{"-h"}, {"--help"}, {"domains", "-h"}, {"domains", "x", "--help"}}) {
+        Outcome const run = RunWith(arguments);
+        EXPECT_EQ(run.status, 0);
+        EXPECT_TRUE(run.out.starts_with("Examples:\n")) << run.out;
+        EXPECT_EQ(run.err, "");
+    }
+    EXPECT_TRUE(RunWith({"--version"}).out.starts_with("zvi 0."));
+    Outcome const bare = RunWith({});
+    EXPECT_EQ(bare.status, 2);
+    EXPECT_EQ(bare.out, "");
+}
+
+TEST(Program, RefusesWrongUsageAndSuggests) {
+    struct Case {
+        std::vector<std::string> arguments;
+        char const *message;
+    };
+    Case const cases[] = {
+        {{"domain"}, "zvi: unknown verb 'domain'; did you mean 'domains'?\n"},
+        {{"paint"}, "zvi: unknown verb 'paint'; 'zvi -h' lists the verbs\n"},
+        {{"--verson"}, "zvi: unknown option '--verson'; did you mean '--version'?\n"},
+        {{"domains", "--jion", "1", "x.dxf"}, "zvi: unknown option '--jion'; did you mean '--join'?\n"},
+        {{"domains", "--stric=1", "x.dxf"}, "zvi: unknown option '--stric'; did you mean '--strict'?\n"},
+        {{"domains", "--colour", "x.dxf"}, "zvi: unknown option '--colour'; did you mean '--color'?\n"},
+        {{"domains", "--frobnicate"}, "zvi: unknown option '--frobnicate'; 'zvi domains -h' lists the options\n"},
+        {{"domains", "a.dxf", "b.dxf"}, "zvi: one drawing at a time, not 'a.dxf' and 'b.dxf'\n"},
+        {{"domains", "--join", "-1"}, "zvi: --join needs a distance in drawing units, 0 or more, not '-1'\n"},
+        {{"domains", "--join=nan"}, "zvi: --join needs a distance in drawing units, 0 or more, not 'nan'\n"},
+        {{"domains", "--chord-error", "0"}, "zvi: --chord-error needs a distance in drawing units above 0, not '0'\n"},
+        {{"domains", "--color", "red"}, "zvi: --color is auto, always or never, not 'red'\n"},
+        {{"domains", "--svg", "-"}, "zvi: --svg and --dxf need the name of a file"},
+        {{"domains", "--svg", "o", "--dxf", "o"}, "zvi: --svg and --dxf name the same file"},
+        {{"domains", "--layer", "A"}, "zvi: curve text has no layers; leave out --layer\n"},
+        {{"domains", "--join"}, "zvi: "},
+    };
+    for (Case const &c : cases) {
+        Outcome const run = RunWith(c.arguments, kRing);
+        EXPECT_EQ(run.status, 2) << c.message;
+        EXPECT_EQ(run.err.substr(0, std::string(c.message).size()), c.message);
+        EXPECT_EQ(run.out, "");
+    }
+}
+
+TEST(Program, TellsWhereTheInputIsWrong) {
+    fs::path const folder = Folder();
+    std::string const at = "zvi: " + folder.string();
+    struct Case {
+        std::string file;
+        std::string text;
+        std::string message;
+    };
+    Case const cases[] = {
+        {"bad.curves", "line 1 0 0 1 1\nlime 2 0 0 1 1\n", "/bad.curves:2: unknown curve \"lime\""},
+        {"cut.dxf", "0\nSECTION\n", "/cut.dxf:3: the drawing ends before its EOF group"},
+        {"empty.DXF", "", "/empty.DXF: the file is empty"},
+        {"letter.txt", "Dear reader,\n", "/letter.txt: is no drawing that can be read; name a .dxf or a .curves file"},
+    };
+    for (Case const &c : cases) {
+        Outcome const run = RunWith({"domains", Written(folder / c.file, c.text).string()});
+        EXPECT_EQ(run.status, 1) << c.file;
+        EXPECT_EQ(run.err.substr(0, at.size() + c.message.size()), at + c.message);
+        EXPECT_EQ(run.out, "");
+    }
+    EXPECT_NE(RunWith({"domains", (folder / "none.dxf").string()}).err.find("none.dxf: there is no such file"),
+              std::string::npos);
+    EXPECT_NE(RunWith({"domains", folder.string()}).err.find(": is a folder; name a drawing in it"), std::string::npos);
+    EXPECT_EQ(RunWith({"domains"}, "rubbish").err.substr(0, 40), "zvi: standard input:1: unknown curve \"ru");
+}
+
+TEST(Program, ReadsStandardInputAndDxfByItsLook) {
+    for (std::vector<std::string> const &arguments :
+         std::vector<std::vector<std::string>>{{"domains"}, {"domains", "-"}}) {
+        Outcome const run = RunWith(arguments, kRing);
+        EXPECT_EQ(run.status, 0);
+        EXPECT_TRUE(run.out.ends_with(kRingTotals)) << run.out;
+        EXPECT_NE(run.err.find("zvi: standard input: left over: nothing\n"), std::string::npos);
+    }
+    std::string const dxf = "0\nSECTION\n2\nENTITIES\n0\nCIRCLE\n8\nA\n10\n0\n20\n0\n40\n1\n0\nENDSEC\n0\nEOF\n";
+    EXPECT_TRUE(RunWith({"domains", "--layer", "a"}, dxf).out.ends_with("1 domains, 0 holes, total area 3.14159265\n"));
+    EXPECT_TRUE(RunWith({"domains"}, "").out.ends_with("0 domains, 0 holes, total area 0\n"));
+}
+
+TEST(Program, FollowsItsOptions) {
+    std::string const square = "line 1 0 0 4 0\nline 2 4 0 4 4\nline 3 4 4 0 4\nline 4 0 4.01 0 0\n";
+    EXPECT_EQ(RunWith({"domains"}, square).status, 0);
+    EXPECT_EQ(RunWith({"domains", "--strict"}, square).status, 3);
+    EXPECT_EQ(RunWith({"domains", "--strict", "--join", "0.02"}, square).status, 0);
+    EXPECT_NE(RunWith({"domains", "--join", "0.02"}, square).out.find("1 domains"), std::string::npos);
+    EXPECT_NE(RunWith({"domains", "--join", "0.001"}, square).err.find("near miss at (0, 4"), std::string::npos);
+    EXPECT_EQ(RunWith({"domains", "--strict"}, "circle 1 0 0 0\n").status, 3);
+
+    std::string const crossing = "circle 1 0 0 2\nline 2 -3 0 3 0\n";
+    EXPECT_NE(RunWith({"domains"}, crossing).out.find("2 domains"), std::string::npos);
+    EXPECT_NE(RunWith({"domains", "--no-split"}, crossing).out.find("1 domains"), std::string::npos);
+    std::string const twice = "circle 1 0 0 2\ncircle 2 0 0 2\n";
+    EXPECT_NE(RunWith({"domains"}, twice).err.find("dropped 1 duplicate"), std::string::npos);
+    EXPECT_NE(RunWith({"domains", "--keep-duplicates"}, twice).err.find("dropped 0 duplicates"), std::string::npos);
+
+    Outcome const json = RunWith({"domains", "--json"}, kRing);
+    EXPECT_TRUE(json.out.starts_with("{\"schema\":1,\"units\":\"absent\",\n\"domains\":[")) << json.out;
+    EXPECT_NE(RunWith({"domains", "--color=always"}, kRing).out.find("\x1B[1m"), std::string::npos);
+    EXPECT_EQ(RunWith({"domains", "--color=auto"}, kRing).out.find("\x1B"), std::string::npos);
+}
+
+TEST(Program, WritesPictureAndDrawing) {
+    fs::path const folder = Folder();
+    fs::path const curves = Written(folder / "ring.curves", kRing);
+    std::string const svg = (folder / "ring.svg").string();
+    std::string const dxf = (folder / "ring.dxf").string();
+    EXPECT_EQ(RunWith({"domains", "--svg", svg, "--dxf", dxf, curves.string()}).status, 0);
+    EXPECT_TRUE(Content(svg).ends_with("</svg>\n"));
+    EXPECT_TRUE(RunWith({"domains", dxf}).out.ends_with(kRingTotals));
+
+    Outcome const over = RunWith({"domains", "--svg", curves.string(), curves.string()});
+    EXPECT_EQ(over.status, 2);
+    EXPECT_EQ(Content(curves), kRing);
+    Outcome const nowhere = RunWith({"domains", "--svg", (folder / "no" / "x.svg").string(), curves.string()});
+    EXPECT_EQ(nowhere.status, 1);
+    EXPECT_NE(nowhere.err.find("x.svg: cannot be written"), std::string::npos);
+    EXPECT_EQ(nowhere.out, "");
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder), fs::directory_iterator()), 3) << "something was left";
+}
+
+TEST(Program, BehavesInAShell) {
+    fs::path const folder = Folder();
+    std::string const program = std::string("\"") + ZVI_PROGRAM + "\"";
+    std::string const err = " 2>" + (folder / "err").string();
+    std::string const out = " >" + (folder / "out").string();
+    std::string const ring = "printf 'circle 1 0 0 2\\ncircle 2 0 0 1\\n' | ";
+    EXPECT_EQ(ShellStatus(ring + program + " domains" + out + err), 0);
+    EXPECT_TRUE(Content(folder / "out").ends_with(kRingTotals));
+    EXPECT_EQ(ShellStatus(program + " domains --nope" + out + err), 2);
+    EXPECT_EQ(ShellStatus(ring + program + " domains --strict" + out + err), 0);
+    EXPECT_EQ(ShellStatus("printf 'line 1 0 0 1 1\\n' | " + program + " domains --strict" + out + err), 3);
+    EXPECT_EQ(ShellStatus("printf 'line 1 0 0 1\\n' | " + program + " domains" + out + err), 1);
+    EXPECT_EQ(Content(folder / "err"), "zvi: standard input:1: 4 values where 5 belong; write: line ID x1 y1 x2 y2\n");
+}
+
+TEST(Program, EndsSilentlyWhenTheReaderHasGone) {
+    fs::path const folder = Folder();
+    std::string curves;
+    for (int i = 1; i <= 5000; ++i) {
+        curves += "circle " + std::to_string(i) + " " + std::to_string(3 * i) + " 0 1\n";
+    }
+    std::string const file = Written(folder / "many.curves", curves).string();
+    std::string const status = (folder / "status").string();
+    ShellStatus(std::string("{ \"") + ZVI_PROGRAM + "\" domains " + file + " 2>" + (folder / "err").string() +
+                "; echo $? >" + status + "; } | true");
+    EXPECT_EQ(Content(status), "0\n");
+    EXPECT_EQ(Content(folder / "err").find("cannot be written"), std::string::npos);
+}
+
+} // namespace zvi::app

@@ -1,0 +1,30 @@
+// Any bytes as a DXF drawing: read and drawn, or refused with InputError; nothing else.
+
+#include "apps/zvi/common/Failure.h"
+#include "apps/zvi/domains/dxf/ReadDxf.h"
+#include "apps/zvi/domains/dxf/TextDecoding.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string_view>
+
+extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const *data, std::size_t size) {
+    std::string_view const text(reinterpret_cast<char const *>(data), size);
+    try {
+        zvi::app::DrawingInput const input = zvi::app::ReadDxf(text, {});
+        if (input.curves.size() != input.origins.size()) {
+            std::abort();
+        }
+        for (zvi::lib::DrawingCurve const &curve : input.curves) {
+            if (!zvi::app::IsUtf8(input.LayerOf(curve.id)) || !zvi::app::IsUtf8(input.EntityOf(curve.id).type)) {
+                std::abort();
+            }
+        }
+    } catch (zvi::app::InputError const &error) {
+        if (!zvi::app::IsUtf8(error.what())) {
+            std::abort();
+        }
+    }
+    return 0;
+}
