@@ -169,7 +169,7 @@ void DxfPlacer::PlaceCopies(DxfInsert const &insert, Block const &block, std::si
                                Then(FromExtrusion(insert.extrusion), around.place));
     for (int row = 0; row < insert.rows; ++row) {
         for (int column = 0; column < insert.columns; ++column) {
-            CountRepeated(block.content->groups + 1, line);
+            CountRepeated(block.content->groups + kGroupsOfCopy, line);
             Affine const shift = Translation({column * insert.columnStep, row * insert.rowStep, 0.0});
             PlaceAll(*block.content, {Then(Then(scaled, shift), turned), around.layer, around.depth + 1});
         }

@@ -11,7 +11,10 @@ namespace zvi::app {
 inline constexpr std::size_t kMostMadeCurves = 2'000'000;
 
 /// Most groups that INSERTs may repeat: the work of placing blocks, also those that draw nothing.
-inline constexpr std::size_t kMostRepeatedGroups = 100'000'000;
+inline constexpr std::size_t kMostRepeatedGroups = 30'000'000;
+
+/// A copy of a block counts as so many groups more than the block has.
+inline constexpr std::size_t kGroupsOfCopy = 8;
 
 /// Deepest nesting of blocks.
 inline constexpr int kDeepestNesting = 64;
