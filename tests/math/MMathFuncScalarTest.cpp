@@ -212,6 +212,7 @@ TEST(MCompFunc, EqualityIsTheWiderOfTheTwoLimits) {
         {infinity, infinity, 0},
         {infinity, 1.0, 1},
         {NAN, 1.0, 0},
+        {0.0, -infinity, 0}, // the step from minus infinity is infinite
         {-1e12, -1e12 + 0.001, 0},
         // 32 steps of 2^-12 at 2^40 to 2^41 are 2^-7: not below the difference, so equal; one step more is not.
         {0x1p40, 0x1p40 + 0x1p-7, 0},

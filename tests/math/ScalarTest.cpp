@@ -37,6 +37,8 @@ TEST(Scalar, ThirdNumberIsComparedWithTheFirstAlone) {
     EXPECT_TRUE(is_equal3(0.0, 9e-9, -9e-9)) << "b and c differ by more";
     EXPECT_FALSE(is_equal3(0.0, 1.1e-8, 0.0));
     EXPECT_FALSE(is_equal3(1.0, -1.0, 1.0));
+    EXPECT_TRUE(is_equal3(1.0, std::nan(""), 1.0)) << "the first comparison rejects, the second accepts";
+    EXPECT_FALSE(is_equal3(1.0, 1.0, std::nan("")));
 }
 
 TEST(Scalar, CleanLooksAtEachCoordinate) {

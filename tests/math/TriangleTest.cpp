@@ -31,6 +31,10 @@ TEST(Triangle, HoldsItsInsideAndItsBorder) {
     double const offFlat[3] = {6, 1, 3};
     EXPECT_TRUE(is_in_triangle_2d(a, b, flat, onFlat, 1e-6));
     EXPECT_FALSE(is_in_triangle_2d(a, b, flat, offFlat, 1e-6));
+    double const past[3] = {8.1, 0, 3};
+    EXPECT_TRUE(is_in_triangle_3d(a, b, flat, offFlat, 1e-6)) << "without a plane only the place along ab counts";
+    EXPECT_FALSE(is_in_triangle_3d(a, b, flat, past, 1e-6));
+    EXPECT_TRUE(is_in_triangle_3d(a, a, b, past, 1e-6)) << "and nothing without a direction";
 }
 
 TEST(Triangle, EdgePointsAreDecidedWithTheCallersTolerance) {

@@ -4,7 +4,7 @@
 
 // Angles of the free family, in degrees, by the cosine rule. Vectors so short that twice the product of their lengths
 // is below 1e-8 enclose 0.0. A cosine within 1e-8 of an end counts as the end, so an angle within about 0.008 degrees
-// of 0 or 180 is exactly that.
+// of 0 or 180 is exactly that. NaN gives NaN.
 
 namespace zvi::lib {
 

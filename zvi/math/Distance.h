@@ -3,7 +3,8 @@
 #include "zvi/core/Export.h"
 
 // Lengths and distances of the free family. A point is two adjacent doubles in the operations named 2d and three
-// otherwise; results are in the units of the input. NaN coordinates give NaN.
+// otherwise; results are in the units of the input. NaN coordinates give NaN, save the one along an axis-parallel line,
+// which is not looked at.
 
 namespace zvi::lib {
 

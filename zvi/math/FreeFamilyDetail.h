@@ -32,6 +32,10 @@ inline double Dot3(double const *a, double const *b) {
 inline double Cross2(double const *a, double const *b) {
     return a[0] * b[1] - a[1] * b[0];
 }
+/// (b - a) x (p - a), twice the signed area of the triangle: positive with p on the left of the line from a to b.
+inline double Cross2(double const *a, double const *b, double const *p) {
+    return (b[0] - a[0]) * (p[1] - a[1]) - (b[1] - a[1]) * (p[0] - a[0]);
+}
 
 inline void Copy2(double const *from, double *to) {
     to[0] = from[0];

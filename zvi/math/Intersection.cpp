@@ -11,6 +11,7 @@
 
 namespace zvi::lib {
 
+using free_family::Cross2;
 using free_family::Dot3;
 using free_family::kFractionEnd;
 using free_family::kLengthZero;
@@ -27,11 +28,6 @@ constexpr double kInTriangle = 1e-8;
 
 bool IsInsideFraction(double fraction) {
     return fraction > -kScalarZero && fraction < kFractionEnd;
-}
-
-/// Which side of the line from a to b the point p is on: positive on the left.
-double Side(double const *a, double const *b, double const *p) {
-    return (b[0] - a[0]) * (p[1] - a[1]) - (b[1] - a[1]) * (p[0] - a[0]);
 }
 
 /// The unit direction from `from` to `to`; false for one without length.
@@ -74,7 +70,7 @@ bool MeetOnSecondLine(double const *a, double const *b, double const *c, double 
 } // namespace
 
 bool check_line_line_intersection_2d(double const *a, double const *b, double const *c, double const *d) {
-    return Side(a, b, c) * Side(a, b, d) < 0.0 && Side(c, d, a) * Side(c, d, b) < 0.0;
+    return Cross2(a, b, c) * Cross2(a, b, d) < 0.0 && Cross2(c, d, a) * Cross2(c, d, b) < 0.0;
 }
 
 bool intersect_line_line_2d(double x1, double y1, double x2, double y2, double x3, double y3, double x4, double y4,

@@ -34,8 +34,8 @@ ZVI_API bool intersect_line_line_3d(double const *a, double const *b, double con
 /// if d is off the plane a, b, c and c is off the plane a, b, d.
 ZVI_API bool intersect_line_line_3d_withTol(double const *a, double const *b, double const *c, double const *d,
                                             double *out, double tol);
-/// Where two infinite lines in space meet, the point taken on the second. They may pass each other within 0.001, scaled
-/// by the sine of their angle; otherwise false with nothing written.
+/// Where two infinite lines in space meet, the point taken on the second. Their distance times the sine of their angle
+/// may be up to 0.001; otherwise false with nothing written.
 ZVI_API bool intersect_line_line_3d_extension(double const *a, double const *b, double const *c, double const *d,
                                               double *out);
 

@@ -3,7 +3,7 @@
 #include "zvi/core/Export.h"
 
 // Comparing, cleaning and rounding of bare numbers in the free family. Numbers are compared with one absolute limit,
-// 1e-8. Each comparison with a NaN is false, so no test here answers true for one.
+// 1e-8. Each comparison with a NaN is false, so no test here answers true for one, save `is_equal3` for a NaN `b`.
 
 namespace zvi::lib {
 

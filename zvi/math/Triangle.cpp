@@ -11,6 +11,7 @@
 
 namespace zvi::lib {
 
+using free_family::Cross2;
 using free_family::Square;
 
 namespace {
@@ -19,11 +20,6 @@ namespace {
 constexpr double kSeenFromInside = 350.0;
 /// A triangle is flat if its height over the longest edge is at most this share of the edge.
 constexpr double kFlatTriangle = 1e-12;
-
-/// (b - a) x (c - a) in the plane: twice the signed area.
-double Cross2(double const *a, double const *b, double const *c) {
-    return (b[0] - a[0]) * (c[1] - a[1]) - (b[1] - a[1]) * (c[0] - a[0]);
-}
 
 /// Whether the triangle has no area to speak of; NaN counts as flat.
 bool IsFlat(double const *a, double const *b, double const *c) {
@@ -98,7 +94,7 @@ bool circumscribed_circle_2d(double const *a, double const *b, double const *c, 
         return false;
     double const u[2] = {b[0] - a[0], b[1] - a[1]};
     double const v[2] = {c[0] - a[0], c[1] - a[1]};
-    double const twiceCross = 2.0 * free_family::Cross2(u, v);
+    double const twiceCross = 2.0 * Cross2(u, v);
     double const squaredU = free_family::Dot2(u, u);
     double const squaredV = free_family::Dot2(v, v);
     double const x = (v[1] * squaredU - u[1] * squaredV) / twiceCross;

@@ -10,7 +10,8 @@ namespace zvi::lib {
 /// True if `p` is within `tol` of a corner, or on an edge by `is_on_line_2d` with `tol`, or inside: the angles under
 /// which p sees the three edges add up to more than 350 degrees. A triangle without area holds only its border.
 ZVI_API bool is_in_triangle_2d(double const *a, double const *b, double const *c, double const *p, double tol);
-/// The same for the foot of `p` on the plane of the triangle; the height of p over the plane plays no part.
+/// The same for the foot of `p` on the plane of the triangle; the height of p over the plane plays no part. Corners on
+/// one line leave no plane: only the place of p along ab counts then, and if a and b coincide every p is in.
 ZVI_API bool is_in_triangle_3d(double const *a, double const *b, double const *c, double const *p, double tol);
 /// True if d, e and f each lie within `tol` of the plane through a, b and c. Collinear a, b, c agree with everything.
 ZVI_API bool are_coplanar_3d(double const *a, double const *b, double const *c, double const *d, double const *e,
