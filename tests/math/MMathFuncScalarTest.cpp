@@ -93,6 +93,7 @@ TEST(MMathFuncScalar, DirectionOfAVectorCoversTheCircle) {
                       {-3, 0, 180}, {-2, 2, 135},    {-2, -2, 225}, {2, -2, 315}};
     for (auto const &row : rows)
         EXPECT_NEAR(MMathFunc::GetAngle(row.dx, row.dy), row.degrees, 1e-12) << row.dx << ' ' << row.dy;
+    EXPECT_EQ(MMathFunc::GetAngle(1.0, -1e-20), 360.0);
 }
 
 TEST(MMathFuncScalar, DirectionBetweenPointsDependsOnTheFlag) {
@@ -111,6 +112,7 @@ TEST(MMathFuncScalar, TurnOfThreePoints) {
     EXPECT_EQ(MMathFunc::math_ccw(1, 1, 3, 1, 2, 0), -1);
     EXPECT_EQ(MMathFunc::math_ccw(1, 0, 3, 0, 2, 4e-11), 0);
     EXPECT_EQ(MMathFunc::math_ccw(1, 0, 3, 0, 2, -6e-11), -1);
+    EXPECT_EQ(MMathFunc::math_ccw(1, 0, 3, 0, 2, NAN), -1);
 }
 
 TEST(MMathFuncScalar, VectorsWorkInPlace) {

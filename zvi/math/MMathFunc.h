@@ -64,9 +64,10 @@ public:
     /// The same, always toward zero.
     static double mathRoundDown(double value, int digits = 0);
     /// Side of the third plan point: 1 if 1, 2, 3 turn left, -1 if right, 0 if (x2 - x1)(y3 - y1) - (y2 - y1)(x3 - x1)
-    /// is below 1e-10 in size.
+    /// is below 1e-10 in size. NaN gives -1.
     static int math_ccw(double x1, double y1, double x2, double y2, double x3, double y3);
-    /// Direction of the plan vector in 0 up to 360; 0 for the zero vector.
+    /// Direction of the plan vector in 0 up to 360, which itself is given when dy is negative by less than rounding
+    /// keeps; 0 for the zero vector.
     static double GetAngle(double dx, double dy);
     /// Direction from point 1 to point 2. With `direction` 0 it is the slope angle in -90..90, with 90 for straight up
     /// and -90 for straight down; otherwise the direction in 0 up to 360. Points closer than 0.001 give 0.
@@ -295,7 +296,8 @@ public:
     /// Distance of `p` from its foot on the infinite line ab. `where` is 0 for a foot before a, 2 after b, 1 between. A
     /// line shorter than 1e-15 gives the distance to a, and 1.
     static double mathDistanceFromIntersectPointToLine2D(double const *a, double const *b, double const *p, int &where);
-    /// 1 if `p` is left of the line from a to b, 0 if right, 2 on it: the double area below 1e-7 in size.
+    /// 1 if `p` is left of the line from a to b, 0 if right, 2 on it: the double area below 1e-7 in size. NaN
+    /// gives 0.
     static int Get2DPointPosByLine(double const *p, double const *a, double const *b);
     /// Centre of the arc over a chord whose height is `bulge`; its side follows the sign. A bulge of 0 gives 0 and the
     /// chord's midpoint; a chord of no length gives 1 and its point.
