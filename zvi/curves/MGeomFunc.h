@@ -81,8 +81,8 @@ public:
 
     // --- Directions and local axes ---
 
-    /// Angle about the line ab from the second of its local axes' normals (row 2, with beta 0 and mode 0) to row 2 of
-    /// `m`, negative when it turns against row 0 of `m`. 0 if the line is shorter than 1e-8 or the angle at most
+    /// Angle from the up direction of the line ab (row 2 of its local axes with beta 0 and mode 0) to row 2 of `m`,
+    /// negative when that turn runs against row 0 of `m`. 0 if the line is shorter than 1e-8 or the angle at most
     /// 0.0001.
     static double calcLineLocalAngle(double const *a, double const *b, double const m[3][3]);
     /// Local axes of the line ab as the rows of `m`: row 0 along the line, row 2 its up direction turned by `beta`

@@ -31,11 +31,10 @@ struct Axes {
     Vec3 row[3];
 };
 
-template <typename Number>
-void Store(Axes const &axes, Number m[3][3]) {
+void Store(Axes const &axes, double m[3][3]) {
     for (std::size_t i = 0; i < 3; ++i) {
         for (std::size_t j = 0; j < 3; ++j)
-            m[i][j] = static_cast<Number>(axes.row[i][j]);
+            m[i][j] = axes.row[i][j];
     }
 }
 
