@@ -505,17 +505,13 @@ TEST(T_LINE2D_G, KeepsItsPointsOnInitialize) {
     double const center[] = {0, 0};
     T_LINE2D_G line;
     line.Set(p1, p2, 1, center, 0);
-    // Copies, because the packed fields have no aligned address.
-    double const radius = line.Radius;
-    EXPECT_EQ(radius, 1);
+    EXPECT_EQ(line.Radius, 1);
     T_REGION2D_G box;
     EXPECT_EQ(line.GetMBR2D(box, 0), 1);
     ExpectBox(box, -1, -1, 1, 1);
     line.Initialize();
-    int const isCCW = line.IsCCW;
-    double const x = line.Pos1[0];
-    EXPECT_EQ(isCCW, 1);
-    EXPECT_EQ(x, 1);
+    EXPECT_EQ(line.IsCCW, 1);
+    EXPECT_EQ(line.Pos1[0], 1);
     line.GetMBR2D(box, 0.5);
     ExpectBox(box, -0.5, -0.5, 1.5, 1.5);
 }

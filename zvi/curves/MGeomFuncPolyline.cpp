@@ -4,7 +4,6 @@
 #include "zvi/math/MMathFunc.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace zvi::lib {
 
@@ -27,27 +26,6 @@ Vec3 ToVector(T_POINT2D const &p) {
     return {p.x, p.y, 0.0};
 }
 
-/// A crossing lies within 1e-7 of the length beyond the ends of each segment; this is twice that.
-constexpr double kCrossingSlack = 2e-7;
-/// The place of a crossing is off by less than this part of the coordinates' size, since the sine between segments that
-/// cross is at least 1e-4.
-constexpr double kCrossingRounding = 1e-10;
-
-/// True if the segments are so far apart along an axis that they certainly neither touch nor cross.
-bool AreCertainlyApart(Vec3 const &a, Vec3 const &b, Vec3 const &c, Vec3 const &d) {
-    double length = 0.0;
-    double size = 0.0;
-    double gap = 0.0;
-    for (std::size_t i = 0; i < 3; ++i) {
-        auto const [low, high] = std::minmax(a[i], b[i]);
-        auto const [otherLow, otherHigh] = std::minmax(c[i], d[i]);
-        length += (high - low) + (otherHigh - otherLow);
-        size = std::max({size, std::fabs(low), std::fabs(high), std::fabs(otherLow), std::fabs(otherHigh)});
-        gap = std::max({gap, low - otherHigh, otherLow - high});
-    }
-    return gap > 2.0 * kTouching + kCrossingSlack * length + kCrossingRounding * size;
-}
-
 bool IsTouching(Vec3 const &a, Vec3 const &b, Vec3 const &p) {
     return curves::SegmentDistance(a, b, p) < kTouching;
 }
@@ -61,8 +39,6 @@ int CrossExactly(Vec3 const &a, Vec3 const &b, Vec3 const &c, Vec3 const &d) {
 }
 
 int IsSegmentContact(Vec3 const &a, Vec3 const &b, Vec3 const &c, Vec3 const &d, int anyContact) {
-    if (AreCertainlyApart(a, b, c, d))
-        return 0;
     int const touching = static_cast<int>(IsTouching(a, b, c)) + static_cast<int>(IsTouching(a, b, d)) +
                          static_cast<int>(IsTouching(c, d, a)) + static_cast<int>(IsTouching(c, d, b));
     if (touching == 0)
@@ -81,8 +57,6 @@ int IsPolylineContact(MArray<Point> const &first, MArray<Point> const &second, b
         for (std::size_t j = 0; j + 1 < second.Size(); ++j) {
             Vec3 const c = ToVector(second[j]);
             Vec3 const d = ToVector(second[j + 1]);
-            if (AreCertainlyApart(a, b, c, d))
-                continue;
             if (IsTouching(a, b, c) || IsTouching(a, b, d) || IsTouching(c, d, a) ||
                 (testLastEnd && IsTouching(c, d, b)) || CrossExactly(a, b, c, d) != 0)
                 return 1;

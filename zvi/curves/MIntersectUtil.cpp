@@ -167,7 +167,7 @@ class CurveTests : private MIntersectUtil {
 public:
     /// Adds the candidate to `out` if it lies on both curves.
     static void AddIfOnBoth(Vec3 const &p, T_LINE_G const &a, T_LINE_G const &b, double tol, MArray<Vec3> &out) {
-        if (IsPointOnLine(p, a, tol, 1) != 0 && IsPointOnLine(p, b, tol, 1) != 0)
+        if (IsOn(p, a, tol) && IsOn(p, b, tol))
             out.PushBack(p);
     }
 
@@ -189,6 +189,15 @@ public:
             return false;
         Vec3 middle;
         return arc.GetLineCenter(middle) != 0 && IsOnCarrier(middle, carrier, tol);
+    }
+
+private:
+    static bool IsOn(Vec3 const &p, T_LINE_G const &curve, double tol) {
+        if (curve.IsCurv != 0)
+            return IsPointOnLine(p, curve, tol, 1) != 0;
+        T_MBR3D box;
+        MIntersectUtil::GetMbr_line(box, curve, tol);
+        return IsInnerPoint(box, p) != 0 && IsPointOnLineSub_line(p, curve.Pos1, curve.Pos2, tol, box, 1) != 0;
     }
 };
 

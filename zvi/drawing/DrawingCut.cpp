@@ -18,6 +18,9 @@ constexpr int kMaxRounds = 6;
 /// A stretch that leaves a place and returns to it within this many snap distances is part of its neighbour.
 constexpr double kAbsorbed = 4.0;
 
+/// A corner lies on an edge that it misses by less than this share of the snap distance.
+constexpr double kShareOfCorner = 0.1;
+
 /// An end is drawn between the edges it should lie on at most so often.
 constexpr int kMaxProjections = 12;
 
@@ -94,12 +97,20 @@ struct PairContacts {
     int cutCount = 0;
 };
 
+/// How near an end must come to an edge to lie on it. A loose end is drawn from the whole snap distance; a corner,
+/// where several ends have met already, only from a share of it: farther off it passes by, or its edges cross.
+double ReachOfEnd(Network const &network, int place) {
+    if (network.endCounts[static_cast<std::size_t>(place)] < 2)
+        return network.snap;
+    return std::max(kShareOfCorner * network.snap, std::min(network.snap, 4.0 * network.rounding));
+}
+
 /// Looks at one end of an edge beside the edge `b`. Ends that stayed apart are taken as they are written, so that an
 /// end beside another end cuts nothing.
 void AddEnd(Network const &network, int place, DrawingPoint at, Edge const &b, int bIndex, PairContacts &contacts) {
     bool const shared = place == b.startPlace || place == b.endPlace;
     Foot foot;
-    if (!shared && (!FootOn(b, at, foot) || foot.distance >= network.snap)) {
+    if (!shared && (!FootOn(b, at, foot) || foot.distance >= ReachOfEnd(network, place))) {
         if (network.snap > network.rounding || std::min(Distance(at, b.start), Distance(at, b.end)) >= network.snap)
             return;
         contacts.points[static_cast<std::size_t>(contacts.pointCount++)] = at;
@@ -124,6 +135,15 @@ PairContacts ContactsOf(Network &network, Pair pair) {
     if (!b.IsLoop())
         AddEnd(network, b.endPlace, b.end, a, pair.first, contacts);
     return contacts;
+}
+
+/// Counts the ends at each place.
+void CountEnds(Network &network) {
+    network.endCounts.assign(network.places.size(), 0);
+    for (Edge const &e : network.edges) {
+        ++network.endCounts[static_cast<std::size_t>(e.startPlace)];
+        ++network.endCounts[static_cast<std::size_t>(e.endPlace)];
+    }
 }
 
 std::vector<NearPlace> NearPlaces(Network &network, std::vector<Pair> const &pairs) {
@@ -316,10 +336,13 @@ void CutAtMeetings(Network &network) {
     for (Edge &e : network.edges)
         e.moved = true;
     std::vector<Pair> pairs = CandidatePairs(network);
+    CountEnds(network);
     PlaceIndex index(network.places, network.snap);
     MovePlacesOntoEdges(network, index, pairs);
-    for (int round = 1; SplitEdges(network, FindContacts(network, index, pairs)) && round < kMaxRounds; ++round)
+    for (int round = 1; SplitEdges(network, FindContacts(network, index, pairs)) && round < kMaxRounds; ++round) {
         pairs = CandidatePairs(network);
+        CountEnds(network);
+    }
 }
 
 } // namespace zvi::lib::drawing

@@ -1,5 +1,7 @@
 #include "zvi/drawing/DrawingFacesDetail.h"
 
+#include "zvi/drawing/DrawingBlockFacesDetail.h"
+
 #include <algorithm>
 
 namespace zvi::lib::drawing {
@@ -10,23 +12,153 @@ std::size_t At(int i) {
     return static_cast<std::size_t>(i);
 }
 
-/// For each half-edge the next clockwise one of its block at its origin.
-std::vector<int> ClockwiseNeighbours(Network const &network, Blocks const &blocks, Spokes const &spokes) {
-    std::vector<int> clockwise(2 * network.edges.size(), -1);
-    std::vector<int> sorted;
-    for (std::size_t p = 0; p < network.places.size(); ++p) {
-        sorted.assign(spokes.Begin(static_cast<int>(p)), spokes.End(static_cast<int>(p)));
-        auto const block = [&](int h) { return blocks.blockOfEdge[At(EdgeOfHalf(h))]; };
-        std::stable_sort(sorted.begin(), sorted.end(), [&](int a, int b) { return block(a) < block(b); });
-        for (std::size_t i = 0, j = 0; i < sorted.size(); i = j) {
-            for (j = i + 1; j < sorted.size() && block(sorted[j]) == block(sorted[i]);)
-                ++j;
-            for (std::size_t k = i; k < j; ++k)
-                clockwise[At(sorted[k])] = sorted[k > i ? k - 1 : j - 1];
+/// Finds the faces of one block after another.
+class FaceFinder {
+public:
+    FaceFinder(Network const &someNetwork, Blocks const &someBlocks, std::vector<double> const &someDirections)
+        : network(someNetwork), blocks(someBlocks), directions(someDirections), corners(blocks.edges.size()),
+          scratch(2 * network.edges.size()) {
+        result.faceOfHalf.assign(2 * network.edges.size(), -1);
+    }
+
+    Faces Find(Spokes const &spokes) {
+        SplitCorners(spokes);
+        for (std::size_t b = 0; b < blocks.edges.size(); ++b)
+            FindInBlock(static_cast<int>(b));
+        return std::move(result);
+    }
+
+private:
+    /// Parts the spokes of each place by block, each part in its order.
+    void SplitCorners(Spokes const &spokes) {
+        sorted = spokes.halfEdges;
+        auto const blockOf = [&](int h) { return blocks.blockOfEdge[At(EdgeOfHalf(h))]; };
+        for (std::size_t p = 0; p < network.places.size(); ++p) {
+            auto const begin = sorted.begin() + spokes.begins[p], end = sorted.begin() + spokes.begins[p + 1];
+            auto const less = [&](int a, int b) { return blockOf(a) < blockOf(b); };
+            if (!std::is_sorted(begin, end, less))
+                std::stable_sort(begin, end, less);
+            for (auto i = begin; i != end;) {
+                auto j = i;
+                while (j != end && blockOf(*j) == blockOf(*i))
+                    ++j;
+                corners[At(blockOf(*i))].push_back(
+                    {static_cast<int>(p), static_cast<int>(i - sorted.begin()), static_cast<int>(j - i)});
+                i = j;
+            }
         }
     }
-    return clockwise;
-}
+
+    void FindInBlock(int b) {
+        BlockView const view{&network, &blocks.edges[At(b)], &corners[At(b)], &sorted, &directions};
+        bool const isLoop =
+            std::all_of(view.corners->begin(), view.corners->end(), [](Corner const &c) { return c.count == 2; });
+        std::size_t const first = result.faces.size();
+        if (isLoop) {
+            AddLoop(view, b);
+            return;
+        }
+        for (auto &loop : FacesByDomainMaker(view, scratch))
+            AddFace(b, std::move(loop));
+        if (!AddOutside(view, b, first))
+            WalkAll(view, b, first);
+    }
+
+    void AddFace(int b, std::vector<int> loop, bool isOutside = false) {
+        Face face;
+        face.block = b;
+        face.isOutside = isOutside;
+        face.area = LoopArea(network, loop);
+        for (int const h : loop)
+            result.faceOfHalf[At(h)] = static_cast<int>(result.faces.size());
+        face.halfEdges = std::move(loop);
+        result.faces.push_back(std::move(face));
+    }
+
+    /// A block that is one loop has two sides, and the one that runs counter-clockwise is the inside.
+    void AddLoop(BlockView const &view, int b) {
+        std::vector<int> loop = LoopFrom(view, 2 * view.edges->front());
+        std::vector<int> back;
+        for (auto h = loop.rbegin(); h != loop.rend(); ++h)
+            back.push_back(TwinOf(*h));
+        bool const isInside = LoopArea(network, loop) > 0.0;
+        AddFace(b, std::move(isInside ? loop : back));
+        AddFace(b, std::move(isInside ? back : loop), true);
+    }
+
+    /// Sets `scratch` of each half-edge to the next clockwise one at its corner.
+    void LinkClockwise(BlockView const &view) {
+        for (Corner const &c : *view.corners)
+            for (int i = 0; i < c.count; ++i)
+                scratch[At(sorted[At(c.begin + i)])] = sorted[At(c.begin + (i + c.count - 1) % c.count)];
+    }
+
+    std::vector<int> LoopFrom(BlockView const &view, int start) {
+        LinkClockwise(view);
+        return Walk(start);
+    }
+
+    /// The loop with the face on its left: at each place the next spoke clockwise from where the loop came.
+    std::vector<int> Walk(int start) const {
+        std::vector<int> loop;
+        int h = start;
+        do {
+            loop.push_back(h);
+            h = scratch[At(TwinOf(h))];
+        } while (h != start);
+        return loop;
+    }
+
+    /// Adds the outside and checks that each side of each edge has its face, once. False when that does not hold,
+    /// because curves cross uncut.
+    bool AddOutside(BlockView const &view, int b, std::size_t first) {
+        std::size_t covered = 0;
+        for (std::size_t f = first; f < result.faces.size(); ++f) {
+            covered += result.faces[f].halfEdges.size();
+            for (int const h : result.faces[f].halfEdges)
+                if (result.faceOfHalf[At(h)] != static_cast<int>(f))
+                    return false;
+        }
+        int open = -1;
+        for (int const e : *view.edges)
+            for (int const h : {2 * e, 2 * e + 1})
+                if (result.faceOfHalf[At(h)] < 0)
+                    open = h;
+        if (open < 0)
+            return false;
+        std::vector<int> outside = LoopFrom(view, open);
+        for (int const h : outside)
+            if (result.faceOfHalf[At(h)] >= 0)
+                return false;
+        covered += outside.size();
+        AddFace(b, std::move(outside), true);
+        return covered == 2 * view.edges->size() &&
+               result.faces.size() - first + view.corners->size() == view.edges->size() + 2;
+    }
+
+    /// The faces of a block whose curves cross, as far as a walk along their sides tells: those that run
+    /// counter-clockwise are domains.
+    void WalkAll(BlockView const &view, int b, std::size_t first) {
+        result.faces.resize(first);
+        for (int const e : *view.edges)
+            result.faceOfHalf[At(2 * e)] = result.faceOfHalf[At(2 * e + 1)] = -1;
+        LinkClockwise(view);
+        for (int const e : *view.edges)
+            for (int const h : {2 * e, 2 * e + 1})
+                if (result.faceOfHalf[At(h)] < 0) {
+                    AddFace(b, Walk(h));
+                    result.faces.back().isOutside = !(result.faces.back().area > 0.0);
+                }
+    }
+
+    Network const &network;
+    Blocks const &blocks;
+    std::vector<double> const &directions;
+    std::vector<std::vector<Corner>> corners; ///< of each block
+    std::vector<int> sorted;                  ///< the spokes of each corner, counter-clockwise
+    std::vector<int> scratch;
+    Faces result;
+};
 
 } // namespace
 
@@ -49,32 +181,9 @@ double LoopLength(Network const &network, std::vector<int> const &halfEdges) {
     return length;
 }
 
-Faces FindFaces(Network const &network, Blocks const &blocks, Spokes const &spokes, std::vector<double> const &) {
-    std::vector<int> const clockwise = ClockwiseNeighbours(network, blocks, spokes);
-    Faces result;
-    result.faceOfHalf.assign(2 * network.edges.size(), -1);
-    for (std::size_t b = 0; b < blocks.edges.size(); ++b) {
-        std::size_t outside = result.faces.size();
-        for (int const e : blocks.edges[b])
-            for (int const start : {2 * e, 2 * e + 1}) {
-                if (result.faceOfHalf[At(start)] >= 0)
-                    continue;
-                Face face;
-                face.block = static_cast<int>(b);
-                int h = start;
-                do {
-                    result.faceOfHalf[At(h)] = static_cast<int>(result.faces.size());
-                    face.halfEdges.push_back(h);
-                    h = clockwise[At(TwinOf(h))];
-                } while (h != start);
-                face.area = LoopArea(network, face.halfEdges);
-                result.faces.push_back(std::move(face));
-                if (result.faces.back().area < result.faces[outside].area)
-                    outside = result.faces.size() - 1;
-            }
-        result.faces[outside].isOutside = true;
-    }
-    return result;
+Faces FindFaces(Network const &network, Blocks const &blocks, Spokes const &spokes,
+                std::vector<double> const &directions) {
+    return FaceFinder(network, blocks, directions).Find(spokes);
 }
 
 } // namespace zvi::lib::drawing

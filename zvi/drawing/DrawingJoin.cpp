@@ -82,7 +82,10 @@ bool IsCircle(Edge const &e) {
 }
 
 int JoinEnd(Network &network, PlaceIndex &index, DrawingPoint p, double tolerance) {
+    std::size_t const before = network.places.size();
     int const place = index.NearestOrAdd(p, tolerance);
+    if (tolerance < network.snap && network.places.size() > before)
+        network.isCrowded = true;
     network.endsAsWritten.resize(network.places.size(), 0);
     if (network.places[static_cast<std::size_t>(place)] == p)
         ++network.endsAsWritten[static_cast<std::size_t>(place)];
@@ -133,6 +136,7 @@ void JoinEnds(std::vector<DrawingCurve> const &curves, DrawingOptions const &opt
         e.startPlace = JoinEnd(network, index, e.start, tolerance);
         e.endPlace = JoinEnd(network, index, e.end, tolerance);
     }
+    network.isCrowded = network.isCrowded || !options.split;
     if (!options.split)
         for (Edge &e : network.edges)
             if (IsCircle(e))

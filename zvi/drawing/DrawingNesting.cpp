@@ -1,6 +1,7 @@
 #include "zvi/drawing/DrawingNestingDetail.h"
 
 #include "zvi/drawing/BoxIndexDetail.h"
+#include "zvi/drawing/DrawingFrameDetail.h"
 
 #include <algorithm>
 #include <array>
@@ -13,10 +14,6 @@ namespace {
 std::size_t At(int i) {
     return static_cast<std::size_t>(i);
 }
-
-/// The turn of the frame: a general direction, parallel to no edge that people draw.
-constexpr double kTurnCosine = 0.8150192047167896; // of 0.6180339887 radians
-constexpr double kTurnSine = 0.5794339444171457;
 
 /// Sets that grow together.
 class DisjointSets {
@@ -33,18 +30,6 @@ public:
 private:
     std::vector<int> parent;
 };
-
-DrawingPoint Turned(DrawingPoint p) {
-    return {kTurnCosine * p.x + kTurnSine * p.y, kTurnCosine * p.y - kTurnSine * p.x};
-}
-
-/// An edge as it lies in the turned frame.
-Edge Turned(Edge e) {
-    e.start = Turned(e.start);
-    e.end = Turned(e.end);
-    e.center = Turned(e.center);
-    return e;
-}
 
 /// A part of an edge along which y only rises or only falls.
 struct Run {

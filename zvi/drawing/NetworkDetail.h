@@ -75,11 +75,13 @@ struct Edge {
 struct Network {
     std::vector<DrawingPoint> places;
     std::vector<int> endsAsWritten; ///< of each place of the beginning: how many ends were written at its very position
+    std::vector<int> endCounts;     ///< of each place, while edges are cut: how many edges end there
     std::vector<Edge> edges;
     std::vector<DrawingLeftover> leftovers;
     DrawingCounts counts;
-    double snap = 0.0;     ///< distance below which two places are one
-    double rounding = 0.0; ///< distance that rounding alone accounts for, at the size of the coordinates
+    double snap = 0.0;      ///< distance below which two places are one
+    bool isCrowded = false; ///< some places may be nearer to one another than the snap distance
+    double rounding = 0.0;  ///< distance that rounding alone accounts for, at the size of the coordinates
 };
 
 /// Angle of `p` about the centre of arc `e`, measured from its start in its direction, 0 to below a full turn.

@@ -282,10 +282,8 @@ public:
     /// that a ray to the right crosses; at a vertex only an edge whose lower end it is counts. A count of 0 gives 0.
     static int mathIsInsidePoint2D(double const *p, int n, double const poly[][2], int closed);
     /// Segments ab and cd: 1 if they cross, 0 if they touch or overlap, -1 if neither. An end counts as on the other's
-    /// line by `math_ccw`, and then by x alone, or by y alone if the other's x are exactly equal; with both ends of a
-    /// segment on the other's line the ranges of the two are compared so, cd against ab before ab against cd.
-    /// A segment of no length has every point on its line, and equal x: a segment that reaches its height touches it,
-    /// however far away. This is deliberate; `IsOverLap_Polyline` is built on it.
+    /// line by `math_ccw`, and then by x alone, or by y alone if the other's x are exactly equal. A segment that is one
+    /// point touches where that point lies on the other.
     static int mathIntersect_ccw2D(double const *a, double const *b, double const *c, double const *d);
     /// Meeting point of infinite lines; (0, 0) and 0 if their sine is below 1e-15, or 1e-10 with `strict` 0, or a line
     /// has no length.
@@ -306,12 +304,10 @@ public:
     /// radius's sign. A semicircle gives the radius, a chord longer than the diameter 0.
     static double GetBulge(double const chord[2][2], double radius, int minor);
     /// The whole numbers around `value`: its whole part w and w + 1, or w - 1 and w if its fraction is below 1e-15 in
-    /// size. Always 1. Beyond the range of int, the ends of that range; NaN gives 0 for both.
+    /// size. Always 1. Beyond the range of int, the ends of that range.
     static int GetDivideNum(double value, int &upper, int &lower);
-    /// 1 if two rings touch: by the edge test or because their boxes meet. The edge test is deliberately coarse: by
-    /// `mathIntersect_ccw2D` it takes each point as a segment of its own, of no length, and only the closing edges as
-    /// edges, so rings side by side answer 1 when two of their points have exactly equal y, or a point is level with
-    /// the other's closing edge. A count of 0 gives 0. O(n log n).
+    /// 1 if two rings touch: an edge test that takes only the closing edges as edges and every other index as its
+    /// point, and then whether the boxes of the rings meet. A count of 0 gives 0.
     static int IsOverLap_Polyline(int n1, double const p1[][2], int n2, double const p2[][2]);
     /// Offsets a ring in place by `dist` (negative: the other way): to the right of each edge for `side` 1, to the left
     /// for another; with `side` below 1 away from the inside. Each vertex goes to where its two moved edges meet, at

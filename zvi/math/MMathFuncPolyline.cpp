@@ -4,7 +4,6 @@
 #include <cmath>
 #include <limits>
 #include <utility>
-#include <vector>
 
 #include "zvi/math/MMathFuncDetail.h"
 
@@ -43,6 +42,14 @@ int SideOf(Segment const &s, Vec2 p) {
     return MMathFunc::math_ccw(s.first.x, s.first.y, s.second.x, s.second.y, p.x, p.y);
 }
 
+bool SamePoint(Vec2 a, Vec2 b) {
+    return a.x == b.x && a.y == b.y;
+}
+
+bool IsOnePoint(Segment const &s) {
+    return SamePoint(s.first, s.second);
+}
+
 // The range of a segment in the one coordinate that tells contacts on its line: y if its x are exactly equal.
 struct Range {
     bool byY;
@@ -57,15 +64,16 @@ Range RangeOf(Segment const &s) {
     return {true, std::min(s.first.y, s.second.y), std::max(s.first.y, s.second.y)};
 }
 
-int ContactOfEnd(Vec2 end, Segment const &other) {
-    return RangeOf(other).Holds(end) ? 0 : -1;
+int ContactOfPoint(Vec2 p, Segment const &s) {
+    if (IsOnePoint(s))
+        return SamePoint(p, s.first) ? 0 : -1;
+    return SideOf(s, p) == 0 && RangeOf(s).Holds(p) ? 0 : -1;
 }
 
-// Contact of a segment, both ends on the line of `other`, by the coordinate of `other`.
-int ContactOfCollinear(Segment const &s, Segment const &other) {
-    Range const range = RangeOf(other);
-    double const low = std::min(range.Of(s.first), range.Of(s.second));
-    double const high = std::max(range.Of(s.first), range.Of(s.second));
+int ContactOfCollinear(Segment const &s, Segment const &t) {
+    Range const range = RangeOf(s);
+    double const low = std::min(range.Of(t.first), range.Of(t.second));
+    double const high = std::max(range.Of(t.first), range.Of(t.second));
     return low <= range.high && range.low <= high ? 0 : -1;
 }
 
@@ -93,33 +101,6 @@ int OtherEnd(int i, int n) {
 
 bool SegmentsTouch(int n1, double const p1[][2], int i, int n2, double const p2[][2], int j) {
     return MMathFunc::mathIntersect_ccw2D(p1[i], p1[OtherEnd(i, n1)], p2[j], p2[OtherEnd(j, n2)]) >= 0;
-}
-
-bool ClosingEdgesTouch(int n1, double const p1[][2], int n2, double const p2[][2]) {
-    for (int i = 0; i < n1; ++i)
-        if (SegmentsTouch(n1, p1, i, n2, p2, n2 - 1))
-            return true;
-    for (int j = 0; j < n2; ++j)
-        if (SegmentsTouch(n1, p1, n1 - 1, n2, p2, j))
-            return true;
-    return false;
-}
-
-// Two single points touch at one height only, so those of the second ring are looked up by theirs.
-bool SinglePointsTouch(int n1, double const p1[][2], int n2, double const p2[][2]) {
-    std::vector<std::pair<double, int>> byHeight;
-    for (int j = 0; j < n2 - 1; ++j)
-        if (!std::isnan(p2[j][1]))
-            byHeight.emplace_back(p2[j][1], j);
-    std::sort(byHeight.begin(), byHeight.end());
-    for (int i = 0; i < n1 - 1; ++i) {
-        double const height = p1[i][1];
-        auto at = std::lower_bound(byHeight.begin(), byHeight.end(), std::pair(height, 0));
-        for (; at != byHeight.end() && at->first == height; ++at)
-            if (SegmentsTouch(n1, p1, i, n2, p2, at->second))
-                return true;
-    }
-    return false;
 }
 
 int SaturatedInt(double value) {
@@ -183,24 +164,26 @@ int MMathFunc::mathIsInsidePoint2D(double const *p, int n, double const poly[][2
 int MMathFunc::mathIntersect_ccw2D(double const *a, double const *b, double const *c, double const *d) {
     Segment const s = OrderedByX(a, b);
     Segment const t = OrderedByX(c, d);
+    if (IsOnePoint(s))
+        return ContactOfPoint(s.first, t);
+    if (IsOnePoint(t))
+        return ContactOfPoint(t.first, s);
     int const firstOnS = SideOf(s, t.first);
     int const secondOnS = SideOf(s, t.second);
     int const firstOnT = SideOf(t, s.first);
     int const secondOnT = SideOf(t, s.second);
     if (firstOnS * secondOnS < 0 && firstOnT * secondOnT < 0)
         return 1;
-    if (firstOnS == 0 && secondOnS == 0)
-        return ContactOfCollinear(t, s);
-    if (firstOnT == 0 && secondOnT == 0)
+    if ((firstOnS == 0 && secondOnS == 0) || (firstOnT == 0 && secondOnT == 0))
         return ContactOfCollinear(s, t);
     if (firstOnS == 0)
-        return ContactOfEnd(t.first, s);
+        return RangeOf(s).Holds(t.first) ? 0 : -1;
     if (secondOnS == 0)
-        return ContactOfEnd(t.second, s);
+        return RangeOf(s).Holds(t.second) ? 0 : -1;
     if (firstOnT == 0)
-        return ContactOfEnd(s.first, t);
+        return RangeOf(t).Holds(s.first) ? 0 : -1;
     if (secondOnT == 0)
-        return ContactOfEnd(s.second, t);
+        return RangeOf(t).Holds(s.second) ? 0 : -1;
     return -1;
 }
 
@@ -259,11 +242,17 @@ int MMathFunc::GetDivideNum(double value, int &upper, int &lower) {
 int MMathFunc::IsOverLap_Polyline(int n1, double const p1[][2], int n2, double const p2[][2]) {
     if (n1 <= 0 || n2 <= 0)
         return 0;
-    // Either test alone gives 1, so the quick one goes first.
+    // Either test alone gives 1, so the quick one goes first. What the edge test still finds of rings with separate
+    // boxes are near contacts of a closing edge: two single points touch only where they are equal.
     if (BoxesMeet(BoxOf(n1, p1), BoxOf(n2, p2)))
         return 1;
-    bool const touch = ClosingEdgesTouch(n1, p1, n2, p2) || SinglePointsTouch(n1, p1, n2, p2);
-    return touch ? 1 : 0;
+    for (int i = 0; i < n1; ++i)
+        if (SegmentsTouch(n1, p1, i, n2, p2, n2 - 1))
+            return 1;
+    for (int j = 0; j < n2; ++j)
+        if (SegmentsTouch(n1, p1, n1 - 1, n2, p2, j))
+            return 1;
+    return 0;
 }
 
 } // namespace zvi::lib
