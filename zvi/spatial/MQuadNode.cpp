@@ -1,6 +1,7 @@
 #include "zvi/spatial/MQuadNode.h"
 
 #include "zvi/spatial/MQuadTree.h"
+#include "zvi/spatial/QuadCodeDetail.h"
 
 #include <algorithm>
 #include <cmath>
@@ -26,6 +27,24 @@ bool IsFinite(MQuadMBR2D const &mbr) {
 
 bool IsPoint(MQuadMBR2D const &region) {
     return region.minX == region.maxX && region.minY == region.maxY;
+}
+
+bool IsSame(MQuadMBR2D const &a, MQuadMBR2D const &b) {
+    return a.minX == b.minX && a.minY == b.minY && a.maxX == b.maxX && a.maxY == b.maxY;
+}
+
+/// First quadrant that contains the rectangle, half-open; 4 when none does. The same answer as four tests against the
+/// regions of `GetSplitRegion`.
+int QuadrantContaining(MQuadMBR2D const &mbr, MQuadMBR2D const &region) {
+    double const midX = (region.minX + region.maxX) * 0.5;
+    double const midY = (region.minY + region.maxY) * 0.5;
+    bool const lowX = mbr.minX >= region.minX && mbr.maxX < midX;
+    bool const highX = mbr.minX >= midX && mbr.maxX < region.maxX;
+    bool const lowY = mbr.minY >= region.minY && mbr.maxY < midY;
+    bool const highY = mbr.minY >= midY && mbr.maxY < region.maxY;
+    if (!((lowX | highX) & (lowY | highY)))
+        return MQuadNode::kChildCount;
+    return static_cast<int>(!lowX) + 2 * static_cast<int>(!lowY);
 }
 
 MQuadPoint2D LowerCorner(MQuadMBR2D const &mbr) {
@@ -96,10 +115,11 @@ void MQuadNode::InitClassMembers() {
     m_parent = nullptr;
     for (MQuadNode *&child : m_children)
         child = nullptr;
+    m_pool.Recode(m_region);
 }
 
 int MQuadNode::Insert(MQuadObj *object) {
-    MQuadMBR2D const mbr = RectangleOf(object);
+    MQuadMBR2D const mbr = object->CurrentRectangle();
     if (!IsFinite(mbr))
         return -1;
     if (IsPoint(m_region)) {
@@ -107,7 +127,7 @@ int MQuadNode::Insert(MQuadObj *object) {
         double const halfWidth = info.width * 0.5;
         double const halfHeight = info.height * 0.5;
         m_region = {mbr.minX - halfWidth, mbr.minY - halfHeight, mbr.maxX + halfWidth, mbr.maxY + halfHeight};
-        m_pool.Append(object, StartWatching(object));
+        Place(object, StartWatching(object));
         return 0;
     }
     if (mbr.IsContained4QT(m_region) == 0 && !GrowFromRoot(mbr))
@@ -149,11 +169,17 @@ bool MQuadNode::GrowToContain(MQuadMBR2D const &mbr) {
     return true;
 }
 
-void MQuadNode::Descend(MQuadObj *object, MQuadMBR2D const &mbr, MQuadMBR2D const &note) {
+void MQuadNode::Descend(MQuadObj *object, MQuadMBR2D const &mbr, bool isTrusted) {
     MQuadNode *node = this;
     while (MQuadNode *const next = node->FindPlace(mbr))
         node = next;
-    node->m_pool.Append(object, note);
+    node->Place(object, isTrusted);
+}
+
+void MQuadNode::Place(MQuadObj *object, bool isTrusted) {
+    m_pool.Append(object, isTrusted ? QuadFrame(m_region).Encode(object->m_mbr) : kUntrustedCode);
+    if (!IsLeaf())
+        m_pool.IndexFor(m_region);
 }
 
 /// The child into which the rectangle goes, made by a split if need be; null when this node is its place.
@@ -202,9 +228,9 @@ bool MQuadNode::IsAllSameQuad(MQuadMBR2D const *regions, int &index) const {
     std::size_t const count = m_pool.m_objects.Size();
     if (count <= 1)
         return true;
-    index = GetChildNodeIndexContainingMBR(m_pool.RectangleAt(0), regions);
+    index = GetChildNodeIndexContainingMBR(m_pool.m_objects[0]->CurrentRectangle(), regions);
     for (std::size_t i = 1; i < count; ++i) {
-        if (GetChildNodeIndexContainingMBR(m_pool.RectangleAt(i), regions) != index)
+        if (GetChildNodeIndexContainingMBR(m_pool.m_objects[i]->CurrentRectangle(), regions) != index)
             return false;
     }
     return true;
@@ -215,7 +241,7 @@ bool MQuadNode::IsMemberFarFrom(MQuadMBR2D const &mbr) const {
     double const clusterSize = diagonal / kClusterDivisor;
     MQuadPoint2D const centre = Centre(mbr);
     for (std::size_t i = 0; i < m_pool.m_objects.Size(); ++i) {
-        MQuadPoint2D const other = Centre(m_pool.RectangleAt(i));
+        MQuadPoint2D const other = Centre(m_pool.m_objects[i]->CurrentRectangle());
         if (Length(other.x - centre.x, other.y - centre.y) >= clusterSize)
             return true;
     }
@@ -235,6 +261,7 @@ void MQuadNode::MakeChildren(MQuadMBR2D const *regions) {
         children[i].m_region = regions[i];
         m_children[i] = &children[i];
     }
+    m_hasExactQuadrants = true;
 }
 
 void MQuadNode::DeleteChild() {
@@ -246,23 +273,26 @@ void MQuadNode::DeleteChild() {
 
 void MQuadNode::Distribute() {
     MArray<MQuadObj *> &objects = m_pool.m_objects;
-    MArray<MQuadMBR2D> &notes = m_pool.m_notes;
+    MArray<QuadCode> &codes = m_pool.m_codes;
     std::size_t const count = objects.Size();
     std::size_t firstKept = count;
+    m_pool.DropIndex();
+    for (MQuadNode *child : m_children)
+        child->m_pool.Reserve(count / kChildCount);
     for (std::size_t i = count; i-- > 0;) {
-        int const index = GetChildNodeIndexContainingMBR(m_pool.RectangleAt(i));
+        int const index = GetChildNodeIndexContainingMBR(objects[i]->CurrentRectangle());
         if (index != kChildCount) {
-            m_children[index]->m_pool.Append(objects[i], notes[i]);
+            m_children[index]->Place(objects[i], codes[i] != kUntrustedCode);
         } else {
             --firstKept;
             objects[firstKept] = objects[i];
-            notes[firstKept] = notes[i];
+            codes[firstKept] = codes[i];
         }
     }
     std::copy(objects.begin() + firstKept, objects.end(), objects.begin());
-    std::copy(notes.begin() + firstKept, notes.end(), notes.begin());
+    std::copy(codes.begin() + firstKept, codes.end(), codes.begin());
     objects.Resize(count - firstKept);
-    notes.Resize(count - firstKept);
+    codes.Resize(count - firstKept);
 }
 
 void MQuadNode::GetSplitRegion(MQuadMBR2D *const regions) const {
@@ -274,16 +304,16 @@ void MQuadNode::GetSplitRegion(MQuadMBR2D *const regions) const {
 }
 
 bool MQuadNode::ExtendRegion(MQuadMBR2D const &mbr) {
-    for (int round = 0; mbr.IsContained4QT(m_region) == 0; ++round) {
-        if (round == kGrowthRounds)
-            return false;
+    int round = 0;
+    for (; mbr.IsContained4QT(m_region) == 0 && round < kGrowthRounds; ++round) {
         double const margin = (m_region.maxX - m_region.minX) * kGrowthMargin;
         if (m_region.DoesContain4QT(LowerCorner(mbr)) == 0)
             GrowDown(m_region, mbr, margin);
         if (m_region.DoesContain4QT(UpperCorner(mbr)) == 0)
             GrowUp(m_region, mbr, margin);
     }
-    return true;
+    m_pool.Recode(m_region);
+    return round < kGrowthRounds;
 }
 
 /// A region without width or height never grows by doubling, and one beyond the numbers is no region.
@@ -311,6 +341,7 @@ void MQuadNode::Extend(MQuadPoint2D const &point) {
     MQuadNode &heir = *m_children[corner];
     heir.AdoptChildren(oldChildren);
     heir.m_pool.Swap(m_pool);
+    heir.m_pool.Recode(heir.m_region);
 }
 
 void MQuadNode::AdoptChildren(MQuadNode *const *children) {
@@ -319,6 +350,17 @@ void MQuadNode::AdoptChildren(MQuadNode *const *children) {
         if (m_children[i] != nullptr)
             m_children[i]->m_parent = this;
     }
+    m_hasExactQuadrants = !IsLeaf() && HasQuadrantsAsChildren();
+}
+
+bool MQuadNode::HasQuadrantsAsChildren() const {
+    MQuadMBR2D regions[kChildCount];
+    GetSplitRegion(regions);
+    for (int i = 0; i < kChildCount; ++i) {
+        if (!IsSame(m_children[i]->m_region, regions[i]))
+            return false;
+    }
+    return true;
 }
 
 void MQuadNode::ExtendQuadTreeRegion(MQuadPoint2D const &point, int &corner) {
@@ -341,6 +383,8 @@ void MQuadNode::ExtendQuadTreeRegion(MQuadPoint2D const &point, int &corner) {
 int MQuadNode::GetChildNodeIndexContainingMBR(MQuadMBR2D const &mbr) const {
     if (IsLeaf())
         return kChildCount;
+    if (m_hasExactQuadrants)
+        return QuadrantContaining(mbr, m_region);
     int index = 0;
     while (index < kChildCount && mbr.IsContained4QT(m_children[index]->m_region) == 0)
         ++index;
@@ -364,7 +408,7 @@ int MQuadNode::GetChildNodeIndexContainingPoint(MQuadPoint2D const &point) const
 }
 
 int MQuadNode::Delete(MQuadObj *object) {
-    return Delete(object, RectangleOf(object), 0);
+    return Delete(object, object->CurrentRectangle(), 0);
 }
 
 int MQuadNode::Delete(MQuadObj *object, MQuadMBR2D const &mbr, int anywhere) {

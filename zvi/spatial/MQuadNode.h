@@ -12,6 +12,9 @@ namespace zvi::lib {
 
 class MQuadTree;
 
+/// A cache line, so that a descent reads one line of each inner node.
+struct alignas(64) QuadNodeAlignment {};
+
 /// A node of `MQuadTree`: a region, the objects that lie in it but in none of its children, and no child or four.
 ///
 /// Children stand in this order everywhere: 0 low x low y, 1 high x low y, 2 low x high y, 3 high x high y. Mid lines
@@ -19,7 +22,7 @@ class MQuadTree;
 ///
 /// Nodes belong to their tree and use its settings. Copying is shallow, deliberately: the copy has the same children
 /// and the same tree and a copy of the pool's array; whoever copies a node keeps one of the two alive at the end.
-class ZVI_API MQuadNode {
+class ZVI_API MQuadNode : private QuadNodeAlignment {
 public:
     static constexpr int kChildCount = 4;
 
@@ -101,27 +104,33 @@ private:
     bool CanDouble() const;
     bool GrowFromRoot(MQuadMBR2D const &mbr);
     bool GrowToContain(MQuadMBR2D const &mbr);
-    void Descend(MQuadObj *object, MQuadMBR2D const &mbr, MQuadMBR2D const &note);
+    void Place(MQuadObj *object, bool isTrusted);
+    void Descend(MQuadObj *object, MQuadMBR2D const &mbr, bool isTrusted);
     MQuadNode *FindPlace(MQuadMBR2D const &mbr);
     MQuadNode *SplitFor(MQuadMBR2D const &mbr);
     bool IsMemberFarFrom(MQuadMBR2D const &mbr) const;
     void MakeChildren(MQuadMBR2D const *regions);
     void AdoptChildren(MQuadNode *const *children);
+    bool HasQuadrantsAsChildren() const;
     int DeleteSearching(MQuadObj *object, MQuadMBR2D const &mbr);
     void RemoveFromPool(int index);
     void CollectHits(Hits &hits) const;
     void AddHitsOfPool(Hits &hits) const;
+    void CollectHitsOfQuadrants(Hits &hits) const;
 
-    static MQuadMBR2D RectangleOf(MQuadObj *object);
-    MQuadMBR2D StartWatching(MQuadObj *object);
+    bool StartWatching(MQuadObj *object);
     MQuadNode *FindWatched(MQuadObj const *object, int &index);
     MQuadNode *FindAnywhere(MQuadObj const *object, int &index);
     void Purge(MQuadObj const *object);
     void StopWatching(MQuadObj *object);
     void StopWatchingAll();
 
+    /// The children's regions are the quadrants of this one to the last bit, so that one comparison with each mid line
+    /// selects a child. Doubling can move a quadrant by a rounding.
+    bool m_hasExactQuadrants = false;
     MQuadMBR2D m_region;
     MQuadNode *m_parent = nullptr;
+    /// One block of four, or none.
     MQuadNode *m_children[kChildCount] = {};
     MQuadObjPool m_pool;
     MQuadTree *m_tree = nullptr;

@@ -2,6 +2,8 @@
 
 #include "zvi/host/CDC.h"
 #include "zvi/spatial/MQuadTree.h"
+#include "zvi/spatial/QuadCodeDetail.h"
+#include "zvi/spatial/QuadPoolIndexDetail.h"
 
 #include <limits>
 
@@ -26,8 +28,8 @@ constexpr MQuadNodeInfo kDefaultInfo;
 
 /// A query under way. The bounds are those that `Intersect4QT` compares with, computed once.
 struct MQuadNode::Hits {
-    Hits(MQuadMBR2D const &asked, MList<MQuadObj *> &found, MArray<int> const *wantedTypes, int strictness)
-        : query(asked), list(found), types(wantedTypes), strict(strictness) {
+    Hits(MQuadMBR2D const &query, MList<MQuadObj *> &found, MArray<int> const *wantedTypes, int strict)
+        : list(found), types(wantedTypes) {
         double const t = strict == 0 ? MQuadMBR2D::kTouchTolerance : -MQuadMBR2D::kLeastOverlap;
         bounds = {query.minX - t, query.minY - t, t + query.maxX, t + query.maxY};
     }
@@ -47,10 +49,16 @@ struct MQuadNode::Hits {
                (*types)[static_cast<std::size_t>(type)] != 0;
     }
 
-    MQuadMBR2D const &query;
+    /// Adds the object if it is wanted and meets the query.
+    void Try(MQuadObj *object) {
+        if (!Wants(object) || Misses(object->CurrentRectangle()))
+            return;
+        list.AddTail(object);
+        ++count;
+    }
+
     MList<MQuadObj *> &list;
     MArray<int> const *types;
-    int strict;
     MQuadMBR2D bounds;
     int count = 0;
 };
@@ -74,23 +82,42 @@ void MQuadNode::CollectHits(Hits &hits) const {
     AddHitsOfPool(hits);
     if (IsLeaf())
         return;
+    if (m_hasExactQuadrants) {
+        CollectHitsOfQuadrants(hits);
+        return;
+    }
     for (MQuadNode const *child : m_children)
         child->CollectHits(hits);
 }
 
+/// The quadrants' edges are known from this region, so that quadrants which the query misses are not touched.
+void MQuadNode::CollectHitsOfQuadrants(Hits &hits) const {
+    MQuadMBR2D const &bounds = hits.bounds;
+    double const midX = (m_region.minX + m_region.maxX) * 0.5;
+    double const midY = (m_region.minY + m_region.maxY) * 0.5;
+    bool const missesX[] = {bounds.minX > midX, midX > bounds.maxX};
+    bool const missesY[] = {bounds.minY > midY, midY > bounds.maxY};
+    for (int i = 0; i < kChildCount; ++i) {
+        if (!missesX[i & 1] && !missesY[i >> 1])
+            m_children[i]->CollectHits(hits);
+    }
+}
+
 void MQuadNode::AddHitsOfPool(Hits &hits) const {
-    std::size_t const count = m_pool.m_objects.Size();
-    MQuadMBR2D const *const notes = m_pool.m_notes.Data();
+    std::size_t const count = m_pool.m_codes.Size();
+    if (count == 0)
+        return;
+    QuadCode const query = QuadFrame(m_region).EncodeQuery(hits.bounds);
+    if (m_pool.m_index != nullptr) {
+        m_pool.m_index->Walk(
+            query, [&](MQuadMBR2D const &box) { return hits.Misses(box); },
+            [&](MQuadObj *object) { hits.Try(object); });
+        return;
+    }
+    QuadCode const *const codes = m_pool.m_codes.Data();
     for (std::size_t i = 0; i < count; ++i) {
-        if (hits.Misses(notes[i]))
-            continue;
-        MQuadObj *const object = m_pool.m_objects[i];
-        if (!hits.Wants(object))
-            continue;
-        if (!MQuadObjPool::IsTrusted(notes[i]) && hits.Misses(RectangleOf(object)))
-            continue;
-        hits.list.AddTail(object);
-        ++hits.count;
+        if (QuadFrame::MayMeet(codes[i], query))
+            hits.Try(m_pool.m_objects[i]);
     }
 }
 
@@ -122,21 +149,15 @@ MQuadNodeInfo const &MQuadNode::GetQuadNodeInfo() const {
     return m_tree == nullptr ? kDefaultInfo : m_tree->GetInfo();
 }
 
-/// The rectangle as the object answers it now. Objects of the class itself are not asked by `GetMBR`, which would end
-/// the trust in their notes.
-MQuadMBR2D MQuadNode::RectangleOf(MQuadObj *object) {
-    return object->m_home != nullptr || object->IsOfThisClass() ? object->m_mbr : object->GetMBR();
-}
-
-/// The note for an object that comes under this node. An object that is in a tree already, was changed in one, or has a
-/// class of its own is not trusted: its note could grow stale unseen.
-MQuadMBR2D MQuadNode::StartWatching(MQuadObj *object) {
+/// Whether an object that comes under this node is trusted from now on. One that is in a tree already, was changed in
+/// one, or has a class of its own is not: its code could grow stale unseen.
+bool MQuadNode::StartWatching(MQuadObj *object) {
     if (object->m_home != nullptr)
         object->LeaveWatch();
-    if (object->m_unwatched || !object->IsOfThisClass() || object->GetStatus() != MQuadObjPool::kLiveStatus)
-        return MQuadObjPool::kNotTrusted;
+    if (object->m_unwatched || !object->IsOfThisClass() || object->GetStatus() != kLiveStatus)
+        return false;
     object->m_home = this;
-    return object->m_mbr;
+    return true;
 }
 
 /// The node whose pool holds a watched object, with its place there. Its rectangle leads to it; the search of the whole
@@ -149,7 +170,7 @@ MQuadNode *MQuadNode::FindWatched(MQuadObj const *object, int &index) {
             node = node->m_children[child];
     }
     for (; node != nullptr; node = node == this ? nullptr : node->m_parent) {
-        index = node->m_pool.FindFromLast(object);
+        index = node->m_pool.FindTrusted(object, QuadFrame(node->m_region).Encode(object->m_mbr));
         if (index >= 0)
             return node;
     }
@@ -179,14 +200,14 @@ void MQuadNode::Purge(MQuadObj const *object) {
 void MQuadNode::StopWatching(MQuadObj *object) {
     int index = -1;
     if (MQuadNode *const node = FindWatched(object, index))
-        node->m_pool.m_notes[static_cast<std::size_t>(index)] = MQuadObjPool::kNotTrusted;
+        node->m_pool.Distrust(static_cast<std::size_t>(index));
     object->m_home = nullptr;
     object->m_unwatched = true;
 }
 
 void MQuadNode::StopWatchingAll() {
     for (std::size_t i = 0; i < m_pool.m_objects.Size(); ++i) {
-        if (MQuadObjPool::IsTrusted(m_pool.m_notes[i]))
+        if (m_pool.m_codes[i] != kUntrustedCode)
             m_pool.m_objects[i]->m_home = nullptr;
     }
     if (IsLeaf())

@@ -63,6 +63,11 @@ bool MQuadObj::IsOfThisClass() const {
     return typeid(*this) == typeid(MQuadObj);
 }
 
+/// The rectangle as the object answers it now. `GetMBR` is left to other classes, because it ends the trust.
+MQuadMBR2D const &MQuadObj::CurrentRectangle() {
+    return m_home != nullptr || IsOfThisClass() ? m_mbr : GetMBR();
+}
+
 void MQuadObj::LeaveWatch() {
     if (m_home != nullptr)
         m_home->StopWatching(this);

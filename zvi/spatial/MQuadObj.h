@@ -14,9 +14,9 @@ class MQuadObjPool;
 /// 4-bit status in its high bits. Applications derive from it to index objects of their own.
 ///
 /// The rectangle may change while the object is in a tree: the object stays in the node where it was put, and queries
-/// test the new rectangle. The tree keeps a copy of the rectangle beside its pointer as long as nobody can have
-/// changed it, which is why `GetMBR` and `SetMBR` tell the tree. Reading rectangles back costs later queries some time.
-/// An object of a derived class is asked for its rectangle each time, since the class may compute it.
+/// test the new rectangle. The tree keeps a coarse copy of the rectangle beside its pointer as long as nobody can have
+/// changed it, which is why `GetMBR` and `SetMBR` tell the tree. Queries look at an object itself from then on, and at
+/// an object of a derived class always, since the class may compute its rectangle.
 class ZVI_API MQuadObj {
 public:
     /// A zero rectangle, type -1, status 1.
@@ -49,9 +49,10 @@ private:
 
     std::uint32_t GetStatus() const { return m_typeAndStatus >> 28; }
     bool IsOfThisClass() const;
+    MQuadMBR2D const &CurrentRectangle();
     void LeaveWatch();
 
-    /// The rectangle or the membership changed unseen once, or may have: no tree trusts its notes of this object.
+    /// The rectangle or the membership changed unseen once, or may have: no tree trusts its code of this object.
     bool m_unwatched = false;
     /// Node at which the object was inserted, as long as it is in exactly one pool below it with its rectangle
     /// unchanged; null otherwise.

@@ -1,11 +1,24 @@
 #include "zvi/spatial/MQuadObjPool.h"
 
+#include "zvi/spatial/QuadCodeDetail.h"
+#include "zvi/spatial/QuadPoolIndexDetail.h"
+
+#include <utility>
+
 namespace zvi::lib {
 
-MQuadObjPool::MQuadObjPool(MQuadObjPool const &other) : m_objects(other.m_objects) {
-    m_notes.Reserve(m_objects.Size());
-    for (std::size_t i = 0; i < m_objects.Size(); ++i)
-        m_notes.PushBack(kNotTrusted);
+namespace {
+
+/// Objects from which on a pool is indexed; fewer are looked through faster than their boxes.
+constexpr std::size_t kLeastIndexed = 16;
+
+} // namespace
+
+MQuadObjPool::MQuadObjPool() = default;
+
+MQuadObjPool::MQuadObjPool(MQuadObjPool const &other)
+    : m_objects(other.m_objects), m_codes(other.m_objects.Size()), m_hasUntrusted(!other.m_objects.Empty()) {
+    static_assert(kUntrustedCode == 0, "the copy's codes are zeroed");
 }
 
 MQuadObjPool &MQuadObjPool::operator=(MQuadObjPool const &other) {
@@ -23,17 +36,24 @@ MQuadObj *MQuadObjPool::GetAt(int index) const {
 }
 
 void MQuadObjPool::Add(MQuadObj *object) {
-    Append(object, kNotTrusted);
+    Append(object, kUntrustedCode);
 }
 
 void MQuadObjPool::RemoveAt(int index) {
     if (index < 0 || index >= GetCount())
         return;
     auto const i = static_cast<std::size_t>(index);
-    if (IsTrusted(m_notes[i]))
-        m_objects[i]->m_home = nullptr;
+    MQuadObj *const object = m_objects[i];
+    if (m_codes[i] != kUntrustedCode) {
+        object->m_home = nullptr;
+        if (m_index != nullptr)
+            m_index->Remove(object, object->m_mbr);
+    } else {
+        // It may stand here several times, and the index could not tell which one goes.
+        DropIndex();
+    }
     m_objects.RemoveAt(i);
-    m_notes.RemoveAt(i);
+    m_codes.RemoveAt(i);
 }
 
 int MQuadObjPool::FindFromLast(MQuadObj const *object) const {
@@ -43,28 +63,82 @@ int MQuadObjPool::FindFromLast(MQuadObj const *object) const {
     return i;
 }
 
-void MQuadObjPool::Append(MQuadObj *object, MQuadMBR2D const &note) {
-    if (!m_objects.Empty() && !IsTrusted(m_notes[0]))
+/// Place of an object with its code, -1 when it is absent.
+int MQuadObjPool::FindTrusted(MQuadObj const *object, QuadCode code) const {
+    int i = GetCount() - 1;
+    while (i >= 0 &&
+           !(m_codes[static_cast<std::size_t>(i)] == code && m_objects[static_cast<std::size_t>(i)] == object))
+        --i;
+    return i;
+}
+
+void MQuadObjPool::Append(MQuadObj *object, QuadCode code) {
+    if (m_hasUntrusted)
         DropFirstUnlessLive();
     m_objects.PushBack(object);
-    m_notes.PushBack(note);
+    m_codes.PushBack(code);
+    if (code == kUntrustedCode)
+        m_hasUntrusted = true;
+    if (m_index == nullptr)
+        return;
+    if (code == kUntrustedCode)
+        m_index->AddUntrusted(object);
+    else
+        m_index->Add(object, object->m_mbr, code);
+}
+
+void MQuadObjPool::Reserve(std::size_t count) {
+    m_objects.Reserve(count);
+    m_codes.Reserve(count);
 }
 
 void MQuadObjPool::DropFirstUnlessLive() {
-    if (m_objects[0]->GetStatus() != kLiveStatus) {
-        m_objects.RemoveAt(0);
-        m_notes.RemoveAt(0);
+    if (!m_objects.Empty() && m_codes[0] == kUntrustedCode && m_objects[0]->GetStatus() != kLiveStatus)
+        RemoveAt(0);
+}
+
+/// The object at `index` is no longer watched.
+void MQuadObjPool::Distrust(std::size_t index) {
+    if (m_index != nullptr)
+        m_index->Distrust(m_objects[index], m_objects[index]->m_mbr);
+    m_codes[index] = kUntrustedCode;
+    m_hasUntrusted = true;
+}
+
+/// The region of the node has changed.
+void MQuadObjPool::Recode(MQuadMBR2D const &region) {
+    if (m_objects.Empty())
+        return;
+    DropIndex();
+    QuadFrame const frame(region);
+    for (std::size_t i = 0; i < m_objects.Size(); ++i) {
+        if (m_codes[i] != kUntrustedCode)
+            m_codes[i] = frame.Encode(m_objects[i]->m_mbr);
     }
 }
 
-MQuadMBR2D MQuadObjPool::RectangleAt(std::size_t index) const {
-    MQuadMBR2D const &note = m_notes[index];
-    return IsTrusted(note) ? note : m_objects[index]->GetMBR();
+/// Makes the index of a pool of many objects that straddle the mid lines of the region.
+void MQuadObjPool::IndexFor(MQuadMBR2D const &region) {
+    if (m_index != nullptr || m_objects.Size() < kLeastIndexed)
+        return;
+    m_index = std::make_unique<QuadPoolIndex>(region);
+    for (std::size_t i = 0; i < m_objects.Size(); ++i) {
+        if (m_codes[i] == kUntrustedCode)
+            m_index->AddUntrusted(m_objects[i]);
+        else
+            m_index->Add(m_objects[i], m_objects[i]->m_mbr, m_codes[i]);
+    }
+}
+
+void MQuadObjPool::DropIndex() {
+    m_index.reset();
 }
 
 void MQuadObjPool::Swap(MQuadObjPool &other) {
     m_objects.Swap(other.m_objects);
-    m_notes.Swap(other.m_notes);
+    m_codes.Swap(other.m_codes);
+    m_index.swap(other.m_index);
+    std::swap(m_hasUntrusted, other.m_hasUntrusted);
 }
 
 } // namespace zvi::lib

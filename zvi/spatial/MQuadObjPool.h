@@ -4,15 +4,21 @@
 #include "zvi/core/MArray.h"
 #include "zvi/spatial/MQuadObj.h"
 
-#include <limits>
+#include <cstdint>
+#include <memory>
 
 namespace zvi::lib {
+
+class QuadPoolIndex;
+
+/// A rectangle in four bytes.
+using QuadCode = std::uint32_t;
 
 /// The objects of one quadtree node, in the order in which they came. Owns the array, not the objects. A copy holds the
 /// same objects.
 class ZVI_API MQuadObjPool {
 public:
-    MQuadObjPool() = default;
+    MQuadObjPool();
     MQuadObjPool(MQuadObjPool const &other);
     MQuadObjPool &operator=(MQuadObjPool const &other);
     virtual ~MQuadObjPool();
@@ -33,25 +39,22 @@ private:
     friend class MQuadNode;
     friend class MQuadObj;
 
-    // Beside each pointer stands a note: the object's rectangle as it was when the object came. A note is trusted as
-    // long as nobody can have changed the rectangle, and queries then need not touch the object. A note that is not
-    // trusted has a minX that is not a number and no bounds otherwise, so that no query passes it over.
-    static constexpr MQuadMBR2D kNotTrusted = {
-        std::numeric_limits<double>::quiet_NaN(), -std::numeric_limits<double>::infinity(),
-        std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity()};
-
-    /// Status of an object in use. Trusted notes stand for such objects only.
-    static constexpr std::uint32_t kLiveStatus = 1;
-
-    static bool IsTrusted(MQuadMBR2D const &note) { return note.minX == note.minX; }
-
-    void Append(MQuadObj *object, MQuadMBR2D const &note);
+    void Append(MQuadObj *object, QuadCode code);
+    void Reserve(std::size_t count);
     void DropFirstUnlessLive();
-    MQuadMBR2D RectangleAt(std::size_t index) const;
+    int FindTrusted(MQuadObj const *object, QuadCode code) const;
+    void Distrust(std::size_t index);
+    void Recode(MQuadMBR2D const &region);
+    void IndexFor(MQuadMBR2D const &region);
+    void DropIndex();
     void Swap(MQuadObjPool &other);
 
     MArray<MQuadObj *> m_objects;
-    MArray<MQuadMBR2D> m_notes;
+    /// The rectangles of the objects in the frame of the node's region, coarsely; see QuadCodeDetail.h.
+    MArray<QuadCode> m_codes;
+    /// Exists in inner nodes with many objects.
+    std::unique_ptr<QuadPoolIndex> m_index;
+    bool m_hasUntrusted = false;
 };
 
 } // namespace zvi::lib

@@ -1,11 +1,16 @@
 #include "zvi/spatial/MQuadTree.h"
 
+#include "zvi/spatial/QuadObjMemoryDetail.h"
+
 #include <memory>
 #include <vector>
 
 namespace zvi::lib {
 
 namespace {
+
+/// Type of an object that was given none.
+constexpr int kNoType = -1;
 
 MHashMap<unsigned int, MQuadObj *> *NewKeyMap() {
     auto map = std::make_unique<MHashMap<unsigned int, MQuadObj *>>();
@@ -15,38 +20,37 @@ MHashMap<unsigned int, MQuadObj *> *NewKeyMap() {
 
 } // namespace
 
-MQuadTree::MQuadTree() : m_objects(NewKeyMap()) {}
+MQuadTree::MQuadTree() : m_objects(NewKeyMap()), m_memory(new QuadObjMemory) {}
 
 MQuadTree::MQuadTree(double width, double height, int capacity)
-    : m_info{width, height, capacity}, m_objects(NewKeyMap()) {}
+    : m_info{width, height, capacity}, m_objects(NewKeyMap()), m_memory(new QuadObjMemory) {}
 
 MQuadTree::~MQuadTree() {
     Clear();
     delete m_objects;
+    delete m_memory;
 }
 
 int MQuadTree::Insert(unsigned int key, MQuadMBR2D const &mbr) {
-    if (Exist(key) != 0)
-        return 0;
-    auto object = std::make_unique<MQuadObj>();
-    object->m_mbr = mbr;
-    return InsertOwned(key, std::move(object));
+    return InsertOwned(key, kNoType, mbr);
 }
 
 int MQuadTree::Insert(unsigned int key, int type, MQuadMBR2D const &mbr) {
-    if (Exist(key) != 0)
-        return 0;
-    auto object = std::make_unique<MQuadObj>();
-    object->m_mbr = mbr;
-    object->SetType(type);
-    return InsertOwned(key, std::move(object));
+    return InsertOwned(key, type, mbr);
 }
 
-int MQuadTree::InsertOwned(unsigned int key, std::unique_ptr<MQuadObj> object) {
-    object->m_key = key;
-    if (Insert(object.get()) == 0)
+int MQuadTree::InsertOwned(unsigned int key, int type, MQuadMBR2D const &mbr) {
+    if (Exist(key) != 0)
         return 0;
-    m_objects->SetAt(key, object.release());
+    MQuadObj *const object = m_memory->Make();
+    object->m_key = key;
+    object->m_mbr = mbr;
+    object->SetType(type);
+    if (Insert(object) == 0) {
+        m_memory->Destroy(object);
+        return 0;
+    }
+    m_objects->SetAt(key, object);
     return 1;
 }
 
@@ -62,10 +66,11 @@ int MQuadTree::Delete(unsigned int key) {
     MQuadObj **const found = m_objects->Lookup(key);
     if (found == nullptr)
         return 0;
-    std::unique_ptr<MQuadObj> const object(*found);
-    int const result = Delete(object.get());
+    MQuadObj *const object = *found;
+    int const result = Delete(object);
     if (result == 0)
-        m_root->Purge(object.get());
+        m_root->Purge(object);
+    m_memory->Destroy(object);
     m_objects->RemoveKey(key);
     return result;
 }
@@ -97,7 +102,7 @@ void MQuadTree::Clear() {
     delete m_root;
     m_root = nullptr;
     for (auto &entry : *m_objects)
-        delete entry.value;
+        m_memory->Destroy(entry.value);
     m_objects->InitHashTable(kKeyBinCount, false);
 }
 

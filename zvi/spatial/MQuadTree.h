@@ -9,11 +9,11 @@
 #include "zvi/spatial/MQuadObj.h"
 #include "zvi/spatial/MQuadObjPool.h"
 
-#include <memory>
-
 class CDC;
 
 namespace zvi::lib {
+
+class QuadObjMemory;
 
 /// An index of objects by their bounding rectangles, under keys or as objects of the caller.
 ///
@@ -81,12 +81,13 @@ private:
     friend class MQuadNode;
     friend struct MQuadTreeAccess;
 
-    int InsertOwned(unsigned int key, std::unique_ptr<MQuadObj> object);
+    int InsertOwned(unsigned int key, int type, MQuadMBR2D const &mbr);
     int CheckDuplicatedItem() const;
 
     MQuadNode *m_root = nullptr;
     MQuadNodeInfo m_info;
     MHashMap<unsigned int, MQuadObj *> *m_objects;
+    QuadObjMemory *m_memory;
 };
 
 } // namespace zvi::lib
