@@ -98,7 +98,24 @@ void GrowUp(MQuadMBR2D &region, MQuadMBR2D const &mbr, double margin) {
         region.maxX += height - width;
 }
 
+/// The settings of a node without a tree.
+constexpr MQuadNodeInfo kDefaultInfo;
+
 } // namespace
+
+MQuadNodeInfo const &MQuadNode::GetQuadNodeInfo() const {
+    return m_tree == nullptr ? kDefaultInfo : m_tree->GetInfo();
+}
+
+inline bool MQuadNode::HasRoom() const {
+    return m_pool.GetCount() < (m_tree == nullptr ? kDefaultInfo : m_tree->GetInfo()).capacity;
+}
+
+inline void MQuadNode::Place(MQuadObj *object, bool isTrusted) {
+    m_pool.Append(object, isTrusted ? QuadFrame(m_region).Encode(object->m_mbr) : kUntrustedCode);
+    if (!IsLeaf())
+        m_pool.IndexFor(m_region);
+}
 
 MQuadNode::MQuadNode(MQuadTree *tree) : m_tree(tree) {
     InitClassMembers();
@@ -171,26 +188,16 @@ bool MQuadNode::GrowToContain(MQuadMBR2D const &mbr) {
 
 void MQuadNode::Descend(MQuadObj *object, MQuadMBR2D const &mbr, bool isTrusted) {
     MQuadNode *node = this;
-    while (MQuadNode *const next = node->FindPlace(mbr))
+    for (MQuadNode *next = node; next != nullptr;) {
         node = next;
-    node->Place(object, isTrusted);
-}
-
-void MQuadNode::Place(MQuadObj *object, bool isTrusted) {
-    m_pool.Append(object, isTrusted ? QuadFrame(m_region).Encode(object->m_mbr) : kUntrustedCode);
-    if (!IsLeaf())
-        m_pool.IndexFor(m_region);
-}
-
-/// The child into which the rectangle goes, made by a split if need be; null when this node is its place.
-MQuadNode *MQuadNode::FindPlace(MQuadMBR2D const &mbr) {
-    if (IsLeaf()) {
-        if (HasRoom())
-            return nullptr;
-        return SplitFor(mbr);
+        if (node->IsLeaf()) {
+            next = node->HasRoom() ? nullptr : node->SplitFor(mbr);
+        } else {
+            int const index = QuadrantContaining(mbr, node->QuarteredRegion());
+            next = index == kChildCount ? nullptr : node->m_children[0] + index;
+        }
     }
-    int const index = GetChildNodeIndexContainingMBR(mbr);
-    return index == kChildCount ? nullptr : m_children[index];
+    node->Place(object, isTrusted);
 }
 
 /// Splits a full leaf if that is of use for its objects or for the rectangle. A split that moves nothing is undone.
@@ -207,10 +214,6 @@ MQuadNode *MQuadNode::SplitFor(MQuadMBR2D const &mbr) {
     if (m_pool.GetCount() == countBefore)
         DeleteChild();
     return nullptr;
-}
-
-bool MQuadNode::HasRoom() const {
-    return m_pool.GetCount() < GetQuadNodeInfo().capacity;
 }
 
 bool MQuadNode::CanSplit(MQuadMBR2D const &mbr, MQuadMBR2D const *regions) const {
@@ -261,12 +264,13 @@ void MQuadNode::MakeChildren(MQuadMBR2D const *regions) {
         children[i].m_region = regions[i];
         m_children[i] = &children[i];
     }
-    m_hasExactQuadrants = true;
 }
 
 void MQuadNode::DeleteChild() {
     // The four children are one block.
     delete[] m_children[0];
+    delete m_quartered;
+    m_quartered = nullptr;
     for (MQuadNode *&child : m_children)
         child = nullptr;
 }
@@ -278,7 +282,7 @@ void MQuadNode::Distribute() {
     std::size_t firstKept = count;
     m_pool.DropIndex();
     for (MQuadNode *child : m_children)
-        child->m_pool.Reserve(count / kChildCount);
+        child->m_pool.Reserve(count / 2);
     for (std::size_t i = count; i-- > 0;) {
         int const index = GetChildNodeIndexContainingMBR(objects[i]->CurrentRectangle());
         if (index != kChildCount) {
@@ -331,6 +335,9 @@ void MQuadNode::Extend(MQuadMBR2D const &mbr) {
 }
 
 void MQuadNode::Extend(MQuadPoint2D const &point) {
+    MQuadMBR2D const oldQuartered = QuarteredRegion();
+    delete m_quartered;
+    m_quartered = nullptr;
     int corner = 0;
     ExtendQuadTreeRegion(point, corner);
     MQuadMBR2D regions[kChildCount];
@@ -339,28 +346,19 @@ void MQuadNode::Extend(MQuadPoint2D const &point) {
     std::copy(std::begin(m_children), std::end(m_children), oldChildren);
     MakeChildren(regions);
     MQuadNode &heir = *m_children[corner];
-    heir.AdoptChildren(oldChildren);
+    if (oldChildren[0] != nullptr)
+        heir.AdoptChildren(oldChildren, oldQuartered);
     heir.m_pool.Swap(m_pool);
     heir.m_pool.Recode(heir.m_region);
 }
 
-void MQuadNode::AdoptChildren(MQuadNode *const *children) {
+void MQuadNode::AdoptChildren(MQuadNode *const *children, MQuadMBR2D const &quartered) {
     for (int i = 0; i < kChildCount; ++i) {
         m_children[i] = children[i];
-        if (m_children[i] != nullptr)
-            m_children[i]->m_parent = this;
+        m_children[i]->m_parent = this;
     }
-    m_hasExactQuadrants = !IsLeaf() && HasQuadrantsAsChildren();
-}
-
-bool MQuadNode::HasQuadrantsAsChildren() const {
-    MQuadMBR2D regions[kChildCount];
-    GetSplitRegion(regions);
-    for (int i = 0; i < kChildCount; ++i) {
-        if (!IsSame(m_children[i]->m_region, regions[i]))
-            return false;
-    }
-    return true;
+    if (!IsSame(quartered, m_region))
+        m_quartered = new MQuadMBR2D(quartered);
 }
 
 void MQuadNode::ExtendQuadTreeRegion(MQuadPoint2D const &point, int &corner) {
@@ -381,14 +379,7 @@ void MQuadNode::ExtendQuadTreeRegion(MQuadPoint2D const &point, int &corner) {
 }
 
 int MQuadNode::GetChildNodeIndexContainingMBR(MQuadMBR2D const &mbr) const {
-    if (IsLeaf())
-        return kChildCount;
-    if (m_hasExactQuadrants)
-        return QuadrantContaining(mbr, m_region);
-    int index = 0;
-    while (index < kChildCount && mbr.IsContained4QT(m_children[index]->m_region) == 0)
-        ++index;
-    return index;
+    return IsLeaf() ? kChildCount : QuadrantContaining(mbr, QuarteredRegion());
 }
 
 int MQuadNode::GetChildNodeIndexContainingMBR(MQuadMBR2D const &mbr, MQuadMBR2D const *regions) {

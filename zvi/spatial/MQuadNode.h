@@ -106,17 +106,15 @@ private:
     bool GrowToContain(MQuadMBR2D const &mbr);
     void Place(MQuadObj *object, bool isTrusted);
     void Descend(MQuadObj *object, MQuadMBR2D const &mbr, bool isTrusted);
-    MQuadNode *FindPlace(MQuadMBR2D const &mbr);
     MQuadNode *SplitFor(MQuadMBR2D const &mbr);
     bool IsMemberFarFrom(MQuadMBR2D const &mbr) const;
     void MakeChildren(MQuadMBR2D const *regions);
-    void AdoptChildren(MQuadNode *const *children);
-    bool HasQuadrantsAsChildren() const;
+    void AdoptChildren(MQuadNode *const *children, MQuadMBR2D const &quartered);
+    MQuadMBR2D const &QuarteredRegion() const { return m_quartered == nullptr ? m_region : *m_quartered; }
     int DeleteSearching(MQuadObj *object, MQuadMBR2D const &mbr);
     void RemoveFromPool(int index);
     void CollectHits(Hits &hits) const;
     void AddHitsOfPool(Hits &hits) const;
-    void CollectHitsOfQuadrants(Hits &hits) const;
 
     bool StartWatching(MQuadObj *object);
     MQuadNode *FindWatched(MQuadObj const *object, int &index);
@@ -125,9 +123,9 @@ private:
     void StopWatching(MQuadObj *object);
     void StopWatchingAll();
 
-    /// The children's regions are the quadrants of this one to the last bit, so that one comparison with each mid line
-    /// selects a child. Doubling can move a quadrant by a rounding.
-    bool m_hasExactQuadrants = false;
+    /// The region whose quadrants the children's regions are to the last bit, so that one comparison with each mid line
+    /// selects a child: null when it is this region. Doubling can move the region of a node by a rounding.
+    MQuadMBR2D const *m_quartered = nullptr;
     MQuadMBR2D m_region;
     MQuadNode *m_parent = nullptr;
     /// One block of four, or none.

@@ -22,8 +22,6 @@ int Truncate(double value) {
     return static_cast<int>(value);
 }
 
-constexpr MQuadNodeInfo kDefaultInfo;
-
 } // namespace
 
 /// A query under way. The bounds are those that `Intersect4QT` compares with, computed once.
@@ -50,8 +48,8 @@ struct MQuadNode::Hits {
     }
 
     /// Adds the object if it is wanted and meets the query.
-    void Try(MQuadObj *object) {
-        if (!Wants(object) || Misses(object->CurrentRectangle()))
+    void Try(MQuadObj *object, bool surelyMeets) {
+        if (!Wants(object) || (!surelyMeets && Misses(object->CurrentRectangle())))
             return;
         list.AddTail(object);
         ++count;
@@ -63,61 +61,55 @@ struct MQuadNode::Hits {
     int count = 0;
 };
 
+inline void MQuadNode::AddHitsOfPool(Hits &hits) const {
+    auto const misses = [&](MQuadMBR2D const &box) { return hits.Misses(box); };
+    QuadPoolIndex const *const index = m_pool.m_index.get();
+    std::size_t const count = m_pool.m_codes.Size();
+    if (count == 0 || (index != nullptr && index->IsMissed(misses)))
+        return;
+    QuadCode const query = QuadFrame(m_region).EncodeQuery(hits.bounds);
+    auto const visit = [&](MQuadObj *object, QuadCode code) { hits.Try(object, QuadFrame::SurelyMeets(code, query)); };
+    if (index != nullptr) {
+        index->Walk(query, misses, visit);
+        return;
+    }
+    QuadCode const *const codes = m_pool.m_codes.Data();
+    for (std::size_t i = NextToMeet(codes, 0, count, query); i < count; i = NextToMeet(codes, i + 1, count, query))
+        visit(m_pool.m_objects[i], codes[i]);
+}
+
 int MQuadNode::GetIntersectObjList(MQuadMBR2D const &query, MList<MQuadObj *> &list, int strict) {
     Hits hits(query, list, nullptr, strict);
-    CollectHits(hits);
+    if (!hits.Misses(m_region))
+        CollectHits(hits);
     return hits.count;
 }
 
 int MQuadNode::GetIntersectObjList(MQuadMBR2D const &query, MList<MQuadObj *> &list, MArray<int> const &types,
                                    int strict) {
     Hits hits(query, list, &types, strict);
-    CollectHits(hits);
+    if (!hits.Misses(m_region))
+        CollectHits(hits);
     return hits.count;
 }
 
+/// For a query that does not miss this region. The mid lines tell which children it misses, without touching them,
+/// except where the children's outer edges are not those of this region.
 void MQuadNode::CollectHits(Hits &hits) const {
-    if (hits.Misses(m_region))
-        return;
     AddHitsOfPool(hits);
     if (IsLeaf())
         return;
-    if (m_hasExactQuadrants) {
-        CollectHitsOfQuadrants(hits);
-        return;
-    }
-    for (MQuadNode const *child : m_children)
-        child->CollectHits(hits);
-}
-
-/// The quadrants' edges are known from this region, so that quadrants which the query misses are not touched.
-void MQuadNode::CollectHitsOfQuadrants(Hits &hits) const {
-    MQuadMBR2D const &bounds = hits.bounds;
-    double const midX = (m_region.minX + m_region.maxX) * 0.5;
-    double const midY = (m_region.minY + m_region.maxY) * 0.5;
-    bool const missesX[] = {bounds.minX > midX, midX > bounds.maxX};
-    bool const missesY[] = {bounds.minY > midY, midY > bounds.maxY};
+    MQuadMBR2D const &quartered = QuarteredRegion();
+    double const midX = (quartered.minX + quartered.maxX) * 0.5;
+    double const midY = (quartered.minY + quartered.maxY) * 0.5;
+    bool const missesX[] = {hits.bounds.minX > midX, midX > hits.bounds.maxX};
+    bool const missesY[] = {hits.bounds.minY > midY, midY > hits.bounds.maxY};
     for (int i = 0; i < kChildCount; ++i) {
-        if (!missesX[i & 1] && !missesY[i >> 1])
-            m_children[i]->CollectHits(hits);
-    }
-}
-
-void MQuadNode::AddHitsOfPool(Hits &hits) const {
-    std::size_t const count = m_pool.m_codes.Size();
-    if (count == 0)
-        return;
-    QuadCode const query = QuadFrame(m_region).EncodeQuery(hits.bounds);
-    if (m_pool.m_index != nullptr) {
-        m_pool.m_index->Walk(
-            query, [&](MQuadMBR2D const &box) { return hits.Misses(box); },
-            [&](MQuadObj *object) { hits.Try(object); });
-        return;
-    }
-    QuadCode const *const codes = m_pool.m_codes.Data();
-    for (std::size_t i = 0; i < count; ++i) {
-        if (QuadFrame::MayMeet(codes[i], query))
-            hits.Try(m_pool.m_objects[i]);
+        if (missesX[i & 1] || missesY[i >> 1])
+            continue;
+        MQuadNode const *const child = m_children[0] + i;
+        if (m_quartered == nullptr || !hits.Misses(child->m_region))
+            child->CollectHits(hits);
     }
 }
 
@@ -143,10 +135,6 @@ void MQuadNode::Draw(CDC *dc) {
     void *const brush = dc->SelectHollowBrush();
     dc->Rectangle(Truncate(m_region.minX), Truncate(m_region.minY), Truncate(m_region.maxX), Truncate(m_region.maxY));
     dc->SelectBrush(brush);
-}
-
-MQuadNodeInfo const &MQuadNode::GetQuadNodeInfo() const {
-    return m_tree == nullptr ? kDefaultInfo : m_tree->GetInfo();
 }
 
 /// Whether an object that comes under this node is trusted from now on. One that is in a tree already, was changed in

@@ -2,7 +2,9 @@
 
 #include "zvi/spatial/MQuadMBR2D.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 namespace zvi::lib {
 
@@ -41,8 +43,16 @@ public:
 
     static bool MayMeet(QuadCode code, QuadCode query) { return ((query - code) & kGuards) == kGuards; }
 
-private:
+    /// Whether the rectangle of the code meets the query without doubt: no place of the two is the same. The object
+    /// itself need not be looked at then.
+    static bool SurelyMeets(QuadCode code, QuadCode query) {
+        return code != kUntrustedCode && MayMeet(code, query - kOnes);
+    }
+
     static constexpr QuadCode kGuards = 0x80808080;
+
+private:
+    static constexpr QuadCode kOnes = 0x01010101;
     static constexpr double kSteps = 126.0;
     static constexpr QuadCode kComplement = 128;
 
@@ -68,5 +78,31 @@ private:
     double m_scaleX;
     double m_scaleY;
 };
+
+/// Place of the first code from `first` on that may meet the query; `count` when there is none.
+inline std::size_t NextToMeet(QuadCode const *codes, std::size_t first, std::size_t count, QuadCode query) {
+#if defined(__GNUC__)
+    // Eight codes at a time.
+    using Lanes = QuadCode __attribute__((vector_size(16)));
+    using Halves = std::uint64_t __attribute__((vector_size(16)));
+    constexpr QuadCode g = QuadFrame::kGuards;
+    Lanes const guards = {g, g, g, g};
+    Lanes const queries = {query, query, query, query};
+    for (; first + 8 <= count; first += 8) {
+        Lanes low;
+        Lanes high;
+        std::memcpy(&low, codes + first, sizeof low);
+        std::memcpy(&high, codes + first + 4, sizeof high);
+        auto const meets = (((queries - low) & guards) == guards) | (((queries - high) & guards) == guards);
+        Halves halves;
+        std::memcpy(&halves, &meets, sizeof halves);
+        if ((halves[0] | halves[1]) != 0)
+            break;
+    }
+#endif
+    while (first < count && !QuadFrame::MayMeet(codes[first], query))
+        ++first;
+    return first;
+}
 
 } // namespace zvi::lib

@@ -40,7 +40,13 @@ public:
     /// The object stops being trusted.
     void Distrust(MQuadObj *object, MQuadMBR2D const &mbr);
 
-    /// Calls `visit(object)` in the order of the pool for the objects that may meet the query. `misses(box)` says
+    /// Whether the query misses all groups.
+    template <typename Misses>
+    bool IsMissed(Misses misses) const {
+        return misses(m_boxes[0]) && misses(m_boxes[1]) && misses(m_boxes[2]);
+    }
+
+    /// Calls `visit(object, code)` in the order of the pool for the objects that may meet the query. `misses(box)` says
     /// whether the query misses a box.
     template <typename Misses, typename Visit>
     void Walk(QuadCode query, Misses misses, Visit visit) const;
@@ -68,8 +74,7 @@ void QuadPoolIndex::Walk(QuadCode query, Misses misses, Visit visit) const {
     auto const advance = [&](int g) {
         QuadPoolGroup const &group = m_groups[g];
         std::size_t const count = group.codes.Size();
-        while (place[g] < count && !QuadFrame::MayMeet(group.codes[place[g]], query))
-            ++place[g];
+        place[g] = NextToMeet(group.codes.Data(), place[g], count, query);
         rank[g] = place[g] < count ? group.ranks[place[g]] : kNoRank;
     };
     for (int g = 0; g < kGroupCount; ++g) {
@@ -83,7 +88,7 @@ void QuadPoolIndex::Walk(QuadCode query, Misses misses, Visit visit) const {
         first = rank[first] < rank[2] ? first : 2;
         if (rank[first] == kNoRank)
             return;
-        visit(m_groups[first].objects[place[first]]);
+        visit(m_groups[first].objects[place[first]], m_groups[first].codes[place[first]]);
         ++place[first];
         advance(first);
     }
