@@ -22,9 +22,13 @@ std::wstring Wide(CString const &text) {
     return text.GetString();
 }
 
+/// What the parsers wrote on the standard error stream since it was captured: a line for each unexpected token.
+std::string const kSyntaxError = "syntax error\n";
+
 } // namespace
 
 TEST(CStrParser, WritesItsOutputsAsEachEntryPromises) {
+    testing::internal::CaptureStderr();
     int i = 7;
     EXPECT_EQ(CStrParser::GetNumberOfTimes(L"2*3", i), 1);
     EXPECT_EQ(i, 6);
@@ -53,9 +57,11 @@ TEST(CStrParser, WritesItsOutputsAsEachEntryPromises) {
     EXPECT_EQ(CStrParser::ParsingPositionNOp(L"3,0", x, y, z, op, 2), 1);
     EXPECT_EQ(op, 2u);
     EXPECT_EQ(x, 3.0);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), kSyntaxError + kSyntaxError + kSyntaxError);
 }
 
 TEST(CStrParser, VariablesLiveInFourEntriesAndTheFirstOfANameCounts) {
+    testing::internal::CaptureStderr();
     CStrParser::ClearVariables();
     CStrParser::AddDoubleVar(L"w", 4);
     CStrParser::AddDoubleVar(L"W", 5);
@@ -70,6 +76,7 @@ TEST(CStrParser, VariablesLiveInFourEntriesAndTheFirstOfANameCounts) {
     EXPECT_EQ(CStrParser::GetINumber(L"w", i), 0);
     CStrParser::ClearVariables();
     EXPECT_EQ(CStrParser::GetFloatNumber(L"w", a), 0);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), kSyntaxError + kSyntaxError);
 }
 
 TEST(CStrParser, WritesDistancesAsRuns) {
@@ -117,6 +124,7 @@ TEST(CStrParser, MakesNamesThatAreNotTaken) {
 }
 
 TEST(MParser, TurnsLengthUnitsIntoFactors) {
+    testing::internal::CaptureStderr();
     Units metres(1);
     struct Row {
         wchar_t const *text;
@@ -156,4 +164,5 @@ TEST(MParser, TurnsLengthUnitsIntoFactors) {
     EXPECT_EQ(parser.ParsingUINumberArg(L"5M", &metres.control), 1);
     EXPECT_FALSE(parser.IsNumberSymbol(L'-'));
     EXPECT_TRUE(parser.IsAlpahbetUpper(L'Z') && parser.IsAlpahbetLower(L'a') && !parser.IsAlpahbetLower(L'A'));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), kSyntaxError + kSyntaxError + kSyntaxError);
 }

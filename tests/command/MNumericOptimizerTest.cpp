@@ -166,7 +166,8 @@ TEST(MNumericOptimizer, FindsTokens) {
         std::uint64_t pos;
         std::int64_t value;
     };
-    std::wstring const longNumber = std::wstring(127, L'0') + L"1";
+    std::wstring const longest = std::wstring(126, L'0') + L"1";
+    std::wstring const tooLong = L"-" + longest;
     Row const rows[] = {
         {L"", 1, MNumericOptimizer::kBlank, 0, 0},
         {L"\t1", 1, MNumericOptimizer::kBlank, 1, 0},
@@ -178,7 +179,8 @@ TEST(MNumericOptimizer, FindsTokens) {
         {L"12-3", 0, MNumericOptimizer::kNoToken, 0, 0},
         {L"-", 0, MNumericOptimizer::kNoToken, 0, 0},
         {L"x", 0, MNumericOptimizer::kNoToken, 0, 0},
-        {longNumber.c_str(), 0, MNumericOptimizer::kNoToken, 0, 0},
+        {longest.c_str(), 1, MNumericOptimizer::kNumber, 127, 1},
+        {tooLong.c_str(), 0, MNumericOptimizer::kNoToken, 0, 0},
     };
     for (Row const &row : rows) {
         MNumericOptimizer optimizer;

@@ -22,6 +22,18 @@ protected:
     void yyerror(char const *text) override { unexpected += std::string(text) == "syntax error"; }
 };
 
+/// Puts a line of its own in the place of what it is told to parse, so that every start word meets integer literals.
+class SubstitutingParser : public ListeningParser {
+public:
+    int ParseIntegers(wchar_t const *substitute) {
+        line = substitute;
+        return ParsingCommandLine(L"");
+    }
+    int _Parsing(CString const &) override { return Parser::_Parsing(line); }
+
+    CString line;
+};
+
 std::vector<double> Numbers(Parser &parser) {
     CArray<double> list;
     parser.GetGridArgList(list);
@@ -233,6 +245,21 @@ TEST(Parser, ReadsPositions) {
         EXPECT_DOUBLE_EQ(x, row.x) << row.text;
         EXPECT_NEAR(y, row.y, 1e-6) << row.text; // the sine and cosine of 45 degrees differ in their last digits
         EXPECT_DOUBLE_EQ(z, row.z) << row.text;
+    }
+}
+
+TEST(Parser, APositionOfNoCoordinatesGetsNone) {
+    struct NoCoordinatesRow {
+        int mode;
+        int parsed;
+        unsigned int op;
+    };
+    for (NoCoordinatesRow const &row : {NoCoordinatesRow{0, 1, 3}, {1, 1, 1}, {2, 0, 0}, {3, 1, 0}}) {
+        SubstitutingParser parser;
+        parser.SetPreModePosNOp(row.mode);
+        EXPECT_EQ(parser.ParseIntegers(L"__GET_POSITION__ 0@2"), row.parsed) << row.mode;
+        EXPECT_EQ(parser.GetOpCode(), row.op) << row.mode;
+        EXPECT_EQ(parser.GetGridArgNum(), 0) << row.mode;
     }
 }
 

@@ -48,9 +48,9 @@ public:
     /// Distances as the text that `GetUEDistance` reads: 2, 2, 2, 5 give "3@2, 5". Numbers have nine digits.
     static CString ConvtDistArr2DistStr(CArray<double> const &distances);
 
-    /// A name made from `base` that is not among `names`: `base` itself, or with the first free number from 1 to 100 in
-    /// the form of `mode`: 0 "base-(Copy1)", 1 "base-1", 2 "base (1)". Returns 0 for an empty base or another mode,
-    /// with `out` untouched, and when all of the numbers up to 101 are taken.
+    /// A name made from `base` that is not among `names`: `base` itself, or with the first free number from 1 to 101 in
+    /// the form of `mode`: 0 "base-(Copy1)", 1 "base-1", 2 "base (1)". Returns 0 for an empty base, or for another mode
+    /// once `base` is taken, with `out` untouched; and when all the numbers are taken, with the last name in `out`.
     static int MakeUniqueName(MArray<CString> const &names, CString const &base, CString &out, int mode);
 };
 

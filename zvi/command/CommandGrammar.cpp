@@ -268,7 +268,7 @@ bool CommandGrammar::PositionOfList() {
         return Fail(kExtraArgument);
     if (typed == 1)
         m_working.AddDouble(0.0);
-    if (typed <= 2 && mode < kModePolar)
+    if ((typed == 1 || typed == 2) && mode < kModePolar)
         m_working.AddDouble(0.0);
     bool numbers = true;
     for (VMArguement const *argument = m_working.First(); argument; argument = argument->next)
@@ -279,7 +279,7 @@ bool CommandGrammar::PositionOfList() {
         m_result.TakeFrom(m_working);
         m_result.SetOpCode(mode == kModeAbsolute ? kOpAbsolute : kOpRelative);
     } else if (mode == kModePolar) {
-        if (m_working.GetCount() >= kMostCoordinates || !numbers)
+        if (m_working.GetCount() != 2 || !numbers)
             return Fail(kExtraArgument);
         VMArguement const *const length = m_working.First();
         AddPolar(length->AsDouble(), length->next->AsDouble(), kOpRelativePolar);

@@ -14,8 +14,8 @@ namespace {
 constexpr std::int64_t kLeastRunOfStepOne = 3;
 /// Fewest numbers of a run of any other step.
 constexpr std::int64_t kLeastRunOfOtherStep = 4;
-/// Most digits of a number in a selection text.
-constexpr std::uint64_t kMostDigits = 127;
+/// Most characters of a number in a selection text: its sign and its digits.
+constexpr std::uint64_t kMostNumberChars = 127;
 
 bool FitsRun(long number) {
     return number >= std::numeric_limits<std::int32_t>::min() && number <= std::numeric_limits<std::int32_t>::max();
@@ -63,7 +63,7 @@ bool ReadNumber(wchar_t const *text, std::uint64_t &pos, std::uint64_t &value) {
             return false;
         read = read * 10 + digit;
     }
-    if (at == firstDigit || at - firstDigit > kMostDigits || text[at] == L'-')
+    if (at == firstDigit || at - firstDigit + negative > kMostNumberChars || text[at] == L'-')
         return false;
     pos = at;
     value = negative ? 0 - read : read;

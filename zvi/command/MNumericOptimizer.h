@@ -75,7 +75,8 @@ public:
     int StrCpyRemoveSpace(wchar_t *dst, wchar_t const *src);
 
     /// The token at `pos`: returns 1 and moves `pos` past it, or returns 0 with `type` kNoToken and `pos` as it was.
-    /// A number may have a sign, with blanks after it, and at most 127 digits; `value` holds it in two's complement.
+    /// A number may have a sign, with blanks after it, and at most 127 characters without the blanks; `value` holds it
+    /// in two's complement.
     /// The end of the text is a blank that `pos` does not pass.
     int GetToken(wchar_t const *text, std::uint64_t &pos, std::uint64_t &type, std::uint64_t &value);
 

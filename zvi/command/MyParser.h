@@ -15,6 +15,7 @@ public:
     MyParser &operator=(MyParser const &) = delete;
 
     void SetPreModePosNOp(int mode) { m_parser->SetPreModePosNOp(mode); }
+    int _Parsing(CString const &text) { return m_parser->_Parsing(text); }
     int ParsingPositionArg(CString const &text) { return m_parser->ParsingPositionArg(text); }
     int ParsingNumberArg(CString const &text) { return m_parser->ParsingNumberArg(text); }
     int Parsing2NumberArg(CString const &text) { return m_parser->Parsing2NumberArg(text); }
