@@ -39,7 +39,6 @@ constexpr char const *kFooter =
 
 /// The words of the command line before they are given a meaning.
 struct RawOptions {
-    std::vector<std::string> files;
     std::vector<std::string> layers;
     std::string join;
     std::string chordError;
@@ -49,7 +48,7 @@ struct RawOptions {
 
 void Describe(CLI::App &app, DomainsOptions &options, RawOptions &raw) {
     app.set_help_flag("-h,--help", "This text");
-    app.add_option("FILE", raw.files, "The drawing; '-' or none: standard input");
+    app.add_option("FILE", options.file, "The drawing; '-' or none: standard input")->type_name(" ");
     app.add_option("--layer", raw.layers,
                    "Take this layer alone, also when it is off or frozen; may be given again for more layers")
         ->type_name("NAME")
@@ -106,6 +105,9 @@ bool Parse(CLI::App &app, std::vector<std::string> arguments) {
         if (option != unknown.end()) {
             RefuseOption(app, *option);
         }
+        if (!unknown.empty()) {
+            throw UsageError("one drawing at a time; '" + unknown.front() + "' is one too many");
+        }
         throw UsageError(std::string(error.what()) + "; see 'zvi domains -h'");
     }
     return true;
@@ -121,12 +123,6 @@ double Distance(std::string const &option, std::string const &word, bool zeroAll
 }
 
 void Interpret(DomainsOptions &options, RawOptions const &raw) {
-    if (raw.files.size() > 1) {
-        throw UsageError("one drawing at a time, not '" + raw.files[0] + "' and '" + raw.files[1] + "'");
-    }
-    if (!raw.files.empty()) {
-        options.file = raw.files.front();
-    }
     if (!raw.join.empty()) {
         options.drawing.joinTolerance = Distance("--join", raw.join, true);
     }

@@ -70,7 +70,8 @@ struct Keyhole {
         domain.area = 70.0;
         domain.perimeter = 37.5;
         result.domains = {domain};
-        result.leftovers = {{Line(4, {9, 0}, {12, 0}), lib::LeftoverReason::kDangle}};
+        result.leftovers = {{Line(4, {9, 0}, {12, 0}), lib::LeftoverReason::kDangle},
+                            {Line(4, {12, 0}, {12, 3}), lib::LeftoverReason::kDangle}};
         result.gaps = {{{9, 0}, 0.0040, {4, 1}, 0.0041}};
         result.counts = {1, 2, 3};
     }
@@ -116,8 +117,8 @@ TEST(SvgPicture, DrawsTrueArcsHolesLeftoversAndGaps) {
         " -5A5 5 0 0 0 -2.5 4.33012701892L2.5 4.33012701892Z",
         "M1 -1A1 1 0 0 1 -1 -1A1 1 0 0 1 1 -1Z\"",
         "fill-rule:evenodd",
-        "class=\"leftover\"",
-        "d=\"M9 0L12 0\"><title>curve 4: dangle</title>",
+        "class=\"leftover dangle\"",
+        "d=\"M9 0L12 0L12 -3\"><title>curve 4: dangle</title>",
         "<circle class=\"gap\" cx=\"9\" cy=\"0\"",
         "<title id=\"title\">Domains of a&lt;b>&amp;&quot;.dxf</title>",
         "1 domains, 1 holes, total area 70",
@@ -248,7 +249,7 @@ TEST(Report, SummarisesForPeople) {
         "left out what is no curve: 1 HATCH, 3 TEXT",
         "left out 2 on frozen layers",
         "joined 1 end (--join 0.0001), cut at 2 places, dropped 3 duplicates",
-        "left over: 1 dangle",
+        "left over: 2 dangle",
         "near miss at (9, 0): curve 4 ends 0.004 from curve 1; --join 0.0041 would close it",
     };
     EXPECT_EQ(Summary(keyhole.input, keyhole.result, 1e-4), expected);

@@ -85,7 +85,7 @@ TEST(Program, RefusesWrongUsageAndSuggests) {
         {{"domains", "--stric=1", "x.dxf"}, "zvi: unknown option '--stric'; did you mean '--strict'?\n"},
         {{"domains", "--colour", "x.dxf"}, "zvi: unknown option '--colour'; did you mean '--color'?\n"},
         {{"domains", "--frobnicate"}, "zvi: unknown option '--frobnicate'; 'zvi domains -h' lists the options\n"},
-        {{"domains", "a.dxf", "b.dxf"}, "zvi: one drawing at a time, not 'a.dxf' and 'b.dxf'\n"},
+        {{"domains", "a.dxf", "b.dxf"}, "zvi: one drawing at a time; 'b.dxf' is one too many\n"},
         {{"domains", "--join", "-1"}, "zvi: --join needs a distance in drawing units, 0 or more, not '-1'\n"},
         {{"domains", "--join=nan"}, "zvi: --join needs a distance in drawing units, 0 or more, not 'nan'\n"},
         {{"domains", "--chord-error", "0"}, "zvi: --chord-error needs a distance in drawing units above 0, not '0'\n"},

@@ -116,6 +116,40 @@ double LengthOf(DrawingPiece const &piece) {
     return piece.radius * std::abs(SweepOf(piece));
 }
 
+/// Leftovers of one reason that follow one another head to tail, drawn as one path so that the dashes run on.
+struct Chain {
+    lib::DrawingLeftover const *first = nullptr;
+    lib::DrawingLeftover const *last = nullptr;
+    std::string path;
+    double length = 0.0;
+};
+
+bool Continues(lib::DrawingLeftover const &before, lib::DrawingLeftover const &next) {
+    DrawingPoint const &end = before.piece.end;
+    DrawingPoint const &start = next.piece.start;
+    bool const open = before.piece.type != DrawingCurveType::kCircle && next.piece.type != DrawingCurveType::kCircle;
+    return open && before.reason == next.reason && end.x == start.x && end.y == start.y;
+}
+
+/// What can be drawn of the leftovers, as chains in their order.
+std::vector<Chain> ChainsOf(std::vector<lib::DrawingLeftover> const &leftovers) {
+    std::vector<Chain> chains;
+    for (lib::DrawingLeftover const &leftover : leftovers) {
+        DrawingPiece const &piece = leftover.piece;
+        bool const isArc = piece.type != DrawingCurveType::kLine;
+        if (!IsFinite(piece) || (isArc && !(piece.radius > 0.0))) {
+            continue;
+        }
+        if (chains.empty() || !Continues(*chains.back().last, leftover)) {
+            chains.push_back({&leftover, &leftover, Joined("M", Place(PointOn(piece, 0.0))), 0.0});
+        }
+        chains.back().last = &leftover;
+        chains.back().path += PathAlong(piece);
+        chains.back().length += LengthOf(piece);
+    }
+    return chains;
+}
+
 class Picture {
 public:
     Picture(std::string const &name, DrawingInput const &read, lib::DrawingResult const &domains)
@@ -192,6 +226,7 @@ void Picture::Style() {
            ".leftover{fill:none;stroke:#c2410c;stroke-linecap:butt;stroke-width:" +
            Number(kLeftoverStroke * size) + ";stroke-dasharray:" + dashes +
            "}\n"
+           ".duplicate,.zero-length{opacity:0.35}\n"
            ".gap{fill:none;stroke:#dc2626;stroke-width:" +
            Number(1.5 * kLeftoverStroke * size) +
            "}\n"
@@ -232,20 +267,15 @@ void Picture::Domains() {
 
 void Picture::Leftovers() {
     svg += "<g>\n";
-    for (lib::DrawingLeftover const &leftover : result.leftovers) {
-        DrawingPiece const &piece = leftover.piece;
-        bool const isArc = piece.type != DrawingCurveType::kLine;
-        if (!IsFinite(piece) || (isArc && !(piece.radius > 0.0))) {
-            continue;
-        }
-        double const stroke = kLeftoverShare * LengthOf(piece);
+    for (Chain const &chain : ChainsOf(result.leftovers)) {
+        double const stroke = kLeftoverShare * chain.length;
         std::string style;
         if (stroke < kLeftoverStroke * size) {
             style = " style=\"stroke-width:" + ShortNumber(stroke, 4) + ";stroke-dasharray:" + Dashes(stroke) + "\"";
         }
-        svg += "<path class=\"leftover\"" + style + " d=\"M" + Place(PointOn(piece, 0.0)) + PathAlong(piece) +
-               "\"><title>" + Escaped(CurveName(input, piece.curve)) + ": " + ReasonName(leftover.reason) +
-               "</title></path>\n";
+        svg += "<path class=\"leftover " + std::string(ReasonName(chain.first->reason)) + "\"" + style + " d=\"" +
+               chain.path + "\"><title>" + Escaped(CurveName(input, chain.first->piece.curve)) + ": " +
+               ReasonName(chain.first->reason) + "</title></path>\n";
     }
     svg += "</g>\n";
 }
