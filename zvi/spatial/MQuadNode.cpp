@@ -2,10 +2,13 @@
 
 #include "zvi/spatial/MQuadTree.h"
 #include "zvi/spatial/QuadCodeDetail.h"
+#include "zvi/spatial/QuadMemoryDetail.h"
 
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <memory>
+#include <new>
 
 namespace zvi::lib {
 
@@ -97,6 +100,10 @@ void GrowUp(MQuadMBR2D &region, MQuadMBR2D const &mbr, double margin) {
     else
         region.maxX += height - width;
 }
+
+/// The four children of a node are one block.
+constexpr std::size_t kChildrenSize = MQuadNode::kChildCount * sizeof(MQuadNode);
+constexpr std::align_val_t kNodeAlignment{alignof(MQuadNode)};
 
 /// The settings of a node without a tree.
 constexpr MQuadNodeInfo kDefaultInfo;
@@ -257,18 +264,24 @@ void MQuadNode::Split(MQuadMBR2D const *regions) {
 }
 
 void MQuadNode::MakeChildren(MQuadMBR2D const *regions) {
-    auto *const children = new MQuadNode[kChildCount];
+    auto *const memory = static_cast<MQuadNode *>(m_tree == nullptr ? ::operator new(kChildrenSize, kNodeAlignment)
+                                                                    : m_tree->m_memory->TakeNodes());
     for (int i = 0; i < kChildCount; ++i) {
-        children[i].m_tree = m_tree;
-        children[i].m_parent = this;
-        children[i].m_region = regions[i];
-        m_children[i] = &children[i];
+        m_children[i] = ::new (static_cast<void *>(memory + i)) MQuadNode(m_tree);
+        m_children[i]->m_parent = this;
+        m_children[i]->m_region = regions[i];
     }
 }
 
 void MQuadNode::DeleteChild() {
-    // The four children are one block.
-    delete[] m_children[0];
+    if (IsLeaf())
+        return;
+    MQuadNode *const memory = m_children[0];
+    std::destroy_n(memory, kChildCount);
+    if (m_tree == nullptr)
+        ::operator delete(memory, kNodeAlignment);
+    else
+        m_tree->m_memory->GiveBackNodes(memory);
     delete m_quartered;
     m_quartered = nullptr;
     for (MQuadNode *&child : m_children)

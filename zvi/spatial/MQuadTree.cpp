@@ -1,6 +1,6 @@
 #include "zvi/spatial/MQuadTree.h"
 
-#include "zvi/spatial/QuadObjMemoryDetail.h"
+#include "zvi/spatial/QuadMemoryDetail.h"
 
 #include <memory>
 #include <vector>
@@ -20,10 +20,10 @@ MHashMap<unsigned int, MQuadObj *> *NewKeyMap() {
 
 } // namespace
 
-MQuadTree::MQuadTree() : m_objects(NewKeyMap()), m_memory(new QuadObjMemory) {}
+MQuadTree::MQuadTree() : m_objects(NewKeyMap()), m_memory(new QuadMemory) {}
 
 MQuadTree::MQuadTree(double width, double height, int capacity)
-    : m_info{width, height, capacity}, m_objects(NewKeyMap()), m_memory(new QuadObjMemory) {}
+    : m_info{width, height, capacity}, m_objects(NewKeyMap()), m_memory(new QuadMemory) {}
 
 MQuadTree::~MQuadTree() {
     Clear();

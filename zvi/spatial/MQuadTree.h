@@ -13,7 +13,7 @@ class CDC;
 
 namespace zvi::lib {
 
-class QuadObjMemory;
+class QuadMemory;
 
 /// An index of objects by their bounding rectangles, under keys or as objects of the caller.
 ///
@@ -87,7 +87,7 @@ private:
     MQuadNode *m_root = nullptr;
     MQuadNodeInfo m_info;
     MHashMap<unsigned int, MQuadObj *> *m_objects;
-    QuadObjMemory *m_memory;
+    QuadMemory *m_memory;
 };
 
 } // namespace zvi::lib

@@ -1,0 +1,337 @@
+#include "zvi/spatial/MQuadTree.h"
+
+#include "zvi/host/CDC.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <memory>
+#include <string>
+#include <vector>
+
+using zvi::MList;
+using zvi::lib::MQuadMBR2D;
+using zvi::lib::MQuadNode;
+using zvi::lib::MQuadObj;
+using zvi::lib::MQuadTree;
+
+namespace zvi::lib {
+
+struct MQuadTreeAccess {
+    static int CheckDuplicatedItem(MQuadTree const &tree) { return tree.CheckDuplicatedItem(); }
+};
+
+} // namespace zvi::lib
+
+namespace {
+
+MQuadMBR2D Point(double x, double y) {
+    return {x, y, x, y};
+}
+
+void ExpectRegion(MQuadMBR2D const &region, MQuadMBR2D const &expected) {
+    EXPECT_EQ(region.minX, expected.minX);
+    EXPECT_EQ(region.minY, expected.minY);
+    EXPECT_EQ(region.maxX, expected.maxX);
+    EXPECT_EQ(region.maxY, expected.maxY);
+}
+
+std::vector<unsigned int> Hits(MQuadTree const &tree, MQuadMBR2D const &query, int strict) {
+    MList<MQuadObj *> list;
+    int const count = tree.GetIntersectObjList(query, list, strict);
+    EXPECT_EQ(static_cast<std::uint64_t>(count), list.GetCount());
+    std::vector<unsigned int> keys;
+    for (MQuadObj *object : list)
+        keys.push_back(object->GetKey());
+    return keys;
+}
+
+MQuadObj ObjectAt(MQuadMBR2D mbr) {
+    MQuadObj object;
+    object.SetMBR(mbr);
+    return object;
+}
+
+/// A class that computes its rectangle.
+struct MovingObject : MQuadObj {
+    MQuadMBR2D &GetMBR() override {
+        m_mbr = Point(*position, 0.0);
+        return m_mbr;
+    }
+    double *position = nullptr;
+};
+
+struct Picture : CDC {
+    void *SelectHollowBrush() override {
+        text += '<';
+        return this;
+    }
+    void SelectBrush(void *brush) override { text += brush == this ? '>' : '?'; }
+    void Rectangle(int x1, int y1, int x2, int y2) override {
+        text += std::to_string(x1) + ',' + std::to_string(y1) + ',' + std::to_string(x2) + ',' + std::to_string(y2);
+    }
+    std::string text;
+};
+
+} // namespace
+
+TEST(MQuadMBR2D, ToleranceAndHalfOpenEdges) {
+    MQuadMBR2D const unit{0, 0, 1, 1};
+    struct Row {
+        MQuadMBR2D other;
+        int loose;
+        int strict;
+    };
+    Row const rows[] = {
+        {{0.5, 0.5, 2, 2}, 1, 1},    {{1, 0, 2, 1}, 1, 0},         {{1 + 5e-7, 0, 2, 1}, 1, 0},
+        {{1 + 2e-6, 0, 2, 1}, 0, 0}, {{-1, -1, -5e-7, 0.5}, 1, 0}, {{0, -1, 1, 2e-9}, 1, 1},
+        {{0, -1, 1, 5e-10}, 1, 0},   {{-2, -2, -1, -1}, 0, 0},
+    };
+    for (Row const &row : rows) {
+        EXPECT_EQ(unit.Intersect4QT(row.other, 0), row.loose) << row.other.minX << ' ' << row.other.maxY;
+        EXPECT_EQ(unit.Intersect4QT(row.other, 1), row.strict) << row.other.minX << ' ' << row.other.maxY;
+        EXPECT_EQ(row.other.Intersect4QT(unit, 1), row.strict);
+    }
+    EXPECT_EQ(Point(0, 0).IsContained4QT(unit), 1);
+    EXPECT_EQ((MQuadMBR2D{0, 0, 1, 0.5}).IsContained4QT(unit), 0);
+    EXPECT_EQ(unit.DoesContain4QT({0, 0}), 1);
+    EXPECT_EQ(unit.DoesContain4QT({0.5, 1}), 0);
+}
+
+TEST(MQuadObj, TypeKeepsTwentyEightBits) {
+    MQuadObj object;
+    EXPECT_EQ(object.GetType(), -1);
+    for (int const type : {0, 7, -7, (1 << 27) - 1, -(1 << 27)}) {
+        object.SetType(type);
+        EXPECT_EQ(object.GetType(), type);
+    }
+    object.SetType(1 << 27);
+    EXPECT_EQ(object.GetType(), -(1 << 27));
+    ExpectRegion(object.GetMBR(), {0, 0, 0, 0});
+    EXPECT_EQ(MQuadObj(object).GetType(), -(1 << 27));
+}
+
+TEST(MQuadTree, RegionStartsAroundTheFirstObjectAndGrows) {
+    MQuadTree tree;
+    EXPECT_EQ(tree.GetRoot(), nullptr);
+    EXPECT_EQ(tree.FindNode({0, 0}), nullptr);
+    EXPECT_EQ(tree.Insert(1U, Point(10, 20)), 1);
+    ExpectRegion(tree.GetRoot()->GetRegion(), {-40, -30, 60, 70});
+    // The maximum edge is not of the region: margin 25 beyond the object, then squared upward.
+    EXPECT_EQ(tree.Insert(2U, Point(60, 0)), 1);
+    ExpectRegion(tree.GetRoot()->GetRegion(), {-40, -30, 85, 95});
+    EXPECT_EQ(tree.Insert(3U, Point(-40, -30)), 1);
+    ExpectRegion(tree.GetRoot()->GetRegion(), {-40, -30, 85, 95});
+    EXPECT_EQ(tree.FindNode({85, 0}), nullptr);
+    EXPECT_EQ(tree.FindNode({84, 0})->GetCount(), 3);
+}
+
+TEST(MQuadTree, AFullRootDoublesTowardTheObject) {
+    struct Row {
+        MQuadMBR2D object;
+        MQuadMBR2D region;
+        int corner;
+    };
+    Row const rows[] = {
+        {Point(-60, 10), {-150, -150, 50, 50}, 3}, {Point(-60, 60), {-150, -50, 50, 150}, 1},
+        {Point(60, 10), {-50, -150, 150, 50}, 2},  {Point(10, 60), {-50, -50, 150, 150}, 0},
+        {Point(10, -60), {-50, -150, 150, 50}, 2},
+    };
+    for (Row const &row : rows) {
+        MQuadTree tree(100, 100, 2);
+        tree.Insert(1U, Point(0, 0));
+        tree.Insert(2U, Point(1, 1));
+        MQuadNode const *const root = tree.GetRoot();
+        EXPECT_EQ(tree.Insert(3U, row.object), 1);
+        EXPECT_EQ(tree.GetRoot(), root);
+        ExpectRegion(root->GetRegion(), row.region);
+        ASSERT_FALSE(root->IsLeaf());
+        EXPECT_EQ(root->GetChild(row.corner)->GetPool().GetCount(), 2);
+        EXPECT_EQ(root->GetChild(row.corner)->GetParent(), root);
+    }
+}
+
+TEST(MQuadTree, AClusterDoesNotSplit) {
+    MQuadTree tree;
+    for (unsigned int key = 0; key < 1000; ++key)
+        EXPECT_EQ(tree.Insert(key, Point(10 + 0.001 * key, 20)), 1);
+    EXPECT_TRUE(tree.GetRoot()->IsLeaf());
+    // A diagonal of 141.4 is divided by 20: what lies 7.1 away splits the leaf, though it goes to the same quadrant.
+    EXPECT_EQ(tree.Insert(1000U, Point(10 + 7.0, 20)), 1);
+    EXPECT_TRUE(tree.GetRoot()->IsLeaf());
+    EXPECT_EQ(tree.Insert(1001U, Point(10 + 7.2, 20)), 1);
+    EXPECT_FALSE(tree.GetRoot()->IsLeaf());
+    EXPECT_EQ(Hits(tree, {-40, -30, 60, 70}, 0).size(), 1002U);
+}
+
+TEST(MQuadTree, AStraddlerKeepsTheSplitOnlyIfSomethingMoved) {
+    MQuadTree tree(100, 100, 2);
+    tree.Insert(1U, {-1, -1, 1, 1});
+    MQuadMBR2D const region = tree.GetRoot()->GetRegion();
+    double const mid = (region.minX + region.maxX) * 0.5;
+    tree.Insert(2U, {mid - 2, mid - 2, mid + 2, mid + 2});
+    tree.Insert(3U, {mid - 3, mid - 3, mid + 3, mid + 3});
+    EXPECT_TRUE(tree.GetRoot()->IsLeaf());
+    tree.Insert(4U, Point(mid + 10, mid + 10));
+    EXPECT_FALSE(tree.GetRoot()->IsLeaf());
+    EXPECT_EQ(tree.GetRoot()->GetPool().GetCount(), 3);
+    EXPECT_EQ(tree.GetRoot()->GetChild(3)->GetPool().GetCount(), 1);
+    // The child empties, and the four of them go.
+    EXPECT_EQ(tree.Delete(4U), 1);
+    EXPECT_TRUE(tree.GetRoot()->IsLeaf());
+    ExpectRegion(tree.GetRoot()->GetRegion(), region);
+}
+
+TEST(MQuadTree, KeysAreUnique) {
+    MQuadTree tree;
+    EXPECT_EQ(tree.Delete(7U), 0);
+    EXPECT_EQ(tree.Insert(7U, 3, Point(0, 0)), 1);
+    EXPECT_EQ(tree.Insert(7U, Point(50, 50)), 0);
+    EXPECT_EQ(Hits(tree, {-1, -1, 1, 1}, 0), std::vector<unsigned int>{7U});
+    EXPECT_EQ(tree.Exist(7U), 1);
+    EXPECT_EQ(tree.Delete(7U), 1);
+    EXPECT_EQ(tree.Exist(7U), 0);
+    tree.Clear();
+    EXPECT_EQ(tree.GetRoot(), nullptr);
+    EXPECT_EQ(tree.Insert(7U, Point(50, 50)), 1);
+    ExpectRegion(tree.GetRoot()->GetRegion(), {0, 0, 100, 100});
+}
+
+TEST(MQuadTree, TypesFilter) {
+    MQuadTree tree;
+    for (int type = 0; type < 5; ++type)
+        tree.Insert(static_cast<unsigned int>(type), type, Point(type, 0));
+    tree.Insert(9U, 1000, Point(2, 0)); // beyond the caller's array
+    zvi::MArray<int> const wanted{0, 1, 0, 1};
+    MList<MQuadObj *> list;
+    EXPECT_EQ(tree.GetIntersectObjList({0, 0, 10, 10}, list, wanted, 0), 2);
+    EXPECT_EQ(list.GetHead()->element->GetType(), 1);
+    EXPECT_EQ(list.GetTail()->element->GetType(), 3);
+}
+
+TEST(MQuadTree, ObjectsMayMoveWhileTheyAreInTheTree) {
+    MQuadTree tree(100, 100, 2);
+    std::vector<MQuadObj> objects;
+    for (int i = 0; i < 40; ++i)
+        objects.push_back(ObjectAt(Point(10 * (i % 8), 10 * (i / 8))));
+    for (std::size_t i = 0; i < objects.size(); ++i) {
+        objects[i].SetKey(static_cast<unsigned int>(i));
+        ASSERT_EQ(tree.Insert(&objects[i]), 1);
+    }
+    // By a set rectangle, by a reference, and by assignment: within the node's region a query finds the new place.
+    MQuadMBR2D moved = Point(1, 1);
+    objects[0].SetMBR(moved);
+    MQuadMBR2D &held = objects[9].GetMBR();
+    held = Point(11, 11);
+    objects[18] = ObjectAt(Point(21, 21));
+    EXPECT_TRUE(Hits(tree, Point(0, 0), 0).empty());
+    EXPECT_EQ(Hits(tree, {0.5, 0.5, 1, 1}, 0), std::vector<unsigned int>{0U});
+    EXPECT_EQ(Hits(tree, {10.5, 10.5, 11, 11}, 0), std::vector<unsigned int>{9U});
+    EXPECT_EQ(Hits(tree, {20.5, 20.5, 21, 21}, 0).size(), 1U);
+    // Far off but within the root region: the full search finds it. Beyond the root region it stays.
+    held = Point(70, 40);
+    EXPECT_EQ(tree.Delete(&objects[9]), 1);
+    EXPECT_EQ(tree.Delete(&objects[9]), 0);
+    held = Point(0, 0);
+    EXPECT_EQ(tree.Insert(&objects[9]), 1);
+    held = Point(1e6, 0);
+    EXPECT_EQ(tree.Delete(&objects[9]), 0);
+    held = Point(30, 30);
+    EXPECT_EQ(tree.Delete(&objects[9]), 1);
+}
+
+TEST(MQuadTree, AnObjectThatComputesItsRectangleIsAskedEachTime) {
+    double position = 5.0;
+    MovingObject object;
+    object.position = &position;
+    object.SetKey(1);
+    MQuadTree tree;
+    EXPECT_EQ(tree.Insert(&object), 1);
+    position = 8.0;
+    EXPECT_TRUE(Hits(tree, Point(5, 0), 0).empty());
+    EXPECT_EQ(Hits(tree, Point(8, 0), 0).size(), 1U);
+    EXPECT_EQ(tree.Delete(&object), 1);
+}
+
+TEST(MQuadTree, AnObjectInsertedTwiceIsInTwoPlaces) {
+    MQuadTree tree(100, 100, 2);
+    MQuadObj object = ObjectAt(Point(3, 3));
+    MQuadTree other;
+    EXPECT_EQ(tree.Insert(&object), 1);
+    EXPECT_EQ(zvi::lib::MQuadTreeAccess::CheckDuplicatedItem(tree), 1);
+    EXPECT_EQ(tree.Insert(&object), 1);
+    EXPECT_EQ(other.Insert(&object), 1);
+    EXPECT_EQ(zvi::lib::MQuadTreeAccess::CheckDuplicatedItem(tree), 0);
+    EXPECT_EQ(Hits(tree, Point(3, 3), 0).size(), 2U);
+    EXPECT_EQ(tree.Delete(&object), 1);
+    EXPECT_EQ(tree.Delete(&object), 1);
+    EXPECT_EQ(tree.Delete(&object), 0);
+    EXPECT_EQ(Hits(other, Point(3, 3), 0).size(), 1U);
+}
+
+TEST(MQuadTree, ObjectsAndTreesMayGoInAnyOrder) {
+    auto tree = std::make_unique<MQuadTree>(100, 100, 2);
+    auto first = std::make_unique<MQuadObj>(ObjectAt(Point(1, 1)));
+    MQuadObj second = ObjectAt(Point(20, 20));
+    MQuadObj third = ObjectAt(Point(40, 40));
+    for (MQuadObj *object : {first.get(), &second, &third})
+        tree->Insert(object);
+    first.reset();
+    tree->Clear();
+    second.GetMBR() = Point(2, 2);
+    EXPECT_EQ(tree->Insert(&second), 1);
+    EXPECT_EQ(tree->Insert(&third), 1);
+    tree.reset();
+    third.GetMBR() = Point(2, 2);
+    second = third;
+}
+
+TEST(MQuadTree, AKeyWhoseObjectWasMovedOutOfTheRegionGoesAllTheSame) {
+    MQuadTree tree;
+    tree.Insert(1U, Point(0, 0));
+    tree.Insert(2U, Point(1, 1));
+    MList<MQuadObj *> list;
+    tree.GetIntersectObjList(Point(0, 0), list, 0);
+    list.GetHead()->element->GetMBR() = Point(1e9, 0);
+    EXPECT_EQ(tree.Delete(1U), 0);
+    EXPECT_EQ(tree.Exist(1U), 0);
+    EXPECT_EQ(Hits(tree, {-1e10, -1e10, 1e10, 1e10}, 0), std::vector<unsigned int>{2U});
+}
+
+TEST(MQuadTree, BadNumbersAreRefusedAndHugeOnesEnd) {
+    double const nan = std::numeric_limits<double>::quiet_NaN();
+    double const inf = std::numeric_limits<double>::infinity();
+    MQuadTree tree;
+    EXPECT_EQ(tree.Insert(1U, Point(nan, 0)), 0);
+    EXPECT_EQ(tree.Insert(1U, {0, 0, inf, 0}), 0);
+    EXPECT_EQ(tree.Exist(1U), 0);
+    EXPECT_EQ(tree.Insert(nullptr), 0);
+    MQuadTree flat(0, 0, 1);
+    EXPECT_EQ(flat.Insert(1U, {0, 0, 1, 0}), 1);
+    EXPECT_EQ(flat.Insert(2U, {0, 5, 1, 5}), 0);
+    for (int capacity : {0, 1, 128}) {
+        MQuadTree huge(100, 100, capacity);
+        for (unsigned int key = 0; key < 300; ++key)
+            huge.Insert(key, Point(key % 2 == 0 ? 1e20 : -1e20, key % 3 == 0 ? 1e308 : -1e308));
+        MQuadTree tiny(1e-200, 1e-200, capacity);
+        for (unsigned int key = 0; key < 300; ++key)
+            EXPECT_EQ(tiny.Insert(key, Point(0, 0)), 1);
+    }
+    EXPECT_EQ(tree.Insert(5U, Point(0, 0)), 1);
+    EXPECT_EQ(Hits(tree, {nan, nan, nan, nan}, 0).size(), 1U);
+}
+
+TEST(MQuadTree, DrawsItsLeaves) {
+    Picture picture;
+    MQuadTree tree(100, 100, 1);
+    tree.Draw(&picture);
+    EXPECT_EQ(picture.text, "");
+    tree.Insert(1U, Point(0.5, 0.5));
+    tree.Draw(&picture);
+    EXPECT_EQ(picture.text, "<-49,-49,50,50>");
+    tree.Insert(2U, Point(-40, 40));
+    picture.text.clear();
+    tree.Draw(&picture);
+    EXPECT_EQ(picture.text, "<-49,-49,0,0><0,-49,50,0><-49,0,0,50><0,0,50,50>");
+}
