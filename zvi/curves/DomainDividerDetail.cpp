@@ -44,15 +44,21 @@ void LoopDivider::FindNarrowVertices() {
 /// edge without a direction stands anywhere in that order, so with one of them nothing is known.
 bool LoopDivider::IsNarrow(int vtex) const {
     DM_VTEX const &at = m_graph.Coordinate(vtex);
-    auto const far = [&](int half) -> DM_VTEX const & { return m_graph.Coordinate(m_graph.Target(half)); };
-    DM_VTEX previous = UnitVector(at, far(m_graph.EndOut(vtex) - 1));
+    auto const vectorTo = [&](int half) {
+        DM_VTEX const &far = m_graph.Coordinate(m_graph.Target(half));
+        return DM_VTEX{far.x - at.x, far.y - at.y};
+    };
+    DM_VTEX previous = vectorTo(m_graph.EndOut(vtex) - 1);
+    double previousSquare = Dot(previous, previous);
     for (int half = m_graph.FirstOut(vtex); half < m_graph.EndOut(vtex); ++half) {
-        if (Length(at, far(half)) < kNoDirection)
+        DM_VTEX const vector = vectorTo(half);
+        double const square = Dot(vector, vector);
+        double const dot = Dot(vector, previous);
+        bool const isApart = dot <= 0.0 || dot * dot < kSurelyApart * kSurelyApart * square * previousSquare;
+        if (!isApart || !(square > 4 * kNoDirection * kNoDirection))
             return true;
-        DM_VTEX const direction = UnitVector(at, far(half));
-        if (!(Dot(direction, previous) < kSurelyApart))
-            return true;
-        previous = direction;
+        previous = vector;
+        previousSquare = square;
     }
     return false;
 }
@@ -109,7 +115,7 @@ int LoopDivider::AddLoop(std::vector<int> const &halfEdges) {
     for (std::size_t i = 1; i < halfEdges.size(); ++i)
         AppendIfOpen(open, halfEdges[i]);
     AppendIfOpen(open, halfEdges[0]);
-    m_loops.push_back({halfEdges[0], Close(open), false, {}});
+    m_loops.push_back({halfEdges[0], Close(open), -1, -1, false});
     return loop;
 }
 
@@ -333,12 +339,12 @@ LoopDivider::Step LoopDivider::Split(int loop, int cornerA, int cornerB, int &ou
     OpenList right;
     OpenList left;
     SplitOpenCorners(cornerA, cornerB, right, left);
-    std::vector<int> const holes = std::move(m_loops[Index(loop)].holes);
+    int const firstHole = m_loops[Index(loop)].firstHole;
     m_loops.push_back({});
-    m_loops[Index(outA)] = {cornerA, Close(right), true, {}};
-    m_loops[Index(outB)] = {cornerB, Close(left), true, {}};
-    if (!holes.empty())
-        ShareHoles(holes, outA, outB);
+    m_loops[Index(outA)] = {cornerA, Close(right), -1, -1, true};
+    m_loops[Index(outB)] = {cornerB, Close(left), -1, -1, true};
+    if (firstHole >= 0)
+        ShareHoles(firstHole, outA, outB);
     return Step::kDivided;
 }
 
@@ -370,7 +376,7 @@ void LoopDivider::SplitOpenCorners(int cornerA, int cornerB, OpenList &right, Op
 }
 
 /// A hole goes to the right loop if the vertex in the middle of its list lies in it, otherwise to the left one.
-void LoopDivider::ShareHoles(std::vector<int> const &holes, int right, int left) {
+void LoopDivider::ShareHoles(int firstHole, int right, int left) {
     MArray<T_POINT2D> vertices;
     int const start = m_loops[Index(right)].start;
     int half = start;
@@ -380,13 +386,24 @@ void LoopDivider::ShareHoles(std::vector<int> const &holes, int right, int left)
         half = At(half).next;
     } while (half != start);
     curves::PointInPolygon const polygon(vertices);
-    for (int const hole : holes) {
+    for (int hole = firstHole, next = -1; hole >= 0; hole = next) {
+        next = m_holes[Index(hole)].next;
         MArray<int> const &list = m_holes[Index(hole)].lists.Vtex;
         DM_VTEX const &middle = m_graph.Coordinate(list[list.Size() / 2]);
         int const owner = polygon.Contains({middle.x, middle.y}, 1) != 0 ? right : left;
-        m_holes[Index(hole)].owner = owner;
-        m_loops[Index(owner)].holes.push_back(hole);
+        AppendHole(hole, owner);
     }
+}
+
+void LoopDivider::AppendHole(int hole, int owner) {
+    Loop &loop = m_loops[Index(owner)];
+    m_holes[Index(hole)].owner = owner;
+    m_holes[Index(hole)].next = -1;
+    if (loop.firstHole < 0)
+        loop.firstHole = hole;
+    else
+        m_holes[Index(loop.lastHole)].next = hole;
+    loop.lastHole = hole;
 }
 
 /// The walk came back to itself: a loop hangs from the boundary, by a tail or directly. The walk becomes a hole of the
@@ -400,7 +417,7 @@ LoopDivider::Step LoopDivider::Hang(int loop, std::size_t loopAt, int &outA, int
     if (std::any_of(enclosed.begin(), enclosed.end(), isTaken) || std::any_of(m_walk.begin(), m_walk.end(), isInHole))
         return Step::kUnproven;
 
-    Hole hole{{}, loop};
+    Hole hole{{}, loop, -1};
     int const number = static_cast<int>(m_holes.size());
     for (std::size_t i = TailStart(loop, loopAt); i < m_walk.size(); ++i) {
         hole.lists.Vtex.PushBack(m_graph.Origin(m_walk[i]));
@@ -410,7 +427,7 @@ LoopDivider::Step LoopDivider::Hang(int loop, std::size_t loopAt, int &outA, int
     }
     hole.lists.Vtex.PushBack(m_graph.Target(m_walk.back()));
     m_holes.push_back(std::move(hole));
-    m_loops[Index(loop)].holes.push_back(number);
+    AppendHole(number, loop);
     outA = loop;
     outB = AddLoop(enclosed);
     return Step::kDivided;
@@ -452,7 +469,7 @@ DM_SURF LoopDivider::Record(int loop) const {
         half = At(half).next;
     } while (half != source.start);
     surf.Vtex.PushBack(m_graph.Origin(half));
-    for (int const hole : source.holes)
+    for (int hole = source.firstHole; hole >= 0; hole = m_holes[Index(hole)].next)
         surf.Holes.PushBack(m_holes[Index(hole)].lists);
     return surf;
 }

@@ -56,15 +56,17 @@ private:
     };
 
     struct Loop {
-        int start;          ///< the half-edge that leaves the first vertex
-        int firstOpen;      ///< first open corner in the order of the scan; -1 for none
+        int start;     ///< the half-edge that leaves the first vertex
+        int firstOpen; ///< first open corner in the order of the scan; -1 for none
+        int firstHole; ///< -1 for none
+        int lastHole;
         bool hasDirections; ///< whether the directions were filled by a division
-        std::vector<int> holes;
     };
 
     struct Hole {
         DM_SURF_SUB lists;
-        int owner;
+        int owner; ///< the loop that has the hole
+        int next;  ///< the next hole of that loop; -1 at the end
     };
 
     /// Open corners in the order of the scan while they are being collected.
@@ -104,7 +106,8 @@ private:
     Step Split(int loop, int cornerA, int cornerB, int &outA, int &outB);
     bool IsLeftShorter(int cornerA, int cornerB) const;
     void SplitOpenCorners(int cornerA, int cornerB, OpenList &right, OpenList &left);
-    void ShareHoles(std::vector<int> const &holes, int right, int left);
+    void ShareHoles(int firstHole, int right, int left);
+    void AppendHole(int hole, int owner);
     Step Hang(int loop, std::size_t loopAt, int &outA, int &outB);
     std::size_t TailStart(int loop, std::size_t loopAt) const;
     MArray<int> Vertices(int first) const;

@@ -32,7 +32,8 @@ DomainGraph::DomainGraph(MArray<DM_VTEX> const &coordinates, MArray<std::pair<in
             auto const &[first, second] = edgeVtex[Index(edge)];
             bool const runsBack = first != static_cast<int>(vtex);
             int &twin = met[Index(edge)];
-            m_halfEdges[Index(half)] = {runsBack ? first : second, twin, 2 * edge + (runsBack ? 1 : 0)};
+            m_halfEdges[Index(half)] = {static_cast<int>(vtex), runsBack ? first : second, twin,
+                                        2 * edge + (runsBack ? 1 : 0)};
             if (twin >= 0)
                 m_halfEdges[Index(twin)].twin = half;
             twin = half;

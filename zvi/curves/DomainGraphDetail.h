@@ -23,7 +23,7 @@ public:
 
     int Target(int half) const { return m_halfEdges[Index(half)].target; }
     int Twin(int half) const { return m_halfEdges[Index(half)].twin; }
-    int Origin(int half) const { return Target(Twin(half)); }
+    int Origin(int half) const { return m_halfEdges[Index(half)].origin; }
     /// The edge of the half-edge.
     int Edge(int half) const { return m_halfEdges[Index(half)].edgeAndSide >> 1; }
     /// 0 when the half-edge runs from the first vertex of its edge to the second, 1 the other way.
@@ -47,6 +47,7 @@ public:
 
 private:
     struct HalfEdge {
+        int origin;
         int target;
         int twin;
         int edgeAndSide;

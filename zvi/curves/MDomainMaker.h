@@ -87,11 +87,12 @@ private:
     void RemoveFromLists(std::vector<char> const &isRemoved);
     void CollectDeadVtex();
     void SortVtexEdges();
+    void SortByAngle(int vtex);
     void CollectCandidates(zvi::MArray<int> &candidates) const;
     void ScanCandidates(zvi::MArray<int> const &candidates);
-    void MapCurvIds();
-    void MapHoles();
-    void MergeCurvPieces();
+    void FinishDomains();
+    void MapCurvIds(zvi::MArray<int> &curv) const;
+    void MapHole(DM_SURF_SUB &hole) const;
 
     // The main scan for one candidate; true when it found domains.
     bool ScanCandidate(int vtex, Run &run);
