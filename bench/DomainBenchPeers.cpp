@@ -23,16 +23,24 @@ double SecondsSince(std::clock_t start) {
     return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
 }
 
-/// Twice the signed area of the face to the left of `first`.
+struct Face {
+    std::vector<int> points;
+    std::vector<int> edges;
+};
+
+/// Walks the face to the left of `first`; gives twice its signed area.
 double TraceFace(PlaneGraph const &graph, std::vector<int> const &next, std::vector<int> const &origin,
-                 std::vector<char> &isTraced, int first) {
+                 std::vector<char> &isTraced, int first, Face &face) {
     double area = 0;
     int half = first;
     do {
         isTraced[static_cast<std::size_t>(half)] = 1;
-        auto const &[x1, y1] = graph.points[static_cast<std::size_t>(origin[static_cast<std::size_t>(half)])];
+        int const from = origin[static_cast<std::size_t>(half)];
+        auto const &[x1, y1] = graph.points[static_cast<std::size_t>(from)];
         auto const &[x2, y2] = graph.points[static_cast<std::size_t>(origin[static_cast<std::size_t>(half ^ 1)])];
         area += x1 * y2 - x2 * y1;
+        face.points.push_back(from);
+        face.edges.push_back(half / 2);
         half = next[static_cast<std::size_t>(half)];
     } while (half != first);
     return area;
@@ -139,12 +147,13 @@ FaceRun RunHalfEdgeWalk(PlaneGraph const &graph) {
             next[static_cast<std::size_t>(*at ^ 1)] = at == first ? *(last - 1) : *(at - 1);
     }
     std::vector<char> isTraced(halfCount);
-    std::size_t faces = 0;
+    std::vector<Face> faces;
     for (std::size_t h = 0; h < halfCount; ++h) {
-        if (isTraced[h] == 0 && TraceFace(graph, next, origin, isTraced, static_cast<int>(h)) > 0)
-            ++faces;
+        Face face;
+        if (isTraced[h] == 0 && TraceFace(graph, next, origin, isTraced, static_cast<int>(h), face) > 0)
+            faces.push_back(std::move(face));
     }
-    return {SecondsSince(start), faces};
+    return {SecondsSince(start), faces.size()};
 }
 
 } // namespace zvi::bench

@@ -18,6 +18,9 @@ constexpr std::size_t kFirstBucketCount = 64;
 /// Level of an entry that was taken out.
 constexpr int kRemoved = -1;
 
+/// So many domains are asked one by one rather than through the grid.
+constexpr std::size_t kFewDomains = 8;
+
 /// A domain with more holes than this finds those about a point in a grid.
 constexpr std::size_t kManyHoles = 8;
 
@@ -147,12 +150,10 @@ void BoxGrid::Grow() {
 
 // --- DomainIndex ---
 
-int DomainIndex::FirstWith(DM_VTEX const &point) {
+int DomainIndex::FirstWith(DM_VTEX const &point, int first) {
     TakeUpDomains();
     T_POINT2D const p{point.x, point.y};
-    m_foundDomains.clear();
-    m_loopGrid.Find(p, m_foundDomains);
-    std::sort(m_foundDomains.begin(), m_foundDomains.end());
+    FindDomains(p, first);
     int previous = -1;
     for (int const domain : m_foundDomains) {
         bool const isNew = domain != previous;
@@ -163,15 +164,31 @@ int DomainIndex::FirstWith(DM_VTEX const &point) {
     return -1;
 }
 
+/// Lists the domains, from `first` on, whose boxes hold the point; when few are left, without the grid.
+void DomainIndex::FindDomains(T_POINT2D const &point, int first) {
+    m_foundDomains.clear();
+    if (m_boxes.size() - Index(first) <= kFewDomains) {
+        for (std::size_t i = Index(first); i < m_boxes.size(); ++i) {
+            if (Holds(m_boxes[i], point))
+                m_foundDomains.push_back(static_cast<int>(i));
+        }
+        return;
+    }
+    m_loopGrid.Find(point, m_foundDomains);
+    std::erase_if(m_foundDomains, [first](int domain) { return domain < first; });
+    std::sort(m_foundDomains.begin(), m_foundDomains.end());
+}
+
 void DomainIndex::AddLastHole(int domain) {
     TakeUpHole(domain, static_cast<int>(m_domains[Index(domain)].Holes.Size()) - 1);
 }
 
 void DomainIndex::TakeUpDomains() {
-    for (; m_takenUp < m_domains.Size(); ++m_takenUp) {
-        int const domain = static_cast<int>(m_takenUp);
-        m_loopGrid.Insert(BoxOf(m_domains[m_takenUp].Vtex), domain);
-        for (std::size_t hole = 0; hole < m_domains[m_takenUp].Holes.Size(); ++hole)
+    while (m_boxes.size() < m_domains.Size()) {
+        int const domain = static_cast<int>(m_boxes.size());
+        m_boxes.push_back(BoxOf(m_domains[Index(domain)].Vtex));
+        m_loopGrid.Insert(m_boxes.back(), domain);
+        for (std::size_t hole = 0; hole < m_domains[Index(domain)].Holes.Size(); ++hole)
             TakeUpHole(domain, static_cast<int>(hole));
     }
 }
@@ -206,7 +223,7 @@ bool DomainIndex::CutOut(int domain, T_REGION2D const &box, DM_SURF_SUB const &h
     T_REGION2D const inside{box.MinX + margin, box.MinY + margin, box.MaxX - margin, box.MaxY - margin};
     if (!(startsLevel || startsUpright) || !(inside.MinX < inside.MaxX) || !(inside.MinY < inside.MaxY))
         return false;
-    T_REGION2D const whole = BoxOf(m_domains[Index(domain)].Vtex);
+    T_REGION2D const whole = m_boxes[Index(domain)];
     T_REGION2D const parts[] = {{whole.MinX, whole.MinY, inside.MinX, whole.MaxY},
                                 {inside.MaxX, whole.MinY, whole.MaxX, whole.MaxY},
                                 {inside.MinX, whole.MinY, inside.MaxX, inside.MinY},

@@ -62,9 +62,9 @@ public:
     DomainIndex(MArray<DM_SURF> const &domains, MArray<DM_VTEX> const &coordinates)
         : m_domains(domains), m_coordinates(coordinates) {}
 
-    /// The first domain that has the point in its loop and in none of its holes; -1 for none. Domains that were
-    /// appended since the last call are taken up.
-    int FirstWith(DM_VTEX const &point);
+    /// The first domain, from `first` on, that has the point in its loop and in none of its holes; -1 for none. Domains
+    /// that were appended since the last call are taken up.
+    int FirstWith(DM_VTEX const &point, int first);
 
     /// Takes up the last hole of a domain.
     void AddLastHole(int domain);
@@ -77,6 +77,7 @@ private:
         bool isCutOut = false; ///< whether the inside of a hole was taken out of the domain's box
     };
 
+    void FindDomains(T_POINT2D const &point, int first);
     void TakeUpDomains();
     void TakeUpHole(int domain, int hole);
     bool CutOut(int domain, T_REGION2D const &box, DM_SURF_SUB const &hole);
@@ -86,8 +87,8 @@ private:
 
     MArray<DM_SURF> const &m_domains;
     MArray<DM_VTEX> const &m_coordinates;
-    std::size_t m_takenUp = 0;
-    BoxGrid m_loopGrid; ///< boxes of the domains, or parts of them, by domain
+    std::vector<T_REGION2D> m_boxes; ///< by domain, of those taken up
+    BoxGrid m_loopGrid;              ///< boxes of the domains, or parts of them, by domain
     std::unordered_map<int, Holes> m_holesOf;
     std::vector<int> m_foundDomains;
     std::vector<int> m_foundHoles;

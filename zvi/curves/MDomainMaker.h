@@ -97,10 +97,10 @@ private:
     // The main scan for one candidate; true when it found domains.
     bool ScanCandidate(int vtex, Run &run);
     bool RetryAbandoned(std::size_t index, Run &run);
-    void AddToHoles(std::vector<int> const &loop, Run &run);
+    int AddToHoles(std::vector<int> const &loop, int first, Run &run);
     int FirstDomainWith(DM_VTEX const &point);
     bool DivideLoop(std::vector<int> const &loop, Run &run);
-    void DivideInRounds(DM_SURF loop);
+    void DividePlainly(DM_SURF loop);
     void MarkDone(DM_SURF_SUB const &loop, Run &run) const;
 
     // The division of one domain.

@@ -1,5 +1,6 @@
 // The division of one domain, walk by walk.
 
+#include "zvi/curves/DivisionTreeDetail.h"
 #include "zvi/curves/DomainRulesDetail.h"
 #include "zvi/curves/MDomainMaker.h"
 
@@ -101,6 +102,23 @@ int MDomainMaker::FindChordAt(Corner const &corner, EdgeSet &barred) {
     int chord = -1;
     Sub3_FindCCWVtexIdx(corner.incoming, reverse, vtex, chord, true, &barred);
     return chord == corner.outgoing ? -1 : chord;
+}
+
+/// Divides by the plain operations, for loops that the divider of rings does not cover.
+void MDomainMaker::DividePlainly(DM_SURF loop) {
+    long long const limit = detail::kDivisionsPerEdge * static_cast<long long>(EdgeVtex.Size());
+    detail::DivisionTree tree(EdgeVtex.Size());
+    tree.AddRoot(std::move(loop));
+    for (long long counter = 1; tree.HasNext(); ++counter) {
+        if (counter > limit)
+            return;
+        DM_SURF outA;
+        DM_SURF outB;
+        DM_SURF &surf = tree.Next();
+        if (Sub1_DivideDomain(surf, outA, outB) != 0 && !tree.AddHalves(std::move(outA), std::move(outB)))
+            return;
+    }
+    tree.MoveWholeOnes(ResultSurf);
 }
 
 int MDomainMaker::Sub1_DivideDomain(DM_SURF &surf, DM_SURF &outA, DM_SURF &outB) {

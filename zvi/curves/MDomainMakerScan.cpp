@@ -21,6 +21,7 @@ struct MDomainMaker::Run {
     struct Abandoned {
         int vtex;
         std::vector<int> loop;
+        int firstUnasked; ///< the domains before this one do not hold the loop, and never will
     };
 
     explicit Run(MDomainMaker const &maker)
@@ -65,9 +66,9 @@ bool MDomainMaker::ScanCandidate(int vtex, Run &run) {
     std::vector<int> loop;
     if (!run.walks.Walk(vtex, loop))
         return false;
-    AddToHoles(loop, run);
+    int const firstUnasked = AddToHoles(loop, 0, run);
     if (!DivideLoop(loop, run)) {
-        run.abandoned.push_back({vtex, std::move(loop)});
+        run.abandoned.push_back({vtex, std::move(loop), firstUnasked});
         return false;
     }
     return true;
@@ -78,27 +79,35 @@ bool MDomainMaker::RetryAbandoned(std::size_t index, Run &run) {
     std::vector<int> loop;
     if (run.walks.IsVtexDone(known.vtex) || !run.walks.Walk(known.vtex, loop))
         return false;
-    AddToHoles(loop, run);
+    bool const isSame = loop == known.loop;
+    known.firstUnasked = AddToHoles(loop, isSame ? known.firstUnasked : 0, run);
     // The division depends on the loop alone.
-    if (loop == known.loop)
+    if (isSame)
         return false;
     known.loop = loop;
     return DivideLoop(loop, run);
 }
 
 /// A loop inside an existing domain is a hole of the first such domain, and still becomes a domain of its own. The
-/// vertex in the middle of the list stands for the loop.
-void MDomainMaker::AddToHoles(std::vector<int> const &loop, Run &run) {
+/// vertex in the middle of the list stands for the loop. Domains before `first` are known not to hold it.
+///
+/// Returns the first domain that could still take the loop at a later try: a domain only gains holes, so what does not
+/// hold a point now never will, and what took the loop has the point on the border of that hole from now on. With
+/// coordinates beyond all measure neither is sure, and every domain is asked again.
+int MDomainMaker::AddToHoles(std::vector<int> const &loop, int first, Run &run) {
     DM_VTEX const &middle = VtexCoord[At(run.graph.Origin(loop[(loop.size() + 1) / 2]))];
-    int const domain = run.graph.IsTame() ? run.index.FirstWith(middle) : FirstDomainWith(middle);
+    bool const isTame = run.graph.IsTame();
+    int const domain = isTame ? run.index.FirstWith(middle, first) : FirstDomainWith(middle);
     if (domain < 0)
-        return;
+        return isTame ? static_cast<int>(ResultSurf.Size()) : 0;
     DM_SURF_SUB hole = MakeSurf(run.graph, loop);
     std::reverse(hole.Vtex.begin(), hole.Vtex.end());
     std::reverse(hole.Curv.begin(), hole.Curv.end());
     ResultSurf[At(domain)].Holes.PushBack(std::move(hole));
-    if (run.graph.IsTame())
-        run.index.AddLastHole(domain);
+    if (!isTame)
+        return 0;
+    run.index.AddLastHole(domain);
+    return domain + 1;
 }
 
 int MDomainMaker::FirstDomainWith(DM_VTEX const &point) {
@@ -114,7 +123,7 @@ bool MDomainMaker::DivideLoop(std::vector<int> const &loop, Run &run) {
     std::size_t const first = ResultSurf.Size();
     LoopDivider::Outcome const outcome = run.divider.Divide(loop, ResultSurf);
     if (outcome == LoopDivider::Outcome::kUnproven)
-        DivideInRounds(MakeSurf(run.graph, loop));
+        DividePlainly(MakeSurf(run.graph, loop));
     for (std::size_t i = first; i < ResultSurf.Size(); ++i) {
         MarkDone(ResultSurf[i], run);
         for (DM_SURF_SUB const &hole : ResultSurf[i].Holes)
@@ -129,32 +138,6 @@ void MDomainMaker::MarkDone(DM_SURF_SUB const &loop, Run &run) const {
         run.walks.MarkVtex(vtex);
     for (int const edge : loop.Curv)
         run.walks.MarkEdge(edge);
-}
-
-void MDomainMaker::DivideInRounds(DM_SURF loop) {
-    long long const limit = detail::kDivisionsPerEdge * static_cast<long long>(EdgeVtex.Size());
-    long long counter = 0;
-    std::vector<DM_SURF> done;
-    std::vector<DM_SURF> work;
-    work.push_back(std::move(loop));
-    while (!work.empty()) {
-        std::vector<DM_SURF> next;
-        for (DM_SURF &surf : work) {
-            if (++counter > limit)
-                return;
-            DM_SURF outA;
-            DM_SURF outB;
-            if (Sub1_DivideDomain(surf, outA, outB) == 0) {
-                done.push_back(std::move(surf));
-                continue;
-            }
-            next.push_back(std::move(outA));
-            next.push_back(std::move(outB));
-        }
-        work = std::move(next);
-    }
-    for (DM_SURF &surf : done)
-        ResultSurf.PushBack(std::move(surf));
 }
 
 } // namespace zvi::lib
