@@ -17,7 +17,7 @@ bool IsTameNumber(double value) {
 
 DomainGraph::DomainGraph(MArray<DM_VTEX> const &coordinates, MArray<std::pair<int, int>> const &edgeVtex,
                          MArray<MArray<int>> const &vtexEdges)
-    : m_coordinates(&coordinates), m_edgeCount(static_cast<int>(edgeVtex.Size())), m_firstHalf(edgeVtex.Size(), -1) {
+    : m_coordinates(&coordinates), m_edgeCount(static_cast<int>(edgeVtex.Size())) {
     m_firstOut.reserve(vtexEdges.Size() + 1);
     m_firstOut.push_back(0);
     for (MArray<int> const &edges : vtexEdges)
@@ -37,8 +37,6 @@ DomainGraph::DomainGraph(MArray<DM_VTEX> const &coordinates, MArray<std::pair<in
             if (twin >= 0)
                 m_halfEdges[Index(twin)].twin = half;
             twin = half;
-            if (!runsBack)
-                m_firstHalf[Index(edge)] = half;
             ++half;
         }
     }

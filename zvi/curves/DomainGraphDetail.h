@@ -37,9 +37,6 @@ public:
     int Clockwise(int vtex, int half) const { return (half == FirstOut(vtex) ? EndOut(vtex) : half) - 1; }
     int CounterClockwise(int vtex, int half) const { return half + 1 == EndOut(vtex) ? FirstOut(vtex) : half + 1; }
 
-    /// The half-edge of `edge` that runs from its first vertex; -1 for an edge that is in no list.
-    int HalfEdgeOf(int edge) const { return m_firstHalf[Index(edge)]; }
-
     DM_VTEX const &Coordinate(int vtex) const { return (*m_coordinates)[Index(vtex)]; }
 
     /// Whether every coordinate is a number small enough for squares and sums to be numbers too.
@@ -60,7 +57,6 @@ private:
     bool m_isTame = true;
     std::vector<int> m_firstOut;
     std::vector<HalfEdge> m_halfEdges;
-    std::vector<int> m_firstHalf;
 };
 
 } // namespace zvi::lib::detail

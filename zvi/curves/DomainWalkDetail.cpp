@@ -14,43 +14,26 @@ constexpr std::size_t kNothingFinished = std::numeric_limits<std::size_t>::max()
 
 OuterWalks::OuterWalks(DomainGraph const &graph)
     : m_graph(graph), m_isVtexDone(Index(graph.VtexCount())), m_isEdgeDone(Index(graph.EdgeCount())),
-      m_nextOpen(Index(graph.HalfEdgeCount())), m_previousOpen(Index(graph.HalfEdgeCount())),
-      m_someOpen(Index(graph.VtexCount()), -1), m_openCount(Index(graph.VtexCount())),
+      m_skip(Index(graph.HalfEdgeCount()), -1), m_openCount(Index(graph.VtexCount())),
       m_pathIndex(Index(graph.EdgeCount()), -1), m_firstFinished(kNothingFinished),
       m_visitedAt(Index(graph.VtexCount())), m_visitIndex(Index(graph.VtexCount())) {
-    for (int vtex = 0; vtex < graph.VtexCount(); ++vtex) {
+    for (int vtex = 0; vtex < graph.VtexCount(); ++vtex)
         m_openCount[Index(vtex)] = graph.Degree(vtex);
-        if (graph.Degree(vtex) > 0)
-            m_someOpen[Index(vtex)] = graph.FirstOut(vtex);
-        for (int half = graph.FirstOut(vtex); half < graph.EndOut(vtex); ++half) {
-            m_nextOpen[Index(half)] = graph.CounterClockwise(vtex, half);
-            m_previousOpen[Index(half)] = graph.Clockwise(vtex, half);
-        }
-    }
 }
 
-void OuterWalks::MarkEdge(int edge) {
+void OuterWalks::MarkEdge(int edge, int a, int b) {
     if (m_isEdgeDone[Index(edge)] != 0)
         return;
     m_isEdgeDone[Index(edge)] = 1;
-    int const half = m_graph.HalfEdgeOf(edge);
-    Unlink(half);
-    Unlink(m_graph.Twin(half));
+    CountDown(a);
+    CountDown(b);
     // The first edge of a walk is used even when it is finished.
     std::size_t const step = Index(m_pathIndex[Index(edge)]);
     if (m_pathIndex[Index(edge)] > 0 && step < m_path.size() && m_graph.Edge(m_path[step]) == edge)
         m_firstFinished = std::min(m_firstFinished, step);
 }
 
-/// Takes the half-edge out of the ring at its vertex. Its own link stays: a walk that comes along a finished edge finds
-/// the next unfinished one through it.
-void OuterWalks::Unlink(int half) {
-    int const vtex = m_graph.Origin(half);
-    int const next = m_nextOpen[Index(half)];
-    int const previous = m_previousOpen[Index(half)];
-    m_nextOpen[Index(previous)] = next;
-    m_previousOpen[Index(next)] = previous;
-    m_someOpen[Index(vtex)] = next;
+void OuterWalks::CountDown(int vtex) {
     if (--m_openCount[Index(vtex)] == 1)
         m_loose.push_back(vtex);
 }
@@ -59,8 +42,10 @@ void OuterWalks::BarLooseEnds() {
     while (!m_loose.empty()) {
         int const vtex = m_loose.back();
         m_loose.pop_back();
-        if (m_openCount[Index(vtex)] == 1)
-            MarkEdge(m_graph.Edge(m_someOpen[Index(vtex)]));
+        if (m_openCount[Index(vtex)] != 1)
+            continue;
+        int const half = SkipFinished(vtex, m_graph.FirstOut(vtex));
+        MarkEdge(m_graph.Edge(half), vtex, m_graph.Target(half));
     }
 }
 
@@ -134,16 +119,24 @@ int OuterWalks::NextOpen(int half) {
     bool const isFinished = m_isEdgeDone[Index(m_graph.Edge(half))] != 0;
     if (m_openCount[Index(vtex)] <= (isFinished ? 0 : 1))
         return -1;
-    int next = m_nextOpen[Index(arrived)];
-    while (m_isEdgeDone[Index(m_graph.Edge(next))] != 0)
-        next = m_nextOpen[Index(next)];
-    // Links of finished half-edges that were passed now lead straight there.
-    for (int passed = arrived; passed != next && m_isEdgeDone[Index(m_graph.Edge(passed))] != 0;) {
-        int const after = m_nextOpen[Index(passed)];
-        m_nextOpen[Index(passed)] = next;
-        passed = after;
+    return SkipFinished(vtex, m_graph.CounterClockwise(vtex, arrived));
+}
+
+/// The first unfinished half-edge counter-clockwise from `half` on; there is one.
+int OuterWalks::SkipFinished(int vtex, int half) {
+    auto const isFinished = [this](int at) { return m_isEdgeDone[Index(m_graph.Edge(at))] != 0; };
+    auto const after = [&](int at) {
+        return m_skip[Index(at)] >= 0 ? m_skip[Index(at)] : m_graph.CounterClockwise(vtex, at);
+    };
+    int open = half;
+    while (isFinished(open))
+        open = after(open);
+    for (int at = half; at != open;) {
+        int const next = after(at);
+        m_skip[Index(at)] = open;
+        at = next;
     }
-    return next;
+    return open;
 }
 
 } // namespace zvi::lib::detail

@@ -10,16 +10,18 @@ namespace zvi::lib::detail {
 /// The outer walks of the main scan, and the marks of what is finished: vertices that start no walk any more, and edges
 /// that no walk may use.
 ///
-/// The edges that are not finished form a ring at each vertex, so a turn past any number of finished ones is one step.
-/// A walk from the start of the walk before it goes on where that one is still valid: edges only ever become finished,
-/// so each step of a walk stays what it is until the edge that it chose is finished.
+/// A turn past finished edges leaves links behind that lead past them at once the next time, so the turns of all walks
+/// together pass each of them hardly more than once. A walk from the start of the walk before it goes on where that one
+/// is still valid: edges only ever become finished, so each step of a walk stays what it is until the edge that it
+/// chose is finished.
 class OuterWalks {
 public:
     explicit OuterWalks(DomainGraph const &graph);
 
     bool IsVtexDone(int vtex) const { return m_isVtexDone[Index(vtex)] != 0; }
     void MarkVtex(int vtex) { m_isVtexDone[Index(vtex)] = 1; }
-    void MarkEdge(int edge);
+    /// `a` and `b` are the ends of the edge.
+    void MarkEdge(int edge, int a, int b);
 
     /// Marks, until none is left, the last unfinished edge of every vertex that has one only. Later walks thus keep out
     /// of the stubs that finished domains leave behind.
@@ -37,18 +39,17 @@ private:
     int NextOpen(int half);
     void Begin(int start);
     void DropFinishedSteps();
-    void Unlink(int half);
+    int SkipFinished(int vtex, int half);
+    void CountDown(int vtex);
     bool IsVisited(int vtex) const { return m_visitedAt[Index(vtex)] == m_walkNumber; }
     void Visit(int vtex, std::size_t index);
 
     DomainGraph const &m_graph;
     std::vector<char> m_isVtexDone;
     std::vector<char> m_isEdgeDone;
-    std::vector<int> m_nextOpen;     ///< by half-edge: the next unfinished one counter-clockwise
-    std::vector<int> m_previousOpen; ///< by half-edge: the one before
-    std::vector<int> m_someOpen;     ///< by vertex: an unfinished half-edge, while there is one
-    std::vector<int> m_openCount;    ///< by vertex: unfinished edges
-    std::vector<int> m_loose;        ///< vertices that came down to one unfinished edge
+    std::vector<int> m_skip;      ///< by finished half-edge: none before this one is unfinished; -1 for no such link
+    std::vector<int> m_openCount; ///< by vertex: unfinished edges
+    std::vector<int> m_loose;     ///< vertices that came down to one unfinished edge
 
     int m_start = -1;
     std::vector<int> m_path;                ///< the half-edges of the present walk

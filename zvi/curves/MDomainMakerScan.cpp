@@ -136,8 +136,8 @@ bool MDomainMaker::DivideLoop(std::vector<int> const &loop, Run &run) {
 void MDomainMaker::MarkDone(DM_SURF_SUB const &loop, Run &run) const {
     for (int const vtex : loop.Vtex)
         run.walks.MarkVtex(vtex);
-    for (int const edge : loop.Curv)
-        run.walks.MarkEdge(edge);
+    for (std::size_t i = 0; i < loop.Curv.Size(); ++i)
+        run.walks.MarkEdge(loop.Curv[i], loop.Vtex[i], loop.Vtex[i + 1]);
 }
 
 } // namespace zvi::lib
