@@ -1,31 +1,30 @@
 #pragma once
 
 #include "zvi/drawing/NetworkDetail.h"
+#include "zvi/spatial/MQuadTree.h"
 
-#include <cstdint>
 #include <vector>
 
 namespace zvi::lib::drawing {
 
-/// Tells which of a fixed set of boxes meet a box.
+/// Tells which of a fixed set of boxes meet a box, by a quadtree. The tree sees the boxes moved to the origin and
+/// scaled to a common extent, so that its own absolute tolerance means the same share of every drawing.
 class BoxIndex {
 public:
-    explicit BoxIndex(std::vector<Box> someBoxes);
+    explicit BoxIndex(std::vector<Box> const &boxes);
 
     /// Fills `out` with the indices of the boxes that meet `query` (touching counts), in an order that depends on the
     /// boxes alone.
-    void Find(Box const &query, std::vector<int> &out) const;
+    void Find(Box const &query, std::vector<int> &out);
 
 private:
-    struct Node {
-        Box box;
-        int first = 0, count = 0; ///< children, or items where `isLeaf`
-        bool isLeaf = false;
-    };
+    MQuadMBR2D Scaled(Box const &box) const;
 
-    std::vector<Box> boxes;
-    std::vector<int> order;
-    std::vector<Node> nodes; ///< the root comes last
+    std::vector<MQuadObj> objects;
+    MQuadTree tree;
+    MList<MQuadObj *> hits;
+    DrawingPoint origin;
+    double scale = 1.0;
 };
 
 } // namespace zvi::lib::drawing

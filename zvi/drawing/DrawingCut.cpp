@@ -73,7 +73,7 @@ std::vector<Pair> CandidatePairs(Network const &network) {
         moved.push_back(static_cast<int>(i));
         movedBoxes.push_back(boxes[i]);
     }
-    BoxIndex const index(std::move(movedBoxes));
+    BoxIndex index(movedBoxes);
     std::vector<Pair> pairs;
     std::vector<int> found;
     for (std::size_t i = 0; i < boxes.size(); ++i) {

@@ -37,7 +37,7 @@ std::vector<DrawingGap> FindGaps(Network const &network, Spokes const &spokes, s
     boxes.reserve(network.edges.size());
     for (Edge const &e : network.edges)
         boxes.push_back(BoxOf(e));
-    BoxIndex const index(std::move(boxes));
+    BoxIndex index(boxes);
     std::vector<int> found;
     for (int const place : loose) {
         int const half = *spokes.Begin(place);

@@ -101,7 +101,7 @@ public:
             return leftmost[At(a)].x != leftmost[At(b)].x ? leftmost[At(a)].x < leftmost[At(b)].x : a < b;
         });
         std::vector<int> seen(leftmost.size(), -1);
-        BoxIndex const index(boxes);
+        BoxIndex index(boxes);
         for (int const part : order)
             seen[At(part)] = FaceLeftOf(index, part);
         return seen;
@@ -142,7 +142,7 @@ private:
     }
 
     /// The face on the near side of the curve next to the left of the part's leftmost point.
-    int FaceLeftOf(BoxIndex const &index, int part) {
+    int FaceLeftOf(BoxIndex &index, int part) {
         DrawingPoint const p = leftmost[At(part)];
         double width = firstWidth;
         for (;;) {

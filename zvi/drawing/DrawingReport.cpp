@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <numeric>
-#include <tuple>
 
 namespace zvi::lib::drawing {
 
@@ -12,72 +11,102 @@ std::size_t At(int i) {
     return static_cast<std::size_t>(i);
 }
 
-/// Turns faces into domains.
+/// An edge as a loop runs through it.
+struct Stretch {
+    Edge const *edge = nullptr;
+    bool reversed = false;
+};
+
+/// Turns faces into domains, and remembers which edges and duplicates they took.
 class Reporter {
 public:
-    Reporter(Network const &someNetwork, std::vector<DrawingCurve> const &someCurves, Faces const &someFaces)
-        : network(someNetwork), curves(someCurves), faces(someFaces) {}
-
-    /// The loop from its first edge on, with neighbouring stretches of one curve put together.
-    std::vector<DrawingPiece> LoopOf(Face const &face) const {
-        auto const &h = face.halfEdges;
-        auto const first = static_cast<std::size_t>(std::min_element(h.begin(), h.end()) - h.begin());
-        std::size_t const begin = StartOfStretch(h, first);
-        std::vector<DrawingPiece> loop;
-        for (std::size_t k = 0; k < h.size(); ++k) {
-            std::size_t const i = (begin + k) % h.size(), before = (begin + k + h.size() - 1) % h.size();
-            DrawingPiece const piece = PieceOf(EdgeOf(h[i]), curves, (h[i] & 1) != 0);
-            if (k > 0 && Continues(h[before], h[i]))
-                Extend(loop.back(), piece);
-            else
-                loop.push_back(piece);
+    Reporter(Network const &someNetwork, std::vector<DrawingCurve> const &someCurves, Faces const &someFaces,
+             std::vector<KeptDuplicate> const &someDuplicates)
+        : network(someNetwork), curves(someCurves), faces(someFaces), duplicates(someDuplicates),
+          edgeTaken(network.edges.size(), false), nextDuplicate(network.edges.size(), -1),
+          duplicateTaken(duplicates.size(), false), after(duplicates.size(), -1) {
+        for (std::size_t d = duplicates.size(); d-- > 0;) {
+            after[d] = nextDuplicate[At(duplicates[d].original)];
+            nextDuplicate[At(duplicates[d].original)] = static_cast<int>(d);
         }
-        if (loop.size() == 1 && loop[0].from == 0.0 && loop[0].to == 1.0 && EdgeOf(h[0]).isArc)
-            loop[0].type = DrawingCurveType::kCircle;
-        return loop;
     }
 
-    DrawingDomain DomainOf(int face, std::vector<int> const &holes) const {
+    DrawingDomain DomainOf(int face, std::vector<int> const &holes) {
         DrawingDomain domain;
-        Add(domain, faces.faces[At(face)]);
-        domain.outer = LoopOf(faces.faces[At(face)]);
-        for (int const hole : holes) {
-            Add(domain, faces.faces[At(hole)]);
-            domain.holes.push_back(LoopOf(faces.faces[At(hole)]));
-        }
+        domain.outer = Add(domain, face);
+        for (int const hole : holes)
+            domain.holes.push_back(Add(domain, hole));
         return domain;
     }
 
-private:
-    Edge const &EdgeOf(int half) const { return network.edges[At(EdgeOfHalf(half))]; }
+    bool IsTaken(std::size_t edge) const { return edgeTaken[edge]; }
+    bool IsDuplicateTaken(std::size_t duplicate) const { return duplicateTaken[duplicate]; }
 
-    void Add(DrawingDomain &domain, Face const &face) const {
+private:
+    std::vector<DrawingPiece> Add(DrawingDomain &domain, int index) {
+        Face const &face = faces.faces[At(index)];
         domain.area += face.area;
         domain.perimeter += LoopLength(network, face.halfEdges);
+        return LoopOf(face);
     }
 
-    /// Whether `next` goes on along the curve of `half` as one line or one arc.
-    bool Continues(int half, int next) const {
-        Edge const &a = EdgeOf(half), &b = EdgeOf(next);
-        if (half == next || a.curve != b.curve || (half & 1) != (next & 1) || a.isArc != b.isArc)
+    /// The edge of the half-edge for the face that asks first, and for the face on its other side the next of the kept
+    /// duplicates, so that a border drawn twice gives each of its two domains a curve of its own.
+    Stretch Take(int half) {
+        std::size_t const e = At(EdgeOfHalf(half));
+        Edge const &edge = network.edges[e];
+        int const d = nextDuplicate[e];
+        if (!edgeTaken[e] || d < 0) {
+            edgeTaken[e] = true;
+            return {&edge, (half & 1) != 0};
+        }
+        nextDuplicate[e] = after[At(d)];
+        duplicateTaken[At(d)] = true;
+        Edge const &other = duplicates[At(d)].edge;
+        bool const same =
+            edge.IsLoop() ? (edge.sweep > 0.0) == (other.sweep > 0.0) : edge.startPlace == other.startPlace;
+        return {&other, ((half & 1) != 0) == same};
+    }
+
+    /// The loop from its first edge on, with neighbouring stretches of one curve put together.
+    std::vector<DrawingPiece> LoopOf(Face const &face) {
+        std::vector<Stretch> loop;
+        for (int const h : face.halfEdges)
+            loop.push_back(Take(h));
+        auto const &halves = face.halfEdges;
+        auto first = std::min_element(halves.begin(), halves.end()) - halves.begin();
+        for (std::size_t k = 0; k < loop.size(); ++k) {
+            auto const before =
+                (first + static_cast<std::ptrdiff_t>(loop.size()) - 1) % static_cast<std::ptrdiff_t>(loop.size());
+            if (!Continues(loop[static_cast<std::size_t>(before)], loop[static_cast<std::size_t>(first)]))
+                break;
+            first = before;
+        }
+        std::rotate(loop.begin(), loop.begin() + first, loop.end());
+        std::vector<DrawingPiece> pieces;
+        for (std::size_t i = 0; i < loop.size(); ++i) {
+            DrawingPiece const piece = PieceOf(*loop[i].edge, curves, loop[i].reversed);
+            if (i > 0 && Continues(loop[i - 1], loop[i]))
+                Extend(pieces.back(), piece);
+            else
+                pieces.push_back(piece);
+        }
+        if (pieces.size() == 1 && loop[0].edge->isArc)
+            pieces[0].type = DrawingCurveType::kCircle;
+        return pieces;
+    }
+
+    /// Whether `b` goes on along the curve of `a` as one line or one arc.
+    bool Continues(Stretch s, Stretch next) const {
+        Edge const &a = *s.edge, &b = *next.edge;
+        if (&a == &b || a.curve != b.curve || s.reversed != next.reversed || a.isArc != b.isArc)
             return false;
-        if ((half & 1) == 0 ? a.to != b.from : a.from != b.to)
+        if (s.reversed ? a.from != b.to : a.to != b.from)
             return false;
         if (a.isArc)
             return a.center == b.center && a.radius == b.radius;
         DrawingPoint const u = a.end - a.start, v = b.end - b.start;
         return std::fabs(Cross(u, v)) <= 4.0 * network.rounding * std::max(Length(u), Length(v));
-    }
-
-    /// Goes back from `i` while the half-edges before it belong to one stretch with it.
-    std::size_t StartOfStretch(std::vector<int> const &h, std::size_t i) const {
-        for (std::size_t k = 0; k < h.size(); ++k) {
-            std::size_t const before = (i + h.size() - 1) % h.size();
-            if (!Continues(h[before], h[i]))
-                break;
-            i = before;
-        }
-        return i;
     }
 
     static void Extend(DrawingPiece &piece, DrawingPiece const &more) {
@@ -89,6 +118,11 @@ private:
     Network const &network;
     std::vector<DrawingCurve> const &curves;
     Faces const &faces;
+    std::vector<KeptDuplicate> const &duplicates;
+    std::vector<bool> edgeTaken;
+    std::vector<int> nextDuplicate; ///< of each edge, the first duplicate not taken yet
+    std::vector<bool> duplicateTaken;
+    std::vector<int> after; ///< of each duplicate, the next one of the same edge
 };
 
 /// The order in which faces are reported: by their earliest half-edge.
@@ -102,27 +136,34 @@ std::vector<int> OrderOf(Faces const &faces) {
     return order;
 }
 
+LeftoverReason ReasonOf(int block) {
+    return block == kDangleEdge ? LeftoverReason::kDangle : LeftoverReason::kBridge;
+}
+
 } // namespace
 
 void Report(Network const &network, std::vector<DrawingCurve> const &curves, Blocks const &blocks, Faces const &faces,
-            std::vector<int> const &parents, std::vector<KeptDuplicate> const &, DrawingResult &result) {
+            std::vector<int> const &parents, std::vector<KeptDuplicate> const &duplicates, DrawingResult &result) {
     std::vector<int> const order = OrderOf(faces);
     std::vector<std::vector<int>> holes(faces.faces.size());
     for (int const f : order)
         if (parents[At(f)] >= 0)
             holes[At(parents[At(f)])].push_back(f);
-    Reporter const reporter(network, curves, faces);
+    Reporter reporter(network, curves, faces, duplicates);
     for (int const f : order)
         if (!faces.faces[At(f)].isOutside)
             result.domains.push_back(reporter.DomainOf(f, holes[At(f)]));
-    result.leftovers = network.leftovers;
-    for (std::size_t e = 0; e < network.edges.size(); ++e) {
-        int const block = blocks.blockOfEdge[e];
-        if (block < 0)
-            result.leftovers.push_back({PieceOf(network.edges[e], curves, false),
-                                        block == kDangleEdge ? LeftoverReason::kDangle : LeftoverReason::kBridge});
-    }
+
     result.counts = network.counts;
+    result.leftovers = network.leftovers;
+    for (std::size_t e = 0; e < network.edges.size(); ++e)
+        if (!reporter.IsTaken(e))
+            result.leftovers.push_back({PieceOf(network.edges[e], curves, false), ReasonOf(blocks.blockOfEdge[e])});
+    for (std::size_t d = 0; d < duplicates.size(); ++d)
+        if (!reporter.IsDuplicateTaken(d)) {
+            ++result.counts.duplicates;
+            result.leftovers.push_back({PieceOf(duplicates[d].edge, curves, false), LeftoverReason::kDuplicate});
+        }
 }
 
 } // namespace zvi::lib::drawing
