@@ -54,6 +54,7 @@ struct Workload {
     double clusterRate; ///< share of the rectangles that fall into one small cluster
     bool movesObjects;
     int steps;
+    double clusterSize = 1e-3; ///< of the extent
 };
 
 constexpr int kTypeCount = 4;
@@ -88,9 +89,10 @@ private:
 
     MQuadMBR2D Rectangle() {
         bool const clustered = Uniform(0, 1) < m_run.clusterRate;
-        double const extent = clustered ? m_run.extent * 1e-3 : m_run.extent;
-        double x = Uniform(-extent, extent);
-        double y = Uniform(-extent, extent);
+        double const extent = clustered ? m_run.extent * m_run.clusterSize : m_run.extent;
+        double const shift = clustered ? m_run.extent * 0.3 : 0.0;
+        double x = shift + Uniform(-extent, extent);
+        double y = shift + Uniform(-extent, extent);
         double w = m_random() % 4 == 0 ? 0.0 : Uniform(0, m_run.size);
         double h = m_random() % 4 == 0 ? 0.0 : Uniform(0, m_run.size);
         if (m_run.lattice > 0 && !clustered) {
@@ -183,12 +185,22 @@ private:
 
 TEST(MQuadTreeOracle, NodesPoolsAndOrderOfHitsAreThoseOfTheSlowTree) {
     Workload const runs[] = {
-        {1, 128, 500, 5, 0, 0, false, 4000},       {2, 4, 500, 5, 0, 0, false, 4000},
-        {3, 4, 500, 200, 0, 0, false, 3000},       {4, 2, 64, 8, 4, 0, false, 4000},
-        {5, 1, 64, 8, 0, 0.2, false, 3000},        {6, 8, 1e4, 30, 0, 0.7, false, 4000},
-        {7, 4, 300, 20, 0, 0, true, 3000},         {8, 3, 0.1, 0.3, 0, 0, false, 3000},
-        {9, 6, 1e7, 1e6, 0.1, 0.3, true, 3000},    {10, 0, 50, 9, 1, 0, false, 2000},
-        {11, 128, 2000, 900, 0, 0.5, false, 4000}, {12, 16, 100, 60, 0, 0, false, 4000},
+        {1, 128, 500, 5, 0, 0, false, 4000},
+        {2, 4, 500, 5, 0, 0, false, 4000},
+        {3, 4, 500, 200, 0, 0, false, 3000},
+        {4, 2, 64, 8, 4, 0, false, 4000},
+        {5, 1, 64, 8, 0, 0.2, false, 3000},
+        {6, 8, 1e4, 30, 0, 0.7, false, 4000},
+        {7, 4, 300, 20, 0, 0, true, 3000},
+        {8, 3, 0.1, 0.3, 0, 0, false, 3000},
+        {9, 6, 1e7, 1e6, 0.1, 0.3, true, 3000},
+        {10, 0, 50, 9, 1, 0, false, 2000},
+        {11, 128, 2000, 900, 0, 0.5, false, 4000},
+        {12, 16, 100, 60, 0, 0, false, 4000},
+        {13, 5, 1000, 0, 0, 0.95, false, 4000, 0.02},
+        {14, 2, 1000, 10, 0, 0.97, false, 4000, 0.04},
+        {15, 9, 1000, 30, 0, 0.9, true, 4000, 0.03},
+        {16, 1, 1000, 3, 0, 0.95, false, 3000, 0.05},
     };
     for (Workload const &run : runs) {
         SCOPED_TRACE(testing::Message() << "seed " << run.seed);

@@ -1,6 +1,7 @@
 #include "zvi/spatial/MQuadNode.h"
 
 #include "zvi/spatial/MQuadTree.h"
+#include "zvi/spatial/QuadClusterDetail.h"
 #include "zvi/spatial/QuadCodeDetail.h"
 #include "zvi/spatial/QuadMemoryDetail.h"
 
@@ -161,15 +162,24 @@ int MQuadNode::Insert(MQuadObj *object) {
 }
 
 int MQuadNode::Insert(MQuadObj *object, MQuadMBR2D const &mbr) {
-    Descend(object, mbr, StartWatching(object));
+    Descend(object, mbr, StartWatchingAt(*this, object, mbr));
     return 0;
 }
 
 int MQuadNode::InsertWithMBR(MQuadObj *object, MQuadMBR2D const &mbr) {
     if (!IsFinite(mbr) || !GrowToContain(mbr))
         return -1;
-    Descend(object, mbr, StartWatching(object));
+    Descend(object, mbr, StartWatchingAt(*this, object, mbr));
     return 0;
+}
+
+/// An object that comes under another rectangle than its own is not trusted.
+bool MQuadNode::StartWatchingAt(MQuadNode &node, MQuadObj *object, MQuadMBR2D const &mbr) {
+    if (!IsSame(object->CurrentRectangle(), mbr)) {
+        object->LeaveWatch();
+        object->m_unwatched = true;
+    }
+    return node.StartWatching(object);
 }
 
 /// A leaf with room grows softly; a full or inner node doubles.
@@ -223,15 +233,34 @@ MQuadNode *MQuadNode::SplitFor(MQuadMBR2D const &mbr) {
     return nullptr;
 }
 
-bool MQuadNode::CanSplit(MQuadMBR2D const &mbr, MQuadMBR2D const *regions) const {
+bool MQuadNode::CanSplit(MQuadMBR2D const &mbr, MQuadMBR2D const *regions) {
     if (IsIndivisible(m_region))
         return false;
     int const own = GetChildNodeIndexContainingMBR(mbr, regions);
     // Fewer than two objects set no quadrant of their own; then distance alone decides.
     int common = own;
-    if (!IsAllSameQuad(regions, common) || own != common)
+    if (m_pool.m_cluster != nullptr)
+        common = m_pool.m_cluster->quadrant;
+    else if (!IsAllSameQuad(regions, common))
         return true;
-    return own != kChildCount && IsMemberFarFrom(mbr);
+    if (own != common || (own != kChildCount && IsMemberFarFrom(mbr)))
+        return true;
+    NoteCluster(own, mbr);
+    return false;
+}
+
+/// The rectangle joins the objects of this overfull leaf, all of them in one quadrant.
+void MQuadNode::NoteCluster(int quadrant, MQuadMBR2D const &mbr) {
+    if (m_pool.m_hasUntrusted || m_pool.GetCount() < 2)
+        return;
+    if (m_pool.m_cluster == nullptr) {
+        MQuadPoint2D const centre = Centre(mbr);
+        m_pool.m_cluster =
+            std::make_unique<QuadCluster>(QuadCluster{quadrant, {centre.x, centre.y, centre.x, centre.y}});
+        for (MQuadObj const *object : m_pool.m_objects)
+            m_pool.m_cluster->Add(Centre(object->m_mbr));
+    }
+    m_pool.m_cluster->Add(Centre(mbr));
 }
 
 bool MQuadNode::IsAllSameQuad(MQuadMBR2D const *regions, int &index) const {
@@ -250,6 +279,8 @@ bool MQuadNode::IsMemberFarFrom(MQuadMBR2D const &mbr) const {
     double const diagonal = Length(m_region.maxX - m_region.minX, m_region.maxY - m_region.minY);
     double const clusterSize = diagonal / kClusterDivisor;
     MQuadPoint2D const centre = Centre(mbr);
+    if (m_pool.m_cluster != nullptr && m_pool.m_cluster->FarthestFrom(centre) < clusterSize)
+        return false;
     for (std::size_t i = 0; i < m_pool.m_objects.Size(); ++i) {
         MQuadPoint2D const other = Centre(m_pool.m_objects[i]->CurrentRectangle());
         if (Length(other.x - centre.x, other.y - centre.y) >= clusterSize)

@@ -92,7 +92,7 @@ private:
     void DeleteChild();
     bool ExtendRegion(MQuadMBR2D const &mbr);
     bool IsAllSameQuad(MQuadMBR2D const *regions, int &index) const;
-    bool CanSplit(MQuadMBR2D const &mbr, MQuadMBR2D const *regions) const;
+    bool CanSplit(MQuadMBR2D const &mbr, MQuadMBR2D const *regions);
     void Split(MQuadMBR2D const *regions);
     void Extend(MQuadMBR2D const &mbr);
     void Extend(MQuadPoint2D const &point);
@@ -116,10 +116,12 @@ private:
     void CollectHits(Hits &hits) const;
     void AddHitsOfPool(Hits &hits) const;
 
+    void NoteCluster(int quadrant, MQuadMBR2D const &mbr);
     bool StartWatching(MQuadObj *object);
     MQuadNode *FindWatched(MQuadObj const *object, int &index);
     MQuadNode *FindAnywhere(MQuadObj const *object, int &index);
     void Purge(MQuadObj const *object);
+    static bool StartWatchingAt(MQuadNode &node, MQuadObj *object, MQuadMBR2D const &mbr);
     void StopWatching(MQuadObj *object);
     void StopWatchingAll();
 

@@ -1,5 +1,6 @@
 #include "zvi/spatial/MQuadObjPool.h"
 
+#include "zvi/spatial/QuadClusterDetail.h"
 #include "zvi/spatial/QuadCodeDetail.h"
 #include "zvi/spatial/QuadPoolIndexDetail.h"
 
@@ -52,6 +53,7 @@ void MQuadObjPool::RemoveAt(int index) {
         // It may stand here several times, and the index could not tell which one goes.
         DropIndex();
     }
+    m_cluster.reset();
     m_objects.RemoveAt(i);
     m_codes.RemoveAt(i);
 }
@@ -77,8 +79,10 @@ void MQuadObjPool::Append(MQuadObj *object, QuadCode code) {
         DropFirstUnlessLive();
     m_objects.PushBack(object);
     m_codes.PushBack(code);
-    if (code == kUntrustedCode)
+    if (code == kUntrustedCode) {
         m_hasUntrusted = true;
+        m_cluster.reset();
+    }
     if (m_index == nullptr)
         return;
     if (code == kUntrustedCode)
@@ -103,6 +107,7 @@ void MQuadObjPool::Distrust(std::size_t index) {
         m_index->Distrust(m_objects[index], m_objects[index]->m_mbr);
     m_codes[index] = kUntrustedCode;
     m_hasUntrusted = true;
+    m_cluster.reset();
 }
 
 /// The region of the node has changed.
@@ -132,12 +137,14 @@ void MQuadObjPool::IndexFor(MQuadMBR2D const &region) {
 
 void MQuadObjPool::DropIndex() {
     m_index.reset();
+    m_cluster.reset();
 }
 
 void MQuadObjPool::Swap(MQuadObjPool &other) {
     m_objects.Swap(other.m_objects);
     m_codes.Swap(other.m_codes);
     m_index.swap(other.m_index);
+    m_cluster.swap(other.m_cluster);
     std::swap(m_hasUntrusted, other.m_hasUntrusted);
 }
 

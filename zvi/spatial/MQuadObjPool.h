@@ -10,6 +10,7 @@
 namespace zvi::lib {
 
 class QuadPoolIndex;
+struct QuadCluster;
 
 /// A rectangle in four bytes.
 using QuadCode = std::uint32_t;
@@ -54,6 +55,8 @@ private:
     MArray<QuadCode> m_codes;
     /// Exists in inner nodes with many objects.
     std::unique_ptr<QuadPoolIndex> m_index;
+    /// Exists in overfull leaves whose objects are all trusted and in one quadrant.
+    std::unique_ptr<QuadCluster> m_cluster;
     bool m_hasUntrusted = false;
 };
 
