@@ -4,7 +4,11 @@
 #include "apps/zvi/common/Failure.h"
 #include "apps/zvi/common/NearestName.h"
 #include "apps/zvi/common/Terminal.h"
+#include "apps/zvi/convert/ConvertCommand.h"
 #include "apps/zvi/domains/DomainsCommand.h"
+#include "apps/zvi/eval/EvalCommand.h"
+#include "apps/zvi/numbers/NumbersCommand.h"
+#include "apps/zvi/units/UnitsCommand.h"
 
 #include "zvi/core/Version.h"
 
@@ -20,6 +24,7 @@ std::string HelpText() {
     std::string text = "Examples:\n"
                        "  zvi domains plan.dxf                      the closed domains of a drawing\n"
                        "  zvi domains --svg plan.svg plan.dxf       and a picture of them\n"
+                       "  zvi eval '1+2*3'                          the value of an expression\n"
                        "\n"
                        "Usage: zvi VERB [options] [FILE]\n"
                        "\n"
@@ -79,6 +84,10 @@ int Dispatch(std::vector<std::string> const &arguments, Console &console) {
 std::vector<Verb> const &Verbs() {
     static std::vector<Verb> const kVerbs = {
         {"domains", "the closed domains of a drawing (DXF or curve text)", RunDomains},
+        {"eval", "the numbers of a typed text: expressions, positions, grids, lists", RunEval},
+        {"convert", "a value from one unit label to another", RunConvert},
+        {"units", "the kinds of quantity, their unit labels and factors", RunUnits},
+        {"numbers", "number lists as compact text, and back", RunNumbers},
     };
     return kVerbs;
 }

@@ -18,6 +18,25 @@ constexpr wchar_t const *kLengthUnits[] = {L"mm", L"cm", L"m", L"in", L"ft", L"u
 /// What the scan of a number with units is in the middle of.
 enum class Scan { kNothing, kNumber, kLetters, kOther };
 
+/// A text, and for each of its characters the index of the typed one.
+struct TracedWord {
+    CString text;
+    std::vector<int> sources;
+
+    void Add(wchar_t c, int source) {
+        text += c;
+        sources.push_back(source);
+    }
+    void Add(TracedWord const &other) {
+        text += other.text;
+        sources.insert(sources.end(), other.sources.begin(), other.sources.end());
+    }
+    void Empty() {
+        text.Empty();
+        sources.clear();
+    }
+};
+
 } // namespace
 
 MParser::MParser() = default;
@@ -34,51 +53,63 @@ int MParser::ParsingUINumberArg(CString const &text, MUnitCtrl *unit) {
 }
 
 CString MParser::SetUnitArgTokenString(CString const &text, CString const &, MUnitCtrl *unit) {
-    CString const normalized = NormalizeCommandText(text);
-    CString result;
-    CString number;
-    CString letters;
+    std::vector<int> sources;
+    return SetUnitArgTokenString(text, unit, sources);
+}
+
+CString MParser::SetUnitArgTokenString(CString const &text, MUnitCtrl *unit, std::vector<int> &sources) {
+    std::vector<int> typed;
+    CString const normalized = NormalizeCommandText(text, typed);
+    TracedWord result;
+    TracedWord number;
+    TracedWord letters;
     bool lettersBehindNumber = false;
     Scan scan = Scan::kNothing;
     auto const appendConverted = [&] {
-        ConvertUnitToken(letters, unit);
-        result.AppendFormat(L"(%s%s)", number.GetString(), letters.GetString());
+        ConvertUnitToken(letters.text, unit);
+        result.Add(L'(', number.sources.front());
+        result.Add(number);
+        result.Add({letters.text,
+                    std::vector<int>(static_cast<std::size_t>(letters.text.GetLength()), letters.sources.front())});
+        result.Add(L')', letters.sources.back());
         lettersBehindNumber = false;
     };
     for (int i = 0; i < normalized.GetLength(); ++i) {
         wchar_t const c = normalized.GetAt(i);
+        int const source = typed[static_cast<std::size_t>(i)];
         if (IsAlpahbetUpper(c)) {
             if (scan != Scan::kLetters)
                 letters.Empty();
             lettersBehindNumber = lettersBehindNumber || scan == Scan::kNumber;
-            letters += c;
+            letters.Add(c, source);
             scan = Scan::kLetters;
             continue;
         }
         if (lettersBehindNumber)
             appendConverted();
         else
-            result += letters;
+            result.Add(letters);
         letters.Empty();
         if (c == L',')
             continue;
         if (IsNumberSymbol(c)) {
             if (scan != Scan::kNumber)
                 number.Empty();
-            number += c;
+            number.Add(c, source);
             scan = Scan::kNumber;
             continue;
         }
         if (scan == Scan::kNumber)
-            result += number;
-        result += c;
+            result.Add(number);
+        result.Add(c, source);
         scan = Scan::kOther;
     }
     if (scan == Scan::kNumber)
-        result += number;
+        result.Add(number);
     if (lettersBehindNumber)
         appendConverted();
-    return result;
+    sources = std::move(result.sources);
+    return result.text;
 }
 
 int MParser::ConvertUnitToken(CString &token, MUnitCtrl *unit) {

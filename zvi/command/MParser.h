@@ -2,6 +2,8 @@
 
 #include "zvi/command/MyParser.h"
 
+#include <vector>
+
 namespace zvi::lib {
 
 class MUnitCtrl;
@@ -22,6 +24,9 @@ public:
     /// behind a number that is no length unit stays, in lower case, and makes the parse fail; so do "ft" and other
     /// words with a B or a T, which are markers by then. `token` is not used.
     CString SetUnitArgTokenString(CString const &text, CString const &token, MUnitCtrl *unit);
+    /// The same; `sources` receives, for each character of the result, the index in `text` of the character it comes
+    /// from.
+    CString SetUnitArgTokenString(CString const &text, MUnitCtrl *unit, std::vector<int> &sources);
 
     /// Turns "mm", "cm", "m", "in", "ft" or "um", whatever its case, into "*" and its factor with six decimals, and
     /// returns 1. Any other word becomes lower case and returns 0; without `unit` it stays as it is.

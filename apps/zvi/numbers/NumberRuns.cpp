@@ -1,0 +1,176 @@
+#include "apps/zvi/numbers/NumberRuns.h"
+
+#include "apps/zvi/common/Failure.h"
+#include "apps/zvi/common/WideText.h"
+#include "apps/zvi/eval/EvalText.h"
+
+#include "zvi/command/MNumericOptimizer.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+
+namespace zvi::app {
+
+namespace {
+
+using lib::MNumericOptimizer;
+
+/// Refuses the text at a place, as `zvi eval` does.
+[[noreturn]] void Refuse(CString const &text, Span const &where, std::string const &what, std::string const &hint) {
+    std::string const told = DiagnosisText(text, {where, what, hint});
+    throw InputError(0, told.substr(0, told.size() - 1));
+}
+
+/// The text with blanks for the commas and line ends that separate its items, too.
+CString WithBlanks(std::string const &text) {
+    std::string blanks = text;
+    std::replace_if(
+        blanks.begin(), blanks.end(), [](char c) { return c == ',' || c == '\n' || c == '\t'; }, ' ');
+    return WideOf(blanks);
+}
+
+/// Walks over the tokens of a text.
+class RunReader {
+public:
+    explicit RunReader(std::string const &text) : shown(WideOf(text)), units(WithBlanks(text)) {}
+
+    bool AtEnd() {
+        SkipBlanks();
+        return pos >= static_cast<std::uint64_t>(units.GetLength());
+    }
+
+    /// Whether the next token is of this type; if so, passes it.
+    bool Pass(MNumericOptimizer::TokenType wanted) {
+        SkipBlanks();
+        std::uint64_t after = pos;
+        std::uint64_t type = 0;
+        std::uint64_t read = 0;
+        if (!optimizer.GetToken(units.GetString(), after, type, read) || type != wanted) {
+            return false;
+        }
+        begin = pos;
+        pos = after;
+        value = static_cast<std::int64_t>(read);
+        return true;
+    }
+
+    long Number(char const *hint) {
+        if (!Pass(MNumericOptimizer::kNumber)) {
+            RefuseHere(AtEnd() ? "the text ends where a number is expected" : "no number", hint);
+        }
+        return static_cast<long>(value);
+    }
+
+    [[noreturn]] void RefuseHere(std::string const &what, std::string const &hint) const {
+        std::size_t const at = static_cast<std::size_t>(pos);
+        std::wstring_view const all(units.GetString());
+        std::size_t const end = std::min(all.find(L' ', at), all.size());
+        Refuse(shown, {at, std::max<std::size_t>(1, end - at)}, what, hint);
+    }
+
+    /// Refuses the item from `from` to here.
+    [[noreturn]] void RefuseFrom(std::uint64_t from, std::string const &what, std::string const &hint) const {
+        Refuse(shown, {static_cast<std::size_t>(from), static_cast<std::size_t>(pos - from)}, what, hint);
+    }
+
+    std::uint64_t LastBegin() const { return begin; }
+
+private:
+    void SkipBlanks() {
+        while (pos < static_cast<std::uint64_t>(units.GetLength()) &&
+               (units.GetAt(static_cast<int>(pos)) == L' ' || units.GetAt(static_cast<int>(pos)) == L'\r')) {
+            ++pos;
+        }
+    }
+
+    CString shown;
+    CString units;
+    MNumericOptimizer optimizer;
+    std::uint64_t pos = 0;
+    std::uint64_t begin = 0;
+    std::int64_t value = 0;
+};
+
+constexpr char const *kRunsHint = "runs are numbers and ranges such as 1to9by2 20";
+
+/// How far apart two numbers are.
+std::uint64_t Distance(long a, long b) {
+    return a > b ? static_cast<std::uint64_t>(a) - static_cast<std::uint64_t>(b)
+                 : static_cast<std::uint64_t>(b) - static_cast<std::uint64_t>(a);
+}
+
+/// Appends the numbers of a range; false when that would be too many.
+bool AppendRange(std::vector<long> &numbers, long first, long last, long step) {
+    std::uint64_t const size = Distance(step, 0);
+    std::uint64_t const steps = size == 0 ? 0 : Distance(first, last) / size;
+    if (steps >= kMostRunNumbers - std::min(numbers.size(), kMostRunNumbers)) {
+        return false;
+    }
+    for (std::uint64_t i = 0; i <= steps; ++i) {
+        std::uint64_t const moved = i * size;
+        std::uint64_t const from = static_cast<std::uint64_t>(first);
+        numbers.push_back(static_cast<long>(first <= last ? from + moved : from - moved));
+    }
+    return true;
+}
+
+/// The list as the library's array of numbers.
+MArray<long> ArrayOf(std::vector<long> const &numbers) {
+    MArray<long> array;
+    array.Resize(numbers.size());
+    std::copy(numbers.begin(), numbers.end(), array.begin());
+    return array;
+}
+
+} // namespace
+
+std::vector<long> ExpandRuns(std::string const &text) {
+    RunReader reader(text);
+    std::vector<long> numbers;
+    while (!reader.AtEnd()) {
+        long const first = reader.Number(kRunsHint);
+        std::uint64_t const begin = reader.LastBegin();
+        bool const isRange = reader.Pass(MNumericOptimizer::kTo);
+        long const last = isRange ? reader.Number("a range is FIRSTtoLAST or FIRSTtoLASTbySTEP") : first;
+        bool const hasStep = isRange && reader.Pass(MNumericOptimizer::kBy);
+        long const step = hasStep ? reader.Number("a range is FIRSTtoLASTbySTEP") : 1;
+        if (!AppendRange(numbers, first, last, step)) {
+            reader.RefuseFrom(begin, "too many numbers", "a text may name up to 10,000,000 numbers");
+        }
+    }
+    return numbers;
+}
+
+std::vector<long> ListedNumbers(std::string const &text) {
+    RunReader reader(text);
+    std::vector<long> numbers;
+    while (!reader.AtEnd()) {
+        numbers.push_back(reader.Number("compress takes integers, separated by blanks, commas or line ends"));
+    }
+    return numbers;
+}
+
+std::string CompressNumbers(std::vector<long> const &numbers) {
+    MArray<long> array = ArrayOf(numbers);
+    return Utf8Of(MNumericOptimizer().OptimizeUnsortedArray(array));
+}
+
+std::vector<long> SelectNumbers(std::vector<long> const &list, std::string const &text, bool keepOrder) {
+    std::vector<long> ascending = list;
+    std::sort(ascending.begin(), ascending.end());
+    ascending.erase(std::unique(ascending.begin(), ascending.end()), ascending.end());
+    MArray<long> array = ArrayOf(ascending);
+    MArray<long> selected;
+    CString const units = WithBlanks(text);
+    MNumericOptimizer optimizer;
+    int const read = keepOrder ? optimizer.SelectNumByStrKeepSeq(array, units.GetString(), selected, 1)
+                               : optimizer.SelectNumByStr(array, units.GetString(), selected);
+    if (!read) {
+        ExpandRuns(text); // tells what is wrong
+        Refuse(WideOf(text), {0, 1}, "the text cannot be read", kRunsHint);
+    }
+    return {selected.begin(), selected.end()};
+}
+
+} // namespace zvi::app

@@ -1,0 +1,127 @@
+#include "apps/zvi/numbers/NumbersCommand.h"
+
+#include "apps/zvi/common/CommandLine.h"
+#include "apps/zvi/common/ExitStatus.h"
+#include "apps/zvi/common/Failure.h"
+#include "apps/zvi/common/NearestName.h"
+#include "apps/zvi/numbers/NumberRuns.h"
+
+#include <nlohmann/json.hpp>
+
+#include <iterator>
+
+namespace zvi::app {
+
+namespace {
+
+constexpr char const *kExamples =
+    "Examples:\n"
+    "  zvi numbers compress 1 3 5 7 9 20          1to9by2 20\n"
+    "  zvi numbers expand '1to9by2 20'            1 3 5 7 9 20\n"
+    "  zvi numbers select --from 1to100 '95to200by2'\n"
+    "                                             the numbers of the list that the text names\n"
+    "  seq 1 1000 | zvi numbers compress          numbers from standard input\n"
+    "\n";
+
+constexpr char const *kFooter =
+    "\n"
+    "Jobs: compress turns numbers into runs, each number once and in ascending order; expand lists the numbers of\n"
+    "runs; select lists those of LIST, ascending and each once. A run is FIRSTtoLAST or FIRSTtoLASTbySTEP, T and B\n"
+    "for short. '-' or no TEXT reads standard input.\n"
+    "\n"
+    "Exit status: 0 done; 1 the text cannot be read; 2 wrong usage; 4 a fault of the program.\n";
+
+struct NumbersOptions {
+    std::string job;
+    std::string from;
+    bool keepOrder = false;
+    bool json = false;
+    std::vector<std::string> text;
+    std::string help;
+};
+
+void CheckJob(NumbersOptions const &options, bool hasList) {
+    std::vector<std::string> const jobs = {"compress", "expand", "select"};
+    if (std::find(jobs.begin(), jobs.end(), options.job) == jobs.end()) {
+        std::string const nearest = NearestName(options.job, jobs);
+        throw UsageError(options.job.empty() ? "numbers needs a job: compress, expand or select"
+                                             : "unknown job '" + options.job + "'; " +
+                                                   (nearest.empty() ? "the jobs are compress, expand and select"
+                                                                    : "did you mean '" + nearest + "'?"));
+    }
+    bool const selects = options.job == "select";
+    if (selects != hasList) {
+        throw UsageError(selects ? "select needs --from LIST, the numbers to select from, such as --from 1to100"
+                                 : "--from goes with select, not with " + options.job);
+    }
+    if (options.keepOrder && !selects) {
+        throw UsageError("--keep-order goes with select, not with " + options.job);
+    }
+}
+
+NumbersOptions Parse(std::vector<std::string> const &arguments) {
+    NumbersOptions options;
+    CLI::App app("Number lists as compact text, and back.");
+    app.name("zvi numbers");
+    app.set_help_flag("-h,--help", "This text");
+    app.add_option("JOB", options.job, "compress, expand or select");
+    app.add_option("TEXT", options.text, "Numbers or runs; several words are joined by blanks");
+    CLI::Option const *const from =
+        app.add_option("--from", options.from, "The numbers to select from, as runs")->type_name("LIST");
+    app.add_flag("--keep-order", options.keepOrder, "Select in the order of the text");
+    app.add_flag("--json", options.json, "One JSON object");
+    ParsedWords const parsed = ParseCommandLine(app, arguments);
+    if (parsed.wantsHelp) {
+        options.help = kExamples + app.help() + kFooter;
+        return options;
+    }
+    if (!parsed.words.empty()) {
+        options.job = parsed.words.front();
+        options.text.assign(parsed.words.begin() + 1, parsed.words.end());
+    }
+    CheckJob(options, from->count() > 0);
+    return options;
+}
+
+std::string TextOf(NumbersOptions const &options, Console &console) {
+    if (options.text.empty() || (options.text.size() == 1 && options.text[0] == "-")) {
+        return {std::istreambuf_iterator<char>(console.in), std::istreambuf_iterator<char>()};
+    }
+    std::string text;
+    for (std::string const &word : options.text) {
+        text += (text.empty() ? "" : " ") + word;
+    }
+    return text;
+}
+
+std::string NumbersText(std::vector<long> const &numbers, bool json) {
+    if (json) {
+        return nlohmann::ordered_json{{"schema", 1}, {"numbers", numbers}}.dump() + "\n";
+    }
+    std::string text;
+    for (long const number : numbers) {
+        text += text.empty() ? "" : " ";
+        text += std::to_string(number);
+    }
+    return text + "\n";
+}
+
+} // namespace
+
+int RunNumbers(std::vector<std::string> const &arguments, Console &console) {
+    NumbersOptions const options = Parse(arguments);
+    if (!options.help.empty()) {
+        return WriteResult(console, options.help);
+    }
+    std::string const text = TextOf(options, console);
+    if (options.job == "compress") {
+        std::string const runs = CompressNumbers(ListedNumbers(text));
+        nlohmann::ordered_json const json = {{"schema", 1}, {"text", runs}};
+        return WriteResult(console, options.json ? json.dump() + "\n" : runs + "\n");
+    }
+    std::vector<long> const numbers =
+        options.job == "expand" ? ExpandRuns(text) : SelectNumbers(ExpandRuns(options.from), text, options.keepOrder);
+    return WriteResult(console, NumbersText(numbers, options.json));
+}
+
+} // namespace zvi::app
