@@ -60,15 +60,17 @@ ConvertOptions Parse(std::vector<std::string> const &arguments) {
         return options;
     }
     std::vector<std::string> &words = parsed.words;
-    if (words.size() == 4 && SameNoCase(words[2], "to")) {
-        words.erase(words.begin() + 2);
+    if (words.size() > 3 && SameNoCase(words[words.size() - 2], "to")) {
+        words.erase(words.end() - 2);
     }
-    if (words.size() != 3) {
+    if (words.size() < 3) {
         throw UsageError("convert needs VALUE FROM TO, such as 12.5 kN/m^2 kgf/cm^2");
     }
-    options.value = words[0];
-    options.from = words[1];
-    options.to = words[2];
+    options.to = words.back();
+    options.from = words[words.size() - 2];
+    for (std::size_t i = 0; i + 2 < words.size(); ++i) {
+        options.value += (i == 0 ? "" : " ") + words[i];
+    }
     options.kind = kind.empty() ? std::nullopt : std::optional(UnitKindNamed(kind));
     return options;
 }

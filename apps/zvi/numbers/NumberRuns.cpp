@@ -57,7 +57,12 @@ public:
 
     long Number(char const *hint) {
         if (!Pass(MNumericOptimizer::kNumber)) {
-            RefuseHere(AtEnd() ? "the text ends where a number is expected" : "no number", hint);
+            bool const atEnd = AtEnd();
+            bool const isDigit = !atEnd && IsDigit(units.GetAt(static_cast<int>(pos)));
+            RefuseHere(atEnd     ? "the text ends where a number is expected"
+                       : isDigit ? "the number is too large"
+                                 : "no number",
+                       hint);
         }
         return static_cast<long>(value);
     }

@@ -40,7 +40,8 @@ constexpr Spelling kSigns[] = {
 
 /// Words of a label as people write them too.
 constexpr Spelling kWords[] = {
-    {"um", "\u00B5m"}, {"s", "sec"}, {"h", "hr"}, {"lb", "lbf"}, {"degC", "\u00B0C"},
+    {"um", "\u00B5m"}, {"inch", "in"}, {"foot", "ft"}, {"feet", "ft"},
+    {"s", "sec"},      {"h", "hr"},    {"hour", "hr"}, {"degC", "\u00B0C"},
 };
 
 /// Names of whole labels that are products of base units.
@@ -76,6 +77,12 @@ std::string Lower(std::string text) {
         c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
     }
     return text;
+}
+
+/// Products are often written without their sign: kNm.
+std::string WithoutStars(std::string label) {
+    std::erase(label, '*');
+    return label;
 }
 
 struct BaseOfIndex {
@@ -179,18 +186,19 @@ double UnitCatalogue::Factor(int kind, lib::T_UNIT_INDEX const &index) const {
 
 std::vector<UnitLabel> UnitCatalogue::Find(std::string const &typed) const {
     std::string const wanted = PlainLabel(typed);
+    std::string const joined = WithoutStars(wanted);
     std::vector<UnitLabel> found;
-    std::vector<UnitLabel> anyCase;
+    std::vector<UnitLabel> near;
     std::set<std::string> spellings;
     for (std::size_t i = 0; i < labels.size(); ++i) {
         if (plain[i] == wanted) {
             found.push_back(labels[i]);
-        } else if (SameNoCase(plain[i], wanted)) {
-            anyCase.push_back(labels[i]);
+        } else if (SameNoCase(WithoutStars(plain[i]), joined)) {
+            near.push_back(labels[i]);
             spellings.insert(plain[i]);
         }
     }
-    return found.empty() && spellings.size() == 1 ? anyCase : found;
+    return found.empty() && spellings.size() == 1 ? near : found;
 }
 
 std::string UnitCatalogue::Nearest(std::string const &typed, std::vector<int> const &kinds) const {
@@ -226,6 +234,11 @@ std::vector<UnitConversion> FindConversions(UnitCatalogue const &catalogue, doub
                 conversions.push_back({source, target, moved, IgnoredBase(catalogue, source, target)});
             }
         }
+    }
+    // A kind whose factor does not follow a unit that its labels show is for those who ask for it.
+    auto const follows = [](UnitConversion const &conversion) { return conversion.ignoredBase.empty(); };
+    if (!kind && std::any_of(conversions.begin(), conversions.end(), follows)) {
+        std::erase_if(conversions, [follows](UnitConversion const &conversion) { return !follows(conversion); });
     }
     if (conversions.empty() && kind) {
         throw InputError(0, "kind " + std::to_string(*kind) + " has no labels '" + from + "' and '" + to +

@@ -28,7 +28,7 @@ public:
 
     /// The labels that `typed` means: as they stand; or with the signs and aliases that people use (middle dots, raised
     /// digits, "**", "um", "s", "MPa", without square brackets and blanks); or, where only one label fits, without
-    /// regard to case. Empty when there is none.
+    /// regard to case and "*". Empty when there is none.
     std::vector<UnitLabel> Find(std::string const &typed) const;
 
     /// The label that comes nearest to `typed` among those of these kinds, or among all when there are none; empty
@@ -56,7 +56,8 @@ struct UnitConversion {
     std::string ignoredBase;
 };
 
-/// The conversions of `value` by every kind that has both labels, or by `kind` alone. Throws InputError for a label
+/// The conversions of `value` by every kind that has both labels, or by `kind` alone. Kinds whose factor ignores a base
+/// unit are left out, unless there is no other or `kind` names one. Throws InputError for a label
 /// that no kind has, with the nearest, and for two labels without a common kind.
 std::vector<UnitConversion> FindConversions(UnitCatalogue const &catalogue, double value, std::string const &from,
                                             std::string const &to, std::optional<int> kind);

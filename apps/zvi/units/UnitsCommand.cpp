@@ -96,7 +96,8 @@ std::vector<Row> RowsOfSystem(lib::MUnitCtrl &units, std::optional<int> kind) {
 
 std::vector<Row> RowsOfKind(int kind) {
     std::vector<Row> rows;
-    for (UnitLabel const &label : UnitCatalogue().Labels()) {
+    UnitCatalogue const catalogue;
+    for (UnitLabel const &label : catalogue.Labels()) {
         if (label.kind == kind) {
             rows.push_back({kind, label.label, label.factor});
         }

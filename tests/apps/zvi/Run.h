@@ -1,0 +1,27 @@
+#pragma once
+
+#include "apps/zvi/Program.h"
+
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace zvi::app {
+
+/// What a run of the program left behind.
+struct RunOutcome {
+    int status = 0;
+    std::string out;
+    std::string err;
+};
+
+inline RunOutcome RunProgramOn(std::vector<std::string> const &arguments, std::string const &input = "") {
+    std::istringstream in(input);
+    std::ostringstream out;
+    std::ostringstream err;
+    Console console{in, out, err, false, false};
+    int const status = RunProgram(arguments, console);
+    return {status, out.str(), err.str()};
+}
+
+} // namespace zvi::app
