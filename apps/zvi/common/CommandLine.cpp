@@ -49,8 +49,13 @@ ParsedWords ParseCommandLine(CLI::App &app, std::vector<std::string> const &argu
         } else if (!argument.starts_with("--")) {
             parsed.words.push_back(argument);
         } else if (NeedsNextArgument(app, argument) && i + 1 < arguments.size()) {
-            // With "=", a value that begins with a minus is no option.
-            options.push_back(argument + "=" + arguments[++i]);
+            // With "=", a value that begins with a minus is no option; an empty one is none at all.
+            std::string const &value = arguments[++i];
+            if (value.empty()) {
+                options.insert(options.end(), {argument, value});
+            } else {
+                options.push_back(argument + "=" + value);
+            }
         } else {
             options.push_back(argument);
         }

@@ -15,6 +15,9 @@ namespace {
 /// The message that follows every other one.
 constexpr std::string_view kGeneralMessage = "Syntax Error";
 
+/// Texts that name more numbers than this are not read again in search of a mistake, which could take seconds.
+constexpr long long kMostToReadAgain = 100'000;
+
 /// Longest corrected text that a hint shows, in characters.
 constexpr std::size_t kLongestShown = 100;
 
@@ -27,7 +30,7 @@ std::string Joined(std::vector<std::string> const &messages) {
             joined += (joined.empty() ? "" : "; ") + message;
         }
     }
-    return joined;
+    return joined.empty() ? "there is no number in the text" : joined;
 }
 
 std::optional<Mistake> FirstOf(FailedText const &failed,
@@ -62,8 +65,10 @@ std::optional<Mistake> FindSlip(FailedText const &failed) {
 
 Mistake FindMistake(FailedText const &failed) {
     std::optional<Mistake> found =
-        FirstOf(failed, {FindTooMuch, FindAssignment, FindUnit, FindUnknownName, FindFunctionDomain, FindZeroDivisor,
-                         FindExponent, FindSlip, FindItem, FindOtherMode});
+        FirstOf(failed, {FindTooMuch, FindAssignment, FindUnit, FindUnknownName, FindFunctionDomain});
+    if (!found && failed.NamedNumbers() <= kMostToReadAgain) {
+        found = FirstOf(failed, {FindZeroDivisor, FindExponent, FindSlip, FindItem, FindOtherMode});
+    }
     return found ? *found : DescribePlace(failed);
 }
 

@@ -164,7 +164,8 @@ EvalOutcome Evaluate(CString const &text, EvalSettings const &settings) {
         units.Initialize(*settings.unitSystem);
         read = lib::MParser().SetUnitArgTokenString(text, &units, unitSources);
     }
-    outcome.parsed = ReadAs(settings.mode, parser, read, outcome);
+    // With units a text that leaves nothing to read is none, whereas an empty text without units is 0.
+    outcome.parsed = !(hasUnits && read.IsEmpty()) && ReadAs(settings.mode, parser, read, outcome);
     if (!outcome.parsed) {
         outcome.groups.clear();
         TraceFailure(parser, read, text, hasUnits ? &unitSources : nullptr, outcome);

@@ -20,6 +20,8 @@ struct FailedText {
     std::string Typed(Span const &span) const;
     /// The stretch of the typed text behind these characters of the line; `from` is less than `to`.
     Span SpanOfLine(std::size_t from, std::size_t to) const;
+    /// How many numbers the ranges and repeats of the text name together.
+    long long NamedNumbers() const;
     /// The outcome of another text, or of the same text in another mode.
     EvalOutcome Other(std::wstring_view text, EvalMode mode) const;
 };

@@ -184,24 +184,6 @@ Span SurplusItem(FailedText const &failed) {
     return tooMany ? failed.SpanOfLine(items[most].begin, items[most].End()) : Span{failed.Place(), 1};
 }
 
-/// How many numbers the ranges and repeats of a text name together.
-long long NamedNumbers(std::wstring const &typed) {
-    long long count = 0;
-    for (TypedRange const &range : TypedRanges(typed)) {
-        count += range.Count().value_or(0);
-    }
-    for (std::size_t at = typed.find(L'@'); at != kNowhere; at = typed.find(L'@', at + 1)) {
-        std::size_t begin = at;
-        while (begin > 0 && IsDigit(typed[begin - 1])) {
-            --begin;
-        }
-        constexpr std::size_t kMostDigits = 12;
-        bool const counts = begin < at && at - begin <= kMostDigits;
-        count += counts ? std::stoll(typed.substr(begin, at - begin)) : 0;
-    }
-    return count;
-}
-
 } // namespace
 
 std::string FailedText::Typed(Span const &span) const {
@@ -221,6 +203,23 @@ EvalOutcome FailedText::Other(std::wstring_view text, EvalMode mode) const {
     return Evaluate(CString(text), other);
 }
 
+long long FailedText::NamedNumbers() const {
+    long long count = 0;
+    for (TypedRange const &range : TypedRanges(typed)) {
+        count += range.Count().value_or(0);
+    }
+    for (std::size_t at = typed.find(L'@'); at != kNowhere; at = typed.find(L'@', at + 1)) {
+        std::size_t begin = at;
+        while (begin > 0 && IsDigit(typed[begin - 1])) {
+            --begin;
+        }
+        constexpr std::size_t kMostDigits = 12;
+        bool const counts = begin < at && at - begin <= kMostDigits;
+        count += counts ? std::stoll(typed.substr(begin, at - begin)) : 0;
+    }
+    return count;
+}
+
 std::optional<Mistake> FindTooMuch(FailedText const &failed) {
     if (failed.outcome.line.GetLength() > kLeastRoom && failed.outcome.at == 0) {
         return Mistake{{failed.Place(), 1},
@@ -236,7 +235,7 @@ std::optional<Mistake> FindTooMuch(FailedText const &failed) {
     if (numbers > lib::SymbolTable::kMostNumbers) {
         return Mistake{{failed.Place(), 1}, "a line holds at most 1,000 numbers; write runs as ranges, or two lines"};
     }
-    long long const named = NamedNumbers(failed.typed);
+    long long const named = failed.NamedNumbers();
     bool const isList = !ReadsDoubles(failed.settings.mode) && !ReadsOneExpression(failed.settings.mode);
     if (isList && named > lib::Parser::kMostArguments) {
         return Mistake{{0, failed.typed.size()},

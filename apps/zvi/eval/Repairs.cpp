@@ -280,6 +280,17 @@ std::wstring FeetInInches(Failed const &failed) {
     return failed.text;
 }
 
+/// With units a name at the end of the text is taken for a unit that has no number, and passed over.
+std::wstring NameAtEnd(Failed const &failed) {
+    std::vector<Span> const words = Words(failed.text);
+    bool const ends = !words.empty() && NextItem(failed.text, words.back().End()) == kNowhere;
+    if (!ends || !failed.settings.unitSystem || !KnowsUnits(failed.settings.mode)) {
+        return failed.text;
+    }
+    Span const &name = words.back();
+    return Replaced(failed.text, name.begin, name.length, L"(" + failed.text.substr(name.begin, name.length) + L")");
+}
+
 std::wstring ZeroInFront(Failed const &failed) {
     bool const leads = failed.Here() == L',' && failed.Before() == kNowhere;
     return leads ? Replaced(failed.text, failed.place, 0, L"0") : failed.text;
@@ -300,6 +311,7 @@ constexpr Repair kRepairs[] = {
     {CommaInNumber, "a comma separates items, the decimal sign is the point"},
     {BlankInNumber, "blanks separate items, also inside a number"},
     {FeetInInches, "ft cannot be read, because T stands for TO"},
+    {NameAtEnd, "with units a name cannot end the text"},
     {FunctionArgument, "a function takes its argument in parentheses"},
     {Closed, "a bracket is not closed"},
     {WithoutParenthesis, "a bracket closes nothing"},

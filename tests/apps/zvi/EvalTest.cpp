@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-
 namespace zvi::app {
 
 namespace {
@@ -106,6 +105,8 @@ TEST(Eval, AFailureShowsThePlaceAndWhatToWrite) {
              {"number", "[1,2]", "^", "--mode points"},
              {"mm", "1+5kg", "   ^~", "unknown unit 'kg'"},
              {"mm", "2*5ft", "   ^", "write 2*5*12in"},
+             {"mm", "5mm*pi", "      ^", "write 5mm*(pi)"},
+             {"mm", "pi", "  ^", "write (pi)"},
              {"mm", "5 mm + sqr(2)", "       ^~~", "did you mean sqrt?"},
              {"nodes", "1to5 5to1by2 7", "             ^", "write 1to5 5to1by-2 7"},
              {"nodes", "5TO1", "    ^", "write 5TO1by-1"},
@@ -157,14 +158,16 @@ TEST(Eval, BadTextNeverHurts) {
     }
     for (std::string const &text :
          {std::string(10000, '('), std::string(1900, '('), std::string(5000, '1') + "+", std::string(1000, '/'), many,
-          foreign, std::string("\xC3\x28\xFF\xED\xA0\x80"), std::string("1\0002", 3), std::string("1tO2000000000"),
-          std::string("__GET_POSITION__"), std::string("__ARG_TO__ __AGR_ERROR__"), std::string("\t\r\n,"),
-          std::string("[[[]]]@<@@"), std::string("1to9999999 1to9999999"), std::string("1to9999999 x")}) {
+          foreign, std::string("\xC3\x28\xFF\xED\xA0\x80"), std::string("1\0002", 3), std::string("__GET_POSITION__"),
+          std::string("__ARG_TO__ __AGR_ERROR__"), std::string("\t\r\n,"), std::string("[[[]]]@<@@")}) {
         for (EvalModeEntry const &entry : EvalModes()) {
             RunOutcome const run = RunProgramOn({"eval", "--mode", entry.name, "--", text});
             EXPECT_LE(run.status, 1) << entry.name << ": " << text.substr(0, 40);
             EXPECT_EQ(run.status == 0, run.err.empty()) << text.substr(0, 40);
         }
+    }
+    for (char const *text : {"1tO2000000000", "1to9999999 1to9999999", "1to9999999 x", "1,5to5"}) {
+        EXPECT_EQ(RunProgramOn({"eval", "--mode", "nodes", text}).status, 1) << text;
     }
     EXPECT_NE(RunProgramOn({"eval", std::string(3000, '1')}).err.find("too long"), std::string::npos);
     EXPECT_NE(RunProgramOn({"eval", "--mode", "nodes", many}).err.find("at most 1,000 numbers"), std::string::npos);
@@ -186,8 +189,9 @@ TEST(Eval, AnswersMachines) {
 }
 
 TEST(Eval, ReadsLinesAndKeepsVariables) {
-    RunOutcome const run = RunProgramOn({"eval", "-"}, "h = 3\n2*h\n\n1 + 2\n:mode nodes\n1to3\n:units 1\n:mode number\n"
-                                                       "5mm*h\nh=4\nh\n:quit\n99\n");
+    RunOutcome const run =
+        RunProgramOn({"eval", "-"}, "h = 3\n2*h\n\n1 + 2\n:mode nodes\n1to3\n:units 1\n:mode number\n"
+                                    "h*5mm\nh=4\n:units off\nh\n:quit\n99\n");
     EXPECT_EQ(run.out, "6\n1 2 3\n0.015\n4\n");
     EXPECT_EQ(run.status, 1);
     EXPECT_TRUE(run.err.starts_with("zvi: standard input:4: syntax error\n")) << run.err;

@@ -1,4 +1,5 @@
 #include "apps/zvi/eval/LineEditor.h"
+#include "apps/zvi/common/Joined.h"
 
 #include <gtest/gtest.h>
 
@@ -23,8 +24,7 @@ std::string Line(std::string const &keys) {
     LineEditor editor;
     editor.Begin();
     Type(editor, keys);
-    std::string text = editor.Text();
-    return text.insert(editor.Cursor(), "|");
+    return zvi::app::Joined(editor.Text().substr(0, editor.Cursor()), "|", editor.Text().substr(editor.Cursor()));
 }
 
 } // namespace
