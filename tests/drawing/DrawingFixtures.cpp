@@ -82,7 +82,7 @@ public:
 
 private:
     void Add(DrawingPiece const &p, int kind) {
-        if (!(p.from < p.to) || p.from < 0.0 || p.to > 1.0)
+        if (!(p.from <= p.to) || p.from < 0.0 || p.to > 1.0)
             wrong << "curve " << p.curve << " from " << p.from << " to " << p.to << "\n";
         stretches[p.curve].push_back({p.from, p.to, kind});
     }

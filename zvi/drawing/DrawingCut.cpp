@@ -185,9 +185,24 @@ bool PointOnAll(Network &network, NearPlace const *first, NearPlace const *last,
     return true;
 }
 
+/// Fits all edges to their places. Returns whether their number grew.
+bool RefitEdges(Network &network, PlaceIndex &index) {
+    index.Rebuild();
+    std::size_t const count = network.edges.size();
+    for (std::size_t i = 0; i < count; ++i) {
+        if (IsBetterHalved(network.edges[i], network.places, network.rounding)) {
+            int const middle = index.NearestOrAdd(PointAt(network.edges[i], 0.5), network.snap);
+            network.edges.push_back(TakeSecondHalf(network.edges[i], middle));
+            FitToPlaces(network.edges.back(), network.places, network.rounding);
+        }
+        FitToPlaces(network.edges[i], network.places, network.rounding);
+    }
+    return network.edges.size() > count;
+}
+
 /// Moves each end that misses an edge by more than rounding onto that edge, unless it would come too near another
-/// place.
-void MovePlacesOntoEdges(Network &network, PlaceIndex &index, std::vector<Pair> const &pairs) {
+/// place. Returns whether the number of edges grew.
+bool MovePlacesOntoEdges(Network &network, PlaceIndex &index, std::vector<Pair> const &pairs) {
     std::vector<NearPlace> const near = NearPlaces(network, pairs);
     bool any = false;
     for (std::size_t i = 0, j = 0; i < near.size(); i = j) {
@@ -204,11 +219,7 @@ void MovePlacesOntoEdges(Network &network, PlaceIndex &index, std::vector<Pair> 
         network.counts.joined += network.endsAsWritten[static_cast<std::size_t>(near[i].place)];
         any = true;
     }
-    if (any) {
-        index.Rebuild();
-        for (Edge &e : network.edges)
-            FitToPlaces(e, network.places, network.rounding);
-    }
+    return any && RefitEdges(network, index);
 }
 
 /// Enters a crossing: at an end of either edge, at a place nearby, or at a new place.
@@ -281,7 +292,8 @@ bool LiesOff(Edge const &e, DrawingPoint place, double rounding) {
 }
 
 /// Appends the pieces of `e` between its cuts.
-void AppendPieces(Network const &network, Edge const &e, std::vector<Contact> const &cuts, std::vector<Edge> &pieces) {
+void AppendPieces(Network &network, PlaceIndex &index, Edge const &e, std::vector<Contact> const &cuts,
+                  std::vector<Edge> &pieces) {
     double t = 0.0;
     int place = e.startPlace;
     bool wasOff = false;
@@ -297,6 +309,11 @@ void AppendPieces(Network const &network, Edge const &e, std::vector<Contact> co
         piece.start = PointAt(e, t);
         piece.end = PointAt(e, nextT);
         bool const isOff = !isLast && LiesOff(e, PlaceAt(network, place), network.rounding);
+        if (IsBetterHalved(piece, network.places, network.rounding)) {
+            Edge half = TakeSecondHalf(piece, index.NearestOrAdd(PointAt(piece, 0.5), network.snap));
+            half.moved = FitToPlaces(half, network.places, network.rounding);
+            pieces.push_back(half);
+        }
         piece.moved = FitToPlaces(piece, network.places, network.rounding) || isOff || wasOff;
         pieces.push_back(piece);
         wasOff = isOff;
@@ -305,7 +322,7 @@ void AppendPieces(Network const &network, Edge const &e, std::vector<Contact> co
 }
 
 /// Cuts the edges at their contacts. Returns whether any edge was bent.
-bool SplitEdges(Network &network, std::vector<Contact> const &contacts) {
+bool SplitEdges(Network &network, PlaceIndex &index, std::vector<Contact> const &contacts) {
     std::vector<std::size_t> begins;
     std::vector<Contact> const sorted = SortedByEdge(contacts, network.edges.size(), begins);
     std::vector<Edge> pieces;
@@ -322,7 +339,7 @@ bool SplitEdges(Network &network, std::vector<Contact> const &contacts) {
         }
         network.counts.cut += static_cast<int>(cuts.size());
         std::size_t const first = pieces.size();
-        AppendPieces(network, e, cuts, pieces);
+        AppendPieces(network, index, e, cuts, pieces);
         for (std::size_t k = first; k < pieces.size(); ++k)
             moved = moved || pieces[k].moved;
     }
@@ -338,8 +355,12 @@ void CutAtMeetings(Network &network) {
     std::vector<Pair> pairs = CandidatePairs(network);
     CountEnds(network);
     PlaceIndex index(network.places, network.snap);
-    MovePlacesOntoEdges(network, index, pairs);
-    for (int round = 1; SplitEdges(network, FindContacts(network, index, pairs)) && round < kMaxRounds; ++round) {
+    if (MovePlacesOntoEdges(network, index, pairs)) {
+        pairs = CandidatePairs(network);
+        CountEnds(network);
+    }
+    for (int round = 1; SplitEdges(network, index, FindContacts(network, index, pairs)) && round < kMaxRounds;
+         ++round) {
         pairs = CandidatePairs(network);
         CountEnds(network);
     }

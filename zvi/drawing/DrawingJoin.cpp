@@ -95,7 +95,7 @@ int JoinEnd(Network &network, PlaceIndex &index, DrawingPoint p, double toleranc
 }
 
 /// Moves curves that shrank to a point to the leftovers. A nearly full arc whose ends met is a circle.
-void KeepCurvesWithLength(Network &network, std::vector<DrawingCurve> const &curves) {
+void KeepCurvesWithLength(Network &network, PlaceIndex &index, std::vector<DrawingCurve> const &curves) {
     std::vector<Edge> kept;
     kept.reserve(network.edges.size());
     for (Edge &e : network.edges) {
@@ -104,6 +104,11 @@ void KeepCurvesWithLength(Network &network, std::vector<DrawingCurve> const &cur
             piece.type = curves[static_cast<std::size_t>(e.curve)].type;
             network.leftovers.push_back({piece, LeftoverReason::kZeroLength});
             continue;
+        }
+        if (IsBetterHalved(e, network.places, network.rounding)) {
+            Edge half = TakeSecondHalf(e, index.NearestOrAdd(PointAt(e, 0.5), network.snap));
+            FitToPlaces(half, network.places, network.rounding);
+            kept.push_back(half);
         }
         FitToPlaces(e, network.places, network.rounding);
         kept.push_back(e);
@@ -141,8 +146,8 @@ void JoinEnds(std::vector<DrawingCurve> const &curves, DrawingOptions const &opt
         for (Edge &e : network.edges)
             if (IsCircle(e))
                 e.startPlace = e.endPlace = index.Add(e.start);
+    KeepCurvesWithLength(network, index, curves);
     network.endsAsWritten.resize(network.places.size(), 0);
-    KeepCurvesWithLength(network, curves);
 }
 
 } // namespace zvi::lib::drawing

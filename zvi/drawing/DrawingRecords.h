@@ -38,8 +38,9 @@ struct DrawingOptions {
 };
 
 /// A stretch of a curve as a loop runs through it. `from` and `to` are fractions of the length of the caller's curve,
-/// in the direction of that curve (from < to); `reversed` says that the loop runs against it. `start`, `end` and
-/// `clockwise` are as the loop runs. A circle that no other curve cuts is one piece of type kCircle.
+/// in the direction of that curve (from < to; equal only where ends taken as written stand nearer than rounding);
+/// `reversed` says that the loop runs against it. `start`, `end` and `clockwise` are as the loop runs. A circle that no
+/// other curve cuts is one piece of type kCircle.
 struct DrawingPiece {
     unsigned int curve = 0;
     DrawingCurveType type = DrawingCurveType::kLine;

@@ -58,6 +58,13 @@ void FitWithRise(Edge &e, double rise) {
     e.sweep = 4.0 * std::atan(rise / half);
 }
 
+bool LiesOnPlaces(Edge const &e, std::vector<DrawingPoint> const &places, double rounding) {
+    double const allowed = rounding + e.radius * kRounding;
+    double const offStart = std::fabs(Distance(places[static_cast<size_t>(e.startPlace)], e.center) - e.radius);
+    double const offEnd = std::fabs(Distance(places[static_cast<size_t>(e.endPlace)], e.center) - e.radius);
+    return offStart <= allowed && offEnd <= allowed;
+}
+
 } // namespace
 
 double TurnTo(Edge const &e, DrawingPoint p) {
@@ -111,6 +118,19 @@ double SegmentAreaOf(Edge const &e) {
     return e.isArc ? 0.5 * e.radius * e.radius * TurnMinusSine(e.sweep) : 0.0;
 }
 
+bool IsBetterHalved(Edge const &e, std::vector<DrawingPoint> const &places, double rounding) {
+    return e.isArc && !e.IsLoop() && std::fabs(e.sweep) > kPi && !LiesOnPlaces(e, places, rounding);
+}
+
+Edge TakeSecondHalf(Edge &e, int middle) {
+    Edge half = e;
+    half.startPlace = e.endPlace = middle;
+    half.from = e.to = 0.5 * (e.from + e.to);
+    half.start = e.end = PointAt(e, 0.5);
+    half.sweep = e.sweep *= 0.5;
+    return half;
+}
+
 bool FitToPlaces(Edge &e, std::vector<DrawingPoint> const &places, double rounding) {
     DrawingPoint const start = places[static_cast<size_t>(e.startPlace)];
     DrawingPoint const end = places[static_cast<size_t>(e.endPlace)];
@@ -119,10 +139,7 @@ bool FitToPlaces(Edge &e, std::vector<DrawingPoint> const &places, double roundi
         e.end = end;
         return false;
     }
-    double const allowed = rounding + e.radius * kRounding;
-    double const offStart = std::fabs(Distance(start, e.center) - e.radius);
-    double const offEnd = std::fabs(Distance(end, e.center) - e.radius);
-    if (offStart <= allowed && offEnd <= allowed) {
+    if (LiesOnPlaces(e, places, rounding)) {
         e.start = start;
         e.end = end;
         e.sweep = e.IsLoop() ? std::copysign(kTwoPi, e.sweep)

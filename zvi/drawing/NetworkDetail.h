@@ -106,6 +106,12 @@ double SegmentAreaOf(Edge const &e);
 /// Returns whether the edge was bent.
 bool FitToPlaces(Edge &e, std::vector<DrawingPoint> const &places, double rounding);
 
+/// Whether FitToPlaces would bend an arc of more than a half turn, which a small move of an end can throw far off.
+bool IsBetterHalved(Edge const &e, std::vector<DrawingPoint> const &places, double rounding);
+
+/// Makes `e` end at its middle, in the place `middle`, and gives the other half.
+Edge TakeSecondHalf(Edge &e, int middle);
+
 /// The edge as a piece of the result, as it runs.
 DrawingPiece PieceOf(Edge const &e, std::vector<DrawingCurve> const &curves, bool reversed);
 
