@@ -11,6 +11,7 @@ struct Console {
     std::istream &in;
     std::ostream &out;
     std::ostream &err;
+    bool inIsTerminal = false;
     bool outIsTerminal = false;
     bool errIsTerminal = false;
 };

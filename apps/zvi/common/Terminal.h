@@ -4,7 +4,7 @@
 
 namespace zvi::app {
 
-/// Whether standard output (1) or standard error (2) is a terminal.
+/// Whether standard input (0), standard output (1) or standard error (2) is a terminal.
 bool IsTerminal(int stream);
 
 /// Number of this process, for names that no other process uses.

@@ -5,6 +5,7 @@
 #include "apps/zvi/common/OutputFile.h"
 #include "apps/zvi/common/Terminal.h"
 #include "apps/zvi/domains/DomainsOptions.h"
+#include "apps/zvi/domains/dxf/TextDecoding.h"
 #include "apps/zvi/domains/input/ReadDrawing.h"
 #include "apps/zvi/domains/output/DomainJson.h"
 #include "apps/zvi/domains/output/DxfDrawing.h"
@@ -36,8 +37,9 @@ bool WriteFiles(Console &console, DomainsOptions const &options, DrawingInput co
                 lib::DrawingResult const &result) {
     std::string const title =
         options.file == "-" ? ShownName("-") : std::filesystem::path(options.file).filename().string();
+    std::string const readable = DecodeDxfText(title, "");
     bool const drawn =
-        options.svgFile.empty() || WriteOutput(console, options.svgFile, SvgPicture(title, input, result));
+        options.svgFile.empty() || WriteOutput(console, options.svgFile, SvgPicture(readable, input, result));
     return drawn && (options.dxfFile.empty() || WriteOutput(console, options.dxfFile, DxfDrawing(result, input.units)));
 }
 
@@ -55,7 +57,11 @@ int Report(Console &console, DomainsOptions const &options, DrawingInput const &
 
 int FindDomains(Console &console, DomainsOptions const &options) {
     Progress progress(console, options.progress);
-    progress.Step("reading " + ShownName(options.file));
+    if (options.file == "-" && console.inIsTerminal) {
+        console.err << "zvi: reading curve text from the terminal; Ctrl-D ends it, 'zvi domains -h' helps" << std::endl;
+    } else {
+        progress.Step("reading " + ShownName(options.file));
+    }
     DrawingInput const input = ReadDrawing(options.file, ReadWhole(options.file, console.in), options.reading);
     progress.Step("finding the domains of " + std::to_string(input.curves.size()) + " curves");
     lib::DrawingResult const result = lib::MakeDrawingDomains(input.curves, options.drawing);

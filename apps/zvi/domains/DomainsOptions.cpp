@@ -147,7 +147,8 @@ void CheckOutputs(DomainsOptions const &options) {
         if (output == "-") {
             throw UsageError("--svg and --dxf need the name of a file; standard output is for the table");
         }
-        bool const regular = std::filesystem::is_regular_file(output);
+        std::error_code error;
+        bool const regular = std::filesystem::is_regular_file(output, error);
         if (!output.empty() && options.file != "-" && regular && SameFile(output, options.file)) {
             throw UsageError("'" + output + "' is the drawing itself; name another file to write");
         }

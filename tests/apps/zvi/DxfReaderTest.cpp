@@ -169,8 +169,10 @@ TEST(DxfReader, GivesEntitiesInBlocksTheLayerOfTheInsert) {
 TEST(DxfReader, LeavesOutHiddenThingsAndCountsThem) {
     std::string const layers = "0 SECTION\n2 TABLES\n0 TABLE\n2 LAYER\n70 2\n0 LAYER\n2 Off\n70 0\n62 -7\n0 LAYER\n2 "
                                "Frozen\n70 1\n62 7\n0 ENDTAB\n0 ENDSEC\n";
-    std::string const block = BlockSection("0 BLOCK\n2 B\n10 0\n20 0\n0 LINE\n8 0\n10 0\n20 0\n11 1\n21 0\n0 LINE\n8 "
-                                           "X\n10 0\n20 1\n11 1\n21 1\n0 ENDBLK\n");
+    std::string const block =
+        BlockSection("0 BLOCK\n2 B\n10 0\n20 0\n0 LINE\n8 0\n10 0\n20 0\n11 1\n21 0\n0 LINE\n8 "
+                     "X\n10 0\n20 1\n11 1\n21 1\n0 ENDBLK\n0 BLOCK\n2 *Paper_Space1\n0 LINE\n10 0\n20 0\n11 1\n21 "
+                     "0\n0 ENDBLK\n");
     std::string const ends = "10 5\n20 5\n11 6\n21 6\n";
     std::string const text = DxfWith(
         "0 LINE\n8 OFF\n" + ends + "0 LINE\n8 FROZEN\n" + ends + "0 LINE\n67 1\n" + ends + "0 LINE\n60 1\n" + ends +
@@ -181,7 +183,7 @@ TEST(DxfReader, LeavesOutHiddenThingsAndCountsThem) {
     EXPECT_EQ(Shown(input), "line 0,1 1,1");
     EXPECT_EQ(input.notes.off, 2);
     EXPECT_EQ(input.notes.frozen, 2);
-    EXPECT_EQ(input.notes.paperSpace, 1);
+    EXPECT_EQ(input.notes.paperSpace, 2);
     EXPECT_EQ(input.notes.invisible, 1);
     EXPECT_EQ(input.notes.meshes, 1);
     EXPECT_EQ(input.notes.notCurves, (std::map<std::string, int>{{"HATCH", 1}, {"TEXT", 2}}));

@@ -24,7 +24,7 @@ Outcome RunWith(std::vector<std::string> const &arguments, std::string const &in
     std::istringstream in(input);
     std::ostringstream out;
     std::ostringstream err;
-    Console console{in, out, err, false, false};
+    Console console{in, out, err};
     int const status = RunProgram(arguments, console);
     return {status, out.str(), err.str()};
 }

@@ -17,10 +17,25 @@ DxfPlacer::DxfPlacer(DxfDocument const &source, ReadingOptions const &reading)
 DrawingInput DxfPlacer::Place() {
     input.units = document.units;
     input.notes.bytesAfterEnd = document.bytesAfterEnd;
+    CountLayouts();
     PlaceAll(Parse(document.records), {Affine{}, layerZero, 0});
     layers.CheckChoice();
     input.layers = layers.Names();
     return std::move(input);
+}
+
+/// Counts the entities of the paper-space layouts, which are kept as blocks that no INSERT names.
+void DxfPlacer::CountLayouts() {
+    for (DxfBlock const &block : document.blocks) {
+        std::string const key = NameKey(block.name);
+        if (!key.starts_with("*paper_space") && !key.starts_with("$paper_space")) {
+            continue;
+        }
+        for (DxfRecord const &record : block.records) {
+            bool const isPart = record.type == "VERTEX" || record.type == "SEQEND" || record.type == "ATTRIB";
+            input.notes.paperSpace += isPart ? 0 : 1;
+        }
+    }
 }
 
 /// Takes the entities of `records`, each with a label of its own.

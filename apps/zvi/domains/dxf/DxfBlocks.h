@@ -42,6 +42,7 @@ private:
         int depth = 0;
     };
 
+    void CountLayouts();
     EntityList Parse(std::vector<DxfRecord> const &records);
     void PlaceAll(EntityList const &list, Surroundings const &around);
     void PlaceEntity(DxfEntity const &entity, CurveOrigin const &origin, Surroundings const &around);
