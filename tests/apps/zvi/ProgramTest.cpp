@@ -154,7 +154,9 @@ TEST(Program, FollowsItsOptions) {
     std::string const crossing = "circle 1 0 0 2\nline 2 -3 0 3 0\n";
     EXPECT_NE(RunWith({"domains"}, crossing).out.find("2 domains"), std::string::npos);
     EXPECT_NE(RunWith({"domains", "--no-split"}, crossing).out.find("1 domains"), std::string::npos);
-    std::string const twice = "circle 1 0 0 2\ncircle 2 0 0 2\n";
+    // Two squares side by side, each drawn whole: what they share is drawn twice.
+    std::string const twice = "line 1 0 0 1 0\nline 2 1 0 1 1\nline 3 1 1 0 1\nline 4 0 1 0 0\n"
+                              "line 5 1 0 2 0\nline 6 2 0 2 1\nline 7 2 1 1 1\nline 8 1 1 1 0\n";
     EXPECT_NE(RunWith({"domains"}, twice).err.find("dropped 1 duplicate"), std::string::npos);
     EXPECT_NE(RunWith({"domains", "--keep-duplicates"}, twice).err.find("dropped 0 duplicates"), std::string::npos);
 
