@@ -124,10 +124,20 @@ void AddEnd(Network const &network, int place, DrawingPoint at, Edge const &b, i
     contacts.distances[slot] = foot.distance;
 }
 
+/// Whether the ends of `b` lie clearly off the whole line of `a`.
+bool IsClearOf(Edge const &a, Edge const &b, double snap) {
+    DrawingPoint const u = a.end - a.start;
+    double const start = Cross(u, b.start - a.start), end = Cross(u, b.end - a.start);
+    double const near = snap * snap * Dot(u, u);
+    return start * start > near && end * end > near;
+}
+
 PairContacts ContactsOf(Network &network, Pair pair) {
     PairContacts contacts;
     Edge const &a = EdgeAt(network, pair.first);
     Edge const &b = EdgeAt(network, pair.second);
+    if (!a.isArc && !b.isArc && IsClearOf(a, b, network.snap) && IsClearOf(b, a, network.snap))
+        return contacts;
     AddEnd(network, a.startPlace, a.start, b, pair.second, contacts);
     if (!a.IsLoop())
         AddEnd(network, a.endPlace, a.end, b, pair.second, contacts);

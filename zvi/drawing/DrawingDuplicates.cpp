@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <map>
-#include <numeric>
 
 namespace zvi::lib::drawing {
 
@@ -41,16 +40,33 @@ std::pair<int, int> PlacesOf(Edge const &e) {
     return std::minmax(e.startPlace, e.endPlace);
 }
 
+/// The edges by their lower place, then by their higher one, then as they come.
+std::vector<int> OrderByPlaces(Network const &network) {
+    std::vector<Edge> const &edges = network.edges;
+    std::vector<std::size_t> begins(network.places.size() + 1, 0);
+    for (Edge const &e : edges)
+        ++begins[static_cast<std::size_t>(PlacesOf(e).first) + 1];
+    for (std::size_t p = 0; p < network.places.size(); ++p)
+        begins[p + 1] += begins[p];
+    std::vector<int> order(edges.size());
+    std::vector<std::size_t> next(begins.begin(), begins.end() - 1);
+    for (std::size_t i = 0; i < edges.size(); ++i)
+        order[next[static_cast<std::size_t>(PlacesOf(edges[i]).first)]++] = static_cast<int>(i);
+    auto const higher = [&](int i) { return PlacesOf(edges[static_cast<std::size_t>(i)]).second; };
+    for (std::size_t p = 0; p < network.places.size(); ++p)
+        std::sort(order.begin() + static_cast<std::ptrdiff_t>(begins[p]),
+                  order.begin() + static_cast<std::ptrdiff_t>(begins[p + 1]), [&](int a, int b) {
+                      int const u = higher(a), v = higher(b);
+                      return u != v ? u < v : a < b;
+                  });
+    return order;
+}
+
 /// For each edge the earlier one that covers it, or -1.
 std::vector<int> FindOriginals(Network const &network) {
     std::vector<Edge> const &edges = network.edges;
-    std::vector<int> order(edges.size());
-    std::iota(order.begin(), order.end(), 0);
+    std::vector<int> const order = OrderByPlaces(network);
     auto const at = [&](std::size_t k) -> Edge const & { return edges[static_cast<std::size_t>(order[k])]; };
-    std::sort(order.begin(), order.end(), [&](int a, int b) {
-        auto const u = PlacesOf(edges[static_cast<std::size_t>(a)]), v = PlacesOf(edges[static_cast<std::size_t>(b)]);
-        return u != v ? u < v : a < b;
-    });
     // With no snap distance at all (every coordinate 0) equal edges must still count as near.
     double const snap = std::max(network.snap, 1e-300);
     std::vector<int> originals(edges.size(), -1);

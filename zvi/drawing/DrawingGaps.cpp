@@ -15,54 +15,65 @@ constexpr double kNearMiss = 100.0;
 /// The tolerance that closes a gap exceeds its distance by this share, because only ends nearer than it are joined.
 constexpr double kAboveDistance = 0x1p-20;
 
-bool MissesItself(Edge const &loose, bool atStart, Edge const &other, double reach) {
-    return other.curve != loose.curve ||
-           (&other == &loose && loose.isArc && Distance(loose.start, loose.end) <= reach &&
-            std::fabs(loose.sweep) > kPi && (atStart || true));
+/// The nearest curve to a loose end.
+struct Nearest {
+    int edge = -1;
+    double distance = 0.0;
+};
+
+/// Distance from the loose end of `own` to `other`. An edge of its own curve counts only where an arc of more than a
+/// half turn nearly closes, and then the distance is that between its ends.
+double MissOf(DrawingPoint at, Edge const &own, Edge const &other) {
+    if (own.curve != other.curve)
+        return DistanceTo(other, at);
+    return other.isArc && std::fabs(other.sweep) > kPi ? Distance(other.start, other.end) : HUGE_VAL;
 }
 
-} // namespace
+Nearest NearestTo(DrawingPoint at, Edge const &own, std::vector<Edge> const &edges, std::vector<int> const &candidates,
+                  double reach) {
+    Nearest nearest{-1, reach};
+    for (int const i : candidates) {
+        double const d = MissOf(at, own, edges[static_cast<std::size_t>(i)]);
+        if (d < nearest.distance || (d == nearest.distance && (nearest.edge < 0 || i < nearest.edge)))
+            nearest = {i, d};
+    }
+    return nearest;
+}
 
-std::vector<DrawingGap> FindGaps(Network const &network, Spokes const &spokes, std::vector<DrawingCurve> const &curves,
-                                 double joinTolerance) {
-    std::vector<DrawingGap> gaps;
-    double const reach = kNearMiss * joinTolerance;
+std::vector<int> LooseEnds(Network const &network, Spokes const &spokes) {
     std::vector<int> loose;
     for (std::size_t p = 0; p < network.places.size(); ++p)
         if (spokes.Degree(static_cast<int>(p)) == 1)
             loose.push_back(static_cast<int>(p));
-    if (loose.empty() || !(reach > 0.0))
+    return loose;
+}
+
+} // namespace
+
+std::vector<DrawingGap> FindGaps(Network const &network, Spokes const &spokes, std::vector<Edge> const &uncut,
+                                 std::vector<DrawingCurve> const &curves, double joinTolerance) {
+    std::vector<DrawingGap> gaps;
+    double const reach = kNearMiss * joinTolerance;
+    std::vector<int> const loose = LooseEnds(network, spokes);
+    if (loose.empty() || !(reach > 0.0) || !std::isfinite(reach))
         return gaps;
     std::vector<Box> boxes;
-    boxes.reserve(network.edges.size());
-    for (Edge const &e : network.edges)
+    boxes.reserve(uncut.size());
+    for (Edge const &e : uncut)
         boxes.push_back(BoxOf(e));
     BoxIndex index(boxes);
+    auto const idOf = [&](Edge const &e) { return curves[static_cast<std::size_t>(e.curve)].id; };
     std::vector<int> found;
     for (int const place : loose) {
-        int const half = *spokes.Begin(place);
-        Edge const &own = network.edges[static_cast<std::size_t>(EdgeOfHalf(half))];
+        Edge const &own = network.edges[static_cast<std::size_t>(EdgeOfHalf(*spokes.Begin(place)))];
         DrawingPoint const at = network.places[static_cast<std::size_t>(place)];
         index.Find({at.x - reach, at.y - reach, at.x + reach, at.y + reach}, found);
-        std::sort(found.begin(), found.end());
-        double best = reach;
-        int nearest = -1;
-        for (int const i : found) {
-            Edge const &other = network.edges[static_cast<std::size_t>(i)];
-            if (!MissesItself(own, (half & 1) == 0, other, reach))
-                continue;
-            double const d = other.curve != own.curve ? DistanceTo(other, at) : Distance(own.start, own.end);
-            if (d < best || (d == best && nearest < 0)) {
-                best = d;
-                nearest = i;
-            }
-        }
-        if (nearest < 0)
-            continue;
-        unsigned int const ids[2] = {
-            curves[static_cast<std::size_t>(own.curve)].id,
-            curves[static_cast<std::size_t>(network.edges[static_cast<std::size_t>(nearest)].curve)].id};
-        gaps.push_back({at, best, {ids[0], ids[1]}, best * (1.0 + kAboveDistance)});
+        Nearest const nearest = NearestTo(at, own, uncut, found, reach);
+        if (nearest.edge >= 0)
+            gaps.push_back({at,
+                            nearest.distance,
+                            {idOf(own), idOf(uncut[static_cast<std::size_t>(nearest.edge)])},
+                            nearest.distance * (1.0 + kAboveDistance)});
     }
     return gaps;
 }

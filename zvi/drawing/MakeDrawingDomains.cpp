@@ -17,6 +17,7 @@ DrawingResult MakeDrawingDomains(std::vector<DrawingCurve> const &curves, Drawin
     std::vector<KeptDuplicate> duplicates;
     if (!options.keepDuplicates)
         DropDuplicates(network, curves, nullptr);
+    std::vector<Edge> const uncut = network.edges;
     if (options.split)
         CutAtMeetings(network);
     DropDuplicates(network, curves, options.keepDuplicates ? &duplicates : nullptr);
@@ -30,7 +31,7 @@ DrawingResult MakeDrawingDomains(std::vector<DrawingCurve> const &curves, Drawin
 
     DrawingResult result;
     Report(network, curves, blocks, faces, parents, duplicates, result);
-    result.gaps = FindGaps(network, allSpokes, curves, options.joinTolerance);
+    result.gaps = FindGaps(network, allSpokes, uncut, curves, options.joinTolerance);
     return result;
 }
 
