@@ -10,7 +10,11 @@ namespace {
 /// The sign in front of an operand, as an operator on the stack.
 constexpr int kNegate = -1;
 
-/// How tight an operator binds; 0 for a token that is none. An open parenthesis binds nothing.
+/// How tight the sign binds, and an open parenthesis, which no token but its closing one takes off the stack.
+constexpr int kNegatePrecedence = 3;
+constexpr int kParenthesisPrecedence = -1;
+
+/// How tight a binary operator binds; 0 for a token that is none.
 int Precedence(int token) {
     switch (token) {
     case '+':
@@ -19,8 +23,6 @@ int Precedence(int token) {
     case '*':
     case '/':
         return 2;
-    case kNegate:
-        return 3;
     case '^':
         return 4;
     default:
@@ -57,18 +59,18 @@ double Product(double base, std::int32_t exponent) {
 
 } // namespace
 
-bool CommandGrammar::Expression(ParseValue &value) {
+bool CommandGrammar::Expression(ParseNumber &value) {
     return ExpressionRest(true, value);
 }
 
-bool CommandGrammar::ExpressionFrom(ParseValue const &firstOperand, ParseValue &value) {
+bool CommandGrammar::ExpressionFrom(ParseNumber const &firstOperand, ParseNumber &value) {
     m_values.Push(firstOperand);
     return ExpressionRest(false, value);
 }
 
 /// Reads to the first token that no expression can go on with. Operators are computed as soon as the next one binds no
 /// tighter.
-bool CommandGrammar::ExpressionRest(bool wantsOperand, ParseValue &value) {
+bool CommandGrammar::ExpressionRest(bool wantsOperand, ParseNumber &value) {
     while (true) {
         if (wantsOperand) {
             if (!Operand(wantsOperand))
@@ -79,7 +81,7 @@ bool CommandGrammar::ExpressionRest(bool wantsOperand, ParseValue &value) {
         if (!ReduceDownTo(precedence))
             return false;
         if (precedence > 0) {
-            m_operators.Push({m_token, nullptr});
+            m_operators.Push({m_token, precedence});
             Advance();
             wantsOperand = true;
         } else if (m_openParentheses == 0) {
@@ -96,7 +98,7 @@ bool CommandGrammar::ExpressionRest(bool wantsOperand, ParseValue &value) {
 /// A number, or a sign, parenthesis or function in front of one.
 bool CommandGrammar::Operand(bool &wantsOperand) {
     if (m_token == kTokenNumber) {
-        ParseValue number;
+        ParseNumber number;
         wantsOperand = false;
         if (!Number(number))
             return false;
@@ -104,7 +106,7 @@ bool CommandGrammar::Operand(bool &wantsOperand) {
         return true;
     }
     if (m_token == '-') {
-        m_operators.Push({kNegate, nullptr});
+        m_operators.Push({kNegate, kNegatePrecedence});
         Advance();
         return true;
     }
@@ -115,7 +117,7 @@ bool CommandGrammar::Operand(bool &wantsOperand) {
     }
     if (m_token != '(')
         return Unexpected();
-    m_operators.Push({'(', function});
+    m_operators.Push({'(', kParenthesisPrecedence, function});
     ++m_openParentheses;
     Advance();
     return true;
@@ -123,8 +125,7 @@ bool CommandGrammar::Operand(bool &wantsOperand) {
 
 /// Computes the operators on the stack that bind as tight as `precedence` or tighter, down to an open parenthesis.
 bool CommandGrammar::ReduceDownTo(int precedence) {
-    while (m_operators.Size() > 0 && m_operators.Top().token != '(' &&
-           Precedence(m_operators.Top().token) >= precedence) {
+    while (m_operators.Size() > 0 && m_operators.Top().precedence >= precedence) {
         if (!Reduce())
             return false;
     }
@@ -133,44 +134,44 @@ bool CommandGrammar::ReduceDownTo(int precedence) {
 
 bool CommandGrammar::Reduce() {
     int const token = m_operators.Pop().token;
-    ParseValue const b = m_values.Pop();
+    ParseNumber const b = m_values.Pop();
     if (token == kNegate) {
-        m_values.Push(b.kind == kParseInteger ? ParseValue::Integer(WrappingInteger('-', 0, b.integer))
-                                              : ParseValue::Double(-b.real));
+        m_values.Push(b.kind == kParseInteger ? ParseNumber::Integer(WrappingInteger('-', 0, b.integer))
+                                              : ParseNumber::Double(-b.real));
         return true;
     }
-    ParseValue const a = m_values.Pop();
-    ParseValue result;
+    ParseNumber const a = m_values.Pop();
+    ParseNumber result;
     if (!Binary(token, a, b, result))
         return false;
     m_values.Push(result);
     return true;
 }
 
-bool CommandGrammar::Binary(int token, ParseValue const &a, ParseValue const &b, ParseValue &result) {
+bool CommandGrammar::Binary(int token, ParseNumber const &a, ParseNumber const &b, ParseNumber &result) {
     if (token == '^')
         return Power(a, b, result);
     if (token == '/') {
         if (b.AsDouble() == 0.0)
             return Fail();
-        result = ParseValue::Double(a.AsDouble() / b.AsDouble(), kParseComputed);
+        result = ParseNumber::Double(a.AsDouble() / b.AsDouble(), kParseComputed);
         return true;
     }
     if (a.kind == kParseInteger && b.kind == kParseInteger) {
-        result = ParseValue::Integer(WrappingInteger(token, a.integer, b.integer), kParseComputed);
+        result = ParseNumber::Integer(WrappingInteger(token, a.integer, b.integer), kParseComputed);
         return true;
     }
     double const x = a.AsDouble();
     double const y = b.AsDouble();
-    result = ParseValue::Double(token == '+' ? x + y : token == '-' ? x - y : x * y, kParseComputed);
+    result = ParseNumber::Double(token == '+' ? x + y : token == '-' ? x - y : x * y, kParseComputed);
     return true;
 }
 
 /// The exponent must be an integer and not zero. A negative one makes no multiplication, so the result is 1.
-bool CommandGrammar::Power(ParseValue const &base, ParseValue const &exponent, ParseValue &result) {
+bool CommandGrammar::Power(ParseNumber const &base, ParseNumber const &exponent, ParseNumber &result) {
     if (exponent.kind != kParseInteger || exponent.integer == 0)
         return Fail();
-    result = ParseValue::Double(Product(base.AsDouble(), exponent.integer), kParseComputed);
+    result = ParseNumber::Double(Product(base.AsDouble(), exponent.integer), kParseComputed);
     return true;
 }
 
@@ -178,7 +179,7 @@ bool CommandGrammar::Power(ParseValue const &base, ParseValue const &exponent, P
 bool CommandGrammar::CloseParenthesis() {
     TagSymbolNode const *const function = m_operators.Pop().function;
     --m_openParentheses;
-    ParseValue &value = m_values.Top();
+    ParseNumber &value = m_values.Top();
     Advance();
     if (!function) {
         value.shape = kParseComputed;
@@ -187,7 +188,7 @@ bool CommandGrammar::CloseParenthesis() {
     double const x = value.AsDouble();
     if (char const *const error = FunctionDomainError(*function, x))
         return Fail(error);
-    value = ParseValue::Double(function->function(x), kParseComputed);
+    value = ParseNumber::Double(function->function(x), kParseComputed);
     return true;
 }
 

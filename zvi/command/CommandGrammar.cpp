@@ -24,7 +24,7 @@ constexpr int kMostCoordinates = 3;
 constexpr char kExtraArgument[] = "extra arguement!";
 
 /// Truncated toward zero; what no 32-bit integer can hold becomes the smallest one.
-std::int32_t Truncated(ParseValue const &value) {
+std::int32_t Truncated(ParseNumber const &value) {
     if (value.kind == kParseInteger)
         return value.integer;
     double const whole = std::trunc(value.real);
@@ -110,7 +110,7 @@ bool CommandGrammar::Start() {
 bool CommandGrammar::CommandLine() {
     if (AtEnd())
         return true;
-    ParseValue value;
+    ParseNumber value;
     if (m_token == '=') {
         Advance();
         return Expression(value);
@@ -203,7 +203,7 @@ bool CommandGrammar::RecordInput() {
 }
 
 bool CommandGrammar::NumberInput() {
-    ParseValue value = ParseValue::Double(0.0);
+    ParseNumber value = ParseNumber::Double(0.0);
     if (!AtEnd() && !Expression(value))
         return false;
     m_result.AddDouble(value.AsDouble());
@@ -211,7 +211,7 @@ bool CommandGrammar::NumberInput() {
 }
 
 bool CommandGrammar::IntegerInput() {
-    ParseValue value = ParseValue::Integer(0);
+    ParseNumber value = ParseNumber::Integer(0);
     if (!AtEnd() && !Expression(value))
         return false;
     m_result.AddInteger(Truncated(value));
@@ -236,7 +236,7 @@ bool CommandGrammar::RelativePosition() {
     bool const second = m_token == '@';
     if (second)
         Advance();
-    ParseValue length;
+    ParseNumber length;
     Begun const begun = BeginItem(true, length);
     if (begun == Begun::kFailed)
         return false;
@@ -244,7 +244,7 @@ bool CommandGrammar::RelativePosition() {
         Advance();
         if (m_token == kTokenArgError && !second)
             return Fail();
-        ParseValue degrees;
+        ParseNumber degrees;
         if (!Expression(degrees))
             return false;
         AddPolar(length.AsDouble(), degrees.AsDouble(), second ? kOpSecondRelativePolar : kOpRelativePolar);
@@ -347,13 +347,13 @@ bool CommandGrammar::MoreItems() {
 }
 
 bool CommandGrammar::Item(bool head) {
-    ParseValue expression;
+    ParseNumber expression;
     Begun const begun = BeginItem(head, expression);
     return begun == Begun::kItem || (begun == Begun::kExpression && FinishItem(expression));
 }
 
 /// Reads an item, but for what follows an expression: the caller may know more uses for it.
-CommandGrammar::Begun CommandGrammar::BeginItem(bool head, ParseValue &expression) {
+CommandGrammar::Begun CommandGrammar::BeginItem(bool head, ParseNumber &expression) {
     if (m_token == kTokenArgError || (m_token == kTokenBlankArg && !head)) {
         Fail();
         return Begun::kFailed;
@@ -370,7 +370,7 @@ CommandGrammar::Begun CommandGrammar::BeginItem(bool head, ParseValue &expressio
     }
     if (m_token != kTokenNumber)
         return Expression(expression) ? Begun::kExpression : Begun::kFailed;
-    ParseValue number;
+    ParseNumber number;
     if (!Number(number))
         return Begun::kFailed;
     if (m_token == '#')
@@ -378,10 +378,10 @@ CommandGrammar::Begun CommandGrammar::BeginItem(bool head, ParseValue &expressio
     return ExpressionFrom(number, expression) ? Begun::kExpression : Begun::kFailed;
 }
 
-bool CommandGrammar::FinishItem(ParseValue const &expression) {
+bool CommandGrammar::FinishItem(ParseNumber const &expression) {
     if (m_token == '@') {
         Advance();
-        ParseValue value;
+        ParseNumber value;
         if (!Expression(value))
             return false;
         if (m_token == '@')
@@ -402,7 +402,7 @@ bool CommandGrammar::HasRoomFor(std::int64_t count) const {
 }
 
 /// In the absolute mode the values grow by equal steps, and the first is there even for a count below 1.
-bool CommandGrammar::AddRepeat(ParseValue const &count, ParseValue const &value) {
+bool CommandGrammar::AddRepeat(ParseNumber const &count, ParseNumber const &value) {
     if (count.kind != kParseInteger)
         return Fail("Syntax error : Iteration Number must be integer !");
     if (!HasRoomFor(count.integer))
@@ -419,12 +419,12 @@ bool CommandGrammar::AddRepeat(ParseValue const &count, ParseValue const &value)
     return true;
 }
 
-bool CommandGrammar::ByTo(ParseValue const &from, bool head) {
+bool CommandGrammar::ByTo(ParseNumber const &from, bool head) {
     ParseValue range;
     if (!ByToBounds(from, range))
         return false;
     if (m_token == '#') {
-        ParseValue step;
+        ParseNumber step;
         if (!Marker(kTokenArgBy) || !Expression(step))
             return false;
         range.by = Truncated(step);
@@ -432,15 +432,15 @@ bool CommandGrammar::ByTo(ParseValue const &from, bool head) {
     return AddByTo(range, head);
 }
 
-bool CommandGrammar::ByToBounds(ParseValue const &from, ParseValue &range) {
-    ParseValue to{};
+bool CommandGrammar::ByToBounds(ParseNumber const &from, ParseValue &range) {
+    ParseNumber to{};
     if (!Marker(kTokenArgTo))
         return false;
     if (m_token != kTokenNumber)
         return Unexpected();
     if (!Number(to))
         return false;
-    range = ParseValue::Integer(0);
+    range = {};
     range.kind = kParseByTo;
     range.shape = kParseByTo;
     range.by = 1;
@@ -501,7 +501,7 @@ bool CommandGrammar::RequireNumbers() {
 }
 
 /// The number at hand; fails when the line holds more numbers than the symbol table.
-bool CommandGrammar::Number(ParseValue &value) {
+bool CommandGrammar::Number(ParseNumber &value) {
     if (!m_lexer.Number())
         return Fail();
     value = *m_lexer.Number();

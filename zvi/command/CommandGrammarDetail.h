@@ -2,6 +2,7 @@
 
 #include "zvi/command/Parser.h"
 
+#include <algorithm>
 #include <memory>
 
 namespace zvi::lib {
@@ -10,25 +11,31 @@ namespace zvi::lib {
 template <class T>
 class TextStack {
 public:
+    TextStack() = default;
+    TextStack(TextStack const &) = delete;
+    TextStack &operator=(TextStack const &) = delete;
+
     void Push(T const &value) {
-        if (m_size == kInPlace && !m_spill) {
-            m_spill = std::make_unique_for_overwrite<T[]>(lexer1::kBufferBytes);
-            for (int i = 0; i < m_size; ++i)
-                m_spill[static_cast<std::size_t>(i)] = m_inPlace[i];
-        }
-        Entries()[m_size++] = value;
+        if (m_size == kInPlace && !m_spill)
+            Spill();
+        m_entries[m_size++] = value;
     }
-    T Pop() { return Entries()[--m_size]; }
-    T &Top() { return Entries()[m_size - 1]; }
+    T Pop() { return m_entries[--m_size]; }
+    T &Top() { return m_entries[m_size - 1]; }
     int Size() const { return m_size; }
 
 private:
     static constexpr int kInPlace = 16;
 
-    T *Entries() { return m_spill ? m_spill.get() : m_inPlace; }
+    void Spill() {
+        m_spill = std::make_unique_for_overwrite<T[]>(lexer1::kBufferBytes);
+        std::copy(m_inPlace, m_inPlace + m_size, m_spill.get());
+        m_entries = m_spill.get();
+    }
 
     int m_size = 0;
     T m_inPlace[kInPlace];
+    T *m_entries = m_inPlace;
     std::unique_ptr<T[]> m_spill;
 };
 
@@ -60,7 +67,8 @@ public:
 private:
     struct Operator {
         int token;
-        TagSymbolNode const *function;
+        int precedence;
+        TagSymbolNode const *function = nullptr; ///< in front of an open parenthesis
     };
     enum class Begun { kFailed, kItem, kExpression };
 
@@ -81,28 +89,28 @@ private:
     bool CloseBracket();
 
     bool Args();
-    bool ArgsFrom(ParseValue const &firstExpression);
+    bool ArgsFrom(ParseNumber const &firstExpression);
     bool MoreItems();
     bool Item(bool head);
-    Begun BeginItem(bool head, ParseValue &expression);
-    bool FinishItem(ParseValue const &expression);
-    bool ByTo(ParseValue const &from, bool head);
-    bool ByToBounds(ParseValue const &from, ParseValue &range);
+    Begun BeginItem(bool head, ParseNumber &expression);
+    bool FinishItem(ParseNumber const &expression);
+    bool ByTo(ParseNumber const &from, bool head);
+    bool ByToBounds(ParseNumber const &from, ParseValue &range);
     bool Marker(int word);
     bool AddByTo(ParseValue const &range, bool head);
-    bool AddRepeat(ParseValue const &count, ParseValue const &value);
+    bool AddRepeat(ParseNumber const &count, ParseNumber const &value);
 
-    bool Expression(ParseValue &value);
-    bool ExpressionFrom(ParseValue const &firstOperand, ParseValue &value);
-    bool ExpressionRest(bool wantsOperand, ParseValue &value);
+    bool Expression(ParseNumber &value);
+    bool ExpressionFrom(ParseNumber const &firstOperand, ParseNumber &value);
+    bool ExpressionRest(bool wantsOperand, ParseNumber &value);
     bool Operand(bool &wantsOperand);
     bool ReduceDownTo(int precedence);
     bool Reduce();
     bool CloseParenthesis();
-    bool Binary(int token, ParseValue const &a, ParseValue const &b, ParseValue &result);
-    bool Power(ParseValue const &base, ParseValue const &exponent, ParseValue &result);
+    bool Binary(int token, ParseNumber const &a, ParseNumber const &b, ParseNumber &result);
+    bool Power(ParseNumber const &base, ParseNumber const &exponent, ParseNumber &result);
 
-    bool Number(ParseValue &value);
+    bool Number(ParseNumber &value);
     bool RequireNumbers();
     void AddPolar(double length, double degrees, unsigned int op);
     bool HasRoomFor(std::int64_t count) const;
@@ -118,7 +126,7 @@ private:
     int m_token = kTokenEnd;
     bool m_failed = false;
     int m_openParentheses = 0;
-    TextStack<ParseValue> m_values;
+    TextStack<ParseNumber> m_values;
     TextStack<Operator> m_operators;
 };
 

@@ -3,9 +3,9 @@
 #include "zvi/command/NormalizedLineDetail.h"
 #include "zvi/core/WideUnits.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <memory>
-#include <span>
 #include <string_view>
 #include <vector>
 
@@ -19,50 +19,45 @@ struct TracedChar {
     int source;
 };
 
-/// A text with room for a number of characters that is known beforehand. A typical line needs no call to the allocator.
-class TracedText {
+/// The line that comes out and its sources, in room for a number of characters that is known beforehand.
+class OutputLine {
 public:
-    explicit TracedText(std::size_t capacity) {
+    explicit OutputLine(std::size_t capacity) {
         if (capacity > kInPlace) {
-            m_spill = std::make_unique_for_overwrite<TracedChar[]>(capacity);
-            m_chars = m_spill.get();
+            m_charSpill = std::make_unique_for_overwrite<wchar_t[]>(capacity);
+            m_sourceSpill = std::make_unique_for_overwrite<int[]>(capacity);
+            m_chars = m_charSpill.get();
+            m_sources = m_sourceSpill.get();
         }
     }
-    TracedText(TracedText const &) = delete;
-    TracedText &operator=(TracedText const &) = delete;
+    OutputLine(OutputLine const &) = delete;
+    OutputLine &operator=(OutputLine const &) = delete;
 
-    void Push(wchar_t c, int source) { m_chars[m_size++] = {c, source}; }
-    void Push(std::wstring_view word, int source) {
-        for (wchar_t const c : word)
-            Push(c, source);
+    void Push(wchar_t c, int source) {
+        m_chars[m_size] = c;
+        m_sources[m_size++] = source;
     }
     std::size_t Size() const { return m_size; }
-    TracedChar const &operator[](std::size_t index) const { return m_chars[index]; }
-    std::span<TracedChar const> All() const { return {m_chars, m_size}; }
-    CString Text() const {
-        wchar_t inPlace[kInPlace];
-        std::unique_ptr<wchar_t[]> const spill =
-            m_size > kInPlace ? std::make_unique_for_overwrite<wchar_t[]>(m_size) : nullptr;
-        wchar_t *const chars = spill ? spill.get() : inPlace;
-        for (std::size_t i = 0; i < m_size; ++i)
-            chars[i] = m_chars[i].c;
-        return CString(std::wstring_view(chars, m_size));
-    }
-    void SetLast(wchar_t c) { m_chars[m_size - 1].c = c; }
+    wchar_t &Last() { return m_chars[m_size - 1]; }
+    CString Text() const { return CString(std::wstring_view(m_chars, m_size)); }
+    std::vector<int> Sources() const { return {m_sources, m_sources + m_size}; }
 
 private:
-    static constexpr std::size_t kInPlace = 256;
+    static constexpr std::size_t kInPlace = 512;
 
     std::size_t m_size = 0;
-    std::unique_ptr<TracedChar[]> m_spill;
-    TracedChar m_inPlace[kInPlace];
-    TracedChar *m_chars = m_inPlace;
+    wchar_t *m_chars = m_charsInPlace;
+    int *m_sources = m_sourcesInPlace;
+    std::unique_ptr<wchar_t[]> m_charSpill;
+    std::unique_ptr<int[]> m_sourceSpill;
+    wchar_t m_charsInPlace[kInPlace];
+    int m_sourcesInPlace[kInPlace];
 };
-
-using TracedView = std::span<TracedChar const>;
 
 constexpr std::wstring_view kByMarker = L"#__ARG_BY__#";
 constexpr std::wstring_view kToMarker = L"#__ARG_TO__#";
+/// A marker of twelve characters takes the place of one.
+constexpr std::size_t kMostCharsPerTyped = 12;
 
 /// Words that keep their B or T, and what they are called while the markers are put in.
 struct ProtectedWord {
@@ -79,7 +74,87 @@ wchar_t UpperCase(wchar_t c) {
     return c < 0x80 ? c : UpperUnit(c);
 }
 
-bool StartsWith(TracedView text, std::size_t at, std::wstring_view word) {
+bool IsBlank(wchar_t c) {
+    return (c <= L' ' || c >= 0x80) && IsBlankUnit(c);
+}
+
+/// The typed text between the blanks at its ends, in upper case.
+struct TypedText {
+    std::wstring_view chars;
+    int firstSource;
+
+    std::size_t size() const { return chars.size(); }
+    TracedChar operator[](std::size_t at) const { return {UpperCase(chars[at]), firstSource + static_cast<int>(at)}; }
+};
+
+TypedText Trimmed(CString const &text) {
+    wchar_t const *const units = text.GetString();
+    int begin = 0;
+    int end = text.GetLength();
+    while (begin < end && IsBlank(units[begin]))
+        ++begin;
+    while (end > begin && IsBlank(units[end - 1]))
+        --end;
+    return {{units + begin, static_cast<std::size_t>(end - begin)}, begin};
+}
+
+/// What stood before the character at hand.
+enum class After { kNothing, kItem, kItemAndBlank, kComma, kClosingBracket, kOpeningBracket, kMarker };
+
+/// Passes characters on to the line. Blanks between items become commas, doubled commas get a zero, neighbouring
+/// brackets a comma.
+class Separator {
+public:
+    explicit Separator(OutputLine &line) : m_line(line) {}
+
+    void Take(TracedChar traced) {
+        switch (traced.c) {
+        case L'\t':
+        case L'\n':
+        case L'\r':
+            return;
+        case L' ':
+            if (m_state == After::kItem)
+                m_state = After::kItemAndBlank;
+            return;
+        case L'#':
+            m_state = After::kMarker;
+            break;
+        case L',':
+            PutBetween(After::kComma, L'0', traced.source);
+            m_state = After::kComma;
+            break;
+        case L'[':
+            PutBetween(After::kClosingBracket, L',', traced.source);
+            m_state = After::kOpeningBracket;
+            break;
+        case L']':
+            m_state = After::kClosingBracket;
+            break;
+        default:
+            PutBetween(After::kItemAndBlank, L',', traced.source);
+            m_state = After::kItem;
+            break;
+        }
+        m_line.Push(traced.c, traced.source);
+    }
+    void Take(std::wstring_view word, int source) {
+        for (wchar_t const c : word)
+            Take({c, source});
+    }
+
+private:
+    void PutBetween(After state, wchar_t c, int source) {
+        if (m_state == state)
+            m_line.Push(c, source);
+    }
+
+    OutputLine &m_line;
+    After m_state = After::kNothing;
+};
+
+template <class Text>
+bool StartsWith(Text const &text, std::size_t at, std::wstring_view word) {
     if (text.size() - at < word.size())
         return false;
     for (std::size_t i = 0; i < word.size(); ++i) {
@@ -107,8 +182,10 @@ void ReplaceAll(TracedVector &text, std::wstring_view word, std::wstring_view ot
 
 /// Puts the markers in by the defining sequence of replacements: disguise, mark, undo the disguise. Needed only for
 /// texts that hold two underscores in a row, which could be taken for a disguise.
-void MarkByReplacing(TracedView typed, TracedText &out) {
-    TracedVector text(typed.begin(), typed.end());
+void MarkByReplacing(TypedText const &typed, Separator &out) {
+    TracedVector text;
+    for (std::size_t at = 0; at < typed.size(); ++at)
+        text.push_back(typed[at]);
     for (ProtectedWord const &entry : kProtectedWords)
         ReplaceAll(text, entry.word, entry.disguise);
     ReplaceAll(text, L"BY", L"B");
@@ -118,11 +195,11 @@ void MarkByReplacing(TracedView typed, TracedText &out) {
     for (ProtectedWord const &entry : kProtectedWords)
         ReplaceAll(text, entry.disguise, entry.word);
     for (TracedChar const &traced : text)
-        out.Push(traced.c, traced.source);
+        out.Take(traced);
 }
 
 /// Length of the protected word at `at`, 0 if there is none. SQRT is disguised before ABS, so ABSQRT is AB and SQRT.
-std::size_t ProtectedLength(TracedView text, std::size_t at) {
+std::size_t ProtectedLength(TypedText const &text, std::size_t at) {
     switch (text[at].c) {
     case L'S':
         return StartsWith(text, at, L"SQRT") ? 4 : 0;
@@ -136,119 +213,53 @@ std::size_t ProtectedLength(TracedView text, std::size_t at) {
 }
 
 /// The same result in one pass.
-void MarkInOnePass(TracedView text, TracedText &out) {
-    for (std::size_t at = 0; at < text.size();) {
-        if (std::size_t const length = ProtectedLength(text, at)) {
-            for (std::size_t const end = at + length; at < end; ++at)
-                out.Push(text[at].c, text[at].source);
-        } else if (text[at].c == L'B') {
-            out.Push(kByMarker, text[at].source);
-            at += StartsWith(text, at, L"BY") ? 2 : 1;
-        } else if (text[at].c == L'T') {
-            out.Push(kToMarker, text[at].source);
-            at += StartsWith(text, at, L"TO") ? 2 : 1;
+void MarkInOnePass(TypedText const &text, Separator &out) {
+    std::size_t protectedEnd = 0;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        TracedChar const traced = text[at];
+        if (at >= protectedEnd)
+            protectedEnd = at + ProtectedLength(text, at);
+        if (at < protectedEnd || (traced.c != L'B' && traced.c != L'T')) {
+            out.Take(traced);
+        } else if (traced.c == L'B') {
+            out.Take(kByMarker, traced.source);
+            at += StartsWith(text, at, L"BY");
         } else {
-            out.Push(text[at].c, text[at].source);
-            ++at;
+            out.Take(kToMarker, traced.source);
+            at += StartsWith(text, at, L"TO");
         }
     }
 }
 
-TracedView Trimmed(TracedView text) {
-    while (!text.empty() && IsBlankUnit(text.front().c))
-        text = text.subspan(1);
-    while (!text.empty() && IsBlankUnit(text.back().c))
-        text = text.first(text.size() - 1);
-    return text;
+/// Whether a character can have to do with a marker.
+bool ConcernsMarkers(wchar_t c) {
+    return c == L'B' || c == L'b' || c == L'T' || c == L't' || c == L'_' || c >= 0x80;
 }
 
-/// What stood before the character at hand.
-enum class After { kNothing, kItem, kItemAndBlank, kComma, kClosingBracket, kOpeningBracket, kMarker };
-
-/// Blanks between items become commas, doubled commas get a zero, neighbouring brackets a comma.
-void Separate(TracedView text, TracedText &out) {
-    After state = After::kNothing;
-    for (TracedChar const traced : text) {
-        switch (traced.c) {
-        case L'\t':
-        case L'\n':
-        case L'\r':
-            continue;
-        case L' ':
-            if (state == After::kItem)
-                state = After::kItemAndBlank;
-            continue;
-        case L'#':
-            state = After::kMarker;
-            break;
-        case L',':
-            if (state == After::kComma)
-                out.Push(L'0', traced.source);
-            state = After::kComma;
-            break;
-        case L'[':
-            if (state == After::kClosingBracket)
-                out.Push(L',', traced.source);
-            state = After::kOpeningBracket;
-            break;
-        case L']':
-            state = After::kClosingBracket;
-            break;
-        default:
-            if (state == After::kItemAndBlank)
-                out.Push(L',', traced.source);
-            state = After::kItem;
-            break;
-        }
-        out.Push(traced.c, traced.source);
-    }
-}
-
-/// Upper case, and whether there is anything to mark.
-void TakeTyped(CString const &text, TracedText &typed, bool &hasMarks, bool &hasDisguises) {
-    wchar_t before = 0;
-    wchar_t const *const units = text.GetString();
-    for (int i = 0; i < text.GetLength(); ++i) {
-        wchar_t const c = UpperCase(units[i]);
-        hasMarks |= c == L'B' || c == L'T';
-        hasDisguises |= c == L'_' && before == L'_';
-        before = c;
-        typed.Push(c, i);
-    }
-}
-
-/// A marker of twelve characters takes the place of one, and a comma may come in front.
-constexpr std::size_t kMostCharsPerTyped = 13;
-
-/// The normalised text, behind `head` and a blank if there is a head; those come from nowhere.
+/// The normalised text, behind `head` and a blank if there is a head; those have no source.
 CString Normalize(std::string_view head, CString const &text, std::vector<int> *sources) {
-    auto const length = static_cast<std::size_t>(text.GetLength());
-    TracedText typed(length);
-    bool hasMarks = false;
-    bool hasDisguises = false;
-    TakeTyped(text, typed, hasMarks, hasDisguises);
-    bool const rewrites = hasMarks || hasDisguises;
-    TracedText marked(rewrites ? kMostCharsPerTyped * length : 0);
-    if (hasDisguises)
-        MarkByReplacing(typed.All(), marked);
-    else if (hasMarks)
-        MarkInOnePass(typed.All(), marked);
-    TracedView const trimmed = Trimmed(rewrites ? marked.All() : typed.All());
-
+    TypedText const typed = Trimmed(text);
+    bool const hasMarkers = std::any_of(typed.chars.begin(), typed.chars.end(), ConcernsMarkers);
     std::size_t const before = head.empty() ? 0 : head.size() + 1;
-    TracedText line(before + 2 * trimmed.size());
+    // A comma or a zero may come in front of each character.
+    OutputLine line(before + 2 * typed.size() * (hasMarkers ? kMostCharsPerTyped : 1));
     for (char const c : head)
         line.Push(static_cast<wchar_t>(c), -1);
     if (before > 0)
         line.Push(L' ', -1);
-    Separate(trimmed, line);
-    if (line.Size() > before && line[line.Size() - 1].c == L',')
-        line.SetLast(L' ');
-    if (sources) {
-        sources->clear();
-        for (TracedChar const traced : line.All())
-            sources->push_back(traced.source);
+    Separator separator(line);
+    if (!hasMarkers) {
+        for (std::size_t at = 0; at < typed.size(); ++at)
+            separator.Take(typed[at]);
+    } else if (typed.chars.find(L"__") == std::wstring_view::npos) {
+        MarkInOnePass(typed, separator);
+    } else {
+        MarkByReplacing(typed, separator);
     }
+    if (line.Size() > before && line.Last() == L',')
+        line.Last() = L' ';
+    if (sources)
+        *sources = line.Sources();
     return line.Text();
 }
 

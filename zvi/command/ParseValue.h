@@ -13,8 +13,8 @@ enum ParseKind : std::int32_t {
     kParseByTo = 9
 };
 
-/// The value that every symbol of the grammar carries.
-struct ParseValue {
+/// The part of a value that expressions compute with: an integer or a double.
+struct ParseNumber {
     std::int32_t kind;
     /// Equal to `kind` for a value as it was typed, `kParseComputed` once it was computed.
     std::int32_t shape;
@@ -23,31 +23,43 @@ struct ParseValue {
         std::int32_t integer;
         double real;
     };
+
+    static ParseNumber Integer(std::int32_t value, std::int32_t shape = kParseInteger) {
+        ParseNumber result;
+        result.SetInteger(value, shape);
+        return result;
+    }
+
+    static ParseNumber Double(double value, std::int32_t shape = kParseDouble) {
+        ParseNumber result;
+        result.SetDouble(value, shape);
+        return result;
+    }
+
+    void SetInteger(std::int32_t value, std::int32_t newShape = kParseInteger) {
+        kind = kParseInteger;
+        shape = newShape;
+        integer = value;
+    }
+
+    void SetDouble(double value, std::int32_t newShape = kParseDouble) {
+        kind = kParseDouble;
+        shape = newShape;
+        real = value;
+    }
+
+    /// The value of an integer or a double.
+    double AsDouble() const { return kind == kParseInteger ? integer : real; }
+};
+
+/// The value that every symbol of the grammar carries.
+struct ParseValue : ParseNumber {
     /// By-to range: first value, bound, step.
     std::int32_t from;
     std::int32_t to;
     std::int32_t by;
     /// Repeat item: how often.
     std::int32_t count;
-
-    static ParseValue Integer(std::int32_t value, std::int32_t shape = kParseInteger) {
-        ParseValue result{};
-        result.kind = kParseInteger;
-        result.shape = shape;
-        result.integer = value;
-        return result;
-    }
-
-    static ParseValue Double(double value, std::int32_t shape = kParseDouble) {
-        ParseValue result{};
-        result.kind = kParseDouble;
-        result.shape = shape;
-        result.real = value;
-        return result;
-    }
-
-    /// The value of an integer or a double.
-    double AsDouble() const { return kind == kParseInteger ? integer : real; }
 };
 
 } // namespace zvi::lib

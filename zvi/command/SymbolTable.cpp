@@ -142,8 +142,12 @@ bool EqualNoCase(std::string_view text, char const *name) {
 /// The first node of the name, among the built-in ones and then the others, that is a function or is none.
 template <class Symbols>
 TagSymbolNode const *FindSymbol(Symbols const &others, std::string_view name, bool isFunction) {
+    if (name.empty())
+        return nullptr;
+    char const first = LowerCase(name.front());
     auto const fits = [&](TagSymbolNode const &node) {
-        return (node.function != nullptr) == isFunction && EqualNoCase(name, node.name);
+        return LowerCase(node.name[0]) == first && (node.function != nullptr) == isFunction &&
+               EqualNoCase(name, node.name);
     };
     for (TagSymbolNode const &node : kBuiltInSymbols) {
         if (fits(node))
@@ -232,38 +236,12 @@ TagStringNode *SymbolTable::AddString(std::string_view text) {
     return m_strings.back().get();
 }
 
-TagNumberNode *SymbolTable::NewNumber() {
+TagNumberNode *SymbolTable::NodeBeyondThoseInPlace() {
     if (m_numberCount >= kMostNumbers)
         return nullptr;
-    int const index = m_numberCount++;
-    if (index < kNumbersInPlace)
-        return &m_firstNumbers[index];
     if (!m_moreNumbers)
         m_moreNumbers = std::make_unique_for_overwrite<TagNumberNode[]>(kMostNumbers - kNumbersInPlace);
-    return &m_moreNumbers[static_cast<std::size_t>(index - kNumbersInPlace)];
-}
-
-TagNumberNode *SymbolTable::AddNumber(double value) {
-    TagNumberNode *const node = NewNumber();
-    if (node)
-        *node = ParseValue::Double(value);
-    return node;
-}
-
-TagNumberNode *SymbolTable::AddNumber() {
-    TagNumberNode *const node = NewNumber();
-    if (node)
-        *node = ParseValue::Integer(0);
-    return node;
-}
-
-void SymbolTable::ClearNumbers() {
-    m_numberCount = 0;
-    m_moreNumbers.reset();
-}
-
-void SymbolTable::ClearStrings() {
-    m_strings.clear();
+    return &m_moreNumbers[static_cast<std::size_t>(m_numberCount - kNumbersInPlace)];
 }
 
 } // namespace zvi::lib

@@ -86,18 +86,41 @@ public:
     /// A new string node with a copy of the text, or null at the limit.
     TagStringNode *AddString(std::string_view text);
     /// A new number node, or null at the limit: a double, or an integer of value 0 for the scanner to fill.
-    TagNumberNode *AddNumber(double value);
-    TagNumberNode *AddNumber();
+    TagNumberNode *AddNumber(double value) {
+        TagNumberNode *const node = NewNumber();
+        if (node)
+            node->SetDouble(value);
+        return node;
+    }
+    TagNumberNode *AddNumber() {
+        TagNumberNode *const node = NewNumber();
+        if (node)
+            node->SetInteger(0);
+        return node;
+    }
 
     /// Destroy all nodes of their kind. A pointer to one of them ends with it.
-    void ClearNumbers();
-    void ClearStrings();
+    void ClearNumbers() {
+        m_numberCount = 0;
+        m_moreNumbers.reset();
+    }
+    void ClearStrings() { m_strings.clear(); }
 
 private:
     /// Numbers of a short line live in the table itself.
     static constexpr int kNumbersInPlace = 8;
 
-    TagNumberNode *NewNumber();
+    /// The next node, its range and count zeroed; null at the limit.
+    TagNumberNode *NewNumber() {
+        TagNumberNode *const node =
+            m_numberCount < kNumbersInPlace ? &m_firstNumbers[m_numberCount] : NodeBeyondThoseInPlace();
+        if (node) {
+            ++m_numberCount;
+            node->from = node->to = node->by = node->count = 0;
+        }
+        return node;
+    }
+    TagNumberNode *NodeBeyondThoseInPlace();
 
     std::vector<std::unique_ptr<TagSymbolNode>> m_symbols;
     std::vector<std::unique_ptr<TagResWordNode>> m_reservedWords;

@@ -1,8 +1,10 @@
 #include "zvi/command/lexer1.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 
 namespace zvi::lib {
@@ -19,16 +21,23 @@ bool IsDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
-bool IsWordStart(char c) {
-    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_';
-}
+/// What a byte can be the part of.
+enum CharClass : std::uint8_t { kWordStart = 1, kWordPart = 2, kWhiteSpace = 4 };
 
-bool IsWordPart(char c) {
-    return IsWordStart(c) || IsDigit(c);
-}
+/// The classes of each byte.
+constexpr std::array<std::uint8_t, 256> kCharClasses = [] {
+    std::array<std::uint8_t, 256> classes{};
+    for (std::size_t letter = 'A'; letter <= 'Z'; ++letter)
+        classes[letter] = classes[letter - 'A' + 'a'] = kWordStart | kWordPart;
+    classes['_'] = kWordStart | kWordPart;
+    for (std::size_t digit = '0'; digit <= '9'; ++digit)
+        classes[digit] = kWordPart;
+    classes[' '] = classes['\t'] = classes['\n'] = classes['\r'] = kWhiteSpace;
+    return classes;
+}();
 
-bool IsWhiteSpace(char c) {
-    return c == ' ' || c == '\t' || c == '\n' || c == '\r';
+bool Is(char c, CharClass charClass) {
+    return (kCharClasses[static_cast<unsigned char>(c)] & charClass) != 0;
 }
 
 /// Whether a decimal text that no double can hold is too large rather than too small, by the exponent of its first
@@ -66,12 +75,35 @@ double ToDouble(std::string_view text, bool &overflow) {
     return value;
 }
 
-/// Digits as a 32-bit integer; a larger number gives the largest one.
-std::int32_t ToInteger(std::string_view digits) {
-    std::int32_t value = 0;
+/// Digits as an integer; what 64 bits cannot hold gives the largest one.
+std::int64_t ToInteger(std::string_view digits) {
+    std::int64_t value = 0;
     if (std::from_chars(digits.data(), digits.data() + digits.size(), value).ec != std::errc{})
-        return std::numeric_limits<std::int32_t>::max();
+        return std::numeric_limits<std::int64_t>::max();
     return value;
+}
+
+/// The same for at most `kExactDigits` digits.
+std::int64_t ToShortInteger(std::string_view digits) {
+    std::int64_t value = 0;
+    for (char const c : digits)
+        value = value * 10 + (c - '0');
+    return value;
+}
+
+int SkipDigits(char const *text, int at) {
+    while (IsDigit(text[at]))
+        ++at;
+    return at;
+}
+
+int SkipExponent(char const *text, int at) {
+    if (text[at] != 'E' && text[at] != 'e')
+        return at;
+    int digits = at + 1;
+    if (text[digits] == '+' || text[digits] == '-')
+        ++digits;
+    return IsDigit(text[digits]) ? SkipDigits(text, digits) : at;
 }
 
 } // namespace
@@ -94,7 +126,7 @@ bool lexer1::Load(wchar_t const *text, int length) {
 
 int lexer1::NextToken() {
     while (true) {
-        while (IsWhiteSpace(m_text[m_pos]))
+        while (Is(m_text[m_pos], kWhiteSpace))
             ++m_pos;
         m_tokenStart = m_pos;
         char const c = m_text[m_pos];
@@ -102,7 +134,7 @@ int lexer1::NextToken() {
             return kTokenEnd;
         if (IsDigit(c) || (c == '.' && IsDigit(m_text[m_pos + 1])))
             return ReadNumber();
-        if (!IsWordStart(c)) {
+        if (!Is(c, kWordStart)) {
             ++m_pos;
             return c;
         }
@@ -117,7 +149,7 @@ std::string_view lexer1::Text(int begin, int end) const {
 }
 
 int lexer1::ReadWord() {
-    while (IsWordPart(m_text[m_pos]))
+    while (Is(m_text[m_pos], kWordPart))
         ++m_pos;
     std::string_view const word = Text(m_tokenStart, m_pos);
     if (TagResWordNode const *const reserved = m_symbols.FindReservedWord(word))
@@ -133,47 +165,24 @@ int lexer1::ReadWord() {
     return m_name ? kTokenName : 0;
 }
 
-int lexer1::SkipDigits(int at) const {
-    while (IsDigit(m_text[at]))
-        ++at;
-    return at;
-}
-
-int lexer1::SkipExponent(int at) const {
-    if (m_text[at] != 'E' && m_text[at] != 'e')
-        return at;
-    int digits = at + 1;
-    if (m_text[digits] == '+' || m_text[digits] == '-')
-        ++digits;
-    return IsDigit(m_text[digits]) ? SkipDigits(digits) : at;
-}
-
 int lexer1::ReadNumber() {
-    int const whole = SkipDigits(m_pos);
-    int const end = SkipExponent(m_text[whole] == '.' ? SkipDigits(whole + 1) : whole);
+    int const whole = SkipDigits(m_text, m_pos);
+    int const end = SkipExponent(m_text, m_text[whole] == '.' ? SkipDigits(m_text, whole + 1) : whole);
     return end == whole ? ReadInteger(end) : ReadReal(end);
 }
 
 int lexer1::ReadInteger(int end) {
+    constexpr std::int64_t kLargest = std::numeric_limits<std::int32_t>::max();
     std::string_view const digits = Text(m_pos, end);
-    bool const isLong = end - m_pos > kExactDigits;
+    bool const isShort = end - m_pos <= kExactDigits;
+    std::int64_t const integer = isShort ? ToShortInteger(digits) : ToInteger(digits);
+    double real = isShort ? static_cast<double>(integer) : ToDouble(digits, m_overflow);
     m_pos = end;
-    double real = isLong ? ToDouble(digits, m_overflow) : 0.0;
-    if (!isLong && m_allDoubles) {
-        std::int64_t exact = 0;
-        for (char const c : digits)
-            exact = exact * 10 + (c - '0');
-        real = static_cast<double>(exact);
-    }
     if (m_overflow)
         real = 1.0;
-    if (m_allDoubles) {
-        m_number = m_symbols.AddNumber(real);
-        return kTokenNumber;
-    }
-    TagNumberNode *const node = m_symbols.AddNumber();
-    if (node)
-        node->integer = ToInteger(digits);
+    TagNumberNode *const node = m_allDoubles ? m_symbols.AddNumber(real) : m_symbols.AddNumber();
+    if (node && !m_allDoubles)
+        node->integer = static_cast<std::int32_t>(std::min(integer, kLargest));
     m_number = node;
     return kTokenNumber;
 }

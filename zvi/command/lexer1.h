@@ -44,8 +44,6 @@ private:
     int ReadNumber();
     int ReadInteger(int end);
     int ReadReal(int end);
-    int SkipDigits(int at) const;
-    int SkipExponent(int at) const;
     std::string_view Text(int begin, int end) const;
 
     SymbolTable &m_symbols;
