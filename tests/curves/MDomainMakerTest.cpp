@@ -1,0 +1,290 @@
+#include "zvi/curves/MDomainMaker.h"
+
+#include "tests/curves/MDomainMakerOracle.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <random>
+#include <vector>
+
+namespace zvi::lib::test {
+
+namespace {
+
+using Points = std::vector<DM_VTEX>;
+
+MArray<DM_VTEX> ToArray(Points const &points) {
+    MArray<DM_VTEX> array;
+    for (DM_VTEX const &p : points)
+        array.PushBack(p);
+    return array;
+}
+
+/// Adds a closed ring of straight curves with the ids `firstId`, `firstId` + 1, ...
+void AddRing(MDomainMaker &maker, unsigned int firstId, Points const &ring) {
+    for (std::size_t i = 0; i < ring.size(); ++i)
+        maker.AddCurv(firstId + static_cast<unsigned int>(i), ring[i], ring[(i + 1) % ring.size()]);
+}
+
+/// A square about the origin, turned a little so that nothing is level or upright.
+Points Square(double radius) {
+    return {{-radius, -0.1 * radius}, {0.1 * radius, -radius}, {radius, 0.1 * radius}, {-0.1 * radius, radius}};
+}
+
+std::vector<int> Ids(DM_SURF_SUB const &loop) {
+    return {loop.Curv.begin(), loop.Curv.end()};
+}
+
+std::vector<int> SortedIds(DM_SURF_SUB const &loop) {
+    std::vector<int> ids = Ids(loop);
+    std::sort(ids.begin(), ids.end());
+    return ids;
+}
+
+double SignedArea(MDomainMaker &maker, DM_SURF_SUB const &loop) {
+    MArray<DM_VTEX> coordinates;
+    maker.GetResultVtexCoord(coordinates);
+    double twice = 0;
+    for (std::size_t i = 0; i + 1 < loop.Vtex.Size(); ++i) {
+        DM_VTEX const &p = coordinates[static_cast<std::size_t>(loop.Vtex[i])];
+        DM_VTEX const &q = coordinates[static_cast<std::size_t>(loop.Vtex[i + 1])];
+        twice += p.x * q.y - q.x * p.y;
+    }
+    return twice / 2;
+}
+
+std::size_t VtexCount(MDomainMaker &maker) {
+    MArray<DM_VTEX> coordinates;
+    maker.GetResultVtexCoord(coordinates);
+    return coordinates.Size();
+}
+
+} // namespace
+
+TEST(MDomainMaker, MergesEndsNearerThanTheToleranceInBothCoordinates) {
+    struct Row {
+        DM_VTEX end;
+        std::size_t vertices;
+    };
+    for (Row const &row : {Row{{0.00009, -0.00009}, 2}, Row{{0.0001, 0}, 3}, Row{{0, 0.0001}, 3},
+                           Row{{-0.00009999, 0.00009999}, 2}, Row{{std::nan(""), 0}, 3}}) {
+        MDomainMaker maker;
+        maker.AddCurv(1, {0, 0}, {5, 5});
+        maker.AddCurv(2, row.end, {5, 5});
+        EXPECT_EQ(VtexCount(maker), row.vertices) << row.end.x << ' ' << row.end.y;
+    }
+}
+
+// Ends in clouds about as dense as the tolerance: whether a vertex is found, and which of several, decides all later
+// ones, so the lists of vertices only agree when every single lookup does.
+TEST(MDomainMaker, MergesWithTheFirstVertexByXAndThenByAge) {
+    for (unsigned int seed = 1; seed <= 20; ++seed) {
+        std::mt19937 random(seed);
+        double const far = seed % 4 == 0 ? 1e9 : seed % 4 == 1 ? -70000.0 : 0.0;
+        std::uniform_int_distribution<int> step(0, 12);
+        std::uniform_real_distribution<double> place(0.0, 0.0008);
+        MDomainMaker maker;
+        MDomainMakerOracle oracle;
+        for (unsigned int id = 1; id <= 300; ++id) {
+            bool const isOnLattice = seed % 2 == 0;
+            auto const point = [&]() -> DM_VTEX {
+                if (isOnLattice)
+                    return {far + 0.00005 * step(random), 0.00005 * step(random)};
+                return {far + place(random), place(random)};
+            };
+            DM_VTEX const p = point();
+            DM_VTEX const q = point();
+            maker.AddCurv(id, p, q);
+            oracle.AddCurv(id, p, q);
+        }
+        MArray<DM_VTEX> found;
+        maker.GetResultVtexCoord(found);
+        ASSERT_EQ(found.Size(), oracle.Coord.size()) << "seed " << seed;
+        for (std::size_t i = 0; i < found.Size(); ++i) {
+            EXPECT_EQ(found[i].x, oracle.Coord[i].x) << "seed " << seed << " vertex " << i;
+            EXPECT_EQ(found[i].y, oracle.Coord[i].y) << "seed " << seed << " vertex " << i;
+        }
+    }
+}
+
+TEST(MDomainMaker, IgnoresMidPointsItHasNoUseFor) {
+    MDomainMaker maker;
+    MArray<DM_VTEX> two = ToArray({{0, 0}, {1, 1}});
+    maker.AddCurvedCurvOnce(1, two);
+    EXPECT_EQ(VtexCount(maker), 0u);
+    maker.AddCurv(1, {0, 0}, {1, 1});
+    maker.AddCurvMidPoint(2, two);
+    MArray<DM_VTEX> none;
+    maker.AddCurvMidPoint(1, none);
+    EXPECT_EQ(VtexCount(maker), 2u);
+}
+
+TEST(MDomainMaker, GivesASingleSquareAsItWasWalked) {
+    MDomainMaker maker;
+    AddRing(maker, 11, Square(1));
+    maker.MakeDomain();
+    ASSERT_EQ(maker.GetResultSurf().Size(), 1u);
+    DM_SURF const &surf = maker.GetResultSurf()[0];
+    EXPECT_EQ(Ids(surf), (std::vector<int>{11, 12, 13, 14}));
+    EXPECT_EQ(std::vector<int>(surf.Vtex.begin(), surf.Vtex.end()), (std::vector<int>{0, 1, 2, 3, 0}));
+    EXPECT_TRUE(surf.CurvDir.Empty());
+    EXPECT_TRUE(surf.Holes.Empty());
+}
+
+// The first corner with a chord is the one after the leftmost vertex. The right half starts there, the left one at the
+// other end of the chord.
+TEST(MDomainMaker, DividesASquareAlongItsDiagonal) {
+    MDomainMaker maker;
+    Points const square = Square(1);
+    AddRing(maker, 1, square);
+    maker.AddCurv(5, square[3], square[1]);
+    maker.MakeDomain();
+    MArray<DM_SURF> surfs;
+    maker.GetResultSurf(surfs);
+    ASSERT_EQ(surfs.Size(), 2u);
+    EXPECT_EQ(Ids(surfs[0]), (std::vector<int>{2, 3, 5}));
+    EXPECT_EQ(std::vector<int>(surfs[0].CurvDir.begin(), surfs[0].CurvDir.end()), (std::vector<int>{0, 0, 0}));
+    EXPECT_EQ(Ids(surfs[1]), (std::vector<int>{4, 1, 5}));
+    EXPECT_EQ(std::vector<int>(surfs[1].CurvDir.begin(), surfs[1].CurvDir.end()), (std::vector<int>{0, 0, 1}));
+}
+
+TEST(MDomainMaker, PutsEachSquareOfANestIntoTheOneAroundIt) {
+    MDomainMaker maker;
+    AddRing(maker, 1, Square(1));
+    AddRing(maker, 5, Square(3));
+    AddRing(maker, 9, Square(2));
+    maker.MakeDomain();
+    MArray<DM_SURF> &surfs = maker.GetResultSurf();
+    ASSERT_EQ(surfs.Size(), 3u);
+    std::vector<int> const expected[] = {{5, 6, 7, 8}, {9, 10, 11, 12}, {1, 2, 3, 4}};
+    for (std::size_t i = 0; i < 3; ++i) {
+        EXPECT_EQ(SortedIds(surfs[i]), expected[i]);
+        EXPECT_GT(SignedArea(maker, surfs[i]), 0);
+        ASSERT_EQ(surfs[i].Holes.Size(), i < 2 ? 1u : 0u);
+        if (i < 2) {
+            EXPECT_EQ(SortedIds(surfs[i].Holes[0]), expected[i + 1]);
+            EXPECT_LT(SignedArea(maker, surfs[i].Holes[0]), 0);
+        }
+    }
+}
+
+TEST(MDomainMaker, LeavesOutWhatEnclosesNothing) {
+    MDomainMaker maker;
+    Points const square = Square(1);
+    maker.AddCurv(20, square[0], {0, 0});  // dangles inside
+    maker.AddCurv(21, {0, 0}, {0.2, 0.1}); // and goes on
+    AddRing(maker, 1, square);
+    maker.AddCurv(30, square[1], square[0]); // the first curve once more, turned
+    maker.AddCurv(31, square[2], square[2]); // no length
+    maker.AddCurv(40, {5, 5}, {6, 7});       // open polyline
+    maker.AddCurv(41, {6, 7}, {9, 7});
+    maker.MakeDomain();
+    ASSERT_EQ(maker.GetResultSurf().Size(), 1u);
+    EXPECT_EQ(SortedIds(maker.GetResultSurf()[0]), (std::vector<int>{1, 2, 3, 4}));
+}
+
+TEST(MDomainMaker, NamesARefinedCurveOnceUnlessItSpansTheSeam) {
+    MDomainMaker maker;
+    Points const square = Square(1);
+    AddRing(maker, 1, square);
+    MArray<DM_VTEX> bow = ToArray({{0.7, -0.6}, {0.8, -0.4}, {0.9, -0.2}});
+    maker.AddCurvMidPoint(2, bow);                 // four pieces
+    MArray<DM_VTEX> seam = ToArray({{-1.5, 0.3}}); // the leftmost vertex, where the walk starts
+    maker.AddCurvMidPoint(4, seam);
+    maker.MakeDomain();
+    ASSERT_EQ(maker.GetResultSurf().Size(), 1u);
+    EXPECT_EQ(Ids(maker.GetResultSurf()[0]), (std::vector<int>{4, 1, 2, 3, 4}));
+    EXPECT_EQ(maker.GetResultSurf()[0].Vtex.Size(), 6u);
+}
+
+// A second way of its own to split a curve: two curves between the same vertices are duplicates unless refined.
+TEST(MDomainMaker, KeepsArcsBetweenTheSameEndsApartWhenTheyAreRefined) {
+    for (bool const isRefined : {false, true}) {
+        MDomainMaker maker;
+        maker.AddCurv(1, {0, 0}, {2, 0.1});
+        maker.AddCurv(2, {2, 0.1}, {0, 0});
+        MArray<DM_VTEX> below = ToArray({{1, -1}});
+        if (isRefined)
+            maker.AddCurvMidPoint(2, below);
+        maker.MakeDomain();
+        EXPECT_EQ(maker.GetResultSurf().Size(), isRefined ? 1u : 0u);
+    }
+}
+
+TEST(MDomainMaker, CopiesShareNothing) {
+    MDomainMaker original;
+    AddRing(original, 1, Square(3));
+    MDomainMaker copy(original);
+    AddRing(copy, 5, Square(1));
+    MDomainMaker assigned;
+    assigned = copy;
+    original.MakeDomain();
+    copy.MakeDomain();
+    EXPECT_EQ(original.GetResultSurf().Size(), 1u);
+    EXPECT_EQ(copy.GetResultSurf().Size(), 2u);
+    EXPECT_EQ(assigned.GetResultSurf().Size(), 0u);
+    assigned.MakeDomain();
+    EXPECT_EQ(assigned.GetResultSurf().Size(), 2u);
+    MArray<DM_SURF> out;
+    copy.GetResultSurf(out);
+    out[0].Curv[0] = -7;
+    EXPECT_NE(copy.GetResultSurf()[0].Curv[0], -7);
+}
+
+// Coordinates that are no places must not bring it down; what is sound beside them is still found.
+TEST(MDomainMaker, SurvivesCoordinatesBeyondAllMeasure) {
+    double const huge = std::numeric_limits<double>::max();
+    double const infinite = std::numeric_limits<double>::infinity();
+    for (double const odd : {std::nan(""), huge, -huge, infinite, 1e-310}) {
+        MDomainMaker maker;
+        AddRing(maker, 1, Square(1));
+        AddRing(maker, 5, {{odd, 0}, {1, odd}, {odd, odd}, {2, 2}});
+        AddRing(maker, 9, {{-odd, 3}, {odd, 4}, {5, 5}});
+        maker.MakeDomain();
+        EXPECT_FALSE(maker.GetResultSurf().Empty());
+    }
+}
+
+// On a triangulated grid the domains are the bounded faces: their number is Euler's, and their areas sum up to the
+// area within the rim.
+TEST(MDomainMaker, FindsEveryFaceOfAMesh) {
+    std::mt19937 random(7);
+    std::uniform_real_distribution<double> jitter(-0.3, 0.3);
+    int const size = 60;
+    std::vector<DM_VTEX> points;
+    for (int i = 0; i < size * size; ++i) {
+        bool const isRim = i % size == 0 || i % size == size - 1 || i < size || i >= size * (size - 1);
+        points.push_back({i % size + (isRim ? 0 : jitter(random)), i / size + (isRim ? 0 : jitter(random))});
+    }
+    std::vector<std::pair<int, int>> edges;
+    for (int i = 0; i < size * size; ++i) {
+        bool const hasRight = i % size + 1 < size;
+        bool const hasUpper = i + size < size * size;
+        if (hasRight)
+            edges.push_back({i, i + 1});
+        if (hasUpper)
+            edges.push_back({i + size, i});
+        if (hasRight && hasUpper)
+            edges.push_back({i, i + size + 1});
+    }
+    std::shuffle(edges.begin(), edges.end(), random);
+    MDomainMaker maker;
+    for (std::size_t i = 0; i < edges.size(); ++i)
+        maker.AddCurv(static_cast<unsigned int>(i + 1), points[static_cast<std::size_t>(edges[i].first)],
+                      points[static_cast<std::size_t>(edges[i].second)]);
+    maker.MakeDomain();
+    MArray<DM_SURF> surfs;
+    maker.GetResultSurf(surfs);
+    EXPECT_EQ(surfs.Size(), edges.size() - points.size() + 1);
+    double area = 0;
+    for (DM_SURF const &surf : surfs) {
+        EXPECT_EQ(surf.Curv.Size(), 3u);
+        area += SignedArea(maker, surf);
+    }
+    EXPECT_NEAR(area, (size - 1.0) * (size - 1.0), 1e-9);
+}
+
+} // namespace zvi::lib::test
