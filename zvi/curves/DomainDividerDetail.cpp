@@ -11,7 +11,7 @@ namespace zvi::lib::detail {
 namespace {
 
 /// Cosine below which two directions certainly do not run along one another, far from the rounding of `kRunsAlong`.
-constexpr double kSurelyApart = 0.99999;
+constexpr double kSurelyApart = 0.999998;
 
 /// Vertices with more edges than this find their corner of a loop in a hash map, others by looking at their edges.
 constexpr int kManyEdges = 12;
@@ -161,7 +161,10 @@ bool LoopDivider::IsOpen(int half) const {
 
 bool LoopDivider::IsBarring(int half) const {
     bool found = false;
-    VisitAlongBoundary(half, [&](int) { found = true; });
+    VisitAlongBoundary(half, [&](int) {
+        found = true;
+        return false;
+    });
     return found;
 }
 
@@ -232,6 +235,7 @@ int LoopDivider::FindChord(int loop, int corner) {
         VisitAlongBoundary(corner, [&](int half) {
             m_barredAt[Index(m_graph.Edge(half))] = m_scan;
             m_anyBarred = true;
+            return true;
         });
     }
     int half = m_graph.Clockwise(vtex, m_graph.Twin(At(corner).previous));
@@ -240,7 +244,8 @@ int LoopDivider::FindChord(int loop, int corner) {
     return half == corner ? -1 : half;
 }
 
-/// Calls `visit` for every edge at the corner that runs along its incoming or outgoing edge. The directions of the
+/// Calls `visit` for every edge at the corner that runs along its incoming or outgoing edge, until it says no; an edge
+/// may come twice. The directions of the
 /// list are in order, so the search leaves each of the two both ways until the directions are surely apart.
 template <typename Visit>
 void LoopDivider::VisitAlongBoundary(int corner, Visit visit) const {
@@ -261,8 +266,9 @@ void LoopDivider::VisitAlongBoundary(int corner, Visit visit) const {
                 DM_VTEX const direction = UnitVector(at, far(half));
                 if (Dot(direction, boundary) < kSurelyApart)
                     break;
-                if (half != incoming && half != corner && (RunsAlong(direction, back) || RunsAlong(direction, ahead)))
-                    visit(half);
+                bool const isAlong = RunsAlong(direction, back) || RunsAlong(direction, ahead);
+                if (half != incoming && half != corner && isAlong && !visit(half))
+                    return;
             }
         }
     }
