@@ -67,25 +67,24 @@ LoopDivider::Outcome LoopDivider::Divide(std::vector<int> const &halfEdges, MArr
     if (!m_graph.IsTame())
         return Outcome::kUnproven;
     AddLoop(halfEdges);
-    std::vector<int> done;
-    Outcome const outcome = DivideInRounds(done);
+    Outcome const outcome = DivideInRounds();
     if (outcome == Outcome::kDivided) {
-        domains.Reserve(done.size());
-        for (int const loop : done)
+        domains.Reserve(m_done.size());
+        for (int const loop : m_done)
             domains.PushBack(Record(loop));
     }
     Forget();
     return outcome;
 }
 
-LoopDivider::Outcome LoopDivider::DivideInRounds(std::vector<int> &done) {
+LoopDivider::Outcome LoopDivider::DivideInRounds() {
     long long const limit = kDivisionsPerEdge * m_graph.EdgeCount();
     long long counter = 0;
-    std::vector<int> work{0};
-    std::vector<int> next;
-    while (!work.empty()) {
-        next.clear();
-        for (int const loop : work) {
+    m_done.clear();
+    m_round.assign(1, 0);
+    while (!m_round.empty()) {
+        m_nextRound.clear();
+        for (int const loop : m_round) {
             if (++counter > limit)
                 return Outcome::kAbandoned;
             int outA = -1;
@@ -94,13 +93,13 @@ LoopDivider::Outcome LoopDivider::DivideInRounds(std::vector<int> &done) {
             if (step == Step::kUnproven)
                 return Outcome::kUnproven;
             if (step == Step::kWhole) {
-                done.push_back(loop);
+                m_done.push_back(loop);
                 continue;
             }
-            next.push_back(outA);
-            next.push_back(outB);
+            m_nextRound.push_back(outA);
+            m_nextRound.push_back(outB);
         }
-        work.swap(next);
+        m_round.swap(m_nextRound);
     }
     return Outcome::kDivided;
 }

@@ -83,7 +83,7 @@ private:
 
     void FindNarrowVertices();
     bool IsNarrow(int vtex) const;
-    Outcome DivideInRounds(std::vector<int> &done);
+    Outcome DivideInRounds();
     int AddLoop(std::vector<int> const &halfEdges);
     void Join(int half, int next);
     void SetLoop(int half, int loop);
@@ -118,6 +118,9 @@ private:
     std::vector<Node> m_nodes;
     std::vector<char> m_isNarrow; ///< by vertex: two of its edges run nearly along one another
     std::vector<Loop> m_loops;
+    std::vector<int> m_round; ///< the loops to divide in this round
+    std::vector<int> m_nextRound;
+    std::vector<int> m_done; ///< the loops that stay whole
     std::vector<Hole> m_holes;
     std::vector<int> m_holeOfEdge;         ///< the hole that has the edge; -1 for none
     std::vector<std::uint32_t> m_barredAt; ///< by edge: the last scan in which it was barred

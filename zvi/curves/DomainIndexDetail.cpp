@@ -41,9 +41,9 @@ bool Holds(T_REGION2D const &box, T_POINT2D const &p) {
     return !(p.x < box.MinX || p.x > box.MaxX || p.y < box.MinY || p.y > box.MaxY);
 }
 
-/// Exponent of the cell size for an extent: the next power of two above it.
+/// Exponent of the cell size for an extent: the second power of two above it, so that most boxes lie in one cell.
 int CellExponent(double extent) {
-    return extent > 0.0 ? std::max(std::ilogb(extent) + 1, kSmallestCell) : kSmallestCell;
+    return extent > 0.0 ? std::max(std::ilogb(extent) + 2, kSmallestCell) : kSmallestCell;
 }
 
 double LargestOf(T_REGION2D const &box) {
@@ -56,17 +56,17 @@ double LargestOf(T_REGION2D const &box) {
 
 void BoxGrid::Insert(T_REGION2D const &box, int number) {
     int const level = LevelOf(box);
-    VisitCells(box, [&](double column, double row) { InsertInCell({box, column, row, number, level, -1}); });
+    VisitCells(level, box, [&](double column, double row) { InsertInCell({box, column, row, number, level, -1}); });
 }
 
 void BoxGrid::Remove(T_REGION2D const &box, int number) {
     int const level = LevelOf(box);
-    VisitCells(box, [&](double column, double row) { RemoveFromCell({box, column, row, number, level, -1}); });
+    VisitCells(level, box, [&](double column, double row) { RemoveFromCell({box, column, row, number, level, -1}); });
 }
 
 template <typename Visit>
-void BoxGrid::VisitCells(T_REGION2D const &box, Visit visit) {
-    auto const [perWidth, perHeight] = m_levels[Index(LevelOf(box))];
+void BoxGrid::VisitCells(int level, T_REGION2D const &box, Visit visit) {
+    auto const [perWidth, perHeight] = m_levels[Index(level)];
     double const lastColumn = std::floor(box.MaxX * perWidth);
     double const lastRow = std::floor(box.MaxY * perHeight);
     for (double column = std::floor(box.MinX * perWidth);;) {

@@ -13,8 +13,8 @@
 
 namespace zvi::lib::detail {
 
-/// Boxes with a number each, found by a point. A box lies in the cells of a grid whose cells are just larger than it is
-/// in x and in y, so it is in four of them at most; every size of cells is a level of its own. A query looks at one
+/// Boxes with a number each, found by a point. A box lies in the cells of a grid whose cells are larger than it is in
+/// x and in y, so it is in four of them at most; every size of cells is a level of its own. A query looks at one
 /// cell of each level.
 class BoxGrid {
 public:
@@ -41,7 +41,7 @@ private:
     int LevelOf(T_REGION2D const &box);
     std::size_t BucketOf(int level, double column, double row) const;
     template <typename Visit>
-    void VisitCells(T_REGION2D const &box, Visit visit);
+    void VisitCells(int level, T_REGION2D const &box, Visit visit);
     void InsertInCell(Entry entry);
     void RemoveFromCell(Entry const &entry);
     void Grow();

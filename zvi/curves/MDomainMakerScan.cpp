@@ -32,6 +32,7 @@ struct MDomainMaker::Run {
     detail::OuterWalks walks; ///< also knows which vertices and edges are finished
     LoopDivider divider;
     detail::DomainIndex index;        ///< of the finished domains
+    std::vector<int> loop;            ///< the half-edges of the present candidate's loop
     std::vector<Abandoned> abandoned; ///< in the order of the candidates
 };
 
@@ -63,12 +64,12 @@ void MDomainMaker::ScanCandidates(zvi::MArray<int> const &candidates) {
 }
 
 bool MDomainMaker::ScanCandidate(int vtex, Run &run) {
-    std::vector<int> loop;
+    std::vector<int> &loop = run.loop;
     if (!run.walks.Walk(vtex, loop))
         return false;
     int const firstUnasked = AddToHoles(loop, 0, run);
     if (!DivideLoop(loop, run)) {
-        run.abandoned.push_back({vtex, std::move(loop), firstUnasked});
+        run.abandoned.push_back({vtex, loop, firstUnasked});
         return false;
     }
     return true;
