@@ -51,7 +51,9 @@ ConvertOptions Parse(std::vector<std::string> const &arguments) {
     CLI::App app("Converts a value from one unit label to another.");
     app.name("zvi convert");
     app.set_help_flag("-h,--help", "This text");
-    app.add_option("VALUE FROM TO", shown, "A number or expression, and two unit labels");
+    app.add_option("VALUE", shown, "A number or an expression")->type_name("")->expected(1);
+    app.add_option("FROM", shown, "The unit label of the value")->type_name("")->expected(1);
+    app.add_option("TO", shown, "The unit label to convert to")->type_name("")->expected(1);
     app.add_option("--kind", kind, "The kind of quantity, where the labels belong to several")->type_name("K");
     app.add_flag("--json", options.json, "One JSON object");
     ParsedWords parsed = ParseCommandLine(app, arguments);

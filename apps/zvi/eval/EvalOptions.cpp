@@ -42,11 +42,10 @@ struct RawOptions {
 
 void Describe(CLI::App &app, EvalOptions &options, RawOptions &raw) {
     app.set_help_flag("-h,--help", "This text");
-    app.add_option("TEXT", raw.text, "What to read; several words are joined by blanks");
+    app.add_option("TEXT", raw.text, "What to read; several words are joined by blanks")->type_name("");
     app.add_option("--mode", raw.mode, "What the text is read as, see below (number)")->type_name("MODE");
     app.add_option("--unit-system", raw.unitSystem,
-                   "Let numbers bear mm, cm, m, in or um; the result is in the length unit of the system, 0 to 5 (see "
-                   "'zvi units')")
+                   "Read mm, cm, m, in, um behind numbers; the result is in the length unit of system 0 to 5")
         ->type_name("N");
     app.add_option("--var", raw.variables, "Give a variable a value; may be given again")
         ->type_name("NAME=VALUE")

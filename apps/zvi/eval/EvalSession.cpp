@@ -83,6 +83,9 @@ EvalReply EvalSession::Enter(std::string const &line) {
     if (text[0] == ':') {
         return Command(text);
     }
+    if (prompt && (text == "help" || text == "?" || text == "quit" || text == "exit")) {
+        return Command(text == "?" ? ":help" : ":" + text);
+    }
     std::string name;
     std::string expression;
     return SplitAssignment(text, name, expression) ? Set(name, expression) : Read(line);
@@ -126,6 +129,9 @@ EvalReply EvalSession::Command(std::string const &line) {
         if (command == ":mode") {
             settings.mode = value.empty() ? settings.mode : EvalModeNamed(value);
             return {value.empty() ? ModeList(settings.mode) : "", {}, false};
+        }
+        if (command == ":units" && value.empty()) {
+            return {settings.unitSystem ? std::to_string(*settings.unitSystem) + "\n" : "off\n", {}, false};
         }
         if (command == ":units") {
             settings.unitSystem = value == "off" ? std::nullopt : std::optional(UnitSystemNamed(value));

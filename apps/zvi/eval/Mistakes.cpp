@@ -8,6 +8,7 @@
 #include "zvi/command/Parser.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace zvi::app {
 
@@ -86,31 +87,52 @@ std::string InParentheses(std::string const &operand) {
     return operand.starts_with("(") ? operand : Joined("(", operand, ")");
 }
 
+/// A small power as a product; empty for others.
+std::string Product(std::string const &base, double exponent) {
+    constexpr double kMostFactors = 3.0;
+    if (exponent < 1.0 || exponent > kMostFactors) {
+        return {};
+    }
+    std::string product = base;
+    for (int i = 1; i < static_cast<int>(exponent); ++i) {
+        product += Joined("*", base);
+    }
+    return product;
+}
+
+std::string WholeExponentHint(FailedText const &failed, std::string const &base, double exponent) {
+    if (exponent == 0.0) {
+        return "an exponent of 0 is not read, the power is 1";
+    }
+    std::string const product = Product(base, std::fabs(exponent));
+    if (exponent < 0.0) {
+        return "an exponent must be an integer above 0; " +
+               (product.empty() ? "divide by the power" : Joined("write 1/", InParentheses(product)));
+    }
+    if (!ReadsDoubles(failed.settings.mode)) {
+        return "an exponent must be an integer, written without a point";
+    }
+    std::optional<double> const integer = ValueOf(failed, failed.typed, EvalMode::kInteger);
+    bool const isWhole = integer && integer == ValueOf(failed, failed.typed, EvalMode::kGridRel);
+    return Joined("an exponent must be an integer, and the mode ", EntryOf(failed.settings.mode).name,
+                  " reads every number as a decimal; ", product.empty() ? "" : Joined("write ", product, " or "),
+                  "use --mode ", isWhole ? "integer" : "grid-rel");
+}
+
 std::string ExponentHint(FailedText const &failed, std::size_t op, std::wstring_view operand) {
     EvalMode const mode = ReadsDoubles(failed.settings.mode) ? EvalMode::kNumber : EvalMode::kGridRel;
     std::optional<double> const value = ValueOf(failed, operand, mode);
-    if (value == 0.0) {
-        return "an exponent of 0 is not read; write 1 for the power";
-    }
     std::string const base = failed.Typed(failed.SpanOfLine(OperandStart(failed.line, op), op));
-    std::string const exponent = failed.Typed(failed.SpanOfLine(op + 1, op + 1 + operand.size()));
+    if (value && *value == std::trunc(*value)) {
+        return WholeExponentHint(failed, base, *value);
+    }
     if (value == 0.5) {
         return "an exponent must be an integer; write sqrt" + InParentheses(base);
     }
-    if (value && *value == static_cast<int>(*value) && ReadsDoubles(failed.settings.mode)) {
-        std::string const rule = "an exponent must be an integer, and the mode " +
-                                 std::string(EntryOf(failed.settings.mode).name) + " reads every number as a decimal; ";
-        std::string const product = *value == 2.0   ? "write " + base + "*" + base
-                                    : *value == 3.0 ? "write " + base + "*" + base + "*" + base
-                                                    : "";
-        std::optional<double> const integer = ValueOf(failed, failed.typed, EvalMode::kInteger);
-        bool const isWhole = integer && integer == ValueOf(failed, failed.typed, EvalMode::kGridRel);
-        std::string const other = std::string("use --mode ") + (isWhole ? "integer" : "grid-rel");
-        return rule + (product.empty() ? other : product + " or " + other);
-    }
+    std::string const exponent = failed.Typed(failed.SpanOfLine(op + 1, op + 1 + operand.size()));
     bool const plain = exponent.find_first_of("+-") == std::string::npos;
-    return "an exponent must be an integer; write exp(" + (plain ? exponent : InParentheses(exponent)) + "*ln" +
-           InParentheses(base) + ")";
+    return Joined("an exponent must be an integer; write exp(", plain ? exponent : InParentheses(exponent), "*ln",
+                  InParentheses(base), ")");
 }
 
 /// Items of the line, commas inside brackets left alone.
@@ -322,8 +344,12 @@ std::optional<Mistake> FindOtherMode(FailedText const &failed) {
 
 Mistake DescribePlace(FailedText const &failed) {
     if (failed.Place() >= failed.typed.size()) {
+        std::size_t const last = ItemBefore(failed.typed, failed.typed.size());
+        bool const behindOperand = last != kNowhere && (IsNameChar(failed.typed[last]) || failed.typed[last] == L')');
         return {{failed.typed.size(), 1},
-                failed.outcome.unexpectedToken ? "the text ends where a number is expected" : ""};
+                !failed.outcome.unexpectedToken ? ""
+                : behindOperand                 ? "a bracket is not closed"
+                                                : "the text ends where a number is expected"};
     }
     std::size_t const at = failed.Place();
     wchar_t const c = failed.typed[at];

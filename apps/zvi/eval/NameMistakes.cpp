@@ -19,10 +19,22 @@ constexpr std::string_view kLengthUnits[] = {"mm", "cm", "m", "in", "um", "ft"};
 
 /// Names that other languages use, and what to write here.
 constexpr std::pair<std::string_view, std::string_view> kOtherNames[] = {
-    {"log10", "log(x)"}, {"arcsin", "asin(x)"},       {"arccos", "acos(x)"}, {"arctan", "atan(x)"},
-    {"root", "sqrt(x)"}, {"fabs", "abs(x)"},          {"degrees", "deg(x)"}, {"radians", "rad(x)"},
-    {"e", "exp(1)"},     {"atan2", "atan(y/x)"},      {"pow", "x^2"},        {"power", "x^2"},
-    {"cot", "1/tan(x)"}, {"tanh", "sinh(x)/cosh(x)"},
+    {"log10", "log(x)"},
+    {"arcsin", "asin(x)"},
+    {"arccos", "acos(x)"},
+    {"arctan", "atan(x)"},
+    {"root", "sqrt(x)"},
+    {"fabs", "abs(x)"},
+    {"degrees", "deg(x)"},
+    {"radians", "rad(x)"},
+    {"e", "exp(1)"},
+    {"atan2", "atan(y/x)"},
+    {"pow", "x^2"},
+    {"power", "x^2"},
+    {"cot", "1/tan(x)"},
+    {"through", "to, as in 1to5"},
+    {"thru", "to, as in 1to5"},
+    {"tanh", "sinh(x)/cosh(x)"},
 };
 
 bool IsLengthUnit(std::string const &word) {
@@ -59,14 +71,15 @@ Span WordAround(std::wstring const &typed, std::size_t at) {
     while (end < typed.size() && IsNameChar(typed[end])) {
         ++end;
     }
-    bool const behindDigits = begin < at && IsDigit(typed[begin]);
-    while (begin < at && IsDigit(typed[begin])) {
-        ++begin;
-    }
     std::wstring const upper = Upper(typed);
-    if (behindDigits && begin < at && (upper[begin] == L'T' || upper[begin] == L'B')) {
-        wchar_t const second = upper[begin] == L'T' ? L'O' : L'Y';
-        begin += begin + 1 < at && upper[begin + 1] == second ? 2 : 1;
+    while (begin < at && IsDigit(typed[begin])) {
+        while (begin < at && IsDigit(typed[begin])) {
+            ++begin;
+        }
+        if (begin < at && (upper[begin] == L'T' || upper[begin] == L'B')) {
+            wchar_t const second = upper[begin] == L'T' ? L'O' : L'Y';
+            begin += begin + 1 < at && upper[begin + 1] == second ? 2 : 1;
+        }
     }
     return {begin, end - begin};
 }
@@ -119,6 +132,13 @@ std::string RunTogether(std::string const &word) {
 std::string NameHint(FailedText const &failed, Span const &where) {
     std::string const typed = failed.Typed(where);
     std::string const word = Lower(std::wstring(typed.begin(), typed.end()));
+    bool const behindNumber = FollowsNumber(failed.typed, where.begin);
+    if (word == "e" && behindNumber) {
+        return "an exponent follows its number without blanks, as in 1e3";
+    }
+    if (word[0] == 'x' && behindNumber && word.find_first_not_of("0123456789", 1) == std::string::npos) {
+        return "unknown name '" + typed + "'; if it is a product, write * for x";
+    }
     for (auto const &[other, ours] : kOtherNames) {
         if (word == other) {
             return "unknown name '" + typed + "'; write " + std::string(ours);

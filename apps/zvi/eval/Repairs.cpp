@@ -98,7 +98,8 @@ bool IsGroupOfThree(Failed const &failed, std::size_t at) {
 std::wstring CommaInNumber(Failed const &failed) {
     bool const between = failed.place > 0 && failed.Here() == L',' && IsDigit(failed.At(failed.place - 1)) &&
                          IsDigit(failed.At(failed.place + 1));
-    if (!between || !ReadsOneExpression(failed.settings.mode)) {
+    bool const alone = failed.text.find(L',') == failed.text.rfind(L',');
+    if (!between || !alone || !ReadsOneExpression(failed.settings.mode)) {
         return failed.text;
     }
     return Replaced(failed.text, failed.place, 1, IsGroupOfThree(failed, failed.place + 1) ? L"" : L".");
@@ -249,6 +250,9 @@ std::wstring CommaForSemicolon(Failed const &failed) {
 
 std::wstring WithoutQuotes(Failed const &failed) {
     std::wstring text = failed.text;
+    if (text.empty() || IsNameChar(text.front()) || text.front() == L'(') {
+        return text; // a mark behind a number means something else
+    }
     std::erase_if(text, [](wchar_t c) { return c == L'"' || c == L'\'' || c == L'`' || (c >= 0x2018 && c <= 0x201F); });
     return text;
 }
@@ -291,6 +295,30 @@ std::wstring NameAtEnd(Failed const &failed) {
     return Replaced(failed.text, name.begin, name.length, L"(" + failed.text.substr(name.begin, name.length) + L")");
 }
 
+/// 5" and 5' as people write inches and feet.
+std::wstring InchMarks(Failed const &failed) {
+    bool const isMark = failed.Here() == L'"' || failed.Here() == L'\'';
+    if (!isMark || !failed.settings.unitSystem || !KnowsUnits(failed.settings.mode)) {
+        return failed.text;
+    }
+    return Replaced(failed.text, failed.place, 1, failed.Here() == L'"' ? L"in" : L"*12in");
+}
+
+/// A position or list without brackets around it.
+std::wstring WithoutFrame(Failed const &failed) {
+    std::size_t const first = NextItem(failed.text, 0);
+    std::size_t const last = ItemBefore(failed.text, failed.text.size());
+    bool const hasComma = failed.text.find_first_of(L", ") != kNowhere;
+    if (first == kNowhere || first == last || !hasComma || ReadsOneExpression(failed.settings.mode)) {
+        return failed.text;
+    }
+    bool const round = failed.text[first] == L'(' && failed.text[last] == L')';
+    bool const square = failed.text[first] == L'[' && failed.text[last] == L']';
+    return (round || square) && failed.settings.mode != EvalMode::kPoints
+               ? failed.text.substr(first + 1, last - first - 1)
+               : failed.text;
+}
+
 std::wstring ZeroInFront(Failed const &failed) {
     bool const leads = failed.Here() == L',' && failed.Before() == kNowhere;
     return leads ? Replaced(failed.text, failed.place, 0, L"0") : failed.text;
@@ -317,6 +345,8 @@ constexpr Repair kRepairs[] = {
     {WithoutParenthesis, "a bracket closes nothing"},
     {PolarSign, "a polar position begins with @"},
     {PointBrackets, "each point stands in brackets"},
+    {WithoutFrame, "the items stand without brackets around them"},
+    {InchMarks, "inches are written in"},
     {RangeWord, "a range is written with to"},
     {FallingRange, "a range that falls needs a negative step"},
     {RangeOfOne, "a range of one number is written as the number"},

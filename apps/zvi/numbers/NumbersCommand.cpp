@@ -64,8 +64,8 @@ NumbersOptions Parse(std::vector<std::string> const &arguments) {
     CLI::App app("Number lists as compact text, and back.");
     app.name("zvi numbers");
     app.set_help_flag("-h,--help", "This text");
-    app.add_option("JOB", options.job, "compress, expand or select");
-    app.add_option("TEXT", options.text, "Numbers or runs; several words are joined by blanks");
+    app.add_option("JOB", options.job, "compress, expand or select")->type_name("");
+    app.add_option("TEXT", options.text, "Numbers or runs; several words are joined by blanks")->type_name("");
     CLI::Option const *const from =
         app.add_option("--from", options.from, "The numbers to select from, as runs")->type_name("LIST");
     app.add_flag("--keep-order", options.keepOrder, "Select in the order of the text");
