@@ -1,0 +1,147 @@
+#include "zvi/curves/MIntersectUtil.h"
+#include "zvi/drawing/MakeDrawingDomains.h"
+
+#include "tests/drawing/DrawingFixtures.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <random>
+#include <set>
+
+using namespace zvi::lib;
+using namespace drawing_fixtures;
+
+namespace {
+
+std::multiset<std::pair<unsigned int, int>> Reasons(DrawingResult const &result) {
+    std::multiset<std::pair<unsigned int, int>> reasons;
+    for (DrawingLeftover const &left : result.leftovers)
+        reasons.insert({left.piece.curve, static_cast<int>(left.reason)});
+    return reasons;
+}
+
+T_LINE_G Record(DrawingCurve const &c) {
+    T_LINE_G record;
+    MIntersectUtil::Point const p{c.start.x, c.start.y, 0.0}, q{c.end.x, c.end.y, 0.0};
+    MIntersectUtil::Point const m{c.center.x, c.center.y, 0.0}, up{0.0, 0.0, c.clockwise ? -1.0 : 1.0};
+    if (c.type == DrawingCurveType::kLine)
+        record.Set(p, q);
+    else if (c.type == DrawingCurveType::kCircle)
+        record.Set(m, c.radius, up);
+    else
+        record.Set(p, q, 1, m, up, 0, 1e-9);
+    return record;
+}
+
+} // namespace
+
+TEST(DrawingDetails, EachLeftoverHasItsReason) {
+    std::vector<DrawingCurve> curves =
+        Curves("line 1 0 0 4 0; line 2 4 0 4 4; line 3 4 4 0 4; line 4 0 4 0 0; line 5 0 4 4 4; line 6 2 2 2 2.00001;"
+               "line 7 4 0 6 0; line 8 6 0 7 0; line 9 7 0 7 1; line 10 7 1 6 0; line 11 1 0 1 1; line 12 1 1 2 1;"
+               "circle 13 1 1 0; arc 14 0 0 1 0 0");
+    curves.push_back(curves[0]);
+    curves.back().id = 15;
+    curves.back().end.x = std::numeric_limits<double>::quiet_NaN();
+    DrawingResult const result = MakeDrawingDomains(curves);
+    auto const code = [](LeftoverReason reason) { return static_cast<int>(reason); };
+    std::multiset<std::pair<unsigned int, int>> const expected{
+        {5, code(LeftoverReason::kDuplicate)},   {6, code(LeftoverReason::kZeroLength)},
+        {7, code(LeftoverReason::kBridge)},      {11, code(LeftoverReason::kDangle)},
+        {12, code(LeftoverReason::kDangle)},     {13, code(LeftoverReason::kUnsupported)},
+        {14, code(LeftoverReason::kZeroLength)}, {15, code(LeftoverReason::kUnsupported)}};
+    EXPECT_EQ(Reasons(result), expected);
+    EXPECT_EQ(result.domains.size(), 2u);
+}
+
+TEST(DrawingDetails, AGapNamesPlaceDistanceCurvesAndTheToleranceThatClosesIt) {
+    std::vector<DrawingCurve> const curves =
+        Curves("line 1 0 0 4 0; line 2 4 0 4 4; line 3 4 4 0 4; line 4 0 4 0 0.003; line 5 2 0.006 2 4");
+    DrawingResult const open = MakeDrawingDomains(curves);
+    ASSERT_EQ(open.gaps.size(), 3u); // both ends of the corner that does not close, and the wall that stops short
+    double closing = 0.0;
+    for (DrawingGap const &gap : open.gaps) {
+        EXPECT_NEAR(gap.distance, gap.curves[0] == 5 ? 0.006 : 0.003, 1e-12);
+        EXPECT_EQ(gap.curves[1], gap.curves[0] == 1 ? 4u : 1u);
+        closing = std::max(closing, gap.closingTolerance);
+    }
+    EXPECT_LT(closing, 0.0061);
+    DrawingOptions options;
+    options.joinTolerance = closing;
+    DrawingResult const closed = MakeDrawingDomains(curves, options);
+    EXPECT_EQ(closed.domains.size(), 2u);
+    EXPECT_TRUE(closed.gaps.empty());
+    EXPECT_EQ(closed.counts.joined, 2);
+}
+
+TEST(DrawingDetails, KeptDuplicatesServeTheTwoSidesOfABorder) {
+    std::vector<DrawingCurve> const curves =
+        Curves("line 1 0 0 1 0; line 2 1 0 1 1; line 3 1 1 0 1; line 4 0 1 0 0;"
+               "line 5 1 0 2 0; line 6 2 0 2 1; line 7 2 1 1 1; line 8 1 1 1 0; line 9 0 0 1 0");
+    DrawingOptions options;
+    options.keepDuplicates = true;
+    DrawingResult const kept = MakeDrawingDomains(curves, options);
+    ASSERT_EQ(kept.domains.size(), 2u);
+    std::set<unsigned int> used[2];
+    for (int i = 0; i < 2; ++i)
+        for (DrawingPiece const &p : kept.domains[static_cast<std::size_t>(i)].outer)
+            used[i].insert(p.curve);
+    EXPECT_EQ(used[0], (std::set<unsigned int>{1, 2, 3, 4}));
+    EXPECT_EQ(used[1], (std::set<unsigned int>{5, 6, 7, 8}));
+    EXPECT_EQ(kept.counts.duplicates, 1); // the third wall has no second side to serve
+    EXPECT_EQ(WhatIsWrong(curves, kept), "");
+    EXPECT_EQ(MakeDrawingDomains(curves).counts.duplicates, 2);
+}
+
+TEST(DrawingDetails, TheOrderOfTheResultDependsOnTheInputAlone) {
+    std::vector<DrawingCurve> const curves =
+        Curves("circle 9 0 0 2; line 4 -3 0 3 0; line 7 0 -3 0 3; circle 2 10 0 1; line 1 -3 -3 3 -3; line 3 9 0 11 0");
+    DrawingResult const a = MakeDrawingDomains(curves), b = MakeDrawingDomains(curves);
+    ASSERT_EQ(a.domains.size(), 6u);
+    for (std::size_t i = 0; i < a.domains.size(); ++i) {
+        EXPECT_EQ(a.domains[i].area, b.domains[i].area);
+        EXPECT_EQ(a.domains[i].outer.front().curve, i < 4 ? 9u : 2u);
+    }
+}
+
+TEST(DrawingDetails, CutsLieWhereCurveIntersectionFindsThem) {
+    std::mt19937 random(11);
+    std::uniform_real_distribution<double> place(0.0, 4.0), turn(0.0, 6.28);
+    DrawingOptions options;
+    options.joinTolerance = 1e-9; // what misses by more is no meeting there either
+    int compared = 0;
+    for (int round = 0; round < 3000; ++round) {
+        std::vector<DrawingCurve> curves(2);
+        for (unsigned int i = 0; i < 2; ++i) {
+            DrawingCurve &c = curves[i];
+            c.id = i + 1;
+            c.type = static_cast<DrawingCurveType>(random() % 3);
+            c.center = {place(random), place(random)};
+            c.radius = 1.0 + 0.5 * place(random);
+            c.clockwise = random() % 2 == 0;
+            double const a = turn(random), b = turn(random);
+            c.start = {c.center.x + c.radius * std::cos(a), c.center.y + c.radius * std::sin(a)};
+            c.end = {c.center.x + c.radius * std::cos(b), c.center.y + c.radius * std::sin(b)};
+        }
+        zvi::MArray<MIntersectUtil::Point> points;
+        MIntersectUtil::GetIntersectPointByLine2Line(Record(curves[0]), Record(curves[1]), points, 1e-9);
+        DrawingResult const result = MakeDrawingDomains(curves, options);
+        std::vector<DrawingPoint> ends;
+        for (DrawingDomain const &d : result.domains)
+            for (DrawingPiece const &p : d.outer)
+                ends.push_back(p.start);
+        for (DrawingLeftover const &left : result.leftovers)
+            ends.insert(ends.end(), {left.piece.start, left.piece.end});
+        ASSERT_EQ(static_cast<std::size_t>(result.counts.cut), 2 * points.Size()) << "round " << round;
+        for (MIntersectUtil::Point const &p : points) {
+            ++compared;
+            EXPECT_TRUE(std::any_of(ends.begin(), ends.end(),
+                                    [&](DrawingPoint const &q) { return std::hypot(p[0] - q.x, p[1] - q.y) < 1e-7; }))
+                << "round " << round;
+        }
+    }
+    EXPECT_GT(compared, 1000);
+}
