@@ -35,7 +35,8 @@ std::string NearestName(std::string_view name, std::vector<std::string> const &n
             continue;
         }
         std::size_t const distance = EditDistance(name, candidate);
-        if (distance <= std::max<std::size_t>(1, longer / 3) && (nearest.empty() || distance < least)) {
+        bool const near = distance < longer && distance <= std::max<std::size_t>(1, longer / 3);
+        if (near && (nearest.empty() || distance < least)) {
             nearest = candidate;
             least = distance;
         }

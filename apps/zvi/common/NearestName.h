@@ -11,7 +11,8 @@ namespace zvi::app {
 std::size_t EditDistance(std::string_view a, std::string_view b);
 
 /// The one of `names` that a mistyped `name` most likely meant, the first among equals; empty when none is near,
-/// that is when more than a third of the longer one's letters (and at least one) would have to change.
+/// that is when more than a third of the longer one's letters (but for one letter at least) would have to change,
+/// or all of them.
 std::string NearestName(std::string_view name, std::vector<std::string> const &names);
 
 } // namespace zvi::app

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <optional>
 #include <system_error>
 
 namespace zvi::app {
@@ -40,8 +41,10 @@ constexpr char const *kFooter =
 /// The words of the command line before they are given a meaning.
 struct RawOptions {
     std::vector<std::string> layers;
-    std::string join;
-    std::string chordError;
+    std::optional<std::string> join;
+    std::optional<std::string> chordError;
+    std::optional<std::string> svg;
+    std::optional<std::string> dxf;
     bool noSplit = false;
     bool noProgress = false;
 };
@@ -64,8 +67,8 @@ void Describe(CLI::App &app, DomainsOptions &options, RawOptions &raw) {
     app.add_flag("--keep-duplicates", options.drawing.keepDuplicates, "Keep curves that lie on one another");
     app.add_flag("--strict", options.strict, "Exit status 3 when something was left over");
     app.add_flag("--json", options.json, "One JSON object instead of the table");
-    app.add_option("--svg", options.svgFile, "Draw the domains to this file")->type_name("FILE");
-    app.add_option("--dxf", options.dxfFile, "Write the domains to this file as closed polylines")->type_name("FILE");
+    app.add_option("--svg", raw.svg, "Draw the domains to this file")->type_name("FILE");
+    app.add_option("--dxf", raw.dxf, "Write the domains to this file as closed polylines")->type_name("FILE");
     app.add_flag("--no-progress", raw.noProgress, "Do not show on a terminal what goes on");
     app.add_option("--color", options.color, "Colour: auto, always, never (auto)")->type_name("WHEN");
 }
@@ -123,15 +126,17 @@ double Distance(std::string const &option, std::string const &word, bool zeroAll
 }
 
 void Interpret(DomainsOptions &options, RawOptions const &raw) {
-    if (!raw.join.empty()) {
-        options.drawing.joinTolerance = Distance("--join", raw.join, true);
+    if (raw.join) {
+        options.drawing.joinTolerance = Distance("--join", *raw.join, true);
     }
-    if (!raw.chordError.empty()) {
-        options.reading.chordError.absolute = Distance("--chord-error", raw.chordError, false);
+    if (raw.chordError) {
+        options.reading.chordError.absolute = Distance("--chord-error", *raw.chordError, false);
     }
     options.drawing.split = !raw.noSplit;
     options.progress = !raw.noProgress;
     options.reading.layers = raw.layers;
+    options.svgFile = raw.svg.value_or("");
+    options.dxfFile = raw.dxf.value_or("");
     if (options.color != "auto" && options.color != "always" && options.color != "never") {
         throw UsageError("--color is auto, always or never, not '" + options.color + "'");
     }
@@ -142,11 +147,13 @@ bool SameFile(std::string const &a, std::string const &b) {
     return a == b || std::filesystem::equivalent(a, b, error);
 }
 
-void CheckOutputs(DomainsOptions const &options) {
-    for (std::string const &output : {options.svgFile, options.dxfFile}) {
-        if (output == "-") {
+void CheckOutputs(DomainsOptions const &options, RawOptions const &raw) {
+    for (std::optional<std::string> const &given : {raw.svg, raw.dxf}) {
+        if (given && (given->empty() || *given == "-")) {
             throw UsageError("--svg and --dxf need the name of a file; standard output is for the table");
         }
+    }
+    for (std::string const &output : {options.svgFile, options.dxfFile}) {
         std::error_code error;
         bool const regular = std::filesystem::is_regular_file(output, error);
         if (!output.empty() && options.file != "-" && regular && SameFile(output, options.file)) {
@@ -172,7 +179,7 @@ DomainsOptions ParseDomainsOptions(std::vector<std::string> const &arguments) {
         return options;
     }
     Interpret(options, raw);
-    CheckOutputs(options);
+    CheckOutputs(options, raw);
     return options;
 }
 

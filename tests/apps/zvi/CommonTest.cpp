@@ -21,6 +21,7 @@ TEST(NearestName, FindsSlipsAndNothingElse) {
     EXPECT_EQ(NearestName("--jsn", names), "--json");
     EXPECT_EQ(NearestName("--keep-duplicate", names), "--keep-duplicates");
     EXPECT_EQ(NearestName("--colour", names), "");
+    EXPECT_EQ(NearestName("X", {"0"}), "");
     EXPECT_EQ(NearestName(std::string(100000, 'x'), names), "");
 }
 

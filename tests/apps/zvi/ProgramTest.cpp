@@ -90,6 +90,8 @@ TEST(Program, RefusesWrongUsageAndSuggests) {
         {{"domains", "--join=nan"}, "zvi: --join needs a distance in drawing units, 0 or more, not 'nan'\n"},
         {{"domains", "--chord-error", "0"}, "zvi: --chord-error needs a distance in drawing units above 0, not '0'\n"},
         {{"domains", "--color", "red"}, "zvi: --color is auto, always or never, not 'red'\n"},
+        {{"domains", "--join", ""}, "zvi: --join needs a distance in drawing units, 0 or more, not ''\n"},
+        {{"domains", "--dxf", ""}, "zvi: --svg and --dxf need the name of a file"},
         {{"domains", "--svg", "-"}, "zvi: --svg and --dxf need the name of a file"},
         {{"domains", "--svg", "o", "--dxf", "o"}, "zvi: --svg and --dxf name the same file"},
         {{"domains", "--layer", "A"}, "zvi: curve text has no layers; leave out --layer\n"},
