@@ -26,6 +26,13 @@ struct Fragile {
     Fragile &operator=(Fragile const &other) = default;
 };
 
+/// Cannot be made without a value.
+struct NeverEmpty {
+    std::string text;
+
+    NeverEmpty() { throw std::runtime_error("make"); }
+};
+
 /// Writes its number down when it is destroyed.
 struct Witness {
     std::vector<int> *log;
@@ -211,6 +218,8 @@ TEST(MArray, RaisesItsErrorsAndStaysAsItWas) {
     EXPECT_THROW(MArray<Fragile> copy(fragile), std::runtime_error);
     EXPECT_EQ(fragile.Size(), 4U);
     EXPECT_EQ(fragile[3].text, LongText(3));
+    // An array that cannot be filled gives its block back, as the leak check of the address sanitizer tells.
+    EXPECT_THROW(MArray<NeverEmpty> none(100), std::runtime_error);
 }
 
 TEST(MArray, DestroysInAscendingOrder) {

@@ -31,7 +31,7 @@ public:
 
     /// `count` zeroed elements and exactly that capacity; nothing is allocated for 0.
     /// Raises `std::length_error` above the type's maximum count.
-    explicit MArray(std::size_t count) {
+    explicit MArray(std::size_t count) : MArray() {
         AdoptNewBlock(count);
         m_last = AppendZeroed(count);
     }
