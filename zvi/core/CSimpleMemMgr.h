@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zvi/core/Export.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <new>
@@ -8,7 +10,7 @@ namespace zvi {
 
 /// The interface of `MFixedSizeMemMgr` straight onto the general allocator, so that the owner of a pool can choose
 /// either. It keeps nothing but the item size; whoever allocates an item frees it.
-class CSimpleMemMgr {
+class ZVI_API CSimpleMemMgr {
 public:
     /// `itemSize` in bytes, a negative one is taken as 0; the chunk size is of no use here and is not kept.
     CSimpleMemMgr(int itemSize, [[maybe_unused]] long chunkSize) : m_itemSize(itemSize < 0 ? 0 : itemSize) {}
