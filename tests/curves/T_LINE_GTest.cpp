@@ -3,6 +3,7 @@
 #include "zvi/curves/MGeomFunc.h"
 #include "zvi/curves/T_LINE2D_G.h"
 #include "zvi/curves/T_MBR3D.h"
+#include "zvi/interface/IUnitCtrl.h"
 #include "zvi/units/MUnitCtrl.h"
 
 #include <gtest/gtest.h>
@@ -57,6 +58,21 @@ T_LINE_G Circle(Vec3 const &center, double radius) {
     T_LINE_G circle;
     return circle.Set(center, radius, {0, 0, 1});
 }
+
+/// Gives 2 and then, at each further question, one more as the present factor, and ten times that as the former one.
+class CountingUnits : public zvi_interface::IUnitCtrl {
+public:
+    double GetConvertFactorCurrent(int kind) override { return kind == 1 ? Next() : 0.0; }
+    double GetConvertFactorPrevious(int kind) override { return kind == 1 ? 10.0 * Next() : 0.0; }
+    void SetNeutralUnit(int) override {}
+    int GetNeutralUnit() override { return 0; }
+    double ConvValueTgtUnit2CurUnit(int, int, int, double) override { return 0.0; }
+
+private:
+    double Next() { return m_next++; }
+
+    double m_next = 2.0;
+};
 
 /// Curves of every kind.
 MArray<T_LINE_G> Samples() {
@@ -497,6 +513,24 @@ TEST(T_LINE_G, UnitsScaleThePlanAlone) {
     EXPECT_EQ(arc.IsSameLine(former, 1e-9, 1), 1);
     arc.ConvertCurUnit(&units, 2); // metres
     EXPECT_DOUBLE_EQ(arc.Radius, 500);
+}
+
+TEST(T_LINE_G, AsksForTheLengthFactorAnewForEachValue) {
+    T_LINE_G arc = PlanArc({1, 1, 3}, 1, 0, 90);
+    CountingUnits in;
+    arc.ConvertUnitIn(&in);
+    ExpectNear(arc.Pos1, {2 * 2, 1 * 3, 0});
+    ExpectNear(arc.Pos2, {1 * 4, 2 * 5, 0});
+    ExpectNear(arc.Center, {6, 7, 3});
+    EXPECT_DOUBLE_EQ(arc.Radius, 8);
+    EXPECT_EQ(in.GetConvertFactorCurrent(1), 9) << "no other value asks";
+    CountingUnits out;
+    arc.ConvertUnitOut(&out);
+    ExpectNear(arc.Center, {1, 1, 3});
+    CountingUnits former;
+    arc.ConvertUnitPrev(&former);
+    ExpectNear(arc.Center, {60, 70, 3});
+    EXPECT_DOUBLE_EQ(arc.Radius, 80);
 }
 
 TEST(T_LINE2D_G, KeepsItsPointsOnInitialize) {
