@@ -46,8 +46,8 @@ struct ZVI_API T_LINE_G {
     /// A straight line.
     T_LINE_G &Set(Point const &p1, Point const &p2);
     /// An arc by centre and normal. A chord shorter than `tol`, or `isCurv` 0, deliberately gives a line. With `is2D`
-    /// the normal becomes (0, 0, 1) or (0, 0, -1) by the sign of its z. `BetaAng` is 0, or 180 for a clockwise arc of
-    /// level ends; any other arc in space gets 90, the value that existing records hold.
+    /// the normal becomes (0, 0, 1) or (0, 0, -1) by the sign of its z. `BetaAng` of a plan-view or level arc is 0, or
+    /// 180 if it runs clockwise; any other arc gets 90, the value that existing records hold, or 0 without a normal.
     T_LINE_G &Set(Point const &p1, Point const &p2, int isCurv, Point const &center, Point const &normal, int is2D,
                   double tol);
     /// An arc by its rise `width` over the chord and the rotation `betaAng` of its plane about the chord. A chord
@@ -143,7 +143,7 @@ struct ZVI_API T_LINE_G {
     int MoveTo(Point const &newP1, Point const &newP2);
     /// Swaps the ends and negates the normal. A full circle has no chord and deliberately becomes a line of length 0.
     void ReverseDir();
-    /// Turns the arc over to the other side of its chord.
+    /// Turns the arc over to the other side of its chord. A full circle has none and becomes a line of length 0.
     void MirrorCurv();
     /// Multiplies by, divides by, or multiplies by the former length factor of the unit system: x and y of `Pos1`,
     /// `Pos2` and `Center`, and `Radius`. The z coordinates deliberately stay.

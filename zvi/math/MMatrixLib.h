@@ -12,7 +12,7 @@ public:
     static double CalcAngleDegLineAndAxisX(double x1, double y1, double x2, double y2);
 
     /// Rotation by `angleDeg`, counter-clockwise, about (baseX, baseY), which it leaves in place; the translation lies
-    /// in the last row. Multiples of 90 degrees give whole numbers.
+    /// in the last row. Multiples of 90 degrees, up to a full turn, give whole numbers.
     static void RotateM2D(double angleDeg, double baseX, double baseY, double m[3][3]);
 };
 
