@@ -117,7 +117,7 @@ int CompareSweep(PlanVector start, PlanVector v, PlanVector w) {
 }
 
 T_REGION2D_G ArcBox(double const *p1, double const *p2, double const *center, double radius, bool counterClockwise) {
-    T_REGION2D_G box = {std::min(p1[0], p2[0]), std::min(p1[1], p2[1]), std::max(p1[0], p2[0]), std::max(p1[1], p2[1])};
+    T_REGION2D_G box = BoxOfEnds(p1, p2);
     PlanVector start = {p1[0] - center[0], p1[1] - center[1]};
     PlanVector end = {p2[0] - center[0], p2[1] - center[1]};
     if (!counterClockwise)

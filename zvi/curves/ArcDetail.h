@@ -2,6 +2,8 @@
 
 #include "zvi/curves/T_REGION2D_G.h"
 
+#include <algorithm>
+
 namespace zvi::lib::curves {
 
 // Comparisons of angles without computing them. The curve operations define their results by angles in degrees, from
@@ -29,6 +31,19 @@ inline int CertainTurn(PlanVector u, PlanVector v, double sine = kCertainSine) {
 
 /// Counter-clockwise from `start`: 1 if `v` certainly comes before `w`, -1 if after, 0 if that is not certain.
 int CompareSweep(PlanVector start, PlanVector v, PlanVector w);
+
+/// Chord below which an arc that the operations themselves build is a line (units of the coordinates).
+inline constexpr double kShortestChord = 0.0001;
+
+/// Box of two plan points.
+inline T_REGION2D_G BoxOfEnds(double const *p1, double const *p2) {
+    return {std::min(p1[0], p2[0]), std::min(p1[1], p2[1]), std::max(p1[0], p2[0]), std::max(p1[1], p2[1])};
+}
+
+/// The box moved outward by `tol` on all four sides.
+inline T_REGION2D_G Grown(T_REGION2D_G const &box, double tol) {
+    return {box.MinX - tol, box.MinY - tol, box.MaxX + tol, box.MaxY + tol};
+}
 
 /// Box of a plan arc from `p1` to `p2`, without a tolerance, as `T_LINE2D_G::GetMBR2D` defines it.
 T_REGION2D_G ArcBox(double const *p1, double const *p2, double const *center, double radius, bool counterClockwise);

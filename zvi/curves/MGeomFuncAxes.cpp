@@ -1,5 +1,6 @@
 #include "zvi/curves/MGeomFunc.h"
 
+#include "zvi/curves/ArcDetail.h"
 #include "zvi/curves/T_LINE_G.h"
 #include "zvi/curves/VectorDetail.h"
 #include "zvi/math/MMathFunc.h"
@@ -23,8 +24,6 @@ constexpr double kNoTurn = 1e-8;
 constexpr double kNoAngle = 0.0001;
 /// Three points lie on no circle if the double of their double area, or the radius, is below this.
 constexpr double kNoCircle = 1e-10;
-/// Shorter chords make a line of an arc (units of the input).
-constexpr double kShortestChord = 0.0001;
 
 /// Three axes as rows.
 struct Axes {
@@ -192,7 +191,7 @@ int MGeomFunc::CalcCurvInfoFrom3P(double const *a, double const *b, double const
     if (flatten != 0)
         start[2] = end[2] = std::min(start[2], end[2]);
     T_LINE_G arc;
-    arc.Set(start, end, 1, center, Vec3::FromArray(m[2]), 1, kShortestChord);
+    arc.Set(start, end, 1, center, Vec3::FromArray(m[2]), 1, curves::kShortestChord);
     Vec3 top;
     if (arc.GetLineCenter(top) == 0)
         return 0;

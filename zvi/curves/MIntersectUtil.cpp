@@ -15,15 +15,14 @@ namespace {
 
 /// An arc whose unit normal has a smaller z is not horizontal.
 constexpr double kHorizontalNormal = 1e-9;
-/// Shorter chords make a line of the arc that a range test builds (units of the input).
-constexpr double kShortestChord = 0.0001;
 /// A discriminant of smaller size makes a line a tangent (fourth power of the units of the input).
 constexpr double kTangentDiscriminant = 1e-6;
 /// Circles touch when their half chord is below this part of the distance of the centres.
 constexpr double kTouchingHalfChord = 1e-6;
 /// Meeting points closer than this are one (units of the input).
 constexpr double kSamePoint = 1e-9;
-/// `SortByDist` takes the sign of an angle from a cross product only above this (square of the input's units).
+/// Above this the z of a cross product gives an angle its sign in `mathCrossAngleNormalizeWithSign`, on which
+/// `SortByDist` relies (square of the input's units).
 constexpr double kSignComponent = 1e-10;
 
 Vec3 const *CenterOf(T_LINE_G const &curve) {
@@ -41,7 +40,7 @@ curves::PlanVector Radial(Vec3 const &center, Vec3 const &p) {
 /// The counter-clockwise plan arc on which a range test is made; a line when its chord is too short.
 T_LINE_G RangeArc(Vec3 const &a, Vec3 const &b, Vec3 const &center) {
     T_LINE_G arc;
-    return arc.Set(a, b, 1, center, {0.0, 0.0, 1.0}, 1, kShortestChord);
+    return arc.Set(a, b, 1, center, {0.0, 0.0, 1.0}, 1, curves::kShortestChord);
 }
 
 /// The range test by angles, and whether the projection on the arc moves the point by no more than `tol`.
@@ -151,7 +150,7 @@ int MIntersectUtil::IsPointOnLineSub_curv(Point const &p, Point const &a, Point 
     double const chord = curves::Distance(a, b);
     if (chord == 0.0)
         return 1; // A full circle: the arc between its ends is a line without length, which rejects no point.
-    bool const isArc = chord >= kShortestChord;
+    bool const isArc = chord >= curves::kShortestChord;
     int const order = isArc ? curves::CompareSweep(Radial(center, a), Radial(center, p), Radial(center, b)) : 0;
     if (order < 0)
         return 0;

@@ -16,6 +16,12 @@ namespace {
 constexpr double kOnEdge = 1e-10;
 /// A rotated vertex this near to the height of the line lies on it (units of the input).
 constexpr double kOnLine = 1e-10;
+/// Codes of `GetTopologyOfTwoLines` that count, for a line and an edge: the edge crosses it, starts on it, lies on it
+/// with its start alone, lies on it whole.
+constexpr int kCrosses = 9;
+constexpr int kStartsOnLine = 7;
+constexpr int kOverlapsWithStart = 10;
+constexpr int kLiesOnLine = 12;
 /// How far left of the polygon's box the ray ends (units of the input).
 constexpr double kRayOvershoot = 1.0;
 
@@ -150,9 +156,9 @@ int EdgeCrossings::Count(std::size_t edge) {
     T_POINT2D const &start = m_vertices[edge];
     T_POINT2D const &end = m_vertices[edge + 1 == m_count ? 0 : edge + 1];
     int const code = MGeomFunc::GetTopologyOfTwoLines(m_line, {start.x, start.y, end.x, end.y});
-    if (code == 9)
+    if (code == kCrosses)
         return 1;
-    if (code != 7 && code != 10 && code != 12)
+    if (code != kStartsOnLine && code != kOverlapsWithStart && code != kLiesOnLine)
         return 0;
     // The line passes through the start of the edge: it crosses there, or touches and counts twice.
     double const height = m_line.y1;

@@ -2,7 +2,6 @@
 
 #include "zvi/curves/ArcDetail.h"
 
-#include <algorithm>
 #include <cmath>
 
 namespace zvi::lib {
@@ -49,14 +48,9 @@ int T_LINE2D_G::GetMBR2D(T_REGION2D_G &region, double tol) const {
     double const p1[2] = {Pos1[0], Pos1[1]};
     double const p2[2] = {Pos2[0], Pos2[1]};
     double const center[2] = {Center[0], Center[1]};
-    if (IsCurv == 0)
-        region = {std::min(p1[0], p2[0]), std::min(p1[1], p2[1]), std::max(p1[0], p2[0]), std::max(p1[1], p2[1])};
-    else
-        region = curves::ArcBox(p1, p2, center, Radius, IsCCW != 0);
-    region.MinX -= tol;
-    region.MinY -= tol;
-    region.MaxX += tol;
-    region.MaxY += tol;
+    T_REGION2D_G const box =
+        IsCurv == 0 ? curves::BoxOfEnds(p1, p2) : curves::ArcBox(p1, p2, center, Radius, IsCCW != 0);
+    region = curves::Grown(box, tol);
     return 1;
 }
 

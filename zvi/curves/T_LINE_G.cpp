@@ -1,5 +1,6 @@
 #include "zvi/curves/T_LINE_G.h"
 
+#include "zvi/curves/ArcDetail.h"
 #include "zvi/curves/MGeomFunc.h"
 #include "zvi/curves/VectorDetail.h"
 #include "zvi/interface/IUnitCtrl.h"
@@ -11,8 +12,6 @@ using curves::Vec3;
 
 namespace {
 
-/// Chord below which reversing and mirroring make a line of an arc (units of the coordinates).
-constexpr double kShortestChord = 0.0001;
 /// The quantity kind of a length, and the index of the newton, in which a length has no part.
 constexpr int kLengthKind = 1;
 constexpr int kForceIndex = 2;
@@ -160,7 +159,7 @@ int T_LINE_G::MoveTo(Point const &newP1, Point const &newP2) {
 }
 
 void T_LINE_G::ReverseDir() {
-    Set(Pos2, Pos1, IsCurv, Center, -Normal, Is2D, kShortestChord);
+    Set(Pos2, Pos1, IsCurv, Center, -Normal, Is2D, curves::kShortestChord);
 }
 
 void T_LINE_G::MirrorCurv() {
@@ -169,7 +168,7 @@ void T_LINE_G::MirrorCurv() {
     double betaAng = BetaAng + 180.0;
     if (betaAng > 360.0)
         betaAng -= 360.0;
-    Set(Pos1, Pos2, IsCurv, width, betaAng, Is2D, kShortestChord);
+    Set(Pos1, Pos2, IsCurv, width, betaAng, Is2D, curves::kShortestChord);
 }
 
 void T_LINE_G::ConvertUnitIn(zvi_interface::IUnitCtrl *unitCtrl) {

@@ -144,18 +144,14 @@ int T_LINE_G::GetLineCenter(Point &out) const {
 }
 
 int T_LINE_G::GetMBR2D(T_REGION2D_G &region, double tol) const {
-    if (IsCurv == 0) {
-        region = {std::min(Pos1[0], Pos2[0]), std::min(Pos1[1], Pos2[1]), std::max(Pos1[0], Pos2[0]),
-                  std::max(Pos1[1], Pos2[1])};
-    } else if (IsCircle != 0) {
-        // The tolerance deliberately does not widen a full circle.
+    if (IsCurv == 0)
+        region = curves::Grown(curves::BoxOfEnds(Pos1.Data(), Pos2.Data()), tol);
+    else if (IsCircle != 0) // The tolerance deliberately does not widen a full circle.
         region = {Center[0] - Radius, Center[1] - Radius, Center[0] + Radius, Center[1] + Radius};
-        return 1;
-    } else {
-        region = curves::ArcBox(Pos1.Data(), Pos2.Data(), Center.Data(), curves::PlanDistance(Center, Pos1),
-                                Normal[2] >= 0.0);
-    }
-    region = {region.MinX - tol, region.MinY - tol, region.MaxX + tol, region.MaxY + tol};
+    else
+        region = curves::Grown(curves::ArcBox(Pos1.Data(), Pos2.Data(), Center.Data(),
+                                              curves::PlanDistance(Center, Pos1), Normal[2] >= 0.0),
+                               tol);
     return 1;
 }
 

@@ -13,8 +13,6 @@ using curves::Vec3;
 
 namespace {
 
-/// A component of a cross product below this size does not tell the sign of an angle (square of the input's units).
-constexpr double kSignComponent = 1e-10;
 /// Curves are always cut into a multiple of this many parts.
 constexpr int kPartMultiple = 8;
 /// The largest such multiple that an int holds.
@@ -68,15 +66,7 @@ double SortAngle(T_LINE_G const &arc, Vec3 const &point, double tol) {
     Vec3 radial = point - arc.Center;
     if (arc.Is2D != 0)
         radial[2] = 0.0;
-    double angle = MMathFunc::mathCrossAngleNormalize(start.Data(), radial.Data());
-    Vec3 const turn = curves::Cross(start, radial);
-    double sign = turn[1];
-    if (std::fabs(turn[2]) > kSignComponent)
-        sign = turn[2];
-    else if (std::fabs(turn[0]) > kSignComponent)
-        sign = turn[0];
-    if (sign < 0.0)
-        angle = -angle;
+    double angle = MMathFunc::mathCrossAngleNormalizeWithSign(start.Data(), radial.Data());
     if (angle < 0.0 && curves::Distance(arc.Pos1, point) > std::fabs(tol))
         angle += 360.0;
     return arc.Normal[2] < 0.0 ? -angle : angle;
