@@ -322,6 +322,21 @@ TEST(MQuadTree, BadNumbersAreRefusedAndHugeOnesEnd) {
     EXPECT_EQ(Hits(tree, {nan, nan, nan, nan}, 0).size(), 1U);
 }
 
+TEST(MQuadTree, RegionsWithoutAMeasureHideNothingAndAddNothing) {
+    // A point takes no room here, so that the second rectangle makes the region anew.
+    MQuadTree flat(0, 0, 128);
+    flat.Insert(1U, Point(5, 5));
+    flat.Insert(2U, {0, 0, 8, 8});
+    EXPECT_EQ(Hits(flat, {0.5, 0.5, 2, 2}, 0), std::vector<unsigned int>{2U});
+    EXPECT_EQ(Hits(flat, {4, 4, 6, 6}, 1), (std::vector<unsigned int>{1U, 2U}));
+    // Wider than the largest number.
+    MQuadTree wide;
+    wide.Insert(1U, {-1e308, -1e308, 1e308, 1e308});
+    wide.Insert(2U, Point(9e307, 9e307));
+    EXPECT_EQ(Hits(wide, {8.2e307, 8.2e307, 8.5e307, 8.5e307}, 0), std::vector<unsigned int>{1U});
+    EXPECT_EQ(Hits(wide, {8.2e307, 8.2e307, 9.5e307, 9.5e307}, 0), (std::vector<unsigned int>{1U, 2U}));
+}
+
 TEST(MQuadTree, DrawsItsLeaves) {
     Picture picture;
     MQuadTree tree(100, 100, 1);

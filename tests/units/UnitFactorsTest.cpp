@@ -70,7 +70,68 @@ TEST(UnitFactors, OddKindsReadTheTablesTheyAlwaysRead) {
     EXPECT_EQ(FactorOf(units, 122), 1 / (1000.0 * 1000.0));
     // A micrometre as length and the ulp that an inner quotient costs.
     EXPECT_EQ(units.GetConvertFactorTgtUnit(4, 5, 0, 2, 0, 13), (0.001 * 4.448223) / 0.001);
-    EXPECT_EQ(units.GetConvertFactorTgtUnit(4, 3, 0, 3, 2, 78), 1055 / ((25.4 * 25.4) / 3600));
+}
+
+TEST(UnitFactors, KindsOfOneFormulaHaveItsFactor) {
+    struct Row {
+        int formula;
+        std::initializer_list<int> kinds;
+    };
+    Row const rows[] = {
+        {9, {88}},
+        {10, {69}},
+        {12, {97}},
+        {17, {18, 67}},
+        {19, {68, 71}},
+        {21, {59}},
+        {23, {32, 52, 55, 95}},
+        {24, {102}},
+        {29, {33, 56, 65, 73, 96, 119}},
+        {37, {75, 77}},
+        {42, {81}},
+        {45, {90, 111, 118}},
+        {53, {54}},
+        {70, {112, 113}},
+        {107, {109, 116}},
+        {0, {4, 5, 6, 7, 8, 20, 28, 35, 36, 50, 61, 62, 66, 83, 110, 115, 120}},
+    };
+    MUnitCtrl units(nullptr);
+    units.Initialize(0);
+    for (Row const &row : rows) {
+        for (int const kind : row.kinds)
+            EXPECT_EQ(FactorOf(units, kind), FactorOf(units, row.formula)) << kind;
+    }
+}
+
+// In these units the reduced form of each differs in the last bit.
+TEST(UnitFactors, QuotientsAreEvaluatedInTheirOrder) {
+    constexpr double kHourInSeconds = 3600;
+    struct Row {
+        int kind;
+        int length;
+        int heat;
+        int time;
+        double factor;
+    };
+    Row const rows[] = {
+        {31, 4, 0, 1, 9.80665 * 304.8 / 60},
+        {41, 1, 1, 1, (4186.0 / 10) / 60},
+        {57, 1, 0, 2, 9.80665 * kHourInSeconds / 10},
+        {58, 3, 0, 2, 9.80665 * 25.4 * kHourInSeconds},
+        {78, 2, 1, 2, 4186 / ((1000.0 * 1000.0) / kHourInSeconds)},
+        {79, 1, 3, 3, 1055 / (1000.0 * 86400.0)},
+        {101, 0, 1, 2, 1 / (4186 / kHourInSeconds)},
+        {103, 1, 0, 3, (10.0 / 86400) / 10},
+        {105, 1, 0, 1, (10.0 / 3600) / 60},
+        {123, 2, 0, 3, (1.0 / 86400) * 1e6},
+        {125, 1, 0, 1, (9.80665 / 10) / 60},
+        {127, 1, 0, 2, 9.80665 * kHourInSeconds / 100},
+    };
+    MUnitCtrl units(nullptr);
+    units.Initialize(0);
+    for (Row const &row : rows)
+        EXPECT_EQ(units.GetConvertFactorTgtUnit(0, row.length, 0, row.heat, row.time, row.kind), row.factor)
+            << row.kind;
 }
 
 TEST(UnitFactors, CurrentMassGoesWithTheForceUnitExceptForTwoKinds) {

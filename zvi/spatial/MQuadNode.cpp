@@ -152,6 +152,7 @@ int MQuadNode::Insert(MQuadObj *object) {
         double const halfWidth = info.width * 0.5;
         double const halfHeight = info.height * 0.5;
         m_region = {mbr.minX - halfWidth, mbr.minY - halfHeight, mbr.maxX + halfWidth, mbr.maxY + halfHeight};
+        m_pool.Recode(m_region);
         Place(object, StartWatching(object));
         return 0;
     }

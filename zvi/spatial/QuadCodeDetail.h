@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <limits>
 
 namespace zvi::lib {
 
@@ -26,7 +27,12 @@ class QuadFrame {
 public:
     explicit QuadFrame(MQuadMBR2D const &region)
         : m_minX(region.minX), m_minY(region.minY), m_scaleX(kSteps / (region.maxX - region.minX)),
-          m_scaleY(kSteps / (region.maxY - region.minY)) {}
+          m_scaleY(kSteps / (region.maxY - region.minY)) {
+        if (!IsScale(m_scaleX)) [[unlikely]]
+            m_minX = m_scaleX = 0.0;
+        if (!IsScale(m_scaleY)) [[unlikely]]
+            m_minY = m_scaleY = 0.0;
+    }
 
     QuadCode Encode(MQuadMBR2D const &mbr) const {
         return Pack(LowPlace(mbr.minX, m_minX, m_scaleX), LowPlace(mbr.minY, m_minY, m_scaleY),
@@ -55,6 +61,9 @@ private:
     static constexpr QuadCode kOnes = 0x01010101;
     static constexpr double kSteps = 126.0;
     static constexpr QuadCode kComplement = 128;
+
+    /// A region without a width, or wider than the largest number, has one place for all coordinates.
+    static bool IsScale(double scale) { return scale > 0.0 && scale <= std::numeric_limits<double>::max(); }
 
     /// What is not a number is taken as lowest here, as highest below: it passes nothing over.
     static QuadCode LowPlace(double value, double min, double scale) {
