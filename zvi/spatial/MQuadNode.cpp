@@ -4,6 +4,7 @@
 #include "zvi/spatial/QuadClusterDetail.h"
 #include "zvi/spatial/QuadCodeDetail.h"
 #include "zvi/spatial/QuadMemoryDetail.h"
+#include "zvi/spatial/QuadPrefetchDetail.h"
 
 #include <algorithm>
 #include <cmath>
@@ -50,6 +51,53 @@ int QuadrantContaining(MQuadMBR2D const &mbr, MQuadMBR2D const &region) {
         return MQuadNode::kChildCount;
     return static_cast<int>(!lowX) + 2 * static_cast<int>(!lowY);
 }
+
+/// One axis of a region.
+class QuadrantAxis {
+public:
+    QuadrantAxis(double min, double max) : m_edges{min, (min + max) * 0.5, max} {}
+
+    /// 0 for the low half, 1 for the high half, the first that contains the range; 2 when neither does.
+    unsigned int HalfOf(double min, double max) const {
+        unsigned int const low =
+            static_cast<unsigned int>(min >= m_edges[0]) & static_cast<unsigned int>(max < m_edges[1]);
+        unsigned int const high =
+            static_cast<unsigned int>(min >= m_edges[1]) & static_cast<unsigned int>(max < m_edges[2]);
+        return (1 - low) << (1 - (low | high));
+    }
+
+    void Enter(unsigned int half) {
+        double const min = m_edges[half];
+        double const max = m_edges[half + 1];
+        m_edges[0] = min;
+        m_edges[1] = (min + max) * 0.5;
+        m_edges[2] = max;
+    }
+
+private:
+    double m_edges[3];
+};
+
+/// Follows a rectangle into quadrants of quadrants, without branches: where it goes next cannot be foretold.
+class QuadrantFinder {
+public:
+    explicit QuadrantFinder(MQuadMBR2D const &region) : m_x(region.minX, region.maxX), m_y(region.minY, region.maxY) {}
+
+    /// Goes to the first quadrant that contains the rectangle and gives its number; 4 when none does.
+    int Enter(MQuadMBR2D const &mbr) {
+        unsigned int const x = m_x.HalfOf(mbr.minX, mbr.maxX);
+        unsigned int const y = m_y.HalfOf(mbr.minY, mbr.maxY);
+        if (((x | y) & 2) != 0)
+            return MQuadNode::kChildCount;
+        m_x.Enter(x);
+        m_y.Enter(y);
+        return static_cast<int>(x + 2 * y);
+    }
+
+private:
+    QuadrantAxis m_x;
+    QuadrantAxis m_y;
+};
 
 MQuadPoint2D LowerCorner(MQuadMBR2D const &mbr) {
     return {mbr.minX, mbr.minY};
@@ -205,17 +253,33 @@ bool MQuadNode::GrowToContain(MQuadMBR2D const &mbr) {
 }
 
 void MQuadNode::Descend(MQuadObj *object, MQuadMBR2D const &mbr, bool isTrusted) {
-    MQuadNode *node = this;
-    for (MQuadNode *next = node; next != nullptr;) {
+    MQuadNode *node = DescendToward(mbr);
+    for (MQuadNode *next = node; next != nullptr && next->IsLeaf() && !next->HasRoom();) {
         node = next;
-        if (node->IsLeaf()) {
-            next = node->HasRoom() ? nullptr : node->SplitFor(mbr);
-        } else {
-            int const index = QuadrantContaining(mbr, node->QuarteredRegion());
-            next = index == kChildCount ? nullptr : node->m_children[0] + index;
-        }
+        next = node->SplitFor(mbr);
+        if (next != nullptr)
+            node = next;
     }
     node->Place(object, isTrusted);
+}
+
+/// The leaf, or the inner node none of whose children contains the rectangle. The edges of the quadrants are worked out
+/// on the way down instead of read, so that the numbers do not wait for the nodes.
+MQuadNode *MQuadNode::DescendToward(MQuadMBR2D const &mbr) {
+    MQuadNode *node = this;
+    QuadrantFinder finder(node->QuarteredRegion());
+    while (!node->IsLeaf()) {
+        if (node->m_quartered != nullptr) [[unlikely]]
+            finder = QuadrantFinder(*node->m_quartered);
+        int const index = finder.Enter(mbr);
+        if (index == kChildCount)
+            return node;
+        node = node->m_children[0] + index;
+        // The pool is where the descent may end.
+        Prefetch(&node->m_pool.m_objects);
+        Prefetch(&node->m_pool.m_index);
+    }
+    return node;
 }
 
 /// Splits a full leaf if that is of use for its objects or for the rectangle. A split that moves nothing is undone.
@@ -328,6 +392,8 @@ void MQuadNode::Distribute() {
     m_pool.DropIndex();
     for (MQuadNode *child : m_children)
         child->m_pool.Reserve(count / 2);
+    for (MQuadObj const *object : objects)
+        Prefetch(&object->m_mbr);
     for (std::size_t i = count; i-- > 0;) {
         int const index = GetChildNodeIndexContainingMBR(objects[i]->CurrentRectangle());
         if (index != kChildCount) {

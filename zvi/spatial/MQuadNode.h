@@ -106,6 +106,7 @@ private:
     bool GrowToContain(MQuadMBR2D const &mbr);
     void Place(MQuadObj *object, bool isTrusted);
     void Descend(MQuadObj *object, MQuadMBR2D const &mbr, bool isTrusted);
+    MQuadNode *DescendToward(MQuadMBR2D const &mbr);
     MQuadNode *SplitFor(MQuadMBR2D const &mbr);
     bool IsMemberFarFrom(MQuadMBR2D const &mbr) const;
     void MakeChildren(MQuadMBR2D const *regions);

@@ -4,6 +4,7 @@
 #include "zvi/spatial/MQuadTree.h"
 #include "zvi/spatial/QuadCodeDetail.h"
 #include "zvi/spatial/QuadPoolIndexDetail.h"
+#include "zvi/spatial/QuadPrefetchDetail.h"
 
 #include <limits>
 
@@ -96,14 +97,20 @@ int MQuadNode::GetIntersectObjList(MQuadMBR2D const &query, MList<MQuadObj *> &l
 /// For a query that does not miss this region. The mid lines tell which children it misses, without touching them,
 /// except where the children's outer edges are not those of this region.
 void MQuadNode::CollectHits(Hits &hits) const {
-    AddHitsOfPool(hits);
-    if (IsLeaf())
+    if (IsLeaf()) {
+        AddHitsOfPool(hits);
         return;
+    }
     MQuadMBR2D const &quartered = QuarteredRegion();
     double const midX = (quartered.minX + quartered.maxX) * 0.5;
     double const midY = (quartered.minY + quartered.maxY) * 0.5;
     bool const missesX[] = {hits.bounds.minX > midX, midX > hits.bounds.maxX};
     bool const missesY[] = {hits.bounds.minY > midY, midY > hits.bounds.maxY};
+    for (int i = 0; i < kChildCount; ++i) {
+        if (!missesX[i & 1] && !missesY[i >> 1])
+            PrefetchAll(m_children[0] + i);
+    }
+    AddHitsOfPool(hits);
     for (int i = 0; i < kChildCount; ++i) {
         if (missesX[i & 1] || missesY[i >> 1])
             continue;
@@ -151,12 +158,7 @@ bool MQuadNode::StartWatching(MQuadObj *object) {
 /// The node whose pool holds a watched object, with its place there. Its rectangle leads to it; the search of the whole
 /// subtree is for rectangles on a border that doubling moved by a rounding.
 MQuadNode *MQuadNode::FindWatched(MQuadObj const *object, int &index) {
-    MQuadNode *node = this;
-    for (int child = 0; child != kChildCount;) {
-        child = node->GetChildNodeIndexContainingMBR(object->m_mbr);
-        if (child != kChildCount)
-            node = node->m_children[child];
-    }
+    MQuadNode *node = DescendToward(object->m_mbr);
     for (; node != nullptr; node = node == this ? nullptr : node->m_parent) {
         index = node->m_pool.FindTrusted(object, QuadFrame(node->m_region).Encode(object->m_mbr));
         if (index >= 0)
