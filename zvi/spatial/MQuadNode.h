@@ -115,6 +115,7 @@ private:
     int DeleteSearching(MQuadObj *object, MQuadMBR2D const &mbr);
     void RemoveFromPool(int index);
     void CollectHits(Hits &hits) const;
+    unsigned int ChildrenMet(Hits const &hits) const;
     void AddHitsOfPool(Hits &hits) const;
 
     void NoteCluster(int quadrant, MQuadMBR2D const &mbr);

@@ -6,6 +6,7 @@
 #include "zvi/spatial/QuadPoolIndexDetail.h"
 #include "zvi/spatial/QuadPrefetchDetail.h"
 
+#include <bit>
 #include <limits>
 
 namespace zvi::lib {
@@ -94,30 +95,43 @@ int MQuadNode::GetIntersectObjList(MQuadMBR2D const &query, MList<MQuadObj *> &l
     return hits.count;
 }
 
-/// For a query that does not miss this region. The mid lines tell which children it misses, without touching them,
-/// except where the children's outer edges are not those of this region.
+/// For a query that does not miss this region.
 void MQuadNode::CollectHits(Hits &hits) const {
-    if (IsLeaf()) {
-        AddHitsOfPool(hits);
-        return;
+    MQuadNode const *node = this;
+    for (;;) {
+        unsigned int met = node->ChildrenMet(hits);
+        MQuadNode const *const children = node->m_children[0];
+        if (met != 0)
+            PrefetchAll(children + std::countr_zero(met));
+        node->AddHitsOfPool(hits);
+        if (met == 0)
+            return;
+        for (; !std::has_single_bit(met); met &= met - 1)
+            children[std::countr_zero(met)].CollectHits(hits);
+        node = children + std::countr_zero(met);
     }
+}
+
+/// A bit for each child whose region the query does not miss. The mid lines tell them, without touching the children
+/// and without branches, except where the children's outer edges are not those of this region.
+inline unsigned int MQuadNode::ChildrenMet(Hits const &hits) const {
+    constexpr unsigned int kLowX = 0b0101;
+    constexpr unsigned int kHighX = 0b1010;
+    constexpr unsigned int kLowY = 0b0011;
+    constexpr unsigned int kHighY = 0b1100;
+    if (IsLeaf())
+        return 0;
     MQuadMBR2D const &quartered = QuarteredRegion();
     double const midX = (quartered.minX + quartered.maxX) * 0.5;
     double const midY = (quartered.minY + quartered.maxY) * 0.5;
-    bool const missesX[] = {hits.bounds.minX > midX, midX > hits.bounds.maxX};
-    bool const missesY[] = {hits.bounds.minY > midY, midY > hits.bounds.maxY};
-    for (int i = 0; i < kChildCount; ++i) {
-        if (!missesX[i & 1] && !missesY[i >> 1])
-            PrefetchAll(m_children[0] + i);
+    unsigned int const missed = (hits.bounds.minX > midX) * kLowX | (midX > hits.bounds.maxX) * kHighX |
+                                (hits.bounds.minY > midY) * kLowY | (midY > hits.bounds.maxY) * kHighY;
+    unsigned int met = ~missed & (kLowX | kHighX);
+    for (int i = 0; m_quartered != nullptr && i < kChildCount; ++i) {
+        if (hits.Misses(m_children[i]->m_region))
+            met &= ~(1U << i);
     }
-    AddHitsOfPool(hits);
-    for (int i = 0; i < kChildCount; ++i) {
-        if (missesX[i & 1] || missesY[i >> 1])
-            continue;
-        MQuadNode const *const child = m_children[0] + i;
-        if (m_quartered == nullptr || !hits.Misses(child->m_region))
-            child->CollectHits(hits);
-    }
+    return met;
 }
 
 MQuadNode *MQuadNode::FindNodeContainingPoint(MQuadPoint2D const &point) {
