@@ -25,6 +25,8 @@ write_basic_package_version_file("${PROJECT_BINARY_DIR}/zviConfigVersion.cmake" 
 install(FILES "${PROJECT_BINARY_DIR}/zviConfig.cmake" "${PROJECT_BINARY_DIR}/zviConfigVersion.cmake"
   DESTINATION ${package_dir})
 
+# The pkg-config file finds its prefix from where it lies, so that the installed tree may be moved.
+file(RELATIVE_PATH ZVI_PC_TO_PREFIX "/prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/prefix")
 configure_file("${PROJECT_SOURCE_DIR}/cmake/zvi.pc.in" "${PROJECT_BINARY_DIR}/zvi.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/zvi.pc" DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 

@@ -1,5 +1,8 @@
 # What scripts/demo, scripts/test and .ci/run share. Sourced, not run.
 
+# With ccache installed, one clone uses what another has compiled.
+export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
+
 # Debian packages that a build needs, each with a file that shows it is there.
 zvi_packages=(
   g++:/usr/bin/g++

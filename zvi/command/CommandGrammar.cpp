@@ -35,6 +35,18 @@ std::int32_t WrappingSum(std::int32_t a, std::int32_t b) {
     return static_cast<std::int32_t>(static_cast<std::uint32_t>(a) + static_cast<std::uint32_t>(b));
 }
 
+/// Fewest values that a by-to walk can hold: it goes on at least to its bound, or to the wrap of 32 bits when its step
+/// leads away from the bound. So a walk without end is told at once.
+std::int64_t FewestOfWalk(ParseValue const &range, bool up) {
+    std::int64_t const from = range.from;
+    std::int64_t const by = range.by;
+    if (by == 0)
+        return INT64_MAX / 2;
+    std::int64_t const end =
+        by > 0 ? (up ? std::int64_t{range.to} : INT32_MAX) : (up ? INT32_MIN : std::int64_t{range.to});
+    return (by > 0 ? end - from : from - end) / (by > 0 ? by : -by) + 1;
+}
+
 } // namespace
 
 CommandGrammar::CommandGrammar(Parser &parser)
@@ -420,7 +432,7 @@ bool CommandGrammar::AddRepeat(ParseNumber const &count, ParseNumber const &valu
 }
 
 bool CommandGrammar::ByTo(ParseNumber const &from, bool head) {
-    ParseValue range;
+    ParseValue range{};
     if (!ByToBounds(from, range))
         return false;
     if (m_token == '#') {
@@ -475,6 +487,8 @@ bool CommandGrammar::AddByTo(ParseValue const &range, bool head) {
     bool const up = range.from < range.to;
     bool const mustFall = head ? !up : range.from > range.to;
     if (mustFall && range.by > 0)
+        return Fail();
+    if (!HasRoomFor(FewestOfWalk(range, up)))
         return Fail();
     auto const inside = [&](std::int32_t value) { return up ? value <= range.to : value >= range.to; };
     std::int64_t count = 0;
