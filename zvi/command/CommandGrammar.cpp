@@ -90,7 +90,7 @@ bool CommandGrammar::Start() {
         return GridInput();
     case kTokenEqGridInput:
         Advance();
-        return EqGridInput();
+        return NumberPair(true);
     case kTokenNodeListInput:
     case kTokenGetIntsByToList:
         Advance();
@@ -100,7 +100,7 @@ bool CommandGrammar::Start() {
         return RecordInput();
     case kTokenGet2Number:
         Advance();
-        return TwoNumbers();
+        return NumberPair(false);
     case kTokenNumberInput:
         Advance();
         return NumberInput();
@@ -152,31 +152,11 @@ bool CommandGrammar::GridInput() {
         m_result.AddDouble(0.0);
         return true;
     }
-    if (!Args() || !RequireNumbers())
-        return false;
-    m_result.TakeFrom(m_working);
-    return true;
+    return Args() && MoveNumbers();
 }
 
-bool CommandGrammar::EqGridInput() {
-    if (AtEnd()) {
-        m_result.AddDouble(0.0);
-        m_result.AddDouble(0.0);
-        return true;
-    }
-    if (!Args())
-        return false;
-    if (m_working.GetCount() > 2)
-        return Fail(kExtraArgument);
-    if (m_working.GetCount() == 1 && m_working.First()->IsNumber())
-        m_working.AddDouble(m_working.First()->AsDouble());
-    if (!RequireNumbers())
-        return false;
-    m_result.TakeFrom(m_working);
-    return true;
-}
-
-bool CommandGrammar::TwoNumbers() {
+/// At most two numbers. A missing second one repeats the first or is 0.
+bool CommandGrammar::NumberPair(bool repeatsFirst) {
     if (AtEnd()) {
         m_result.AddDouble(0.0);
         m_result.AddDouble(0.0);
@@ -187,7 +167,12 @@ bool CommandGrammar::TwoNumbers() {
     if (m_working.GetCount() > 2)
         return Fail(kExtraArgument);
     if (m_working.GetCount() == 1)
-        m_working.AddDouble(0.0);
+        m_working.AddDouble(repeatsFirst ? m_working.First()->AsDouble() : 0.0);
+    return MoveNumbers();
+}
+
+/// Moves the working list to the result; fails when it holds anything but numbers.
+bool CommandGrammar::MoveNumbers() {
     if (!RequireNumbers())
         return false;
     m_result.TakeFrom(m_working);

@@ -75,10 +75,10 @@ private:
     bool Start();
     bool CommandLine();
     bool GridInput();
-    bool EqGridInput();
+    bool NumberPair(bool repeatsFirst);
+    bool MoveNumbers();
     bool IntegerList();
     bool RecordInput();
-    bool TwoNumbers();
     bool NumberInput();
     bool IntegerInput();
     bool Position();
