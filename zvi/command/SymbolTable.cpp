@@ -11,20 +11,9 @@ namespace zvi::lib {
 
 namespace {
 
-double OfDegrees(double (*function)(double), double degrees) {
-    return function(degrees * DEG_TO_RAD);
-}
-
-double SinDegrees(double x) {
-    return OfDegrees(std::sin, x);
-}
-
-double CosDegrees(double x) {
-    return OfDegrees(std::cos, x);
-}
-
+// These refuse some arguments and are told by their address; see FunctionDomainError.
 double TanDegrees(double x) {
-    return OfDegrees(std::tan, x);
+    return std::tan(x * DEG_TO_RAD);
 }
 
 double AsinDegrees(double x) {
@@ -35,64 +24,24 @@ double AcosDegrees(double x) {
     return std::acos(x) * RAD_TO_DEG;
 }
 
-double AtanDegrees(double x) {
-    return std::atan(x) * RAD_TO_DEG;
-}
-
-double ToDegrees(double x) {
-    return x * RAD_TO_DEG;
-}
-
-double ToRadians(double x) {
-    return x * DEG_TO_RAD;
-}
-
-double Log10(double x) {
-    return std::log10(x);
-}
-
-double NaturalLog(double x) {
-    return std::log(x);
-}
-
-double SquareRoot(double x) {
-    return std::sqrt(x);
-}
-
-double Exponential(double x) {
-    return std::exp(x);
-}
-
-double HyperbolicSine(double x) {
-    return std::sinh(x);
-}
-
-double HyperbolicCosine(double x) {
-    return std::cosh(x);
-}
-
-double Absolute(double x) {
-    return std::fabs(x);
-}
-
 constexpr double kPi = 3.141592653589793;
 
 TagSymbolNode const kBuiltInSymbols[] = {
-    {"log", Log10, 0},
-    {"ln", NaturalLog, 0},
-    {"sqrt", SquareRoot, 0},
-    {"sin", SinDegrees, 0},
-    {"cos", CosDegrees, 0},
+    {"log", [](double x) { return std::log10(x); }, 0},
+    {"ln", [](double x) { return std::log(x); }, 0},
+    {"sqrt", [](double x) { return std::sqrt(x); }, 0},
+    {"sin", [](double x) { return std::sin(x * DEG_TO_RAD); }, 0},
+    {"cos", [](double x) { return std::cos(x * DEG_TO_RAD); }, 0},
     {"tan", TanDegrees, 0},
     {"asin", AsinDegrees, 0},
     {"acos", AcosDegrees, 0},
-    {"atan", AtanDegrees, 0},
-    {"exp", Exponential, 0},
-    {"deg", ToDegrees, 0},
-    {"rad", ToRadians, 0},
-    {"sinh", HyperbolicSine, 0},
-    {"cosh", HyperbolicCosine, 0},
-    {"abs", Absolute, 0},
+    {"atan", [](double x) { return std::atan(x) * RAD_TO_DEG; }, 0},
+    {"exp", [](double x) { return std::exp(x); }, 0},
+    {"deg", [](double x) { return x * RAD_TO_DEG; }, 0},
+    {"rad", [](double x) { return x * DEG_TO_RAD; }, 0},
+    {"sinh", [](double x) { return std::sinh(x); }, 0},
+    {"cosh", [](double x) { return std::cosh(x); }, 0},
+    {"abs", [](double x) { return std::fabs(x); }, 0},
     {"pi", nullptr, kPi},
     // phi is not the golden ratio here: existing input relies on its being pi.
     {"phi", nullptr, kPi},
