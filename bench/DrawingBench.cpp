@@ -1,7 +1,9 @@
 // MakeDrawingDomains on whole drawings. Segments that cross at random stand beside GEOS, which nodes them and makes
-// polygons; GEOS knows no arcs, so drawings with arcs stand alone. Counters: milliseconds of processor time of each,
+// polygons; the first half, which joins and cuts, stands beside the noding alone. GEOS knows no arcs, so drawings with
+// arcs stand alone. Counters: milliseconds of processor time of each,
 // the ratios, and the growth exponent against the size before.
 
+#include "zvi/drawing/CutDrawingCurves.h"
 #include "zvi/drawing/MakeDrawingDomains.h"
 
 #include <benchmark/benchmark.h>
@@ -24,6 +26,9 @@ using Curves = std::vector<DrawingCurve>;
 
 /// Seed of the random drawings.
 constexpr unsigned int kSeed = 2024;
+
+/// How often cutting alone is measured; the best counts.
+constexpr int kCuttings = 5;
 
 /// Side of the square that the drawings fill, and the mean number of crossings of each curve of a random one.
 constexpr double kSide = 1000.0;
@@ -164,7 +169,15 @@ void DrawingOfRandomSegments(benchmark::State &state) {
     lib::DrawingResult result;
     double const seconds = Run(state, curves, result);
     CountGrowth(state, "segments", count, seconds);
+    double cutting = HUGE_VAL;
+    for (int i = 0; i < kCuttings; ++i) {
+        std::clock_t const start = std::clock();
+        benchmark::DoNotOptimize(lib::CutDrawingCurves(curves));
+        cutting = std::min(cutting, SecondsSince(start));
+    }
     PeerTimes const peer = TimeGeos(curves);
+    state.counters["cut_ms"] = 1e3 * cutting;
+    state.counters["geos/cut"] = peer.node / cutting;
     state.counters["geos_node_ms"] = 1e3 * peer.node;
     state.counters["geos_polygons_ms"] = 1e3 * peer.polygonize;
     state.counters["geos/zvi"] = (peer.node + peer.polygonize) / seconds;

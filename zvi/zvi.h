@@ -50,6 +50,7 @@
 #include "zvi/curves/T_REGION2D_G.h"
 #include "zvi/curves/VtexXIndex.h"
 
+#include "zvi/drawing/CutDrawingCurves.h"
 #include "zvi/drawing/DrawingRecords.h"
 #include "zvi/drawing/MakeDrawingDomains.h"
 

@@ -62,7 +62,21 @@ std::vector<Box> GrownBoxes(Network const &network) {
     return boxes;
 }
 
-/// Pairs of edges whose boxes meet, at least one of which was moved.
+/// Whether `b` lies on one side of the whole line of `a`, farther from it than `distance`.
+bool IsBeside(Edge const &a, Edge const &b, double distance) {
+    DrawingPoint const u = a.end - a.start;
+    double const start = Cross(u, b.start - a.start), end = Cross(u, b.end - a.start);
+    double const near = distance * distance * Dot(u, u);
+    return (start > 0.0) == (end > 0.0) && start * start > near && end * end > near;
+}
+
+/// Whether two edges with boxes that meet are apart all the same, whatever their ends may still move.
+bool AreApart(Edge const &a, Edge const &b, double snap) {
+    double const distance = (2.0 * kLargestMove + 1.0) * snap;
+    return !a.isArc && !b.isArc && (IsBeside(a, b, distance) || IsBeside(b, a, distance));
+}
+
+/// Pairs of edges that may meet, at least one of which was moved.
 std::vector<Pair> CandidatePairs(Network const &network) {
     std::vector<Box> const boxes = GrownBoxes(network);
     std::vector<int> moved;
@@ -81,7 +95,8 @@ std::vector<Pair> CandidatePairs(Network const &network) {
         int const self = static_cast<int>(i);
         for (int const k : found) {
             int const other = moved[static_cast<std::size_t>(k)];
-            if (other != self && (!network.edges[i].moved || self < other))
+            if (other != self && (!network.edges[i].moved || self < other) &&
+                !AreApart(network.edges[i], network.edges[static_cast<std::size_t>(other)], network.snap))
                 pairs.emplace_back(self, other);
         }
     }
@@ -246,12 +261,13 @@ void AddMeeting(Network &network, PlaceIndex &index, Pair pair, Meeting const &m
 
 std::vector<Contact> FindContacts(Network &network, PlaceIndex &index, std::vector<Pair> const &pairs) {
     std::vector<Contact> contacts;
+    MeetingFinder finder(network.snap);
     for (Pair const &pair : pairs) {
         PairContacts const ends = ContactsOf(network, pair);
         contacts.insert(contacts.end(), ends.cuts.begin(), ends.cuts.begin() + ends.cutCount);
         Meeting meetings[2];
-        int const count = Meetings(EdgeAt(network, pair.first), EdgeAt(network, pair.second), network.snap,
-                                   ends.points.data(), ends.pointCount, meetings);
+        int const count = finder.Find(EdgeAt(network, pair.first), EdgeAt(network, pair.second), ends.points.data(),
+                                      ends.pointCount, meetings);
         for (int i = 0; i < count; ++i)
             AddMeeting(network, index, pair, meetings[i], contacts);
     }

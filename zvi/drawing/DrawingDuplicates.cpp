@@ -93,13 +93,14 @@ std::vector<int> FindOriginals(Network const &network) {
 void DropDuplicates(Network &network, std::vector<DrawingCurve> const &curves, std::vector<KeptDuplicate> *kept) {
     std::vector<int> const originals = FindOriginals(network);
     std::vector<int> newIndex(originals.size(), -1);
-    std::vector<Edge> remaining;
-    remaining.reserve(network.edges.size());
+    std::size_t remaining = 0;
     for (std::size_t i = 0; i < originals.size(); ++i) {
         Edge const &e = network.edges[i];
         if (originals[i] < 0) {
-            newIndex[i] = static_cast<int>(remaining.size());
-            remaining.push_back(e);
+            newIndex[i] = static_cast<int>(remaining);
+            if (remaining < i)
+                network.edges[remaining] = e;
+            ++remaining;
         } else if (kept != nullptr) {
             kept->push_back({e, newIndex[static_cast<std::size_t>(originals[i])]});
         } else {
@@ -107,7 +108,7 @@ void DropDuplicates(Network &network, std::vector<DrawingCurve> const &curves, s
             network.leftovers.push_back({PieceOf(e, curves, false), LeftoverReason::kDuplicate});
         }
     }
-    network.edges.swap(remaining);
+    network.edges.resize(remaining);
 }
 
 } // namespace zvi::lib::drawing

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zvi/drawing/NetworkDetail.h"
+#include "zvi/drawing/PlainCrossingsDetail.h"
 
 namespace zvi::lib::drawing {
 
@@ -25,14 +26,28 @@ struct Meeting {
     double tOfSecond = 0.0;
 };
 
-/// Points where the insides of `a` and `b` cross, or touch within `snap`; at most two.
-/// `contacts` are the points, at most four, where an end of one edge lies within `snap` of the other (a shared place
-/// included). Edges that stay within `snap` of each other from such a contact to a crossing count as meeting at the
-/// contact alone; so do the two crossings of a lens thinner than `snap`, which count as one touching point.
-/// Overlaps give nothing: they begin and end at contacts.
-/// Lines by orientation tests, circles by the half chord in factored form, all relative to a point of the pair, so that
+/// Finds where edges meet. Pairs that cross plainly are answered by MIntersectUtil, the others by a kernel of its own:
+/// lines by orientation tests, circles by the half chord in factored form, all relative to a point of the pair, so that
 /// coordinates far from the origin cost no digits.
-int Meetings(Edge const &a, Edge const &b, double snap, DrawingPoint const *contacts, int contactCount,
-             Meeting (&out)[2]);
+class MeetingFinder {
+public:
+    explicit MeetingFinder(double snapDistance) : snap(snapDistance) {}
+
+    /// Points where the insides of `a` and `b` cross, or touch within the snap distance; at most two.
+    /// `contacts` are the points, at most four, where an end of one edge lies within the snap distance of the other (a
+    /// shared place included). Edges that stay within it from such a contact to a crossing count as meeting at the
+    /// contact alone; so do the two crossings of a lens thinner than it, which count as one touching point.
+    /// Overlaps give nothing: they begin and end at contacts.
+    int Find(Edge const &a, Edge const &b, DrawingPoint const *contacts, int contactCount, Meeting (&out)[2]);
+
+private:
+    int LineAndLine(Edge const &a, Edge const &b, Meeting (&out)[2]);
+    int LineAndArc(Edge const &line, Edge const &arc, DrawingPoint const *contacts, int contactCount,
+                   Meeting (&out)[2]);
+    int ArcAndArc(Edge const &a, Edge const &b, DrawingPoint const *contacts, int contactCount, Meeting (&out)[2]);
+
+    double snap;
+    PlainCrossings plain;
+};
 
 } // namespace zvi::lib::drawing

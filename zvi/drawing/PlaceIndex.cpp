@@ -1,5 +1,6 @@
 #include "zvi/drawing/PlaceIndexDetail.h"
 
+#include <algorithm>
 #include <bit>
 
 namespace zvi::lib::drawing {
@@ -19,7 +20,8 @@ std::uint64_t Mix(std::uint64_t h) {
 } // namespace
 
 PlaceIndex::PlaceIndex(std::vector<DrawingPoint> &somePlaces, double snap)
-    : places(somePlaces), cells(kFirstSlots), inverseSize(snap > 0.0 ? 1.0 / (kCellWidth * snap) : 1.0) {
+    : places(somePlaces), cells(std::max(kFirstSlots, std::bit_ceil(4 * somePlaces.size()))),
+      inverseSize(snap > 0.0 ? 1.0 / (kCellWidth * snap) : 1.0) {
     Rebuild();
 }
 
