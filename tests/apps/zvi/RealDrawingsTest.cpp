@@ -43,7 +43,7 @@ DrawingInput Read(fs::path const &file) {
 
 } // namespace
 
-/// A drawing whose hatches are blocks of lines. Some 380 of their ends miss the border by 1e-17 to 1e-5 and are joined
+/// A drawing whose hatches are blocks of lines. Some 320 of their ends miss the border by 1e-17 to 1e-5 and are joined
 /// to it, which divides the domains they cross. The expected numbers join ends with ends alone: a hatch line divides or
 /// not as the last bit of its end falls, and two of those 418 domains have areas below 2e-16. The total area is the
 /// same.
