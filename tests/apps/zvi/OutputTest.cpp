@@ -72,7 +72,7 @@ struct Keyhole {
         result.domains = {domain};
         result.leftovers = {{Line(4, {9, 0}, {12, 0}), lib::LeftoverReason::kDangle},
                             {Line(4, {12, 0}, {12, 3}), lib::LeftoverReason::kDangle}};
-        result.gaps = {{{9, 0}, 0.0040, {4, 1}, 0.0041}};
+        result.gaps = {{{9, 0}, 0.0040, {4, 1}, 0.0040000004}};
         result.counts = {1, 2, 3};
     }
 };
@@ -250,7 +250,7 @@ TEST(Report, SummarisesForPeople) {
         "left out 2 on frozen layers",
         "joined 1 end (--join 0.0001), cut at 2 places, dropped 3 duplicates",
         "left over: 2 dangle",
-        "near miss at (9, 0): curve 4 ends 0.004 from curve 1; --join 0.0041 would close it",
+        "near miss at (9, 0): curve 4 ends 0.004 from curve 1; --join 0.00401 would close it",
     };
     EXPECT_EQ(Summary(keyhole.input, keyhole.result, 1e-4), expected);
     for (int i = 0; i < 30; ++i) {
@@ -285,7 +285,7 @@ TEST(DomainJson, HasItsKeysInOrder) {
     EXPECT_EQ(domain["holes"][0][0]["type"], "circle");
     EXPECT_EQ(keys(json["leftovers"][0]), "curve reason layer entity handle type reversed from to start end ");
     EXPECT_EQ(json["leftovers"][0]["reason"], "dangle");
-    EXPECT_EQ(json["gaps"][0].dump(), "{\"at\":[9.0,0.0],\"distance\":0.004,\"curves\":[4,1],\"tolerance\":0.0041}");
+    EXPECT_EQ(json["gaps"][0].dump(), "{\"at\":[9.0,0.0],\"distance\":0.004,\"curves\":[4,1],\"tolerance\":0.0040000004}");
     EXPECT_EQ(json["counts"].dump(), "{\"joined\":1,\"cut\":2,\"duplicates\":3}");
     EXPECT_EQ(DomainJson(keyhole.input, {}).find("nan"), std::string::npos);
 }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <map>
 
 namespace zvi::app {
@@ -22,6 +23,12 @@ std::string Count(std::size_t count, std::string const &one, std::string const &
 
 std::string Count(int count, std::string const &one, std::string const &many) {
     return Count(static_cast<std::size_t>(count), one, many);
+}
+
+/// A join tolerance to be typed: three digits, and not below what is needed.
+std::string ToleranceToType(double needed) {
+    double const unit = std::pow(10.0, std::floor(std::log10(needed)) - 2.0);
+    return ShortNumber(std::ceil(needed / unit) * unit);
 }
 
 /// "3 TEXT, 1 HATCH".
@@ -106,7 +113,7 @@ void AddGaps(Lines &lines, DrawingInput const &input, lib::DrawingResult const &
         lib::DrawingGap const &gap = result.gaps[i];
         lines.push_back("near miss at (" + ShortNumber(gap.at.x) + ", " + ShortNumber(gap.at.y) +
                         "): " + CurveName(input, gap.curves[0]) + " ends " + ShortNumber(gap.distance, 6) + " from " +
-                        CurveName(input, gap.curves[1]) + "; --join " + ShortNumber(gap.closingTolerance) +
+                        CurveName(input, gap.curves[1]) + "; --join " + ToleranceToType(gap.closingTolerance) +
                         " would close it");
     }
 }
