@@ -23,8 +23,12 @@ constexpr std::size_t kLongestPath = 4096;
 
 std::array<char, kLongestPath> pendingPath;
 std::atomic<bool> hasPendingPath = false;
+std::atomic<void (*)()> pendingAction = nullptr;
 
-extern "C" void RemovePendingAndEnd(int signal) {
+extern "C" void TidyAndEnd(int signal) {
+    if (void (*const action)() = pendingAction.load()) {
+        action();
+    }
     if (hasPendingPath.load()) {
 #ifdef _WIN32
         std::remove(pendingPath.data());
@@ -38,7 +42,7 @@ extern "C" void RemovePendingAndEnd(int signal) {
 
 /// Handles the signal unless the one who started the program has it ignored, as for runs in the background.
 void Handle(int signal) {
-    if (std::signal(signal, RemovePendingAndEnd) == SIG_IGN) {
+    if (std::signal(signal, TidyAndEnd) == SIG_IGN) {
         std::signal(signal, SIG_IGN);
     }
 }
@@ -76,6 +80,10 @@ void RemoveOnInterrupt(std::string const &path) {
         std::memcpy(pendingPath.data(), path.c_str(), path.size() + 1);
         hasPendingPath.store(true);
     }
+}
+
+void CallOnInterrupt(void (*action)()) {
+    pendingAction.store(action);
 }
 
 bool WantsColor(std::string const &choice, bool isTerminal) {

@@ -1,5 +1,6 @@
 #include "apps/zvi/eval/LineInput.h"
 
+#include "apps/zvi/common/Terminal.h"
 #include "apps/zvi/common/WideText.h"
 
 #include <cstdlib>
@@ -35,7 +36,15 @@ bool CanMoveCursor() {
 
 #else
 
-/// Key by key and without echo while it lives. Output is processed as before.
+/// How the terminal was set before its keys were taken one by one.
+termios before{};
+
+void RestoreTerminal() {
+    tcsetattr(STDIN_FILENO, TCSADRAIN, &before);
+}
+
+/// Key by key and without echo while it lives, one at a time; also a signal that ends the program restores the
+/// terminal. Output is processed as before.
 class RawTerminal {
 public:
     RawTerminal() : works(tcgetattr(STDIN_FILENO, &before) == 0) {
@@ -47,12 +56,14 @@ public:
         raw.c_lflag &= ~static_cast<tcflag_t>(ECHO | ICANON | IEXTEN | ISIG);
         raw.c_cc[VMIN] = 1;
         raw.c_cc[VTIME] = 0;
+        CallOnInterrupt(RestoreTerminal);
         works = tcsetattr(STDIN_FILENO, TCSADRAIN, &raw) == 0;
     }
     ~RawTerminal() {
         if (works) {
-            tcsetattr(STDIN_FILENO, TCSADRAIN, &before);
+            RestoreTerminal();
         }
+        CallOnInterrupt(nullptr);
     }
     RawTerminal(RawTerminal const &) = delete;
     RawTerminal &operator=(RawTerminal const &) = delete;
@@ -70,7 +81,6 @@ public:
     }
 
 private:
-    termios before{};
     bool works;
 };
 
