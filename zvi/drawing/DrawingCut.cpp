@@ -70,10 +70,22 @@ bool IsBeside(Edge const &a, Edge const &b, double distance) {
     return (start > 0.0) == (end > 0.0) && start * start > near && end * end > near;
 }
 
-/// Whether two edges with boxes that meet are apart all the same, whatever their ends may still move.
+/// Whether two segments share a place and the free end of each is farther from the other than `distance`.
+bool PartAtPlace(Edge const &a, Edge const &b, double distance) {
+    if (a.startPlace != b.startPlace && a.startPlace != b.endPlace && a.endPlace != b.startPlace &&
+        a.endPlace != b.endPlace)
+        return false;
+    DrawingPoint const u = a.end - a.start, v = b.end - b.start;
+    double const cross = Cross(u, v);
+    return cross * cross > distance * distance * std::max(Dot(u, u), Dot(v, v));
+}
+
+/// Whether two edges have nothing to do with one another but a shared end, although their boxes meet, and however far
+/// their ends may still move.
 bool AreApart(Edge const &a, Edge const &b, double snap) {
     double const distance = (2.0 * kLargestMove + 1.0) * snap;
-    return !a.isArc && !b.isArc && (IsBeside(a, b, distance) || IsBeside(b, a, distance));
+    return !a.isArc && !b.isArc &&
+           (IsBeside(a, b, distance) || IsBeside(b, a, distance) || PartAtPlace(a, b, distance));
 }
 
 /// Pairs of edges that may meet, at least one of which was moved.
