@@ -1,7 +1,9 @@
 #include "zvi/host/Messages.h"
 
 #define WIN32_LEAN_AND_MEAN
+#ifndef NOMINMAX
 #define NOMINMAX
+#endif
 #include <windows.h>
 
 namespace zvi::host {
