@@ -1,6 +1,7 @@
 #include "apps/zvi/common/NumberText.h"
 
-#include <algorithm>
+#include "apps/zvi/common/Text.h"
+
 #include <charconv>
 #include <cmath>
 
@@ -16,20 +17,7 @@ std::string_view WithoutPlus(std::string_view text) {
     return !text.empty() && text[0] == '+' && !signedTwice ? text.substr(1) : text;
 }
 
-char LowerAscii(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 } // namespace
-
-std::string_view Trimmed(std::string_view text) {
-    constexpr std::string_view kBlanks = " \t\r\n\v\f";
-    std::size_t const first = text.find_first_not_of(kBlanks);
-    if (first == std::string_view::npos) {
-        return {};
-    }
-    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
 
 std::optional<double> ParseNumber(std::string_view text) {
     std::string_view const number = WithoutPlus(Trimmed(text));
@@ -63,11 +51,6 @@ std::string ShortNumber(double value, int digits) {
     double const shown = value == 0.0 ? 0.0 : value;
     auto const result = std::to_chars(buffer, buffer + sizeof buffer, shown, std::chars_format::general, digits);
     return std::string(buffer, result.ptr);
-}
-
-bool SameNoCase(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](char x, char y) { return LowerAscii(x) == LowerAscii(y); });
 }
 
 } // namespace zvi::app

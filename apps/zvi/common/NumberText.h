@@ -19,10 +19,4 @@ std::string ExactNumber(double value);
 /// `value` with at most `digits` significant digits, for people; "-0" is written "0".
 std::string ShortNumber(double value, int digits = 9);
 
-/// `text` without the blanks, tabs and line ends around it.
-std::string_view Trimmed(std::string_view text);
-
-/// Whether the texts agree when ASCII capitals and small letters are taken as one.
-bool SameNoCase(std::string_view a, std::string_view b);
-
 } // namespace zvi::app

@@ -1,9 +1,11 @@
 #include "apps/zvi/common/WideText.h"
 
+#include "apps/zvi/common/Utf8.h"
+
 #include "zvi/core/WideUnits.h"
 
+#include <algorithm>
 #include <cstdint>
-#include <iterator>
 
 namespace zvi::app {
 
@@ -17,52 +19,6 @@ bool IsHighSurrogate(std::uint32_t unit) {
 
 bool IsLowSurrogate(std::uint32_t unit) {
     return unit >= 0xDC00 && unit <= 0xDFFF;
-}
-
-/// The character at `at`, which moves behind it; U+FFFD for a byte that begins none.
-std::uint32_t NextCharacter(std::string_view text, std::size_t &at) {
-    constexpr std::uint32_t kLeast[] = {0, 0, 0x80, 0x800, 0x10000};
-    auto const lead = static_cast<unsigned char>(text[at++]);
-    if (lead < 0x80) {
-        return lead;
-    }
-    std::size_t const length = Utf8Length(static_cast<char>(lead));
-    if (length == 1 || text.size() - at < length - 1) {
-        return lib::kReplacementCharacter;
-    }
-    std::uint32_t character = lead & (0x7Fu >> length);
-    for (std::size_t i = 0; i + 1 < length; ++i) {
-        auto const next = static_cast<unsigned char>(text[at + i]);
-        if ((next & 0xC0u) != 0x80u) {
-            return lib::kReplacementCharacter;
-        }
-        character = character << 6 | (next & 0x3Fu);
-    }
-    bool const isSurrogate = IsHighSurrogate(character) || IsLowSurrogate(character);
-    if (character < kLeast[length] || character > kLastCharacter || isSurrogate) {
-        return lib::kReplacementCharacter;
-    }
-    at += length - 1;
-    return character;
-}
-
-void AppendUtf8(std::string &text, std::uint32_t c) {
-    auto const push = [&text](std::uint32_t byte) { text += static_cast<char>(byte); };
-    if (c < 0x80) {
-        push(c);
-    } else if (c < 0x800) {
-        push(0xC0 | c >> 6);
-        push(0x80 | (c & 0x3F));
-    } else if (c < 0x10000) {
-        push(0xE0 | c >> 12);
-        push(0x80 | (c >> 6 & 0x3F));
-        push(0x80 | (c & 0x3F));
-    } else {
-        push(0xF0 | c >> 18);
-        push(0x80 | (c >> 12 & 0x3F));
-        push(0x80 | (c >> 6 & 0x3F));
-        push(0x80 | (c & 0x3F));
-    }
 }
 
 struct Range {
@@ -89,15 +45,14 @@ bool Holds(Range const (&ranges)[count], std::uint32_t c) {
 
 } // namespace
 
-std::size_t Utf8Length(char lead) {
-    auto const byte = static_cast<unsigned char>(lead);
-    return byte >= 0xF0 && byte < 0xF8 ? 4 : byte >= 0xE0 && byte < 0xF0 ? 3 : byte >= 0xC0 && byte < 0xE0 ? 2 : 1;
-}
-
 CString WideOf(std::string_view utf8) {
     std::wstring units;
-    for (std::size_t at = 0; at < utf8.size();) {
-        lib::AppendUnits(units, NextCharacter(utf8, at));
+    while (!utf8.empty()) {
+        // The library's texts end at a NUL, which would take the rest of the text with it.
+        std::uint32_t character = 0;
+        std::size_t const length = ReadUtf8(utf8, character);
+        lib::AppendUnits(units, length == 0 || character == 0 ? kReplacement : character);
+        utf8.remove_prefix(std::max<std::size_t>(length, 1));
     }
     return CString(std::wstring_view(units));
 }
@@ -109,7 +64,7 @@ std::string Utf8Of(std::wstring_view text) {
         if (IsHighSurrogate(c) && i + 1 < text.size() && IsLowSurrogate(static_cast<std::uint32_t>(text[i + 1]))) {
             c = 0x10000 + ((c - 0xD800) << 10) + (static_cast<std::uint32_t>(text[++i]) - 0xDC00);
         } else if (IsHighSurrogate(c) || IsLowSurrogate(c) || c > kLastCharacter) {
-            c = lib::kReplacementCharacter;
+            c = kReplacement;
         }
         AppendUtf8(utf8, c);
     }
@@ -117,7 +72,7 @@ std::string Utf8Of(std::wstring_view text) {
 }
 
 std::string Utf8Of(CString const &text) {
-    return Utf8Of(std::wstring_view(text.GetString(), static_cast<std::size_t>(text.GetLength())));
+    return Utf8Of(View(text));
 }
 
 std::wstring Printable(std::wstring_view text) {
@@ -130,6 +85,14 @@ std::wstring Printable(std::wstring_view text) {
         }
     }
     return shown;
+}
+
+std::wstring_view View(CString const &text) {
+    return {text.GetString(), static_cast<std::size_t>(text.GetLength())};
+}
+
+std::size_t Columns(std::string_view utf8) {
+    return Columns(View(WideOf(utf8)));
 }
 
 std::size_t Columns(std::wstring_view text) {

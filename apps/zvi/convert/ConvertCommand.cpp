@@ -5,6 +5,7 @@
 #include "apps/zvi/common/Failure.h"
 #include "apps/zvi/common/Joined.h"
 #include "apps/zvi/common/NumberText.h"
+#include "apps/zvi/common/Text.h"
 #include "apps/zvi/eval/EvalSession.h"
 #include "apps/zvi/units/UnitCatalogue.h"
 #include "apps/zvi/units/UnitKind.h"

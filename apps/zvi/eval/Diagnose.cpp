@@ -1,6 +1,6 @@
 #include "apps/zvi/eval/Diagnose.h"
 
-#include "apps/zvi/common/NumberText.h"
+#include "apps/zvi/common/Text.h"
 #include "apps/zvi/common/WideText.h"
 #include "apps/zvi/eval/FailedText.h"
 #include "apps/zvi/eval/Mistakes.h"

@@ -4,6 +4,7 @@
 #include "apps/zvi/common/Joined.h"
 #include "apps/zvi/common/NearestName.h"
 #include "apps/zvi/common/NumberText.h"
+#include "apps/zvi/common/Text.h"
 #include "apps/zvi/common/WideText.h"
 #include "apps/zvi/eval/EvalText.h"
 
@@ -33,12 +34,6 @@ std::string ModeList(EvalMode current) {
             (entry.mode == current ? "* " : "  ") + name + std::string(10 - name.size(), ' ') + entry.summary + "\n";
     }
     return text;
-}
-
-void ReplaceAll(std::string &text, std::string_view word, std::string_view other) {
-    for (std::size_t at = text.find(word); at != std::string::npos; at = text.find(word, at + other.size())) {
-        text.replace(at, word.size(), other);
-    }
 }
 
 } // namespace

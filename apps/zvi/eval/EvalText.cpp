@@ -37,10 +37,6 @@ Json Head(EvalSettings const &settings) {
     return {{"schema", 1}, {"mode", EntryOf(settings.mode).name}};
 }
 
-std::wstring_view View(CString const &text) {
-    return {text.GetString(), static_cast<std::size_t>(text.GetLength())};
-}
-
 } // namespace
 
 std::string PlainNumber(double value) {

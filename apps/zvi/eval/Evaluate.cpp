@@ -1,6 +1,6 @@
 #include "apps/zvi/eval/Evaluate.h"
 
-#include "apps/zvi/common/NumberText.h"
+#include "apps/zvi/common/Text.h"
 #include "apps/zvi/common/WideText.h"
 
 #include "zvi/command/MParser.h"

@@ -1,6 +1,7 @@
 #include "apps/zvi/eval/LineInput.h"
 
 #include "apps/zvi/common/Terminal.h"
+#include "apps/zvi/common/Utf8.h"
 #include "apps/zvi/common/WideText.h"
 
 #include <cstdlib>
@@ -98,11 +99,6 @@ bool CanMoveCursor() {
 
 #endif
 
-std::size_t ColumnsOf(std::string const &utf8) {
-    CString const wide = WideOf(utf8);
-    return Columns(std::wstring_view(wide.GetString(), static_cast<std::size_t>(wide.GetLength())));
-}
-
 } // namespace
 
 LineInput::LineInput(Console &to) : console(to), editable(CanMoveCursor()) {}
@@ -158,15 +154,15 @@ void LineInput::Show(std::string const &prompt) {
     std::size_t const width = TerminalColumns();
     std::size_t const room = width > prompt.size() + 2 ? width - prompt.size() - 1 : 1;
     std::size_t begin = 0;
-    while (ColumnsOf(text.substr(begin, editor.Cursor() - begin)) > room) {
+    while (Columns(text.substr(begin, editor.Cursor() - begin)) > room) {
         begin += Utf8Length(text[begin]);
     }
     std::size_t end = text.size();
-    while (end > editor.Cursor() && ColumnsOf(text.substr(begin, end - begin)) > room) {
+    while (end > editor.Cursor() && Columns(text.substr(begin, end - begin)) > room) {
         --end;
     }
     console.out << "\r" << prompt << text.substr(begin, end - begin) << "\x1B[K\r";
-    std::size_t const column = prompt.size() + ColumnsOf(text.substr(begin, editor.Cursor() - begin));
+    std::size_t const column = prompt.size() + Columns(text.substr(begin, editor.Cursor() - begin));
     console.out << "\x1B[" << column << "C" << std::flush;
 }
 

@@ -1,7 +1,7 @@
 // Words that the language does not know: units, and names that are neither functions nor variables.
 
 #include "apps/zvi/common/NearestName.h"
-#include "apps/zvi/common/NumberText.h"
+#include "apps/zvi/common/Text.h"
 #include "apps/zvi/common/WideText.h"
 #include "apps/zvi/eval/Mistakes.h"
 
@@ -52,7 +52,7 @@ std::vector<std::string> KnownNames(EvalSettings const &settings) {
     std::vector<std::string> names = BuiltInFunctions();
     names.insert(names.end(), BuiltInConstants().begin(), BuiltInConstants().end());
     for (EvalVariable const &variable : settings.variables) {
-        names.push_back(Lower(variable.name.empty() ? L"" : std::wstring(variable.name.begin(), variable.name.end())));
+        names.push_back(Lowered(variable.name));
     }
     return names;
 }
@@ -131,7 +131,7 @@ std::string RunTogether(std::string const &word) {
 
 std::string NameHint(FailedText const &failed, Span const &where) {
     std::string const typed = failed.Typed(where);
-    std::string const word = Lower(std::wstring(typed.begin(), typed.end()));
+    std::string const word = Lowered(typed);
     bool const behindNumber = FollowsNumber(failed.typed, where.begin);
     if (word == "e" && behindNumber) {
         return "an exponent follows its number without blanks, as in 1e3";

@@ -1,5 +1,6 @@
 #include "apps/zvi/eval/TypedText.h"
 
+#include "apps/zvi/common/Text.h"
 #include "apps/zvi/common/WideText.h"
 
 namespace zvi::app {
@@ -76,11 +77,7 @@ std::wstring Upper(std::wstring_view text) {
 }
 
 std::string Lower(std::wstring_view text) {
-    std::string lower = Utf8Of(text);
-    for (char &c : lower) {
-        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    }
-    return lower;
+    return Lowered(Utf8Of(text));
 }
 
 } // namespace zvi::app

@@ -2,7 +2,7 @@
 
 #include "apps/zvi/common/Failure.h"
 #include "apps/zvi/common/NearestName.h"
-#include "apps/zvi/common/NumberText.h"
+#include "apps/zvi/common/Text.h"
 #include "apps/zvi/common/WideText.h"
 
 #include <algorithm>
@@ -49,12 +49,6 @@ constexpr Spelling kNames[] = {
     {"Pa", "N/m^2"}, {"kPa", "kN/m^2"}, {"MPa", "N/mm^2"}, {"psi", "lbf/in^2"}, {"ksi", "kips/in^2"},
 };
 
-void ReplaceAll(std::string &text, std::string_view word, std::string_view other) {
-    for (std::size_t at = text.find(word); at != std::string::npos; at = text.find(word, at + other.size())) {
-        text.replace(at, word.size(), other);
-    }
-}
-
 std::string WithPlainWords(std::string const &label) {
     constexpr char const *kBetween = "*/()^";
     std::string plain;
@@ -70,13 +64,6 @@ std::string WithPlainWords(std::string const &label) {
         at = end + 1;
     }
     return plain;
-}
-
-std::string Lower(std::string text) {
-    for (char &c : text) {
-        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    }
-    return text;
 }
 
 /// Products are often written without their sign: kNm.
@@ -202,12 +189,12 @@ std::vector<UnitLabel> UnitCatalogue::Find(std::string const &typed) const {
 }
 
 std::string UnitCatalogue::Nearest(std::string const &typed, std::vector<int> const &kinds) const {
-    std::string const wanted = Lower(PlainLabel(typed));
+    std::string const wanted = Lowered(PlainLabel(typed));
     std::vector<std::string> candidates;
     std::vector<std::size_t> places;
     for (std::size_t i = 0; i < labels.size(); ++i) {
         if (kinds.empty() || std::find(kinds.begin(), kinds.end(), labels[i].kind) != kinds.end()) {
-            candidates.push_back(Lower(plain[i]));
+            candidates.push_back(Lowered(plain[i]));
             places.push_back(i);
         }
     }

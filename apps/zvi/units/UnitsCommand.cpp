@@ -118,22 +118,17 @@ std::vector<std::pair<char const *, std::string>> BaseUnits(lib::MUnitCtrl const
             {"heat", Utf8Of(names.heatName[index.heat])}};
 }
 
-std::size_t ColumnsOf(std::string const &utf8) {
-    CString const wide = WideOf(utf8);
-    return Columns(std::wstring_view(wide.GetString(), static_cast<std::size_t>(wide.GetLength())));
-}
-
 std::string Table(std::vector<Row> const &rows) {
     std::size_t widest = std::string_view("label").size();
     for (Row const &row : rows) {
-        widest = std::max(widest, ColumnsOf(row.label));
+        widest = std::max(widest, Columns(row.label));
     }
     std::string text = Joined("kind  label", std::string(widest - 5 + 2, ' '), "factor\n");
     for (Row const &row : rows) {
         std::string const kind = std::to_string(row.kind);
         std::string const label = row.label.empty() ? "-" : row.label;
         text += Joined(std::string(4 - kind.size(), ' '), kind, "  ", label,
-                       std::string(widest - ColumnsOf(label) + 2, ' '), ShortNumber(row.factor, 15), "\n");
+                       std::string(widest - Columns(label) + 2, ' '), ShortNumber(row.factor, 15), "\n");
     }
     return text;
 }

@@ -1,6 +1,7 @@
 #include "apps/zvi/common/NearestName.h"
 #include "apps/zvi/common/NumberText.h"
 #include "apps/zvi/common/OutputFile.h"
+#include "apps/zvi/common/Utf8.h"
 #include "apps/zvi/domains/dxf/TextDecoding.h"
 
 #include <gtest/gtest.h>

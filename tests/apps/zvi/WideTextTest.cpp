@@ -27,6 +27,9 @@ TEST(WideText, WhatIsNoUtf8BecomesTheReplacementCharacter) {
         EXPECT_EQ(Utf8Of(WideOf(row.bytes)), row.text);
     }
     EXPECT_EQ(Utf8Of(std::wstring_view(L"\xD83D")), "\uFFFD");
+    EXPECT_EQ(Utf8Of(WideOf(std::string_view("1\0002", 3))), "1\uFFFD"
+                                                             "2")
+        << "a NUL hides nothing behind it";
 }
 
 TEST(WideText, CountsTheColumnsOfATerminal) {

@@ -1,6 +1,7 @@
 #include "apps/zvi/domains/dxf/DxfBlocks.h"
 
 #include "apps/zvi/common/Failure.h"
+#include "apps/zvi/common/Text.h"
 #include "apps/zvi/domains/dxf/DxfCurves.h"
 #include "apps/zvi/domains/dxf/ReadDxf.h"
 #include "apps/zvi/domains/dxf/TextDecoding.h"
@@ -10,7 +11,7 @@ namespace zvi::app {
 DxfPlacer::DxfPlacer(DxfDocument const &source, ReadingOptions const &reading)
     : document(source), options(reading), layers(source, reading.layers), layerZero(layers.IndexOf("0")) {
     for (DxfBlock const &block : document.blocks) {
-        blocks[NameKey(block.name)].definition = &block;
+        blocks[Lowered(block.name)].definition = &block;
     }
 }
 
@@ -27,7 +28,7 @@ DrawingInput DxfPlacer::Place() {
 /// Counts the entities of the paper-space layouts, which are kept as blocks that no INSERT names.
 void DxfPlacer::CountLayouts() {
     for (DxfBlock const &block : document.blocks) {
-        std::string const key = NameKey(block.name);
+        std::string const key = Lowered(block.name);
         if (!key.starts_with("*paper_space") && !key.starts_with("$paper_space")) {
             continue;
         }
@@ -156,7 +157,7 @@ void DxfPlacer::PlaceInsert(DxfEntity const &entity, std::uint32_t layer, Surrou
 
 /// The block of an INSERT, marked as open; null when the drawing does not define it.
 DxfPlacer::Block *DxfPlacer::OpenBlock(DxfInsert const &insert, std::size_t line, int depth) {
-    auto const found = blocks.find(NameKey(insert.block));
+    auto const found = blocks.find(Lowered(insert.block));
     if (found == blocks.end()) {
         return nullptr;
     }

@@ -59,7 +59,7 @@ private:
     ReadingOptions const &options;
     DxfLayers layers;
     std::uint32_t layerZero = 0;
-    std::unordered_map<std::string, Block> blocks;
+    std::unordered_map<std::string, Block> blocks; ///< by name in small letters: capitals do not count
     std::size_t madeCurves = 0;
     std::size_t repeatedGroups = 0;
     DrawingInput input;

@@ -2,6 +2,7 @@
 
 #include "apps/zvi/common/Failure.h"
 #include "apps/zvi/common/NumberText.h"
+#include "apps/zvi/common/Text.h"
 #include "apps/zvi/domains/dxf/DxfUnits.h"
 #include "apps/zvi/domains/dxf/TextDecoding.h"
 
@@ -198,9 +199,8 @@ DxfDocument ReadDxfDocument(std::string_view text) {
 double NumberOf(DxfPair const &pair) {
     std::optional<double> const number = ParseNumber(pair.value);
     if (!number) {
-        throw InputError(pair.line, "group " + std::to_string(pair.code) + " should hold a number, not \"" +
-                                        DecodeDxfText(Trimmed(pair.value).substr(0, 40), "") +
-                                        "\"; the file is damaged, export it again");
+        throw InputError(pair.line, "group " + std::to_string(pair.code) + " should hold a number, not " +
+                                        Quoted(Trimmed(pair.value)) + "; the file is damaged, export it again");
     }
     return *number;
 }

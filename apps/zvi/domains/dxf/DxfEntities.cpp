@@ -1,7 +1,7 @@
 #include "apps/zvi/domains/dxf/DxfEntities.h"
 
 #include "apps/zvi/common/Failure.h"
-#include "apps/zvi/common/NumberText.h"
+#include "apps/zvi/common/Text.h"
 
 #include <algorithm>
 #include <numbers>
@@ -65,7 +65,10 @@ private:
     std::span<DxfPair const> pairs;
 };
 
+/// Bits of group 70 of a POLYLINE; the first also of LWPOLYLINE and SPLINE.
 constexpr int kClosedBit = 1;
+constexpr int k3dBit = 8;
+constexpr int kMeshBits = 16 | 64;
 
 DxfShape ParseLine(Groups const &groups) {
     return DxfLine{groups.Point(10), groups.Point(11)};
@@ -164,8 +167,6 @@ DxfShape ParseInsert(Groups const &groups) {
 
 /// The POLYLINE whose groups are given, still without its vertices.
 DxfShape ParsePolylineHead(Groups const &groups) {
-    constexpr int kMeshBits = 16 | 64;
-    constexpr int k3dBit = 8;
     int const flags = groups.Integer(70, 0);
     if ((flags & kMeshBits) != 0) {
         return DxfMesh{};
@@ -222,7 +223,6 @@ DxfEntity ParseEntity(DxfRecord const &record, Groups const &groups) {
 
 /// The elevation of a plane POLYLINE stands in its head; its vertices may repeat it or leave it out.
 void SetElevation(DxfEntity &polyline, Groups const &head) {
-    constexpr int k3dBit = 8;
     if ((head.Integer(70, 0) & k3dBit) != 0) {
         return;
     }

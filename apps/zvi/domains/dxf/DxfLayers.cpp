@@ -2,20 +2,12 @@
 
 #include "apps/zvi/common/Failure.h"
 #include "apps/zvi/common/NearestName.h"
-#include "apps/zvi/common/NumberText.h"
+#include "apps/zvi/common/Text.h"
 #include "apps/zvi/domains/dxf/TextDecoding.h"
 
 #include <algorithm>
 
 namespace zvi::app {
-
-std::string NameKey(std::string_view name) {
-    std::string key(name);
-    for (char &c : key) {
-        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    }
-    return key;
-}
 
 DxfLayers::DxfLayers(DxfDocument const &document, std::vector<std::string> const &chosen)
     : codePage(document.codePage), wanted(chosen) {
@@ -28,7 +20,7 @@ DxfLayers::DxfLayers(DxfDocument const &document, std::vector<std::string> const
 }
 
 std::uint32_t DxfLayers::IndexOf(std::string_view name) {
-    auto const [entry, isNew] = numbers.try_emplace(NameKey(name), static_cast<std::uint32_t>(names.size()));
+    auto const [entry, isNew] = numbers.try_emplace(Lowered(name), static_cast<std::uint32_t>(names.size()));
     if (isNew) {
         names.push_back(DecodeDxfText(name, codePage));
         bool const chosen = std::any_of(wanted.begin(), wanted.end(),

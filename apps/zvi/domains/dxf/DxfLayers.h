@@ -10,9 +10,6 @@
 
 namespace zvi::app {
 
-/// The name in small ASCII letters: names of layers and blocks agree whatever their capitals.
-std::string NameKey(std::string_view name);
-
 /// The layers of a drawing, those of its table first, then those that only entities name.
 class DxfLayers {
 public:
@@ -42,7 +39,7 @@ private:
 
     std::string_view codePage;
     std::vector<std::string> const &wanted;
-    std::unordered_map<std::string, std::uint32_t> numbers;
+    std::unordered_map<std::string, std::uint32_t> numbers; ///< by name in small letters: capitals do not count
     std::vector<State> states;
     std::vector<std::string> names;
 };

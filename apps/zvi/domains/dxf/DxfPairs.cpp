@@ -2,6 +2,8 @@
 
 #include "apps/zvi/common/Failure.h"
 #include "apps/zvi/common/NumberText.h"
+#include "apps/zvi/common/Text.h"
+#include "apps/zvi/domains/dxf/TextDecoding.h"
 
 #include <string>
 
@@ -12,26 +14,13 @@ namespace {
 /// A binary DXF starts with a line of this many bytes that holds these words.
 constexpr std::size_t kBinarySignatureBytes = 22;
 constexpr std::string_view kBinarySignature = "Binary DXF";
-constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 
 /// Group codes that the format defines lie between these.
 constexpr long long kLowestGroupCode = -5;
 constexpr long long kHighestGroupCode = 1071;
 
-/// As much of a bad line as a message shows, in bytes.
-constexpr std::size_t kShownBytes = 40;
-
 bool IsBinaryDxf(std::string_view text) {
     return text.substr(0, kBinarySignatureBytes).find(kBinarySignature) != std::string_view::npos;
-}
-
-/// `text` fit for a message: short, and without control or non-ASCII bytes.
-std::string Shown(std::string_view text) {
-    std::string shown;
-    for (char const c : text.substr(0, kShownBytes)) {
-        shown += c >= ' ' && c <= '~' ? c : '?';
-    }
-    return text.size() > kShownBytes ? shown + "..." : shown;
 }
 
 } // namespace
@@ -40,9 +29,7 @@ DxfPairs::DxfPairs(std::string_view text) : rest(text) {
     if (IsBinaryDxf(rest)) {
         throw InputError(0, "this is a binary DXF, which is not read; save the drawing as ASCII DXF and try again");
     }
-    if (rest.starts_with(kUtf8Mark)) {
-        rest.remove_prefix(kUtf8Mark.size());
-    }
+    rest = WithoutUtf8Mark(rest);
     if (Trimmed(rest).empty()) {
         throw InputError(0, "the file is empty; a DXF drawing was expected");
     }
@@ -66,8 +53,8 @@ std::optional<DxfPair> DxfPairs::Next() {
     std::string_view const codeText = TakeLine();
     std::optional<long long> const code = ParseInteger(codeText);
     if (!code || *code < kLowestGroupCode || *code > kHighestGroupCode) {
-        throw InputError(line - 1, "expected a group code, found \"" + Shown(codeText) +
-                                       "\"; the file is damaged or no DXF drawing");
+        throw InputError(line - 1, "expected a group code, found " + Quoted(codeText) +
+                                       "; the file is damaged or no DXF drawing");
     }
     if (rest.empty()) {
         throw InputError(line - 1, "the file ends within a group; it was cut short, export the drawing again");
@@ -80,9 +67,7 @@ bool LooksLikeDxf(std::string_view text) {
     if (IsBinaryDxf(text)) {
         return true;
     }
-    if (text.starts_with(kUtf8Mark)) {
-        text.remove_prefix(kUtf8Mark.size());
-    }
+    text = WithoutUtf8Mark(text);
     std::size_t const end = text.find('\n');
     std::string_view const first = Trimmed(text.substr(0, end));
     if (end == std::string_view::npos || (first != "0" && first != "999")) {

@@ -1,6 +1,8 @@
 #include "apps/zvi/domains/dxf/TextDecoding.h"
 
-#include "apps/zvi/common/NumberText.h"
+#include "apps/zvi/common/Joined.h"
+#include "apps/zvi/common/Text.h"
+#include "apps/zvi/common/Utf8.h"
 
 #include <array>
 #include <cstdint>
@@ -15,32 +17,11 @@ namespace zvi::app {
 
 namespace {
 
-constexpr std::uint32_t kReplacement = 0xFFFD;
-
 /// What code page 1252 has at 0x80..0x9F; elsewhere its bytes are the characters of the same number.
 constexpr std::array<std::uint16_t, 32> k1252 = {0x20AC, 0xFFFD, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
                                                  0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0xFFFD, 0x017D, 0xFFFD,
                                                  0xFFFD, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
                                                  0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0xFFFD, 0x017E, 0x0178};
-
-void AppendUtf8(std::string &text, std::uint32_t c) {
-    auto const byte = [&text](std::uint32_t bits) { text += static_cast<char>(static_cast<unsigned char>(bits)); };
-    if (c < 0x80) {
-        byte(c);
-    } else if (c < 0x800) {
-        byte(0xC0 | c >> 6);
-        byte(0x80 | (c & 0x3F));
-    } else if (c < 0x10000) {
-        byte(0xE0 | c >> 12);
-        byte(0x80 | (c >> 6 & 0x3F));
-        byte(0x80 | (c & 0x3F));
-    } else {
-        byte(0xF0 | c >> 18);
-        byte(0x80 | (c >> 12 & 0x3F));
-        byte(0x80 | (c >> 6 & 0x3F));
-        byte(0x80 | (c & 0x3F));
-    }
-}
 
 std::string From1252(std::string_view text) {
     std::string decoded;
@@ -129,41 +110,7 @@ std::string Cleaned(std::string_view text) {
     return cleaned;
 }
 
-/// Length of the well-formed sequence at the start of `text`, 0 if there is none.
-std::size_t Utf8Length(std::string_view text) {
-    auto const byte = [text](std::size_t i) -> unsigned {
-        return i < text.size() ? static_cast<unsigned char>(text[i]) : 0u;
-    };
-    auto const tail = [&byte](std::size_t i) { return (byte(i) & 0xC0) == 0x80; };
-    unsigned const first = byte(0);
-    if (first < 0x80) {
-        return 1;
-    }
-    if (first >= 0xC2 && first < 0xE0) {
-        return tail(1) ? 2 : 0;
-    }
-    if (first >= 0xE0 && first < 0xF0) {
-        bool const overlong = first == 0xE0 && byte(1) < 0xA0;
-        bool const surrogate = first == 0xED && byte(1) >= 0xA0;
-        return tail(1) && tail(2) && !overlong && !surrogate ? 3 : 0;
-    }
-    bool const overlong = first == 0xF0 && byte(1) < 0x90;
-    bool const beyond = first > 0xF4 || first < 0xF0 || (first == 0xF4 && byte(1) >= 0x90);
-    return tail(1) && tail(2) && tail(3) && !overlong && !beyond ? 4 : 0;
-}
-
 } // namespace
-
-bool IsUtf8(std::string_view text) {
-    while (!text.empty()) {
-        std::size_t const length = Utf8Length(text);
-        if (length == 0) {
-            return false;
-        }
-        text.remove_prefix(length);
-    }
-    return true;
-}
 
 std::string DecodeDxfText(std::string_view text, std::string_view codePage) {
     if (IsUtf8(text)) {
@@ -176,6 +123,16 @@ std::string DecodeDxfText(std::string_view text, std::string_view codePage) {
     }
     std::string const readable = decoded && IsUtf8(*decoded) ? *decoded : From1252(text);
     return Cleaned(readable);
+}
+
+std::string Quoted(std::string_view text) {
+    constexpr std::size_t kMostShown = 40;
+    std::size_t shown = kMostShown;
+    while (shown < text.size() && shown + 3 > kMostShown &&
+           (static_cast<unsigned char>(text[shown]) & 0xC0u) == 0x80u) {
+        --shown; // not within a character
+    }
+    return Joined("\"", DecodeDxfText(text.substr(0, shown), ""), shown < text.size() ? "...\"" : "\"");
 }
 
 } // namespace zvi::app

@@ -11,7 +11,8 @@ namespace zvi::app {
 /// the code page, and control characters, become U+FFFD.
 std::string DecodeDxfText(std::string_view text, std::string_view codePage);
 
-/// Whether `text` is well-formed UTF-8 (no overlong forms, no surrogates, nothing beyond U+10FFFF).
-bool IsUtf8(std::string_view text);
+/// The beginning of a text of unknown encoding in double quotes, fit for one line of a message; "..." stands for the
+/// rest of a long one.
+std::string Quoted(std::string_view text);
 
 } // namespace zvi::app

@@ -3,6 +3,7 @@
 #include "apps/zvi/common/Failure.h"
 #include "apps/zvi/common/NearestName.h"
 #include "apps/zvi/common/NumberText.h"
+#include "apps/zvi/common/Text.h"
 #include "apps/zvi/domains/dxf/Affine.h"
 #include "apps/zvi/domains/dxf/Flatten.h"
 #include "apps/zvi/domains/dxf/TextDecoding.h"
@@ -72,8 +73,7 @@ DrawingCurve StraightArc(Numbers const &n, std::size_t line) {
     return Line({n[0], n[1], n[4], n[5]}, line);
 }
 
-/// Centre of the circle through the origin, m and e: with d = 2 m x e it is (|m|^2 (e.y, -e.x) - |e|^2 (m.y, -m.x)) /
-/// d.
+/// The centre of the circle through the origin, m and e is (|m|^2 (e.y, -e.x) - |e|^2 (m.y, -m.x)) / (2 m x e).
 DrawingCurve ArcThrough(Numbers const &n, std::size_t line) {
     DrawingPoint const m{n[2] - n[0], n[3] - n[1]};
     DrawingPoint const e{n[4] - n[0], n[5] - n[1]};
@@ -120,12 +120,6 @@ std::vector<std::string_view> Words(std::string_view line) {
         rest.remove_prefix(words.back().size());
     }
     return words;
-}
-
-/// `word` quoted for a message, cut short when it is long.
-std::string Quoted(std::string_view word) {
-    constexpr std::size_t kShown = 40;
-    return "\"" + DecodeDxfText(word.substr(0, kShown), "") + (word.size() > kShown ? "...\"" : "\"");
 }
 
 Kind const &KindOf(std::string_view word, std::size_t line) {
@@ -185,10 +179,7 @@ void AddCurve(DrawingInput &input, DrawingCurve const &curve, std::size_t line) 
 } // namespace
 
 DrawingInput ReadCurveText(std::string_view text) {
-    constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
-    if (text.starts_with(kUtf8Mark)) {
-        text.remove_prefix(kUtf8Mark.size());
-    }
+    text = WithoutUtf8Mark(text);
     DrawingInput input;
     input.layers = {""};
     for (std::size_t line = 1; !text.empty(); ++line) {

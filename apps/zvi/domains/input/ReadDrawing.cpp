@@ -1,24 +1,15 @@
 #include "apps/zvi/domains/input/ReadDrawing.h"
 
 #include "apps/zvi/common/Failure.h"
-#include "apps/zvi/common/NumberText.h"
+#include "apps/zvi/common/Text.h"
 #include "apps/zvi/domains/dxf/ReadDxf.h"
 #include "apps/zvi/domains/input/CurveText.h"
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <system_error>
 
 namespace zvi::app {
-
-namespace {
-
-std::string AllOf(std::istream &stream) {
-    return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
-}
-
-} // namespace
 
 std::string ReadWhole(std::string const &file, std::istream &standardInput) {
     if (file == "-") {
