@@ -54,9 +54,8 @@ std::string HelpText() {
             known.emplace_back(verb.name);
         }
     }
-    std::string const nearest = NearestName(word, known);
     throw UsageError(std::string(word.starts_with("-") ? "unknown option '" : "unknown verb '") + word + "'; " +
-                     (nearest.empty() ? "'zvi -h' lists the verbs" : "did you mean '" + nearest + "'?"));
+                     DidYouMean(word, known, "'zvi -h' lists the verbs"));
 }
 
 int Dispatch(std::vector<std::string> const &arguments, Console &console) {

@@ -2,6 +2,7 @@
 
 #include "apps/zvi/common/Failure.h"
 #include "apps/zvi/common/NearestName.h"
+#include "apps/zvi/common/Text.h"
 
 #include <algorithm>
 
@@ -16,59 +17,100 @@ namespace {
             names.push_back("--" + longName);
         }
     }
-    std::string const nearest = NearestName(name, names);
-    throw UsageError(
-        "unknown option '" + name + "'; " +
-        (nearest.empty() ? "'" + app.get_name() + " -h' lists the options" : "did you mean '" + nearest + "'?"));
+    throw UsageError("unknown option '" + name + "'; " +
+                     DidYouMean(name, names, "'" + app.get_name() + " -h' lists the options"));
 }
 
-/// Whether the option takes its value from the next argument.
-bool NeedsNextArgument(CLI::App const &app, std::string const &argument) {
-    std::string const name = argument.substr(0, argument.find('='));
-    CLI::Option const *const option = app.get_option_no_throw(name);
-    if (!option) {
-        RefuseOption(app, name);
-    }
-    return name.size() == argument.size() && option->get_items_expected_min() > 0;
+std::string NameIn(std::string const &argument) {
+    return argument.substr(0, argument.find('='));
 }
+
+/// Parts the arguments into words and options, and puts each option together with its value.
+class Arguments {
+public:
+    Arguments(CLI::App const &verb, CommandLineForm const &wanted) : app(verb), form(wanted) {}
+
+    void Read(std::vector<std::string> const &arguments) {
+        for (auto at = arguments.begin(); at != arguments.end(); ++at) {
+            if (*at == "--") {
+                words.insert(words.end(), at + 1, arguments.end());
+                return;
+            }
+            if (*at == "-h") {
+                options.push_back(*at);
+            } else if (at->starts_with("--")) {
+                at = ReadOption(at, arguments.end());
+            } else if (!form.takesMinusWords && at->size() > 1 && at->starts_with("-")) {
+                RefuseOption(app, NameIn(*at));
+            } else {
+                words.push_back(*at);
+            }
+        }
+    }
+
+    std::vector<std::string> words;
+    std::vector<std::string> options;
+
+private:
+    using Place = std::vector<std::string>::const_iterator;
+
+    /// Takes the option at `at`, and returns the last place that it takes up.
+    Place ReadOption(Place at, Place end) {
+        std::string const name = NameIn(*at);
+        CLI::Option const *const option = app.get_option_no_throw(name);
+        if (!option) {
+            RefuseOption(app, name);
+        }
+        bool const hasValue = name.size() < at->size();
+        if (option->get_items_expected_min() == 0) {
+            if (hasValue) {
+                throw UsageError(name + " takes no value");
+            }
+            options.push_back(name);
+            return at;
+        }
+        bool const isAgain = std::find(given.begin(), given.end(), option) != given.end();
+        if (isAgain && option->get_multi_option_policy() == CLI::MultiOptionPolicy::Throw) {
+            throw UsageError(name + " is given more than once; give it once");
+        }
+        given.push_back(option);
+        // An option in the place of the value is a value that was forgotten.
+        if (!hasValue && (at + 1 == end || IsOption(at[1]))) {
+            throw UsageError(name + " needs a value; write " + name + " " + option->get_type_name());
+        }
+        std::string const value = hasValue ? at->substr(name.size() + 1) : *++at;
+        // With "=", a value that begins with a minus is no option; an empty one is none at all.
+        if (value.empty()) {
+            options.insert(options.end(), {name, value});
+        } else {
+            options.push_back(name + "=" + value);
+        }
+        return at;
+    }
+
+    bool IsOption(std::string const &argument) const {
+        return argument == "-h" || (argument.starts_with("--") && app.get_option_no_throw(NameIn(argument)));
+    }
+
+    CLI::App const &app;
+    CommandLineForm const &form;
+    std::vector<CLI::Option const *> given; ///< those that hold a value
+};
 
 } // namespace
 
-ParsedWords ParseCommandLine(CLI::App &app, std::vector<std::string> const &arguments) {
-    ParsedWords parsed;
-    std::vector<std::string> options;
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        std::string const &argument = arguments[i];
-        if (argument == "--") {
-            parsed.words.insert(parsed.words.end(), arguments.begin() + static_cast<std::ptrdiff_t>(i) + 1,
-                                arguments.end());
-            break;
-        }
-        if (argument == "-h") {
-            options.push_back(argument);
-        } else if (!argument.starts_with("--")) {
-            parsed.words.push_back(argument);
-        } else if (NeedsNextArgument(app, argument) && i + 1 < arguments.size()) {
-            // With "=", a value that begins with a minus is no option; an empty one is none at all.
-            std::string const &value = arguments[++i];
-            if (value.empty()) {
-                options.insert(options.end(), {argument, value});
-            } else {
-                options.push_back(argument + "=" + value);
-            }
-        } else {
-            options.push_back(argument);
-        }
-    }
-    std::reverse(options.begin(), options.end());
+ParsedWords ParseCommandLine(CLI::App &app, std::vector<std::string> const &arguments, CommandLineForm const &form) {
+    Arguments read(app, form);
+    read.Read(arguments);
+    std::reverse(read.options.begin(), read.options.end());
     try {
-        app.parse(std::move(options));
+        app.parse(std::move(read.options));
     } catch (CLI::CallForHelp const &) {
-        parsed.wantsHelp = true;
+        return {{}, form.examples + "\n" + std::string(Trimmed(app.help())) + "\n\n" + form.footer};
     } catch (CLI::ParseError const &error) {
         throw UsageError(std::string(error.what()) + "; see '" + app.get_name() + " -h'");
     }
-    return parsed;
+    return {std::move(read.words), {}};
 }
 
 } // namespace zvi::app

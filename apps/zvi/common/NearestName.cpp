@@ -44,4 +44,9 @@ std::string NearestName(std::string_view name, std::vector<std::string> const &n
     return nearest;
 }
 
+std::string DidYouMean(std::string_view name, std::vector<std::string> const &names, std::string const &otherwise) {
+    std::string const nearest = NearestName(name, names);
+    return nearest.empty() ? otherwise : "did you mean '" + nearest + "'?";
+}
+
 } // namespace zvi::app

@@ -15,4 +15,7 @@ std::size_t EditDistance(std::string_view a, std::string_view b);
 /// or all of them.
 std::string NearestName(std::string_view name, std::vector<std::string> const &names);
 
+/// "did you mean 'NAME'?" with the nearest of `names`; `otherwise` when none is near.
+std::string DidYouMean(std::string_view name, std::vector<std::string> const &names, std::string const &otherwise);
+
 } // namespace zvi::app

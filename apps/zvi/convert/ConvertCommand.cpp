@@ -23,11 +23,9 @@ constexpr char const *kExamples = "Examples:\n"
                                   "  zvi convert 12.5 kN/m^2 kgf/cm^2           0.127464526622241 kgf/cm^2\n"
                                   "  zvi convert '3*25' mm in                   VALUE is an expression\n"
                                   "  zvi convert 1 kN·m kgf*cm                  raised dots and digits are read, too\n"
-                                  "  zvi convert --json 20 MPa kips/in^2        everything as JSON\n"
-                                  "\n";
+                                  "  zvi convert --json 20 MPa kips/in^2        everything as JSON\n";
 
 constexpr char const *kFooter =
-    "\n"
     "FROM and TO are labels as 'zvi units' lists them, with any of the base units: kgf tonf N kN lbf kips;\n"
     "mm cm m in ft um; sec min hr day; cal kcal J Btu kJ. Also Pa kPa MPa psi ksi, s and h.\n"
     "\n"
@@ -47,7 +45,7 @@ struct ConvertOptions {
 
 ConvertOptions Parse(std::vector<std::string> const &arguments) {
     ConvertOptions options;
-    std::string kind;
+    std::optional<std::string> kind;
     std::vector<std::string> shown;
     CLI::App app("Converts a value from one unit label to another.");
     app.name("zvi convert");
@@ -57,9 +55,9 @@ ConvertOptions Parse(std::vector<std::string> const &arguments) {
     app.add_option("TO", shown, "The unit label to convert to")->type_name("")->expected(1);
     app.add_option("--kind", kind, "The kind of quantity, where the labels belong to several")->type_name("K");
     app.add_flag("--json", options.json, "One JSON object");
-    ParsedWords parsed = ParseCommandLine(app, arguments);
-    if (parsed.wantsHelp) {
-        options.help = kExamples + app.help() + kFooter;
+    ParsedWords parsed = ParseCommandLine(app, arguments, {kExamples, kFooter});
+    options.help = parsed.help;
+    if (!options.help.empty()) {
         return options;
     }
     std::vector<std::string> &words = parsed.words;
@@ -74,7 +72,7 @@ ConvertOptions Parse(std::vector<std::string> const &arguments) {
     for (std::size_t i = 0; i + 2 < words.size(); ++i) {
         options.value += (i == 0 ? "" : " ") + words[i];
     }
-    options.kind = kind.empty() ? std::nullopt : std::optional(UnitKindNamed(kind));
+    options.kind = kind ? std::optional(UnitKindNamed(*kind)) : std::nullopt;
     return options;
 }
 

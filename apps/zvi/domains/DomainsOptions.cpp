@@ -1,12 +1,9 @@
 #include "apps/zvi/domains/DomainsOptions.h"
 
+#include "apps/zvi/common/CommandLine.h"
 #include "apps/zvi/common/Failure.h"
-#include "apps/zvi/common/NearestName.h"
 #include "apps/zvi/common/NumberText.h"
 
-#include <CLI/CLI.hpp>
-
-#include <algorithm>
 #include <filesystem>
 #include <optional>
 #include <system_error>
@@ -23,11 +20,9 @@ constexpr char const *kExamples =
     "                                             two layers; exit status 3 if anything is left over\n"
     "  zvi domains --join 0.5 --json plan.dxf     close gaps up to half a unit; everything as JSON\n"
     "  printf 'circle 1 0 0 5\\ncircle 2 0 0 2\\n' | zvi domains\n"
-    "                                             curve text from standard input\n"
-    "\n";
+    "                                             curve text from standard input\n";
 
 constexpr char const *kFooter =
-    "\n"
     "FILE is an ASCII DXF drawing (.dxf) or curve text (.curves); '-' or no FILE reads curve text, or DXF, from\n"
     "standard input. Curve text has one curve per line, and '#' starts a comment:\n"
     "  line ID x1 y1 x2 y2\n"
@@ -52,8 +47,7 @@ struct RawOptions {
 void Describe(CLI::App &app, DomainsOptions &options, RawOptions &raw) {
     app.set_help_flag("-h,--help", "This text");
     app.add_option("FILE", options.file, "The drawing; '-' or none: standard input")->type_name(" ");
-    app.add_option("--layer", raw.layers,
-                   "Take this layer alone, also when it is off or frozen; may be given again for more layers")
+    app.add_option("--layer", raw.layers, "Take this layer alone, also when it is off or frozen; may be given again")
         ->type_name("NAME")
         ->expected(1)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
@@ -61,7 +55,7 @@ void Describe(CLI::App &app, DomainsOptions &options, RawOptions &raw) {
     app.add_option("--join", raw.join, "Join ends nearer than this, in drawing units (0.0001); 0: as written")
         ->type_name("T");
     app.add_option("--chord-error", raw.chordError,
-                   "Largest distance between a flattened curve and its chords, in drawing units (1e-4 of its size)")
+                   "Largest distance of a flattened curve from its chords, in drawing units (1e-4 of its size)")
         ->type_name("E");
     app.add_flag("--no-split", raw.noSplit, "Do not cut curves where they meet");
     app.add_flag("--keep-duplicates", options.drawing.keepDuplicates, "Keep curves that lie on one another");
@@ -71,49 +65,6 @@ void Describe(CLI::App &app, DomainsOptions &options, RawOptions &raw) {
     app.add_option("--dxf", raw.dxf, "Write the domains to this file as closed polylines")->type_name("FILE");
     app.add_flag("--no-progress", raw.noProgress, "Do not show on a terminal what goes on");
     app.add_option("--color", options.color, "Colour: auto, always, never (auto)")->type_name("WHEN");
-}
-
-std::vector<std::string> OptionNames(CLI::App const &app) {
-    std::vector<std::string> names;
-    for (CLI::Option const *option : app.get_options()) {
-        for (std::string const &name : option->get_lnames()) {
-            names.push_back("--" + name);
-        }
-    }
-    return names;
-}
-
-[[noreturn]] void RefuseOption(CLI::App const &app, std::string const &word) {
-    std::string const name = word.substr(0, word.find('='));
-    std::string const nearest = NearestName(name, OptionNames(app));
-    throw UsageError("unknown option '" + name + "'; " +
-                     (nearest.empty() ? "'zvi domains -h' lists the options" : "did you mean '" + nearest + "'?"));
-}
-
-/// Whether `word` is meant as an option; "-" is standard input, and "-5" a number.
-bool IsOption(std::string const &word) {
-    return word.size() > 1 && word[0] == '-' && !ParseNumber(word);
-}
-
-/// Parses; returns false when help was asked for.
-bool Parse(CLI::App &app, std::vector<std::string> arguments) {
-    std::reverse(arguments.begin(), arguments.end());
-    try {
-        app.parse(std::move(arguments));
-    } catch (CLI::CallForHelp const &) {
-        return false;
-    } catch (CLI::ParseError const &error) {
-        std::vector<std::string> const unknown = app.remaining();
-        auto const option = std::find_if(unknown.begin(), unknown.end(), IsOption);
-        if (option != unknown.end()) {
-            RefuseOption(app, *option);
-        }
-        if (!unknown.empty()) {
-            throw UsageError("one drawing at a time; '" + unknown.front() + "' is one too many");
-        }
-        throw UsageError(std::string(error.what()) + "; see 'zvi domains -h'");
-    }
-    return true;
 }
 
 double Distance(std::string const &option, std::string const &word, bool zeroAllowed) {
@@ -142,9 +93,14 @@ void Interpret(DomainsOptions &options, RawOptions const &raw) {
     }
 }
 
+/// Whether two names are those of one file, which need not be there yet. An empty name is none.
 bool SameFile(std::string const &a, std::string const &b) {
+    namespace fs = std::filesystem;
+    if (a.empty() || b.empty()) {
+        return false;
+    }
     std::error_code error;
-    return a == b || std::filesystem::equivalent(a, b, error);
+    return fs::equivalent(a, b, error) || fs::weakly_canonical(a, error) == fs::weakly_canonical(b, error);
 }
 
 void CheckOutputs(DomainsOptions const &options, RawOptions const &raw) {
@@ -156,11 +112,11 @@ void CheckOutputs(DomainsOptions const &options, RawOptions const &raw) {
     for (std::string const &output : {options.svgFile, options.dxfFile}) {
         std::error_code error;
         bool const regular = std::filesystem::is_regular_file(output, error);
-        if (!output.empty() && options.file != "-" && regular && SameFile(output, options.file)) {
+        if (options.file != "-" && regular && SameFile(output, options.file)) {
             throw UsageError("'" + output + "' is the drawing itself; name another file to write");
         }
     }
-    if (!options.svgFile.empty() && SameFile(options.svgFile, options.dxfFile)) {
+    if (SameFile(options.svgFile, options.dxfFile)) {
         throw UsageError("--svg and --dxf name the same file; give each its own");
     }
 }
@@ -174,9 +130,19 @@ DomainsOptions ParseDomainsOptions(std::vector<std::string> const &arguments) {
                  "cross, duplicates are dropped, and what bounds nothing is told with its reason.");
     app.name("zvi domains");
     Describe(app, options, raw);
-    if (!Parse(app, arguments)) {
-        options.help = kExamples + app.help() + kFooter;
+    ParsedWords const parsed = ParseCommandLine(app, arguments, {kExamples, kFooter, false});
+    options.help = parsed.help;
+    if (!options.help.empty()) {
         return options;
+    }
+    if (parsed.words.size() > 1) {
+        throw UsageError("one drawing at a time; '" + parsed.words[1] + "' is one too many");
+    }
+    if (!parsed.words.empty()) {
+        options.file = parsed.words[0];
+    }
+    if (options.file.empty()) {
+        throw UsageError("the name of the drawing is empty; name a file, or '-' for standard input");
     }
     Interpret(options, raw);
     CheckOutputs(options, raw);

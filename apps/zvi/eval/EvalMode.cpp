@@ -45,9 +45,7 @@ EvalMode EvalModeNamed(std::string const &name) {
     for (std::string const &known : names) {
         list += (list.empty() ? "" : ", ") + known;
     }
-    std::string const nearest = NearestName(name, names);
-    throw UsageError("unknown mode '" + name + "'; " +
-                     (nearest.empty() ? "the modes are " + list : "did you mean '" + nearest + "'?"));
+    throw UsageError("unknown mode '" + name + "'; " + DidYouMean(name, names, "the modes are " + list));
 }
 
 bool ReadsDoubles(EvalMode mode) {

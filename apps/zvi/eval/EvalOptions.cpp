@@ -15,11 +15,10 @@ constexpr char const *kExamples = "Examples:\n"
                                   "  zvi eval --mode nodes '1to9by2 20'         1 3 5 7 9 20\n"
                                   "  zvi eval --unit-system 1 '2m+30cm'         2.3, in metres\n"
                                   "  zvi eval --var h=3 '2*h'                   6\n"
-                                  "  zvi eval                                   a prompt that keeps variables\n"
-                                  "\n";
+                                  "  zvi eval                                   a prompt that keeps variables\n";
 
 std::string Footer() {
-    std::string text = "\nModes:\n";
+    std::string text = "Modes:\n";
     for (EvalModeEntry const &entry : EvalModes()) {
         std::string const name = entry.name;
         text += "  " + name + std::string(10 - name.size(), ' ') + entry.summary + "\n";
@@ -36,7 +35,7 @@ std::string Footer() {
 struct RawOptions {
     std::vector<std::string> text;
     std::string mode = "number";
-    std::string unitSystem;
+    std::optional<std::string> unitSystem;
     std::vector<std::string> variables;
 };
 
@@ -78,8 +77,8 @@ void AddVariable(EvalSettings &settings, std::string const &word) {
 
 void Interpret(EvalOptions &options, RawOptions const &raw, std::vector<std::string> const &words) {
     options.settings.mode = EvalModeNamed(raw.mode);
-    if (!raw.unitSystem.empty()) {
-        options.settings.unitSystem = UnitSystemNamed(raw.unitSystem);
+    if (raw.unitSystem) {
+        options.settings.unitSystem = UnitSystemNamed(*raw.unitSystem);
     }
     if (options.settings.unitSystem && !KnowsUnits(options.settings.mode)) {
         throw UsageError("--unit-system goes with the modes number and integer, not with " + raw.mode);
@@ -105,9 +104,9 @@ EvalOptions ParseEvalOptions(std::vector<std::string> const &arguments) {
                  "numbers, one group per line.");
     app.name("zvi eval");
     Describe(app, options, raw);
-    ParsedWords const parsed = ParseCommandLine(app, arguments);
-    if (parsed.wantsHelp) {
-        options.help = kExamples + app.help() + Footer();
+    ParsedWords const parsed = ParseCommandLine(app, arguments, {kExamples, Footer()});
+    options.help = parsed.help;
+    if (!options.help.empty()) {
         return options;
     }
     Interpret(options, raw, parsed.words);

@@ -144,10 +144,9 @@ EvalReply EvalSession::Command(std::string const &line) {
     if (command == ":quit" || command == ":q" || command == ":exit") {
         return {{}, {}, true};
     }
-    std::string const nearest = NearestName(command, {":mode", ":units", ":vars", ":help", ":quit"});
-    std::string const what = "unknown command '" + command + "'; ";
-    return {
-        {}, what + (nearest.empty() ? "':help' lists the commands" : "did you mean '" + nearest + "'?") + "\n", false};
+    std::string const advice =
+        DidYouMean(command, {":mode", ":units", ":vars", ":help", ":quit"}, "':help' lists the commands");
+    return {{}, "unknown command '" + command + "'; " + advice + "\n", false};
 }
 
 std::string EvalSession::Listed() const {

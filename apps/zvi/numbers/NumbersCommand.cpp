@@ -20,11 +20,9 @@ constexpr char const *kExamples =
     "  zvi numbers expand '1to9by2 20'            1 3 5 7 9 20\n"
     "  zvi numbers select --from 1to100 '95to200by2'\n"
     "                                             the numbers of the list that the text names\n"
-    "  seq 1 1000 | zvi numbers compress          numbers from standard input\n"
-    "\n";
+    "  seq 1 1000 | zvi numbers compress          numbers from standard input\n";
 
 constexpr char const *kFooter =
-    "\n"
     "Jobs: compress turns numbers into runs, each number once and in ascending order; expand lists the numbers of\n"
     "runs; select lists those of LIST, ascending and each once. A run is FIRSTtoLAST or FIRSTtoLASTbySTEP, T and B\n"
     "for short. '-' or no TEXT reads standard input.\n"
@@ -43,11 +41,10 @@ struct NumbersOptions {
 void CheckJob(NumbersOptions const &options, bool hasList) {
     std::vector<std::string> const jobs = {"compress", "expand", "select"};
     if (std::find(jobs.begin(), jobs.end(), options.job) == jobs.end()) {
-        std::string const nearest = NearestName(options.job, jobs);
-        throw UsageError(options.job.empty() ? "numbers needs a job: compress, expand or select"
-                                             : "unknown job '" + options.job + "'; " +
-                                                   (nearest.empty() ? "the jobs are compress, expand and select"
-                                                                    : "did you mean '" + nearest + "'?"));
+        throw UsageError(options.job.empty()
+                             ? "numbers needs a job: compress, expand or select"
+                             : "unknown job '" + options.job + "'; " +
+                                   DidYouMean(options.job, jobs, "the jobs are compress, expand and select"));
     }
     bool const selects = options.job == "select";
     if (selects != hasList) {
@@ -70,9 +67,9 @@ NumbersOptions Parse(std::vector<std::string> const &arguments) {
         app.add_option("--from", options.from, "The numbers to select from, as runs")->type_name("LIST");
     app.add_flag("--keep-order", options.keepOrder, "Select in the order of the text");
     app.add_flag("--json", options.json, "One JSON object");
-    ParsedWords const parsed = ParseCommandLine(app, arguments);
-    if (parsed.wantsHelp) {
-        options.help = kExamples + app.help() + kFooter;
+    ParsedWords const parsed = ParseCommandLine(app, arguments, {kExamples, kFooter});
+    options.help = parsed.help;
+    if (!options.help.empty()) {
         return options;
     }
     if (!parsed.words.empty()) {

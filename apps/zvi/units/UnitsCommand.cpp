@@ -23,11 +23,9 @@ constexpr char const *kExamples =
     "  zvi units                                  the kinds of quantity, in N mm kg sec J\n"
     "  zvi units --system 4                       in kgf cm kg sec J\n"
     "  zvi units --kind 17                        every label of one kind\n"
-    "  zvi units --kind 17 --system 1 --json      as JSON\n"
-    "\n";
+    "  zvi units --kind 17 --system 1 --json      as JSON\n";
 
 constexpr char const *kFooter =
-    "\n"
     "Systems: 0: N mm kg sec J; 1: N m kg sec J; 2: N mm ton sec J; 3: lbf ft lbm sec Btu; 4: kgf cm kg sec J;\n"
     "5: lbf in lbm sec Btu. A factor says how much one unit is in N, mm, kg, sec and J.\n"
     "\n"
@@ -42,24 +40,24 @@ struct UnitsOptions {
 
 UnitsOptions Parse(std::vector<std::string> const &arguments) {
     UnitsOptions options;
-    std::string system;
-    std::string kind;
+    std::optional<std::string> system;
+    std::optional<std::string> kind;
     CLI::App app("Lists the kinds of quantity with their unit labels and factors.");
     app.name("zvi units");
     app.set_help_flag("-h,--help", "This text");
     app.add_option("--system", system, "Unit system, 0 to 5 (0)")->type_name("N");
     app.add_option("--kind", kind, "This kind alone; without --system in every choice of units")->type_name("K");
     app.add_flag("--json", options.json, "One JSON object");
-    ParsedWords const parsed = ParseCommandLine(app, arguments);
-    if (parsed.wantsHelp) {
-        options.help = kExamples + app.help() + kFooter;
+    ParsedWords const parsed = ParseCommandLine(app, arguments, {kExamples, kFooter, false});
+    options.help = parsed.help;
+    if (!options.help.empty()) {
         return options;
     }
     if (!parsed.words.empty()) {
         throw UsageError("unexpected '" + parsed.words[0] + "'; a system is given by --system N, a kind by --kind K");
     }
-    options.system = system.empty() ? std::nullopt : std::optional(UnitSystemNamed(system));
-    options.kind = kind.empty() ? std::nullopt : std::optional(UnitKindNamed(kind));
+    options.system = system ? std::optional(UnitSystemNamed(*system)) : std::nullopt;
+    options.kind = kind ? std::optional(UnitKindNamed(*kind)) : std::nullopt;
     return options;
 }
 

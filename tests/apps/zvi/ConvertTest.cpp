@@ -68,6 +68,7 @@ TEST(Convert, SaysWhatItDoesNotUnderstand) {
              {{"1", "mm"}, 2, "VALUE FROM TO"},
              {{"1", "m", "mm", "--kind", "2"}, 1, "kind 2 has no labels 'm' and 'mm'"},
              {{"1", "m", "mm", "--kind", "200"}, 2, "from 1 to 128"},
+             {{"1", "m", "mm", "--kind", ""}, 2, "from 1 to 128"},
              {{"1", "hr", "sec", "--kind", "83"}, 0, "note: the factor of kind 83 does not follow the unit of time"},
              {{"1", "m", "to", "mm"}, 0, ""},
          }) {

@@ -95,7 +95,11 @@ TEST(Program, RefusesWrongUsageAndSuggests) {
         {{"domains", "--svg", "-"}, "zvi: --svg and --dxf need the name of a file"},
         {{"domains", "--svg", "o", "--dxf", "o"}, "zvi: --svg and --dxf name the same file"},
         {{"domains", "--layer", "A"}, "zvi: curve text has no layers; leave out --layer\n"},
-        {{"domains", "--join"}, "zvi: "},
+        {{"domains", "--join"}, "zvi: --join needs a value; write --join T\n"},
+        {{"domains", "--svg", "--json"}, "zvi: --svg needs a value; write --svg FILE\n"},
+        {{"domains", "--join", "1", "--join=2"}, "zvi: --join is given more than once; give it once\n"},
+        {{"domains", "--svg", "o", "--dxf", "./o"}, "zvi: --svg and --dxf name the same file"},
+        {{"domains", ""}, "zvi: the name of the drawing is empty"},
     };
     for (Case const &c : cases) {
         Outcome const run = RunWith(c.arguments, kRing);
