@@ -100,7 +100,10 @@ bool SameFile(std::string const &a, std::string const &b) {
         return false;
     }
     std::error_code error;
-    return fs::equivalent(a, b, error) || fs::weakly_canonical(a, error) == fs::weakly_canonical(b, error);
+    auto const whole = [&error](std::string const &name) {
+        return fs::weakly_canonical(fs::absolute(name, error), error);
+    };
+    return fs::equivalent(a, b, error) || whole(a) == whole(b);
 }
 
 void CheckOutputs(DomainsOptions const &options, RawOptions const &raw) {
