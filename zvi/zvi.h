@@ -24,7 +24,9 @@
 #include "zvi/core/CStringArray.h"
 #include "zvi/core/Export.h"
 #include "zvi/core/GF_GetHashSizeByCount.h"
+#include "zvi/core/GrowingMemory.h"
 #include "zvi/core/HashBinCount.h"
+#include "zvi/core/HashBins.h"
 #include "zvi/core/MArray.h"
 #include "zvi/core/MFixedSizeMemMgr.h"
 #include "zvi/core/MHashMap.h"
@@ -55,6 +57,7 @@
 #include "zvi/drawing/MakeDrawingDomains.h"
 
 #include "zvi/host/CDC.h"
+#include "zvi/host/LargeMemory.h"
 #include "zvi/host/Messages.h"
 
 #include "zvi/interface/IUnitCtrl.h"

@@ -199,6 +199,22 @@ TEST(MHashMap, ReusesNodesAndKeepsThemInPlace) {
     EXPECT_EQ(fresh.Lookup(77), places[4]) << "the node freed last comes first";
 }
 
+/// The bin array of so many pairs is itself a large block; the map passes that size on the way up and on the way down.
+TEST(MHashMap, GrowsLargeAndSmallAgain) {
+    constexpr int kCount = 800000;
+    MHashMap<int, int> map = Numbered(kCount);
+    EXPECT_GT(map.GetBinCount(), 300000U);
+    MHashMap<int, int> const copy(map);
+    for (int i = 0; i < kCount; i += 997)
+        EXPECT_EQ(*copy.Lookup(i), *map.Lookup(i));
+    for (int i = 0; i < kCount - 10; ++i)
+        ASSERT_TRUE(map.RemoveKey(i));
+    EXPECT_EQ(map.GetCount(), 10U);
+    EXPECT_LT(map.GetBinCount(), 100U);
+    EXPECT_NE(map.Lookup(kCount - 1), nullptr);
+    EXPECT_EQ(map.Lookup(0), nullptr);
+}
+
 TEST(MHashMap, AgreesWithAStandardMapUnderRandomOperations) {
     for (unsigned int seed = 1; seed <= 6; ++seed) {
         SCOPED_TRACE(seed);

@@ -1,13 +1,13 @@
 #pragma once
 
+#include "zvi/core/GrowingMemory.h"
 #include "zvi/core/HashBinCount.h"
+#include "zvi/core/HashBins.h"
 #include "zvi/core/MStatusError.h"
 #include "zvi/core/NodeBlock.h"
 
-#include <concepts>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <initializer_list>
 #include <iterator>
 #include <memory>
@@ -16,10 +16,6 @@
 #include <utility>
 
 namespace zvi {
-
-/// Keys of `MHashMap`: whole numbers, enumerations and pointers.
-template <typename K>
-concept HashKey = std::integral<K> || std::is_enum_v<K> || std::is_pointer_v<K>;
 
 /// Chained hash map behind one pointer.
 ///
@@ -67,6 +63,8 @@ private:
         std::uint32_t nodesPerBlock = 10;
         NodeBlock *newestBlock = nullptr;
         Node *freeHead = nullptr;
+        /// Where the blocks come from.
+        GrowingMemory memory{alignof(NodeBlock)};
     };
 
 public:
@@ -225,7 +223,7 @@ public:
             return false;
         std::uint32_t const hash = HashOf(key);
         for (Node **link = &m_table->bins[hash % m_table->binCount]; *link != nullptr; link = &(*link)->next) {
-            if ((*link)->hash == hash && (*link)->entry.key == key) {
+            if (IsOf(**link, hash, key)) {
                 Unlink(link);
                 return true;
             }
@@ -246,7 +244,7 @@ public:
     void RemoveAll() noexcept {
         Table &table = *m_table;
         DropNodes();
-        std::free(std::exchange(table.bins, nullptr));
+        ReplaceBins(nullptr);
         if (table.lockCount == 0)
             SetBinCount(kSmallestBinCount);
     }
@@ -256,7 +254,7 @@ public:
         CheckBinCount(binCount);
         Node **const bins = allocate ? NewBins(binCount) : nullptr;
         DropNodes();
-        std::free(std::exchange(m_table->bins, bins));
+        ReplaceBins(bins);
         SetBinCount(binCount);
     }
 
@@ -278,29 +276,23 @@ public:
     void UnlockRehash() { --m_table->lockCount; }
 
 private:
-    static std::uint32_t HashOf(K key) {
-        if constexpr (std::is_pointer_v<K>)
-            return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(key));
-        else
-            return static_cast<std::uint32_t>(key);
-    }
+    static Node **NewBins(std::uint32_t binCount) { return static_cast<Node **>(AllocateBins(binCount)); }
 
-    static void CheckBinCount(std::uint32_t binCount) {
-        if (binCount == 0 || binCount >= kBinCountLimit)
-            RaiseStatus(kStatusUnspecifiedFailure);
-    }
-
-    static Node **NewBins(std::uint32_t binCount) {
-        void *const bins = std::calloc(binCount, sizeof(Node *));
-        if (bins == nullptr)
-            RaiseStatus(kStatusOutOfMemory);
-        return static_cast<Node **>(bins);
-    }
+    /// Puts `bins`, which may be null, in the place of the bin array; the bin count is still the old one.
+    void ReplaceBins(Node **bins) { ReleaseBins(std::exchange(m_table->bins, bins), m_table->binCount); }
 
     static Node *FindInChain(Node *node, std::uint32_t hash, K key) {
-        while (node != nullptr && !(node->hash == hash && node->entry.key == key))
+        while (node != nullptr && !IsOf(*node, hash, key))
             node = node->next;
         return node;
+    }
+
+    /// A key of 32 bits or fewer is its hash.
+    static bool IsOf(Node const &node, std::uint32_t hash, K key) {
+        if constexpr (sizeof(K) <= sizeof(hash))
+            return node.hash == hash;
+        else
+            return node.hash == hash && node.entry.key == key;
     }
 
     Node *FindNode(K key) const {
@@ -314,7 +306,8 @@ private:
     Node *NewNode(K key, V &&value, std::uint32_t hash) {
         Table &table = *m_table;
         if (table.freeHead == nullptr)
-            AddNodeBlock(table.newestBlock, table.freeHead, table.nodesPerBlock);
+            AddNodeBlock(table.newestBlock, table.freeHead, table.nodesPerBlock,
+                         [&](std::size_t bytes) { return table.memory.Take(bytes); });
         Node *const node = table.freeHead;
         ::new (static_cast<void *>(std::addressof(node->entry))) Entry{key, std::move(value)};
         table.freeHead = node->next;
@@ -339,7 +332,8 @@ private:
 
     void FreeBlocks() {
         Table &table = *m_table;
-        FreeNodeBlocks(table.newestBlock);
+        table.memory.ReleaseAll();
+        table.newestBlock = nullptr;
         table.freeHead = nullptr;
     }
 
@@ -364,7 +358,7 @@ private:
                 node = next;
             }
         }
-        std::free(std::exchange(table.bins, bins));
+        ReplaceBins(bins);
     }
 
     /// Stores the bin count with the thresholds that follow from it. Below 17 elements a table does not shrink.

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <initializer_list>
 #include <iterator>
 #include <memory>
@@ -126,7 +127,7 @@ public:
     /// Appends `value` and gives its node.
     Node *AddTail(T value) {
         if (m_freeHead == nullptr)
-            AddNodeBlock(m_newestBlock, m_freeHead, m_nodesPerBlock);
+            AddNodeBlock(m_newestBlock, m_freeHead, m_nodesPerBlock, std::malloc);
         Node *const node = m_freeHead;
         Node *const nextFree = node->next;
         std::construct_at(std::addressof(node->element), std::move(value));
@@ -146,7 +147,8 @@ public:
     void RemoveAll() {
         for (Node *node = m_head; node != nullptr; node = node->next)
             std::destroy_at(std::addressof(node->element));
-        FreeNodeBlocks(m_newestBlock);
+        while (m_newestBlock != nullptr)
+            std::free(std::exchange(m_newestBlock, m_newestBlock->previous));
         m_head = m_tail = m_freeHead = nullptr;
         m_count = 0;
     }

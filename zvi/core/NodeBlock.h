@@ -4,10 +4,8 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <limits>
 #include <new>
-#include <utility>
 
 namespace zvi {
 
@@ -17,16 +15,16 @@ struct alignas(16) NodeBlock {
 };
 static_assert(sizeof(NodeBlock) == 16);
 
-/// Allocates a block of `nodesPerBlock` nodes, makes it the newest and threads its nodes onto the free list, from the
-/// last to the first, so that the lowest address is handed out first. Raises `kStatusOutOfMemory` and changes nothing
-/// when the block cannot be had or its size does not fit.
-template <typename Node>
-void AddNodeBlock(NodeBlock *&newest, Node *&freeHead, std::uint64_t nodesPerBlock) {
+/// Takes a block of `nodesPerBlock` nodes from `allocate(bytes)`, makes it the newest and threads its nodes onto the
+/// free list, from the last to the first, so that the lowest address is handed out first. Raises `kStatusOutOfMemory`
+/// and changes nothing when the block cannot be had (null) or its size does not fit.
+template <typename Node, typename Allocate>
+void AddNodeBlock(NodeBlock *&newest, Node *&freeHead, std::uint64_t nodesPerBlock, Allocate allocate) {
     static_assert(alignof(Node) <= alignof(NodeBlock), "nodes are aligned to 16 bytes");
     constexpr std::uint64_t kLargestBlock = std::numeric_limits<std::ptrdiff_t>::max();
     if (nodesPerBlock > (kLargestBlock - sizeof(NodeBlock)) / sizeof(Node))
         RaiseStatus(kStatusOutOfMemory);
-    void *const memory = std::malloc(sizeof(NodeBlock) + nodesPerBlock * sizeof(Node));
+    void *const memory = allocate(sizeof(NodeBlock) + nodesPerBlock * sizeof(Node));
     if (memory == nullptr)
         RaiseStatus(kStatusOutOfMemory);
     newest = ::new (memory) NodeBlock{newest};
@@ -36,12 +34,6 @@ void AddNodeBlock(NodeBlock *&newest, Node *&freeHead, std::uint64_t nodesPerBlo
         node->next = freeHead;
         freeHead = node;
     }
-}
-
-/// Frees the newest block and all before it.
-inline void FreeNodeBlocks(NodeBlock *&newest) {
-    while (newest != nullptr)
-        std::free(std::exchange(newest, newest->previous));
 }
 
 } // namespace zvi

@@ -1,0 +1,16 @@
+#include "zvi/host/LargeMemory.h"
+
+#include <malloc.h>
+
+namespace zvi::host {
+
+/// Large pages need a privilege here that programs seldom have.
+void *AllocateLarge(std::size_t bytes) noexcept {
+    return ::_aligned_malloc(bytes, kLargePage);
+}
+
+void ReleaseLarge(void *memory) noexcept {
+    ::_aligned_free(memory);
+}
+
+} // namespace zvi::host
