@@ -201,6 +201,7 @@ TEST(MQuadTreeOracle, NodesPoolsAndOrderOfHitsAreThoseOfTheSlowTree) {
         {14, 2, 1000, 10, 0, 0.97, false, 4000, 0.04},
         {15, 9, 1000, 30, 0, 0.9, true, 4000, 0.03},
         {16, 1, 1000, 3, 0, 0.95, false, 3000, 0.05},
+        {17, 40, 1000, 400, 0, 0.3, true, 4000, 0.1},
     };
     for (Workload const &run : runs) {
         SCOPED_TRACE(testing::Message() << "seed " << run.seed);

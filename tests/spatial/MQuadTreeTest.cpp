@@ -337,6 +337,52 @@ TEST(MQuadTree, RegionsWithoutAMeasureHideNothingAndAddNothing) {
     EXPECT_EQ(Hits(wide, {8.2e307, 8.2e307, 9.5e307, 9.5e307}, 0), (std::vector<unsigned int>{1U, 2U}));
 }
 
+/// Points at halved distances from one place lie one level below each other, and a query at that place meets one child
+/// alone on all the way down.
+TEST(MQuadTree, FindsWhatLiesManyLevelsDown) {
+    constexpr unsigned int kCount = 30;
+    MQuadTree tree(1000, 1000, 1);
+    for (unsigned int key = 0; key < kCount; ++key) {
+        double const x = 300 + std::ldexp(200.0, -static_cast<int>(key));
+        ASSERT_EQ(tree.Insert(key, {x, 301, x, 301}), 1);
+    }
+    int depth = 0;
+    for (MQuadNode const *node = tree.GetRoot(); !node->IsLeaf(); ++depth)
+        node = node->GetChild(node->GetChildNodeIndexContainingPoint({300, 301}));
+    EXPECT_GT(depth, 20);
+    zvi::MList<MQuadObj *> found;
+    for (unsigned int k = 0; k < 18; ++k) {
+        double const x = 300 + std::ldexp(200.0, -static_cast<int>(k));
+        EXPECT_EQ(tree.GetIntersectObjList({300, 301, x, 301}, found, 0), static_cast<int>(kCount - k));
+    }
+    for (unsigned int key = 0; key < kCount; ++key)
+        EXPECT_EQ(tree.Delete(key), 1);
+    EXPECT_TRUE(tree.GetRoot()->IsLeaf());
+}
+
+TEST(MQuadTree, ACopyOfANodeSplitsOnItsOwn) {
+    MQuadTree tree(100, 100, 2);
+    std::vector<MQuadObj> inTree(3);
+    double const places[] = {-40, 10, 40};
+    for (std::size_t i = 0; i < inTree.size(); ++i) {
+        inTree[i].GetMBR() = {places[i], places[i], places[i], places[i]};
+        ASSERT_EQ(tree.Insert(&inTree[i]), 1);
+    }
+    MQuadNode const *const original = tree.GetRoot()->GetChild(0);
+    ASSERT_NE(original, nullptr);
+    MQuadNode copy(*original);
+    std::vector<MQuadObj> inCopy(4);
+    for (std::size_t i = 0; i < inCopy.size(); ++i) {
+        double const place = original->GetRegion().minX + 12.0 * static_cast<double>(i);
+        inCopy[i].GetMBR() = {place, place, place, place};
+        ASSERT_EQ(copy.Insert(&inCopy[i]), 0);
+    }
+    EXPECT_FALSE(copy.IsLeaf());
+    EXPECT_TRUE(original->IsLeaf());
+    zvi::MList<MQuadObj *> found;
+    EXPECT_EQ(tree.GetIntersectObjList({-1e3, -1e3, 1e3, 1e3}, found, 0), 3);
+}
+
 TEST(MQuadTree, DrawsItsLeaves) {
     Picture picture;
     MQuadTree tree(100, 100, 1);

@@ -3,14 +3,17 @@
 #include "zvi/spatial/MQuadTree.h"
 #include "zvi/spatial/QuadClusterDetail.h"
 #include "zvi/spatial/QuadCodeDetail.h"
+#include "zvi/spatial/QuadFamilyDetail.h"
 #include "zvi/spatial/QuadMemoryDetail.h"
 #include "zvi/spatial/QuadPrefetchDetail.h"
+#include "zvi/spatial/QuadrantFinderDetail.h"
 
 #include <algorithm>
 #include <cmath>
 #include <iterator>
 #include <memory>
 #include <new>
+#include <utility>
 
 namespace zvi::lib {
 
@@ -51,53 +54,6 @@ int QuadrantContaining(MQuadMBR2D const &mbr, MQuadMBR2D const &region) {
         return MQuadNode::kChildCount;
     return static_cast<int>(!lowX) + 2 * static_cast<int>(!lowY);
 }
-
-/// One axis of a region.
-class QuadrantAxis {
-public:
-    QuadrantAxis(double min, double max) : m_edges{min, (min + max) * 0.5, max} {}
-
-    /// 0 for the low half, 1 for the high half, the first that contains the range; 2 when neither does.
-    unsigned int HalfOf(double min, double max) const {
-        unsigned int const low =
-            static_cast<unsigned int>(min >= m_edges[0]) & static_cast<unsigned int>(max < m_edges[1]);
-        unsigned int const high =
-            static_cast<unsigned int>(min >= m_edges[1]) & static_cast<unsigned int>(max < m_edges[2]);
-        return (1 - low) << (1 - (low | high));
-    }
-
-    void Enter(unsigned int half) {
-        double const min = m_edges[half];
-        double const max = m_edges[half + 1];
-        m_edges[0] = min;
-        m_edges[1] = (min + max) * 0.5;
-        m_edges[2] = max;
-    }
-
-private:
-    double m_edges[3];
-};
-
-/// Follows a rectangle into quadrants of quadrants, without branches: where it goes next cannot be foretold.
-class QuadrantFinder {
-public:
-    explicit QuadrantFinder(MQuadMBR2D const &region) : m_x(region.minX, region.maxX), m_y(region.minY, region.maxY) {}
-
-    /// Goes to the first quadrant that contains the rectangle and gives its number; 4 when none does.
-    int Enter(MQuadMBR2D const &mbr) {
-        unsigned int const x = m_x.HalfOf(mbr.minX, mbr.maxX);
-        unsigned int const y = m_y.HalfOf(mbr.minY, mbr.maxY);
-        if (((x | y) & 2) != 0)
-            return MQuadNode::kChildCount;
-        m_x.Enter(x);
-        m_y.Enter(y);
-        return static_cast<int>(x + 2 * y);
-    }
-
-private:
-    QuadrantAxis m_x;
-    QuadrantAxis m_y;
-};
 
 MQuadPoint2D LowerCorner(MQuadMBR2D const &mbr) {
     return {mbr.minX, mbr.minY};
@@ -150,8 +106,6 @@ void GrowUp(MQuadMBR2D &region, MQuadMBR2D const &mbr, double margin) {
         region.maxX += height - width;
 }
 
-/// The four children of a node are one block.
-constexpr std::size_t kChildrenSize = MQuadNode::kChildCount * sizeof(MQuadNode);
 constexpr std::align_val_t kNodeAlignment{alignof(MQuadNode)};
 
 /// The settings of a node without a tree.
@@ -168,12 +122,15 @@ inline bool MQuadNode::HasRoom() const {
 }
 
 inline void MQuadNode::Place(MQuadObj *object, bool isTrusted) {
-    m_pool.Append(object, isTrusted ? QuadFrame(m_region).Encode(object->m_mbr) : kUntrustedCode);
-    if (!IsLeaf())
-        m_pool.IndexFor(m_region);
+    QuadCode const code = isTrusted ? QuadFrame(m_region).Encode(object->m_mbr) : kUntrustedCode;
+    m_pool.Append(object, code);
+    if (IsLeaf())
+        return;
+    m_pool.AddToBands(code, object->m_mbr, QuarteredRegion());
+    m_pool.IndexFor(m_region);
 }
 
-MQuadNode::MQuadNode(MQuadTree *tree) : m_tree(tree) {
+MQuadNode::MQuadNode(MQuadTree *tree) : m_pool(tree == nullptr ? nullptr : tree->m_memory), m_tree(tree) {
     InitClassMembers();
 }
 
@@ -184,10 +141,10 @@ MQuadNode::~MQuadNode() {
 }
 
 void MQuadNode::InitClassMembers() {
+    SetChildren(nullptr);
     m_region = {};
     m_parent = nullptr;
-    for (MQuadNode *&child : m_children)
-        child = nullptr;
+    m_pool.m_bands = QuadBands::Everything();
     m_pool.Recode(m_region);
 }
 
@@ -264,20 +221,22 @@ void MQuadNode::Descend(MQuadObj *object, MQuadMBR2D const &mbr, bool isTrusted)
 }
 
 /// The leaf, or the inner node none of whose children contains the rectangle. The edges of the quadrants are worked out
-/// on the way down instead of read, so that the numbers do not wait for the nodes.
+/// on the way down and the children are told by their families, so that the way does not wait for the nodes.
 MQuadNode *MQuadNode::DescendToward(MQuadMBR2D const &mbr) {
     MQuadNode *node = this;
-    QuadrantFinder finder(node->QuarteredRegion());
-    while (!node->IsLeaf()) {
-        if (node->m_quartered != nullptr) [[unlikely]]
-            finder = QuadrantFinder(*node->m_quartered);
+    MQuadNode *children = m_children[0];
+    QuadrantFinder finder(QuarteredRegion());
+    while (children != nullptr) {
         int const index = finder.Enter(mbr);
         if (index == kChildCount)
             return node;
-        node = node->m_children[0] + index;
-        // The pool is where the descent may end.
-        Prefetch(&node->m_pool.m_objects);
-        Prefetch(&node->m_pool.m_index);
+        node = children + index;
+        Prefetch(node);
+        Prefetch(&node->m_pool.m_codes);
+        QuadFamily const &family = QuadFamily::Of(children);
+        children = family.children[index];
+        if (family.isQuartered[index]) [[unlikely]]
+            finder = QuadrantFinder(*node->m_quartered);
     }
     return node;
 }
@@ -322,19 +281,20 @@ void MQuadNode::NoteCluster(int quadrant, MQuadMBR2D const &mbr) {
         MQuadPoint2D const centre = Centre(mbr);
         m_pool.m_cluster =
             std::make_unique<QuadCluster>(QuadCluster{quadrant, {centre.x, centre.y, centre.x, centre.y}});
-        for (MQuadObj const *object : m_pool.m_objects)
-            m_pool.m_cluster->Add(Centre(object->m_mbr));
+        for (std::uint32_t i = 0; i < m_pool.m_count; ++i)
+            m_pool.m_cluster->Add(Centre(m_pool.Objects()[i]->m_mbr));
     }
     m_pool.m_cluster->Add(Centre(mbr));
 }
 
 bool MQuadNode::IsAllSameQuad(MQuadMBR2D const *regions, int &index) const {
-    std::size_t const count = m_pool.m_objects.Size();
+    std::uint32_t const count = m_pool.m_count;
     if (count <= 1)
         return true;
-    index = GetChildNodeIndexContainingMBR(m_pool.m_objects[0]->CurrentRectangle(), regions);
-    for (std::size_t i = 1; i < count; ++i) {
-        if (GetChildNodeIndexContainingMBR(m_pool.m_objects[i]->CurrentRectangle(), regions) != index)
+    MQuadObj *const *const objects = m_pool.Objects();
+    index = GetChildNodeIndexContainingMBR(objects[0]->CurrentRectangle(), regions);
+    for (std::uint32_t i = 1; i < count; ++i) {
+        if (GetChildNodeIndexContainingMBR(objects[i]->CurrentRectangle(), regions) != index)
             return false;
     }
     return true;
@@ -346,8 +306,8 @@ bool MQuadNode::IsMemberFarFrom(MQuadMBR2D const &mbr) const {
     MQuadPoint2D const centre = Centre(mbr);
     if (m_pool.m_cluster != nullptr && m_pool.m_cluster->FarthestFrom(centre) < clusterSize)
         return false;
-    for (std::size_t i = 0; i < m_pool.m_objects.Size(); ++i) {
-        MQuadPoint2D const other = Centre(m_pool.m_objects[i]->CurrentRectangle());
+    for (std::uint32_t i = 0; i < m_pool.m_count; ++i) {
+        MQuadPoint2D const other = Centre(m_pool.Objects()[i]->CurrentRectangle());
         if (Length(other.x - centre.x, other.y - centre.y) >= clusterSize)
             return true;
     }
@@ -360,41 +320,64 @@ void MQuadNode::Split(MQuadMBR2D const *regions) {
 }
 
 void MQuadNode::MakeChildren(MQuadMBR2D const *regions) {
-    auto *const memory = static_cast<MQuadNode *>(m_tree == nullptr ? ::operator new(kChildrenSize, kNodeAlignment)
-                                                                    : m_tree->m_memory->TakeNodes());
+    void *const memory =
+        m_tree == nullptr ? ::operator new(kFamilySize, kNodeAlignment) : m_tree->m_memory->TakeFamily();
+    MQuadNode *const nodes = (::new (memory) QuadFamily)->Nodes();
     for (int i = 0; i < kChildCount; ++i) {
-        m_children[i] = ::new (static_cast<void *>(memory + i)) MQuadNode(m_tree);
-        m_children[i]->m_parent = this;
-        m_children[i]->m_region = regions[i];
+        MQuadNode *const child = ::new (static_cast<void *>(nodes + i)) MQuadNode(m_tree);
+        child->m_parent = this;
+        child->m_region = regions[i];
     }
+    SetChildren(nodes);
 }
 
 void MQuadNode::DeleteChild() {
     if (IsLeaf())
         return;
-    MQuadNode *const memory = m_children[0];
-    std::destroy_n(memory, kChildCount);
+    MQuadNode *const nodes = m_children[0];
+    std::destroy_n(nodes, kChildCount);
+    QuadFamily *const family = &QuadFamily::Of(nodes);
     if (m_tree == nullptr)
-        ::operator delete(memory, kNodeAlignment);
+        ::operator delete(family, kNodeAlignment);
     else
-        m_tree->m_memory->GiveBackNodes(memory);
-    delete m_quartered;
-    m_quartered = nullptr;
-    for (MQuadNode *&child : m_children)
-        child = nullptr;
+        m_tree->m_memory->GiveBackFamily(family);
+    SetQuartered(nullptr);
+    SetChildren(nullptr);
+    m_pool.m_bands = QuadBands::Everything();
+}
+
+/// The four nodes from `first` on, or none for null, become the children.
+void MQuadNode::SetChildren(MQuadNode *first) {
+    for (int i = 0; i < kChildCount; ++i)
+        m_children[i] = first == nullptr ? nullptr : first + i;
+    if (QuadFamily *const family = Family())
+        family->children[this - m_parent->m_children[0]] = first;
+}
+
+void MQuadNode::SetQuartered(MQuadMBR2D const *quartered) {
+    delete std::exchange(m_quartered, quartered);
+    if (QuadFamily *const family = Family())
+        family->isQuartered[this - m_parent->m_children[0]] = quartered != nullptr;
+}
+
+/// The family of this node; null for a root and for a copy, which has a parent but is none of its children.
+QuadFamily *MQuadNode::Family() const {
+    bool const isChild = m_parent != nullptr && std::find(m_parent->m_children, std::end(m_parent->m_children), this) !=
+                                                    std::end(m_parent->m_children);
+    return isChild ? &QuadFamily::Of(m_parent->m_children[0]) : nullptr;
 }
 
 void MQuadNode::Distribute() {
-    MArray<MQuadObj *> &objects = m_pool.m_objects;
-    MArray<QuadCode> &codes = m_pool.m_codes;
-    std::size_t const count = objects.Size();
-    std::size_t firstKept = count;
+    std::uint32_t const count = m_pool.m_count;
+    MQuadObj **const objects = m_pool.Objects();
+    QuadCode *const codes = m_pool.m_codes;
+    std::uint32_t firstKept = count;
     m_pool.DropIndex();
     for (MQuadNode *child : m_children)
         child->m_pool.Reserve(count / 2);
-    for (MQuadObj const *object : objects)
-        Prefetch(&object->m_mbr);
-    for (std::size_t i = count; i-- > 0;) {
+    for (std::uint32_t i = 0; i < count; ++i)
+        Prefetch(&objects[i]->m_mbr);
+    for (std::uint32_t i = count; i-- > 0;) {
         int const index = GetChildNodeIndexContainingMBR(objects[i]->CurrentRectangle());
         if (index != kChildCount) {
             m_children[index]->Place(objects[i], codes[i] != kUntrustedCode);
@@ -404,10 +387,8 @@ void MQuadNode::Distribute() {
             codes[firstKept] = codes[i];
         }
     }
-    std::copy(objects.begin() + firstKept, objects.end(), objects.begin());
-    std::copy(codes.begin() + firstKept, codes.end(), codes.begin());
-    objects.Resize(count - firstKept);
-    codes.Resize(count - firstKept);
+    m_pool.KeepFrom(firstKept);
+    m_pool.BandsFor(QuarteredRegion());
 }
 
 void MQuadNode::GetSplitRegion(MQuadMBR2D *const regions) const {
@@ -447,29 +428,27 @@ void MQuadNode::Extend(MQuadMBR2D const &mbr) {
 
 void MQuadNode::Extend(MQuadPoint2D const &point) {
     MQuadMBR2D const oldQuartered = QuarteredRegion();
-    delete m_quartered;
-    m_quartered = nullptr;
+    SetQuartered(nullptr);
     int corner = 0;
     ExtendQuadTreeRegion(point, corner);
     MQuadMBR2D regions[kChildCount];
     GetSplitRegion(regions);
-    MQuadNode *oldChildren[kChildCount];
-    std::copy(std::begin(m_children), std::end(m_children), oldChildren);
+    MQuadNode *const oldChildren = m_children[0];
     MakeChildren(regions);
     MQuadNode &heir = *m_children[corner];
-    if (oldChildren[0] != nullptr)
+    if (oldChildren != nullptr)
         heir.AdoptChildren(oldChildren, oldQuartered);
     heir.m_pool.Swap(m_pool);
+    m_pool.m_bands = QuadBands::Empty();
     heir.m_pool.Recode(heir.m_region);
 }
 
-void MQuadNode::AdoptChildren(MQuadNode *const *children, MQuadMBR2D const &quartered) {
-    for (int i = 0; i < kChildCount; ++i) {
-        m_children[i] = children[i];
-        m_children[i]->m_parent = this;
-    }
+void MQuadNode::AdoptChildren(MQuadNode *first, MQuadMBR2D const &quartered) {
+    SetChildren(first);
+    for (MQuadNode *child : m_children)
+        child->m_parent = this;
     if (!IsSame(quartered, m_region))
-        m_quartered = new MQuadMBR2D(quartered);
+        SetQuartered(new MQuadMBR2D(quartered));
 }
 
 void MQuadNode::ExtendQuadTreeRegion(MQuadPoint2D const &point, int &corner) {

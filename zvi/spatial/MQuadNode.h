@@ -11,6 +11,7 @@ class CDC;
 namespace zvi::lib {
 
 class MQuadTree;
+struct QuadFamily;
 
 /// A cache line, so that a descent reads one line of each inner node.
 struct alignas(64) QuadNodeAlignment {};
@@ -88,6 +89,7 @@ private:
     friend class MQuadTree;
 
     struct Hits;
+    struct Way;
 
     void DeleteChild();
     bool ExtendRegion(MQuadMBR2D const &mbr);
@@ -110,12 +112,14 @@ private:
     MQuadNode *SplitFor(MQuadMBR2D const &mbr);
     bool IsMemberFarFrom(MQuadMBR2D const &mbr) const;
     void MakeChildren(MQuadMBR2D const *regions);
-    void AdoptChildren(MQuadNode *const *children, MQuadMBR2D const &quartered);
+    void AdoptChildren(MQuadNode *first, MQuadMBR2D const &quartered);
+    void SetChildren(MQuadNode *first);
+    void SetQuartered(MQuadMBR2D const *quartered);
+    QuadFamily *Family() const;
     MQuadMBR2D const &QuarteredRegion() const { return m_quartered == nullptr ? m_region : *m_quartered; }
     int DeleteSearching(MQuadObj *object, MQuadMBR2D const &mbr);
     void RemoveFromPool(int index);
-    void CollectHits(Hits &hits) const;
-    unsigned int ChildrenMet(Hits const &hits) const;
+    static void CollectHits(Way way, Hits &hits);
     void AddHitsOfPool(Hits &hits) const;
 
     void NoteCluster(int quadrant, MQuadMBR2D const &mbr);
@@ -132,7 +136,7 @@ private:
     MQuadMBR2D const *m_quartered = nullptr;
     MQuadMBR2D m_region;
     MQuadNode *m_parent = nullptr;
-    /// One block of four, or none.
+    /// Four in one block behind their `QuadFamily`, or none. `SetChildren` sets them.
     MQuadNode *m_children[kChildCount] = {};
     MQuadObjPool m_pool;
     MQuadTree *m_tree = nullptr;

@@ -3,8 +3,10 @@
 #include "zvi/host/CDC.h"
 #include "zvi/spatial/MQuadTree.h"
 #include "zvi/spatial/QuadCodeDetail.h"
+#include "zvi/spatial/QuadFamilyDetail.h"
 #include "zvi/spatial/QuadPoolIndexDetail.h"
 #include "zvi/spatial/QuadPrefetchDetail.h"
+#include "zvi/spatial/QuadrantFinderDetail.h"
 
 #include <bit>
 #include <limits>
@@ -40,6 +42,12 @@ struct MQuadNode::Hits {
         return outside;
     }
 
+    bool Misses(QuadBands const &bands) const {
+        bool const missesUpright = (bounds.minX > bands.maxX) | (bands.minX > bounds.maxX);
+        bool const missesLevel = (bounds.minY > bands.maxY) | (bands.minY > bounds.maxY);
+        return missesUpright & missesLevel;
+    }
+
     /// A type beyond the array is not wanted.
     bool Wants(MQuadObj *object) const {
         if (types == nullptr)
@@ -63,10 +71,58 @@ struct MQuadNode::Hits {
     int count = 0;
 };
 
+/// A query's way down. The edges of the quadrants are worked out and the children are told by their families, so that
+/// the way does not wait for the nodes.
+struct MQuadNode::Way {
+    explicit Way(MQuadNode const &start)
+        : node(&start), children(start.m_children[0]), isQuartered(start.m_quartered != nullptr),
+          finder(start.QuarteredRegion()) {}
+
+    void Enter(unsigned int child) {
+        QuadFamily const &family = QuadFamily::Of(children);
+        node = children + child;
+        children = family.children[child];
+        isQuartered = family.isQuartered[child];
+        finder.Enter(child);
+        if (isQuartered) [[unlikely]]
+            finder = QuadrantFinder(*node->m_quartered);
+    }
+
+    unsigned int ChildrenMet(Hits const &hits) const;
+
+    MQuadNode const *node;
+    MQuadNode const *children;
+    bool isQuartered;
+    QuadrantFinder finder;
+};
+
+/// A bit for each child whose region the query does not miss. The mid lines tell them, without touching the children
+/// and without branches, except where the children's outer edges are not those of the region.
+inline unsigned int MQuadNode::Way::ChildrenMet(Hits const &hits) const {
+    constexpr unsigned int kLowX = 0b0101;
+    constexpr unsigned int kHighX = 0b1010;
+    constexpr unsigned int kLowY = 0b0011;
+    constexpr unsigned int kHighY = 0b1100;
+    if (children == nullptr)
+        return 0;
+    double const midX = finder.MidX();
+    double const midY = finder.MidY();
+    unsigned int const missed = (hits.bounds.minX > midX) * kLowX | (midX > hits.bounds.maxX) * kHighX |
+                                (hits.bounds.minY > midY) * kLowY | (midY > hits.bounds.maxY) * kHighY;
+    unsigned int met = ~missed & (kLowX | kHighX);
+    for (int i = 0; isQuartered && i < kChildCount; ++i) {
+        if (hits.Misses(children[i].m_region))
+            met &= ~(1U << i);
+    }
+    return met;
+}
+
 inline void MQuadNode::AddHitsOfPool(Hits &hits) const {
+    if (hits.Misses(m_pool.m_bands))
+        return;
     auto const misses = [&](MQuadMBR2D const &box) { return hits.Misses(box); };
     QuadPoolIndex const *const index = m_pool.m_index.get();
-    std::size_t const count = m_pool.m_codes.Size();
+    std::size_t const count = m_pool.m_count;
     if (count == 0 || (index != nullptr && index->IsMissed(misses)))
         return;
     QuadCode const query = QuadFrame(m_region).EncodeQuery(hits.bounds);
@@ -75,15 +131,16 @@ inline void MQuadNode::AddHitsOfPool(Hits &hits) const {
         index->Walk(query, misses, visit);
         return;
     }
-    QuadCode const *const codes = m_pool.m_codes.Data();
+    QuadCode const *const codes = m_pool.m_codes;
+    MQuadObj *const *const objects = m_pool.Objects();
     for (std::size_t i = NextToMeet(codes, 0, count, query); i < count; i = NextToMeet(codes, i + 1, count, query))
-        visit(m_pool.m_objects[i], codes[i]);
+        visit(objects[i], codes[i]);
 }
 
 int MQuadNode::GetIntersectObjList(MQuadMBR2D const &query, MList<MQuadObj *> &list, int strict) {
     Hits hits(query, list, nullptr, strict);
     if (!hits.Misses(m_region))
-        CollectHits(hits);
+        CollectHits(Way(*this), hits);
     return hits.count;
 }
 
@@ -91,47 +148,32 @@ int MQuadNode::GetIntersectObjList(MQuadMBR2D const &query, MList<MQuadObj *> &l
                                    int strict) {
     Hits hits(query, list, &types, strict);
     if (!hits.Misses(m_region))
-        CollectHits(hits);
+        CollectHits(Way(*this), hits);
     return hits.count;
 }
 
-/// For a query that does not miss this region.
-void MQuadNode::CollectHits(Hits &hits) const {
-    MQuadNode const *node = this;
-    for (;;) {
-        unsigned int met = node->ChildrenMet(hits);
-        MQuadNode const *const children = node->m_children[0];
-        if (met != 0)
-            PrefetchAll(children + std::countr_zero(met));
-        node->AddHitsOfPool(hits);
-        if (met == 0)
-            return;
-        for (; !std::has_single_bit(met); met &= met - 1)
-            children[std::countr_zero(met)].CollectHits(hits);
-        node = children + std::countr_zero(met);
+/// For a query that does not miss the region of the way's node. As long as the query meets one child alone, the way
+/// goes on before the pools are looked at, so that the nodes on it are fetched all at once.
+void MQuadNode::CollectHits(Way way, Hits &hits) {
+    constexpr std::size_t kLongestPath = 16;
+    MQuadNode const *path[kLongestPath] = {way.node};
+    std::size_t length = 1;
+    unsigned int met = way.ChildrenMet(hits);
+    while (std::has_single_bit(met) && length < kLongestPath) {
+        way.Enter(static_cast<unsigned int>(std::countr_zero(met)));
+        PrefetchAll(way.node);
+        path[length++] = way.node;
+        met = way.ChildrenMet(hits);
     }
-}
-
-/// A bit for each child whose region the query does not miss. The mid lines tell them, without touching the children
-/// and without branches, except where the children's outer edges are not those of this region.
-inline unsigned int MQuadNode::ChildrenMet(Hits const &hits) const {
-    constexpr unsigned int kLowX = 0b0101;
-    constexpr unsigned int kHighX = 0b1010;
-    constexpr unsigned int kLowY = 0b0011;
-    constexpr unsigned int kHighY = 0b1100;
-    if (IsLeaf())
-        return 0;
-    MQuadMBR2D const &quartered = QuarteredRegion();
-    double const midX = (quartered.minX + quartered.maxX) * 0.5;
-    double const midY = (quartered.minY + quartered.maxY) * 0.5;
-    unsigned int const missed = (hits.bounds.minX > midX) * kLowX | (midX > hits.bounds.maxX) * kHighX |
-                                (hits.bounds.minY > midY) * kLowY | (midY > hits.bounds.maxY) * kHighY;
-    unsigned int met = ~missed & (kLowX | kHighX);
-    for (int i = 0; m_quartered != nullptr && i < kChildCount; ++i) {
-        if (hits.Misses(m_children[i]->m_region))
-            met &= ~(1U << i);
+    for (unsigned int rest = met; rest != 0; rest &= rest - 1)
+        PrefetchAll(way.children + std::countr_zero(rest));
+    for (std::size_t i = 0; i < length; ++i)
+        path[i]->AddHitsOfPool(hits);
+    for (; met != 0; met &= met - 1) {
+        Way branch = way;
+        branch.Enter(static_cast<unsigned int>(std::countr_zero(met)));
+        CollectHits(branch, hits);
     }
-    return met;
 }
 
 MQuadNode *MQuadNode::FindNodeContainingPoint(MQuadPoint2D const &point) {
@@ -210,9 +252,9 @@ void MQuadNode::StopWatching(MQuadObj *object) {
 }
 
 void MQuadNode::StopWatchingAll() {
-    for (std::size_t i = 0; i < m_pool.m_objects.Size(); ++i) {
+    for (std::uint32_t i = 0; i < m_pool.m_count; ++i) {
         if (m_pool.m_codes[i] != kUntrustedCode)
-            m_pool.m_objects[i]->m_home = nullptr;
+            m_pool.Objects()[i]->m_home = nullptr;
     }
     if (IsLeaf())
         return;

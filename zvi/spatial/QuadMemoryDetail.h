@@ -1,67 +1,69 @@
 #pragma once
 
+#include "zvi/core/GrowingMemory.h"
 #include "zvi/spatial/MQuadNode.h"
+#include "zvi/spatial/QuadFamilyDetail.h"
 
+#include <bit>
 #include <cstddef>
-#include <memory>
+#include <cstdint>
 #include <new>
-#include <vector>
 
 namespace zvi::lib {
 
-/// Slots of one size from blocks, each slot at the begin of a cache line. Slots that are close in time are close in
-/// memory, which keeps the pages that a tree touches few.
-template <std::size_t slotSize, std::size_t slotsPerBlock>
-class QuadSlotMemory {
+/// Memory for the objects that a tree owns, for its nodes, four at a time, and for the arrays of their pools. What is
+/// given back is taken again for the same use; the rest goes with the tree. Everything begins at a cache line.
+class QuadMemory {
 public:
-    void *Take() {
-        if (m_firstFree == nullptr)
-            AddBlock();
-        Slot *const slot = m_firstFree;
-        m_firstFree = slot->nextFree;
-        return slot;
+    MQuadObj *Make() { return ::new (Take(m_objectMemory, m_freeObjects, sizeof(MQuadObj))) MQuadObj; }
+
+    void Destroy(MQuadObj *object) {
+        object->~MQuadObj();
+        GiveBack(object, m_freeObjects);
     }
 
-    void GiveBack(void *slot) { m_firstFree = ::new (slot) Slot{m_firstFree}; }
+    void *TakeFamily() { return Take(m_treeMemory, m_freeFamilies, kFamilySize); }
+    void GiveBackFamily(void *family) { GiveBack(family, m_freeFamilies); }
+
+    /// For `capacity` objects with their codes; see `MQuadObjPool`.
+    void *TakeEntries(std::uint32_t capacity) {
+        return Take(m_treeMemory, m_freeEntries[std::countr_zero(capacity)], EntryBytes(capacity));
+    }
+    void GiveBackEntries(void *entries, std::uint32_t capacity) {
+        GiveBack(entries, m_freeEntries[std::countr_zero(capacity)]);
+    }
+
+    static std::size_t EntryBytes(std::uint32_t capacity) { return capacity * (sizeof(QuadCode) + sizeof(MQuadObj *)); }
 
 private:
     static constexpr std::size_t kCacheLine = 64;
 
-    union alignas(kCacheLine) Slot {
-        Slot *nextFree;
-        std::byte content[slotSize];
+    static_assert(sizeof(MQuadObj) % kCacheLine == 0);
+
+    struct Free {
+        Free *next;
     };
 
-    void AddBlock() {
-        m_blocks.push_back(std::make_unique_for_overwrite<Slot[]>(slotsPerBlock));
-        Slot *const slots = m_blocks.back().get();
-        // Threaded from the last to the first, so that the lowest address is handed out first.
-        for (std::size_t i = slotsPerBlock; i-- > 0;) {
-            slots[i].nextFree = m_firstFree;
-            m_firstFree = &slots[i];
+    static void *Take(GrowingMemory &memory, Free *&free, std::size_t bytes) {
+        if (free != nullptr) {
+            Free *const taken = free;
+            free = taken->next;
+            return taken;
         }
+        void *const piece = memory.Take(bytes);
+        if (piece == nullptr)
+            throw std::bad_alloc();
+        return piece;
     }
 
-    std::vector<std::unique_ptr<Slot[]>> m_blocks;
-    Slot *m_firstFree = nullptr;
-};
+    static void GiveBack(void *piece, Free *&free) { free = ::new (piece) Free{free}; }
 
-/// Memory for the objects that a tree owns and for its nodes, four at a time.
-class QuadMemory {
-public:
-    MQuadObj *Make() { return ::new (m_objects.Take()) MQuadObj; }
-
-    void Destroy(MQuadObj *object) {
-        object->~MQuadObj();
-        m_objects.GiveBack(object);
-    }
-
-    void *TakeNodes() { return m_nodes.Take(); }
-    void GiveBackNodes(void *nodes) { m_nodes.GiveBack(nodes); }
-
-private:
-    QuadSlotMemory<sizeof(MQuadObj), 256> m_objects;
-    QuadSlotMemory<MQuadNode::kChildCount * sizeof(MQuadNode), 16> m_nodes;
+    GrowingMemory m_objectMemory{kCacheLine};
+    GrowingMemory m_treeMemory{kCacheLine};
+    Free *m_freeObjects = nullptr;
+    Free *m_freeFamilies = nullptr;
+    /// By the power of two that the capacity is.
+    Free *m_freeEntries[32] = {};
 };
 
 } // namespace zvi::lib
