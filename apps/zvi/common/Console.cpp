@@ -28,6 +28,13 @@ int WriteResult(Console &console, std::string const &text) {
     return kExitBadInput;
 }
 
+void TellWaiting(Console &console, std::string const &what, std::string const &verb) {
+    if (console.inIsTerminal) {
+        console.err << "zvi: reading " << what << " from the terminal; Ctrl-D ends it, 'zvi " << verb << " -h' helps"
+                    << std::endl;
+    }
+}
+
 void Progress::Step(std::string const &what) {
     if (shown) {
         console.err << "\r\x1B[K" << what << " ..." << std::flush;

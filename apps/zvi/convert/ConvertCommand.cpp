@@ -6,9 +6,12 @@
 #include "apps/zvi/common/Joined.h"
 #include "apps/zvi/common/NumberText.h"
 #include "apps/zvi/common/Text.h"
-#include "apps/zvi/eval/EvalSession.h"
+#include "apps/zvi/common/WideText.h"
+#include "apps/zvi/eval/Diagnose.h"
+#include "apps/zvi/eval/EvalText.h"
+#include "apps/zvi/eval/Evaluate.h"
 #include "apps/zvi/units/UnitCatalogue.h"
-#include "apps/zvi/units/UnitKind.h"
+#include "apps/zvi/units/UnitNumbers.h"
 
 #include <nlohmann/json.hpp>
 
@@ -72,17 +75,25 @@ ConvertOptions Parse(std::vector<std::string> const &arguments) {
     for (std::size_t i = 0; i + 2 < words.size(); ++i) {
         options.value += (i == 0 ? "" : " ") + words[i];
     }
+    if (Trimmed(options.value).empty()) {
+        throw UsageError("VALUE is empty; convert needs VALUE FROM TO, such as 12.5 kN/m^2 kgf/cm^2");
+    }
     options.kind = kind ? std::optional(UnitKindNamed(*kind)) : std::nullopt;
     return options;
 }
 
 double ReadValue(std::string const &text) {
-    double value = 0.0;
-    std::string failure;
-    if (!ReadVariable(text, {}, value, failure)) {
-        throw InputError(0, failure.substr(0, failure.size() - 1));
+    CString const typed = WideOf(text);
+    EvalOutcome const outcome = Evaluate(typed, {});
+    if (!outcome.parsed) {
+        Diagnosis diagnosis = Diagnose(typed, {}, outcome);
+        // Hints that name an option mean those of `zvi eval`.
+        if (diagnosis.hint.find("--") != std::string::npos) {
+            diagnosis.hint = "VALUE is one number or expression, such as 3*25";
+        }
+        throw InputError(0, DiagnosisText(typed, diagnosis));
     }
-    return value;
+    return outcome.groups[0][0];
 }
 
 bool Agree(double a, double b) {

@@ -58,7 +58,7 @@ int Report(Console &console, DomainsOptions const &options, DrawingInput const &
 int FindDomains(Console &console, DomainsOptions const &options) {
     Progress progress(console, options.progress);
     if (options.file == "-" && console.inIsTerminal) {
-        console.err << "zvi: reading curve text from the terminal; Ctrl-D ends it, 'zvi domains -h' helps" << std::endl;
+        TellWaiting(console, "curve text", "domains");
     } else {
         progress.Step("reading " + ShownName(options.file));
     }

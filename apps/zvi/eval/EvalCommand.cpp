@@ -1,30 +1,23 @@
 #include "apps/zvi/eval/EvalCommand.h"
 
 #include "apps/zvi/common/ExitStatus.h"
-#include "apps/zvi/common/Terminal.h"
+#include "apps/zvi/common/Text.h"
 #include "apps/zvi/eval/EvalOptions.h"
 #include "apps/zvi/eval/EvalSession.h"
 #include "apps/zvi/eval/LineInput.h"
 
 #include <algorithm>
-#include <iostream>
+#include <string>
 
 namespace zvi::app {
 
 namespace {
 
-constexpr int kStandardInput = 0;
-
-/// Tells a failure, whose text brings its own line ends.
-void TellLines(Console &console, std::string const &where, std::size_t line, std::string const &failure) {
-    TellFailure(console, where, line, failure.substr(0, failure.size() - 1));
-}
-
 int AnswerText(EvalOptions const &options, Console &console) {
     // One text alone sets no variables and knows no commands.
     EvalReply const reply = EvalSession(options.settings, options.json, false).Read(*options.text);
     if (!reply.failure.empty()) {
-        TellLines(console, "", 0, reply.failure);
+        TellFailure(console, "", 0, reply.failure);
     }
     int const written = WriteResult(console, reply.out);
     return reply.failure.empty() ? written : int(kExitBadInput);
@@ -35,9 +28,9 @@ int AnswerLines(EvalOptions const &options, Console &console) {
     int status = kExitDone;
     std::string line;
     for (std::size_t number = 1; std::getline(console.in, line); ++number) {
-        EvalReply const reply = session.Enter(line);
+        EvalReply const reply = session.Enter(std::string(number == 1 ? WithoutUtf8Mark(line) : line));
         if (!reply.failure.empty()) {
-            TellLines(console, "standard input", number, reply.failure);
+            TellFailure(console, "standard input", number, reply.failure);
             status = kExitBadInput;
         }
         int const written = reply.out.empty() ? int(kExitDone) : WriteResult(console, reply.out);
@@ -56,7 +49,7 @@ int AnswerPrompt(EvalOptions const &options, Console &console) {
         EvalReply const reply = session.Enter(*line);
         console.out << reply.out << std::flush;
         if (!reply.failure.empty()) {
-            TellLines(console, "", 0, reply.failure);
+            TellFailure(console, "", 0, reply.failure);
         }
         if (reply.quit || !console.out.good()) {
             break;
@@ -75,7 +68,7 @@ int RunEval(std::vector<std::string> const &arguments, Console &console) {
     if (options.text && *options.text != "-") {
         return AnswerText(options, console);
     }
-    bool const isTerminal = &console.in == &std::cin && IsTerminal(kStandardInput) && console.outIsTerminal;
+    bool const isTerminal = console.inIsTerminal && console.outIsTerminal;
     return options.text || !isTerminal ? AnswerLines(options, console) : AnswerPrompt(options, console);
 }
 

@@ -3,6 +3,7 @@
 #include "apps/zvi/common/CommandLine.h"
 #include "apps/zvi/common/Failure.h"
 #include "apps/zvi/eval/EvalSession.h"
+#include "apps/zvi/units/UnitNumbers.h"
 
 namespace zvi::app {
 
@@ -64,15 +65,14 @@ void AddVariable(EvalSettings &settings, std::string const &word) {
     if (!why.empty()) {
         throw UsageError("--var: " + why);
     }
-    if (settings.variables.size() >= kMostVariables) {
-        throw UsageError("--var: there are at most " + std::to_string(kMostVariables) + " variables");
-    }
     double value = 0.0;
     std::string failure;
     if (!ReadVariable(text, settings, value, failure)) {
-        throw UsageError("--var " + name + ": " + failure.substr(0, failure.size() - 1));
+        throw UsageError("--var " + name + ": " + failure);
     }
-    SetVariable(settings.variables, name, value);
+    if (!SetVariable(settings.variables, name, value)) {
+        throw UsageError("--var: there are at most " + std::to_string(kMostVariables) + " variables");
+    }
 }
 
 void Interpret(EvalOptions &options, RawOptions const &raw, std::vector<std::string> const &words) {

@@ -7,6 +7,7 @@
 #include "apps/zvi/common/Text.h"
 #include "apps/zvi/common/WideText.h"
 #include "apps/zvi/eval/EvalText.h"
+#include "apps/zvi/units/UnitNumbers.h"
 
 namespace zvi::app {
 
@@ -61,15 +62,6 @@ bool ReadVariable(std::string const &text, EvalSettings settings, double &value,
     return outcome.parsed;
 }
 
-int UnitSystemNamed(std::string const &text) {
-    std::optional<long long> const number = ParseInteger(text);
-    if (!number || *number < 0 || *number > 5) {
-        throw UsageError("a unit system is a number from 0 to 5, not '" + text +
-                         "'; 0: N mm, 1: N m, 2: N mm ton, 3: lbf ft, 4: kgf cm, 5: lbf in");
-    }
-    return static_cast<int>(*number);
-}
-
 EvalReply EvalSession::Enter(std::string const &line) {
     std::string const text(Trimmed(line));
     if (text.empty()) {
@@ -99,19 +91,15 @@ EvalReply EvalSession::Read(std::string const &text) const {
 EvalReply EvalSession::Set(std::string const &name, std::string const &text) {
     std::string const why = WhyNoVariableName(name);
     if (!why.empty()) {
-        return {{}, why + "\n", false};
+        return {{}, why, false};
     }
     double value = 0.0;
     std::string failure;
     if (!ReadVariable(text, settings, value, failure)) {
         return {{}, Told(failure), false};
     }
-    std::size_t const before = settings.variables.size();
-    SetVariable(settings.variables, name, value);
-    if (settings.variables.size() > kMostVariables && settings.variables.size() > before) {
-        settings.variables.pop_back();
-        return {
-            {}, "there are " + std::to_string(kMostVariables) + " variables already; set one of them anew\n", false};
+    if (!SetVariable(settings.variables, name, value)) {
+        return {{}, "there are " + std::to_string(kMostVariables) + " variables already; set one of them anew", false};
     }
     return {prompt ? Joined(name, " = ", PlainNumber(value), "\n") : "", {}, false};
 }
@@ -133,7 +121,7 @@ EvalReply EvalSession::Command(std::string const &line) {
             return {};
         }
     } catch (UsageError const &error) {
-        return {{}, std::string(error.what()) + "\n", false};
+        return {{}, error.what(), false};
     }
     if (command == ":vars") {
         return {Listed(), {}, false};
@@ -146,7 +134,7 @@ EvalReply EvalSession::Command(std::string const &line) {
     }
     std::string const advice =
         DidYouMean(command, {":mode", ":units", ":vars", ":help", ":quit"}, "':help' lists the commands");
-    return {{}, "unknown command '" + command + "'; " + advice + "\n", false};
+    return {{}, "unknown command '" + command + "'; " + advice, false};
 }
 
 std::string EvalSession::Listed() const {

@@ -10,7 +10,7 @@ namespace zvi::app {
 /// What a line brought about.
 struct EvalReply {
     std::string out;     ///< for standard output, whole lines
-    std::string failure; ///< for standard error, without the place; empty when all went well
+    std::string failure; ///< for standard error, without the place and the last line end; empty when all went well
     bool quit = false;
 };
 
@@ -46,8 +46,5 @@ bool SplitAssignment(std::string const &text, std::string &name, std::string &ex
 /// The value of an expression that a variable is given, read in the mode number, with units if there is a unit
 /// system. On failure returns false with what to tell in `failure`.
 bool ReadVariable(std::string const &text, EvalSettings settings, double &value, std::string &failure);
-
-/// The unit system of this number; throws UsageError unless it is 0 to 5.
-int UnitSystemNamed(std::string const &text);
 
 } // namespace zvi::app

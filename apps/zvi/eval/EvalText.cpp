@@ -79,8 +79,12 @@ std::string CaretText(CString const &typed, Span const &where) {
 }
 
 std::string DiagnosisText(CString const &typed, Diagnosis const &diagnosis) {
-    std::string const hint = diagnosis.hint.empty() ? "" : "  hint: " + diagnosis.hint + "\n";
-    return diagnosis.what + "\n" + CaretText(typed, diagnosis.where) + hint;
+    std::string text = diagnosis.what + "\n" + CaretText(typed, diagnosis.where);
+    if (diagnosis.hint.empty()) {
+        text.pop_back();
+        return text;
+    }
+    return text + "  hint: " + diagnosis.hint;
 }
 
 std::string OutcomeJson(EvalSettings const &settings, EvalOutcome const &outcome) {

@@ -18,7 +18,8 @@ std::string OutcomeText(EvalOutcome const &outcome);
 /// surroundings of the place are shown.
 std::string CaretText(CString const &typed, Span const &where);
 
-/// All that is told of a failure: the parser's message, the text with its caret, and the hint. Ends its last line.
+/// All that is told of a failure: the parser's message, the text with its caret, and the hint. Its last line has
+/// no end.
 std::string DiagnosisText(CString const &typed, Diagnosis const &diagnosis);
 
 /// One line of JSON: {"schema":1,"mode":...,"groups":[[...]]}, for a position also "op". What is no number is null.

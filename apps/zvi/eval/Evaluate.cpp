@@ -211,14 +211,18 @@ std::string WhyNoVariableName(std::string const &name) {
     return {};
 }
 
-void SetVariable(std::vector<EvalVariable> &variables, std::string const &name, double value) {
+bool SetVariable(std::vector<EvalVariable> &variables, std::string const &name, double value) {
     for (EvalVariable &variable : variables) {
         if (SameNoCase(variable.name, name)) {
             variable.value = value;
-            return;
+            return true;
         }
     }
+    if (variables.size() >= kMostVariables) {
+        return false;
+    }
     variables.push_back({name, value});
+    return true;
 }
 
 } // namespace zvi::app

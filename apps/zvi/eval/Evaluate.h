@@ -56,8 +56,8 @@ std::vector<std::string> const &BuiltInConstants();
 /// Why no variable can bear this name, and what to do; empty when one can.
 std::string WhyNoVariableName(std::string const &name);
 
-/// Puts a variable in place of one of the same name, or behind the others.
-void SetVariable(std::vector<EvalVariable> &variables, std::string const &name, double value);
+/// Puts a variable in place of one of the same name, or behind the others; false when there are as many as may be.
+bool SetVariable(std::vector<EvalVariable> &variables, std::string const &name, double value);
 
 /// Most variables besides the constants.
 inline constexpr std::size_t kMostVariables = 183;

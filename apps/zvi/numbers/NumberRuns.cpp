@@ -16,17 +16,22 @@ namespace {
 
 using lib::MNumericOptimizer;
 
-/// Refuses the text at a place, as `zvi eval` does.
+/// Refuses the text at a place, which is shown in its line, as `zvi eval` does.
 [[noreturn]] void Refuse(CString const &text, Span const &where, std::string const &what, std::string const &hint) {
-    std::string const told = DiagnosisText(text, {where, what, hint});
-    throw InputError(0, told.substr(0, told.size() - 1));
+    std::wstring_view const all = View(text);
+    std::wstring_view const before = all.substr(0, where.begin);
+    std::size_t const lineBegin = before.rfind(L'\n') + 1; // 0 in the first line
+    std::size_t const lineEnd = std::min(all.find_first_of(L"\r\n", where.begin), all.size());
+    auto const line = static_cast<std::size_t>(std::count(before.begin(), before.end(), L'\n')) + 1;
+    throw InputError(line, DiagnosisText(CString(all.substr(lineBegin, lineEnd - lineBegin)),
+                                         {{where.begin - lineBegin, where.length}, what, hint}));
 }
 
 /// The text with blanks for the commas and line ends that separate its items, too.
 CString WithBlanks(std::string const &text) {
     std::string blanks = text;
     std::replace_if(
-        blanks.begin(), blanks.end(), [](char c) { return c == ',' || c == '\n' || c == '\t'; }, ' ');
+        blanks.begin(), blanks.end(), [](char c) { return c == ',' || c == '\n' || c == '\r' || c == '\t'; }, ' ');
     return WideOf(blanks);
 }
 
@@ -58,18 +63,20 @@ public:
     long Number(char const *hint) {
         if (!Pass(MNumericOptimizer::kNumber)) {
             bool const atEnd = AtEnd();
-            bool const isDigit = !atEnd && IsDigit(units.GetAt(static_cast<int>(pos)));
-            RefuseHere(atEnd     ? "the text ends where a number is expected"
-                       : isDigit ? "the number is too large"
-                                 : "no number",
+            std::wstring_view const rest = View(units).substr(static_cast<std::size_t>(pos));
+            bool const isNumber = rest.size() > 1 && IsDigit(rest[rest[0] == L'-']);
+            RefuseHere(atEnd      ? "the text ends where a number is expected"
+                       : isNumber ? "the number is too large"
+                                  : "no number",
                        hint);
         }
         return static_cast<long>(value);
     }
 
     [[noreturn]] void RefuseHere(std::string const &what, std::string const &hint) const {
-        std::size_t const at = static_cast<std::size_t>(pos);
-        std::wstring_view const all(units.GetString());
+        std::wstring_view const all = View(units);
+        std::size_t const textEnd = all.find_last_not_of(L' ') + 1; // 0 when there is no text
+        std::size_t const at = std::min(static_cast<std::size_t>(pos), textEnd);
         std::size_t const end = std::min(all.find(L' ', at), all.size());
         Refuse(shown, {at, std::max<std::size_t>(1, end - at)}, what, hint);
     }
@@ -83,10 +90,7 @@ public:
 
 private:
     void SkipBlanks() {
-        while (pos < static_cast<std::uint64_t>(units.GetLength()) &&
-               (units.GetAt(static_cast<int>(pos)) == L' ' || units.GetAt(static_cast<int>(pos)) == L'\r')) {
-            ++pos;
-        }
+        pos = std::min(View(units).find_first_not_of(L' ', static_cast<std::size_t>(pos)), View(units).size());
     }
 
     CString shown;

@@ -11,7 +11,8 @@ inline constexpr std::size_t kMostRunNumbers = 10'000'000;
 
 /// The numbers that a text of runs names, in its order: "1to9by2 20" gives 1 3 5 7 9 20; blanks and commas separate. A
 /// run leads from its first number towards its last whatever the sign of its step, as in a selection; a step of 0 names
-/// the first alone. Throws InputError with the text and a caret for a text of another form, and beyond the limit.
+/// the first alone. Throws InputError, with the line and a caret under the place, for a text of another form and beyond
+/// the limit.
 std::vector<long> ExpandRuns(std::string const &text);
 
 /// The integers of a text that lists nothing else, blanks, commas and line ends between them. Throws InputError as

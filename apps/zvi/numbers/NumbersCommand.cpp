@@ -4,11 +4,12 @@
 #include "apps/zvi/common/ExitStatus.h"
 #include "apps/zvi/common/Failure.h"
 #include "apps/zvi/common/NearestName.h"
+#include "apps/zvi/common/Text.h"
 #include "apps/zvi/numbers/NumberRuns.h"
 
 #include <nlohmann/json.hpp>
 
-#include <iterator>
+#include <algorithm>
 
 namespace zvi::app {
 
@@ -80,15 +81,29 @@ NumbersOptions Parse(std::vector<std::string> const &arguments) {
     return options;
 }
 
+bool ReadsInput(NumbersOptions const &options) {
+    return options.text.empty() || (options.text.size() == 1 && options.text[0] == "-");
+}
+
 std::string TextOf(NumbersOptions const &options, Console &console) {
-    if (options.text.empty() || (options.text.size() == 1 && options.text[0] == "-")) {
-        return {std::istreambuf_iterator<char>(console.in), std::istreambuf_iterator<char>()};
+    if (ReadsInput(options)) {
+        TellWaiting(console, "numbers", "numbers");
+        return std::string(WithoutUtf8Mark(AllOf(console.in)));
     }
     std::string text;
     for (std::string const &word : options.text) {
         text += (text.empty() ? "" : " ") + word;
     }
     return text;
+}
+
+/// The numbers to select from.
+std::vector<long> ListOf(NumbersOptions const &options) {
+    try {
+        return ExpandRuns(options.from);
+    } catch (InputError const &error) {
+        throw UsageError(std::string("--from: ") + error.what());
+    }
 }
 
 std::string NumbersText(std::vector<long> const &numbers, bool json) {
@@ -103,6 +118,18 @@ std::string NumbersText(std::vector<long> const &numbers, bool json) {
     return text + "\n";
 }
 
+std::string Answer(NumbersOptions const &options, Console &console) {
+    if (options.job == "compress") {
+        std::string const runs = CompressNumbers(ListedNumbers(TextOf(options, console)));
+        return options.json ? nlohmann::ordered_json{{"schema", 1}, {"text", runs}}.dump() + "\n" : runs + "\n";
+    }
+    if (options.job == "expand") {
+        return NumbersText(ExpandRuns(TextOf(options, console)), options.json);
+    }
+    std::vector<long> const list = ListOf(options);
+    return NumbersText(SelectNumbers(list, TextOf(options, console), options.keepOrder), options.json);
+}
+
 } // namespace
 
 int RunNumbers(std::vector<std::string> const &arguments, Console &console) {
@@ -110,15 +137,13 @@ int RunNumbers(std::vector<std::string> const &arguments, Console &console) {
     if (!options.help.empty()) {
         return WriteResult(console, options.help);
     }
-    std::string const text = TextOf(options, console);
-    if (options.job == "compress") {
-        std::string const runs = CompressNumbers(ListedNumbers(text));
-        nlohmann::ordered_json const json = {{"schema", 1}, {"text", runs}};
-        return WriteResult(console, options.json ? json.dump() + "\n" : runs + "\n");
+    try {
+        return WriteResult(console, Answer(options, console));
+    } catch (InputError const &error) {
+        bool const hasLines = ReadsInput(options);
+        TellFailure(console, hasLines ? "standard input" : "", hasLines ? error.Line() : 0, error.what());
+        return kExitBadInput;
     }
-    std::vector<long> const numbers =
-        options.job == "expand" ? ExpandRuns(text) : SelectNumbers(ExpandRuns(options.from), text, options.keepOrder);
-    return WriteResult(console, NumbersText(numbers, options.json));
 }
 
 } // namespace zvi::app

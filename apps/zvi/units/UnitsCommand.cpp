@@ -6,9 +6,8 @@
 #include "apps/zvi/common/Joined.h"
 #include "apps/zvi/common/NumberText.h"
 #include "apps/zvi/common/WideText.h"
-#include "apps/zvi/eval/EvalSession.h"
 #include "apps/zvi/units/UnitCatalogue.h"
-#include "apps/zvi/units/UnitKind.h"
+#include "apps/zvi/units/UnitNumbers.h"
 
 #include <nlohmann/json.hpp>
 
@@ -29,7 +28,7 @@ constexpr char const *kFooter =
     "Systems: 0: N mm kg sec J; 1: N m kg sec J; 2: N mm ton sec J; 3: lbf ft lbm sec Btu; 4: kgf cm kg sec J;\n"
     "5: lbf in lbm sec Btu. A factor says how much one unit is in N, mm, kg, sec and J.\n"
     "\n"
-    "Exit status: 0 done; 2 wrong usage; 4 a fault of the program.\n";
+    "Exit status: 0 done; 1 the kind has no label; 2 wrong usage; 4 a fault of the program.\n";
 
 struct UnitsOptions {
     std::optional<int> system;
@@ -83,8 +82,9 @@ std::vector<Row> RowsOfSystem(lib::MUnitCtrl &units, std::optional<int> kind) {
     for (int k = 1; k < lib::kUnitKindCount; ++k) {
         CString label;
         bool const hasLabel = units.GetUnitSystem(k, label) != 0;
-        // In kips, ft, Btu and hr no formula but that of a number without unit gives 1.
-        bool const hasFormula = units.GetConvertFactorTgtUnit(5, 4, 5, 3, 2, k) != 1.0;
+        // In these units no formula but that of a number without unit gives 1.
+        constexpr int kKips = 5, kFoot = 4, kBtu = 3, kHour = 2;
+        bool const hasFormula = units.GetConvertFactorTgtUnit(kKips, kFoot, kKips, kBtu, kHour, k) != 1.0;
         if (k == kind.value_or(k) && (hasLabel || hasFormula || kind)) {
             rows.push_back({k, Utf8Of(label), units.GetConvertFactorCurrent(k)});
         }

@@ -65,6 +65,8 @@ TEST(Convert, SaysWhatItDoesNotUnderstand) {
              {{"1", "kN", "N/m"}, 1, "(kind 2) and 'N/m' (kind 14) are labels of different kinds"},
              {{"1", "+", "2", "mm", "in"}, 1, "write 1+2"},
              {{"1/0", "mm", "in"}, 1, "division by zero"},
+             {{"5mm", "mm", "in"}, 1, "hint: VALUE is one number"},
+             {{"", "mm", "in"}, 2, "VALUE is empty"},
              {{"1", "mm"}, 2, "VALUE FROM TO"},
              {{"1", "m", "mm", "--kind", "2"}, 1, "kind 2 has no labels 'm' and 'mm'"},
              {{"1", "m", "mm", "--kind", "200"}, 2, "from 1 to 128"},

@@ -204,7 +204,10 @@ TEST(Eval, ReadsLinesAndKeepsVariables) {
     EXPECT_EQ(run.out, "6\n1 2 3\n0.015\n4\n");
     EXPECT_EQ(run.status, 1);
     EXPECT_TRUE(run.err.starts_with("zvi: standard input:4: syntax error\n")) << run.err;
-    EXPECT_EQ(RunProgramOn({"eval"}, "1+1\n2+2").out, "2\n4\n");
+    EXPECT_EQ(RunProgramOn({"eval"}, "\xEF\xBB\xBF"
+                                     "1+1\n2+2")
+                  .out,
+              "2\n4\n");
     for (char const *line : {":mde nodes", ":mode nods", ":units 7", "sin=3", "b1=3", "x=1 + 2", "x=", "1=2"}) {
         RunOutcome const failed = RunProgramOn({"eval"}, std::string(line) + "\n");
         EXPECT_EQ(failed.status, 1) << line;

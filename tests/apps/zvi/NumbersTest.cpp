@@ -33,7 +33,8 @@ TEST(Numbers, DoTheirThreeJobs) {
              {{"expand", "1, 1..5"}, "", 1, "  1, 1..5\n      ^~~\n"},
              {{"expand", "7 1to99999999"}, "", 1, "    ^~~~~~~~~~~\n"},
              {{"compress", "1", "2to5"}, "", 1, "     ^~~\n"},
-             {{"compress", "99999999999999999999"}, "", 1, "too large"},
+             {{"compress", "-99999999999999999999"}, "", 1, "too large"},
+             {{"select", "--from", "1 y", "1"}, "", 2, "--from: no number\n  1 y\n    ^\n"},
              {{"select", "--from", "1to9", "1;2"}, "", 1, "   ^~\n"},
              {{"select", "1"}, "", 2, "--from LIST"},
              {{"expand", "--from", "1", "1"}, "", 2, "--from goes with select"},
@@ -47,7 +48,14 @@ TEST(Numbers, DoTheirThreeJobs) {
         EXPECT_EQ(run.status, row.status) << run.err;
         EXPECT_NE(run.err.find(row.err), std::string::npos) << run.err;
     }
-    EXPECT_EQ(RunProgramOn({"numbers", "compress"}, "1\r\n2\n3\n\n7\n").out, "1to3 7\n");
+    EXPECT_EQ(RunProgramOn({"numbers", "compress"}, "\xEF\xBB\xBF"
+                                                    "1\r\n2\n3\n\n7\n")
+                  .out,
+              "1to3 7\n");
+    std::string const told = RunProgramOn({"numbers", "expand"}, "1to3\r\n5 2to\r\n\r\n").err;
+    EXPECT_TRUE(
+        told.starts_with("zvi: standard input:2: the text ends where a number is expected\n  5 2to\n       ^\n"))
+        << told;
     EXPECT_EQ(RunProgramOn({"numbers", "expand", "--json", "-"}, "1to3").out, "{\"schema\":1,\"numbers\":[1,2,3]}\n");
 }
 

@@ -1,4 +1,4 @@
-#include "apps/zvi/units/UnitKind.h"
+#include "apps/zvi/units/UnitNumbers.h"
 
 #include "apps/zvi/common/Failure.h"
 #include "apps/zvi/common/NumberText.h"
@@ -14,6 +14,16 @@ int UnitKindNamed(std::string const &text) {
                          "'; 'zvi units' lists them");
     }
     return static_cast<int>(*kind);
+}
+
+int UnitSystemNamed(std::string const &text) {
+    constexpr int kLastSystem = 5;
+    std::optional<long long> const number = ParseInteger(text);
+    if (!number || *number < 0 || *number > kLastSystem) {
+        throw UsageError("a unit system is a number from 0 to 5, not '" + text +
+                         "'; 0: N mm, 1: N m, 2: N mm ton, 3: lbf ft, 4: kgf cm, 5: lbf in");
+    }
+    return static_cast<int>(*number);
 }
 
 } // namespace zvi::app
