@@ -6,6 +6,9 @@ namespace zvi::lib {
 
 namespace {
 
+/// Room for this many edges is made at a vertex's first one: a plane mesh has six of them about a vertex.
+constexpr std::size_t kUsualEdges = 6;
+
 std::size_t At(int index) {
     return static_cast<std::size_t>(index);
 }
@@ -30,7 +33,7 @@ void MDomainMaker::AddCurv(unsigned int id, DM_VTEX p1, DM_VTEX p2) {
 }
 
 int MDomainMaker::FindOrAddVtex(DM_VTEX const &point) {
-    int const found = XIndex.Find(point);
+    int const found = XIndex.Find(point, VtexCoord);
     if (found >= 0)
         return found;
     int const added = static_cast<int>(VtexCoord.Size());
@@ -43,7 +46,10 @@ int MDomainMaker::FindOrAddVtex(DM_VTEX const &point) {
 void MDomainMaker::AttachEdge(int vtex, int edge) {
     if (VtexEdges.Size() <= At(vtex))
         VtexEdges.Resize(At(vtex) + 1);
-    VtexEdges[At(vtex)].PushBack(edge);
+    zvi::MArray<int> &edges = VtexEdges[At(vtex)];
+    if (edges.Empty())
+        edges.Reserve(kUsualEdges);
+    edges.PushBack(edge);
 }
 
 void MDomainMaker::AddCurvMidPoint(unsigned int id, zvi::MArray<DM_VTEX> &pts) {

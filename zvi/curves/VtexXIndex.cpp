@@ -7,30 +7,53 @@ namespace zvi::lib {
 
 namespace {
 
-/// Side of a cell. Vertices stand at least one tolerance apart in x or y, so a cell holds few of them.
-constexpr double kCellSize = 4 * kVtexMergeTolerance;
+/// Cells are a thousandth of a drawing unit wide, ten tolerances, and centred on the multiples of that: a point with
+/// round coordinates looks at one cell, and any other at 1.4 of them on average. Vertices stand at least one tolerance
+/// apart in x or y, so a cell holds few.
+constexpr double kCellsPerUnit = 0.1 / kVtexMergeTolerance;
 
-/// Cell numbers from here on have no exact neighbour; coordinates of that size only meet equals.
+/// Coordinates from this cell number on are farther apart than the tolerance, so they only meet equals.
 constexpr double kLastExactCell = 4503599627370496.0;
 
-constexpr std::size_t kFirstBucketCount = 16;
+constexpr std::size_t kFirstSlotCount = 32;
 
-double CellOf(double coordinate) {
-    return std::floor(coordinate / kCellSize);
+/// The cell number of a coordinate as a number that is not yet whole.
+double ScaledOf(double coordinate) {
+    return coordinate * kCellsPerUnit + 0.5;
+}
+
+std::int64_t Floor(double value) {
+    auto const cut = static_cast<std::int64_t>(value);
+    return cut - (static_cast<double>(cut) > value ? 1 : 0);
+}
+
+/// Every coordinate too large for a cell stands for itself.
+std::int64_t CellOf(double coordinate) {
+    double const scaled = ScaledOf(coordinate);
+    return std::abs(scaled) < kLastExactCell ? Floor(scaled) : std::bit_cast<std::int64_t>(coordinate);
 }
 
 /// The cells, from first to last, in which a vertex less than the tolerance away can lie. Rounding is monotone, so a
 /// vertex between x - tolerance and x + tolerance lies between their cells.
 struct CellSpan {
-    double first;
-    double last;
+    std::int64_t first;
+    std::int64_t last;
 };
 
 CellSpan SpanOf(double coordinate) {
-    double const cell = CellOf(coordinate);
-    if (!(std::abs(cell) < kLastExactCell))
-        return {cell, cell};
-    return {CellOf(coordinate - kVtexMergeTolerance), CellOf(coordinate + kVtexMergeTolerance)};
+    if (!(std::abs(ScaledOf(coordinate)) < kLastExactCell))
+        return {CellOf(coordinate), CellOf(coordinate)};
+    return {Floor(ScaledOf(coordinate - kVtexMergeTolerance)), Floor(ScaledOf(coordinate + kVtexMergeTolerance))};
+}
+
+std::uint32_t HashOf(std::int64_t cellX, std::int64_t cellY) {
+    std::uint64_t hash = static_cast<std::uint64_t>(cellX) * 0x9E3779B97F4A7C15u;
+    hash = (hash ^ (hash >> 32) ^ static_cast<std::uint64_t>(cellY)) * 0xD6E8FEB86659FD93u;
+    return static_cast<std::uint32_t>(hash >> 32);
+}
+
+bool IsFinite(DM_VTEX const &point) {
+    return std::isfinite(point.x) && std::isfinite(point.y);
 }
 
 bool IsNear(DM_VTEX const &a, DM_VTEX const &b) {
@@ -39,61 +62,59 @@ bool IsNear(DM_VTEX const &a, DM_VTEX const &b) {
 
 } // namespace
 
-int VtexXIndex::Find(DM_VTEX const &point) const {
-    if (m_entries.Empty() || std::isnan(point.x) || std::isnan(point.y))
+int VtexXIndex::Find(DM_VTEX const &point, zvi::MArray<DM_VTEX> const &coordinates) const {
+    if (m_slots.Empty() || !IsFinite(point))
         return -1;
     CellSpan const spanX = SpanOf(point.x);
     CellSpan const spanY = SpanOf(point.y);
     int best = -1;
-    for (double cellX = spanX.first;; cellX += 1) {
-        for (double cellY = spanY.first;; cellY += 1) {
-            best = BestInCell(point, cellX, cellY, best);
-            if (!(cellY < spanY.last))
-                break;
-        }
-        if (!(cellX < spanX.last))
-            break;
-    }
-    return best < 0 ? -1 : m_entries[static_cast<std::size_t>(best)].vtex;
-}
-
-void VtexXIndex::Insert(DM_VTEX const &point, int vtex) {
-    if (m_entries.Size() >= m_buckets.Size())
-        Grow();
-    int &head = m_buckets[BucketOf(CellOf(point.x), CellOf(point.y))];
-    int const entry = static_cast<int>(m_entries.Size());
-    m_entries.PushBack(Entry{point, vtex, head});
-    head = entry;
-}
-
-int VtexXIndex::BestInCell(DM_VTEX const &point, double cellX, double cellY, int best) const {
-    for (int at = m_buckets[BucketOf(cellX, cellY)]; at >= 0; at = m_entries[static_cast<std::size_t>(at)].next) {
-        DM_VTEX const &candidate = m_entries[static_cast<std::size_t>(at)].point;
-        if (!IsNear(candidate, point))
-            continue;
-        double const bestX = best < 0 ? 0.0 : m_entries[static_cast<std::size_t>(best)].point.x;
-        if (best < 0 || candidate.x < bestX || (candidate.x == bestX && at < best))
-            best = at;
+    for (std::int64_t cellX = spanX.first; cellX <= spanX.last; ++cellX) {
+        for (std::int64_t cellY = spanY.first; cellY <= spanY.last; ++cellY)
+            best = BestInCell(point, coordinates, HashOf(cellX, cellY), best);
     }
     return best;
 }
 
-std::uint32_t VtexXIndex::BucketOf(double cellX, double cellY) const {
-    // Adding 0.0 gives both zeros the same bits.
-    std::uint64_t hash = std::bit_cast<std::uint64_t>(cellX + 0.0) * 0x9E3779B97F4A7C15u;
-    hash = (hash ^ (hash >> 32) ^ std::bit_cast<std::uint64_t>(cellY + 0.0)) * 0xD6E8FEB86659FD93u;
-    return static_cast<std::uint32_t>(hash >> 32) & static_cast<std::uint32_t>(m_buckets.Size() - 1);
+int VtexXIndex::BestInCell(DM_VTEX const &point, zvi::MArray<DM_VTEX> const &coordinates, std::uint32_t hash,
+                           int best) const {
+    std::size_t const mask = m_slots.Size() - 1;
+    for (std::size_t at = hash & mask; m_slots[at].vtex >= 0; at = (at + 1) & mask) {
+        int const vtex = m_slots[at].vtex;
+        if (m_slots[at].hash != hash || !IsNear(coordinates[static_cast<std::size_t>(vtex)], point))
+            continue;
+        double const x = coordinates[static_cast<std::size_t>(vtex)].x;
+        double const bestX = best < 0 ? x : coordinates[static_cast<std::size_t>(best)].x;
+        if (best < 0 || x < bestX || (x == bestX && vtex < best))
+            best = vtex;
+    }
+    return best;
+}
+
+void VtexXIndex::Insert(DM_VTEX const &point, int vtex) {
+    if (!IsFinite(point))
+        return;
+    if (2 * (m_count + 1) > m_slots.Size())
+        Grow();
+    Place({HashOf(CellOf(point.x), CellOf(point.y)), vtex});
+    ++m_count;
+}
+
+void VtexXIndex::Place(Slot slot) {
+    std::size_t const mask = m_slots.Size() - 1;
+    std::size_t at = slot.hash & mask;
+    while (m_slots[at].vtex >= 0)
+        at = (at + 1) & mask;
+    m_slots[at] = slot;
 }
 
 void VtexXIndex::Grow() {
-    std::size_t const count = m_buckets.Empty() ? kFirstBucketCount : 2 * m_buckets.Size();
-    m_buckets.Resize(count);
-    for (int &head : m_buckets)
-        head = -1;
-    for (std::size_t i = 0; i < m_entries.Size(); ++i) {
-        int &head = m_buckets[BucketOf(CellOf(m_entries[i].point.x), CellOf(m_entries[i].point.y))];
-        m_entries[i].next = head;
-        head = static_cast<int>(i);
+    zvi::MArray<Slot> slots(m_slots.Empty() ? kFirstSlotCount : 2 * m_slots.Size());
+    for (Slot &slot : slots)
+        slot = {0, -1};
+    m_slots.Swap(slots);
+    for (Slot const &slot : slots) {
+        if (slot.vtex >= 0)
+            Place(slot);
     }
 }
 
