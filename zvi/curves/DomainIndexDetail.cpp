@@ -15,14 +15,11 @@ constexpr int kSmallestCell = -60;
 
 constexpr std::size_t kFirstBucketCount = 64;
 
-/// Level of an entry that was taken out.
-constexpr int kRemoved = -1;
-
-/// So many domains are asked one by one rather than through the grid.
-constexpr std::size_t kFewDomains = 8;
+/// So many domains, the last ones, are asked one by one rather than through the grid.
+constexpr std::size_t kFewDomains = 4;
 
 /// A domain with more holes than this finds those about a point in a grid.
-constexpr std::size_t kManyHoles = 8;
+constexpr int kManyHoles = 8;
 
 // A point is well inside an upright rectangle when it is farther from its sides than this margin, in drawing units: a
 // fixed part, and parts in proportion to the rectangle and to its coordinates. The ray of the point test then crosses
@@ -43,7 +40,27 @@ bool Holds(T_REGION2D const &box, T_POINT2D const &p) {
 
 /// Exponent of the cell size for an extent: the second power of two above it, so that most boxes lie in one cell.
 int CellExponent(double extent) {
-    return extent > 0.0 ? std::max(std::ilogb(extent) + 2, kSmallestCell) : kSmallestCell;
+    constexpr int kExponentBias = 1023;
+    constexpr int kMantissaBits = 52;
+    int const exponent = static_cast<int>(std::bit_cast<std::uint64_t>(extent) >> kMantissaBits) - kExponentBias;
+    return extent > 0.0 ? std::max(exponent + 2, kSmallestCell) : kSmallestCell;
+}
+
+/// Like `std::floor` of the library, without a call.
+double Floor(double value) {
+    constexpr double kFirstWithoutFraction = 4503599627370496.0;
+    if (!(std::abs(value) < kFirstWithoutFraction))
+        return value;
+    auto const cut = static_cast<double>(static_cast<std::int64_t>(value));
+    return cut > value ? cut - 1.0 : cut;
+}
+
+std::uint32_t HashOf(std::size_t level, double column, double row) {
+    // Adding 0.0 gives both zeros the same bits.
+    std::uint64_t hash = std::bit_cast<std::uint64_t>(column + 0.0) * 0x9E3779B97F4A7C15u;
+    hash = (hash ^ (hash >> 32) ^ std::bit_cast<std::uint64_t>(row + 0.0)) * 0xD6E8FEB86659FD93u;
+    hash = (hash ^ (hash >> 32) ^ level) * 0x9E3779B97F4A7C15u;
+    return static_cast<std::uint32_t>(hash >> 32);
 }
 
 double LargestOf(T_REGION2D const &box) {
@@ -55,23 +72,22 @@ double LargestOf(T_REGION2D const &box) {
 // --- BoxGrid ---
 
 void BoxGrid::Insert(T_REGION2D const &box, int number) {
-    int const level = LevelOf(box);
-    VisitCells(level, box, [&](double column, double row) { InsertInCell({box, column, row, number, level, -1}); });
+    VisitCells(box, [&](std::uint32_t hash) { InsertInCell(box, number, hash); });
 }
 
 void BoxGrid::Remove(T_REGION2D const &box, int number) {
-    int const level = LevelOf(box);
-    VisitCells(level, box, [&](double column, double row) { RemoveFromCell({box, column, row, number, level, -1}); });
+    VisitCells(box, [&](std::uint32_t hash) { RemoveFromCell(number, hash); });
 }
 
 template <typename Visit>
-void BoxGrid::VisitCells(int level, T_REGION2D const &box, Visit visit) {
-    auto const [perWidth, perHeight] = m_levels[Index(level)];
-    double const lastColumn = std::floor(box.MaxX * perWidth);
-    double const lastRow = std::floor(box.MaxY * perHeight);
-    for (double column = std::floor(box.MinX * perWidth);;) {
-        for (double row = std::floor(box.MinY * perHeight);;) {
-            visit(column, row);
+void BoxGrid::VisitCells(T_REGION2D const &box, Visit visit) {
+    std::size_t const level = LevelOf(box);
+    Level const &cells = m_levels[level];
+    double const lastColumn = Floor(box.MaxX * cells.perWidth);
+    double const lastRow = Floor(box.MaxY * cells.perHeight);
+    for (double column = Floor(box.MinX * cells.perWidth);;) {
+        for (double row = Floor(box.MinY * cells.perHeight);;) {
+            visit(HashOf(level, column, row));
             if (row == lastRow)
                 break;
             row = row + 1 < lastRow ? row + 1 : lastRow;
@@ -86,63 +102,53 @@ void BoxGrid::Find(T_POINT2D const &p, std::vector<int> &numbers) const {
     if (m_entries.empty())
         return;
     for (std::size_t level = 0; level < m_levels.size(); ++level) {
-        double const column = std::floor(p.x * m_levels[level].perWidth);
-        double const row = std::floor(p.y * m_levels[level].perHeight);
-        int const wanted = static_cast<int>(level);
-        for (int at = m_buckets[BucketOf(wanted, column, row)]; at >= 0; at = m_entries[Index(at)].next) {
+        double const column = Floor(p.x * m_levels[level].perWidth);
+        double const row = Floor(p.y * m_levels[level].perHeight);
+        std::uint32_t const hash = HashOf(level, column, row);
+        for (int at = m_buckets[hash & (m_buckets.size() - 1)]; at >= 0; at = m_entries[Index(at)].next) {
             Entry const &entry = m_entries[Index(at)];
-            if (entry.level == wanted && entry.column == column && entry.row == row && Holds(entry.box, p))
+            if (entry.hash == hash && Holds(entry.box, p))
                 numbers.push_back(entry.number);
         }
     }
 }
 
-int BoxGrid::LevelOf(T_REGION2D const &box) {
+std::size_t BoxGrid::LevelOf(T_REGION2D const &box) {
     int const width = CellExponent(box.MaxX - box.MinX);
     int const height = CellExponent(box.MaxY - box.MinY);
-    auto const [at, isNew] = m_levelOfSize.try_emplace({width, height}, static_cast<int>(m_levels.size()));
-    if (isNew)
-        m_levels.push_back({std::ldexp(1.0, -width), std::ldexp(1.0, -height)});
-    return at->second;
+    for (std::size_t level = m_levels.size(); level-- > 0;) {
+        if (m_levels[level].width == width && m_levels[level].height == height)
+            return level;
+    }
+    m_levels.push_back({width, height, std::ldexp(1.0, -width), std::ldexp(1.0, -height)});
+    return m_levels.size() - 1;
 }
 
-std::size_t BoxGrid::BucketOf(int level, double column, double row) const {
-    // Adding 0.0 gives both zeros the same bits.
-    std::uint64_t hash = std::bit_cast<std::uint64_t>(column + 0.0) * 0x9E3779B97F4A7C15u;
-    hash = (hash ^ (hash >> 32) ^ std::bit_cast<std::uint64_t>(row + 0.0)) * 0xD6E8FEB86659FD93u;
-    hash = (hash ^ (hash >> 32) ^ static_cast<std::uint64_t>(level)) * 0x9E3779B97F4A7C15u;
-    return static_cast<std::size_t>(hash >> 32) & (m_buckets.size() - 1);
-}
-
-void BoxGrid::InsertInCell(Entry entry) {
+void BoxGrid::InsertInCell(T_REGION2D const &box, int number, std::uint32_t hash) {
     if (m_entries.size() >= m_buckets.size())
         Grow();
-    int &head = m_buckets[BucketOf(entry.level, entry.column, entry.row)];
-    entry.next = head;
-    head = static_cast<int>(m_entries.size());
-    m_entries.push_back(entry);
+    int &head = BucketOf(hash);
+    m_entries.push_back({box, hash, number, head});
+    head = static_cast<int>(m_entries.size()) - 1;
 }
 
-void BoxGrid::RemoveFromCell(Entry const &entry) {
-    for (int *at = &m_buckets[BucketOf(entry.level, entry.column, entry.row)]; *at >= 0;) {
-        Entry &candidate = m_entries[Index(*at)];
-        bool const isWanted = candidate.number == entry.number && candidate.level == entry.level &&
-                              candidate.column == entry.column && candidate.row == entry.row;
-        if (isWanted) {
-            candidate.level = kRemoved;
-            *at = candidate.next;
+void BoxGrid::RemoveFromCell(int number, std::uint32_t hash) {
+    for (int *at = &BucketOf(hash); *at >= 0; at = &m_entries[Index(*at)].next) {
+        Entry &entry = m_entries[Index(*at)];
+        if (entry.number == number && entry.hash == hash) {
+            entry.number = -1;
+            *at = entry.next;
             return;
         }
-        at = &candidate.next;
     }
 }
 
 void BoxGrid::Grow() {
     m_buckets.assign(m_buckets.empty() ? kFirstBucketCount : 2 * m_buckets.size(), -1);
     for (std::size_t i = 0; i < m_entries.size(); ++i) {
-        if (m_entries[i].level == kRemoved)
+        if (m_entries[i].number < 0)
             continue;
-        int &head = m_buckets[BucketOf(m_entries[i].level, m_entries[i].column, m_entries[i].row)];
+        int &head = BucketOf(m_entries[i].hash);
         m_entries[i].next = head;
         head = static_cast<int>(i);
     }
@@ -158,58 +164,74 @@ int DomainIndex::FirstWith(DM_VTEX const &point, int first) {
     for (int const domain : m_foundDomains) {
         bool const isNew = domain != previous;
         previous = domain;
-        if (isNew && Contains(m_domains[Index(domain)].Vtex, p) && !IsInHole(domain, p))
+        if (isNew && Contains(m_surfs[Index(domain)].Vtex, p) && !IsInHole(domain, p))
             return domain;
     }
     return -1;
 }
 
-/// Lists the domains, from `first` on, whose boxes hold the point; when few are left, without the grid.
+/// Lists the domains, from `first` on, whose boxes hold the point, in their order.
 void DomainIndex::FindDomains(T_POINT2D const &point, int first) {
     m_foundDomains.clear();
-    if (m_boxes.size() - Index(first) <= kFewDomains) {
-        for (std::size_t i = Index(first); i < m_boxes.size(); ++i) {
-            if (Holds(m_boxes[i], point))
-                m_foundDomains.push_back(static_cast<int>(i));
-        }
-        return;
+    if (Index(first) < m_inGrid) {
+        m_loopGrid.Find(point, m_foundDomains);
+        std::erase_if(m_foundDomains, [first](int domain) { return domain < first; });
+        std::sort(m_foundDomains.begin(), m_foundDomains.end());
     }
-    m_loopGrid.Find(point, m_foundDomains);
-    std::erase_if(m_foundDomains, [first](int domain) { return domain < first; });
-    std::sort(m_foundDomains.begin(), m_foundDomains.end());
+    for (std::size_t i = std::max(Index(first), m_inGrid); i < m_domains.size(); ++i) {
+        if (Holds(m_domains[i].box, point) && !IsCutOut(m_domains[i], point))
+            m_foundDomains.push_back(static_cast<int>(i));
+    }
+}
+
+bool DomainIndex::IsCutOut(Domain const &domain, T_POINT2D const &point) const {
+    if (domain.cut < 0)
+        return false;
+    T_REGION2D const &cut = m_cuts[Index(domain.cut)];
+    return point.x > cut.MinX && point.x < cut.MaxX && point.y > cut.MinY && point.y < cut.MaxY;
 }
 
 void DomainIndex::AddLastHole(int domain) {
-    TakeUpHole(domain, static_cast<int>(m_domains[Index(domain)].Holes.Size()) - 1);
+    TakeUpHole(domain, static_cast<int>(m_surfs[Index(domain)].Holes.Size()) - 1);
 }
 
 void DomainIndex::TakeUpDomains() {
-    while (m_boxes.size() < m_domains.Size()) {
-        int const domain = static_cast<int>(m_boxes.size());
-        m_boxes.push_back(BoxOf(m_domains[Index(domain)].Vtex));
-        m_loopGrid.Insert(m_boxes.back(), domain);
-        for (std::size_t hole = 0; hole < m_domains[Index(domain)].Holes.Size(); ++hole)
+    while (m_domains.size() < m_surfs.Size()) {
+        int const domain = static_cast<int>(m_domains.size());
+        m_domains.push_back({BoxOf(m_surfs[Index(domain)].Vtex), -1, 0, -1});
+        for (std::size_t hole = 0; hole < m_surfs[Index(domain)].Holes.Size(); ++hole)
             TakeUpHole(domain, static_cast<int>(hole));
     }
+    for (; m_inGrid + kFewDomains < m_domains.size(); ++m_inGrid)
+        InsertInGrid(static_cast<int>(m_inGrid));
 }
 
 void DomainIndex::TakeUpHole(int domain, int hole) {
-    DM_SURF_SUB const &loop = m_domains[Index(domain)].Holes[Index(hole)];
+    DM_SURF_SUB const &loop = m_surfs[Index(domain)].Holes[Index(hole)];
     T_REGION2D const box = BoxOf(loop.Vtex);
-    Holes &holes = m_holesOf[domain];
-    holes.boxes.push_back(box);
-    if (holes.boxes.size() > kManyHoles) {
-        bool const isFirstTime = holes.boxes.size() == kManyHoles + 1;
-        for (std::size_t i = isFirstTime ? 0 : holes.boxes.size() - 1; i < holes.boxes.size(); ++i)
-            holes.grid.Insert(holes.boxes[i], static_cast<int>(i));
+    Domain &owner = m_domains[Index(domain)];
+    m_holes.push_back({box, hole, owner.firstHole});
+    owner.firstHole = static_cast<int>(m_holes.size()) - 1;
+    ++owner.holeCount;
+    if (owner.holeCount > kManyHoles) {
+        BoxGrid &grid = m_holeGrids[domain];
+        bool const isFirstTime = owner.holeCount == kManyHoles + 1;
+        for (int at = owner.firstHole; at >= 0; at = isFirstTime ? m_holes[Index(at)].next : -1)
+            grid.Insert(m_holes[Index(at)].box, m_holes[Index(at)].index);
     }
-    if (!holes.isCutOut)
-        holes.isCutOut = CutOut(domain, box, loop);
+    if (owner.cut >= 0 || !CutOut(box, loop))
+        return;
+    bool const isInGrid = Index(domain) < m_inGrid;
+    if (isInGrid)
+        m_loopGrid.Remove(owner.box, domain);
+    owner.cut = static_cast<int>(m_cuts.size()) - 1;
+    if (isInGrid)
+        InsertInGrid(domain);
 }
 
-/// Replaces the box of the domain by the four boxes about the inside of a hole; false for one that is not an upright
-/// rectangle.
-bool DomainIndex::CutOut(int domain, T_REGION2D const &box, DM_SURF_SUB const &hole) {
+/// Notes the inside of a hole, so that its domain keeps only the box's parts about it; false for a hole that is not an
+/// upright rectangle.
+bool DomainIndex::CutOut(T_REGION2D const &box, DM_SURF_SUB const &hole) {
     double const size = LargestOf(box);
     if (hole.Vtex.Size() != 5 || hole.Vtex[0] != hole.Vtex[4] || !(size < kLargestCertain))
         return false;
@@ -223,17 +245,26 @@ bool DomainIndex::CutOut(int domain, T_REGION2D const &box, DM_SURF_SUB const &h
     T_REGION2D const inside{box.MinX + margin, box.MinY + margin, box.MaxX - margin, box.MaxY - margin};
     if (!(startsLevel || startsUpright) || !(inside.MinX < inside.MaxX) || !(inside.MinY < inside.MaxY))
         return false;
-    T_REGION2D const whole = m_boxes[Index(domain)];
+    m_cuts.push_back(inside);
+    return true;
+}
+
+/// Enters the box of a domain; one with a cut as the four boxes about it.
+void DomainIndex::InsertInGrid(int domain) {
+    T_REGION2D const &whole = m_domains[Index(domain)].box;
+    if (m_domains[Index(domain)].cut < 0) {
+        m_loopGrid.Insert(whole, domain);
+        return;
+    }
+    T_REGION2D const &inside = m_cuts[Index(m_domains[Index(domain)].cut)];
     T_REGION2D const parts[] = {{whole.MinX, whole.MinY, inside.MinX, whole.MaxY},
                                 {inside.MaxX, whole.MinY, whole.MaxX, whole.MaxY},
                                 {inside.MinX, whole.MinY, inside.MaxX, inside.MinY},
                                 {inside.MinX, inside.MaxY, inside.MaxX, whole.MaxY}};
-    m_loopGrid.Remove(whole, domain);
     for (T_REGION2D const &part : parts) {
         if (part.MinX <= part.MaxX && part.MinY <= part.MaxY)
             m_loopGrid.Insert(part, domain);
     }
-    return true;
 }
 
 T_REGION2D DomainIndex::BoxOf(MArray<int> const &loop) const {
@@ -255,21 +286,18 @@ bool DomainIndex::Contains(MArray<int> const &loop, T_POINT2D const &point) {
 }
 
 bool DomainIndex::IsInHole(int domain, T_POINT2D const &point) {
-    auto const found = m_holesOf.find(domain);
-    if (found == m_holesOf.end())
-        return false;
-    Holes const &holes = found->second;
+    Domain const &owner = m_domains[Index(domain)];
     m_foundHoles.clear();
-    if (holes.boxes.size() > kManyHoles) {
-        holes.grid.Find(point, m_foundHoles);
+    if (owner.holeCount > kManyHoles) {
+        m_holeGrids[domain].Find(point, m_foundHoles);
     } else {
-        for (std::size_t i = 0; i < holes.boxes.size(); ++i) {
-            if (Holds(holes.boxes[i], point))
-                m_foundHoles.push_back(static_cast<int>(i));
+        for (int at = owner.firstHole; at >= 0; at = m_holes[Index(at)].next) {
+            if (Holds(m_holes[Index(at)].box, point))
+                m_foundHoles.push_back(m_holes[Index(at)].index);
         }
     }
     for (int const hole : m_foundHoles) {
-        if (Contains(m_domains[Index(domain)].Holes[Index(hole)].Vtex, point))
+        if (Contains(m_surfs[Index(domain)].Holes[Index(hole)].Vtex, point))
             return true;
     }
     return false;

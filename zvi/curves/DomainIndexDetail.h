@@ -6,9 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <map>
 #include <unordered_map>
-#include <utility>
 #include <vector>
 
 namespace zvi::lib::detail {
@@ -19,7 +17,7 @@ namespace zvi::lib::detail {
 class BoxGrid {
 public:
     void Insert(T_REGION2D const &box, int number);
-    /// Takes out what `Insert` put in.
+    /// Takes out what `Insert` put in; no other box has the number.
     void Remove(T_REGION2D const &box, int number);
     /// Appends the numbers of the boxes that contain the point, border included.
     void Find(T_POINT2D const &p, std::vector<int> &numbers) const;
@@ -27,27 +25,26 @@ public:
 private:
     struct Entry {
         T_REGION2D box;
-        double column;
-        double row;
-        int number;
-        int level;
-        int next; ///< next entry of the bucket, -1 at the end
+        std::uint32_t hash; ///< of the cell
+        int number;         ///< -1 for an entry that was taken out
+        int next;           ///< next entry of the bucket, -1 at the end
     };
     struct Level {
+        int width;        ///< exponent of a cell's width
+        int height;       ///< exponent of a cell's height
         double perWidth;  ///< 1 / width of a cell
         double perHeight; ///< 1 / height of a cell
     };
 
-    int LevelOf(T_REGION2D const &box);
-    std::size_t BucketOf(int level, double column, double row) const;
+    std::size_t LevelOf(T_REGION2D const &box);
     template <typename Visit>
-    void VisitCells(int level, T_REGION2D const &box, Visit visit);
-    void InsertInCell(Entry entry);
-    void RemoveFromCell(Entry const &entry);
+    void VisitCells(T_REGION2D const &box, Visit visit);
+    int &BucketOf(std::uint32_t hash) { return m_buckets[hash & (m_buckets.size() - 1)]; }
+    void InsertInCell(T_REGION2D const &box, int number, std::uint32_t hash);
+    void RemoveFromCell(int number, std::uint32_t hash);
     void Grow();
 
     std::vector<Level> m_levels;
-    std::map<std::pair<int, int>, int> m_levelOfSize;
     std::vector<Entry> m_entries;
     std::vector<int> m_buckets; ///< first entry of each bucket; the size is a power of two
 };
@@ -60,7 +57,7 @@ private:
 class DomainIndex {
 public:
     DomainIndex(MArray<DM_SURF> const &domains, MArray<DM_VTEX> const &coordinates)
-        : m_domains(domains), m_coordinates(coordinates) {}
+        : m_surfs(domains), m_coordinates(coordinates) {}
 
     /// The first domain, from `first` on, that has the point in its loop and in none of its holes; -1 for none. Domains
     /// that were appended since the last call are taken up.
@@ -70,26 +67,36 @@ public:
     void AddLastHole(int domain);
 
 private:
-    /// The holes of one domain.
-    struct Holes {
-        std::vector<T_REGION2D> boxes;
-        BoxGrid grid;          ///< used when there are many
-        bool isCutOut = false; ///< whether the inside of a hole was taken out of the domain's box
+    struct Domain {
+        T_REGION2D box;
+        int firstHole; ///< -1 for none
+        int holeCount;
+        int cut; ///< the part that was taken out of the box; -1 for none
+    };
+    struct Hole {
+        T_REGION2D box;
+        int index; ///< among the holes of its domain
+        int next;  ///< next hole of the domain; -1 at the end
     };
 
     void FindDomains(T_POINT2D const &point, int first);
+    bool IsCutOut(Domain const &domain, T_POINT2D const &point) const;
     void TakeUpDomains();
     void TakeUpHole(int domain, int hole);
-    bool CutOut(int domain, T_REGION2D const &box, DM_SURF_SUB const &hole);
+    bool CutOut(T_REGION2D const &box, DM_SURF_SUB const &hole);
+    void InsertInGrid(int domain);
     T_REGION2D BoxOf(MArray<int> const &loop) const;
     bool Contains(MArray<int> const &loop, T_POINT2D const &point);
     bool IsInHole(int domain, T_POINT2D const &point);
 
-    MArray<DM_SURF> const &m_domains;
+    MArray<DM_SURF> const &m_surfs;
     MArray<DM_VTEX> const &m_coordinates;
-    std::vector<T_REGION2D> m_boxes; ///< by domain, of those taken up
-    BoxGrid m_loopGrid;              ///< boxes of the domains, or parts of them, by domain
-    std::unordered_map<int, Holes> m_holesOf;
+    std::vector<Domain> m_domains; ///< those taken up
+    std::vector<Hole> m_holes;     ///< of all domains
+    std::vector<T_REGION2D> m_cuts;
+    BoxGrid m_loopGrid;       ///< boxes of the domains, or what is left of them, by domain
+    std::size_t m_inGrid = 0; ///< so many domains are in it; the last few are not, as they may yet be cut
+    std::unordered_map<int, BoxGrid> m_holeGrids; ///< by domain with many holes
     std::vector<int> m_foundDomains;
     std::vector<int> m_foundHoles;
     MArray<T_POINT2D> m_polygon;
