@@ -10,14 +10,11 @@ namespace zvi::lib::detail {
 
 namespace {
 
-/// Cosine below which two directions certainly do not run along one another, far from the rounding of `kRunsAlong`.
-constexpr double kSurelyApart = 0.999998;
+/// Nodes with more edges than this find their corner of a loop in a hash map, others by looking at their edges.
+constexpr int kManyEdges = 16;
 
-/// Vertices with more edges than this find their corner of a loop in a hash map, others by looking at their edges.
-constexpr int kManyEdges = 12;
-
-std::uint64_t CornerKey(int vtex, int loop) {
-    return (static_cast<std::uint64_t>(static_cast<std::uint32_t>(vtex)) << 32) | static_cast<std::uint32_t>(loop);
+std::uint64_t CornerKey(int node, int loop) {
+    return (static_cast<std::uint64_t>(static_cast<std::uint32_t>(node)) << 32) | static_cast<std::uint32_t>(loop);
 }
 
 double Length(DM_VTEX const &from, DM_VTEX const &to) {
@@ -29,58 +26,25 @@ double Length(DM_VTEX const &from, DM_VTEX const &to) {
 } // namespace
 
 LoopDivider::LoopDivider(DomainGraph const &graph)
-    : m_graph(graph), m_nodes(Index(graph.HalfEdgeCount())), m_isNarrow(Index(graph.VtexCount())),
-      m_holeOfEdge(Index(graph.EdgeCount()), -1), m_barredAt(Index(graph.EdgeCount())),
-      m_visitedAt(Index(graph.VtexCount())), m_visitIndex(Index(graph.VtexCount())) {
-    FindNarrowVertices();
-}
-
-void LoopDivider::FindNarrowVertices() {
-    for (int vtex = 0; vtex < m_graph.VtexCount(); ++vtex)
-        m_isNarrow[Index(vtex)] = m_graph.Degree(vtex) > 2 && IsNarrow(vtex) ? 1 : 0;
-}
-
-/// Neighbours in the angular order are nearest to one another, so no pair is close when no pair of neighbours is. An
-/// edge without a direction stands anywhere in that order, so with one of them nothing is known.
-bool LoopDivider::IsNarrow(int vtex) const {
-    DM_VTEX const &at = m_graph.Coordinate(vtex);
-    auto const vectorTo = [&](int half) {
-        DM_VTEX const &far = m_graph.Coordinate(m_graph.Target(half));
-        return DM_VTEX{far.x - at.x, far.y - at.y};
-    };
-    DM_VTEX previous = vectorTo(m_graph.EndOut(vtex) - 1);
-    double previousSquare = Dot(previous, previous);
-    for (int half = m_graph.FirstOut(vtex); half < m_graph.EndOut(vtex); ++half) {
-        DM_VTEX const vector = vectorTo(half);
-        double const square = Dot(vector, vector);
-        double const dot = Dot(vector, previous);
-        bool const isApart = dot <= 0.0 || dot * dot < kSurelyApart * kSurelyApart * square * previousSquare;
-        if (!isApart || !(square > 4 * kNoDirection * kNoDirection))
-            return true;
-        previous = vector;
-        previousSquare = square;
-    }
-    return false;
+    : m_graph(graph), m_loopOf(Index(graph.HalfEdgeCount()), -1), m_links(Index(graph.HalfEdgeCount())),
+      m_visited(Index(graph.NodeCount())) {
+    m_entries.reserve(m_loopOf.size());
 }
 
 LoopDivider::Outcome LoopDivider::Divide(std::vector<int> const &halfEdges, MArray<DM_SURF> &domains) {
     if (!m_graph.IsTame())
         return Outcome::kUnproven;
+    Forget();
     AddLoop(halfEdges);
     Outcome const outcome = DivideInRounds();
-    if (outcome == Outcome::kDivided) {
-        domains.Reserve(m_done.size());
-        for (int const loop : m_done)
-            domains.PushBack(Record(loop));
-    }
-    Forget();
+    if (outcome == Outcome::kDivided)
+        AppendDomains(domains);
     return outcome;
 }
 
 LoopDivider::Outcome LoopDivider::DivideInRounds() {
     long long const limit = kDivisionsPerEdge * m_graph.EdgeCount();
     long long counter = 0;
-    m_done.clear();
     m_round.assign(1, 0);
     while (!m_round.empty()) {
         m_nextRound.clear();
@@ -93,7 +57,7 @@ LoopDivider::Outcome LoopDivider::DivideInRounds() {
             if (step == Step::kUnproven)
                 return Outcome::kUnproven;
             if (step == Step::kWhole) {
-                m_done.push_back(loop);
+                RecordLoop(loop);
                 continue;
             }
             m_nextRound.push_back(outA);
@@ -124,26 +88,24 @@ void LoopDivider::Join(int half, int next) {
 }
 
 void LoopDivider::SetLoop(int half, int loop) {
-    Node &node = At(half);
+    int &loopOf = m_loopOf[Index(half)];
     int const origin = m_graph.Origin(half);
     if (m_graph.Degree(origin) > kManyEdges) {
-        if (node.loop >= 0)
-            m_cornerOn.erase(CornerKey(origin, node.loop));
+        if (loopOf >= 0)
+            m_cornerOn.erase(CornerKey(origin, loopOf));
         m_cornerOn[CornerKey(origin, loop)] = half;
     }
-    if (node.loop < 0)
-        m_touched.push_back(half);
-    node.loop = loop;
+    loopOf = loop;
 }
 
-/// The half-edge with which `loop` leaves `vtex`; -1 when it does not pass there.
-int LoopDivider::CornerOn(int vtex, int loop) const {
-    if (m_graph.Degree(vtex) > kManyEdges) {
-        auto const found = m_cornerOn.find(CornerKey(vtex, loop));
+/// The half-edge with which `loop` leaves `node`; -1 when it does not pass there.
+int LoopDivider::CornerOn(int node, int loop) const {
+    if (m_graph.Degree(node) > kManyEdges) {
+        auto const found = m_cornerOn.find(CornerKey(node, loop));
         return found == m_cornerOn.end() ? -1 : found->second;
     }
-    for (int half = m_graph.FirstOut(vtex); half < m_graph.EndOut(vtex); ++half) {
-        if (At(half).loop == loop)
+    for (int half = m_graph.FirstOut(node); half < m_graph.EndOut(node); ++half) {
+        if (LoopOf(half) == loop)
             return half;
     }
     return -1;
@@ -152,10 +114,10 @@ int LoopDivider::CornerOn(int vtex, int loop) const {
 // --- Corners ---
 
 bool LoopDivider::IsOpen(int half) const {
-    int const vtex = m_graph.Origin(half);
-    if (m_graph.Clockwise(vtex, m_graph.Twin(At(half).previous)) != half)
+    int const node = m_graph.Origin(half);
+    if (m_graph.Clockwise(node, m_graph.Twin(At(half).previous)) != half)
         return true;
-    return m_isNarrow[Index(vtex)] != 0 && IsBarring(half);
+    return m_graph.IsNarrow(node) && IsBarring(half);
 }
 
 bool LoopDivider::IsBarring(int half) const {
@@ -169,10 +131,10 @@ bool LoopDivider::IsBarring(int half) const {
 
 /// Whether `half`, which leaves the corner's vertex, lies in the corner's sector.
 bool LoopDivider::IsInSector(int corner, int half) const {
-    int const vtex = m_graph.Origin(corner);
-    int const degree = m_graph.Degree(vtex);
+    int const node = m_graph.Origin(corner);
+    int const degree = m_graph.Degree(node);
     int const incoming = m_graph.Twin(At(corner).previous);
-    auto const stepsTo = [&](int other) { return (incoming - other + degree) % degree; };
+    auto const stepsTo = [&](int other) { return incoming - other + (incoming < other ? degree : 0); };
     return half != incoming && stepsTo(half) < stepsTo(corner);
 }
 
@@ -229,17 +191,18 @@ LoopDivider::Step LoopDivider::DivideOnce(int loop, int &outA, int &outB) {
 
 /// The first edge of the corner's sector that is not barred; -1 for none. Edges along the boundary get barred first.
 int LoopDivider::FindChord(int loop, int corner) {
-    int const vtex = m_graph.Origin(corner);
-    if (m_isNarrow[Index(vtex)] != 0) {
+    int const node = m_graph.Origin(corner);
+    if (m_graph.IsNarrow(node)) {
+        m_barredAt.resize(m_loopOf.size());
         VisitAlongBoundary(corner, [&](int half) {
-            m_barredAt[Index(m_graph.Edge(half))] = m_scan;
+            m_barredAt[Index(m_graph.Whole(half))] = m_scan;
             m_anyBarred = true;
             return true;
         });
     }
-    int half = m_graph.Clockwise(vtex, m_graph.Twin(At(corner).previous));
+    int half = m_graph.Clockwise(node, m_graph.Twin(At(corner).previous));
     while (half != corner && IsBarred(half, loop))
-        half = m_graph.Clockwise(vtex, half);
+        half = m_graph.Clockwise(node, half);
     return half == corner ? -1 : half;
 }
 
@@ -248,16 +211,16 @@ int LoopDivider::FindChord(int loop, int corner) {
 /// list are in order, so the search leaves each of the two both ways until the directions are surely apart.
 template <typename Visit>
 void LoopDivider::VisitAlongBoundary(int corner, Visit visit) const {
-    int const vtex = m_graph.Origin(corner);
+    int const node = m_graph.Origin(corner);
     int const incoming = m_graph.Twin(At(corner).previous);
-    DM_VTEX const &at = m_graph.Coordinate(vtex);
+    DM_VTEX const &at = m_graph.Coordinate(node);
     auto const far = [&](int half) -> DM_VTEX const & { return m_graph.Coordinate(m_graph.Target(half)); };
     DM_VTEX const back = UnitVector(at, far(incoming));
     DM_VTEX const ahead = UnitVector(at, far(corner));
     for (auto const &[from, boundary] : {std::pair{incoming, back}, std::pair{corner, ahead}}) {
         for (bool const clockwise : {false, true}) {
             for (int half = from;;) {
-                half = clockwise ? m_graph.Clockwise(vtex, half) : m_graph.CounterClockwise(vtex, half);
+                half = clockwise ? m_graph.Clockwise(node, half) : m_graph.CounterClockwise(node, half);
                 if (half == from)
                     break;
                 if (Length(at, far(half)) < kNoDirection)
@@ -274,12 +237,11 @@ void LoopDivider::VisitAlongBoundary(int corner, Visit visit) const {
 }
 
 bool LoopDivider::IsBarred(int half, int loop) const {
-    int const edge = m_graph.Edge(half);
-    if (m_anyBarred && m_barredAt[Index(edge)] == m_scan)
+    if (m_anyBarred && m_barredAt[Index(m_graph.Whole(half))] == m_scan)
         return true;
     if (m_holes.empty())
         return false;
-    int const hole = m_holeOfEdge[Index(edge)];
+    int const hole = m_holeOfEdge[Index(m_graph.Whole(half))];
     return hole >= 0 && m_holes[Index(hole)].owner == loop;
 }
 
@@ -287,23 +249,21 @@ bool LoopDivider::IsBarred(int half, int loop) const {
 LoopDivider::Step LoopDivider::FollowChord(int loop, int corner, int chord, int &outA, int &outB) {
     ++m_walkNumber;
     m_walk.clear();
-    int const start = m_graph.Origin(corner);
-    m_visitedAt[Index(start)] = m_walkNumber;
-    m_visitIndex[Index(start)] = 0;
+    m_visited[Index(m_graph.Origin(corner))] = {m_walkNumber, 0};
     for (int half = chord;;) {
         m_walk.push_back(half);
-        int const vtex = m_graph.Target(half);
-        if (m_visitedAt[Index(vtex)] == m_walkNumber)
-            return Hang(loop, Index(m_visitIndex[Index(vtex)]), outA, outB);
-        if (int const met = CornerOn(vtex, loop); met >= 0)
+        int const node = m_graph.Target(half);
+        Visited &visited = m_visited[Index(node)];
+        if (visited.walk == m_walkNumber)
+            return Hang(loop, Index(visited.index), outA, outB);
+        if (int const met = CornerOn(node, loop); met >= 0)
             return Split(loop, corner, met, outA, outB);
-        m_visitedAt[Index(vtex)] = m_walkNumber;
-        m_visitIndex[Index(vtex)] = static_cast<int>(m_walk.size());
+        visited = {m_walkNumber, static_cast<int>(m_walk.size())};
 
         int const arrived = m_graph.Twin(half);
-        half = m_graph.Clockwise(vtex, arrived);
+        half = m_graph.Clockwise(node, arrived);
         while (half != arrived && IsBarred(half, loop))
-            half = m_graph.Clockwise(vtex, half);
+            half = m_graph.Clockwise(node, half);
         if (half == arrived)
             return Step::kWhole; // a dead end: the loop stays as it is
     }
@@ -315,7 +275,7 @@ LoopDivider::Step LoopDivider::Split(int loop, int cornerA, int cornerB, int &ou
     if (!IsInSector(cornerB, m_graph.Twin(m_walk.back())))
         return Step::kUnproven;
     for (int const half : m_walk) {
-        if (At(half).loop >= 0 || At(m_graph.Twin(half)).loop >= 0)
+        if (LoopOf(half) >= 0 || LoopOf(m_graph.Twin(half)) >= 0)
             return Step::kUnproven;
     }
     int const added = static_cast<int>(m_loops.size());
@@ -386,15 +346,14 @@ void LoopDivider::ShareHoles(int firstHole, int right, int left) {
     int const start = m_loops[Index(right)].start;
     int half = start;
     do {
-        DM_VTEX const &vtex = m_graph.Coordinate(m_graph.Origin(half));
-        vertices.PushBack({vtex.x, vtex.y});
+        DM_VTEX const &at = m_graph.Coordinate(m_graph.Origin(half));
+        vertices.PushBack({at.x, at.y});
         half = At(half).next;
     } while (half != start);
     curves::PointInPolygon const polygon(vertices);
     for (int hole = firstHole, next = -1; hole >= 0; hole = next) {
         next = m_holes[Index(hole)].next;
-        MArray<int> const &list = m_holes[Index(hole)].lists.Vtex;
-        DM_VTEX const &middle = m_graph.Coordinate(list[list.Size() / 2]);
+        DM_VTEX const &middle = m_graph.Coordinate(m_holes[Index(hole)].middle);
         int const owner = polygon.Contains({middle.x, middle.y}, 1) != 0 ? right : left;
         AppendHole(hole, owner);
     }
@@ -414,23 +373,29 @@ void LoopDivider::AppendHole(int hole, int owner) {
 /// The walk came back to itself: a loop hangs from the boundary, by a tail or directly. The walk becomes a hole of the
 /// loop, and what it encloses a loop of its own, run the other way.
 LoopDivider::Step LoopDivider::Hang(int loop, std::size_t loopAt, int &outA, int &outB) {
+    m_holeOfEdge.resize(m_loopOf.size(), -1);
     std::vector<int> enclosed;
     for (std::size_t i = m_walk.size(); i-- > loopAt;)
         enclosed.push_back(m_graph.Twin(m_walk[i]));
-    auto const isTaken = [this](int half) { return At(half).loop >= 0; };
-    auto const isInHole = [this](int half) { return m_holeOfEdge[Index(m_graph.Edge(half))] >= 0; };
+    auto const isTaken = [this](int half) { return LoopOf(half) >= 0; };
+    auto const isInHole = [this](int half) { return m_holeOfEdge[Index(m_graph.Whole(half))] >= 0; };
     if (std::any_of(enclosed.begin(), enclosed.end(), isTaken) || std::any_of(m_walk.begin(), m_walk.end(), isInHole))
         return Step::kUnproven;
 
-    Hole hole{{}, loop, -1};
+    std::size_t const start = TailStart(loop, loopAt);
+    std::size_t const count = m_walk.size() - start;
     int const number = static_cast<int>(m_holes.size());
-    for (std::size_t i = TailStart(loop, loopAt); i < m_walk.size(); ++i) {
-        hole.lists.Vtex.PushBack(m_graph.Origin(m_walk[i]));
-        hole.lists.Curv.PushBack(m_graph.Edge(m_walk[i]));
-        hole.lists.CurvDir.PushBack(m_graph.Side(m_walk[i]));
-        m_holeOfEdge[Index(m_graph.Edge(m_walk[i]))] = number;
+    Hole hole{{ListOf(count + 1), ListOf(count), ListOf(count)}, -1, loop, -1};
+    for (std::size_t i = 0; i < count; ++i) {
+        int const half = m_walk[start + i];
+        hole.lists.Vtex[i] = m_graph.Vtex(m_graph.Origin(half));
+        hole.lists.Curv[i] = m_graph.Edge(half);
+        hole.lists.CurvDir[i] = m_graph.Side(half);
+        m_holeOfEdge[Index(m_graph.Whole(half))] = number;
+        m_holeHalves.push_back(half);
     }
-    hole.lists.Vtex.PushBack(m_graph.Target(m_walk.back()));
+    hole.lists.Vtex[count] = m_graph.Vtex(m_graph.Target(m_walk.back()));
+    hole.middle = m_graph.Origin(m_walk[start + (count + 1) / 2]);
     m_holes.push_back(std::move(hole));
     AppendHole(number, loop);
     outA = loop;
@@ -441,9 +406,9 @@ LoopDivider::Step LoopDivider::Hang(int loop, std::size_t loopAt, int &outA, int
 /// Of the tail, the part behind the junction nearest to the loop stays; without a junction all of it does.
 std::size_t LoopDivider::TailStart(int loop, std::size_t loopAt) const {
     for (std::size_t i = loopAt; i-- > 0;) {
-        int const vtex = m_graph.Origin(m_walk[i]);
+        int const node = m_graph.Origin(m_walk[i]);
         int open = 0;
-        for (int half = m_graph.FirstOut(vtex); half < m_graph.EndOut(vtex); ++half)
+        for (int half = m_graph.FirstOut(node); half < m_graph.EndOut(node); ++half)
             open += IsBarred(half, loop) ? 0 : 1;
         if (open > 2)
             return i;
@@ -453,44 +418,57 @@ std::size_t LoopDivider::TailStart(int loop, std::size_t loopAt) const {
 
 // --- Result ---
 
-DM_SURF LoopDivider::Record(int loop) const {
-    Loop const &source = m_loops[Index(loop)];
-    std::size_t count = 0;
-    int half = source.start;
+/// Notes the steps of a loop that stays whole, just walked as a rule and so at hand.
+void LoopDivider::RecordLoop(int loop) {
+    m_domains.push_back({loop, m_entries.size()});
+    int const start = m_loops[Index(loop)].start;
+    int half = start;
     do {
-        ++count;
+        m_entries.push_back({half, m_graph.Vtex(m_graph.Origin(half)), m_graph.EdgeAndSide(half)});
         half = At(half).next;
-    } while (half != source.start);
+    } while (half != start);
+}
 
-    DM_SURF surf;
-    surf.Vtex.Reserve(count + 1);
-    surf.Curv.Reserve(count);
-    surf.CurvDir.Reserve(source.hasDirections ? count : 0);
-    do {
-        surf.Vtex.PushBack(m_graph.Origin(half));
-        surf.Curv.PushBack(m_graph.Edge(half));
-        if (source.hasDirections)
-            surf.CurvDir.PushBack(m_graph.Side(half));
-        half = At(half).next;
-    } while (half != source.start);
-    surf.Vtex.PushBack(m_graph.Origin(half));
-    for (int hole = source.firstHole; hole >= 0; hole = m_holes[Index(hole)].next)
-        surf.Holes.PushBack(m_holes[Index(hole)].lists);
-    return surf;
+void LoopDivider::AppendDomains(MArray<DM_SURF> &domains) {
+    domains.Reserve(m_domains.size());
+    for (std::size_t i = 0; i < m_domains.size(); ++i) {
+        std::size_t const behind = i + 1 < m_domains.size() ? m_domains[i + 1].firstEntry : m_entries.size();
+        Loop const &loop = m_loops[Index(m_domains[i].loop)];
+        m_lists.Vtex.Clear();
+        m_lists.Curv.Clear();
+        m_lists.CurvDir.Clear();
+        for (std::size_t k = m_domains[i].firstEntry; k < behind; ++k) {
+            m_lists.Vtex.PushBack(m_entries[k].vtex);
+            m_lists.Curv.PushBack(m_entries[k].edgeAndSide >> 1);
+            if (loop.hasDirections)
+                m_lists.CurvDir.PushBack(m_entries[k].edgeAndSide & 1);
+        }
+        m_lists.Vtex.PushBack(m_lists.Vtex[0]);
+        DM_SURF surf{m_lists, {}}; // blocks of just the size
+        for (int hole = loop.firstHole; hole >= 0; hole = m_holes[Index(hole)].next)
+            surf.Holes.PushBack(std::move(m_holes[Index(hole)].lists));
+        domains.PushBack(std::move(surf));
+    }
 }
 
 /// Makes room for the next loop.
 void LoopDivider::Forget() {
-    for (int const half : m_touched)
-        At(half).loop = -1;
-    for (Hole const &hole : m_holes) {
-        for (int const edge : hole.lists.Curv)
-            m_holeOfEdge[Index(edge)] = -1;
+    for (Loop const &loop : m_loops) {
+        int half = loop.start;
+        do {
+            m_loopOf[Index(half)] = -1;
+            half = At(half).next;
+        } while (half != loop.start);
     }
-    m_touched.clear();
+    for (int const half : m_holeHalves)
+        m_holeOfEdge[Index(m_graph.Whole(half))] = -1;
+    m_holeHalves.clear();
     m_holes.clear();
     m_loops.clear();
-    m_cornerOn.clear();
+    m_domains.clear();
+    m_entries.clear();
+    if (!m_cornerOn.empty()) // clearing costs the room it once took
+        m_cornerOn.clear();
 }
 
 } // namespace zvi::lib::detail

@@ -44,15 +44,28 @@ public:
 
     /// Divides the loop that `halfEdges` run along, head to tail, starting at the origin of the first.
     Outcome Divide(std::vector<int> const &halfEdges, MArray<DM_SURF> &domains);
+    /// After a division: visits half-edges that cover every edge of its domains and their holes, and whose origins are
+    /// all their nodes.
+    template <typename Visit>
+    void VisitUsed(Visit visit) const {
+        for (Entry const &entry : m_entries)
+            visit(entry.half);
+        for (int const half : m_holeHalves)
+            visit(half);
+    }
 
 private:
-    /// What a half-edge is to the loop that runs along it.
-    struct Node {
-        int loop = -1;
+    /// Where a half-edge stands in the loop that runs along it.
+    struct Link {
         int next;
         int previous;
         int nextOpen;
         int previousOpen;
+    };
+
+    struct Visited {
+        std::uint32_t walk = 0; ///< the last walk that was at the node
+        int index = 0;          ///< where the node stands in that walk
     };
 
     struct Loop {
@@ -65,8 +78,22 @@ private:
 
     struct Hole {
         DM_SURF_SUB lists;
-        int owner; ///< the loop that has the hole
-        int next;  ///< the next hole of that loop; -1 at the end
+        int middle; ///< the node in the middle of the list
+        int owner;  ///< the loop that has the hole
+        int next;   ///< the next hole of that loop; -1 at the end
+    };
+
+    /// A step of a finished loop as the result tells it.
+    struct Entry {
+        int half;
+        int vtex;
+        int edgeAndSide;
+    };
+
+    /// A loop that stays whole.
+    struct Domain {
+        int loop;
+        std::size_t firstEntry;
     };
 
     /// Open corners in the order of the scan while they are being collected.
@@ -78,16 +105,15 @@ private:
     enum class Step { kWhole, kDivided, kUnproven };
 
     static std::size_t Index(int index) { return static_cast<std::size_t>(index); }
-    Node &At(int half) { return m_nodes[Index(half)]; }
-    Node const &At(int half) const { return m_nodes[Index(half)]; }
+    Link &At(int half) { return m_links[Index(half)]; }
+    Link const &At(int half) const { return m_links[Index(half)]; }
+    int LoopOf(int half) const { return m_loopOf[Index(half)]; }
 
-    void FindNarrowVertices();
-    bool IsNarrow(int vtex) const;
     Outcome DivideInRounds();
     int AddLoop(std::vector<int> const &halfEdges);
     void Join(int half, int next);
     void SetLoop(int half, int loop);
-    int CornerOn(int vtex, int loop) const;
+    int CornerOn(int node, int loop) const;
 
     bool IsOpen(int half) const;
     bool IsBarring(int half) const;
@@ -110,28 +136,29 @@ private:
     void AppendHole(int hole, int owner);
     Step Hang(int loop, std::size_t loopAt, int &outA, int &outB);
     std::size_t TailStart(int loop, std::size_t loopAt) const;
-    MArray<int> Vertices(int first) const;
-    DM_SURF Record(int loop) const;
+    void RecordLoop(int loop);
+    void AppendDomains(MArray<DM_SURF> &domains);
     void Forget();
 
     DomainGraph const &m_graph;
-    std::vector<Node> m_nodes;
-    std::vector<char> m_isNarrow; ///< by vertex: two of its edges run nearly along one another
+    std::vector<int> m_loopOf; ///< by half-edge: the loop that runs along it; -1 for none
+    std::vector<Link> m_links; ///< by half-edge
     std::vector<Loop> m_loops;
     std::vector<int> m_round; ///< the loops to divide in this round
     std::vector<int> m_nextRound;
-    std::vector<int> m_done; ///< the loops that stay whole
+    std::vector<Domain> m_domains; ///< the loops that stay whole
+    std::vector<Entry> m_entries;  ///< of all of them
+    DM_SURF_SUB m_lists;           ///< of one of them
     std::vector<Hole> m_holes;
     std::vector<int> m_holeOfEdge;         ///< the hole that has the edge; -1 for none
     std::vector<std::uint32_t> m_barredAt; ///< by edge: the last scan in which it was barred
     std::uint32_t m_scan = 0;
-    bool m_anyBarred = false;               ///< whether the present scan has barred an edge
-    std::vector<std::uint32_t> m_visitedAt; ///< by vertex: the last walk that was there
-    std::vector<int> m_visitIndex;          ///< by vertex: where it stands in that walk
+    bool m_anyBarred = false;       ///< whether the present scan has barred an edge
+    std::vector<Visited> m_visited; ///< by node
     std::uint32_t m_walkNumber = 0;
     std::vector<int> m_walk;                           ///< the half-edges of the present chord walk
-    std::vector<int> m_touched;                        ///< half-edges that were given a loop
-    std::unordered_map<std::uint64_t, int> m_cornerOn; ///< corners at vertices with many edges, by vertex and loop
+    std::vector<int> m_holeHalves;                     ///< the half-edges of the holes
+    std::unordered_map<std::uint64_t, int> m_cornerOn; ///< corners at nodes with many edges, by node and loop
 };
 
 } // namespace zvi::lib::detail

@@ -11,6 +11,9 @@ namespace zvi::lib::detail {
 /// would let slivers between a boundary and an edge that nearly covers it become domains.
 inline constexpr double kRunsAlong = 0.999999;
 
+/// Cosine below which two directions certainly do not run along one another, far from the rounding of `kRunsAlong`.
+inline constexpr double kSurelyApart = 0.999998;
+
 /// A vector shorter than this (drawing units) has no direction and is left as it is.
 inline constexpr double kNoDirection = 1e-12;
 
@@ -19,6 +22,14 @@ inline constexpr long long kDivisionsPerEdge = 10;
 
 inline std::size_t At(int index) {
     return static_cast<std::size_t>(index);
+}
+
+/// A list of `count` entries that are to be filled.
+inline MArray<int> ListOf(std::size_t count) {
+    MArray<int> list;
+    list.Reserve(count);
+    list.Resize(count);
+    return list;
 }
 
 /// Unit vector from `from` to `to`; the plain difference when that is shorter than `kNoDirection`.

@@ -13,39 +13,37 @@ constexpr std::size_t kNothingFinished = std::numeric_limits<std::size_t>::max()
 } // namespace
 
 OuterWalks::OuterWalks(DomainGraph const &graph)
-    : m_graph(graph), m_isVtexDone(Index(graph.VtexCount())), m_isEdgeDone(Index(graph.EdgeCount())),
-      m_skip(Index(graph.HalfEdgeCount()), -1), m_openCount(Index(graph.VtexCount())),
-      m_pathIndex(Index(graph.EdgeCount()), -1), m_firstFinished(kNothingFinished),
-      m_visitedAt(Index(graph.VtexCount())), m_visitIndex(Index(graph.VtexCount())) {
-    for (int vtex = 0; vtex < graph.VtexCount(); ++vtex)
-        m_openCount[Index(vtex)] = graph.Degree(vtex);
+    : m_graph(graph), m_isNodeDone(Index(graph.NodeCount())), m_isEdgeDone(Index(graph.HalfEdgeCount())),
+      m_steps(Index(graph.HalfEdgeCount())), m_openCount(Index(graph.NodeCount())), m_firstFinished(kNothingFinished),
+      m_visited(Index(graph.NodeCount())) {
+    for (int node = 0; node < graph.NodeCount(); ++node)
+        m_openCount[Index(node)] = graph.Degree(node);
 }
 
-void OuterWalks::MarkEdge(int edge, int a, int b) {
+void OuterWalks::MarkEdge(int half) {
+    int const edge = m_graph.Whole(half);
     if (m_isEdgeDone[Index(edge)] != 0)
         return;
     m_isEdgeDone[Index(edge)] = 1;
-    CountDown(a);
-    CountDown(b);
+    CountDown(m_graph.Origin(half));
+    CountDown(m_graph.Target(half));
     // The first edge of a walk is used even when it is finished.
-    std::size_t const step = Index(m_pathIndex[Index(edge)]);
-    if (m_pathIndex[Index(edge)] > 0 && step < m_path.size() && m_graph.Edge(m_path[step]) == edge)
-        m_firstFinished = std::min(m_firstFinished, step);
+    int const index = m_steps[Index(edge)].index;
+    if (index > 0 && Index(index) < m_path.size() && m_graph.Whole(m_path[Index(index)]) == edge)
+        m_firstFinished = std::min(m_firstFinished, Index(index));
 }
 
-void OuterWalks::CountDown(int vtex) {
-    if (--m_openCount[Index(vtex)] == 1)
-        m_loose.push_back(vtex);
+void OuterWalks::CountDown(int node) {
+    if (--m_openCount[Index(node)] == 1)
+        m_loose.push_back(node);
 }
 
 void OuterWalks::BarLooseEnds() {
     while (!m_loose.empty()) {
-        int const vtex = m_loose.back();
+        int const node = m_loose.back();
         m_loose.pop_back();
-        if (m_openCount[Index(vtex)] != 1)
-            continue;
-        int const half = SkipFinished(vtex, m_graph.FirstOut(vtex));
-        MarkEdge(m_graph.Edge(half), vtex, m_graph.Target(half));
+        if (m_openCount[Index(node)] == 1)
+            MarkEdge(SkipFinished(node, m_graph.FirstOut(node)));
     }
 }
 
@@ -58,15 +56,15 @@ bool OuterWalks::Walk(int start, std::vector<int> &loop) {
         int const next = NextOpen(m_path.back());
         if (next < 0)
             return false;
-        int const vtex = m_graph.Target(next);
-        if (IsVisited(vtex)) {
-            loop.assign(m_path.begin() + m_visitIndex[Index(vtex)], m_path.end());
+        Visited &visited = m_visited[Index(m_graph.Target(next))];
+        if (visited.walk == m_walkNumber) {
+            loop.assign(m_path.begin() + visited.index, m_path.end());
             loop.push_back(next);
             return true;
         }
-        m_pathIndex[Index(m_graph.Edge(next))] = static_cast<int>(m_path.size());
+        m_steps[Index(m_graph.Whole(next))].index = static_cast<int>(m_path.size());
         m_path.push_back(next);
-        Visit(vtex, m_path.size());
+        visited = {m_walkNumber, static_cast<int>(m_path.size())};
     }
 }
 
@@ -76,21 +74,16 @@ void OuterWalks::Begin(int start) {
     m_firstFinished = kNothingFinished;
     int const half = FirstHalfEdge(start);
     m_path.assign(1, half);
-    Visit(start, 0);
-    Visit(m_graph.Target(half), 1);
+    m_visited[Index(start)] = {m_walkNumber, 0};
+    m_visited[Index(m_graph.Target(half))] = {m_walkNumber, 1};
 }
 
 void OuterWalks::DropFinishedSteps() {
     while (m_path.size() > m_firstFinished) {
-        m_visitedAt[Index(m_graph.Target(m_path.back()))] = m_walkNumber - 1;
+        m_visited[Index(m_graph.Target(m_path.back()))].walk = m_walkNumber - 1;
         m_path.pop_back();
     }
     m_firstFinished = kNothingFinished;
-}
-
-void OuterWalks::Visit(int vtex, std::size_t index) {
-    m_visitedAt[Index(vtex)] = m_walkNumber;
-    m_visitIndex[Index(vtex)] = static_cast<int>(index);
 }
 
 /// The half-edge of the smallest sine; the earliest of equal ones.
@@ -114,26 +107,24 @@ int OuterWalks::FirstHalfEdge(int start) const {
 
 /// The next unfinished half-edge counter-clockwise from the one that the walk arrived by; -1 for none.
 int OuterWalks::NextOpen(int half) {
-    int const vtex = m_graph.Target(half);
-    int const arrived = m_graph.Twin(half);
-    bool const isFinished = m_isEdgeDone[Index(m_graph.Edge(half))] != 0;
-    if (m_openCount[Index(vtex)] <= (isFinished ? 0 : 1))
+    int const node = m_graph.Target(half);
+    if (m_openCount[Index(node)] <= (IsFinished(half) ? 0 : 1))
         return -1;
-    return SkipFinished(vtex, m_graph.CounterClockwise(vtex, arrived));
+    return SkipFinished(node, m_graph.CounterClockwise(node, m_graph.Twin(half)));
 }
 
 /// The first unfinished half-edge counter-clockwise from `half` on; there is one.
-int OuterWalks::SkipFinished(int vtex, int half) {
-    auto const isFinished = [this](int at) { return m_isEdgeDone[Index(m_graph.Edge(at))] != 0; };
+int OuterWalks::SkipFinished(int node, int half) {
     auto const after = [&](int at) {
-        return m_skip[Index(at)] >= 0 ? m_skip[Index(at)] : m_graph.CounterClockwise(vtex, at);
+        int const skip = m_steps[Index(at)].skip;
+        return skip >= 0 ? skip : m_graph.CounterClockwise(node, at);
     };
     int open = half;
-    while (isFinished(open))
+    while (IsFinished(open))
         open = after(open);
     for (int at = half; at != open;) {
         int const next = after(at);
-        m_skip[Index(at)] = open;
+        m_steps[Index(at)].skip = open;
         at = next;
     }
     return open;

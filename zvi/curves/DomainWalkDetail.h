@@ -7,7 +7,7 @@
 
 namespace zvi::lib::detail {
 
-/// The outer walks of the main scan, and the marks of what is finished: vertices that start no walk any more, and edges
+/// The outer walks of the main scan, and the marks of what is finished: nodes that start no walk any more, and edges
 /// that no walk may use.
 ///
 /// A turn past finished edges leaves links behind that lead past them at once the next time, so the turns of all walks
@@ -18,45 +18,52 @@ class OuterWalks {
 public:
     explicit OuterWalks(DomainGraph const &graph);
 
-    bool IsVtexDone(int vtex) const { return m_isVtexDone[Index(vtex)] != 0; }
-    void MarkVtex(int vtex) { m_isVtexDone[Index(vtex)] = 1; }
-    /// `a` and `b` are the ends of the edge.
-    void MarkEdge(int edge, int a, int b);
+    bool IsNodeDone(int node) const { return m_isNodeDone[Index(node)] != 0; }
+    void MarkNode(int node) { m_isNodeDone[Index(node)] = 1; }
+    /// Marks the edge of a half-edge.
+    void MarkEdge(int half);
 
-    /// Marks, until none is left, the last unfinished edge of every vertex that has one only. Later walks thus keep out
+    /// Marks, until none is left, the last unfinished edge of every node that has one only. Later walks thus keep out
     /// of the stubs that finished domains leave behind.
     void BarLooseEnds();
 
     /// Walks from `start` along its steepest falling edge, turning right as sharply as it can, until the walk meets
-    /// itself. `loop` gets the half-edges of the closed part. False at a dead end; since no vertex keeps a single
+    /// itself. `loop` gets the half-edges of the closed part. False at a dead end; since no node keeps a single
     /// unfinished edge, that happens behind the first edge only, and it happens at every later try as well.
     bool Walk(int start, std::vector<int> &loop);
 
 private:
     static std::size_t Index(int index) { return static_cast<std::size_t>(index); }
 
+    struct Visited {
+        std::uint32_t walk = 0; ///< the last walk that was at the node
+        int index = 0;          ///< how many half-edges of that walk lead to it
+    };
+
+    struct Step {
+        int skip = -1;  ///< of a finished half-edge: none before this one is unfinished; -1 for no such link
+        int index = -1; ///< of an edge, kept at its `Whole` half-edge: where it stood in a walk
+    };
+
     int FirstHalfEdge(int start) const;
     int NextOpen(int half);
     void Begin(int start);
     void DropFinishedSteps();
-    int SkipFinished(int vtex, int half);
-    void CountDown(int vtex);
-    bool IsVisited(int vtex) const { return m_visitedAt[Index(vtex)] == m_walkNumber; }
-    void Visit(int vtex, std::size_t index);
+    bool IsFinished(int half) const { return m_isEdgeDone[Index(m_graph.Whole(half))] != 0; }
+    int SkipFinished(int node, int half);
+    void CountDown(int node);
 
     DomainGraph const &m_graph;
-    std::vector<char> m_isVtexDone;
+    std::vector<char> m_isNodeDone;
     std::vector<char> m_isEdgeDone;
-    std::vector<int> m_skip;      ///< by finished half-edge: none before this one is unfinished; -1 for no such link
-    std::vector<int> m_openCount; ///< by vertex: unfinished edges
-    std::vector<int> m_loose;     ///< vertices that came down to one unfinished edge
+    std::vector<Step> m_steps;    ///< by half-edge
+    std::vector<int> m_openCount; ///< by node: unfinished edges
+    std::vector<int> m_loose;     ///< nodes that came down to one unfinished edge
 
     int m_start = -1;
-    std::vector<int> m_path;                ///< the half-edges of the present walk
-    std::vector<int> m_pathIndex;           ///< by edge: where it stood in a walk
-    std::size_t m_firstFinished;            ///< the present walk is valid before this half-edge
-    std::vector<std::uint32_t> m_visitedAt; ///< by vertex: the last walk that was there
-    std::vector<int> m_visitIndex;          ///< by vertex: how many half-edges of the walk lead to it
+    std::vector<int> m_path;     ///< the half-edges of the present walk
+    std::size_t m_firstFinished; ///< the present walk is valid before this half-edge
+    std::vector<Visited> m_visited;
     std::uint32_t m_walkNumber = 0;
 };
 

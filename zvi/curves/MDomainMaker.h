@@ -12,6 +12,10 @@
 
 namespace zvi::lib {
 
+namespace detail {
+class DomainGraph;
+}
+
 /// Turns a loose set of plane curves into closed domains with holes.
 ///
 ///     MDomainMaker maker;
@@ -82,26 +86,21 @@ private:
     int FarVtex(int edge, int vtex) const;
 
     // The steps of MakeDomain, in their order.
-    void DropDuplicateEdges();
-    void DropDanglingEdges();
-    void RemoveFromLists(std::vector<char> const &isRemoved);
-    void CollectDeadVtex();
-    void SortVtexEdges();
-    void SortByAngle(int vtex);
+    detail::DomainGraph TidyGraph(zvi::MArray<int> &candidates);
     void CollectCandidates(zvi::MArray<int> &candidates) const;
-    void ScanCandidates(zvi::MArray<int> const &candidates);
+    void ScanCandidates(detail::DomainGraph const &graph, zvi::MArray<int> const &candidates);
     void FinishDomains();
     void MapCurvIds(zvi::MArray<int> &curv) const;
     void MapHole(DM_SURF_SUB &hole) const;
 
     // The main scan for one candidate; true when it found domains.
-    bool ScanCandidate(int vtex, Run &run);
+    bool ScanCandidate(int node, Run &run);
     bool RetryAbandoned(std::size_t index, Run &run);
     int AddToHoles(std::vector<int> const &loop, int first, Run &run);
     int FirstDomainWith(DM_VTEX const &point);
     bool DivideLoop(std::vector<int> const &loop, Run &run);
     void DividePlainly(DM_SURF loop);
-    void MarkDone(DM_SURF_SUB const &loop, Run &run) const;
+    static void MarkDone(DM_SURF_SUB const &loop, Run &run);
 
     // The division of one domain.
     std::size_t CountOpenEdges(int vtex, zvi::MHashMap<int, int> const &barred) const;

@@ -1,11 +1,9 @@
 // The small operations on loops.
 
 #include "zvi/curves/DomainRulesDetail.h"
+#include "zvi/curves/DomainStarsDetail.h"
 #include "zvi/curves/MDomainMaker.h"
 #include "zvi/curves/PointInPolygonDetail.h"
-
-#include <cmath>
-#include <numbers>
 
 namespace zvi::lib {
 
@@ -114,19 +112,7 @@ int MDomainMaker::Util_IsPointInSurf(double x, double y, DM_SURF &surf) {
 }
 
 double MDomainMaker::Util_CalcAngle(double dx, double dy) {
-    constexpr double kDegreesPerRadian = 180.0 / std::numbers::pi;
-    if (dx == 0.0) {
-        if (dy == 0.0)
-            return 0.0;
-        return dy > 0.0 ? 90.0 : 270.0;
-    }
-    if (dx > 0.0) {
-        double const angle = std::atan(dy / dx) * kDegreesPerRadian;
-        return angle < 0.0 ? angle + 360.0 : angle;
-    }
-    if (dx < 0.0)
-        return std::atan(dy / dx) * kDegreesPerRadian + 180.0;
-    return 0.0;
+    return detail::DirectionAngle(dx, dy);
 }
 
 } // namespace zvi::lib

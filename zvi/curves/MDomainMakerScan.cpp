@@ -7,7 +7,6 @@
 #include "zvi/curves/DomainWalkDetail.h"
 #include "zvi/curves/MDomainMaker.h"
 
-#include <algorithm>
 #include <vector>
 
 namespace zvi::lib {
@@ -19,17 +18,16 @@ using detail::LoopDivider;
 struct MDomainMaker::Run {
     /// A candidate whose loop could not be divided within the limit.
     struct Abandoned {
-        int vtex;
+        int node;
         std::vector<int> loop;
         int firstUnasked; ///< the domains before this one do not hold the loop, and never will
     };
 
-    explicit Run(MDomainMaker const &maker)
-        : graph(maker.VtexCoord, maker.EdgeVtex, maker.VtexEdges), walks(graph), divider(graph),
-          index(maker.ResultSurf, maker.VtexCoord) {}
+    Run(MDomainMaker const &maker, DomainGraph const &edges)
+        : graph(edges), walks(edges), divider(edges), index(maker.ResultSurf, maker.VtexCoord) {}
 
-    DomainGraph graph;
-    detail::OuterWalks walks; ///< also knows which vertices and edges are finished
+    DomainGraph const &graph;
+    detail::OuterWalks walks; ///< also knows which nodes and edges are finished
     LoopDivider divider;
     detail::DomainIndex index;        ///< of the finished domains
     std::vector<int> loop;            ///< the half-edges of the present candidate's loop
@@ -40,36 +38,50 @@ namespace {
 
 /// The loop that the half-edges run along, as a domain without directions.
 DM_SURF MakeSurf(DomainGraph const &graph, std::vector<int> const &halfEdges) {
-    DM_SURF surf;
-    for (int const half : halfEdges) {
-        surf.Vtex.PushBack(graph.Origin(half));
-        surf.Curv.PushBack(graph.Edge(half));
+    std::size_t const count = halfEdges.size();
+    DM_SURF surf{{detail::ListOf(count + 1), detail::ListOf(count), {}}, {}};
+    for (std::size_t i = 0; i < count; ++i) {
+        surf.Vtex[i] = graph.Vtex(graph.Origin(halfEdges[i]));
+        surf.Curv[i] = graph.Edge(halfEdges[i]);
     }
-    surf.Vtex.PushBack(graph.Origin(halfEdges.front()));
+    surf.Vtex[count] = surf.Vtex[0];
     return surf;
+}
+
+/// The loop that the half-edges run along, as a hole: run the other way.
+DM_SURF_SUB MakeHole(DomainGraph const &graph, std::vector<int> const &halfEdges) {
+    std::size_t const count = halfEdges.size();
+    DM_SURF_SUB hole{detail::ListOf(count + 1), detail::ListOf(count), {}};
+    for (std::size_t i = 0; i < count; ++i) {
+        hole.Vtex[count - i] = graph.Vtex(graph.Origin(halfEdges[i]));
+        hole.Curv[count - 1 - i] = graph.Edge(halfEdges[i]);
+    }
+    hole.Vtex[0] = hole.Vtex[count];
+    return hole;
 }
 
 } // namespace
 
 /// After each group of new domains the scan starts again at the first candidate. Of the earlier ones only those whose
 /// division was abandoned need another look: the others are finished, or at a dead end for good.
-void MDomainMaker::ScanCandidates(zvi::MArray<int> const &candidates) {
-    Run run(*this);
+void MDomainMaker::ScanCandidates(DomainGraph const &graph, zvi::MArray<int> const &candidates) {
+    Run run(*this, graph);
     for (int const vtex : candidates) {
-        while (!run.walks.IsVtexDone(vtex) && ScanCandidate(vtex, run)) {
+        int const node = graph.Node(vtex);
+        while (!run.walks.IsNodeDone(node) && ScanCandidate(node, run)) {
             for (std::size_t i = 0; i < run.abandoned.size();)
                 i = RetryAbandoned(i, run) ? 0 : i + 1;
         }
     }
 }
 
-bool MDomainMaker::ScanCandidate(int vtex, Run &run) {
+bool MDomainMaker::ScanCandidate(int node, Run &run) {
     std::vector<int> &loop = run.loop;
-    if (!run.walks.Walk(vtex, loop))
+    if (!run.walks.Walk(node, loop))
         return false;
     int const firstUnasked = AddToHoles(loop, 0, run);
     if (!DivideLoop(loop, run)) {
-        run.abandoned.push_back({vtex, loop, firstUnasked});
+        run.abandoned.push_back({node, loop, firstUnasked});
         return false;
     }
     return true;
@@ -78,7 +90,7 @@ bool MDomainMaker::ScanCandidate(int vtex, Run &run) {
 bool MDomainMaker::RetryAbandoned(std::size_t index, Run &run) {
     Run::Abandoned &known = run.abandoned[index];
     std::vector<int> loop;
-    if (run.walks.IsVtexDone(known.vtex) || !run.walks.Walk(known.vtex, loop))
+    if (run.walks.IsNodeDone(known.node) || !run.walks.Walk(known.node, loop))
         return false;
     bool const isSame = loop == known.loop;
     known.firstUnasked = AddToHoles(loop, isSame ? known.firstUnasked : 0, run);
@@ -96,15 +108,12 @@ bool MDomainMaker::RetryAbandoned(std::size_t index, Run &run) {
 /// hold a point now never will, and what took the loop has the point on the border of that hole from now on. With
 /// coordinates beyond all measure neither is sure, and every domain is asked again.
 int MDomainMaker::AddToHoles(std::vector<int> const &loop, int first, Run &run) {
-    DM_VTEX const &middle = VtexCoord[At(run.graph.Origin(loop[(loop.size() + 1) / 2]))];
+    DM_VTEX const &middle = run.graph.Coordinate(run.graph.Origin(loop[(loop.size() + 1) / 2]));
     bool const isTame = run.graph.IsTame();
     int const domain = isTame ? run.index.FirstWith(middle, first) : FirstDomainWith(middle);
     if (domain < 0)
         return isTame ? static_cast<int>(ResultSurf.Size()) : 0;
-    DM_SURF_SUB hole = MakeSurf(run.graph, loop);
-    std::reverse(hole.Vtex.begin(), hole.Vtex.end());
-    std::reverse(hole.Curv.begin(), hole.Curv.end());
-    ResultSurf[At(domain)].Holes.PushBack(std::move(hole));
+    ResultSurf[At(domain)].Holes.PushBack(MakeHole(run.graph, loop));
     if (!isTame)
         return 0;
     run.index.AddLastHole(domain);
@@ -123,22 +132,28 @@ int MDomainMaker::FirstDomainWith(DM_VTEX const &point) {
 bool MDomainMaker::DivideLoop(std::vector<int> const &loop, Run &run) {
     std::size_t const first = ResultSurf.Size();
     LoopDivider::Outcome const outcome = run.divider.Divide(loop, ResultSurf);
-    if (outcome == LoopDivider::Outcome::kUnproven)
+    if (outcome == LoopDivider::Outcome::kDivided) {
+        run.divider.VisitUsed([&](int half) {
+            run.walks.MarkEdge(half);
+            run.walks.MarkNode(run.graph.Origin(half));
+        });
+    } else if (outcome == LoopDivider::Outcome::kUnproven) {
         DividePlainly(MakeSurf(run.graph, loop));
-    for (std::size_t i = first; i < ResultSurf.Size(); ++i) {
-        MarkDone(ResultSurf[i], run);
-        for (DM_SURF_SUB const &hole : ResultSurf[i].Holes)
-            MarkDone(hole, run);
+        for (std::size_t i = first; i < ResultSurf.Size(); ++i) {
+            MarkDone(ResultSurf[i], run);
+            for (DM_SURF_SUB const &hole : ResultSurf[i].Holes)
+                MarkDone(hole, run);
+        }
     }
     run.walks.BarLooseEnds();
     return ResultSurf.Size() > first;
 }
 
-void MDomainMaker::MarkDone(DM_SURF_SUB const &loop, Run &run) const {
+void MDomainMaker::MarkDone(DM_SURF_SUB const &loop, Run &run) {
     for (int const vtex : loop.Vtex)
-        run.walks.MarkVtex(vtex);
-    for (std::size_t i = 0; i < loop.Curv.Size(); ++i)
-        run.walks.MarkEdge(loop.Curv[i], loop.Vtex[i], loop.Vtex[i + 1]);
+        run.walks.MarkNode(run.graph.Node(vtex));
+    for (int const edge : loop.Curv)
+        run.walks.MarkEdge(run.graph.HalfOf(edge));
 }
 
 } // namespace zvi::lib
