@@ -41,6 +41,7 @@
 #include "zvi/core/WideNumber.h"
 #include "zvi/core/WideUnits.h"
 
+#include "zvi/curves/CurvIdIndex.h"
 #include "zvi/curves/DomainRecords.h"
 #include "zvi/curves/GeomRecords.h"
 #include "zvi/curves/MDomainMaker.h"

@@ -122,6 +122,31 @@ TEST(MDomainMaker, IgnoresMidPointsItHasNoUseFor) {
     EXPECT_EQ(VtexCount(maker), 2u);
 }
 
+// Lenses in a row, each of two refined arcs. Some ids come again, and their points go to the first edge that bears
+// them.
+TEST(MDomainMaker, RefinesTheFirstEdgeOfAnIdAmongMany) {
+    std::mt19937 random(7);
+    MDomainMaker maker;
+    MDomainMakerOracle oracle;
+    for (unsigned int id = 1; id <= 800; ++id) {
+        double const x = 3.0 * (id / 2);
+        Points const points{{x, 0}, {x + 1, id % 2 == 0 ? 0.5 : -0.5}, {x + 2, 0.1}};
+        bool const isAgain = std::uniform_int_distribution<int>(1, 20)(random) == 1;
+        unsigned int const taken = isAgain ? std::uniform_int_distribution<unsigned int>(1, id)(random) : id;
+        MArray<DM_VTEX> array = ToArray(points);
+        maker.AddCurvedCurvOnce(taken, array);
+        oracle.AddCurvedCurvOnce(taken, points);
+    }
+    maker.MakeDomain();
+    oracle.MakeDomain();
+    ASSERT_EQ(maker.GetResultSurf().Size(), oracle.Surfs.size());
+    for (std::size_t i = 0; i < oracle.Surfs.size(); ++i) {
+        EXPECT_EQ(Ids(maker.GetResultSurf()[i]), oracle.Surfs[i].Curv) << "domain " << i;
+        MArray<int> const &vertices = maker.GetResultSurf()[i].Vtex;
+        EXPECT_EQ(std::vector<int>(vertices.begin(), vertices.end()), oracle.Surfs[i].Vtex) << "domain " << i;
+    }
+}
+
 TEST(MDomainMaker, GivesASingleSquareAsItWasWalked) {
     MDomainMaker maker;
     AddRing(maker, 11, Square(1));
@@ -253,7 +278,7 @@ TEST(MDomainMaker, SurvivesCoordinatesBeyondAllMeasure) {
 TEST(MDomainMaker, FindsEveryFaceOfAMesh) {
     std::mt19937 random(7);
     std::uniform_real_distribution<double> jitter(-0.3, 0.3);
-    int const size = 60;
+    int const size = 100; // enough for the vertices to be numbered anew
     std::vector<DM_VTEX> points;
     for (int i = 0; i < size * size; ++i) {
         bool const isRim = i % size == 0 || i % size == size - 1 || i < size || i >= size * (size - 1);

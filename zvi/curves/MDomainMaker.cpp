@@ -53,14 +53,11 @@ void MDomainMaker::AttachEdge(int vtex, int edge) {
 }
 
 void MDomainMaker::AddCurvMidPoint(unsigned int id, zvi::MArray<DM_VTEX> &pts) {
-    std::size_t found = 0;
-    while (found < CurvId.Size() && CurvId[found] != id)
-        ++found;
-    if (found == CurvId.Size() || pts.Empty())
+    int const oldEdge = IdIndex.FindFirst(CurvId, id);
+    if (oldEdge < 0 || pts.Empty())
         return;
 
-    int const oldEdge = static_cast<int>(found);
-    int const endVtex = EdgeVtex[found].second;
+    int const endVtex = EdgeVtex[At(oldEdge)].second;
     int edge = oldEdge;
     for (DM_VTEX const &point : pts) {
         int const vtex = static_cast<int>(VtexCoord.Size());

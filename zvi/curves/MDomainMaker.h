@@ -3,6 +3,7 @@
 #include "zvi/core/Export.h"
 #include "zvi/core/MArray.h"
 #include "zvi/core/MHashMap.h"
+#include "zvi/curves/CurvIdIndex.h"
 #include "zvi/curves/DomainRecords.h"
 #include "zvi/curves/VtexXIndex.h"
 
@@ -141,6 +142,7 @@ private:
     zvi::MArray<int> VtexTag;                  ///< one entry per vertex, always 0
     zvi::MArray<DM_VTEX> VtexCoord;            ///< coordinates of each vertex
     zvi::MArray<unsigned int> CurvId;          ///< the caller's id of each edge; 0 after pruning
+    CurvIdIndex IdIndex;                       ///< first edge of an id, for refining curves
     zvi::MArray<std::pair<int, int>> EdgeVtex; ///< first and second vertex of each edge
     zvi::MArray<zvi::MArray<int>> VtexEdges;   ///< edges at each vertex
     zvi::MArray<DM_SURF> ResultSurf;           ///< finished domains

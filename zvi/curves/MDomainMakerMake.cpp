@@ -56,6 +56,7 @@ detail::DomainGraph MDomainMaker::TidyGraph(zvi::MArray<int> &candidates) {
     stars.DropDuplicates();
     for (int const edge : stars.DropDangling())
         CurvId[At(edge)] = 0;
+    IdIndex.Forget();
     stars.SortByAngle(VtexCoord);
     stars.CopyTo(VtexEdges);
     for (int vtex = 0; vtex < stars.VtexCount(); ++vtex) {
