@@ -194,6 +194,9 @@ TEST(DxfReader, LeavesOutHiddenThingsAndCountsThem) {
     EXPECT_EQ(Shown(chosen), "line 5,5 6,6; line 0,0 1,0");
     options.layers = {"frozne"};
     EXPECT_EQ(Refusal(text, options), "0: there is no layer \"frozne\"; did you mean \"Frozen\"?");
+
+    std::string const space = "0 BLOCK\n2 *MODEL_SPACE\n10 0\n20 0\n0 LINE\n8 A\n" + ends + "0 ENDBLK\n";
+    EXPECT_EQ(Shown(ReadDxf(DxfGroups(BlockSection(space) + "0 EOF\n"), {})), "line 5,5 6,6") << "no ENTITIES";
 }
 
 TEST(DxfReader, ReadsHeaderLayerNamesAndOddFiles) {

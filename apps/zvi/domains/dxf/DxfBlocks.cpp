@@ -6,6 +6,8 @@
 #include "apps/zvi/domains/dxf/ReadDxf.h"
 #include "apps/zvi/domains/dxf/TextDecoding.h"
 
+#include <algorithm>
+
 namespace zvi::app {
 
 DxfPlacer::DxfPlacer(DxfDocument const &source, ReadingOptions const &reading)
@@ -19,10 +21,19 @@ DrawingInput DxfPlacer::Place() {
     input.units = document.units;
     input.notes.bytesAfterEnd = document.bytesAfterEnd;
     CountLayouts();
-    PlaceAll(Parse(document.records), {Affine{}, layerZero, 0});
+    PlaceAll(Parse(ModelSpace()), {Affine{}, layerZero, 0});
     layers.CheckChoice();
     input.layers = layers.Names();
     return std::move(input);
+}
+
+/// The entities of model space. Some writers give them in its block alone and leave the section ENTITIES empty or out.
+std::vector<DxfRecord> const &DxfPlacer::ModelSpace() const {
+    auto const holdsThem = [](DxfBlock const &block) {
+        return SameNoCase(block.name, "*Model_Space") || SameNoCase(block.name, "$Model_Space");
+    };
+    auto const block = std::find_if(document.blocks.begin(), document.blocks.end(), holdsThem);
+    return document.records.empty() && block != document.blocks.end() ? block->records : document.records;
 }
 
 /// Counts the entities of the paper-space layouts, which are kept as blocks that no INSERT names.

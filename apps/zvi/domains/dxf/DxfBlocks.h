@@ -42,6 +42,7 @@ private:
         int depth = 0;
     };
 
+    std::vector<DxfRecord> const &ModelSpace() const;
     void CountLayouts();
     EntityList Parse(std::vector<DxfRecord> const &records);
     void PlaceAll(EntityList const &list, Surroundings const &around);

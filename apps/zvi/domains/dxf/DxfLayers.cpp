@@ -1,6 +1,7 @@
 #include "apps/zvi/domains/dxf/DxfLayers.h"
 
 #include "apps/zvi/common/Failure.h"
+#include "apps/zvi/common/Joined.h"
 #include "apps/zvi/common/NearestName.h"
 #include "apps/zvi/common/Text.h"
 #include "apps/zvi/domains/dxf/TextDecoding.h"
@@ -8,6 +9,20 @@
 #include <algorithm>
 
 namespace zvi::app {
+
+namespace {
+
+/// The names in double quotes; of many the first few.
+std::string ShownNames(std::vector<std::string> const &names) {
+    constexpr std::size_t kMostShown = 12;
+    std::string text;
+    for (std::size_t i = 0; i < std::min(names.size(), kMostShown); ++i) {
+        text += Joined(i == 0 ? "\"" : ", \"", names[i], "\"");
+    }
+    return names.size() > kMostShown ? Joined(text, " and ", std::to_string(names.size() - kMostShown), " more") : text;
+}
+
+} // namespace
 
 DxfLayers::DxfLayers(DxfDocument const &document, std::vector<std::string> const &chosen)
     : codePage(document.codePage), wanted(chosen) {
@@ -39,8 +54,8 @@ void DxfLayers::CheckChoice() const {
         }
         std::string const nearest = NearestName(name, names);
         throw InputError(
-            0, "there is no layer \"" + name + "\"" +
-                   (nearest.empty() ? "; see the drawing's layer list" : "; did you mean \"" + nearest + "\"?"));
+            0, "there is no layer \"" + name + "\"; " +
+                   (nearest.empty() ? "there are " + ShownNames(names) : "did you mean \"" + nearest + "\"?"));
     }
 }
 

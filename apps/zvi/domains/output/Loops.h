@@ -25,8 +25,7 @@ struct Box {
 /// line, a full turn for a circle.
 double SweepOf(lib::DrawingPiece const &piece);
 
-/// The point of a piece at a part (0 to 1) of its length from its start. A circle starts where its piece says, or at
-/// its easternmost point.
+/// The point of a piece at a part (0 to 1) of its length from its start. A circle starts at its easternmost point.
 lib::DrawingPoint PointOn(lib::DrawingPiece const &piece, double part);
 
 /// Grows the box by a piece: exactly for lines, by points 10 degrees apart for arcs.
