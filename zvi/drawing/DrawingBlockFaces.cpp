@@ -10,10 +10,6 @@ namespace zvi::lib::drawing {
 
 namespace {
 
-std::size_t At(int i) {
-    return static_cast<std::size_t>(i);
-}
-
 /// Chords of one place that lie nearer than this, in radians, get a star. The domain maker takes directions whose
 /// cosine exceeds 0.999999, that is 0.0014 radians, for one.
 constexpr double kClearlyApart = 0.002;
@@ -31,6 +27,10 @@ constexpr double kLargestExtent = 0x1p33;
 /// Distances, in the layout, of the places that lie at no true position, and of the point to the left of everything.
 constexpr double kSpacing = 3.0;
 constexpr double kFarLeft = 10.0;
+
+/// Angle, in radians, by which the links of a node in a chain stand off the direction 0: the one to the node before
+/// counter-clockwise, the one to the node after clockwise.
+constexpr double kLinkAngle = 0.02;
 
 double Wrapped(double angle) {
     return angle - kTwoPi * std::floor(angle / kTwoPi);
@@ -146,7 +146,7 @@ private:
     std::size_t LocalHalf(int half) const {
         auto const &edges = *block.edges;
         auto const at = std::lower_bound(edges.begin(), edges.end(), EdgeOfHalf(half)) - edges.begin();
-        return 2 * static_cast<std::size_t>(at) + static_cast<std::size_t>(half & 1);
+        return 2 * static_cast<std::size_t>(at) + At(half & 1);
     }
 
     /// A row of nodes joined by links. Around each stand the link to the node before, its share of the spokes, the link
@@ -198,10 +198,11 @@ private:
         unsigned int id = static_cast<unsigned int>(block.edges->size());
         for (auto const &[before, after] : links) {
             Node &start = nodes[At(before)], &end = nodes[At(after)];
-            points.assign({start.at,
-                           {start.at.x + kStarRadius * std::cos(-0.02), start.at.y + kStarRadius * std::sin(-0.02)},
-                           {end.at.x + kStarRadius * std::cos(0.02), end.at.y + kStarRadius * std::sin(0.02)},
-                           end.at});
+            points.assign(
+                {start.at,
+                 {start.at.x + kStarRadius * std::cos(-kLinkAngle), start.at.y + kStarRadius * std::sin(-kLinkAngle)},
+                 {end.at.x + kStarRadius * std::cos(kLinkAngle), end.at.y + kStarRadius * std::sin(kLinkAngle)},
+                 end.at});
             AddPolyline(++id, start, end);
         }
     }

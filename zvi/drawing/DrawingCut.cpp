@@ -43,11 +43,11 @@ struct NearPlace {
     double distance = 0.0;
 };
 
-Edge &EdgeAt(Network &network, int i) {
-    return network.edges[static_cast<std::size_t>(i)];
+Edge const &EdgeAt(Network const &network, int i) {
+    return network.edges[At(i)];
 }
 DrawingPoint PlaceAt(Network const &network, int i) {
-    return network.places[static_cast<std::size_t>(i)];
+    return network.places[At(i)];
 }
 
 Box Grown(Box box, double by) {
@@ -106,9 +106,9 @@ std::vector<Pair> CandidatePairs(Network const &network) {
         index.Find(boxes[i], found);
         int const self = static_cast<int>(i);
         for (int const k : found) {
-            int const other = moved[static_cast<std::size_t>(k)];
+            int const other = moved[At(k)];
             if (other != self && (!network.edges[i].moved || self < other) &&
-                !AreApart(network.edges[i], network.edges[static_cast<std::size_t>(other)], network.snap))
+                !AreApart(network.edges[i], network.edges[At(other)], network.snap))
                 pairs.emplace_back(self, other);
         }
     }
@@ -127,7 +127,7 @@ struct PairContacts {
 /// How near an end must come to an edge to lie on it. A loose end is drawn from the whole snap distance; a corner,
 /// where several ends have met already, only from a share of it: farther off it passes by, or its edges cross.
 double ReachOfEnd(Network const &network, int place) {
-    if (network.endCounts[static_cast<std::size_t>(place)] < 2)
+    if (network.endCounts[At(place)] < 2)
         return network.snap;
     return std::max(kShareOfCorner * network.snap, std::min(network.snap, 4.0 * network.rounding));
 }
@@ -140,13 +140,13 @@ void AddEnd(Network const &network, int place, DrawingPoint at, Edge const &b, i
     if (!shared && (!FootOn(b, at, foot) || foot.distance >= ReachOfEnd(network, place))) {
         if (network.snap > network.rounding || std::min(Distance(at, b.start), Distance(at, b.end)) >= network.snap)
             return;
-        contacts.points[static_cast<std::size_t>(contacts.pointCount++)] = at;
+        contacts.points[At(contacts.pointCount++)] = at;
         return;
     }
-    contacts.points[static_cast<std::size_t>(contacts.pointCount++)] = at;
+    contacts.points[At(contacts.pointCount++)] = at;
     if (shared || std::min(Distance(at, b.start), Distance(at, b.end)) < network.snap)
         return;
-    auto const slot = static_cast<std::size_t>(contacts.cutCount++);
+    auto const slot = At(contacts.cutCount++);
     contacts.cuts[slot] = {bIndex, place, foot.t};
     contacts.distances[slot] = foot.distance;
 }
@@ -159,7 +159,7 @@ bool IsClearOf(Edge const &a, Edge const &b, double snap) {
     return start * start > near && end * end > near;
 }
 
-PairContacts ContactsOf(Network &network, Pair pair) {
+PairContacts ContactsOf(Network const &network, Pair pair) {
     PairContacts contacts;
     Edge const &a = EdgeAt(network, pair.first);
     Edge const &b = EdgeAt(network, pair.second);
@@ -178,17 +178,17 @@ PairContacts ContactsOf(Network &network, Pair pair) {
 void CountEnds(Network &network) {
     network.endCounts.assign(network.places.size(), 0);
     for (Edge const &e : network.edges) {
-        ++network.endCounts[static_cast<std::size_t>(e.startPlace)];
-        ++network.endCounts[static_cast<std::size_t>(e.endPlace)];
+        ++network.endCounts[At(e.startPlace)];
+        ++network.endCounts[At(e.endPlace)];
     }
 }
 
-std::vector<NearPlace> NearPlaces(Network &network, std::vector<Pair> const &pairs) {
+std::vector<NearPlace> NearPlaces(Network const &network, std::vector<Pair> const &pairs) {
     std::vector<NearPlace> near;
     for (Pair const &pair : pairs) {
         PairContacts const contacts = ContactsOf(network, pair);
         for (int i = 0; i < contacts.cutCount; ++i) {
-            auto const slot = static_cast<std::size_t>(i);
+            auto const slot = At(i);
             near.push_back({contacts.cuts[slot].place, contacts.cuts[slot].edge, contacts.distances[slot]});
         }
     }
@@ -204,7 +204,7 @@ std::vector<NearPlace> NearPlaces(Network &network, std::vector<Pair> const &pai
 
 /// Where the edges near `place` meet, found by dropping the point onto each in turn. False when the point would leave
 /// an edge, come too near an end, or go too far.
-bool PointOnAll(Network &network, NearPlace const *first, NearPlace const *last, DrawingPoint &point) {
+bool PointOnAll(Network const &network, NearPlace const *first, NearPlace const *last, DrawingPoint &point) {
     DrawingPoint const origin = point;
     for (int round = 0; round < kMaxProjections; ++round) {
         for (NearPlace const *n = first; n != last; ++n) {
@@ -252,8 +252,8 @@ bool MovePlacesOntoEdges(Network &network, PlaceIndex &index, std::vector<Pair> 
         int const neighbour = index.Nearest(point, network.snap);
         if (neighbour >= 0 && neighbour != near[i].place)
             continue;
-        network.places[static_cast<std::size_t>(near[i].place)] = point;
-        network.counts.joined += network.endsAsWritten[static_cast<std::size_t>(near[i].place)];
+        network.places[At(near[i].place)] = point;
+        network.counts.joined += network.endsAsWritten[At(near[i].place)];
         any = true;
     }
     return any && RefitEdges(network, index);
@@ -291,13 +291,13 @@ std::vector<Contact> SortedByEdge(std::vector<Contact> const &contacts, std::siz
                                   std::vector<std::size_t> &begins) {
     begins.assign(edgeCount + 1, 0);
     for (Contact const &c : contacts)
-        ++begins[static_cast<std::size_t>(c.edge) + 1];
+        ++begins[At(c.edge) + 1];
     for (std::size_t i = 0; i < edgeCount; ++i)
         begins[i + 1] += begins[i];
     std::vector<Contact> sorted(contacts.size());
     std::vector<std::size_t> next(begins.begin(), begins.end() - 1);
     for (Contact const &c : contacts)
-        sorted[next[static_cast<std::size_t>(c.edge)]++] = c;
+        sorted[next[At(c.edge)]++] = c;
     for (std::size_t i = 0; i < edgeCount; ++i)
         std::sort(sorted.begin() + static_cast<std::ptrdiff_t>(begins[i]),
                   sorted.begin() + static_cast<std::ptrdiff_t>(begins[i + 1]),

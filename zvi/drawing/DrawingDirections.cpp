@@ -45,7 +45,7 @@ public:
     }
 
 private:
-    Edge const &EdgeOf(int halfEdge) const { return network.edges[static_cast<std::size_t>(EdgeOfHalf(halfEdge))]; }
+    Edge const &EdgeOf(int halfEdge) const { return network.edges[At(EdgeOfHalf(halfEdge))]; }
 
     double ShortestReach(int const *begin, int const *end) const {
         double reach = HUGE_VAL;
@@ -128,7 +128,7 @@ std::vector<double> SortByDirection(Network const &network, Spokes &spokes) {
         int *h = spokes.halfEdges.data() + spokes.begins[p];
         for (auto const &spoke : sorter.Sort(h, spokes.halfEdges.data() + spokes.begins[p + 1])) {
             *h++ = spoke.halfEdge;
-            directions[static_cast<std::size_t>(spoke.halfEdge)] = spoke.direction;
+            directions[At(spoke.halfEdge)] = spoke.direction;
         }
     }
     return directions;

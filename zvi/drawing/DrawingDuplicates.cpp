@@ -45,14 +45,14 @@ std::vector<int> OrderByPlaces(Network const &network) {
     std::vector<Edge> const &edges = network.edges;
     std::vector<std::size_t> begins(network.places.size() + 1, 0);
     for (Edge const &e : edges)
-        ++begins[static_cast<std::size_t>(PlacesOf(e).first) + 1];
+        ++begins[At(PlacesOf(e).first) + 1];
     for (std::size_t p = 0; p < network.places.size(); ++p)
         begins[p + 1] += begins[p];
     std::vector<int> order(edges.size());
     std::vector<std::size_t> next(begins.begin(), begins.end() - 1);
     for (std::size_t i = 0; i < edges.size(); ++i)
-        order[next[static_cast<std::size_t>(PlacesOf(edges[i]).first)]++] = static_cast<int>(i);
-    auto const higher = [&](int i) { return PlacesOf(edges[static_cast<std::size_t>(i)]).second; };
+        order[next[At(PlacesOf(edges[i]).first)]++] = static_cast<int>(i);
+    auto const higher = [&](int i) { return PlacesOf(edges[At(i)]).second; };
     for (std::size_t p = 0; p < network.places.size(); ++p)
         std::sort(order.begin() + static_cast<std::ptrdiff_t>(begins[p]),
                   order.begin() + static_cast<std::ptrdiff_t>(begins[p + 1]), [&](int a, int b) {
@@ -66,7 +66,7 @@ std::vector<int> OrderByPlaces(Network const &network) {
 std::vector<int> FindOriginals(Network const &network) {
     std::vector<Edge> const &edges = network.edges;
     std::vector<int> const order = OrderByPlaces(network);
-    auto const at = [&](std::size_t k) -> Edge const & { return edges[static_cast<std::size_t>(order[k])]; };
+    auto const at = [&](std::size_t k) -> Edge const & { return edges[At(order[k])]; };
     // With no snap distance at all (every coordinate 0) equal edges must still count as near.
     double const snap = std::max(network.snap, 1e-300);
     std::vector<int> originals(edges.size(), -1);
@@ -80,7 +80,7 @@ std::vector<int> FindOriginals(Network const &network) {
         for (std::size_t k = i; k < j; ++k) {
             auto const lie = LieOf(at(k));
             int const original = bundle.OriginalOf(lie, snap);
-            originals[static_cast<std::size_t>(order[k])] = original;
+            originals[At(order[k])] = original;
             if (original < 0)
                 bundle.Keep(order[k], lie);
         }
@@ -102,7 +102,7 @@ void DropDuplicates(Network &network, std::vector<DrawingCurve> const &curves, s
                 network.edges[remaining] = e;
             ++remaining;
         } else if (kept != nullptr) {
-            kept->push_back({e, newIndex[static_cast<std::size_t>(originals[i])]});
+            kept->push_back({e, newIndex[At(originals[i])]});
         } else {
             ++network.counts.duplicates;
             network.leftovers.push_back({PieceOf(e, curves, false), LeftoverReason::kDuplicate});

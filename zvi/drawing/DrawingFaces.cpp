@@ -8,10 +8,6 @@ namespace zvi::lib::drawing {
 
 namespace {
 
-std::size_t At(int i) {
-    return static_cast<std::size_t>(i);
-}
-
 /// Finds the faces of one block after another.
 class FaceFinder {
 public:

@@ -33,7 +33,7 @@ Nearest NearestTo(DrawingPoint at, Edge const &own, std::vector<Edge> const &edg
                   double reach) {
     Nearest nearest{-1, reach};
     for (int const i : candidates) {
-        double const d = MissOf(at, own, edges[static_cast<std::size_t>(i)]);
+        double const d = MissOf(at, own, edges[At(i)]);
         if (d < nearest.distance || (d == nearest.distance && (nearest.edge < 0 || i < nearest.edge)))
             nearest = {i, d};
     }
@@ -62,17 +62,17 @@ std::vector<DrawingGap> FindGaps(Network const &network, Spokes const &spokes, s
     for (Edge const &e : uncut)
         boxes.push_back(BoxOf(e));
     BoxIndex index(boxes);
-    auto const idOf = [&](Edge const &e) { return curves[static_cast<std::size_t>(e.curve)].id; };
+    auto const idOf = [&](Edge const &e) { return curves[At(e.curve)].id; };
     std::vector<int> found;
     for (int const place : loose) {
-        Edge const &own = network.edges[static_cast<std::size_t>(EdgeOfHalf(*spokes.Begin(place)))];
-        DrawingPoint const at = network.places[static_cast<std::size_t>(place)];
+        Edge const &own = network.edges[At(EdgeOfHalf(*spokes.Begin(place)))];
+        DrawingPoint const at = network.places[At(place)];
         index.Find({at.x - reach, at.y - reach, at.x + reach, at.y + reach}, found);
         Nearest const nearest = NearestTo(at, own, uncut, found, reach);
         if (nearest.edge >= 0)
             gaps.push_back({at,
                             nearest.distance,
-                            {idOf(own), idOf(uncut[static_cast<std::size_t>(nearest.edge)])},
+                            {idOf(own), idOf(uncut[At(nearest.edge)])},
                             nearest.distance * (1.0 + kAboveDistance)});
     }
     return gaps;

@@ -6,10 +6,6 @@ namespace zvi::lib::drawing {
 
 namespace {
 
-std::size_t At(int i) {
-    return static_cast<std::size_t>(i);
-}
-
 /// An edge that has not been given to any block yet.
 constexpr int kOpenEdge = -3;
 

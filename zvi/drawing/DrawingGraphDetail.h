@@ -16,7 +16,7 @@ inline int EdgeOfHalf(int halfEdge) {
     return halfEdge >> 1;
 }
 inline int OriginOf(Network const &network, int halfEdge) {
-    Edge const &e = network.edges[static_cast<std::size_t>(halfEdge >> 1)];
+    Edge const &e = network.edges[At(halfEdge >> 1)];
     return (halfEdge & 1) == 0 ? e.startPlace : e.endPlace;
 }
 
@@ -25,8 +25,8 @@ struct Spokes {
     std::vector<int> begins; ///< where those of each place begin; one entry more than there are places
     std::vector<int> halfEdges;
 
-    int const *Begin(int place) const { return halfEdges.data() + begins[static_cast<std::size_t>(place)]; }
-    int const *End(int place) const { return halfEdges.data() + begins[static_cast<std::size_t>(place) + 1]; }
+    int const *Begin(int place) const { return halfEdges.data() + begins[At(place)]; }
+    int const *End(int place) const { return halfEdges.data() + begins[At(place) + 1]; }
     int Degree(int place) const { return static_cast<int>(End(place) - Begin(place)); }
 };
 

@@ -87,8 +87,8 @@ int JoinEnd(Network &network, PlaceIndex &index, DrawingPoint p, double toleranc
     if (tolerance < network.snap && network.places.size() > before)
         network.isCrowded = true;
     network.endsAsWritten.resize(network.places.size(), 0);
-    if (network.places[static_cast<std::size_t>(place)] == p)
-        ++network.endsAsWritten[static_cast<std::size_t>(place)];
+    if (network.places[At(place)] == p)
+        ++network.endsAsWritten[At(place)];
     else
         ++network.counts.joined;
     return place;
@@ -101,7 +101,7 @@ void KeepCurvesWithLength(Network &network, PlaceIndex &index, std::vector<Drawi
     for (Edge &e : network.edges) {
         if (e.IsLoop() && std::fabs(e.sweep) <= kPi) {
             DrawingPiece piece = PieceOf(e, curves, false);
-            piece.type = curves[static_cast<std::size_t>(e.curve)].type;
+            piece.type = curves[At(e.curve)].type;
             network.leftovers.push_back({piece, LeftoverReason::kZeroLength});
             continue;
         }

@@ -11,10 +11,6 @@ namespace zvi::lib::drawing {
 
 namespace {
 
-std::size_t At(int i) {
-    return static_cast<std::size_t>(i);
-}
-
 /// Sets that grow together.
 class DisjointSets {
 public:
@@ -24,6 +20,13 @@ public:
         while (parent[At(i)] != i)
             i = parent[At(i)] = parent[At(parent[At(i)])];
         return i;
+    }
+    /// The set of each.
+    std::vector<int> Sets() {
+        std::vector<int> sets(parent.size());
+        for (std::size_t i = 0; i < sets.size(); ++i)
+            sets[i] = Find(static_cast<int>(i));
+        return sets;
     }
     void Unite(int a, int b) { parent[At(std::max(Find(a), Find(b)))] = std::min(Find(a), Find(b)); }
 
@@ -51,7 +54,7 @@ int RunsOf(Edge const &e, int index, std::array<Run, 3> &runs) {
     double const turn = std::fabs(e.sweep);
     std::array<std::pair<double, double>, 4> stops; // turn, y
     int stopCount = 0;
-    auto const addStop = [&](double at, double y) { stops[static_cast<std::size_t>(stopCount++)] = {at, y}; };
+    auto const addStop = [&](double at, double y) { stops[At(stopCount++)] = {at, y}; };
     addStop(0.0, e.start.y);
     bool const topFirst = top < bottom;
     for (bool const isTop : {topFirst, !topFirst})
@@ -60,13 +63,13 @@ int RunsOf(Edge const &e, int index, std::array<Run, 3> &runs) {
     addStop(turn, e.end.y);
     int count = 0;
     for (int i = 0; i + 1 < stopCount; ++i) {
-        auto const &a = stops[static_cast<std::size_t>(i)], &b = stops[static_cast<std::size_t>(i + 1)];
+        auto const &a = stops[At(i)], &b = stops[At(i + 1)];
         // The right half of a counter-clockwise arc rises.
         double const middle = 0.5 * (a.first + b.first);
         double const x = PointAt(e, middle / turn).x - e.center.x;
         double const side = x < 0.0 ? -1.0 : 1.0;
-        runs[static_cast<std::size_t>(count++)] = {index, std::min(a.second, b.second), std::max(a.second, b.second),
-                                                   side, counter == (side > 0.0)};
+        runs[At(count++)] = {index, std::min(a.second, b.second), std::max(a.second, b.second), side,
+                             counter == (side > 0.0)};
     }
     return count;
 }
@@ -163,7 +166,7 @@ private:
         std::array<Run, 3> runs;
         int const count = RunsOf(turned[At(i)], i, runs);
         for (int k = 0; k < count; ++k) {
-            Run const &run = runs[static_cast<std::size_t>(k)];
+            Run const &run = runs[At(k)];
             if (!(run.lowY <= p.y) || !(p.y < run.highY))
                 continue;
             double const x = XAt(turned[At(i)], run, p.y);
@@ -189,9 +192,13 @@ private:
     double firstWidth = 1.0; ///< how far to the left the first look goes
 };
 
-} // namespace
+/// What hangs together by the places that blocks share: their sides that see one another there, and the blocks.
+struct Groups {
+    std::vector<int> regionOfFace;
+    std::vector<int> partOfBlock;
+};
 
-std::vector<int> NestOutsides(Network const &network, Blocks const &blocks, Spokes const &spokes, Faces const &faces) {
+Groups GroupAtPlaces(Network const &network, Blocks const &blocks, Spokes const &spokes, Faces const &faces) {
     DisjointSets regions(faces.faces.size());
     DisjointSets parts(blocks.edges.size());
     for (std::size_t p = 0; p < network.places.size(); ++p) {
@@ -206,31 +213,33 @@ std::vector<int> NestOutsides(Network const &network, Blocks const &blocks, Spok
             regions.Unite(faces.faceOfHalf[At(*h)], faces.faceOfHalf[At(TwinOf(next))]);
         }
     }
-    std::vector<int> innerOfRegion(faces.faces.size(), -1);
-    std::vector<int> outsideOfPart(blocks.edges.size(), -1);
-    for (std::size_t f = 0; f < faces.faces.size(); ++f)
+    return {regions.Sets(), parts.Sets()};
+}
+
+} // namespace
+
+std::vector<int> NestOutsides(Network const &network, Blocks const &blocks, Spokes const &spokes, Faces const &faces) {
+    Groups const groups = GroupAtPlaces(network, blocks, spokes, faces);
+    std::size_t const count = faces.faces.size();
+    std::vector<int> innerOfRegion(count, -1);
+    for (std::size_t f = 0; f < count; ++f)
         if (!faces.faces[f].isOutside)
-            innerOfRegion[At(regions.Find(static_cast<int>(f)))] = static_cast<int>(f);
-    std::vector<int> partOfBlock(blocks.edges.size());
-    for (std::size_t b = 0; b < partOfBlock.size(); ++b)
-        partOfBlock[b] = parts.Find(static_cast<int>(b));
-    for (std::size_t f = 0; f < faces.faces.size(); ++f) {
-        Face const &face = faces.faces[f];
-        if (face.isOutside && innerOfRegion[At(regions.Find(static_cast<int>(f)))] < 0)
-            outsideOfPart[At(partOfBlock[At(face.block)])] = regions.Find(static_cast<int>(f));
-    }
+            innerOfRegion[At(groups.regionOfFace[f])] = static_cast<int>(f);
+    std::vector<int> outsideOfPart(blocks.edges.size(), -1); // its region
+    for (std::size_t f = 0; f < count; ++f)
+        if (faces.faces[f].isOutside && innerOfRegion[At(groups.regionOfFace[f])] < 0)
+            outsideOfPart[At(groups.partOfBlock[At(faces.faces[f].block)])] = groups.regionOfFace[f];
     std::vector<int> order;
-    PartNesting nesting(network, blocks, faces, partOfBlock);
-    std::vector<int> const seen = nesting.SeenFaces(order);
+    std::vector<int> const seen = PartNesting(network, blocks, faces, groups.partOfBlock).SeenFaces(order);
     for (int const part : order) {
         int const around = seen[At(part)];
         if (around >= 0 && outsideOfPart[At(part)] >= 0)
-            innerOfRegion[At(outsideOfPart[At(part)])] = innerOfRegion[At(regions.Find(around))];
+            innerOfRegion[At(outsideOfPart[At(part)])] = innerOfRegion[At(groups.regionOfFace[At(around)])];
     }
-    std::vector<int> parents(faces.faces.size(), -1);
-    for (std::size_t f = 0; f < faces.faces.size(); ++f)
+    std::vector<int> parents(count, -1);
+    for (std::size_t f = 0; f < count; ++f)
         if (faces.faces[f].isOutside)
-            parents[f] = innerOfRegion[At(regions.Find(static_cast<int>(f)))];
+            parents[f] = innerOfRegion[At(groups.regionOfFace[f])];
     return parents;
 }
 

@@ -7,10 +7,6 @@ namespace zvi::lib::drawing {
 
 namespace {
 
-std::size_t At(int i) {
-    return static_cast<std::size_t>(i);
-}
-
 /// An edge as a loop runs through it.
 struct Stretch {
     Edge const *edge = nullptr;
@@ -74,15 +70,15 @@ private:
         for (int const h : face.halfEdges)
             loop.push_back(Take(h));
         auto const &halves = face.halfEdges;
-        auto first = std::min_element(halves.begin(), halves.end()) - halves.begin();
-        for (std::size_t k = 0; k < loop.size(); ++k) {
-            auto const before =
-                (first + static_cast<std::ptrdiff_t>(loop.size()) - 1) % static_cast<std::ptrdiff_t>(loop.size());
-            if (!Continues(loop[static_cast<std::size_t>(before)], loop[static_cast<std::size_t>(first)]))
+        std::size_t const count = loop.size();
+        auto first = static_cast<std::size_t>(std::min_element(halves.begin(), halves.end()) - halves.begin());
+        for (std::size_t k = 0; k < count; ++k) {
+            std::size_t const before = (first + count - 1) % count;
+            if (!Continues(loop[before], loop[first]))
                 break;
             first = before;
         }
-        std::rotate(loop.begin(), loop.begin() + first, loop.end());
+        std::rotate(loop.begin(), loop.begin() + static_cast<std::ptrdiff_t>(first), loop.end());
         std::vector<DrawingPiece> pieces;
         for (std::size_t i = 0; i < loop.size(); ++i) {
             DrawingPiece const piece = PieceOf(*loop[i].edge, curves, loop[i].reversed);
@@ -96,7 +92,7 @@ private:
         return pieces;
     }
 
-    /// Whether `b` goes on along the curve of `a` as one line or one arc.
+    /// Whether `next` goes on along the curve of `s` as one line or one arc.
     bool Continues(Stretch s, Stretch next) const {
         Edge const &a = *s.edge, &b = *next.edge;
         if (&a == &b || a.curve != b.curve || s.reversed != next.reversed || a.isArc != b.isArc)

@@ -60,8 +60,8 @@ void FitWithRise(Edge &e, double rise) {
 
 bool LiesOnPlaces(Edge const &e, std::vector<DrawingPoint> const &places, double rounding) {
     double const allowed = rounding + e.radius * kRounding;
-    double const offStart = std::fabs(Distance(places[static_cast<size_t>(e.startPlace)], e.center) - e.radius);
-    double const offEnd = std::fabs(Distance(places[static_cast<size_t>(e.endPlace)], e.center) - e.radius);
+    double const offStart = std::fabs(Distance(places[At(e.startPlace)], e.center) - e.radius);
+    double const offEnd = std::fabs(Distance(places[At(e.endPlace)], e.center) - e.radius);
     return offStart <= allowed && offEnd <= allowed;
 }
 
@@ -132,8 +132,8 @@ Edge TakeSecondHalf(Edge &e, int middle) {
 }
 
 bool FitToPlaces(Edge &e, std::vector<DrawingPoint> const &places, double rounding) {
-    DrawingPoint const start = places[static_cast<size_t>(e.startPlace)];
-    DrawingPoint const end = places[static_cast<size_t>(e.endPlace)];
+    DrawingPoint const start = places[At(e.startPlace)];
+    DrawingPoint const end = places[At(e.endPlace)];
     if (!e.isArc) {
         e.start = start;
         e.end = end;
@@ -161,7 +161,7 @@ bool FitToPlaces(Edge &e, std::vector<DrawingPoint> const &places, double roundi
 
 DrawingPiece PieceOf(Edge const &e, std::vector<DrawingCurve> const &curves, bool reversed) {
     DrawingPiece piece;
-    piece.curve = curves[static_cast<size_t>(e.curve)].id;
+    piece.curve = curves[At(e.curve)].id;
     piece.type = !e.isArc ? DrawingCurveType::kLine : e.IsLoop() ? DrawingCurveType::kCircle : DrawingCurveType::kArc;
     piece.reversed = reversed;
     piece.from = e.from;

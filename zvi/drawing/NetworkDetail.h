@@ -5,6 +5,7 @@
 #include "zvi/drawing/DrawingRecords.h"
 
 #include <cmath>
+#include <cstddef>
 #include <vector>
 
 namespace zvi::lib::drawing {
@@ -45,6 +46,11 @@ inline DrawingPoint Left(DrawingPoint a) {
 }
 inline double SquaredDistance(DrawingPoint a, DrawingPoint b) {
     return Dot(a - b, a - b);
+}
+
+/// The numbers of edges, places, faces and half-edges are int, and -1 says none; this is one as an index.
+inline std::size_t At(int i) {
+    return static_cast<std::size_t>(i);
 }
 
 struct Box {

@@ -35,8 +35,8 @@ std::size_t PlaceIndex::SlotOf(double x, double y) const {
 }
 
 void PlaceIndex::Search(double cellX, double cellY, DrawingPoint p, double &best, int &found) const {
-    for (int i = cells[SlotOf(cellX, cellY)].first; i >= 0; i = next[static_cast<std::size_t>(i)]) {
-        double const d = Distance(places[static_cast<std::size_t>(i)], p);
+    for (int i = cells[SlotOf(cellX, cellY)].first; i >= 0; i = next[At(i)]) {
+        double const d = Distance(places[At(i)], p);
         if (d < best || (d == best && found >= 0 && i < found) || (d == 0.0 && found < 0)) {
             best = d;
             found = i;
@@ -73,7 +73,7 @@ void PlaceIndex::Grow() {
 void PlaceIndex::Register(int place) {
     if (2 * used >= cells.size())
         Grow();
-    DrawingPoint const p = places[static_cast<std::size_t>(place)];
+    DrawingPoint const p = places[At(place)];
     double const x = std::floor(p.x * inverseSize), y = std::floor(p.y * inverseSize);
     Cell &cell = cells[SlotOf(x, y)];
     if (cell.first < 0) {
@@ -81,7 +81,7 @@ void PlaceIndex::Register(int place) {
         cell.y = y;
         ++used;
     }
-    next[static_cast<std::size_t>(place)] = cell.first;
+    next[At(place)] = cell.first;
     cell.first = place;
 }
 

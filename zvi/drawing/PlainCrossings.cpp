@@ -71,7 +71,7 @@ int PlainCrossings::Points(Frame const &frame, Edge const &a, Edge const &b, Dra
         return 0;
     int const count = static_cast<int>(std::min<std::size_t>(found.Size(), 2));
     for (int i = 0; i < count; ++i)
-        points[i] = frame.Out(found[static_cast<std::size_t>(i)]);
+        points[i] = frame.Out(found[At(i)]);
     return count;
 }
 
