@@ -1,53 +1,28 @@
 #include "zvi/math/Angle.h"
 
-#include <gtest/gtest.h>
+#include "tests/math/Near.h"
 
-#include <cmath>
-
-namespace zvi::lib {
+namespace zvi::lib::test {
 
 TEST(Angle, PlaneAnglesAreSignedAndEndAtPlus180) {
-    struct Row {
-        double x1, y1, x2, y2, degrees;
-    };
-    Row const rows[] = {
-        {1, 0, 0, -1, -90.0},
-        {1, 0, -1, 0, 180.0},
-        {1, 0, -1, -1e-5, 180.0},
-        {3, 0, 5, 5, 45.0},
-        {0, 2, 1, 0, -90.0},
-        {1, 1, 2, 2, 0.0},
-        {1, 0, 1, 1e-4, 0.0},
-        {1, 0, 1, 1.5e-4, 0.0085944},
-        {7e-5, 0, 0, 7e-5, 0.0},
-        {8e-5, 0, 0, 8e-5, 90.0},
-        {0, 0, 1, 1, 0.0},
-        {-1, 0, 0, -4, 90.0},
-        {1, 0, -0.5, 0.8660254037844386, 120.0},
-    };
-    for (Row const &row : rows) {
-        double const v1[2] = {row.x1, row.y1};
-        double const v2[2] = {row.x2, row.y2};
-        double const apex[2] = {3.0, -7.0};
-        double const p1[2] = {3.0 + row.x1, -7.0 + row.y1};
-        double const p2[2] = {3.0 + row.x2, -7.0 + row.y2};
-        EXPECT_NEAR(angle_2d(v1, v2), row.degrees, 1e-6) << &row - rows;
-        EXPECT_NEAR(angle_2d(apex, p1, p2), row.degrees, 1e-6) << &row - rows;
-        EXPECT_NEAR(angle_3d(row.x1, 0.0, row.y1, row.x2, 0.0, row.y2), std::abs(row.degrees), 1e-6) << &row - rows;
+    Xy const apex{3, -7};
+    for (auto const &[v, w, degrees] : Rows<Xy, Xy, double>(
+             "1 0 0 -1 -90; 1 0 -1 0 180; 1 0 -1 -1e-5 180; 3 0 5 5 45; 0 2 1 0 -90; 1 1 2 2 0; 1 0 1 1e-4 0;"
+             "1 0 1 1.5e-4 0.0085944; 7e-5 0 0 7e-5 0; 8e-5 0 0 8e-5 90; 0 0 1 1 0; -1 0 0 -4 90;"
+             "1 0 -0.5 0.8660254037844386 120")) {
+        EXPECT_NEAR(angle_2d(v, w), degrees, 1e-6) << v << w;
+        EXPECT_NEAR(angle_2d(apex, apex + v, apex + w), degrees, 1e-6) << v << w;
+        EXPECT_NEAR(angle_3d(v[0], 0.0, v[1], w[0], 0.0, w[1]), std::abs(degrees), 1e-6) << v << w;
     }
 }
 
 TEST(Angle, SpaceAngleAtTheFirstPoint) {
-    double const apex[3] = {1, 2, 3};
-    double const p1[3] = {2, 4, 5};
-    double const p2[3] = {5, 2, 6};
-    double const v1[3] = {1, 2, 2};
-    double const v2[3] = {4, 0, 3};
+    Xyz const apex{1, 2, 3}, v{1, 2, 2}, w{4, 0, 3};
     double const expected = std::acos(2.0 / 3.0) * 180.0 / M_PI;
-    EXPECT_NEAR(angle_3d(apex, p1, p2), expected, 1e-12);
-    EXPECT_NEAR(angle_3d(v1, v2), expected, 1e-12);
-    EXPECT_EQ(angle_3d(apex, apex, p2), 0.0);
-    EXPECT_TRUE(std::isnan(angle_3d(std::nan(""), 0.0, 0.0, 1.0, 0.0, 0.0)));
+    EXPECT_NEAR(angle_3d(apex, apex + v, apex + w), expected, 1e-12);
+    EXPECT_NEAR(angle_3d(v, w), expected, 1e-12);
+    EXPECT_EQ(angle_3d(apex, apex, w), 0.0);
+    EXPECT_TRUE(std::isnan(angle_3d(NAN, 0.0, 0.0, 1.0, 0.0, 0.0)));
 }
 
-} // namespace zvi::lib
+} // namespace zvi::lib::test

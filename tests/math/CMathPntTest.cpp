@@ -5,13 +5,9 @@
 #include "zvi/math/CMathPln.h"
 #include "zvi/math/CMathVec.h"
 
-#include <cmath>
 #include <cstring>
 
-namespace zvi::lib {
-
-using test::ExpectNear;
-using test::Xyz;
+namespace zvi::lib::test {
 
 TEST(CMathPnt, IsThreeAdjacentDoubles) {
     MVector<double, 3> const values(1.0, 2.0, 3.0);
@@ -23,76 +19,68 @@ TEST(CMathPnt, IsThreeAdjacentDoubles) {
 }
 
 TEST(CMathPnt, IsNullUpToItsLimitInEachCoordinate) {
-    EXPECT_EQ(CMathPnt(1e-10, -1e-10, 0.0).IsNull(), 1);
-    EXPECT_EQ(CMathPnt(1.1e-10, 0.0, 0.0).IsNull(), 0);
-    EXPECT_EQ(CMathPnt(0.0, 0.0, -1.1e-10).IsNull(), 0);
+    EXPECT_EQ(CMathPnt(1e-10, -1e-10, 0).IsNull(), 1);
+    EXPECT_EQ(CMathPnt(1.1e-10, 0, 0).IsNull(), 0);
+    EXPECT_EQ(CMathPnt(0, 0, -1.1e-10).IsNull(), 0);
 }
 
 TEST(CMathPnt, IsEqualTestsAnInclusiveBox) {
-    CMathPnt const p(1.0, 2.0, 3.0);
-    EXPECT_EQ(p.IsEqual(CMathPnt(2.0, 1.0, 4.0), 1.0), 1);
-    EXPECT_EQ(p.IsEqual(CMathPnt(1.0, 2.0, 4.001), 1.0), 0);
-    EXPECT_EQ(p.IsEqual(CMathPnt(1.0, 2.0, std::nan("")), 1.0), 0);
+    for (auto const &[z, equal] : Rows<2>("4 1; 4.001 0; nan 0"))
+        EXPECT_EQ(CMathPnt(1, 2, 3).IsEqual(CMathPnt(2, 1, z), 1.0), equal) << z;
 }
 
 TEST(CMathPnt, CentresAreMeans) {
-    CMathPnt const a(0.0, 0.0, 0.0);
-    CMathPnt const b(3.0, 0.0, 6.0);
-    CMathPnt const c(0.0, 9.0, 3.0);
-    CMathPnt const d(1.0, -1.0, 3.0);
-    ExpectNear(CMathPnt(a, b).Data(), Xyz{1.5, 0.0, 3.0});
-    ExpectNear(CMathPnt(a, b, c).Data(), Xyz{1.0, 3.0, 3.0});
-    ExpectNear(CMathPnt(a, b, c, d).Data(), Xyz{1.0, 2.0, 3.0});
+    CMathPnt const a(0, 0, 0), b(3, 0, 6), c(0, 9, 3), d(1, -1, 3);
+    ExpectNear(CMathPnt(a, b).Data(), Xyz{1.5, 0, 3});
+    ExpectNear(CMathPnt(a, b, c).Data(), Xyz{1, 3, 3});
+    ExpectNear(CMathPnt(a, b, c, d).Data(), Xyz{1, 2, 3});
     CMathPnt weighted = a;
     weighted.BaryCenter(1.0, b, 2.0);
-    ExpectNear(weighted.Data(), Xyz{2.0, 0.0, 4.0});
+    ExpectNear(weighted.Data(), Xyz{2, 0, 4});
 }
 
 TEST(CMathPnt, ArithmeticGoesByCoordinate) {
-    CMathPnt p(1.0, 2.0, 3.0);
-    p += CMathPnt(1.0, 0.0, -1.0);
+    CMathPnt p(1, 2, 3);
+    p += CMathPnt(1, 0, -1);
     p *= 3.0;
-    p -= CMathPnt(0.0, 2.0, 0.0);
+    p -= CMathPnt(0, 2, 0);
     p /= 2.0;
-    ExpectNear(p.Data(), Xyz{3.0, 2.0, 3.0});
-    ExpectNear(((p - CMathPnt(1.0, 1.0, 1.0)) * 2.0 / 4.0 + p).Data(), Xyz{4.0, 2.5, 4.0});
+    ExpectNear(p.Data(), Xyz{3, 2, 3});
+    ExpectNear(((p - CMathPnt(1, 1, 1)) * 2.0 / 4.0 + p).Data(), Xyz{4, 2.5, 4});
     p.Set(1, 7.0);
-    double x = 0.0;
-    double y = 0.0;
-    double z = 0.0;
-    p.Get(x, y, z);
-    EXPECT_EQ(y, 7.0);
-    EXPECT_EQ(CMathPnt(3.0, 5.0, -4.0).Distance(CMathPnt(1.0, 2.0, 2.0)), 7.0);
-    p.Set(CMathPnt(7.0, 8.0, 9.0).Data());
-    ExpectNear(p.Data(), Xyz{7.0, 8.0, 9.0});
+    Xyz read{};
+    p.Get(read[0], read[1], read[2]);
+    EXPECT_EQ(read, (Xyz{3, 7, 3}));
+    EXPECT_EQ(CMathPnt(3, 5, -4).Distance(CMathPnt(1, 2, 2)), 7.0);
+    p.Set(Xyz{7, 8, 9});
+    ExpectNear(p.Data(), Xyz{7, 8, 9});
 }
 
 TEST(CMathPnt, GetAngleMeasuresAtTheApex) {
-    CMathPnt const apex(1.0, 1.0, 0.0);
-    EXPECT_NEAR(apex.GetAngle(CMathPnt(5.0, 1.0, 0.0), CMathPnt(1.0, 1.0, 2.0), 0), 90.0, 1e-12);
-    EXPECT_NEAR(apex.GetAngle(CMathPnt(2.0, 1.0, 0.0), CMathPnt(0.0, 1.0 + 1e-9, 0.0), 1), M_PI - 1e-9, 1e-14);
-    EXPECT_EQ(apex.GetAngle(CMathPnt(1.0 + 9e-7, 1.0, -9e-7), CMathPnt(2.0, 3.0, 4.0), 0), 0.0);
-    EXPECT_EQ(apex.GetAngle(CMathPnt(2.0, 3.0, 4.0), apex, 0), 0.0);
+    CMathPnt const apex(1, 1, 0), far(2, 3, 4);
+    EXPECT_NEAR(apex.GetAngle(CMathPnt(5, 1, 0), CMathPnt(1, 1, 2), 0), 90.0, 1e-12);
+    EXPECT_NEAR(apex.GetAngle(CMathPnt(2, 1, 0), CMathPnt(0, 1 + 1e-9, 0), 1), M_PI - 1e-9, 1e-14);
+    EXPECT_EQ(apex.GetAngle(CMathPnt(1 + 9e-7, 1, -9e-7), far, 0), 0.0);
+    EXPECT_EQ(apex.GetAngle(far, apex, 0), 0.0);
 }
 
 TEST(CMathPnt, ShortTranslationsAreDropped) {
-    CMathPnt p(0.0, 0.0, 0.0);
-    p.Transform(CMathVec(1e-11, 0.0, 0.0));
-    EXPECT_EQ(p.X(), 0.0);
-    p.Transform(CMathVec(2e-10, 0.0, 0.0));
-    EXPECT_EQ(p.X(), 2e-10);
+    for (auto const &[step, x] : Rows<2>("1e-11 0; 2e-10 2e-10")) {
+        CMathPnt p(0, 0, 0);
+        p.Transform(CMathVec(step, 0, 0));
+        EXPECT_EQ(p.X(), x);
+    }
 }
 
 TEST(CMathPnt, ProjectUsesTheNormalAsStored) {
-    CMathPnt const p(3.0, 4.0, 7.0);
-    CMathPnt const base(0.0, 0.0, 2.0);
-    ExpectNear(p.Projected(CMathPln(base, CMathVec(0.0, 0.0, -9.0))).Data(), Xyz{3.0, 4.0, 2.0});
+    CMathPnt const p(3, 4, 7), base(0, 0, 2);
+    ExpectNear(p.Projected(CMathPln(base, CMathVec(0, 0, -9))).Data(), Xyz{3, 4, 2});
     CMathPln scaled;
-    scaled.Set(base, CMathVec(0.0, 0.0, 2.0));
-    ExpectNear(p.Projected(scaled).Data(), Xyz{3.0, 4.0, -13.0});
-    CMathPnt slanted(1.0, 1.0, 1.0);
-    slanted.Project(CMathPln(1.0, 1.0, 1.0, 0.0));
-    ExpectNear(slanted.Data(), Xyz{0.0, 0.0, 0.0});
+    scaled.Set(base, CMathVec(0, 0, 2));
+    ExpectNear(p.Projected(scaled).Data(), Xyz{3, 4, -13});
+    CMathPnt slanted(1, 1, 1);
+    slanted.Project(CMathPln(1, 1, 1, 0));
+    ExpectNear(slanted.Data(), Xyz{0, 0, 0});
 }
 
-} // namespace zvi::lib
+} // namespace zvi::lib::test

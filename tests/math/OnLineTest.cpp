@@ -1,29 +1,19 @@
 #include "zvi/math/OnLine.h"
 
-#include <gtest/gtest.h>
+#include "tests/math/Near.h"
 
-#include <cmath>
-
-namespace zvi::lib {
+namespace zvi::lib::test {
 
 TEST(OnLine, SegmentsEndWhereTheirEndsAre) {
-    struct Row {
-        double x, y;
-        bool on, in;
-    };
-    Row const rows[] = {
-        {0.5, 0.0, true, true},    {5.0, 0.0, false, false},
-        {-1.0, 0.0, false, false}, {0.0, 0.0, true, false},
-        {1.0, 9e-9, true, false},  {0.5, 1e-5, true, true},
-        {0.5, 1e-3, false, false}, {0.5, 0.5, false, false},
-        {2e-5, 1e-9, true, true},  {1.5, std::nan(""), false, false},
-    };
-    for (Row const &row : rows) {
-        EXPECT_EQ(is_on_line_2d(0, 0, 1, 0, row.x, row.y, 1e-8), row.on) << &row - rows;
-        EXPECT_EQ(is_in_line_2d(0, 0, 1, 0, row.x, row.y, 1e-8), row.in) << &row - rows;
-        EXPECT_EQ(is_on_line_3d(0, 0, 2, 0, 0, 3, 0, row.y, 2 + row.x, 1e-8), row.on) << &row - rows;
-        EXPECT_EQ(is_in_line_3d(0, 0, 2, 0, 0, 3, 0, row.y, 2 + row.x, 1e-8), row.in) << &row - rows;
+    for (auto const &[x, y, on, in] : Rows<4>("0.5 0 1 1; 5 0 0 0; -1 0 0 0; 0 0 1 0; 1 9e-9 1 0; 0.5 1e-5 1 1;"
+                                              "0.5 1e-3 0 0; 0.5 0.5 0 0; 2e-5 1e-9 1 1; 1.5 nan 0 0")) {
+        EXPECT_EQ(is_on_line_2d(0, 0, 1, 0, x, y, 1e-8), on) << x << ' ' << y;
+        EXPECT_EQ(is_in_line_2d(0, 0, 1, 0, x, y, 1e-8), in) << x << ' ' << y;
+        EXPECT_EQ(is_on_line_3d(0, 0, 2, 0, 0, 3, 0, y, 2 + x, 1e-8), on) << x << ' ' << y;
+        EXPECT_EQ(is_in_line_3d(0, 0, 2, 0, 0, 3, 0, y, 2 + x, 1e-8), in) << x << ' ' << y;
     }
+    EXPECT_TRUE(is_on_line_2d(1, 1, 1, 1, 1, 1, 1e-8)) << "coincident ends hold themselves";
+    EXPECT_FALSE(is_on_line_2d(1, 1, 1, 1, 2, 1, 1e-8)) << "and nothing else";
 }
 
 TEST(OnLine, ToleranceIsStrictInThePlaneAndInclusiveInSpace) {
@@ -37,9 +27,4 @@ TEST(OnLine, ToleranceIsStrictInThePlaneAndInclusiveInSpace) {
     EXPECT_TRUE(is_on_line_3d(-1, 0, 0, 1, 0, 0, 0, 0, 0, 0.0));
 }
 
-TEST(OnLine, CoincidentEndsHoldOnlyThemselves) {
-    EXPECT_TRUE(is_on_line_2d(1, 1, 1, 1, 1, 1, 1e-8));
-    EXPECT_FALSE(is_on_line_2d(1, 1, 1, 1, 2, 1, 1e-8));
-}
-
-} // namespace zvi::lib
+} // namespace zvi::lib::test

@@ -3,10 +3,7 @@
 #include "tests/math/Near.h"
 #include "zvi/math/SmallVector.h"
 
-#include <cmath>
-#include <random>
-
-namespace zvi::lib {
+namespace zvi::lib::test {
 
 namespace {
 
@@ -18,7 +15,6 @@ struct Size;
     template <>                                                                                                        \
     struct Size<N> {                                                                                                   \
         static constexpr int kRows = N;                                                                                \
-        using Matrix = double[N][N];                                                                                   \
         static constexpr auto Zero = zero_matrix_##N##x##N;                                                            \
         static constexpr auto Identity = identity_matrix_##N##x##N;                                                    \
         static constexpr auto Copy = copy_matrix_##N##x##N;                                                            \
@@ -43,114 +39,114 @@ ZVI_SIZE(3);
 ZVI_SIZE(4);
 #undef ZVI_SIZE
 
+template <int N>
+struct Square {
+    using Rows = double (*)[N];
+    using ConstRows = double const (*)[N];
+
+    operator Rows() { return rows; }
+    operator ConstRows() const { return rows; }
+    friend bool operator==(Square const &, Square const &) = default;
+
+    double rows[N][N];
+};
+
 } // namespace
 
 template <class S>
 class SmallMatrix : public testing::Test {
 protected:
-    static constexpr int kRows = S::kRows;
-    using Matrix = typename S::Matrix;
+    using Matrix = Square<S::kRows>;
 
-    void Fill(Matrix &m) {
-        for (auto &row : m) {
+    Matrix Next() {
+        Matrix m{};
+        for (auto &row : m.rows)
             for (double &element : row)
-                element = m_whole(m_random);
-        }
+                element = std::round(m_number());
+        return m;
     }
 
-    static void ExpectEqual(Matrix const &a, Matrix const &b, double tol = 0.0) {
-        for (int i = 0; i < kRows; ++i) {
-            for (int j = 0; j < kRows; ++j)
-                EXPECT_NEAR(a[i][j], b[i][j], tol) << i << ' ' << j;
-        }
-    }
-
-    std::mt19937_64 m_random{37};
-    std::uniform_int_distribution<int> m_whole{-5, 5};
+    Random m_number{37, -5.5, 5.5};
 };
 
 using Sizes = testing::Types<Size<2>, Size<3>, Size<4>>;
 TYPED_TEST_SUITE(SmallMatrix, Sizes);
 
 TYPED_TEST(SmallMatrix, ElementwiseOperations) {
-    typename TestFixture::Matrix a, b, c, zero;
-    this->Fill(a);
+    auto const a = this->Next();
+    auto b = a, c = a, zero = a;
     TypeParam::Zero(zero);
     TypeParam::Scale(a, 3.0, b);
     TypeParam::Subtract(b, a, c);
     TypeParam::Subtract(c, a, c);
-    this->ExpectEqual(c, a);
+    EXPECT_EQ(c, a);
     TypeParam::Scale(a, -1.0, b);
     TypeParam::Add(a, b, b);
-    this->ExpectEqual(b, zero);
+    EXPECT_EQ(b, zero);
     TypeParam::Copy(a, b);
     TypeParam::Transpose(b, b);
-    for (int i = 0; i < TypeParam::kRows; ++i) {
+    for (int i = 0; i < TypeParam::kRows; ++i)
         for (int j = 0; j < TypeParam::kRows; ++j)
             EXPECT_EQ(b[i][j], a[j][i]);
-    }
 }
 
 TYPED_TEST(SmallMatrix, ProductsAssociateAndTheirDeterminantsMultiply) {
-    typename TestFixture::Matrix a, b, c, left, right;
     for (int round = 0; round < 20; ++round) {
-        this->Fill(a);
-        this->Fill(b);
-        this->Fill(c);
-        TypeParam::Multiply(a, b, left);
-        EXPECT_EQ(TypeParam::Determinant(left), TypeParam::Determinant(a) * TypeParam::Determinant(b));
-        TypeParam::Multiply(b, c, right);
-        TypeParam::Multiply(left, c, left);   // in place on the left
-        TypeParam::Multiply(a, right, right); // and on the right
-        this->ExpectEqual(left, right);
+        auto const a = this->Next(), b = this->Next(), c = this->Next();
+        auto ab = a, bc = a;
+        TypeParam::Multiply(a, b, ab);
+        EXPECT_EQ(TypeParam::Determinant(ab), TypeParam::Determinant(a) * TypeParam::Determinant(b));
         double v[4], once[4], twice[4];
         TypeParam::CopyVector(c[0], v);
         TypeParam::MultiplyVector(b, v, once);
         TypeParam::MultiplyVector(a, once, once);
-        TypeParam::Multiply(a, b, left);
-        TypeParam::MultiplyVector(left, v, twice);
+        TypeParam::MultiplyVector(ab, v, twice);
         TypeParam::SubtractVector(once, twice, once);
         EXPECT_EQ(TypeParam::Norm(once), 0.0);
+        TypeParam::Multiply(b, c, bc);
+        TypeParam::Multiply(ab, c, ab); // in place on the left
+        TypeParam::Multiply(a, bc, bc); // and on the right
+        EXPECT_EQ(ab, bc);
     }
 }
 
 TYPED_TEST(SmallMatrix, InverseTimesMatrixIsIdentity) {
-    typename TestFixture::Matrix a, inverse, product, identity;
-    TypeParam::Identity(identity);
     int inverted = 0;
     for (int round = 0; round < 300; ++round) {
-        this->Fill(a);
+        SCOPED_TRACE(testing::Message() << "seed 37, round " << round);
+        auto a = this->Next(), inverse = a, left = a, right = a;
         bool const isRegular = TypeParam::Determinant(a) != 0.0;
         TypeParam::Scale(a, round % 2 == 0 ? 1e-9 : 1e6, a); // scale plays no part
-        ASSERT_EQ(TypeParam::Inverse(a, inverse), isRegular) << "seed 37, round " << round;
-        if (!isRegular)
-            continue;
-        ++inverted;
-        TypeParam::Multiply(inverse, a, product);
-        this->ExpectEqual(product, identity, 1e-11);
-        TypeParam::Multiply(a, inverse, product);
-        this->ExpectEqual(product, identity, 1e-11);
+        ASSERT_EQ(TypeParam::Inverse(a, inverse), isRegular);
+        TypeParam::Multiply(inverse, a, left);
+        TypeParam::Multiply(a, inverse, right);
+        for (int i = 0; isRegular && i < TypeParam::kRows; ++i)
+            for (int j = 0; j < TypeParam::kRows; ++j) {
+                EXPECT_NEAR(left[i][j], i == j, 1e-11);
+                EXPECT_NEAR(right[i][j], i == j, 1e-11);
+            }
+        inverted += isRegular;
     }
     EXPECT_GT(inverted, 200);
 }
 
 TYPED_TEST(SmallMatrix, SingularMatricesWriteNothing) {
-    typename TestFixture::Matrix a, out;
-    TypeParam::Identity(out);
+    auto identity = this->Next(), a = identity;
+    TypeParam::Identity(identity);
+    EXPECT_EQ(TypeParam::Determinant(identity), 1.0);
+    auto out = identity;
     TypeParam::Zero(a);
     EXPECT_FALSE(TypeParam::Inverse(a, out));
-    TypeParam::Identity(a);
-    a[1][0] = std::nan("");
-    a[1][1] = std::nan("");
+    a = identity;
+    a[1][0] = a[1][1] = NAN;
     EXPECT_FALSE(TypeParam::Inverse(a, out));
-    EXPECT_EQ(TypeParam::Determinant(out), 1.0);
+    EXPECT_EQ(out, identity);
 }
 
 TYPED_TEST(SmallMatrix, Vectors) {
-    double a[5] = {1, 2, 3, 4, 99};
+    double const a[5] = {1, 2, 3, 4, 99}, squares[] = {0, 1, 5, 14, 30};
     double b[5] = {99, 99, 99, 99, 99};
     constexpr int rows = TypeParam::kRows;
-    double const squares[] = {0, 1, 5, 14, 30};
     TypeParam::ScaleVector(a, 2.0, b);
     EXPECT_EQ(TypeParam::Dot(a, b), 2.0 * squares[rows]);
     TypeParam::AddVector(a, b, b);
@@ -161,12 +157,11 @@ TYPED_TEST(SmallMatrix, Vectors) {
 }
 
 TEST(SmallMatrixDeterminant, OfWrittenOutMatrices) {
-    double const two[2][2] = {{3, 1}, {4, 2}};
-    double const three[3][3] = {{2, 0, 1}, {1, 3, 2}, {1, 1, 4}};
+    double const two[2][2] = {{3, 1}, {4, 2}}, three[3][3] = {{2, 0, 1}, {1, 3, 2}, {1, 1, 4}};
     double const four[4][4] = {{1, 2, 0, 1}, {0, 1, 3, 1}, {2, 0, 1, 0}, {1, 1, 0, 2}};
     EXPECT_EQ(determinant_matrix_2x2(two), 2.0);
     EXPECT_EQ(determinant_matrix_3x3(three), 18.0);
     EXPECT_EQ(determinant_matrix_4x4(four), 20.0);
 }
 
-} // namespace zvi::lib
+} // namespace zvi::lib::test

@@ -1,16 +1,11 @@
 #include "zvi/math/ValueArray.h"
 
-#include <gtest/gtest.h>
+#include "tests/math/Near.h"
 
-#include <cmath>
-#include <random>
-#include <vector>
-
-namespace zvi::lib {
+namespace zvi::lib::test {
 
 TEST(ValueArray, BoundsAndMeanOfArraysAndViews) {
-    double const nan = std::nan("");
-    MArray<double> const values = {nan, 2.0, -3.0, nan, 7.0};
+    MArray<double> const values = {NAN, 2.0, -3.0, NAN, 7.0};
     MArray<int> const whole = {4, -2, 7};
     double plain[] = {1.0, 2.0, 6.0};
     EXPECT_EQ(GetMinValue(values), -3.0);
@@ -21,46 +16,39 @@ TEST(ValueArray, BoundsAndMeanOfArraysAndViews) {
     EXPECT_EQ(GetAvgValue(whole), 3.0);
     EXPECT_EQ(GetAvgValue(MTArray<double>(plain, 3)), 3.0);
     EXPECT_EQ(GetMaxValue(MTArray<double>(plain, 2)), 2.0);
-}
-
-TEST(ValueArray, EmptyArraysAnswerZero) {
     EXPECT_EQ(GetMinValue(MArray<double>()), 0.0);
     EXPECT_EQ(GetMaxValue(MTArray<int>(nullptr, 0)), 0);
     EXPECT_EQ(GetAvgValue(MTArray<double>(nullptr, -1)), 0.0);
-    MArray<int> empty;
-    RemoveSameVal(empty);
-    EXPECT_TRUE(empty.Empty());
 }
 
 TEST(ValueArray, FirstOfEachValueStays) {
-    MArray<int> whole = {3, 1, 3, 2, 1, 3};
+    MArray<int> whole = {3, 1, 3, 2, 1, 3}, empty;
+    RemoveSameVal(empty);
+    EXPECT_TRUE(empty.Empty());
     RemoveSameVal(whole);
-    EXPECT_EQ(std::vector<int>(whole.begin(), whole.end()), (std::vector<int>{3, 1, 2}));
+    EXPECT_EQ(whole, (MArray<int>{3, 1, 2}));
     MArray<double> values = {0.0, 5.0, -0.0, 5.0, 5.0 + 1e-15};
     RemoveSameVal(values);
-    EXPECT_EQ(std::vector<double>(values.begin(), values.end()), (std::vector<double>{0.0, 5.0, 5.0 + 1e-15}));
+    EXPECT_EQ(values, (MArray<double>{0.0, 5.0, 5.0 + 1e-15}));
 }
 
 TEST(ValueArray, ToleranceLooksAtWhatWasKept) {
     // 1.5 goes because 1.0 is kept; 2.0 stays, since 1.5 is gone.
     MArray<double> values = {1.0, 1.5, 2.0, 2.5, -1.0};
     RemoveSameVal(values, 0.5);
-    EXPECT_EQ(std::vector<double>(values.begin(), values.end()), (std::vector<double>{1.0, 2.0, -1.0}));
-    std::mt19937_64 random(41);
-    std::uniform_int_distribution<int> value(0, 200);
-    MArray<double> many;
-    for (int i = 0; i < 500; ++i)
-        many.PushBack(value(random) * 0.25);
-    std::vector<double> expected;
-    for (double candidate : many) {
+    EXPECT_EQ(values, (MArray<double>{1.0, 2.0, -1.0}));
+    Random number(41, 0.0, 200.0);
+    MArray<double> many, expected;
+    for (int i = 0; i < 500; ++i) {
+        many.PushBack(std::round(number()) * 0.25);
         bool isNew = true;
-        for (double kept : expected)
-            isNew = isNew && std::abs(kept - candidate) > 1.25;
+        for (double const kept : expected)
+            isNew = isNew && std::abs(kept - many[many.Size() - 1]) > 1.25;
         if (isNew)
-            expected.push_back(candidate);
+            expected.PushBack(many[many.Size() - 1]);
     }
     RemoveSameVal(many, 1.25);
-    EXPECT_EQ(std::vector<double>(many.begin(), many.end()), expected);
+    EXPECT_EQ(many, expected);
 }
 
-} // namespace zvi::lib
+} // namespace zvi::lib::test
