@@ -1,26 +1,26 @@
 #include "zvi/units/MUnitCtrl.h"
 
+#include "tests/Rows.h"
 #include "zvi/host/Messages.h"
 #include "zvi/interface/IUnitListener.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
-
 using zvi::lib::MUnitCtrl;
 using zvi::lib::T_UNIT_INDEX;
+using zvi::test::Rows;
 
 namespace {
 
-T_UNIT_INDEX IndexOf(MUnitCtrl const &units) {
-    T_UNIT_INDEX index;
-    units.GetUnitIndexCurrent(index);
-    return index;
+/// Force, length, mass, time, heat.
+using Index = std::array<int, 5>;
+
+Index AsArray(T_UNIT_INDEX const &index) {
+    return {index.force, index.length, index.mass, index.time, index.heat};
 }
 
-void ExpectIndex(T_UNIT_INDEX const &index, std::vector<int> const &expected) {
-    EXPECT_EQ((std::vector<int>{index.force, index.length, index.mass, index.time, index.heat}), expected);
+Index CurrentIndex(MUnitCtrl const &units) {
+    T_UNIT_INDEX index;
+    units.GetUnitIndexCurrent(index);
+    return AsArray(index);
 }
 
 /// What reaches the application, in order.
@@ -43,25 +43,17 @@ struct Notices : zvi_interface::IUnitListener {
 } // namespace
 
 TEST(MUnitCtrl, PresetsSelectTheirUnits) {
-    struct Row {
-        int type;
-        std::vector<int> index; // force, length, mass, time, heat
-        double length;
-        double energy;
-    };
-    Row const rows[] = {
-        {0, {2, 0, 0, 0, 2}, 1, 1},        {1, {2, 2, 0, 0, 2}, 1000, 1}, {2, {2, 0, 1, 0, 2}, 1, 1},
-        {3, {4, 4, 4, 0, 3}, 304.8, 1055}, {4, {0, 1, 0, 0, 2}, 10, 1},   {5, {4, 3, 4, 0, 3}, 25.4, 1055},
-        {6, {2, 0, 0, 0, 2}, 1, 1},        {-7, {2, 0, 0, 0, 2}, 1, 1},
-    };
-    for (Row const &row : rows) {
-        SCOPED_TRACE(row.type);
+    for (auto const &[type, force, length, mass, time, heat, lengthFactor, heatFactor] :
+         Rows<int, int, int, int, int, int, double, double>(
+             "0  2 0 0 0 2  1 1; 1  2 2 0 0 2  1000 1; 2  2 0 1 0 2  1 1; 3  4 4 4 0 3  304.8 1055;"
+             "4  0 1 0 0 2  10 1; 5  4 3 4 0 3  25.4 1055; 6  2 0 0 0 2  1 1; -7  2 0 0 0 2  1 1")) {
+        SCOPED_TRACE(type);
         MUnitCtrl units(nullptr);
-        units.Initialize(row.type);
-        EXPECT_EQ(units.GetUnitSystemType(), row.type);
-        ExpectIndex(IndexOf(units), row.index);
-        EXPECT_EQ(units.GetConvertFactorCurrent(1), row.length);
-        EXPECT_EQ(units.GetConvertFactorCurrent(37), row.energy);
+        units.Initialize(type);
+        EXPECT_EQ(units.GetUnitSystemType(), type);
+        EXPECT_EQ(CurrentIndex(units), (Index{force, length, mass, time, heat}));
+        EXPECT_EQ(units.GetConvertFactorCurrent(1), lengthFactor);
+        EXPECT_EQ(units.GetConvertFactorCurrent(37), heatFactor);
     }
 }
 
@@ -78,7 +70,7 @@ TEST(MUnitCtrl, NeutralUnitTakesEffectWithTheNextInitialize) {
     EXPECT_EQ(units.GetLengthConvertFactorForNeutralUnit(6), 1.0);
     T_UNIT_INDEX index;
     units.GetUnitIndexDefault(index);
-    ExpectIndex(index, {2, 2, 0, 0, 2});
+    EXPECT_EQ(AsArray(index), (Index{2, 2, 0, 0, 2}));
     units.SetNeutralUnit(0);
     EXPECT_EQ(units.ConvertUnitLengthIn(2.0), 2.0 * 0.0254);
     units.Initialize(4);
@@ -91,10 +83,10 @@ TEST(MUnitCtrl, TheDayIsKnownAndNotCounted) {
     zvi::lib::T_UNIT_NAMEFACT names;
     units.GetUnitNameCurrent(names);
     EXPECT_EQ(names.timeCount, 3);
-    EXPECT_TRUE(names.timeName[3] == L"day");
+    EXPECT_EQ(names.timeName[3], L"day");
     EXPECT_EQ(names.timeFactor[3], 86400);
     EXPECT_EQ(names.lengthCount, 6);
-    EXPECT_TRUE(names.lengthName[5] == L"\u00B5m");
+    EXPECT_EQ(names.lengthName[5], L"\u00B5m");
     EXPECT_EQ(names.heatCount, 5);
 }
 
@@ -132,14 +124,11 @@ TEST(MUnitCtrl, NoticeComesAfterTheChangeAndOnlyForAChange) {
     Notices notices;
     units.Initialize(0);
     EXPECT_TRUE(notices.calls.empty());
-    units.SetUnitSystemType(1, 1);
-    ASSERT_EQ(notices.calls.size(), 2U);
-    EXPECT_EQ(notices.calls[0], std::make_pair(std::string("listener"), document));
-    EXPECT_EQ(notices.calls[1], std::make_pair(std::string("window"), document));
-    EXPECT_EQ(units.GetConvertFactorPrevious(1), 1.0);
-    units.SetUnitSystemType(1, 1);
-    EXPECT_EQ(notices.calls.size(), 2U);
-    EXPECT_EQ(units.GetConvertFactorPrevious(1), 1.0);
+    for (int again = 0; again < 2; ++again) { // the second time nothing changes
+        units.SetUnitSystemType(1, 1);
+        EXPECT_EQ(notices.calls, (decltype(notices.calls){{"listener", document}, {"window", document}}));
+        EXPECT_EQ(units.GetConvertFactorPrevious(1), 1.0);
+    }
 }
 
 TEST(MUnitCtrl, SavedStatesComeBackInReverseAndLeaveTheLabels) {
@@ -157,10 +146,10 @@ TEST(MUnitCtrl, SavedStatesComeBackInReverseAndLeaveTheLabels) {
     EXPECT_EQ(units.GetConvertFactorPrevious(1), 1000);
     CString label;
     EXPECT_EQ(units.GetUnitSystem(1, label), 1);
-    EXPECT_TRUE(label == L"in");
+    EXPECT_EQ(label, L"in");
     units.RestoreUnitChangeFactor();
     units.RestoreUnitChangeFactor();
-    ExpectIndex(IndexOf(units), {2, 2, 0, 0, 2});
+    EXPECT_EQ(CurrentIndex(units), (Index{2, 2, 0, 0, 2}));
     EXPECT_EQ(units.GetConvertFactorCurrent(1), 1000);
 
     copy.RestoreUnitChangeFactor();
@@ -171,24 +160,16 @@ TEST(MUnitCtrl, SavedStatesComeBackInReverseAndLeaveTheLabels) {
 }
 
 TEST(MUnitCtrl, MassAndWeightFollowTheForceUnit) {
-    struct Row {
-        int force;
-        int length;
-        double weight;
-        double unfolded;
-    };
-    Row const rows[] = {
-        {2, 2, 9.80665, 1},       {2, 0, 9.80665, 1000}, {3, 1, 9.80665, 100}, {3, 3, 9.80665, 39.370079},
-        {2, 4, 9.80665, 3.28084}, {2, 5, 9.80665, 1},    {4, 3, 386.0886, 1},  {5, 3, 386.0886, 1},
-        {4, 4, 32.17405, 1},      {5, 0, 32.17405, 1},   {0, 3, 1, 1},         {1, 0, 1, 1},
-    };
-    for (Row const &row : rows) {
+    for (auto const &[force, length, weight, unfolded] : Rows<int, int, double, double>(
+             "2 2 9.80665 1; 2 0 9.80665 1000; 3 1 9.80665 100; 3 3 9.80665 39.370079; 2 4 9.80665 3.28084;"
+             "2 5 9.80665 1; 4 3 386.0886 1; 5 3 386.0886 1; 4 4 32.17405 1; 5 0 32.17405 1; 0 3 1 1; 1 0 1 1")) {
+        SCOPED_TRACE(testing::Message() << force << ' ' << length);
         MUnitCtrl units(nullptr);
-        units.Initialize(row.length, row.force, 0, 2);
-        EXPECT_EQ(units.GetMassWeightFactor(), row.weight) << row.force << ' ' << row.length;
-        EXPECT_EQ(units.ConvertMassToWeight(2.0), 2.0 * row.weight);
-        EXPECT_EQ(units.ConvertWeightToMass(2.0), 2.0 / row.weight);
-        EXPECT_EQ(units.UnfoldNewton(2.0), 2.0 * row.unfolded) << row.force << ' ' << row.length;
+        units.Initialize(length, force, 0, 2);
+        EXPECT_EQ(units.GetMassWeightFactor(), weight);
+        EXPECT_EQ(units.ConvertMassToWeight(2.0), 2.0 * weight);
+        EXPECT_EQ(units.ConvertWeightToMass(2.0), 2.0 / weight);
+        EXPECT_EQ(units.UnfoldNewton(2.0), 2.0 * unfolded);
     }
 }
 
@@ -202,6 +183,6 @@ TEST(MUnitCtrl, IndicesOutsideTheTablesCountAsOneWithoutAName) {
         EXPECT_EQ(units.GetConvertFactorCurrent(17), 1.0);
         EXPECT_EQ(units.ConvertTgtUnitData2CurUnit(index, index, index, index, index, 41, 5.0), 5.0);
         EXPECT_EQ(units.GetUnitSystem(17, label), 1);
-        EXPECT_TRUE(label == L"/^2");
+        EXPECT_EQ(label, L"/^2");
     }
 }
