@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <climits>
-#include <clocale>
 #include <unordered_set>
 
 TEST(CString, HoldsUtf16Units) {
@@ -33,81 +32,65 @@ TEST(CString, NullAndOutsideAreEmpty) {
     EXPECT_TRUE(text.IsEmpty());
     EXPECT_EQ(text, L"");
     EXPECT_EQ(text.Compare(null), 0);
-    EXPECT_EQ(CString(null, 5), L"");
     EXPECT_EQ(CString(L"abc", 2), L"ab");
-    EXPECT_EQ(CString(L"abc", -1), L"");
-    EXPECT_EQ(CString(L'a', -1), L"");
-    CString const abc(L"abc");
-    EXPECT_EQ(abc[-1], L'\0');
-    EXPECT_EQ(abc[3], L'\0');
-    EXPECT_EQ(abc[INT_MAX], L'\0');
-    CString set = abc;
-    set.SetAt(-1, L'x');
-    set.SetAt(3, L'x');
-    set.SetAt(1, L'x');
-    EXPECT_EQ(set, L"axc");
+    for (CString const &empty : {CString(null, 5), CString(L"abc", -1), CString(L'a', -1)})
+        EXPECT_EQ(empty, L"");
+    CString abc(L"abc");
+    for (int const outside : {-1, 3, INT_MAX}) {
+        EXPECT_EQ(abc[outside], L'\0');
+        abc.SetAt(outside, L'x');
+    }
+    abc.SetAt(1, L'x');
+    EXPECT_EQ(abc, L"axc");
 }
 
 TEST(CString, ComparesInSixWays) {
-    struct Case {
-        wchar_t const *left;
-        wchar_t const *right;
-        int order;
-        int orderNoCase;
-    };
-    Case const cases[] = {
-        {L"a", L"a", 0, 0},    {L"a", L"B", 1, -1},
-        {L"B", L"a", -1, 1},   {L"ab", L"a", 1, 1},
-        {L"", L"a", -1, -1},   {L"Key", L"kEY", -1, 0},
-        {L"a_", L"aB", 1, -1}, {L"\u00C4\u0416\u03A9", L"\u00E4\u0436\u03C9", -1, 0},
-    };
-    for (Case const &c : cases) {
-        CString const left(c.left);
-        CString const right(c.right);
-        EXPECT_EQ(left.Compare(right), c.order);
-        EXPECT_EQ(left.CompareNoCase(right), c.orderNoCase);
-        EXPECT_EQ(left == right, c.order == 0);
-        EXPECT_EQ(left != c.right, c.order != 0);
-        EXPECT_EQ(left < c.right, c.order < 0);
-        EXPECT_EQ(c.left < right, c.order < 0);
-        EXPECT_EQ(left >= right, c.order >= 0);
+    struct {
+        wchar_t const *left, *right;
+        int order, orderNoCase;
+    } const rows[] = {{L"a", L"a", 0, 0},    {L"a", L"B", 1, -1},
+                      {L"B", L"a", -1, 1},   {L"ab", L"a", 1, 1},
+                      {L"", L"a", -1, -1},   {L"Key", L"kEY", -1, 0},
+                      {L"a_", L"aB", 1, -1}, {L"\u00C4\u0416\u03A9", L"\u00E4\u0436\u03C9", -1, 0}};
+    for (auto const &row : rows) {
+        CString const left(row.left), right(row.right);
+        EXPECT_EQ(left.Compare(right), row.order);
+        EXPECT_EQ(left.CompareNoCase(right), row.orderNoCase);
+        EXPECT_EQ(left == right, row.order == 0);
+        EXPECT_EQ(left != row.right, row.order != 0);
+        EXPECT_EQ(left < row.right, row.order < 0);
+        EXPECT_EQ(row.left < right, row.order < 0);
+        EXPECT_EQ(left >= right, row.order >= 0);
     }
     std::unordered_set<CString> const set{L"a", CString(L"b").MakeUpper(), CString(L"ab", 1)};
     EXPECT_EQ(set.size(), 2U);
 }
 
 TEST(CString, CutsParts) {
-    struct Case {
-        int first;
-        int count;
-        wchar_t const *left;
-        wchar_t const *right;
-        wchar_t const *mid;
-    };
-    Case const cases[] = {
-        {0, 0, L"", L"", L""},
-        {1, 2, L"He", L"lo", L"el"},
-        {4, 9, L"Hello", L"Hello", L"o"},
-        {5, 1, L"H", L"o", L""},
-        {-3, 2, L"He", L"lo", L"He"},
-        {99, 3, L"Hel", L"llo", L""},
-        {2, -1, L"", L"", L""},
-        {0, INT_MAX, L"Hello", L"Hello", L"Hello"},
-    };
+    struct {
+        int first, count;
+        wchar_t const *left, *right, *mid;
+    } const rows[] = {{0, 0, L"", L"", L""},
+                      {1, 2, L"He", L"lo", L"el"},
+                      {4, 9, L"Hello", L"Hello", L"o"},
+                      {5, 1, L"H", L"o", L""},
+                      {-3, 2, L"He", L"lo", L"He"},
+                      {99, 3, L"Hel", L"llo", L""},
+                      {2, -1, L"", L"", L""},
+                      {0, INT_MAX, L"Hello", L"Hello", L"Hello"}};
     CString const text(L"Hello");
-    for (Case const &c : cases) {
-        EXPECT_EQ(text.Left(c.count), c.left);
-        EXPECT_EQ(text.Right(c.count), c.right);
-        EXPECT_EQ(text.Mid(c.first, c.count), c.mid);
+    for (auto const &row : rows) {
+        EXPECT_EQ(text.Left(row.count), row.left);
+        EXPECT_EQ(text.Right(row.count), row.right);
+        EXPECT_EQ(text.Mid(row.first, row.count), row.mid);
     }
     EXPECT_EQ(text.Mid(2), L"llo");
 }
 
 TEST(CString, Finds) {
     CString const text(L"abcabc");
-    EXPECT_EQ(text.Find(L'b'), 1);
-    EXPECT_EQ(text.Find(L'b', 2), 4);
-    EXPECT_EQ(text.Find(L'b', 5), -1);
+    for (auto const &[start, place] : {std::pair{0, 1}, {2, 4}, {5, -1}})
+        EXPECT_EQ(text.Find(L'b', start), place);
     EXPECT_EQ(text.Find(L"ca"), 2);
     EXPECT_EQ(text.Find(CString(L"bc"), 2), 4);
     EXPECT_EQ(text.Find(L"abc", -1), -1);
@@ -155,23 +138,20 @@ TEST(CString, TakesPartsOfItself) {
 }
 
 TEST(WideToInt, StopsAtTheFirstOtherCharacter) {
-    struct Case {
+    struct {
         wchar_t const *text;
         int number;
-    };
-    Case const cases[] = {
-        {L"", 0},
-        {nullptr, 0},
-        {L"12", 12},
-        {L" \t-7x", -7},
-        {L"+5", 5},
-        {L"- 5", 0},
-        {L"1.9", 1},
-        {L"x1", 0},
-        {L"2147483648", INT_MAX},
-        {L"-2147483648", INT_MIN},
-        {L"-99999999999999999999999", INT_MIN},
-    };
-    for (Case const &c : cases)
-        EXPECT_EQ(zvi::lib::WideToInt(c.text), c.number) << testing::PrintToString(c.text);
+    } const rows[] = {{L"", 0},
+                      {nullptr, 0},
+                      {L"12", 12},
+                      {L" \t-7x", -7},
+                      {L"+5", 5},
+                      {L"- 5", 0},
+                      {L"1.9", 1},
+                      {L"x1", 0},
+                      {L"2147483648", INT_MAX},
+                      {L"-2147483648", INT_MIN},
+                      {L"-99999999999999999999999", INT_MIN}};
+    for (auto const &row : rows)
+        EXPECT_EQ(zvi::lib::WideToInt(row.text), row.number) << testing::PrintToString(row.text);
 }

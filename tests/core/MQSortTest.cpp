@@ -17,18 +17,19 @@ namespace {
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 
-std::vector<int> Indices(std::size_t count) {
-    std::vector<int> indices(count);
-    std::iota(indices.begin(), indices.end(), 0);
+template <typename Number>
+std::vector<Number> Indices(std::size_t count) {
+    std::vector<Number> indices(count);
+    std::iota(indices.begin(), indices.end(), Number{0});
     return indices;
 }
 
-/// The order that a stable standard sort by `isLess` gives.
-template <typename Key, typename IsLess>
-std::vector<int> ExpectedOrder(std::vector<Key> const &keys, IsLess isLess) {
-    std::vector<int> order = Indices(keys.size());
-    std::stable_sort(order.begin(), order.end(), [&](int a, int b) {
-        return isLess(keys[static_cast<std::size_t>(a)], keys[static_cast<std::size_t>(b)]);
+/// The order that a stable standard sort gives.
+template <typename Number, typename Key>
+std::vector<Number> StableOrder(std::vector<Key> const &keys) {
+    std::vector<Number> order = Indices<Number>(keys.size());
+    std::stable_sort(order.begin(), order.end(), [&](Number a, Number b) {
+        return keys[static_cast<std::size_t>(a)] < keys[static_cast<std::size_t>(b)];
     });
     return order;
 }
@@ -55,43 +56,33 @@ std::vector<double> RandomKeys(std::mt19937_64 &random, std::size_t count, int k
 
 TEST(MQSort, OrdersDoublesStablyAtEverySize) {
     std::mt19937_64 random(20);
-    for (std::size_t const count : std::initializer_list<std::size_t>{1, 2, 15, 16, 17, 100, 511, 512, 513, 5000}) {
+    for (std::size_t const count : std::initializer_list<std::size_t>{1, 2, 15, 16, 17, 100, 511, 512, 513, 5000})
         for (int kind = 0; kind < 4; ++kind) {
             SCOPED_TRACE(testing::Message() << count << " of kind " << kind);
             std::vector<double> const keys = RandomKeys(random, count, kind);
-            std::vector<int> const expected = ExpectedOrder(keys, std::less<double>());
-
-            std::vector<double> sorted = keys;
-            std::vector<int> index = Indices(count);
+            std::vector<double> sorted = keys, again = keys, values = keys;
+            std::vector<int> index = Indices<int>(count);
             MQSort::QSortDblWithIndex(index.data(), sorted.data(), count);
-            EXPECT_EQ(index, expected);
+            EXPECT_EQ(index, StableOrder<int>(keys));
             EXPECT_TRUE(std::is_sorted(sorted.begin(), sorted.end()));
 
-            std::vector<double> again = keys;
-            std::vector<unsigned int> place(count);
-            std::iota(place.begin(), place.end(), 0U);
+            std::vector<unsigned int> place = Indices<unsigned int>(count);
             MQSort::QSortDblWithIndex(place.data(), again.data(), count);
-            EXPECT_TRUE(std::equal(place.begin(), place.end(), expected.begin(),
-                                   [](unsigned int a, int b) { return a == static_cast<unsigned int>(b); }));
+            EXPECT_EQ(place, StableOrder<unsigned int>(keys));
 
-            std::vector<double> values = keys;
             MQSort::QSortDbl(values.data(), count);
             EXPECT_EQ(values, sorted);
             EXPECT_TRUE(std::equal(values.begin(), values.end(), sorted.begin(),
                                    [](double a, double b) { return std::signbit(a) == std::signbit(b); }));
-
             for (int const reverse : {0, 1}) {
-                std::vector<double> iterated = keys;
-                std::vector<std::uint64_t> iterator(count);
-                std::iota(iterator.begin(), iterator.end(), std::uint64_t{0});
-                MQSort::QSortDblWithIterator(iterator.data(), iterated.data(), count, reverse);
+                std::vector<std::uint64_t> iterator = Indices<std::uint64_t>(count);
+                values = keys;
+                MQSort::QSortDblWithIterator(iterator.data(), values.data(), count, reverse);
                 if (reverse != 0)
                     std::reverse(iterator.begin(), iterator.end());
-                EXPECT_TRUE(std::equal(iterator.begin(), iterator.end(), expected.begin(),
-                                       [](std::uint64_t a, int b) { return a == static_cast<std::uint64_t>(b); }));
+                EXPECT_EQ(iterator, StableOrder<std::uint64_t>(keys));
             }
         }
-    }
 }
 
 TEST(MQSort, NotANumberLosesNoElement) {
@@ -100,7 +91,7 @@ TEST(MQSort, NotANumberLosesNoElement) {
         std::vector<double> keys = RandomKeys(random, count, 0);
         for (std::size_t i = 0; i < count; i += 7)
             keys[i] = kNan;
-        std::vector<int> index = Indices(count);
+        std::vector<int> index = Indices<int>(count);
         std::vector<double> sorted = keys;
         MQSort::QSortDblWithIndex(index.data(), sorted.data(), count);
         for (std::size_t i = 0; i < count; ++i) {
@@ -108,7 +99,7 @@ TEST(MQSort, NotANumberLosesNoElement) {
             EXPECT_TRUE(sorted[i] == key || (std::isnan(sorted[i]) && std::isnan(key)));
         }
         std::sort(index.begin(), index.end());
-        EXPECT_EQ(index, Indices(count));
+        EXPECT_EQ(index, Indices<int>(count));
     }
 }
 
@@ -118,27 +109,22 @@ TEST(MQSort, OrdersWholeNumbers) {
         std::vector<int> keys(count);
         for (int &key : keys)
             key = static_cast<int>(random() % 1000) - 500;
-        std::vector<int> const expected = ExpectedOrder(keys, std::less<int>());
-        std::vector<int> sorted = keys;
+        std::vector<int> sorted = keys, values = keys;
         std::sort(sorted.begin(), sorted.end());
-
-        std::vector<int> values = keys;
         MQSort::QSortInt(values.data(), count);
         EXPECT_EQ(values, sorted);
 
-        std::vector<int> index = Indices(count);
+        std::vector<int> index = Indices<int>(count);
         values = keys;
         MQSort::QSortIntWithIndex(index.data(), values.data(), count);
-        EXPECT_EQ(index, expected);
+        EXPECT_EQ(index, StableOrder<int>(keys));
         EXPECT_EQ(values, sorted);
 
         std::vector<long> longs(keys.begin(), keys.end());
-        std::vector<std::uint64_t> iterator(count);
-        std::iota(iterator.begin(), iterator.end(), std::uint64_t{0});
+        std::vector<std::uint64_t> iterator = Indices<std::uint64_t>(count);
         MQSort::QSortKeyWithIterator(iterator.data(), longs.data(), count);
-        EXPECT_TRUE(std::equal(iterator.begin(), iterator.end(), expected.begin(),
-                               [](std::uint64_t a, int b) { return a == static_cast<std::uint64_t>(b); }));
-        EXPECT_TRUE(std::equal(longs.begin(), longs.end(), sorted.begin()));
+        EXPECT_EQ(iterator, StableOrder<std::uint64_t>(keys));
+        EXPECT_EQ(longs, std::vector<long>(sorted.begin(), sorted.end()));
     }
 }
 
@@ -166,8 +152,7 @@ TEST(MQSort, DifferencesWrapAround) {
     std::vector<int> keys(5000);
     for (int &key : keys)
         key = static_cast<int>(random());
-    std::vector<int> first = keys;
-    std::vector<int> second = keys;
+    std::vector<int> first = keys, second = keys;
     MQSort::QSortInt(first.data(), first.size());
     MQSort::QSortInt(second.data(), second.size());
     EXPECT_EQ(first, second);
@@ -175,33 +160,22 @@ TEST(MQSort, DifferencesWrapAround) {
 }
 
 TEST(MQSort, ComparisonsAnswerForRecords) {
-    auto const dbl = [](double a, double b) { return MQSort::CompareDbl(&a, &b); };
-    EXPECT_EQ(dbl(1.0, 1.0), 0);
-    EXPECT_EQ(dbl(0.0, -0.0), 0);
-    EXPECT_EQ(dbl(1.0, 2.0), -1);
-    EXPECT_EQ(dbl(2.0, 1.0), 1);
-    EXPECT_EQ(dbl(kNan, 1.0), 1);
-    EXPECT_EQ(dbl(1.0, kNan), 1);
-
-    auto const iterated = [](double a, double b) {
-        MQSort::DblWithIterator const left{9, a};
-        MQSort::DblWithIterator const right{1, b};
-        return MQSort::CompareDblWithIterator(&left, &right);
-    };
-    EXPECT_EQ(iterated(2.5, 2.5), 0);
-    EXPECT_EQ(iterated(-1.0, 2.5), -1);
-    EXPECT_EQ(iterated(kInfinity, 1.0), 1);
-    EXPECT_EQ(iterated(kInfinity, kInfinity), 1) << "the difference is not a number";
-
+    for (auto const &[a, b, order] :
+         {std::tuple{1.0, 1.0, 0}, {0.0, -0.0, 0}, {1.0, 2.0, -1}, {2.0, 1.0, 1}, {kNan, 1.0, 1}, {1.0, kNan, 1}})
+        EXPECT_EQ(MQSort::CompareDbl(&a, &b), order) << a << ' ' << b;
+    // The difference of two infinities is not a number.
+    for (auto const &[a, b, order] :
+         {std::tuple{2.5, 2.5, 0}, {-1.0, 2.5, -1}, {kInfinity, 1.0, 1}, {kInfinity, kInfinity, 1}}) {
+        MQSort::DblWithIterator const left{9, a}, right{1, b};
+        EXPECT_EQ(MQSort::CompareDblWithIterator(&left, &right), order) << a << ' ' << b;
+    }
     auto const wide = [](std::int64_t a, std::int64_t b) { return MQSort::CompareInt64(&a, &b); };
     EXPECT_EQ(wide(0x100000001, 1), 0);
     EXPECT_EQ(wide(0x700000002, 0x900000005), -3);
 
-    MQSort::IntWithIndex const small{100, INT_MIN};
-    MQSort::IntWithIndex const large{0, 1};
+    MQSort::IntWithIndex const small{100, INT_MIN}, large{0, 1};
     EXPECT_EQ(MQSort::CompareIntWithIndex(&small, &large), INT_MAX);
-    MQSort::KeyWithIterator const low{5, 4294967296L + 3};
-    MQSort::KeyWithIterator const high{4, 10};
+    MQSort::KeyWithIterator const low{5, 4294967296L + 3}, high{4, 10};
     EXPECT_EQ(MQSort::CompareKeyWithIterator(&low, &high), -7);
 }
 
@@ -228,37 +202,31 @@ TEST(MQSort, OrdersPackedKeysBeforeSerials) {
 }
 
 TEST(MQSort, SeparatesTrailingNumbers) {
-    struct Case {
-        wchar_t const *text;
-        wchar_t const *prefix;
-        int zeros;
-        int number;
-    };
-    Case const cases[] = {
-        {L"Beam12", L"Beam", 0, 12},
-        {L"B007", L"B", 2, 7},
-        {L"B", L"B", 0, -1},
-        {L"123", L"", 0, 123},
-        {L"", L"", 0, -1},
-        {L"B000", L"B", 3, 0},
-        {L"B0100", L"B", 1, 100},
-        {L"A1-B2 ", L"A1-B2 ", 0, -1},
-        {L"A-3", L"A-", 0, 3},
-        {L"N2147483647", L"N", 0, INT_MAX},
-        {L"N99999999999999999999", L"N", 0, INT_MAX},
-    };
-    for (Case const &c : cases) {
+    struct {
+        wchar_t const *text, *prefix;
+        int zeros, number;
+    } const rows[] = {{L"Beam12", L"Beam", 0, 12},
+                      {L"B007", L"B", 2, 7},
+                      {L"B", L"B", 0, -1},
+                      {L"123", L"", 0, 123},
+                      {L"", L"", 0, -1},
+                      {L"B000", L"B", 3, 0},
+                      {L"B0100", L"B", 1, 100},
+                      {L"A-3", L"A-", 0, 3},
+                      {L"A1-B2 ", L"A1-B2 ", 0, -1},
+                      {L"N2147483647", L"N", 0, INT_MAX},
+                      {L"N99999999999999999999", L"N", 0, INT_MAX}};
+    for (auto const &row : rows) {
+        SCOPED_TRACE(testing::PrintToString(row.text));
         CString prefix(L"old");
-        int zeros = 55;
-        int number = 55;
-        MQSort::SeparateStringNum(c.text, prefix, zeros, number);
-        EXPECT_EQ(prefix, CString(c.prefix)) << testing::PrintToString(c.text);
-        EXPECT_EQ(zeros, c.zeros) << testing::PrintToString(c.text);
-        EXPECT_EQ(number, c.number) << testing::PrintToString(c.text);
+        int zeros = 55, number = 55;
+        MQSort::SeparateStringNum(row.text, prefix, zeros, number);
+        EXPECT_EQ(prefix, row.prefix);
+        EXPECT_EQ(zeros, row.zeros);
+        EXPECT_EQ(number, row.number);
     }
     CString text(L"Node5");
-    int zeros = 0;
-    int number = 0;
+    int zeros = 0, number = 0;
     MQSort::SeparateStringNum(text, text, zeros, number);
     EXPECT_EQ(text, L"Node") << "the text may receive its own prefix";
 }
@@ -266,21 +234,17 @@ TEST(MQSort, SeparatesTrailingNumbers) {
 TEST(MQSort, OrdersNamesNaturally) {
     std::vector<wchar_t const *> const ordered{L"A",   L"A0",           L"A2", L"A7", L"A007",
                                                L"A10", L"A99999999999", L"AB", L"a1"};
-    std::vector<int> shuffle = Indices(ordered.size());
+    std::vector<unsigned int> shuffle = Indices<unsigned int>(ordered.size());
     std::mt19937 random(25);
     for (int round = 0; round < 10; ++round) {
         std::shuffle(shuffle.begin(), shuffle.end(), random);
         std::vector<CString> names;
-        std::vector<unsigned int> index;
-        for (int const place : shuffle) {
-            names.emplace_back(ordered[static_cast<std::size_t>(place)]);
-            index.push_back(static_cast<unsigned int>(place));
-        }
+        for (unsigned int const place : shuffle)
+            names.emplace_back(ordered[place]);
+        std::vector<unsigned int> index = shuffle;
         MQSort::QSortStringNumWithIndex(index.data(), names.data(), names.size());
-        for (std::size_t i = 0; i < ordered.size(); ++i) {
-            EXPECT_EQ(names[i], ordered[i]) << i;
-            EXPECT_EQ(index[i], i);
-        }
+        EXPECT_EQ(index, Indices<unsigned int>(ordered.size()));
+        EXPECT_EQ(names, std::vector<CString>(ordered.begin(), ordered.end()));
     }
     // "A2147483647" and "A99999999999" have the same parts: a tie, which keeps its order and its texts.
     std::vector<CString> ties{L"A99999999999", L"A2147483647", L"A88888888888"};
@@ -293,20 +257,15 @@ TEST(MQSort, OrdersNamesNaturally) {
 
 TEST(MQSort, OrdersStringsByUnit) {
     std::vector<CString> names;
-    std::vector<unsigned int> index;
     std::mt19937 random(26);
-    for (unsigned int i = 0; i < 200; ++i) {
+    for (int i = 0; i < 200; ++i)
         names.emplace_back(static_cast<wchar_t>(L'a' + random() % 5), static_cast<int>(1 + random() % 4));
-        index.push_back(i);
-    }
-    std::vector<CString> plain = names;
-    std::vector<CString> sorted = names;
-    std::vector<int> const expected = ExpectedOrder(names, std::less<CString>());
+    std::vector<CString> plain = names, sorted = names;
+    std::vector<unsigned int> index = Indices<unsigned int>(names.size());
     MQSort::QSortString(plain.data(), plain.size());
     MQSort::QSortStringWithIndex(index.data(), sorted.data(), sorted.size());
     EXPECT_TRUE(std::is_sorted(plain.begin(), plain.end()));
     EXPECT_EQ(plain, sorted);
-    EXPECT_TRUE(std::equal(index.begin(), index.end(), expected.begin(),
-                           [](unsigned int a, int b) { return a == static_cast<unsigned int>(b); }));
+    EXPECT_EQ(index, StableOrder<unsigned int>(names));
     MQSort::QSortStringWithIndex(nullptr, nullptr, 0);
 }

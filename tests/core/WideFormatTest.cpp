@@ -4,12 +4,10 @@
 
 #include <climits>
 #include <clocale>
-#include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <limits>
 #include <string>
-#include <vector>
 
 using zvi::lib::FormatWide;
 
@@ -35,25 +33,20 @@ TEST(WideFormat, WritesTexts) {
 TEST(WideFormat, CountsUnitsAndReadsUtf8) {
     EXPECT_EQ(FormatWide(L"%4s|", L"\U0001F600").size(), 5U);
     EXPECT_EQ(FormatWide(L"%.2s|%.1s|", L"\U0001F600", L"\U0001F600").size(), 4U) << "half a pair is not written";
-    struct Case {
+    std::wstring const bad = L"\uFFFD";
+    struct {
         char const *bytes;
         std::wstring units;
-    };
-    std::wstring const bad = L"\uFFFD";
-    Case const cases[] = {
-        {"\xC3\xA9", L"\u00E9"},
-        {"\xE2\x82\xAC", L"\u20AC"},
-        {"\xF0\x9F\x98\x80", {wchar_t{0xD83D}, wchar_t{0xDE00}}},
-        {"a\xFF"
-         "b",
-         L"a" + bad + L"b"},
-        {"\xC3", bad},
-        {"\xE2\x82", bad + bad},
-        {"\xC0\x80", bad + bad},           // overlong
-        {"\xED\xA0\x80", bad + bad + bad}, // a surrogate
-    };
-    for (Case const &c : cases)
-        EXPECT_EQ(FormatWide(L"%S", c.bytes), c.units);
+    } const rows[] = {{"\xC3\xA9", L"\u00E9"},
+                      {"\xE2\x82\xAC", L"\u20AC"},
+                      {"\xF0\x9F\x98\x80", {wchar_t{0xD83D}, wchar_t{0xDE00}}},
+                      {"a\xFF\x62", L"a" + bad + L"b"},
+                      {"\xC3", bad},
+                      {"\xE2\x82", bad + bad},
+                      {"\xC0\x80", bad + bad},            // overlong
+                      {"\xED\xA0\x80", bad + bad + bad}}; // a surrogate
+    for (auto const &row : rows)
+        EXPECT_EQ(FormatWide(L"%S", row.bytes), row.units);
     char const unterminated[] = {'a', 'b', 'c'};
     EXPECT_EQ(FormatWide(L"%.3S", unterminated), L"abc");
 }
@@ -90,25 +83,13 @@ TEST(WideFormat, GivesSpecialFloats) {
 
 namespace {
 
-/// What the C library's narrow formatter gives, as wide text.
-template <typename Value>
-std::wstring Reference(std::string const &format, Value value) {
-    std::vector<char> buffer(2000);
-#if defined(__GNUC__)
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wformat-nonliteral"
-#endif
-    int const length = std::snprintf(buffer.data(), buffer.size(), format.c_str(), value);
-#if defined(__GNUC__)
-#pragma GCC diagnostic pop
-#endif
-    return std::wstring(buffer.begin(), buffer.begin() + length);
-}
-
+/// Expects what the C library's narrow formatter gives.
 template <typename Value>
 void CompareWithReference(std::string const &format, Value value) {
+    char buffer[2000];
+    int const length = std::snprintf(buffer, sizeof buffer, format.c_str(), value);
     std::wstring const wide(format.begin(), format.end());
-    ASSERT_EQ(FormatWide(wide.c_str(), value), Reference(format, value)) << format << " of " << value;
+    ASSERT_EQ(FormatWide(wide.c_str(), value), std::wstring(buffer, buffer + length)) << format << " of " << value;
 }
 
 } // namespace
@@ -119,18 +100,15 @@ TEST(WideFormat, AgreesWithTheCLibraryForEveryFlag) {
     double const doubles[] = {0.0,       -0.0,  1.0,     -1.0, 0.5, 2.5,    123456.789, 1e-5,
                               9.9999995, 1e300, -1e-300, 1e15, 1e5, 5e-324, 1.0 / 3};
     std::int64_t const integers[] = {0, 1, -1, 255, -123456, INT64_MAX, INT64_MIN};
-    for (std::string const &flags : flagSets) {
+    for (std::string const &flags : flagSets)
         for (std::string const &field : fields) {
-            for (char const conversion : std::string("feEgGaA")) {
+            for (char const conversion : std::string("feEgGaA"))
                 for (double const value : doubles)
                     CompareWithReference("%" + flags + field + conversion, value);
-            }
-            for (std::string const conversion : {"jd", "ji", "ju", "jo", "jx", "jX"}) {
+            for (std::string const conversion : {"jd", "ji", "ju", "jo", "jx", "jX"})
                 for (std::int64_t const value : integers)
                     CompareWithReference("%" + flags + field + conversion, value);
-            }
         }
-    }
 }
 
 TEST(WideFormat, IgnoresTheProcessLocale) {

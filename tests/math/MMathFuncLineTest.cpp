@@ -33,8 +33,8 @@ TEST(MMathFuncLine, NearlyParallelLinesDoNotMeet) {
 
 TEST(MMathFuncLine, SegmentSlackIsRelativeToEachLength) {
     // The second segment rises over x at the end of the first, which is `length` long.
-    for (auto const &[length, x, meets] : Rows<3>("100 100.000009 1; 100 100.000011 0; 1 1.000009 0;"
-                                                  "1 -0.9e-7 1; 1 -1.1e-7 0; 1000 -0.9e-4 1")) {
+    for (auto const &[length, x, meets] : Rows<double, double, bool>("100 100.000009 1; 100 100.000011 0; 1 1.000009 0;"
+                                                                     "1 -0.9e-7 1; 1 -1.1e-7 0; 1000 -0.9e-4 1")) {
         Xyz const p1{0, 0, 0}, p2{length, 0, 0}, q1{x, -1, 0}, q2{x, 1, 0};
         Xyz out{};
         double dist = 0.0;

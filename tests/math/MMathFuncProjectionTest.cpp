@@ -158,7 +158,7 @@ TEST(MMathFuncProjection, PlanesFromThreePoints) {
     EXPECT_TRUE(MMathFunc::project_on_plane_normal(p, a, b, c, 1e-10, out));
     EXPECT_EQ(out, (Xyz{3, 4, 1}));
     EXPECT_FALSE(MMathFunc::project_on_plane_normal(p, a, b, c, 10001.0, out)) << "one of the squared double area";
-    for (auto const &[degrees, projects, cuts] : Rows<3>("0.5 0 1; 1.01 1 1; 90 1 1; 0 0 0")) {
+    for (auto const &[degrees, projects, cuts] : Rows<double, bool, bool>("0.5 0 1; 1.01 1 1; 90 1 1; 0 0 0")) {
         double const radians = degrees * M_PI / 180.0;
         Xyz const dir{-7.0 * std::cos(radians), 0.0, -7.0 * std::sin(radians)};
         Xyz const expected{3.0 - 5.0 / std::tan(radians), 4.0, 1.0};
