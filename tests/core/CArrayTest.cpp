@@ -19,7 +19,9 @@ TEST(CArray, EditsLikeAVector) {
     array.RemoveAt(1, 5);
     EXPECT_EQ(array.Append(array), 3);
     EXPECT_EQ(array, (CArray<int>{1, 0, 9, 1, 0, 9}));
-    array.SetSize(2);
+    array.SetSize(3);
+    array.RemoveAt(2);
+    EXPECT_EQ(array.GetSize(), 2);
     array.SetAt(1, 4);
     EXPECT_EQ(array.GetData()[1], 4);
     array.RemoveAll();

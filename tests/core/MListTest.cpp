@@ -48,6 +48,8 @@ TEST(MList, LinksBothWaysOverBlocks) {
         ExpectElements(copy, {"again"});
         copy = moved;
         ExpectElements(copy, expected);
+        list = std::move(copy);
+        ExpectElements(list, expected);
     }
 }
 
