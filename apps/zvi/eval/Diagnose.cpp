@@ -22,7 +22,7 @@ constexpr long long kMostToReadAgain = 100'000;
 constexpr std::size_t kLongestShown = 100;
 
 /// The messages in their order, each once; the general one alone where there is no other.
-std::string Joined(std::vector<std::string> const &messages) {
+std::string Told(std::vector<std::string> const &messages) {
     std::string joined;
     for (std::string const &message : messages) {
         bool const general = SameNoCase(message, kGeneralMessage);
@@ -77,7 +77,7 @@ Mistake FindMistake(FailedText const &failed) {
 Diagnosis Diagnose(CString const &typed, EvalSettings const &settings, EvalOutcome const &outcome) {
     FailedText const failed{typed.GetString(), outcome.line.GetString(), settings, outcome};
     Mistake const mistake = FindMistake(failed);
-    return {mistake.where, Joined(outcome.messages), mistake.hint};
+    return {mistake.where, Told(outcome.messages), mistake.hint};
 }
 
 } // namespace zvi::app

@@ -5,13 +5,21 @@
 
 #include "zvi/command/MParser.h"
 #include "zvi/command/NormalizeCommandText.h"
+#include "zvi/command/SymbolTable.h"
 #include "zvi/units/MUnitCtrl.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace zvi::app {
 
 namespace {
+
+constexpr char const *kFunctions[] = {"log",  "ln",  "sqrt", "sin", "cos",  "tan",  "asin", "acos",
+                                      "atan", "exp", "deg",  "rad", "sinh", "cosh", "abs"};
+constexpr char const *kConstants[] = {"pi", "phi"};
+
+static_assert(kMostVariables + std::size(kFunctions) + std::size(kConstants) == lib::SymbolTable::kMostSymbols);
 
 /// A parser that keeps what it says and the line that it was given.
 class HearingParser : public lib::Parser {
@@ -174,13 +182,12 @@ EvalOutcome Evaluate(CString const &text, EvalSettings const &settings) {
 }
 
 std::vector<std::string> const &BuiltInFunctions() {
-    static std::vector<std::string> const kNames = {"log",  "ln",  "sqrt", "sin", "cos",  "tan",  "asin", "acos",
-                                                    "atan", "exp", "deg",  "rad", "sinh", "cosh", "abs"};
+    static std::vector<std::string> const kNames(std::begin(kFunctions), std::end(kFunctions));
     return kNames;
 }
 
 std::vector<std::string> const &BuiltInConstants() {
-    static std::vector<std::string> const kNames = {"pi", "phi"};
+    static std::vector<std::string> const kNames(std::begin(kConstants), std::end(kConstants));
     return kNames;
 }
 

@@ -59,7 +59,7 @@ std::string WhyNoVariableName(std::string const &name);
 /// Puts a variable in place of one of the same name, or behind the others; false when there are as many as may be.
 bool SetVariable(std::vector<EvalVariable> &variables, std::string const &name, double value);
 
-/// Most variables besides the constants.
+/// Most variables: what the functions and constants leave of the symbols that the language holds.
 inline constexpr std::size_t kMostVariables = 183;
 
 } // namespace zvi::app

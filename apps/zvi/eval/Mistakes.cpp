@@ -206,6 +206,25 @@ Span SurplusItem(FailedText const &failed) {
     return tooMany ? failed.SpanOfLine(items[most].begin, items[most].End()) : Span{failed.Place(), 1};
 }
 
+/// What is missing at the end of the text.
+Mistake DescribeEnd(FailedText const &failed) {
+    std::size_t const last = ItemBefore(failed.typed, failed.typed.size());
+    bool const behindOperand = last != kNowhere && (IsNameChar(failed.typed[last]) || failed.typed[last] == L')');
+    return {{failed.typed.size(), 1},
+            !failed.outcome.unexpectedToken ? ""
+            : behindOperand                 ? "a bracket is not closed"
+                                            : "the text ends where a number is expected"};
+}
+
+/// The name or number that begins at `at` where an operator was expected, to its end.
+Span OperandAt(std::wstring const &typed, std::size_t at) {
+    std::size_t end = at + 1;
+    while (typed[at] != L'(' && end < typed.size() && (IsNameChar(typed[end]) || typed[end] == L'.')) {
+        ++end;
+    }
+    return {at, end - at};
+}
+
 } // namespace
 
 std::string FailedText::Typed(Span const &span) const {
@@ -344,21 +363,16 @@ std::optional<Mistake> FindOtherMode(FailedText const &failed) {
 
 Mistake DescribePlace(FailedText const &failed) {
     if (failed.Place() >= failed.typed.size()) {
-        std::size_t const last = ItemBefore(failed.typed, failed.typed.size());
-        bool const behindOperand = last != kNowhere && (IsNameChar(failed.typed[last]) || failed.typed[last] == L')');
-        return {{failed.typed.size(), 1},
-                !failed.outcome.unexpectedToken ? ""
-                : behindOperand                 ? "a bracket is not closed"
-                                                : "the text ends where a number is expected"};
+        return DescribeEnd(failed);
     }
     std::size_t const at = failed.Place();
+    if (!failed.outcome.unexpectedToken) {
+        return {{at, 1}, ""};
+    }
     wchar_t const c = failed.typed[at];
     bool const isPair = c >= 0xD800 && c <= 0xDBFF && at + 1 < failed.typed.size();
     std::string const quoted =
         Joined("'", Utf8Of(Printable(std::wstring_view(failed.typed).substr(at, isPair ? 2 : 1))), "'");
-    if (!failed.outcome.unexpectedToken) {
-        return {{at, 1}, ""};
-    }
     std::wstring const upper = Upper(failed.typed);
     if ((upper[at] == L'T' || upper[at] == L'B') && !ReadsIntegers(failed.settings.mode)) {
         return {{at, 1}, "T and B stand for TO and BY, as in 1to9by2, which --mode nodes reads"};
@@ -372,11 +386,7 @@ Mistake DescribePlace(FailedText const &failed) {
         return {{at, 1}, "the ends of a range are plain integers, without sign or parentheses"};
     }
     if (IsNameChar(c) || c == L'(') {
-        std::size_t end = at + 1;
-        while (c != L'(' && end < failed.typed.size() && (IsNameChar(failed.typed[end]) || failed.typed[end] == L'.')) {
-            ++end;
-        }
-        return {{at, end - at}, "an operator is missing here, or a comma in a list"};
+        return {OperandAt(failed.typed, at), "an operator is missing here, or a comma in a list"};
     }
     if (c == L',') {
         return {{at, 1}, "a comma has no place here"};
