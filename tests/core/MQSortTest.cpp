@@ -34,7 +34,8 @@ std::vector<Number> StableOrder(std::vector<Key> const &keys) {
     return order;
 }
 
-/// Keys of many kinds: spread over the whole range, crowded with ties, and both zeros.
+/// Keys of many kinds: spread over the whole range, crowded with ties, both zeros, a narrow band, and narrow bands in
+/// narrow bands.
 std::vector<double> RandomKeys(std::mt19937_64 &random, std::size_t count, int kind) {
     std::vector<double> keys(count);
     for (double &key : keys) {
@@ -46,8 +47,10 @@ std::vector<double> RandomKeys(std::mt19937_64 &random, std::size_t count, int k
             key = std::floor(unit * 5.0);
         else if (kind == 2)
             key = special[random() % std::size(special)];
-        else
+        else if (kind == 3)
             key = 1.0 + unit * 1e-15;
+        else
+            key = static_cast<double>(random() % 3) + (random() % 2 == 0 ? unit * 1e-9 : unit * 1e-14);
     }
     return keys;
 }
@@ -56,8 +59,9 @@ std::vector<double> RandomKeys(std::mt19937_64 &random, std::size_t count, int k
 
 TEST(MQSort, OrdersDoublesStablyAtEverySize) {
     std::mt19937_64 random(20);
-    for (std::size_t const count : std::initializer_list<std::size_t>{1, 2, 15, 16, 17, 100, 511, 512, 513, 5000})
-        for (int kind = 0; kind < 4; ++kind) {
+    for (std::size_t const count :
+         std::initializer_list<std::size_t>{1, 2, 15, 16, 17, 100, 127, 128, 129, 1000, 4095, 4096, 20000})
+        for (int kind = 0; kind < 5; ++kind) {
             SCOPED_TRACE(testing::Message() << count << " of kind " << kind);
             std::vector<double> const keys = RandomKeys(random, count, kind);
             std::vector<double> sorted = keys, again = keys, values = keys;

@@ -13,7 +13,7 @@ namespace zvi::lib {
 inline constexpr std::size_t kInsertionRun = 16;
 
 /// From this count on, sorting by digits pays.
-inline constexpr std::size_t kSmallestDigitSort = 512;
+inline constexpr std::size_t kSmallestDigitSort = 128;
 
 /// Whether no record is less than the one before it.
 template <typename Record, typename IsLess>
@@ -47,7 +47,10 @@ void MergeRuns(Record *first, Record *middle, Record *last, Record *target, IsLe
     Record *right = middle;
     while (left != middle && right != last) {
         bool const takeRight = isLess(*right, *left);
-        *target++ = std::move(takeRight ? *right++ : *left++);
+        *target++ = std::move(*(takeRight ? right : left));
+        // Without a branch, which could not be foretold.
+        right += takeRight ? 1 : 0;
+        left += takeRight ? 0 : 1;
     }
     target = std::move(left, middle, target);
     std::move(right, last, target);
@@ -73,9 +76,12 @@ void MergeSort(Record *records, Record *scratch, std::size_t count, IsLess isLes
         std::move(source, source + count, records);
 }
 
-/// Bits of a digit of `DigitSort`, and the number of its values.
-inline constexpr int kDigitBits = 11;
-inline constexpr std::size_t kDigitValues = std::size_t{1} << kDigitBits;
+/// Bits of a digit of `DigitSort`: few for few records, whose counts would cost more than they.
+inline constexpr int kShortDigitBits = 8;
+inline constexpr int kLongDigitBits = 11;
+
+/// From this count on, digits are long.
+inline constexpr std::size_t kSmallestLongDigitSort = 4096;
 
 /// `DigitSort` looks at this many digits of a long key before it repairs what is left by insertion.
 inline constexpr int kLeadingDigits = 3;
@@ -83,26 +89,25 @@ inline constexpr int kLeadingDigits = 3;
 /// The repair may move this many records for each record there is.
 inline constexpr std::size_t kRepairMovesPerRecord = 4;
 
-template <typename Key>
-std::size_t DigitAt(Key key, int shift) {
-    return static_cast<std::size_t>(key >> shift) & (kDigitValues - 1);
-}
-
 /// Stable sort by the bits of the key from `fromBit` up to, not including, `toBit`, from the lowest digit to the
 /// highest (Knuth, The Art of Computer Programming, vol. 3, 5.2.5).
-template <typename Record, typename KeyOf>
+template <int digitBits, typename Record, typename KeyOf>
 void SortByBits(Record *records, Record *scratch, std::size_t count, KeyOf keyOf, int fromBit, int toBit) {
+    constexpr std::size_t kValues = std::size_t{1} << digitBits;
+    auto const digitOf = [=](Record const &record, int shift) {
+        return static_cast<std::size_t>(keyOf(record) >> shift) & (kValues - 1);
+    };
     Record *source = records;
     Record *target = scratch;
-    for (int shift = fromBit; shift < toBit; shift += kDigitBits) {
-        std::array<std::size_t, kDigitValues> next{};
+    for (int shift = fromBit; shift < toBit; shift += digitBits) {
+        std::array<std::size_t, kValues> next{};
         for (std::size_t i = 0; i < count; ++i)
-            ++next[DigitAt(keyOf(source[i]), shift)];
+            ++next[digitOf(source[i], shift)];
         std::size_t start = 0;
         for (std::size_t &position : next)
             start += std::exchange(position, start);
         for (std::size_t i = 0; i < count; ++i)
-            target[next[DigitAt(keyOf(source[i]), shift)]++] = source[i];
+            target[next[digitOf(source[i], shift)]++] = source[i];
         std::swap(source, target);
     }
     if (source != records)
@@ -129,9 +134,41 @@ bool RepairByInsertion(Record *records, std::size_t count, KeyOf keyOf) {
     return true;
 }
 
+template <typename Record, typename KeyOf>
+void DigitSort(Record *records, Record *scratch, std::size_t count, KeyOf keyOf);
+
+/// Stable sort by an unsigned key of a run that may be short.
+template <typename Record, typename KeyOf>
+void SortRun(Record *records, Record *scratch, std::size_t count, KeyOf keyOf) {
+    auto const isLess = [=](Record const &left, Record const &right) { return keyOf(left) < keyOf(right); };
+    if (count <= kInsertionRun)
+        InsertionSort(records, count, isLess);
+    else if (count < kSmallestDigitSort)
+        MergeSort(records, scratch, count, isLess);
+    else
+        DigitSort(records, scratch, count, keyOf);
+}
+
+/// Sorts each run of records that `leadingOf` gives the same number.
+template <typename Record, typename KeyOf, typename LeadingOf>
+void SortRuns(Record *records, Record *scratch, std::size_t count, KeyOf keyOf, LeadingOf leadingOf) {
+    std::size_t begin = 0;
+    auto leading = leadingOf(records[0]);
+    for (std::size_t i = 1; i <= count; ++i) {
+        auto const next = i < count ? leadingOf(records[i]) : leading + 1;
+        if (next == leading)
+            continue;
+        if (i - begin > 1)
+            SortRun(records + begin, scratch, i - begin, keyOf);
+        begin = i;
+        leading = next;
+    }
+}
+
 /// Stable sort by an unsigned key, taken from the smallest one on, so that bits beyond the range of the keys cost
 /// nothing; neither do low bits that all keys share. The leading digits of a long key leave few records out of order as
-/// a rule, and those are inserted at their places; if they are many, all digits are sorted.
+/// a rule, and those are inserted at their places; if they are many, each run that the leading digits leave together is
+/// sorted on its own, again from its smallest key on.
 template <typename Record, typename KeyOf>
 void DigitSort(Record *records, Record *scratch, std::size_t count, KeyOf keyOf) {
     auto const first = keyOf(records[0]);
@@ -145,13 +182,17 @@ void DigitSort(Record *records, Record *scratch, std::size_t count, KeyOf keyOf)
         varying |= key ^ first;
     }
     auto const offsetOf = [=](Record const &record) { return keyOf(record) - smallest; };
+    bool const isLong = count >= kSmallestLongDigitSort;
     int const lowest = std::countr_zero(varying);
     int const end = static_cast<int>(std::bit_width(largest - smallest));
-    int const leading = std::max(lowest, end - kLeadingDigits * kDigitBits);
-    SortByBits(records, scratch, count, offsetOf, leading, end);
-    // The repair keeps records of equal keys in their order, so sorting anew is still stable.
+    int const leading = std::max(lowest, end - kLeadingDigits * (isLong ? kLongDigitBits : kShortDigitBits));
+    if (isLong)
+        SortByBits<kLongDigitBits>(records, scratch, count, offsetOf, leading, end);
+    else
+        SortByBits<kShortDigitBits>(records, scratch, count, offsetOf, leading, end);
+    // The repair moves records within their runs only and keeps equal keys in their order.
     if (leading > lowest && !RepairByInsertion(records, count, keyOf))
-        SortByBits(records, scratch, count, offsetOf, lowest, end);
+        SortRuns(records, scratch, count, keyOf, [=](Record const &record) { return offsetOf(record) >> leading; });
 }
 
 /// Sorts by `Order`, which gives for its `Record`
