@@ -18,7 +18,7 @@ struct DM_SURF_SUB {
     /// Edge indices while `MDomainMaker::MakeDomain` runs, the caller's curve ids in the result.
     zvi::MArray<int> Curv;
     /// 0 where the entry of `Curv` runs from its first vertex to its second, 1 the other way. Empty for a domain that
-    /// was never divided.
+    /// no chord divided, and for a hole that was found after its domain.
     zvi::MArray<int> CurvDir;
 };
 

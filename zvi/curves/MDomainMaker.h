@@ -31,7 +31,8 @@ class DomainGraph;
 /// are not cut. `MakeDomain` runs once, after all curves were added; a second run starts from the reduced graph,
 /// appends to the result, and maps the ids of the earlier domains once more.
 ///
-/// Ids are positive and need not be unique; the id 0 cannot be told from a pruned edge. The input operations report
+/// Ids are positive and need not be unique; the id 0 cannot be told from a pruned edge, and ids of 2^31 and more come
+/// back negative, because a domain lists them as `int`. The input operations report
 /// nothing. A copy shares nothing with its source. An instance belongs to one caller at a time.
 class ZVI_API MDomainMaker {
 public:
@@ -55,8 +56,9 @@ public:
 
     /// Finds the domains: drops duplicate and dangling edges, walks the outer boundary of each connected piece from
     /// its leftmost vertex, divides it along its inner chords until none is left, and records what lies inside a
-    /// domain as its hole. Exact on graphs without cut vertices and bridges in which no edge runs along the x axis;
-    /// loops that touch in one vertex or hang by a tail may come out as spurious holes or stay undivided.
+    /// domain as its hole. Exact on graphs without cut vertices and bridges in which no edge runs along the x axis and
+    /// no two edges of one vertex lie within a tenth of a degree; loops that touch in one vertex or hang by a tail may
+    /// come out as spurious holes or stay undivided, and a chord almost along the border is passed over.
     void MakeDomain();
 
     /// Replaces `out` by a deep copy of the domains.
@@ -133,7 +135,8 @@ private:
     int Util_IsPointInSurf(double x, double y, DM_SURF_SUB &loop);
     /// Whether the point lies in the domain: in its loop and in none of its holes.
     int Util_IsPointInSurf(double x, double y, DM_SURF &surf);
-    /// Direction angle in degrees, from 0 to below 360; 0 for no direction.
+    /// Direction angle in degrees, from 0 to 360, which only a direction just below that of x can reach; 0 for no
+    /// direction.
     double Util_CalcAngle(double dx, double dy);
 
     zvi::MHashMap<int, int> SpareMap;          ///< no operation fills it
