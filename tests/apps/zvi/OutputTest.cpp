@@ -121,7 +121,7 @@ TEST(SvgPicture, DrawsTrueArcsHolesLeftoversAndGaps) {
         "d=\"M9 0L12 0L12 -3\"><title>curve 4: dangle</title>",
         "<circle class=\"gap\" cx=\"9\" cy=\"0\"",
         "<title id=\"title\">Domains of a&lt;b>&amp;&quot;.dxf</title>",
-        "1 domain, 1 hole, total area 70",
+        "1 domains, 1 holes, total area 70",
         "@media (prefers-color-scheme:dark){",
         "viewBox=\"-5.51 -5.51 18.02 ",
     };
@@ -232,7 +232,7 @@ TEST(DxfDrawing, PutsHolesOnTheLayerOfTheirDomain) {
 TEST(Report, PrintsTheTable) {
     EXPECT_EQ(DomainTable(Keyhole().result, false), "number  area  perimeter  curves  holes\n"
                                                     "     1    70       37.5       3      1\n"
-                                                    "1 domain, 1 hole, total area 70\n");
+                                                    "1 domains, 1 holes, total area 70\n");
     EXPECT_EQ(DomainTable({}, true), "\x1B[1mnumber  area  perimeter  curves  holes\x1B[0m\n"
                                      "0 domains, 0 holes, total area 0\n");
 }

@@ -54,7 +54,7 @@ int ShellStatus(std::string const &command) {
 }
 
 std::string const kRing = "circle 1 0 0 2\ncircle 2 0 0 1\n";
-std::string const kRingTotals = "2 domains, 1 hole, total area 12.5663706\n";
+std::string const kRingTotals = "2 domains, 1 holes, total area 12.5663706\n";
 
 } // namespace
 
@@ -144,7 +144,7 @@ TEST(Program, ReadsStandardInputAndDxfByItsLook) {
         EXPECT_NE(run.err.find("zvi: standard input: left over: nothing\n"), std::string::npos);
     }
     std::string const dxf = "0\nSECTION\n2\nENTITIES\n0\nCIRCLE\n8\nA\n10\n0\n20\n0\n40\n1\n0\nENDSEC\n0\nEOF\n";
-    EXPECT_TRUE(RunWith({"domains", "--layer", "a"}, dxf).out.ends_with("1 domain, 0 holes, total area 3.14159265\n"));
+    EXPECT_TRUE(RunWith({"domains", "--layer", "a"}, dxf).out.ends_with("1 domains, 0 holes, total area 3.14159265\n"));
     EXPECT_TRUE(RunWith({"domains"}, "").out.ends_with("0 domains, 0 holes, total area 0\n"));
 }
 
@@ -153,13 +153,13 @@ TEST(Program, FollowsItsOptions) {
     EXPECT_EQ(RunWith({"domains"}, square).status, 0);
     EXPECT_EQ(RunWith({"domains", "--strict"}, square).status, 3);
     EXPECT_EQ(RunWith({"domains", "--strict", "--join", "0.02"}, square).status, 0);
-    EXPECT_NE(RunWith({"domains", "--join", "0.02"}, square).out.find("1 domain,"), std::string::npos);
+    EXPECT_NE(RunWith({"domains", "--join", "0.02"}, square).out.find("1 domains,"), std::string::npos);
     EXPECT_NE(RunWith({"domains", "--join", "0.001"}, square).err.find("near miss at (0, 4"), std::string::npos);
     EXPECT_EQ(RunWith({"domains", "--strict"}, "circle 1 0 0 0\n").status, 3);
 
     std::string const crossing = "circle 1 0 0 2\nline 2 -3 0 3 0\n";
     EXPECT_NE(RunWith({"domains"}, crossing).out.find("2 domains"), std::string::npos);
-    EXPECT_NE(RunWith({"domains", "--no-split"}, crossing).out.find("1 domain,"), std::string::npos);
+    EXPECT_NE(RunWith({"domains", "--no-split"}, crossing).out.find("1 domains,"), std::string::npos);
     // Two squares side by side, each drawn whole: what they share is drawn twice.
     std::string const twice = "line 1 0 0 1 0\nline 2 1 0 1 1\nline 3 1 1 0 1\nline 4 0 1 0 0\n"
                               "line 5 1 0 2 0\nline 6 2 0 2 1\nline 7 2 1 1 1\nline 8 1 1 1 0\n";

@@ -151,7 +151,7 @@ std::string TotalsLine(lib::DrawingResult const &result) {
         holes += domain.holes.size();
         area += domain.area;
     }
-    return Count(result.domains.size(), "domain", "domains") + ", " + Count(holes, "hole", "holes") + ", total area " +
+    return std::to_string(result.domains.size()) + " domains, " + std::to_string(holes) + " holes, total area " +
            ShortNumber(area);
 }
 

@@ -9,7 +9,7 @@
 
 namespace zvi::app {
 
-/// "N domains, M holes, total area A".
+/// "N domains, M holes, total area A", one way for every N and M, because programs read it.
 std::string TotalsLine(lib::DrawingResult const &result);
 
 /// Table of the domains (number, area, perimeter, curves, holes) with the totals as its last line. `color` makes the
