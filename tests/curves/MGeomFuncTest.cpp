@@ -1,29 +1,23 @@
 #include "zvi/curves/MGeomFunc.h"
 
-#include "zvi/core/MVector.h"
+#include "tests/curves/CurveFixtures.h"
 #include "zvi/math/MMathFunc.h"
 #include "zvi/math/MMatrixLib.h"
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cmath>
 #include <random>
 
+using namespace curve_fixtures;
+using namespace zvi::lib;
 using zvi::MArray;
-using zvi::lib::MGeomFunc;
-using zvi::lib::MMathFunc;
-using zvi::lib::MMatrixLib;
-using zvi::lib::T_POINT2D;
-using zvi::lib::T_POINT3D;
-using Vec3 = zvi::MVector<double, 3>;
 
 namespace {
 
-void ExpectRow(double const *row, double x, double y, double z) {
-    EXPECT_NEAR(row[0], x, 1e-9);
-    EXPECT_NEAR(row[1], y, 1e-9);
-    EXPECT_NEAR(row[2], z, 1e-9);
+void ExpectRows(double const m[3][3], Vec3 const &along, Vec3 const &side, Vec3 const &up) {
+    ExpectNear(Vec3::FromArray(m[0]), along);
+    ExpectNear(Vec3::FromArray(m[1]), side);
+    ExpectNear(Vec3::FromArray(m[2]), up);
 }
 
 } // namespace
@@ -31,57 +25,55 @@ void ExpectRow(double const *row, double x, double y, double z) {
 TEST(MGeomFuncAxes, TellsVerticalAndHorizontalLines) {
     struct Row {
         double end[3];
-        int vertical;
-        int horizontal;
+        int vertical, horizontal, notHorizontal;
     };
     Row const rows[] = {
-        {{0, 0, 5}, 1, 0},      {{3, 4, 0}, 0, 1},      {{1, 0, 1}, 0, 0},    {{0.0099, 0, 1}, 1, 0},
-        {{0.0101, 0, 1}, 0, 0}, {{1, 0, 0.0099}, 0, 1}, {{0, 0, 1e-9}, 0, 0}, {{1e-9, 0, 0}, 0, 0},
+        {{0, 0, 5}, 1, 0, 1},      {{3, 4, 0}, 0, 1, 0},      {{1, 0, 1}, 0, 0, 1},    {{0.0099, 0, 1}, 1, 0, 1},
+        {{0.0101, 0, 1}, 0, 0, 1}, {{1, 0, 0.0099}, 0, 1, 0}, {{0, 0, 1e-9}, 0, 0, 0}, {{1e-9, 0, 0}, 0, 0, 0},
     };
     double const start[3] = {0, 0, 0};
     for (Row const &row : rows) {
-        bool const isShort = row.end[0] + row.end[2] < 1e-8;
         EXPECT_EQ(MGeomFunc::IsVerticalLine(start, row.end), row.vertical);
         EXPECT_EQ(MGeomFunc::IsHorizontalLine(start, row.end), row.horizontal);
         EXPECT_EQ(MGeomFunc::IsVertical(start, row.end, 0), row.vertical);
-        EXPECT_EQ(MGeomFunc::IsVertical(start, row.end, 1), isShort ? 0 : 1 - row.horizontal);
+        EXPECT_EQ(MGeomFunc::IsVertical(start, row.end, 1), row.notHorizontal);
     }
 }
 
 TEST(MGeomFuncAxes, GivesTheLocalAxesOfALine) {
-    double const a[3] = {1, 1, 1};
-    double const along[3] = {5, 1, 1};
-    double const up[3] = {1, 1, 4};
-    double const slanted[3] = {2, 1, 2};
-    double m[3][3];
-    int vertical = -1;
-    int other = -1;
-    ASSERT_EQ(MGeomFunc::calcLineLocalVector(a, along, 0, m, 0, &vertical, &other), 1);
-    EXPECT_EQ(vertical, 0);
-    EXPECT_EQ(other, 0);
-    ExpectRow(m[0], 1, 0, 0);
-    ExpectRow(m[1], 0, 1, 0);
-    ExpectRow(m[2], 0, 0, 1);
-    ASSERT_EQ(MGeomFunc::calcLineLocalVector(a, along, 90, m, 0, nullptr, nullptr), 1);
-    ExpectRow(m[1], 0, 0, 1);
-    ExpectRow(m[2], 0, -1, 0);
-    ASSERT_EQ(MGeomFunc::calcLineLocalVector(a, up, 0, m, 0, &vertical, nullptr), 1);
-    EXPECT_EQ(vertical, 1);
-    ExpectRow(m[0], 0, 0, 1);
-    ExpectRow(m[1], 0, 1, 0);
-    ExpectRow(m[2], -1, 0, 0);
     double const h = std::sqrt(0.5);
-    ASSERT_EQ(MGeomFunc::calcLineLocalVector(a, slanted, 0, m, 1, &vertical, &other), 1);
-    EXPECT_EQ(vertical, 1);
-    EXPECT_EQ(other, 1);
-    ExpectRow(m[2], -h, 0, h);
-    ASSERT_EQ(MGeomFunc::calcLineLocalVector(T_POINT3D{1, 1, 1}, T_POINT3D{2, 1, 2}, 0, m, 0, &vertical), 1);
-    EXPECT_EQ(vertical, 0);
+    struct Row {
+        double end[3];
+        double beta;
+        int mode, vertical, other;
+        Vec3 along, side, up;
+    };
+    Row const rows[] = {
+        {{5, 1, 1}, 0, 0, 0, 0, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}},
+        {{5, 1, 1}, 90, 0, 0, 0, {1, 0, 0}, {0, 0, 1}, {0, -1, 0}},
+        {{1, 3, 1}, 0, 0, 0, 0, {0, 1, 0}, {-1, 0, 0}, {0, 0, 1}},
+        {{1, 1, 4}, 0, 0, 1, 0, {0, 0, 1}, {0, 1, 0}, {-1, 0, 0}},
+        {{1, 1, 4}, 0, 1, 1, 0, {0, 0, 1}, {0, 1, 0}, {-1, 0, 0}},
+        {{2, 1, 2}, 0, 0, 0, 0, {h, 0, h}, {0, 1, 0}, {-h, 0, h}},
+        {{2, 1, 2}, 0, 1, 1, 1, {h, 0, h}, {0, 1, 0}, {-h, 0, h}}, // vertical by the other rule alone
+    };
+    double const a[3] = {1, 1, 1};
     float const narrowA[3] = {1, 1, 1};
-    float const narrowB[3] = {1, 3, 1};
-    float narrow[3][3] = {};
-    ASSERT_EQ(MGeomFunc::calcLineLocalVector(narrowA, narrowB, 0, narrow, 0, nullptr, nullptr), 1);
-    EXPECT_EQ(narrow[1][0], -1.0f);
+    double m[3][3];
+    for (Row const &row : rows) {
+        int vertical = -1, other = -1;
+        ASSERT_EQ(MGeomFunc::calcLineLocalVector(a, row.end, row.beta, m, row.mode, &vertical, &other), 1);
+        EXPECT_EQ(vertical, row.vertical);
+        EXPECT_EQ(other, row.other);
+        ExpectRows(m, row.along, row.side, row.up);
+        T_POINT3D const end = {row.end[0], row.end[1], row.end[2]};
+        ASSERT_EQ(MGeomFunc::calcLineLocalVector({1, 1, 1}, end, row.beta, m, row.mode, &vertical), 1);
+        ExpectRows(m, row.along, row.side, row.up);
+        float const narrowB[3] = {float(end.x), float(end.y), float(end.z)};
+        float narrow[3][3];
+        ASSERT_EQ(MGeomFunc::calcLineLocalVector(narrowA, narrowB, row.beta, narrow, row.mode, nullptr, nullptr), 1);
+        ExpectNear({narrow[1][0], narrow[1][1], narrow[1][2]}, row.side, 1e-7);
+    }
     m[0][0] = 42;
     EXPECT_EQ(MGeomFunc::calcLineLocalVector(a, a, 0, m, 0, nullptr, nullptr), 0);
     EXPECT_EQ(m[0][0], 42);
@@ -103,53 +95,43 @@ TEST(MGeomFuncAxes, LocalAngleFindsTheTurnOfTheAxes) {
 }
 
 TEST(MGeomFuncAxes, CircleThroughThreePoints) {
-    double const a[3] = {3, 0, 7};
-    double const b[3] = {0, 3, 9};
-    double const c[3] = {-3, 0, 8};
-    double center[3];
+    Vec3 const a = {3, 0, 7}, b = {0, 3, 9}, c = {-3, 0, 8}, onChord = {0, 0, 7};
+    Vec3 center;
     double m[3][3];
-    ASSERT_EQ(MGeomFunc::CalcCurvInfoFrom3P(a, b, c, center, m, 1), 1);
-    ExpectRow(center, 0, 0, 7);
-    ExpectRow(m[0], -1, 0, 0);
-    ExpectRow(m[1], 0, -1, 0);
-    ExpectRow(m[2], 0, 0, 1);
-    ASSERT_EQ(MGeomFunc::CalcCurvInfoFrom3P(a, b, c, center, m, 0), 1);
-    for (double const *p : {a, b, c})
-        EXPECT_NEAR(MMathFunc::PointSquareDistance(p, center), MMathFunc::PointSquareDistance(a, center), 1e-9);
-    double width = 0;
-    double beta = -1;
-    ASSERT_EQ(MGeomFunc::CalcCurvInfoFrom3P(a, b, c, width, beta, 1), 1);
+    ASSERT_EQ(MGeomFunc::CalcCurvInfoFrom3P(a.Data(), b.Data(), c.Data(), center.Data(), m, 1), 1);
+    ExpectNear(center, {0, 0, 7});
+    ExpectRows(m, {-1, 0, 0}, {0, -1, 0}, {0, 0, 1});
+    ASSERT_EQ(MGeomFunc::CalcCurvInfoFrom3P(a.Data(), b.Data(), c.Data(), center.Data(), m, 0), 1);
+    EXPECT_NEAR(Distance(b, center), Distance(a, center), 1e-9);
+    EXPECT_NEAR(Distance(c, center), Distance(a, center), 1e-9);
+    double width = 0, beta = -1;
+    ASSERT_EQ(MGeomFunc::CalcCurvInfoFrom3P(a.Data(), b.Data(), c.Data(), width, beta, 1), 1);
     EXPECT_NEAR(width, 3, 1e-9);
     EXPECT_NEAR(beta, 0, 1e-9);
-    ASSERT_EQ(MGeomFunc::CalcCurvInfoFrom3P(c, b, a, width, beta, 1), 1);
+    ASSERT_EQ(MGeomFunc::CalcCurvInfoFrom3P(c.Data(), b.Data(), a.Data(), width, beta, 1), 1);
     EXPECT_NEAR(std::fabs(beta), 180, 1e-6);
-    double const line[3] = {0, 0, 7};
     center[0] = 42;
-    EXPECT_EQ(MGeomFunc::CalcCurvInfoFrom3P(a, line, c, center, m, 1), 0);
+    EXPECT_EQ(MGeomFunc::CalcCurvInfoFrom3P(a.Data(), onChord.Data(), c.Data(), center.Data(), m, 1), 0);
     EXPECT_EQ(center[0], 42);
 }
 
 TEST(MGeomFuncAxes, PlateAxes) {
     double const quad[4][3] = {{0, 0, 0}, {4, 0, 0}, {5, 3, 0}, {1, 3, 0}};
+    double const triangle[3][3] = {{0, 0, 0}, {0, 2, 0}, {0, 2, 5}};
+    double const flat[3][3] = {{0, 0, 0}, {0, 0, 0}, {0, 2, 5}};
     double m[3][3];
     ASSERT_EQ(MGeomFunc::calcPlaneLocalVector(4, quad, m), 1);
-    ExpectRow(m[0], 1, 0, 0);
-    ExpectRow(m[1], 0, 1, 0);
-    ExpectRow(m[2], 0, 0, 1);
-    double const triangle[3][3] = {{0, 0, 0}, {0, 2, 0}, {0, 2, 5}};
+    ExpectRows(m, {1, 0, 0}, {0, 1, 0}, {0, 0, 1});
     ASSERT_EQ(MGeomFunc::calcPlaneLocalVector(3, triangle, m), 1);
-    ExpectRow(m[0], 0, 1, 0);
-    ExpectRow(m[2], 1, 0, 0);
+    ExpectRows(m, {0, 1, 0}, {0, 0, 1}, {1, 0, 0});
     EXPECT_EQ(MGeomFunc::calcPlaneLocalVector(2, quad, m), 0);
-    double const flat[3][3] = {{0, 0, 0}, {0, 0, 0}, {0, 2, 5}};
     EXPECT_EQ(MGeomFunc::calcPlaneLocalVector(3, flat, m), 0);
 }
 
 TEST(MGeomFuncPolyline, SegmentsTouchOrCross) {
     struct Row {
         double p[4][3];
-        int any;
-        int strict;
+        int any, strict;
     };
     Row const rows[] = {
         {{{0, 0, 0}, {2, 2, 0}, {0, 2, 0}, {2, 0, 0}}, 1, 1},     // an X
@@ -160,9 +142,12 @@ TEST(MGeomFuncPolyline, SegmentsTouchOrCross) {
         {{{0, 0, 0}, {2, 0, 0}, {2, 5e-11, 0}, {3, 3, 0}}, 1, 1}, // ends that are near, but not the same
     };
     for (Row const &row : rows) {
-        EXPECT_EQ(MGeomFunc::CheckLineIntersection(row.p[0], row.p[1], row.p[2], row.p[3], 1), row.any);
-        EXPECT_EQ(MGeomFunc::CheckLineIntersection(row.p[0], row.p[1], row.p[2], row.p[3], 0), row.strict);
-        EXPECT_EQ(MGeomFunc::CheckLineIntersection(row.p[3], row.p[2], row.p[1], row.p[0], 0), row.strict);
+        for (int turn = 0; turn < 4; ++turn) {
+            double const *const a = row.p[turn & 1], *const b = row.p[1 - (turn & 1)];
+            double const *const c = row.p[2 + (turn >> 1)], *const d = row.p[3 - (turn >> 1)];
+            EXPECT_EQ(MGeomFunc::CheckLineIntersection(a, b, c, d, 1), row.any) << &row - rows;
+            EXPECT_EQ(MGeomFunc::CheckLineIntersection(c, d, a, b, 0), row.strict) << &row - rows;
+        }
     }
 }
 
@@ -171,22 +156,17 @@ TEST(MGeomFuncPolyline, AgreesWithItsDefinitionOnRandomSegments) {
         Vec3 const d = b - a;
         double const squared = MMathFunc::Dot(d.Data(), d.Data());
         double const t = squared > 0 ? MMathFunc::Dot((p - a).Data(), d.Data()) / squared : 0.0;
-        Vec3 const foot = a + std::clamp(t, 0.0, 1.0) * d;
-        return MMathFunc::PointSquareDistance(p.Data(), foot.Data()) < 1e-20 ? 1 : 0;
+        return Distance(p, a + std::clamp(t, 0.0, 1.0) * d) < 1e-10 ? 1 : 0;
     };
     std::mt19937 random(3);
     std::uniform_real_distribution<double> nudge(-1e-6, 1e-6);
+    auto const pick = [&](unsigned count) { return static_cast<int>(random() % count); };
     int hits = 0;
     for (int i = 0; i < 20000; ++i) {
         // On a small lattice, some a little off it, so that ends and crossings are near the limits.
         Vec3 p[4];
-        for (Vec3 &point : p) {
-            double const x = static_cast<int>(random() % 4);
-            double const y = static_cast<int>(random() % 4);
-            point = {x, y, random() % 16 == 0 ? 1.0 : 0.0};
-            if (random() % 3 == 0)
-                point[0] += nudge(random);
-        }
+        for (Vec3 &point : p)
+            point = {pick(4) + (pick(3) == 0 ? nudge(random) : 0.0), pick(4), pick(16) == 0 ? 1 : 0};
         int const touching =
             isNear(p[0], p[1], p[2]) + isNear(p[0], p[1], p[3]) + isNear(p[2], p[3], p[0]) + isNear(p[2], p[3], p[1]);
         bool const isShared = p[0] == p[2] || p[0] == p[3] || p[1] == p[2] || p[1] == p[3];
@@ -204,46 +184,48 @@ TEST(MGeomFuncPolyline, AgreesWithItsDefinitionOnRandomSegments) {
 }
 
 TEST(MGeomFuncPolyline, PolylinesMeetThemselvesAndOthers) {
-    using Polyline = MArray<T_POINT3D>;
-    EXPECT_EQ(MGeomFunc::CheckPolylineSelfIntersection(Polyline{{0, 0, 0}, {2, 0, 0}, {2, 2, 0}, {0, 2, 0}}), 0);
-    EXPECT_EQ(MGeomFunc::CheckPolylineSelfIntersection(Polyline{{0, 0, 0}, {2, 0, 0}, {2, 2, 0}, {1, -1, 0}}), 1);
-    // Back over an inner vertex, and back to it exactly.
-    Polyline back = {{0, 0, 0}, {2, 0, 0}, {4, 0, 0}, {4, 2, 0}, {1, -1, 0}};
-    EXPECT_EQ(MGeomFunc::CheckPolylineSelfIntersection(back), 1);
-    back[4] = back[1];
-    EXPECT_EQ(MGeomFunc::CheckPolylineSelfIntersection(back), 0);
-    EXPECT_EQ(MGeomFunc::CheckPolylineSelfIntersection(Polyline{{0, 0, 0}, {2, 0, 0}}), 0);
-    Polyline const base = {{0, 0, 0}, {4, 0, 0}};
-    EXPECT_EQ(MGeomFunc::CheckPolylineCrossIntersection(base, Polyline{{1, 1, 0}, {1, -1, 0}}), 1);
-    EXPECT_EQ(MGeomFunc::CheckPolylineCrossIntersection(base, Polyline{{1, 1, 0}, {1, 0.5, 0}}), 0);
-    EXPECT_EQ(MGeomFunc::CheckPolylineCrossIntersection(base, Polyline{{1, 1, 0}}), 0);
-    EXPECT_EQ(MGeomFunc::CheckPolylineCrossIntersection(base, Polyline{{3, 0, 0}, {9, 0, 0}}), 1);
-    // The end of the first polyline lies on the second, which is as good as parallel: that counts in space alone.
-    EXPECT_EQ(MGeomFunc::CheckPolylineCrossIntersection(base, Polyline{{2, 1e-4, 0}, {6, -1e-4, 0}}), 1);
-    EXPECT_EQ(MGeomFunc::CheckPolylineCrossIntersection(MArray<T_POINT2D>{{0, 0}, {4, 0}},
-                                                        MArray<T_POINT2D>{{2, 1e-4}, {6, -1e-4}}),
-              0);
-    EXPECT_EQ(MGeomFunc::CheckPolylineCrossIntersection(MArray<T_POINT2D>{{0, 0}, {4, 0}},
-                                                        MArray<T_POINT2D>{{2, 1}, {2, -1}}),
-              1);
+    struct Self {
+        MArray<T_POINT3D> points;
+        int meets;
+    };
+    for (Self const &row :
+         {Self{{{0, 0, 0}, {2, 0, 0}, {2, 2, 0}, {0, 2, 0}}, 0}, Self{{{0, 0, 0}, {2, 0, 0}, {2, 2, 0}, {1, -1, 0}}, 1},
+          Self{{{0, 0, 0}, {2, 0, 0}}, 0}, Self{{{0, 0, 0}, {2, 0, 0}, {1, 0, 0}}, 1}, // straight back
+          // Back over an inner vertex, and back to it exactly.
+          Self{{{0, 0, 0}, {2, 0, 0}, {4, 0, 0}, {4, 2, 0}, {1, -1, 0}}, 1},
+          Self{{{0, 0, 0}, {2, 0, 0}, {4, 0, 0}, {4, 2, 0}, {2, 0, 0}}, 0}})
+        EXPECT_EQ(MGeomFunc::CheckPolylineSelfIntersection(row.points), row.meets) << row.points.Size();
+    struct Cross {
+        MArray<T_POINT2D> other;
+        int inSpace, inPlan;
+    };
+    for (Cross const &row : {Cross{{{1, 1}, {1, -1}}, 1, 1}, Cross{{{1, 1}, {1, 0.5}}, 0, 0}, Cross{{{1, 1}}, 0, 0},
+                             Cross{{{3, 0}, {9, 0}}, 1, 1}, Cross{{{-1, 0}, {5, 0}}, 1, 1},
+                             // The end of the first polyline lies on the second, which is as good as parallel: that
+                             // counts in space alone.
+                             Cross{{{2, 1e-4}, {6, -1e-4}}, 1, 0}}) {
+        MArray<T_POINT3D> inSpace;
+        for (T_POINT2D const &p : row.other)
+            inSpace.PushBack({p.x, p.y, 0});
+        EXPECT_EQ(MGeomFunc::CheckPolylineCrossIntersection({{0, 0, 0}, {4, 0, 0}}, inSpace), row.inSpace);
+        EXPECT_EQ(MGeomFunc::CheckPolylineCrossIntersection({{0, 0}, {4, 0}}, row.other), row.inPlan);
+    }
 }
 
 TEST(MMatrixLib, TurnsALineOntoTheXAxis) {
-    double const lines[][4] = {{1, 2, 5, 2}, {1, 2, 1, 9}, {1, 2, -3, 2}, {1, 2, 1, -4}, {1, 2, 4, 6}, {1, 2, -3, -1}};
-    double const angles[] = {
-        0, 90, 180, 270, std::atan2(4.0, 3.0) * 57.29577951308232, 180 + std::atan2(3.0, 4.0) * 57.29577951308232};
-    for (int i = 0; i < 6; ++i) {
-        double const *const l = lines[i];
-        double const angle = MMatrixLib::CalcAngleDegLineAndAxisX(l[0], l[1], l[2], l[3]);
-        EXPECT_NEAR(angle, angles[i], 1e-12);
-        double m[3][3];
-        MMatrixLib::RotateM2D(-angle, l[0], l[1], m);
-        double const x = l[2] * m[0][0] + l[3] * m[1][0] + m[2][0];
-        double const y = l[2] * m[0][1] + l[3] * m[1][1] + m[2][1];
-        EXPECT_NEAR(x, l[0] + std::hypot(l[2] - l[0], l[3] - l[1]), 1e-12);
-        EXPECT_NEAR(y, l[1], 1e-12);
-    }
+    double const upTo = std::atan2(4.0, 3.0) * 180 / kPi;
+    struct Row {
+        double x, y, angle;
+    };
     double m[3][3];
+    for (Row const &row :
+         {Row{4, 0, 0}, Row{0, 7, 90}, Row{-4, 0, 180}, Row{0, -6, 270}, Row{3, 4, upTo}, Row{-4, -3, 270 - upTo}}) {
+        double const angle = MMatrixLib::CalcAngleDegLineAndAxisX(1, 2, 1 + row.x, 2 + row.y);
+        EXPECT_NEAR(angle, row.angle, 1e-12);
+        MMatrixLib::RotateM2D(-angle, 1, 2, m);
+        EXPECT_NEAR((1 + row.x) * m[0][0] + (2 + row.y) * m[1][0] + m[2][0], 1 + std::hypot(row.x, row.y), 1e-12);
+        EXPECT_NEAR((1 + row.x) * m[0][1] + (2 + row.y) * m[1][1] + m[2][1], 2, 1e-12);
+    }
     MMatrixLib::RotateM2D(270, 0, 0, m);
     EXPECT_EQ(m[0][0], 0);
     EXPECT_EQ(m[0][1], -1);

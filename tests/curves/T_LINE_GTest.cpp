@@ -1,147 +1,153 @@
 #include "zvi/curves/T_LINE_G.h"
 
+#include "tests/curves/CurveFixtures.h"
 #include "zvi/curves/MGeomFunc.h"
 #include "zvi/curves/T_LINE2D_G.h"
 #include "zvi/curves/T_MBR3D.h"
 #include "zvi/interface/IUnitCtrl.h"
 #include "zvi/units/MUnitCtrl.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
+#include <algorithm>
 #include <cstddef>
 #include <random>
 
+using namespace curve_fixtures;
+using namespace zvi::lib;
 using zvi::MArray;
-using zvi::lib::MUnitCtrl;
-using zvi::lib::T_LINE2D_G;
-using zvi::lib::T_LINE_G;
-using zvi::lib::T_MBR3D;
-using zvi::lib::T_REGION2D_G;
-using Vec3 = zvi::MVector<double, 3>;
 
 namespace {
 
-constexpr double kPi = 3.14159265358979323846;
-constexpr double kTol = 1e-4;
+Vec3 const kNone = {7, 7, 7};
 
-void ExpectNear(Vec3 const &actual, Vec3 const &expected, double tol = 1e-9) {
-    for (std::size_t i = 0; i < 3; ++i)
-        EXPECT_NEAR(actual[i], expected[i], tol) << "coordinate " << i;
+/// The point that `ask` gives; `kNone` when it has none to give and leaves its argument alone.
+template <typename Ask>
+Vec3 Answer(Ask ask) {
+    Vec3 p = kNone;
+    int const isFound = ask(p);
+    EXPECT_EQ(isFound, p == kNone ? 0 : 1);
+    return p;
 }
 
-void ExpectBox(T_REGION2D_G const &box, double minX, double minY, double maxX, double maxY) {
-    EXPECT_NEAR(box.MinX, minX, 1e-12);
-    EXPECT_NEAR(box.MinY, minY, 1e-12);
-    EXPECT_NEAR(box.MaxX, maxX, 1e-12);
-    EXPECT_NEAR(box.MaxY, maxY, 1e-12);
+Vec3 AtRatio(T_LINE_G const &curve, double ratio) {
+    return Answer([&](Vec3 &p) { return curve.GetPosByRatio(p, ratio); });
 }
 
-Vec3 OnCircle(Vec3 const &center, double radius, double degrees, double z) {
-    return {center[0] + radius * std::cos(degrees * kPi / 180), center[1] + radius * std::sin(degrees * kPi / 180), z};
+Vec3 AtLength(T_LINE_G const &curve, double length, int plan) {
+    return Answer([&](Vec3 &p) { return curve.GetPosByLength(p, length, plan); });
 }
 
-/// A plan-view arc from direction `from` to `to` (degrees), counter-clockwise, or clockwise for a negative `side`.
-T_LINE_G PlanArc(Vec3 const &center, double radius, double from, double to, double side = 1.0, double z1 = 0.0,
-                 double z2 = 0.0) {
-    T_LINE_G arc;
-    return arc.Set(OnCircle(center, radius, from, z1), OnCircle(center, radius, to, z2), 1, center, {0, 0, side}, 1,
-                   kTol);
+Vec3 AtAngle(T_LINE_G const &curve, double degrees) {
+    return Answer([&](Vec3 &p) { return curve.GetPosByAngle(p, degrees); });
 }
 
-T_LINE_G Line(Vec3 const &a, Vec3 const &b) {
-    T_LINE_G line;
-    return line.Set(a, b);
+Vec3 Tangent(T_LINE_G const &curve, double ratio) {
+    return Answer([&](Vec3 &p) { return curve.GetTagentVectorByRatio(ratio, p); });
 }
 
-T_LINE_G Circle(Vec3 const &center, double radius) {
-    T_LINE_G circle;
-    return circle.Set(center, radius, {0, 0, 1});
+Vec3 Middle(T_LINE_G const &curve) {
+    return Answer([&](Vec3 &p) { return curve.GetLineCenter(p); });
+}
+
+Vec3 Projected(T_LINE_G const &curve, Vec3 p) {
+    EXPECT_EQ(curve.ProjectToLine(p), 1);
+    return p;
+}
+
+double Width(T_LINE_G const &curve) {
+    double width = -1;
+    EXPECT_EQ(curve.GetLineWidth(width), 1);
+    return width;
+}
+
+T_REGION2D_G Box(T_LINE_G const &curve, double tol) {
+    T_REGION2D_G box;
+    EXPECT_EQ(curve.GetMBR2D(box, tol), 1);
+    return box;
+}
+
+void ExpectBox(T_REGION2D_G const &box, double minX, double minY, double maxX, double maxY, double tol = 1e-12) {
+    EXPECT_NEAR(box.MinX, minX, tol);
+    EXPECT_NEAR(box.MinY, minY, tol);
+    EXPECT_NEAR(box.MaxX, maxX, tol);
+    EXPECT_NEAR(box.MaxY, maxY, tol);
 }
 
 /// Gives 2 and then, at each further question, one more as the present factor, and ten times that as the former one.
 class CountingUnits : public zvi_interface::IUnitCtrl {
 public:
-    double GetConvertFactorCurrent(int kind) override { return kind == 1 ? Next() : 0.0; }
-    double GetConvertFactorPrevious(int kind) override { return kind == 1 ? 10.0 * Next() : 0.0; }
+    double GetConvertFactorCurrent(int kind) override { return kind == 1 ? m_next++ : 0.0; }
+    double GetConvertFactorPrevious(int kind) override { return kind == 1 ? 10.0 * m_next++ : 0.0; }
     void SetNeutralUnit(int) override {}
     int GetNeutralUnit() override { return 0; }
     double ConvValueTgtUnit2CurUnit(int, int, int, double) override { return 0.0; }
 
 private:
-    double Next() { return m_next++; }
-
     double m_next = 2.0;
 };
 
+T_LINE_G const kHelix = Helix({0, 0, 0}, 5, 0, 90, 1, 0, 10);
+
 /// Curves of every kind.
 MArray<T_LINE_G> Samples() {
-    T_LINE_G tilted;
-    tilted.Set({2, 0, 0}, {0, 0, 2}, 1, {0, 0, 0}, {0, -1, 0}, 0, kTol);
-    return {Line({1, 2, 3}, {4, 6, 3}),          PlanArc({1, 1, 0}, 2, 10, 100),         PlanArc({1, 1, 0}, 2, 10, 300),
-            PlanArc({-5, 1, 0}, 3, 200, 20, -1), PlanArc({0, 0, 0}, 5, 0, 90, 1, 0, 10), tilted};
+    T_LINE_G const tilted = T_LINE_G().Set({2, 0, 0}, {0, 0, 2}, 1, {0, 0, 0}, {0, -1, 0}, 0, kTol);
+    return {Line({1, 2, 3}, {4, 6, 3}),
+            Arc({1, 1, 0}, 2, 10, 100),
+            Arc({1, 1, 0}, 2, 10, 300),
+            Arc({-5, 1, 0}, 3, 200, 20, -1),
+            kHelix,
+            tilted};
 }
 
 } // namespace
 
 TEST(T_LINE_G, StartsEmptyWithANormalThatPointsUp) {
-    T_LINE_G line = PlanArc({1, 1, 0}, 2, 10, 100, -1);
+    T_LINE_G line = Arc({1, 1, 0}, 2, 10, 100, -1);
     line.Initialize();
     EXPECT_EQ(line.Radius, 0);
     EXPECT_EQ(line.IsCurv, 0);
     ExpectNear(line.Normal, {0, 0, 1}, 0);
+    // Clients store these records.
     EXPECT_LT(offsetof(T_LINE_G, IsCircle), offsetof(T_LINE_G, Radius));
     EXPECT_LT(offsetof(T_LINE_G, Normal), offsetof(T_LINE_G, Is2D));
-    EXPECT_EQ(sizeof(zvi::lib::T_ARC2D_INFO), 32u);
+    EXPECT_EQ(sizeof(T_ARC2D_INFO), 32u);
     EXPECT_EQ(sizeof(T_LINE2D_G), 64u);
 }
 
 TEST(T_LINE_G, MeasuresArcsOfEveryAngle) {
     struct Row {
-        double from;
-        double to;
-        double side;
-        double angle;
-        double width;
-        double area;
+        double from, to, side, angle, width, area;
     };
-    double const r = 2.0;
     double const sqrt2 = std::sqrt(2.0);
     Row const rows[] = {
-        {0, 90, 1, 90, r - sqrt2, kPi - 2},
-        {0, 180, 1, 180, r, 2 * kPi},
-        {90, 0, 1, 270, r + sqrt2, 3 * kPi + 2},
-        {90, 0, -1, 90, r - sqrt2, kPi - 2},
-        {0, 90, -1, 270, r + sqrt2, 3 * kPi + 2},
-        {350, 10, 1, 20, r - r * std::cos(kPi / 18), r * r * (kPi / 9 - std::sin(kPi / 9)) / 2},
+        {0, 90, 1, 90, 2 - sqrt2, kPi - 2},
+        {0, 180, 1, 180, 2, 2 * kPi},
+        {90, 0, 1, 270, 2 + sqrt2, 3 * kPi + 2},
+        {90, 0, -1, 90, 2 - sqrt2, kPi - 2},
+        {0, 90, -1, 270, 2 + sqrt2, 3 * kPi + 2},
+        {350, 10, 1, 20, 2 - 2 * std::cos(kPi / 18), 2 * (kPi / 9 - std::sin(kPi / 9))},
     };
     for (Row const &row : rows) {
-        T_LINE_G const arc = PlanArc({3, -1, 0}, r, row.from, row.to, row.side);
-        double width = -1;
+        T_LINE_G const arc = Arc({3, -1, 0}, 2, row.from, row.to, row.side);
         EXPECT_NEAR(arc.GetLineAngle(), row.angle, 1e-9);
-        EXPECT_NEAR(arc.GetLineLength(0), r * row.angle * kPi / 180, 1e-9);
-        EXPECT_EQ(arc.GetLineWidth(width), 1);
-        EXPECT_NEAR(width, row.width, 1e-9);
+        EXPECT_NEAR(arc.GetLineLength(0), row.angle * kPi / 90, 1e-9);
+        EXPECT_NEAR(Width(arc), row.width, 1e-9);
         EXPECT_NEAR(arc.GetLineArea(), row.area, 1e-8);
-        Vec3 middle;
-        ASSERT_EQ(arc.GetLineCenter(middle), 1);
-        ExpectNear(middle, OnCircle({3, -1, 0}, r, row.from + row.side * row.angle / 2, 0));
+        ExpectNear(Middle(arc), OnCircle({3, -1, 0}, 2, row.from + row.side * row.angle / 2, 0));
     }
+    EXPECT_NEAR(kHelix.GetLineLength(0), std::hypot(2.5 * kPi, 10), 1e-9);
+    EXPECT_NEAR(kHelix.GetLineLength(1), 2.5 * kPi, 1e-9);
+    ExpectNear(Middle(kHelix), OnCircle({0, 0, 0}, 5, 45, 5));
 }
 
 TEST(T_LINE_G, AFullCircleHasItsOwnRules) {
     T_LINE_G circle = Circle({3, -1, 2}, 2);
-    double width = 0;
-    T_REGION2D_G box;
     EXPECT_EQ(circle.GetLineAngle(), 360);
     EXPECT_DOUBLE_EQ(circle.GetLineLength(0), 4 * kPi);
     EXPECT_NEAR(circle.GetLineArea(), 4 * kPi, 1e-12);
-    EXPECT_EQ(circle.GetLineWidth(width), 1);
-    EXPECT_DOUBLE_EQ(width, 4);
+    EXPECT_DOUBLE_EQ(Width(circle), 4);
     ExpectNear(circle.Pos1, {5, -1, 2}, 0);
     ExpectNear(circle.Pos2, {5, -1, 2}, 0);
-    circle.GetMBR2D(box, 0.5);
-    ExpectBox(box, 1, -3, 5, 1);
+    ExpectBox(Box(circle, 0.5), 1, -3, 5, 1);
     double distance = 0;
     EXPECT_EQ(circle.GetDistOnChordFromP1_2D({3, 1, 2}, distance), 1);
     EXPECT_NEAR(distance, 4 * kPi, 1e-12);
@@ -156,8 +162,7 @@ TEST(T_LINE_G, AFullCircleHasItsOwnRules) {
 
 TEST(T_LINE_G, SetByCentreKeepsBetaOfExistingRecords) {
     struct Row {
-        Vec3 p2;
-        Vec3 normal;
+        Vec3 p2, normal;
         int is2D;
         double beta;
     };
@@ -166,255 +171,196 @@ TEST(T_LINE_G, SetByCentreKeepsBetaOfExistingRecords) {
         {{0, 1, 5}, {0, 0, -1}, 1, 180}, {{0, 1, 5}, {0, 0, 1}, 0, 90},   {{0, 0, 1}, {0, -1, 0}, 0, 90},
     };
     for (Row const &row : rows) {
-        T_LINE_G arc;
-        arc.Set({1, 0, 0}, row.p2, 1, {0, 0, 0}, row.normal, row.is2D, kTol);
+        T_LINE_G const arc = T_LINE_G().Set({1, 0, 0}, row.p2, 1, {0, 0, 0}, row.normal, row.is2D, kTol);
         EXPECT_EQ(arc.BetaAng, row.beta);
         EXPECT_EQ(arc.Radius, 1);
     }
-    T_LINE_G plan;
-    plan.Set({1, 0, 0}, {0, 1, 0}, 1, {0, 0, 7}, {1, 0, -1e-3}, 1, kTol);
+    T_LINE_G const plan = T_LINE_G().Set({1, 0, 0}, {0, 1, 0}, 1, {0, 0, 7}, {1, 0, -1e-3}, 1, kTol);
     ExpectNear(plan.Normal, {0, 0, -1}, 0);
     EXPECT_EQ(plan.Radius, 1);
+    ExpectNear(T_LINE_G().Set({1, 0, 0}, {0, 1, 0}, 1, {0, 0, 0}, {1, 0, 0}, 1, kTol).Normal, {0, 0, 1}, 0);
 }
 
-TEST(T_LINE_G, ShortChordsMakeLines) {
-    T_LINE_G arc;
-    arc.Set({0, 0, 0}, {0.5e-4, 0, 0}, 1, {0, 1, 0}, {0, 0, 1}, 0, kTol);
-    EXPECT_EQ(arc.IsCurv, 0);
-    EXPECT_EQ(arc.Radius, 0);
-    arc.Set({0, 0, 0}, {0.5e-4, 0, 0}, 1, 1.0, 0.0, 0, kTol);
-    EXPECT_EQ(arc.IsCurv, 0);
-    arc.Set({0, 0, 0}, {4, 0, 0}, 1, 0.0, 0.0, 0, kTol);
-    EXPECT_EQ(arc.IsCurv, 0);
-    ExpectNear(arc.Pos2, {4, 0, 0}, 0);
+TEST(T_LINE_G, ShortChordsAndFlatArcsMakeLines) {
+    Vec3 const near = {0.5e-4, 0, 0};
+    for (T_LINE_G const &line : {T_LINE_G().Set({0, 0, 0}, near, 1, {0, 1, 0}, {0, 0, 1}, 0, kTol),
+                                 T_LINE_G().Set({0, 0, 0}, near, 1, 1.0, 0.0, 0, kTol),
+                                 T_LINE_G().Set({0, 0, 0}, near, 1, 0.0, 0.0, 0, 0.0)}) {
+        EXPECT_EQ(line.IsCurv, 0);
+        EXPECT_EQ(line.Radius, 0);
+        ExpectNear(line.Pos2, near, 0);
+    }
 }
 
 TEST(T_LINE_G, SetByRiseAndTheCircleThroughThreePointsAgree) {
     for (double const beta : {0.0, 30.0, 90.0, -60.0}) {
         for (double const width : {0.5, 2.0, 3.0}) {
-            T_LINE_G arc;
-            arc.Set({1, 2, 3}, {5, 2, 3}, 1, width, beta, 0, kTol);
-            double rise = 0;
-            Vec3 top;
-            ASSERT_EQ(arc.GetLineWidth(rise), 1);
-            EXPECT_NEAR(rise, width, 1e-9);
-            ASSERT_EQ(arc.GetLineCenter(top), 1);
+            T_LINE_G const arc = T_LINE_G().Set({1, 2, 3}, {5, 2, 3}, 1, width, beta, 0, kTol);
+            Vec3 const top = Middle(arc);
             double const radians = beta * kPi / 180;
+            EXPECT_NEAR(Width(arc), width, 1e-9);
             ExpectNear(top, {3, 2 - width * std::cos(radians), 3 - width * std::sin(radians)}, 1e-8);
-            Vec3 center;
-            Vec3 normal;
-            ASSERT_EQ(zvi::lib::MGeomFunc::CalcCurvInfoFrom3P(arc.Pos1.Data(), top.Data(), arc.Pos2.Data(),
-                                                              center.Data(), normal.Data(), 0),
+            Vec3 center, normal;
+            ASSERT_EQ(MGeomFunc::CalcCurvInfoFrom3P(arc.Pos1.Data(), top.Data(), arc.Pos2.Data(), center.Data(),
+                                                    normal.Data(), 0),
                       1);
             ExpectNear(center, arc.Center, 1e-7);
             ExpectNear(normal, arc.Normal, 1e-7);
         }
     }
-    T_LINE_G plan;
-    plan.Set({0, 0, 1}, {4, 0, 5}, 1, 2.0, 0.0, 1, kTol);
+    T_LINE_G const plan = T_LINE_G().Set({0, 0, 1}, {4, 0, 5}, 1, 2.0, 0.0, 1, kTol);
     ExpectNear(plan.Center, {2, 0, 3});
     EXPECT_NEAR(plan.Radius, 2, 1e-12);
 }
 
-TEST(T_LINE_G, BoxesFollowTheExtentOfTheArc) {
-    struct Row {
-        double from;
-        double to;
-        double side;
-        double box[4];
-    };
-    double const h = std::sqrt(0.5);
-    Row const rows[] = {
-        {45, 135, 1, {-h, h, h, 1}},
-        {135, 45, 1, {-1, -1, 1, h}},
-        {45, 135, -1, {-1, -1, 1, h}},
-        {135, 45, -1, {-h, h, h, 1}},
-        {0, 90, 1, {0, 0, 1, 1}},
-        {90, 0, 1, {-1, -1, 1, 1}},
-        {60, 30, 1, {-1, -1, 1, 1}},
-        {30, 60, 1, {0.5, 0.5, std::sqrt(0.75), std::sqrt(0.75)}},
-        {300, 60, 1, {0.5, -std::sqrt(0.75), 1, std::sqrt(0.75)}},
-        {0, 180, 1, {-1, 0, 1, 1}},
-    };
-    for (Row const &row : rows) {
-        T_REGION2D_G box;
-        PlanArc({0, 0, 0}, 1, row.from, row.to, row.side).GetMBR2D(box, 0.25);
-        ExpectBox(box, row.box[0] - 0.25, row.box[1] - 0.25, row.box[2] + 0.25, row.box[3] + 0.25);
-    }
-    T_REGION2D_G box;
-    Line({3, 1, 0}, {-1, 2, 9}).GetMBR2D(box, 1);
-    ExpectBox(box, -2, 0, 4, 3);
-}
-
-TEST(T_LINE_G, BoxesHoldEveryPointOfRandomArcs) {
+TEST(T_LINE_G, BoxesHoldTheCurveAndNoMore) {
     std::mt19937 random(5);
     std::uniform_real_distribution<double> angle(0, 360);
     for (int i = 0; i < 300; ++i) {
         // Every third arc starts or ends on an axis, or as good as.
         double const from = i % 3 == 0 ? 90.0 * (i % 4) + 1e-9 * (i % 5 - 2) : angle(random);
         double const to = i % 3 == 1 ? 90.0 * (i % 4) : angle(random);
-        T_LINE_G const arc = PlanArc({2, 3, 0}, 5, from, to, i % 2 == 0 ? 1 : -1);
-        T_REGION2D_G box;
-        arc.GetMBR2D(box, 0);
+        T_LINE_G const arc = Arc({2, 3, 0}, 5, from, to, i % 2 == 0 ? 1 : -1);
         double sides[4] = {1e9, 1e9, -1e9, -1e9};
         for (int k = 0; k <= 720; ++k) {
-            Vec3 p;
-            ASSERT_EQ(arc.GetPosByRatio(p, k / 720.0), 1);
-            sides[0] = std::min(sides[0], p[0]);
-            sides[1] = std::min(sides[1], p[1]);
-            sides[2] = std::max(sides[2], p[0]);
-            sides[3] = std::max(sides[3], p[1]);
+            Vec3 const p = AtRatio(arc, k / 720.0);
+            sides[0] = std::min(sides[0], p[0] - 0.25);
+            sides[1] = std::min(sides[1], p[1] - 0.25);
+            sides[2] = std::max(sides[2], p[0] + 0.25);
+            sides[3] = std::max(sides[3], p[1] + 0.25);
         }
-        EXPECT_NEAR(box.MinX, sides[0], 2e-4) << from << " " << to;
-        EXPECT_NEAR(box.MinY, sides[1], 2e-4) << from << " " << to;
-        EXPECT_NEAR(box.MaxX, sides[2], 2e-4) << from << " " << to;
-        EXPECT_NEAR(box.MaxY, sides[3], 2e-4) << from << " " << to;
+        SCOPED_TRACE(testing::Message() << from << " to " << to);
+        ExpectBox(Box(arc, 0.25), sides[0], sides[1], sides[2], sides[3], 2e-4);
     }
+    ExpectBox(Box(Line({3, 1, 0}, {-1, 2, 9}), 1), -2, 0, 4, 3);
 }
 
 TEST(T_LINE_G, DistancesLeadBackToPositions) {
     for (T_LINE_G const &curve : Samples()) {
         double const length = curve.GetLineLength(0);
         for (double const ratio : {0.001, 0.25, 0.5, 0.9}) {
-            Vec3 p;
-            ASSERT_EQ(curve.GetPosByLength(p, length * ratio, 0), 1);
+            Vec3 const p = AtLength(curve, length * ratio, 0);
             EXPECT_NEAR(curve.GetDistance(p), 0, 1e-9);
             double distance = 0;
             ASSERT_EQ(curve.GetDistOnChordFromP1_2D(p, distance), 1);
             EXPECT_NEAR(distance, length * ratio, 1e-7);
-            double back = 0;
-            ASSERT_EQ(curve.GetDistOnChord_2D(p, curve.Pos1, back), 1);
-            EXPECT_NEAR(back, -length * ratio, 1e-7);
-            Vec3 byRatio;
-            ASSERT_EQ(curve.GetPosByRatio(byRatio, ratio), 1);
-            ExpectNear(byRatio, p, 1e-8);
+            ASSERT_EQ(curve.GetDistOnChord_2D(p, curve.Pos1, distance), 1);
+            EXPECT_NEAR(distance, -length * ratio, 1e-7);
+            ExpectNear(AtRatio(curve, ratio), p, 1e-8);
         }
     }
 }
 
-TEST(T_LINE_G, PositionsBeyondTheEnds) {
-    Vec3 p = {7, 7, 7};
+TEST(T_LINE_G, FindsPositionsTangentsAndFeet) {
     T_LINE_G const line = Line({0, 0, 0}, {2, 0, 4});
-    EXPECT_EQ(line.GetPosByRatio(p, -0.1), 0);
-    ExpectNear(p, {7, 7, 7}, 0);
-    EXPECT_EQ(line.GetPosByRatio(p, 1.5), 1);
-    ExpectNear(p, {3, 0, 6});
-    EXPECT_EQ(line.GetPosByLength(p, 1, 1), 1);
-    ExpectNear(p, {1, 0, 2});
-    EXPECT_EQ(line.GetPosByAngle(p, 10), 0);
-    EXPECT_EQ(Line({1, 1, 1}, {1, 1, 5}).GetPosByLength(p, 1, 1), 0);
-    EXPECT_EQ(Line({1, 1, 1}, {1, 1, 5}).GetPosByLength(p, 0, 1), 1);
-    T_LINE_G const helix = PlanArc({0, 0, 0}, 5, 0, 90, 1, 0, 10);
-    ASSERT_EQ(helix.GetPosByAngle(p, 45), 1);
-    ExpectNear(p, OnCircle({0, 0, 0}, 5, 45, 5));
-    EXPECT_NEAR(helix.GetLineLength(0), std::hypot(2.5 * kPi, 10), 1e-9);
-    EXPECT_NEAR(helix.GetLineLength(1), 2.5 * kPi, 1e-9);
-    ASSERT_EQ(helix.GetLineCenter(p), 1);
-    EXPECT_NEAR(p[2], 5, 1e-12);
-}
-
-TEST(T_LINE_G, ProjectsAndMeasuresDistances) {
-    Vec3 p = {5, 3, 1};
-    Line({0, 0, 0}, {2, 0, 0}).ProjectToLine(p);
-    ExpectNear(p, {5, 0, 0});
-    EXPECT_DOUBLE_EQ(Line({0, 0, 0}, {2, 0, 0}).GetDistance({5, 4, 0}), 5);
-    EXPECT_DOUBLE_EQ(Line({0, 0, 0}, {2, 0, 0}).GetDistance({-3, 4, 0}), 5);
-    EXPECT_DOUBLE_EQ(Line({0, 0, 0}, {2, 0, 0}).GetDistance({1, 4, 0}), 4);
-    T_LINE_G const helix = PlanArc({0, 0, 0}, 5, 0, 90, 1, 0, 10);
-    p = {1, 1, 77};
-    helix.ProjectToLine(p);
-    ExpectNear(p, OnCircle({0, 0, 0}, 5, 45, 5));
-    // The extent of the arc plays no part.
-    EXPECT_DOUBLE_EQ(helix.GetDistance({-8, 0, 3}), 3);
-    T_LINE_G space;
-    space.Set({5, 0, 0}, {0, 5, 0}, 1, {0, 0, 0}, {0, 0, 1}, 0, kTol);
-    p = {3, 0, 4};
-    EXPECT_DOUBLE_EQ(space.GetDistance(p), 2);
-    space.ProjectToLine(p);
-    ExpectNear(p, {5, 0, 0});
-}
-
-TEST(T_LINE_G, Tangents) {
-    Vec3 t = {9, 9, 9};
+    T_LINE_G const level = Line({0, 0, 0}, {2, 0, 0});
+    T_LINE_G const upright = Line({1, 1, 1}, {1, 1, 5});
+    T_LINE_G const arc = Arc({0, 0, 0}, 5, 0, 90);
+    T_LINE_G const space = T_LINE_G().Set({5, 0, 0}, {0, 5, 0}, 1, {0, 0, 0}, {0, 0, 1}, 0, kTol);
     double const h = std::sqrt(0.5);
-    EXPECT_EQ(Line({0, 0, 0}, {0, 3, 4}).GetTagentVectorByLength(1, t, 0), 1);
-    ExpectNear(t, {0, h, h});
-    EXPECT_EQ(Line({0, 0, 0}, {0, 0, 4}).GetTagentVectorByLength(1, t, 0), 0);
-    ExpectNear(t, {0, h, h});
-    EXPECT_EQ(PlanArc({0, 0, 0}, 5, 0, 90).GetTagentVectorByRatio(0.5, t), 1);
-    ExpectNear(t, {-h, h, 0});
-    EXPECT_EQ(PlanArc({0, 0, 0}, 5, 90, 0, -1).GetTagentVectorByRatio(0.5, t), 1);
-    ExpectNear(t, {h, -h, 0});
-    EXPECT_EQ(PlanArc({0, 0, 0}, 5, 0, 90).GetTagentVectorByRatio(1.01, t), 0);
+    struct Row {
+        Vec3 actual, expected;
+    };
+    Row const rows[] = {
+        {AtRatio(line, -0.1), kNone},
+        {AtRatio(line, 1.5), {3, 0, 6}},
+        {AtLength(line, 1, 1), {1, 0, 2}},
+        {AtAngle(line, 10), kNone},
+        {AtLength(upright, 1, 1), kNone},
+        {AtLength(upright, 0, 1), {1, 1, 1}},
+        {AtAngle(kHelix, 45), OnCircle({0, 0, 0}, 5, 45, 5)},
+        {Tangent(Line({0, 0, 0}, {0, 3, 4}), 0.2), {0, h, h}}, // the rise counts as much as the y difference
+        {Tangent(upright, 0.2), kNone},
+        {Tangent(arc, 0.5), {-h, h, 0}},
+        {Tangent(Arc({0, 0, 0}, 5, 90, 0, -1), 0.5), {h, -h, 0}},
+        {Tangent(arc, 1.01), kNone},
+        {Projected(level, {5, 3, 1}), {5, 0, 0}},
+        {Projected(kHelix, {1, 1, 77}), OnCircle({0, 0, 0}, 5, 45, 5)},
+        {Projected(space, {3, 0, 4}), {5, 0, 0}},
+    };
+    for (Row const &row : rows) {
+        SCOPED_TRACE(testing::Message() << "row " << &row - rows);
+        ExpectNear(row.actual, row.expected);
+    }
+    EXPECT_DOUBLE_EQ(level.GetDistance({5, 4, 0}), 5);
+    EXPECT_DOUBLE_EQ(level.GetDistance({-3, 4, 0}), 5);
+    EXPECT_DOUBLE_EQ(level.GetDistance({1, 4, 0}), 4);
+    EXPECT_DOUBLE_EQ(kHelix.GetDistance({-8, 0, 3}), 3) << "the extent of the arc plays no part";
+    EXPECT_DOUBLE_EQ(space.GetDistance({3, 0, 4}), 2);
 }
 
 TEST(T_LINE_G, SortsPointsAlongTheCurve) {
-    T_LINE_G const ccw = PlanArc({0, 0, 0}, 5, 350, 200);
-    double const degrees[] = {100, 355, 349.9999999999, 10, 199, 340};
-    MArray<Vec3> points;
-    for (double const d : degrees)
-        points.PushBack(OnCircle({0, 0, 0}, 5, d, 0));
-    MArray<Vec3> along = points;
+    T_LINE_G const ccw = Arc({0, 0, 0}, 5, 350, 200);
+    Points points;
+    for (double const degrees : {100.0, 355.0, 349.9999999999, 10.0, 199.0, 340.0})
+        points.PushBack(OnCircle({0, 0, 0}, 5, degrees, 0));
+    struct Row {
+        T_LINE_G curve;
+        Points points;
+        double tol;
+        MArray<int> order;
+    };
     MArray<int> order = {42};
-    EXPECT_EQ(ccw.SortByDist(along, 1e-9, order), 1);
-    EXPECT_EQ(order, (MArray<int>{2, 1, 3, 0, 4, 5}));
-    ExpectNear(along[1], points[1], 0);
-    along = points;
-    EXPECT_EQ(PlanArc({0, 0, 0}, 5, 350, 200, -1).SortByDist(along, 1e-9, order), 1);
-    EXPECT_EQ(order, (MArray<int>{5, 4, 0, 3, 1, 2}));
-    along = {{3, 0, 0}, {1, 7, 0}, {2, -4, 0}, {1, 0, 0}};
-    EXPECT_EQ(Line({9, 0, 0}, {0, 0, 0}).SortByDist(along, 0, order), 1);
-    EXPECT_EQ(order, (MArray<int>{0, 2, 1, 3}));
-    along = {{1, 1, 1}};
-    EXPECT_EQ(ccw.SortByDist(along, 0, order), 1);
-    EXPECT_EQ(order, (MArray<int>{0, 2, 1, 3, 0}));
-    along = points;
-    EXPECT_EQ(Line({1, 1, 1}, {1, 1, 1}).SortByDist(along, 0, order), 0);
+    for (Row const &row :
+         {Row{ccw, points, 1e-9, {2, 1, 3, 0, 4, 5}},
+          Row{Arc({0, 0, 0}, 5, 350, 200, -1), points, 1e-9, {5, 4, 0, 3, 1, 2}},
+          Row{Line({9, 0, 0}, {0, 0, 0}), {{3, 0, 0}, {1, 7, 0}, {2, -4, 0}, {1, 0, 0}}, 0, {0, 2, 1, 3}}}) {
+        Points along = row.points;
+        EXPECT_EQ(row.curve.SortByDist(along, row.tol, order), 1);
+        EXPECT_EQ(order, row.order);
+        for (std::size_t i = 0; i < along.Size(); ++i)
+            EXPECT_EQ(along[i], row.points[static_cast<std::size_t>(order[i])]);
+    }
+    Points one = {{1, 1, 1}};
+    EXPECT_EQ(ccw.SortByDist(one, 0, order), 1);
+    EXPECT_EQ(order, (MArray<int>{0, 2, 1, 3, 0})) << "a single point is added to the order";
+    EXPECT_EQ(Line({1, 1, 1}, {1, 1, 1}).SortByDist(points, 0, order), 0);
     EXPECT_EQ(order.Size(), 5u);
 }
 
-TEST(T_LINE_G, ComparesCurves) {
-    T_LINE_G const arc = PlanArc({0, 0, 0}, 5, 0, 90);
-    T_LINE_G reversed = arc;
-    reversed.ReverseDir();
-    ExpectNear(reversed.Normal, {0, 0, -1}, 0);
-    T_LINE_G other = arc;
-    other.MirrorCurv();
+TEST(T_LINE_G, TellsSameAndContinuousCurves) {
+    T_LINE_G const line = Line({0, 0, 0}, {2, 0, 0});
+    T_LINE_G const arc = Arc({1, 0, 0}, 5, 0, 90);
     T_LINE_G const chord = Line(arc.Pos1, arc.Pos2);
-    EXPECT_EQ(arc.IsSameLine(arc, 1e-6, 1), 1);
-    EXPECT_EQ(arc.IsSameLine(reversed, 1e-6, 0), 1);
-    EXPECT_EQ(arc.IsSameLine(reversed, 1e-6, 1), 0);
-    EXPECT_EQ(arc.IsSameLine(other, 1e-6, 0), 0);
-    EXPECT_EQ(arc.IsSameLine(chord, 1e-6, 0), 0);
-    EXPECT_EQ(arc.IsSameLine(PlanArc({0, 0, 0}, 5, 90, 0), 1e-6, 0), 0);
-    EXPECT_EQ(chord.IsSameLine(Line(arc.Pos2, arc.Pos1), 1e-6, 0), 1);
+    T_LINE_G reversed = arc;
+    T_LINE_G mirrored = arc;
+    reversed.ReverseDir();
+    mirrored.MirrorCurv();
+    struct Row {
+        T_LINE_G const &curve;
+        T_LINE_G other;
+        int same, sameWay, continuous, headToTail;
+    };
+    Row const rows[] = {
+        {line, Line({2, 0, 0}, {5, 0, 0}), 0, 0, 1, 1},
+        {line, Line({-1, 0, 0}, {0, 0, 0}), 0, 0, 1, 1},
+        {line, Line({5, 0, 0}, {2, 0, 0}), 0, 0, 1, 0},
+        {line, Line({0, 0, 0}, {-3, 0, 0}), 0, 0, 0, 0},
+        {line, Line({2, 0, 0}, {5, 1, 0}), 0, 0, 0, 0},
+        {line, Line({3, 0, 0}, {5, 0, 0}), 0, 0, 0, 0},
+        {line, Line({2, 0, 0}, {0, 0, 0}), 1, 0, 1, 1},
+        {line, line, 1, 1, 1, 0},
+        {arc, Arc({1, 0, 0}, 5, 90, 200), 0, 0, 1, 1},
+        {arc, Arc({1, 2.5, 0}, 2.5, 90, 200), 0, 0, 0, 0},
+        {arc, arc, 1, 1, 1, 0},
+        {arc, reversed, 1, 0, 1, 1},
+        {arc, mirrored, 0, 0, 0, 0},
+        {arc, chord, 0, 0, 0, 0},
+        {arc, Arc({1, 0, 0}, 5, 90, 0), 0, 0, 1, 1},
+    };
+    for (Row const &row : rows) {
+        SCOPED_TRACE(testing::Message() << "row " << &row - rows);
+        EXPECT_EQ(row.curve.IsSameLine(row.other, 1e-6, 0), row.same);
+        EXPECT_EQ(row.curve.IsSameLine(row.other, 1e-6, 1), row.sameWay);
+        EXPECT_EQ(row.curve.IsContinuousLine(row.other, 1e-6, 0), row.continuous);
+        EXPECT_EQ(row.curve.IsContinuousLine(row.other, 1e-6, 1), row.headToTail);
+    }
     EXPECT_EQ(chord.IsSameLine(chord, 0, 0), 0);
 }
 
-TEST(T_LINE_G, ContinuousCurvesShareACarrierAndAnEnd) {
-    T_LINE_G const line = Line({0, 0, 0}, {2, 0, 0});
-    struct Row {
-        T_LINE_G other;
-        int any;
-        int headToTail;
-    };
-    Row const rows[] = {
-        {Line({2, 0, 0}, {5, 0, 0}), 1, 1},  {Line({-1, 0, 0}, {0, 0, 0}), 1, 1}, {Line({5, 0, 0}, {2, 0, 0}), 1, 0},
-        {Line({0, 0, 0}, {-3, 0, 0}), 0, 0}, {Line({2, 0, 0}, {5, 1, 0}), 0, 0},  {Line({3, 0, 0}, {5, 0, 0}), 0, 0},
-    };
-    for (Row const &row : rows) {
-        EXPECT_EQ(line.IsContinuousLine(row.other, 1e-6, 0), row.any);
-        EXPECT_EQ(line.IsContinuousLine(row.other, 1e-6, 1), row.headToTail);
-    }
-    T_LINE_G const arc = PlanArc({1, 0, 0}, 5, 0, 90);
-    EXPECT_EQ(arc.IsContinuousLine(PlanArc({1, 0, 0}, 5, 90, 200), 1e-6, 1), 1);
-    EXPECT_EQ(arc.IsContinuousLine(PlanArc({1, 2.5, 0}, 2.5, 90, 200), 1e-6, 0), 0);
-    EXPECT_EQ(arc.IsContinuousLine(line, 1e-6, 0), 0);
-}
-
 TEST(T_LINE_G, CutsCurvesIntoMultiplesOfEight) {
-    T_LINE_G const arc = PlanArc({0, 0, 0}, 5, 0, 100);
-    MArray<Vec3> points;
+    T_LINE_G const arc = Arc({0, 0, 0}, 5, 0, 100);
+    Points points;
     CArray<double> lengths;
     EXPECT_EQ(arc.MakeCurvPoints(points, 1, 30, &lengths, 0), 1);
     ASSERT_EQ(points.Size(), 9u);
@@ -427,32 +373,25 @@ TEST(T_LINE_G, CutsCurvesIntoMultiplesOfEight) {
     EXPECT_EQ(points.Size(), 2u);
     double unit = -1;
     int count = -1;
-    T_LINE_G::CalcArcUnitAngle(100, 0, unit, count);
-    EXPECT_EQ(count, -1);
-    T_LINE_G::CalcArcUnitAngle(100, 12.5, unit, count);
-    EXPECT_EQ(count, 8);
-    T_LINE_G::CalcArcUnitAngle(100, 12.4, unit, count);
-    EXPECT_EQ(count, 16);
+    for (auto const &[step, expected] : {std::pair{0.0, -1}, {12.5, 8}, {12.4, 16}}) {
+        T_LINE_G::CalcArcUnitAngle(100, step, unit, count);
+        EXPECT_EQ(count, expected);
+    }
     EXPECT_EQ(unit, 6.25);
 }
 
 TEST(T_LINE_G, MovingKeepsTheRise) {
     for (double const side : {1.0, -1.0}) {
-        T_LINE_G arc = PlanArc({0, 0, 0}, 5, 0, 90, side);
-        double before = 0;
-        double after = 0;
-        arc.GetLineWidth(before);
+        T_LINE_G arc = Arc({0, 0, 0}, 5, 0, 90, side);
+        double const before = Width(arc);
         ASSERT_EQ(arc.MoveTo({1, 1, 0}, {30, 2, 0}), 1);
-        arc.GetLineWidth(after);
-        EXPECT_NEAR(after, before, 1e-9);
-        ExpectNear(arc.Pos2, {30, 2, 0}, 0);
+        EXPECT_NEAR(Width(arc), before, 1e-9);
         EXPECT_EQ(arc.MoveTo({3, 3, 3}, {3, 3, 3}), 1);
         ExpectNear(arc.Pos2, {30, 2, 0}, 0);
     }
     T_LINE_G line = Line({0, 0, 0}, {1, 0, 0});
     EXPECT_EQ(line.MoveTo(line.Pos2, line.Pos1), 1);
-    ExpectNear(line.Pos1, {1, 0, 0}, 0);
-    ExpectNear(line.Pos2, {0, 0, 0}, 0);
+    EXPECT_EQ(line.IsSameLine(Line({1, 0, 0}, {0, 0, 0}), 1e-12, 1), 1);
 }
 
 TEST(T_LINE_G, ReversingAndMirroringTwiceGiveTheCurveBack) {
@@ -463,13 +402,10 @@ TEST(T_LINE_G, ReversingAndMirroringTwiceGiveTheCurveBack) {
         twice.ReverseDir();
         EXPECT_EQ(twice.IsSameLine(curve, 1e-9, 1), 1);
     }
-    T_LINE_G arc;
-    arc.Set({0, 0, 0}, {4, 0, 0}, 1, 1.0, 0.0, 0, kTol);
+    T_LINE_G const arc = T_LINE_G().Set({0, 0, 0}, {4, 0, 0}, 1, 1.0, 0.0, 0, kTol);
     T_LINE_G mirrored = arc;
     mirrored.MirrorCurv();
-    Vec3 top;
-    mirrored.GetLineCenter(top);
-    ExpectNear(top, {2, 1, 0}, 1e-8);
+    ExpectNear(Middle(mirrored), {2, 1, 0}, 1e-8);
     EXPECT_EQ(mirrored.BetaAng, 180);
     mirrored.MirrorCurv();
     EXPECT_EQ(mirrored.IsSameLine(arc, 1e-8, 1), 1);
@@ -478,59 +414,47 @@ TEST(T_LINE_G, ReversingAndMirroringTwiceGiveTheCurveBack) {
 
 TEST(T_LINE_G, LocalAxesAndBreadth) {
     double m[3][3];
-    ASSERT_EQ(PlanArc({0, 0, 0}, 5, 0, 90, -1).GetLineLocalAxis(m), 1);
     double const h = std::sqrt(0.5);
-    ExpectNear(Vec3::FromArray(m[0]), {-h, h, 0});
-    ExpectNear(Vec3::FromArray(m[1]), {h, h, 0});
-    ExpectNear(Vec3::FromArray(m[2]), {0, 0, -1});
+    Vec3 const axes[] = {{-h, h, 0}, {h, h, 0}, {0, 0, -1}};
+    ASSERT_EQ(Arc({0, 0, 0}, 5, 0, 90, -1).GetLineLocalAxis(m), 1);
+    for (int i = 0; i < 3; ++i)
+        ExpectNear(Vec3::FromArray(m[i]), axes[i]);
     ASSERT_EQ(Line({0, 0, 0}, {0, 2, 0}).GetLineLocalAxis(m), 1);
     ExpectNear(Vec3::FromArray(m[1]), {-1, 0, 0});
-    MArray<Vec3> out = {{1, 1, 1}};
+    struct Row {
+        T_LINE_G curve;
+        Vec3 first, second;
+    };
     // An arc is measured along normal x axis: y for the axis x.
-    EXPECT_EQ(PlanArc({0, 0, 0}, 5, 30, 135).GetLineBreadth(0.0, out), 1);
-    ASSERT_EQ(out.Size(), 2u);
-    ExpectNear(out[0], {0, 5, 0});
-    ExpectNear(out[1], OnCircle({0, 0, 0}, 5, 30, 0));
-    Line({3, 0, 0}, {1, 2, 0}).GetLineBreadth(0.0, out);
-    ExpectNear(out[1], {1, 2, 0}, 0);
-    Circle({0, 0, 0}, 5).GetLineBreadth(0.0, out);
-    ExpectNear(out[0], {0, 5, 0});
-    ExpectNear(out[1], {0, 5, 0});
+    for (Row const &row :
+         {Row{Arc({0, 0, 0}, 5, 30, 135), {0, 5, 0}, OnCircle({0, 0, 0}, 5, 30, 0)},
+          Row{Line({3, 0, 0}, {1, 2, 0}), {3, 0, 0}, {1, 2, 0}}, Row{Circle({0, 0, 0}, 5), {0, 5, 0}, {0, 5, 0}}}) {
+        Points out = {{1, 1, 1}};
+        EXPECT_EQ(row.curve.GetLineBreadth(0.0, out), 1);
+        ASSERT_EQ(out.Size(), 2u);
+        ExpectNear(out[0], row.first);
+        ExpectNear(out[1], row.second);
+    }
 }
 
-TEST(T_LINE_G, UnitsScaleThePlanAlone) {
-    MUnitCtrl units(nullptr);
-    units.Initialize(1, 2, 0, 2); // centimetres; values are kept in millimetres
-    T_LINE_G arc = PlanArc({1, 2, 3}, 5, 0, 90, 1, 4, 8);
-    T_LINE_G const former = arc;
-    arc.ConvertUnitIn(&units);
-    EXPECT_DOUBLE_EQ(arc.Pos1[0], former.Pos1[0] * 10);
-    EXPECT_DOUBLE_EQ(arc.Center[1], 20);
-    EXPECT_DOUBLE_EQ(arc.Radius, 50);
-    EXPECT_EQ(arc.Pos2[2], 8);
-    EXPECT_EQ(arc.Center[2], 3);
-    arc.ConvertUnitOut(&units);
-    EXPECT_EQ(arc.IsSameLine(former, 1e-9, 1), 1);
-    arc.ConvertCurUnit(&units, 2); // metres
-    EXPECT_DOUBLE_EQ(arc.Radius, 500);
-}
-
-TEST(T_LINE_G, AsksForTheLengthFactorAnewForEachValue) {
-    T_LINE_G arc = PlanArc({1, 1, 3}, 1, 0, 90);
-    CountingUnits in;
+TEST(T_LINE_G, UnitsScaleThePlanAloneAndAreAskedAnewForEachValue) {
+    T_LINE_G arc = Helix({1, 1, 3}, 1, 0, 90, 1, 4, 8);
+    CountingUnits in, out, former;
     arc.ConvertUnitIn(&in);
-    ExpectNear(arc.Pos1, {2 * 2, 1 * 3, 0});
-    ExpectNear(arc.Pos2, {1 * 4, 2 * 5, 0});
+    ExpectNear(arc.Pos1, {2 * 2, 1 * 3, 4});
+    ExpectNear(arc.Pos2, {1 * 4, 2 * 5, 8});
     ExpectNear(arc.Center, {6, 7, 3});
     EXPECT_DOUBLE_EQ(arc.Radius, 8);
     EXPECT_EQ(in.GetConvertFactorCurrent(1), 9) << "no other value asks";
-    CountingUnits out;
     arc.ConvertUnitOut(&out);
     ExpectNear(arc.Center, {1, 1, 3});
-    CountingUnits former;
     arc.ConvertUnitPrev(&former);
     ExpectNear(arc.Center, {60, 70, 3});
     EXPECT_DOUBLE_EQ(arc.Radius, 80);
+    MUnitCtrl units(nullptr);
+    units.Initialize(1, 2, 0, 2);  // centimetres; values are kept in millimetres
+    arc.ConvertCurUnit(&units, 2); // metres
+    EXPECT_DOUBLE_EQ(arc.Radius, 8000);
 }
 
 TEST(T_LINE2D_G, KeepsItsPointsOnInitialize) {
@@ -546,24 +470,21 @@ TEST(T_LINE2D_G, KeepsItsPointsOnInitialize) {
     ExpectBox(box, -1, -1, 1, 1);
     line.Initialize();
     EXPECT_EQ(+line.IsCCW, 1);
-    EXPECT_EQ(+line.Pos1[0], 1);
     line.GetMBR2D(box, 0.5);
     ExpectBox(box, -0.5, -0.5, 1.5, 1.5);
 }
 
 TEST(T_MBR3D, GrowsByItsTolerance) {
-    T_MBR3D box;
+    T_MBR3D box, other;
     box.Set({1, 5, -1}, {0, 7, 2}, 0.5);
     EXPECT_EQ(box.MinX, -0.5);
-    EXPECT_EQ(box.MaxY, 7.5);
-    EXPECT_EQ(box.MaxZ, 2.5);
     EXPECT_EQ(box.IsInnerPoint({1.5, 4.5, 2.5}), 1);
     EXPECT_EQ(box.IsInnerPoint({1.5, 4.5, 2.6}), 0);
-    T_MBR3D other;
-    other.Set({1.5, 7.5, 2.5}, {9, 9, 9}, 0);
-    EXPECT_EQ(box.IsOverlap(other), 1);
-    other.Set({1.5, 7.6, 2.5}, {9, 9, 9}, 0);
-    EXPECT_EQ(box.IsOverlap(other), 0);
+    for (auto const &[y, overlaps] : {std::pair{7.5, 1}, {7.6, 0}}) {
+        other.Set({1.5, y, 2.5}, {9, 9, 9}, 0);
+        EXPECT_EQ(box.IsOverlap(other), overlaps);
+        EXPECT_EQ(other.IsOverlap(box), overlaps);
+    }
     box.UpdateWith(1, 5, 0, 3);
     EXPECT_EQ(box.MaxX, 1.5);
     box.UpdateWith(2, 5, -4, 3);
@@ -572,4 +493,5 @@ TEST(T_MBR3D, GrowsByItsTolerance) {
     box.SetWithCurv({3, 4, 100}, {0, 0, 0}, 1, {0, 0, 10});
     EXPECT_EQ(box.MaxX, 6);
     EXPECT_EQ(box.MinZ, 4);
+    EXPECT_EQ(box.MaxZ, 16);
 }
