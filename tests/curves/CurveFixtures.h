@@ -46,7 +46,7 @@ inline T_LINE_G Circle(Vec3 const &center, double radius) {
 /// that rises from `z1` to `z2`.
 inline T_LINE_G Helix(Vec3 const &center, double radius, double from, double to, double side, double z1, double z2) {
     return T_LINE_G().Set(OnCircle(center, radius, from, z1), OnCircle(center, radius, to, z2), 1, center, {0, 0, side},
-                          1, kTol);
+                          1, 1e-9);
 }
 
 /// The same at the height of its centre.

@@ -159,6 +159,7 @@ TEST(MGeomFuncPolygon, CountsCrossingsOfALine) {
     // Along an edge: its start counts by the sides of its neighbours, its end once more.
     EXPECT_EQ(MGeomFunc::GetLinePolygonCrossCount({-1, 0, 5, 0}, kNotched), 3);
     EXPECT_EQ(MGeomFunc::GetLinePolygonCrossCount({5, 0, -1, 0}, kNotched), 2);
+    EXPECT_EQ(MGeomFunc::GetLinePolygonCrossCount({-1, 0, 2, 0}, kNotched), 2) << "ends within the edge";
     EXPECT_EQ(MGeomFunc::GetLinePolygonCrossCount({-1, 0, 5, 0}, {}), 0);
 }
 

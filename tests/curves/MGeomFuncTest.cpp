@@ -50,6 +50,7 @@ TEST(MGeomFuncAxes, GivesTheLocalAxesOfALine) {
     };
     Row const rows[] = {
         {{5, 1, 1}, 0, 0, 0, 0, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}},
+        {{5, 1, 1}, 0, 1, 0, 0, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}},
         {{5, 1, 1}, 90, 0, 0, 0, {1, 0, 0}, {0, 0, 1}, {0, -1, 0}},
         {{1, 3, 1}, 0, 0, 0, 0, {0, 1, 0}, {-1, 0, 0}, {0, 0, 1}},
         {{1, 1, 4}, 0, 0, 1, 0, {0, 0, 1}, {0, 1, 0}, {-1, 0, 0}},
@@ -117,11 +118,14 @@ TEST(MGeomFuncAxes, CircleThroughThreePoints) {
 
 TEST(MGeomFuncAxes, PlateAxes) {
     double const quad[4][3] = {{0, 0, 0}, {4, 0, 0}, {5, 3, 0}, {1, 3, 0}};
+    double const warped[4][3] = {{0, 0, 0}, {4, 0, 0}, {4, 4, 2}, {0, 4, 0}};
     double const triangle[3][3] = {{0, 0, 0}, {0, 2, 0}, {0, 2, 5}};
     double const flat[3][3] = {{0, 0, 0}, {0, 0, 0}, {0, 2, 5}};
     double m[3][3];
     ASSERT_EQ(MGeomFunc::calcPlaneLocalVector(4, quad, m), 1);
     ExpectRows(m, {1, 0, 0}, {0, 1, 0}, {0, 0, 1});
+    ASSERT_EQ(MGeomFunc::calcPlaneLocalVector(4, warped, m), 1);
+    ExpectNear(Vec3::FromArray(m[2]), Vec3(-1, -1, 4) / std::sqrt(18.0));
     ASSERT_EQ(MGeomFunc::calcPlaneLocalVector(3, triangle, m), 1);
     ExpectRows(m, {0, 1, 0}, {0, 0, 1}, {1, 0, 0});
     EXPECT_EQ(MGeomFunc::calcPlaneLocalVector(2, quad, m), 0);

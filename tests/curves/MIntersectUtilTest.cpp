@@ -116,6 +116,8 @@ private:
 TEST(MIntersectUtil, FindsWhereCurvesMeet) {
     double const h = std::sqrt(0.75);
     double const r = std::sqrt(3.0);
+    double const near = std::sqrt(4 * 5e-7);
+    double const nearer = std::sqrt(1.5e-8 * 4 / 3);
     struct Row {
         T_LINE_G a, b;
         int result;
@@ -123,21 +125,23 @@ TEST(MIntersectUtil, FindsWhereCurvesMeet) {
     };
     Row const rows[] = {
         {Line({0, 0, 0}, {4, 0, 0}), Line({1, -1, 0}, {1, 1, 0}), 1, {{1, 0, 0}}},
-        {Line({0, 0, 0}, {4, 0, 0}), Line({4, 0, 0}, {5, 3, 0}), 1, {{4, 0, 0}}}, // end to end
-        {Line({0, 0, 0}, {4, 0, 0}), Line({2, 0, 0}, {9, 0, 0}), 0, {}},          // overlap
-        {Line({0, 0, 0}, {4, 0, 0}), Line({1, 1, 0}, {1, 3, 0}), 0, {}},          // short of it
-        {Line({0, 0, 0}, {4, 0, 0}), Line({1, -5e-7, 0}, {2, 5e-7, 0}), 0, {}},   // the second lies on the first
-        {Line({1, -5e-7, 0}, {2, 5e-7, 0}), Line({0, 0, 0}, {4, 0, 0}), 0, {}},
-        {Line({-3, 1, 5}, {3, 1, 5}), Circle({0, 0, 5}, 2), 1, {{-r, 1, 5}, {r, 1, 5}}},
+        {Line({0, 0, 0}, {4, 0, 0}), Line({4, 0, 0}, {5, 3, 0}), 1, {{4, 0, 0}}},       // end to end
+        {Line({0, 0, 0}, {4, 0, 0}), Line({2, 0, 0}, {9, 0, 0}), 0, {}},                // overlap
+        {Line({0, 0, 0}, {4, 0, 0}), Line({1, 1, 0}, {1, 3, 0}), 0, {}},                // short of it
+        {Line({0, 0, 0}, {4, 0, 0}), Line({0.995, -9e-7, 0}, {1.005, 9e-7, 0}), 0, {}}, // the second lies on the first
+        {Line({0.995, -9e-7, 0}, {1.005, 9e-7, 0}), Line({0, 0, 0}, {4, 0, 0}), 0, {}},
+        {Line({-3, 1, 5}, {3, 1, 5}), Circle({0, 0, 6}, 2), 1, {{-r, 1, 5}, {r, 1, 5}}}, // at the height of the line
         {Line({3, 1, 5}, {-3, 1, 5}), Circle({0, 0, 5}, 2), 1, {{r, 1, 5}, {-r, 1, 5}}},
         {Line({-3, 0, 0}, {3, 0, 0}), Circle({0, 0, 0}, 2), 0, {}}, // start and middle of the circle are on the line
         {Line({-3, 2, 0}, {3, 2, 0}), Circle({0, 0, 0}, 2), 1, {{0, 2, 0}}}, // tangent
         {Line({-3, 3, 0}, {3, 3, 0}), Circle({0, 0, 0}, 2), 0, {}},
+        {Line({-3, 2 - 5e-7, 0}, {3, 2 - 5e-7, 0}), Circle({0, 0, 0}, 2), 1, {{-near, 2, 0}, {near, 2, 0}}},
         {Line({-2, 0, 0}, {2, 0, 0}), Circle({0, 0, 0}, 2), 0, {}}, // both ends on the circle
         {Arc({0, 0, 0}, 2, 90, 180), Line({-3, 0.5, 0}, {3, 0.5, 0}), 1, {{-std::sqrt(3.75), 0.5, 0}}},
         {Arc({0, 0, 0}, 1, 0, 180), Arc({1, 0, 0}, 1, 0, 180), 1, {{0.5, h, 0}}},
-        {Circle({0, 0, 0}, 1), Circle({1, 0, 0}, 1), 1, {{0.5, h, 0}, {0.5, -h, 0}}}, // along the first circle
+        {Circle({0, 0, 1}, 1), Circle({1, 0, 0}, 1), 1, {{0.5, h, 1}, {0.5, -h, 1}}}, // along the first circle
         {Circle({0, 0, 0}, 1), Circle({3, 0, 0}, 2), 1, {{1, 0, 0}}},                 // touch
+        {Circle({0, 0, 0}, 1), Circle({3 - 1.5e-8, 0, 0}, 2), 1, {{1, nearer, 0}, {1, -nearer, 0}}},
         {Circle({0, 0, 0}, 1), Circle({4, 0, 0}, 2), 0, {}},
         {Circle({0, 0, 0}, 1), Circle({0, 0, 0}, 2), 0, {}},                // concentric
         {Arc({0, 0, 0}, 2, 0, 90), Arc({0, 0, 0}, 2, 45, 180), 0, {}},      // of one circle
@@ -156,17 +160,22 @@ TEST(MIntersectUtil, FindsWhereCurvesMeet) {
             EXPECT_EQ(MIntersectUtil::GetIntersectPointByLine2Line(a, b, out, 1e-6), row.result);
             ASSERT_EQ(out.Size(), row.points.Size()) << &row - rows;
             for (std::size_t i = 0; i < out.Size(); ++i)
-                EXPECT_LT(Distance(out[i], row.points[i] + Vec3(shift, -shift, 0)), 1e-9) << &row - rows;
+                EXPECT_LT(Distance(out[i], row.points[i] + Vec3(shift, -shift, 0)), 1e-6) << &row - rows;
         }
     }
 }
 
 TEST(MIntersectUtil, AnOverlapLeavesItsPointWithoutTheBoxRoute) {
-    for (auto const &[y, count] : {std::pair{0.0, 2u}, {9.0, 0u}}) {
+    struct Row {
+        T_LINE_G a, b;
+        std::size_t count;
+    };
+    for (Row const &row : {Row{Line({-2, 0, 0}, {2, 0, 0}), Circle({0, 0, 0}, 2), 2},
+                           Row{Line({-2, 0, 0}, {2, 0, 0}), Circle({0, 9, 0}, 2), 0},
+                           Row{Circle({0, 0, 0}, 2), Circle({0, 5e-7, 0}, 2), 0}}) { // concentric within the tolerance
         Points out;
-        EXPECT_EQ(MIntersectUtil::IsIntersectLine2Line(Line({-2, 0, 0}, {2, 0, 0}), Circle({0, y, 0}, 2), out, 1e-6),
-                  0);
-        EXPECT_EQ(out.Size(), count);
+        EXPECT_EQ(MIntersectUtil::IsIntersectLine2Line(row.a, row.b, out, 1e-6), 0);
+        EXPECT_EQ(out.Size(), row.count);
     }
 }
 
@@ -175,6 +184,9 @@ TEST(MIntersectUtil, TellsPointsOnCurves) {
     T_LINE_G const arc = Arc({0, 0, 0}, 2, 0, 90);
     T_LINE_G const clockwise = Arc({0, 0, 0}, 2, 0, 90, -1);
     T_LINE_G const circle = Circle({0, 0, 0}, 2);
+    T_LINE_G const rising = Helix({0, 0, 0}, 2, 0, 90, 1, 0, 1);
+    T_LINE_G const tiny = Arc({0, 0, 0}, 1000, 0, 1e-5);
+    T_LINE_G const almost = Arc({0, 0, 0}, 1, 0, 359.998); // its ends are too near for a range by angles
     T_LINE_G const upright = T_LINE_G().Set({1, 0, 0}, {-1, 0, 0}, 1, {0, 0, 0}, {0, 1, 0}, 0, kTol);
     double const h = std::sqrt(2.0);
     struct Row {
@@ -187,6 +199,7 @@ TEST(MIntersectUtil, TellsPointsOnCurves) {
         {{4.1, 0, 0}, line, 0, 0},     {{h, h, 0}, arc, 1, 1},       {{-h, h, 0}, arc, 0, 0},
         {{0, 2, 0}, arc, 0, 1},        {{1, 1, 0}, arc, 0, 0},       {{h, h, 0}, clockwise, 0, 0},
         {{-h, h, 0}, clockwise, 1, 1}, {{1, 0, 0}, upright, 0, 0},   {{0, 0, 1}, upright, 0, 0},
+        {{0, 1, 0}, almost, 0, 0},     {{0, 1000, 0}, tiny, 0, 0},   {{h, h, 0.5}, rising, 1, 1},
         {{0, -2, 0}, circle, 1, 1},    {{0, -2.1, 0}, circle, 0, 0},
     };
     for (Row const &row : rows) {

@@ -10,11 +10,8 @@
 #include <string>
 #include <vector>
 
+using namespace zvi::lib;
 using zvi::MList;
-using zvi::lib::MQuadMBR2D;
-using zvi::lib::MQuadNode;
-using zvi::lib::MQuadObj;
-using zvi::lib::MQuadTree;
 
 namespace zvi::lib {
 
@@ -37,29 +34,33 @@ void ExpectRegion(MQuadMBR2D const &region, MQuadMBR2D const &expected) {
     EXPECT_EQ(region.maxY, expected.maxY);
 }
 
-std::vector<unsigned int> Hits(MQuadTree const &tree, MQuadMBR2D const &query, int strict) {
+using Keys = std::vector<unsigned int>;
+
+Keys Hits(MQuadTree const &tree, MQuadMBR2D const &query, int strict = 0) {
     MList<MQuadObj *> list;
     int const count = tree.GetIntersectObjList(query, list, strict);
     EXPECT_EQ(static_cast<std::uint64_t>(count), list.GetCount());
-    std::vector<unsigned int> keys;
+    Keys keys;
     for (MQuadObj *object : list)
         keys.push_back(object->GetKey());
     return keys;
 }
 
-MQuadObj ObjectAt(MQuadMBR2D mbr) {
+MQuadObj ObjectAt(double x, double y, unsigned int key = 0) {
     MQuadObj object;
+    MQuadMBR2D mbr = Point(x, y);
     object.SetMBR(mbr);
+    object.SetKey(key);
     return object;
 }
 
 /// A class that computes its rectangle.
 struct MovingObject : MQuadObj {
     MQuadMBR2D &GetMBR() override {
-        m_mbr = Point(*position, 0.0);
+        m_mbr = Point(position, 0.0);
         return m_mbr;
     }
-    double *position = nullptr;
+    double position = 5.0;
 };
 
 struct Picture : CDC {
@@ -80,8 +81,7 @@ TEST(MQuadMBR2D, ToleranceAndHalfOpenEdges) {
     MQuadMBR2D const unit{0, 0, 1, 1};
     struct Row {
         MQuadMBR2D other;
-        int loose;
-        int strict;
+        int loose, strict;
     };
     Row const rows[] = {
         {{0.5, 0.5, 2, 2}, 1, 1},    {{1, 0, 2, 1}, 1, 0},         {{1 + 5e-7, 0, 2, 1}, 1, 0},
@@ -116,27 +116,31 @@ TEST(MQuadTree, RegionStartsAroundTheFirstObjectAndGrows) {
     MQuadTree tree;
     EXPECT_EQ(tree.GetRoot(), nullptr);
     EXPECT_EQ(tree.FindNode({0, 0}), nullptr);
-    EXPECT_EQ(tree.Insert(1U, Point(10, 20)), 1);
-    ExpectRegion(tree.GetRoot()->GetRegion(), {-40, -30, 60, 70});
+    struct Row {
+        MQuadMBR2D object, region;
+    };
     // The maximum edge is not of the region: margin 25 beyond the object, then squared upward.
-    EXPECT_EQ(tree.Insert(2U, Point(60, 0)), 1);
-    ExpectRegion(tree.GetRoot()->GetRegion(), {-40, -30, 85, 95});
-    EXPECT_EQ(tree.Insert(3U, Point(-40, -30)), 1);
-    ExpectRegion(tree.GetRoot()->GetRegion(), {-40, -30, 85, 95});
+    Row const rows[] = {{Point(10, 20), {-40, -30, 60, 70}},
+                        {Point(60, 0), {-40, -30, 85, 95}},
+                        {Point(-40, -30), {-40, -30, 85, 95}},
+                        {Point(-41, 0), {-72.25, -62.25, 85, 95}}};
+    for (Row const &row : rows) {
+        EXPECT_EQ(tree.Insert(static_cast<unsigned int>(&row - rows), row.object), 1);
+        ExpectRegion(tree.GetRoot()->GetRegion(), row.region);
+    }
     EXPECT_EQ(tree.FindNode({85, 0}), nullptr);
-    EXPECT_EQ(tree.FindNode({84, 0})->GetCount(), 3);
+    EXPECT_EQ(tree.FindNode({84, 0})->GetCount(), 4);
 }
 
 TEST(MQuadTree, AFullRootDoublesTowardTheObject) {
     struct Row {
-        MQuadMBR2D object;
-        MQuadMBR2D region;
+        MQuadMBR2D object, region;
         int corner;
     };
     Row const rows[] = {
         {Point(-60, 10), {-150, -150, 50, 50}, 3}, {Point(-60, 60), {-150, -50, 50, 150}, 1},
         {Point(60, 10), {-50, -150, 150, 50}, 2},  {Point(10, 60), {-50, -50, 150, 150}, 0},
-        {Point(10, -60), {-50, -150, 150, 50}, 2},
+        {Point(10, -60), {-50, -150, 150, 50}, 2}, {Point(10, 50), {-50, -50, 150, 150}, 0},
     };
     for (Row const &row : rows) {
         MQuadTree tree(100, 100, 2);
@@ -162,19 +166,17 @@ TEST(MQuadTree, AClusterDoesNotSplit) {
     EXPECT_TRUE(tree.GetRoot()->IsLeaf());
     EXPECT_EQ(tree.Insert(1001U, Point(10 + 7.2, 20)), 1);
     EXPECT_FALSE(tree.GetRoot()->IsLeaf());
-    EXPECT_EQ(Hits(tree, {-40, -30, 60, 70}, 0).size(), 1002U);
+    EXPECT_EQ(Hits(tree, {-40, -30, 60, 70}).size(), 1002U);
 }
 
 TEST(MQuadTree, AStraddlerKeepsTheSplitOnlyIfSomethingMoved) {
     MQuadTree tree(100, 100, 2);
-    tree.Insert(1U, {-1, -1, 1, 1});
+    for (unsigned int key = 1; key <= 3; ++key) // all of them over the middle of the region
+        tree.Insert(key, {-1.0 * key, -1.0 * key, 1.0 * key, 1.0 * key});
     MQuadMBR2D const region = tree.GetRoot()->GetRegion();
-    double const mid = (region.minX + region.maxX) * 0.5;
-    tree.Insert(2U, {mid - 2, mid - 2, mid + 2, mid + 2});
-    tree.Insert(3U, {mid - 3, mid - 3, mid + 3, mid + 3});
     EXPECT_TRUE(tree.GetRoot()->IsLeaf());
-    tree.Insert(4U, Point(mid + 10, mid + 10));
-    EXPECT_FALSE(tree.GetRoot()->IsLeaf());
+    tree.Insert(4U, Point(10, 10));
+    ASSERT_FALSE(tree.GetRoot()->IsLeaf());
     EXPECT_EQ(tree.GetRoot()->GetPool().GetCount(), 3);
     EXPECT_EQ(tree.GetRoot()->GetChild(3)->GetPool().GetCount(), 1);
     // The child empties, and the four of them go.
@@ -188,7 +190,7 @@ TEST(MQuadTree, KeysAreUnique) {
     EXPECT_EQ(tree.Delete(7U), 0);
     EXPECT_EQ(tree.Insert(7U, 3, Point(0, 0)), 1);
     EXPECT_EQ(tree.Insert(7U, Point(50, 50)), 0);
-    EXPECT_EQ(Hits(tree, {-1, -1, 1, 1}, 0), std::vector<unsigned int>{7U});
+    EXPECT_EQ(Hits(tree, {-1, -1, 1, 1}), Keys{7});
     EXPECT_EQ(tree.Exist(7U), 1);
     EXPECT_EQ(tree.Delete(7U), 1);
     EXPECT_EQ(tree.Exist(7U), 0);
@@ -203,6 +205,7 @@ TEST(MQuadTree, TypesFilter) {
     for (int type = 0; type < 5; ++type)
         tree.Insert(static_cast<unsigned int>(type), type, Point(type, 0));
     tree.Insert(9U, 1000, Point(2, 0)); // beyond the caller's array
+    tree.Insert(10U, Point(2, 0));      // of no type
     zvi::MArray<int> const wanted{0, 1, 0, 1};
     MList<MQuadObj *> list;
     EXPECT_EQ(tree.GetIntersectObjList({0, 0, 10, 10}, list, wanted, 0), 2);
@@ -213,22 +216,20 @@ TEST(MQuadTree, TypesFilter) {
 TEST(MQuadTree, ObjectsMayMoveWhileTheyAreInTheTree) {
     MQuadTree tree(100, 100, 2);
     std::vector<MQuadObj> objects;
-    for (int i = 0; i < 40; ++i)
-        objects.push_back(ObjectAt(Point(10 * (i % 8), 10 * (i / 8))));
-    for (std::size_t i = 0; i < objects.size(); ++i) {
-        objects[i].SetKey(static_cast<unsigned int>(i));
-        ASSERT_EQ(tree.Insert(&objects[i]), 1);
-    }
+    for (unsigned int i = 0; i < 40; ++i)
+        objects.push_back(ObjectAt(10 * (i % 8), 10 * (i / 8), i));
+    for (MQuadObj &object : objects)
+        ASSERT_EQ(tree.Insert(&object), 1);
     // By a set rectangle, by a reference, and by assignment: within the node's region a query finds the new place.
     MQuadMBR2D moved = Point(1, 1);
     objects[0].SetMBR(moved);
     MQuadMBR2D &held = objects[9].GetMBR();
     held = Point(11, 11);
-    objects[18] = ObjectAt(Point(21, 21));
-    EXPECT_TRUE(Hits(tree, Point(0, 0), 0).empty());
-    EXPECT_EQ(Hits(tree, {0.5, 0.5, 1, 1}, 0), std::vector<unsigned int>{0U});
-    EXPECT_EQ(Hits(tree, {10.5, 10.5, 11, 11}, 0), std::vector<unsigned int>{9U});
-    EXPECT_EQ(Hits(tree, {20.5, 20.5, 21, 21}, 0).size(), 1U);
+    objects[18] = ObjectAt(21, 21, 18);
+    EXPECT_EQ(Hits(tree, Point(0, 0)), Keys{});
+    EXPECT_EQ(Hits(tree, {0.5, 0.5, 1, 1}), Keys{0});
+    EXPECT_EQ(Hits(tree, {10.5, 10.5, 11, 11}), Keys{9});
+    EXPECT_EQ(Hits(tree, {20.5, 20.5, 21, 21}), Keys{18});
     // Far off but within the root region: the full search finds it. Beyond the root region it stays.
     held = Point(70, 40);
     EXPECT_EQ(tree.Delete(&objects[9]), 1);
@@ -242,39 +243,36 @@ TEST(MQuadTree, ObjectsMayMoveWhileTheyAreInTheTree) {
 }
 
 TEST(MQuadTree, AnObjectThatComputesItsRectangleIsAskedEachTime) {
-    double position = 5.0;
     MovingObject object;
-    object.position = &position;
     object.SetKey(1);
     MQuadTree tree;
     EXPECT_EQ(tree.Insert(&object), 1);
-    position = 8.0;
-    EXPECT_TRUE(Hits(tree, Point(5, 0), 0).empty());
-    EXPECT_EQ(Hits(tree, Point(8, 0), 0).size(), 1U);
+    object.position = 8.0;
+    EXPECT_EQ(Hits(tree, Point(5, 0)), Keys{});
+    EXPECT_EQ(Hits(tree, Point(8, 0)), Keys{1});
     EXPECT_EQ(tree.Delete(&object), 1);
 }
 
 TEST(MQuadTree, AnObjectInsertedTwiceIsInTwoPlaces) {
     MQuadTree tree(100, 100, 2);
-    MQuadObj object = ObjectAt(Point(3, 3));
     MQuadTree other;
+    MQuadObj object = ObjectAt(3, 3, 5);
     EXPECT_EQ(tree.Insert(&object), 1);
-    EXPECT_EQ(zvi::lib::MQuadTreeAccess::CheckDuplicatedItem(tree), 1);
+    EXPECT_EQ(MQuadTreeAccess::CheckDuplicatedItem(tree), 1);
     EXPECT_EQ(tree.Insert(&object), 1);
     EXPECT_EQ(other.Insert(&object), 1);
-    EXPECT_EQ(zvi::lib::MQuadTreeAccess::CheckDuplicatedItem(tree), 0);
-    EXPECT_EQ(Hits(tree, Point(3, 3), 0).size(), 2U);
-    EXPECT_EQ(tree.Delete(&object), 1);
-    EXPECT_EQ(tree.Delete(&object), 1);
-    EXPECT_EQ(tree.Delete(&object), 0);
-    EXPECT_EQ(Hits(other, Point(3, 3), 0).size(), 1U);
+    EXPECT_EQ(MQuadTreeAccess::CheckDuplicatedItem(tree), 0);
+    EXPECT_EQ(Hits(tree, Point(3, 3)), (Keys{5, 5}));
+    for (int const isThere : {1, 1, 0})
+        EXPECT_EQ(tree.Delete(&object), isThere);
+    EXPECT_EQ(Hits(other, Point(3, 3)), Keys{5});
 }
 
 TEST(MQuadTree, ObjectsAndTreesMayGoInAnyOrder) {
     auto tree = std::make_unique<MQuadTree>(100, 100, 2);
-    auto first = std::make_unique<MQuadObj>(ObjectAt(Point(1, 1)));
-    MQuadObj second = ObjectAt(Point(20, 20));
-    MQuadObj third = ObjectAt(Point(40, 40));
+    auto first = std::make_unique<MQuadObj>(ObjectAt(1, 1));
+    MQuadObj second = ObjectAt(20, 20);
+    MQuadObj third = ObjectAt(40, 40);
     for (MQuadObj *object : {first.get(), &second, &third})
         tree->Insert(object);
     first.reset();
@@ -296,30 +294,29 @@ TEST(MQuadTree, AKeyWhoseObjectWasMovedOutOfTheRegionGoesAllTheSame) {
     list.GetHead()->element->GetMBR() = Point(1e9, 0);
     EXPECT_EQ(tree.Delete(1U), 0);
     EXPECT_EQ(tree.Exist(1U), 0);
-    EXPECT_EQ(Hits(tree, {-1e10, -1e10, 1e10, 1e10}, 0), std::vector<unsigned int>{2U});
+    EXPECT_EQ(Hits(tree, {-1e10, -1e10, 1e10, 1e10}), Keys{2});
 }
 
 TEST(MQuadTree, BadNumbersAreRefusedAndHugeOnesEnd) {
     double const nan = std::numeric_limits<double>::quiet_NaN();
-    double const inf = std::numeric_limits<double>::infinity();
     MQuadTree tree;
     EXPECT_EQ(tree.Insert(1U, Point(nan, 0)), 0);
-    EXPECT_EQ(tree.Insert(1U, {0, 0, inf, 0}), 0);
+    EXPECT_EQ(tree.Insert(1U, {0, 0, std::numeric_limits<double>::infinity(), 0}), 0);
     EXPECT_EQ(tree.Exist(1U), 0);
     EXPECT_EQ(tree.Insert(nullptr), 0);
     MQuadTree flat(0, 0, 1);
     EXPECT_EQ(flat.Insert(1U, {0, 0, 1, 0}), 1);
     EXPECT_EQ(flat.Insert(2U, {0, 5, 1, 5}), 0);
-    for (int capacity : {0, 1, 128}) {
+    for (int const capacity : {0, 1, 128}) {
         MQuadTree huge(100, 100, capacity);
-        for (unsigned int key = 0; key < 300; ++key)
-            huge.Insert(key, Point(key % 2 == 0 ? 1e20 : -1e20, key % 3 == 0 ? 1e308 : -1e308));
         MQuadTree tiny(1e-200, 1e-200, capacity);
-        for (unsigned int key = 0; key < 300; ++key)
+        for (unsigned int key = 0; key < 300; ++key) {
+            huge.Insert(key, Point(key % 2 == 0 ? 1e20 : -1e20, key % 3 == 0 ? 1e308 : -1e308));
             EXPECT_EQ(tiny.Insert(key, Point(0, 0)), 1);
+        }
     }
     EXPECT_EQ(tree.Insert(5U, Point(0, 0)), 1);
-    EXPECT_EQ(Hits(tree, {nan, nan, nan, nan}, 0).size(), 1U);
+    EXPECT_EQ(Hits(tree, {nan, nan, nan, nan}), Keys{5});
 }
 
 TEST(MQuadTree, RegionsWithoutAMeasureHideNothingAndAddNothing) {
@@ -327,14 +324,14 @@ TEST(MQuadTree, RegionsWithoutAMeasureHideNothingAndAddNothing) {
     MQuadTree flat(0, 0, 128);
     flat.Insert(1U, Point(5, 5));
     flat.Insert(2U, {0, 0, 8, 8});
-    EXPECT_EQ(Hits(flat, {0.5, 0.5, 2, 2}, 0), std::vector<unsigned int>{2U});
-    EXPECT_EQ(Hits(flat, {4, 4, 6, 6}, 1), (std::vector<unsigned int>{1U, 2U}));
+    EXPECT_EQ(Hits(flat, {0.5, 0.5, 2, 2}), Keys{2});
+    EXPECT_EQ(Hits(flat, {4, 4, 6, 6}, 1), (Keys{1, 2}));
     // Wider than the largest number.
     MQuadTree wide;
     wide.Insert(1U, {-1e308, -1e308, 1e308, 1e308});
     wide.Insert(2U, Point(9e307, 9e307));
-    EXPECT_EQ(Hits(wide, {8.2e307, 8.2e307, 8.5e307, 8.5e307}, 0), std::vector<unsigned int>{1U});
-    EXPECT_EQ(Hits(wide, {8.2e307, 8.2e307, 9.5e307, 9.5e307}, 0), (std::vector<unsigned int>{1U, 2U}));
+    EXPECT_EQ(Hits(wide, {8.2e307, 8.2e307, 8.5e307, 8.5e307}), Keys{1});
+    EXPECT_EQ(Hits(wide, {8.2e307, 8.2e307, 9.5e307, 9.5e307}), (Keys{1, 2}));
 }
 
 /// Points at halved distances from one place lie one level below each other, and a query at that place meets one child
@@ -350,11 +347,8 @@ TEST(MQuadTree, FindsWhatLiesManyLevelsDown) {
     for (MQuadNode const *node = tree.GetRoot(); !node->IsLeaf(); ++depth)
         node = node->GetChild(node->GetChildNodeIndexContainingPoint({300, 301}));
     EXPECT_GT(depth, 20);
-    zvi::MList<MQuadObj *> found;
-    for (unsigned int k = 0; k < 18; ++k) {
-        double const x = 300 + std::ldexp(200.0, -static_cast<int>(k));
-        EXPECT_EQ(tree.GetIntersectObjList({300, 301, x, 301}, found, 0), static_cast<int>(kCount - k));
-    }
+    for (unsigned int k = 0; k < 18; ++k)
+        EXPECT_EQ(Hits(tree, {300, 301, 300 + std::ldexp(200.0, -static_cast<int>(k)), 301}).size(), kCount - k);
     for (unsigned int key = 0; key < kCount; ++key)
         EXPECT_EQ(tree.Delete(key), 1);
     EXPECT_TRUE(tree.GetRoot()->IsLeaf());
@@ -362,30 +356,25 @@ TEST(MQuadTree, FindsWhatLiesManyLevelsDown) {
 
 TEST(MQuadTree, ACopyOfANodeSplitsOnItsOwn) {
     MQuadTree tree(100, 100, 2);
-    std::vector<MQuadObj> inTree(3);
-    double const places[] = {-40, 10, 40};
-    for (std::size_t i = 0; i < inTree.size(); ++i) {
-        inTree[i].GetMBR() = {places[i], places[i], places[i], places[i]};
-        ASSERT_EQ(tree.Insert(&inTree[i]), 1);
-    }
+    std::vector<MQuadObj> inTree{ObjectAt(-40, -40), ObjectAt(10, 10), ObjectAt(40, 40)};
+    for (MQuadObj &object : inTree)
+        ASSERT_EQ(tree.Insert(&object), 1);
     MQuadNode const *const original = tree.GetRoot()->GetChild(0);
     ASSERT_NE(original, nullptr);
     MQuadNode copy(*original);
-    std::vector<MQuadObj> inCopy(4);
-    for (std::size_t i = 0; i < inCopy.size(); ++i) {
-        double const place = original->GetRegion().minX + 12.0 * static_cast<double>(i);
-        inCopy[i].GetMBR() = {place, place, place, place};
-        ASSERT_EQ(copy.Insert(&inCopy[i]), 0);
-    }
+    std::vector<MQuadObj> inCopy;
+    for (double place = original->GetRegion().minX; inCopy.size() < 4; place += 12)
+        inCopy.push_back(ObjectAt(place, place));
+    for (MQuadObj &object : inCopy)
+        ASSERT_EQ(copy.Insert(&object), 0);
     EXPECT_FALSE(copy.IsLeaf());
     EXPECT_TRUE(original->IsLeaf());
-    zvi::MList<MQuadObj *> found;
-    EXPECT_EQ(tree.GetIntersectObjList({-1e3, -1e3, 1e3, 1e3}, found, 0), 3);
+    EXPECT_EQ(Hits(tree, {-1e3, -1e3, 1e3, 1e3}).size(), 3U);
 }
 
 TEST(MQuadTree, DrawsItsLeaves) {
-    Picture picture;
     MQuadTree tree(100, 100, 1);
+    Picture picture;
     tree.Draw(&picture);
     EXPECT_EQ(picture.text, "");
     tree.Insert(1U, Point(0.5, 0.5));
