@@ -84,7 +84,7 @@ void MDomainMakerOracle::Attach(int vtex, int edge) {
     m_edges[U(vtex)].push_back(edge);
 }
 
-void MDomainMakerOracle::AddCurvMidPoint(unsigned int id, std::vector<DM_VTEX> const &pts) {
+void MDomainMakerOracle::AddCurvMidPoint(unsigned int id, std::span<DM_VTEX const> pts) {
     auto const found = std::find(CurvId.begin(), CurvId.end(), id);
     if (found == CurvId.end() || pts.empty())
         return;
@@ -109,11 +109,11 @@ void MDomainMakerOracle::AddCurvMidPoint(unsigned int id, std::vector<DM_VTEX> c
     *old = static_cast<int>(m_ends.size()) - 1;
 }
 
-void MDomainMakerOracle::AddCurvedCurvOnce(unsigned int id, std::vector<DM_VTEX> const &pts) {
+void MDomainMakerOracle::AddCurvedCurvOnce(unsigned int id, std::span<DM_VTEX const> pts) {
     if (pts.size() < 3)
         return;
     AddCurv(id, pts.front(), pts.back());
-    AddCurvMidPoint(id, {pts.begin() + 1, pts.end() - 1});
+    AddCurvMidPoint(id, pts.subspan(1, pts.size() - 2));
 }
 
 int MDomainMakerOracle::Far(int edge, int vtex) const {

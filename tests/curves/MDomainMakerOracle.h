@@ -4,6 +4,7 @@
 
 #include <map>
 #include <set>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -25,8 +26,8 @@ struct OracleSurf : OracleLoop {
 class MDomainMakerOracle {
 public:
     void AddCurv(unsigned int id, DM_VTEX p1, DM_VTEX p2);
-    void AddCurvMidPoint(unsigned int id, std::vector<DM_VTEX> const &pts);
-    void AddCurvedCurvOnce(unsigned int id, std::vector<DM_VTEX> const &pts);
+    void AddCurvMidPoint(unsigned int id, std::span<DM_VTEX const> pts);
+    void AddCurvedCurvOnce(unsigned int id, std::span<DM_VTEX const> pts);
     void MakeDomain();
 
     std::vector<OracleSurf> Surfs;

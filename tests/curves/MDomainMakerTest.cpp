@@ -16,13 +16,6 @@ namespace {
 
 using Points = std::vector<DM_VTEX>;
 
-MArray<DM_VTEX> ToArray(Points const &points) {
-    MArray<DM_VTEX> array;
-    for (DM_VTEX const &p : points)
-        array.PushBack(p);
-    return array;
-}
-
 /// Adds a closed ring of straight curves with the ids `firstId`, `firstId` + 1, ...
 void AddRing(MDomainMaker &maker, unsigned int firstId, Points const &ring) {
     for (std::size_t i = 0; i < ring.size(); ++i)
@@ -34,12 +27,14 @@ Points Square(double radius) {
     return {{-radius, -0.1 * radius}, {0.1 * radius, -radius}, {radius, 0.1 * radius}, {-0.1 * radius, radius}};
 }
 
-std::vector<int> Ids(DM_SURF_SUB const &loop) {
-    return {loop.Curv.begin(), loop.Curv.end()};
+using Ints = std::vector<int>;
+
+Ints Values(MArray<int> const &values) {
+    return {values.begin(), values.end()};
 }
 
-std::vector<int> SortedIds(DM_SURF_SUB const &loop) {
-    std::vector<int> ids = Ids(loop);
+Ints SortedIds(DM_SURF_SUB const &loop) {
+    Ints ids = Values(loop.Curv);
     std::sort(ids.begin(), ids.end());
     return ids;
 }
@@ -88,13 +83,12 @@ TEST(MDomainMaker, MergesWithTheFirstVertexByXAndThenByAge) {
         std::uniform_real_distribution<double> place(0.0, 0.0008);
         MDomainMaker maker;
         MDomainMakerOracle oracle;
+        auto const point = [&]() -> DM_VTEX {
+            if (seed % 2 == 0)
+                return {far + 0.00005 * step(random), 0.00005 * step(random)};
+            return {far + place(random), place(random)};
+        };
         for (unsigned int id = 1; id <= 300; ++id) {
-            bool const isOnLattice = seed % 2 == 0;
-            auto const point = [&]() -> DM_VTEX {
-                if (isOnLattice)
-                    return {far + 0.00005 * step(random), 0.00005 * step(random)};
-                return {far + place(random), place(random)};
-            };
             DM_VTEX const p = point();
             DM_VTEX const q = point();
             maker.AddCurv(id, p, q);
@@ -112,7 +106,7 @@ TEST(MDomainMaker, MergesWithTheFirstVertexByXAndThenByAge) {
 
 TEST(MDomainMaker, IgnoresMidPointsItHasNoUseFor) {
     MDomainMaker maker;
-    MArray<DM_VTEX> two = ToArray({{0, 0}, {1, 1}});
+    MArray<DM_VTEX> two = {{0, 0}, {1, 1}};
     maker.AddCurvedCurvOnce(1, two);
     EXPECT_EQ(VtexCount(maker), 0u);
     maker.AddCurv(1, {0, 0}, {1, 1});
@@ -130,20 +124,18 @@ TEST(MDomainMaker, RefinesTheFirstEdgeOfAnIdAmongMany) {
     MDomainMakerOracle oracle;
     for (unsigned int id = 1; id <= 800; ++id) {
         double const x = 3.0 * (id / 2);
-        Points const points{{x, 0}, {x + 1, id % 2 == 0 ? 0.5 : -0.5}, {x + 2, 0.1}};
+        MArray<DM_VTEX> points{{x, 0}, {x + 1, id % 2 == 0 ? 0.5 : -0.5}, {x + 2, 0.1}};
         bool const isAgain = std::uniform_int_distribution<int>(1, 20)(random) == 1;
         unsigned int const taken = isAgain ? std::uniform_int_distribution<unsigned int>(1, id)(random) : id;
-        MArray<DM_VTEX> array = ToArray(points);
-        maker.AddCurvedCurvOnce(taken, array);
+        maker.AddCurvedCurvOnce(taken, points);
         oracle.AddCurvedCurvOnce(taken, points);
     }
     maker.MakeDomain();
     oracle.MakeDomain();
     ASSERT_EQ(maker.GetResultSurf().Size(), oracle.Surfs.size());
     for (std::size_t i = 0; i < oracle.Surfs.size(); ++i) {
-        EXPECT_EQ(Ids(maker.GetResultSurf()[i]), oracle.Surfs[i].Curv) << "domain " << i;
-        MArray<int> const &vertices = maker.GetResultSurf()[i].Vtex;
-        EXPECT_EQ(std::vector<int>(vertices.begin(), vertices.end()), oracle.Surfs[i].Vtex) << "domain " << i;
+        EXPECT_EQ(Values(maker.GetResultSurf()[i].Curv), oracle.Surfs[i].Curv) << "domain " << i;
+        EXPECT_EQ(Values(maker.GetResultSurf()[i].Vtex), oracle.Surfs[i].Vtex) << "domain " << i;
     }
 }
 
@@ -153,8 +145,8 @@ TEST(MDomainMaker, GivesASingleSquareAsItWasWalked) {
     maker.MakeDomain();
     ASSERT_EQ(maker.GetResultSurf().Size(), 1u);
     DM_SURF const &surf = maker.GetResultSurf()[0];
-    EXPECT_EQ(Ids(surf), (std::vector<int>{11, 12, 13, 14}));
-    EXPECT_EQ(std::vector<int>(surf.Vtex.begin(), surf.Vtex.end()), (std::vector<int>{0, 1, 2, 3, 0}));
+    EXPECT_EQ(Values(surf.Curv), (Ints{11, 12, 13, 14}));
+    EXPECT_EQ(Values(surf.Vtex), (Ints{0, 1, 2, 3, 0}));
     EXPECT_TRUE(surf.CurvDir.Empty());
     EXPECT_TRUE(surf.Holes.Empty());
 }
@@ -170,10 +162,10 @@ TEST(MDomainMaker, DividesASquareAlongItsDiagonal) {
     MArray<DM_SURF> surfs;
     maker.GetResultSurf(surfs);
     ASSERT_EQ(surfs.Size(), 2u);
-    EXPECT_EQ(Ids(surfs[0]), (std::vector<int>{2, 3, 5}));
-    EXPECT_EQ(std::vector<int>(surfs[0].CurvDir.begin(), surfs[0].CurvDir.end()), (std::vector<int>{0, 0, 0}));
-    EXPECT_EQ(Ids(surfs[1]), (std::vector<int>{4, 1, 5}));
-    EXPECT_EQ(std::vector<int>(surfs[1].CurvDir.begin(), surfs[1].CurvDir.end()), (std::vector<int>{0, 0, 1}));
+    EXPECT_EQ(Values(surfs[0].Curv), (Ints{2, 3, 5}));
+    EXPECT_EQ(Values(surfs[0].CurvDir), (Ints{0, 0, 0}));
+    EXPECT_EQ(Values(surfs[1].Curv), (Ints{4, 1, 5}));
+    EXPECT_EQ(Values(surfs[1].CurvDir), (Ints{0, 0, 1}));
 }
 
 TEST(MDomainMaker, PutsEachSquareOfANestIntoTheOneAroundIt) {
@@ -184,7 +176,7 @@ TEST(MDomainMaker, PutsEachSquareOfANestIntoTheOneAroundIt) {
     maker.MakeDomain();
     MArray<DM_SURF> &surfs = maker.GetResultSurf();
     ASSERT_EQ(surfs.Size(), 3u);
-    std::vector<int> const expected[] = {{5, 6, 7, 8}, {9, 10, 11, 12}, {1, 2, 3, 4}};
+    Ints const expected[] = {{5, 6, 7, 8}, {9, 10, 11, 12}, {1, 2, 3, 4}};
     for (std::size_t i = 0; i < 3; ++i) {
         EXPECT_EQ(SortedIds(surfs[i]), expected[i]);
         EXPECT_GT(SignedArea(maker, surfs[i]), 0);
@@ -208,20 +200,20 @@ TEST(MDomainMaker, LeavesOutWhatEnclosesNothing) {
     maker.AddCurv(41, {6, 7}, {9, 7});
     maker.MakeDomain();
     ASSERT_EQ(maker.GetResultSurf().Size(), 1u);
-    EXPECT_EQ(SortedIds(maker.GetResultSurf()[0]), (std::vector<int>{1, 2, 3, 4}));
+    EXPECT_EQ(SortedIds(maker.GetResultSurf()[0]), (Ints{1, 2, 3, 4}));
 }
 
 TEST(MDomainMaker, NamesARefinedCurveOnceUnlessItSpansTheSeam) {
     MDomainMaker maker;
     Points const square = Square(1);
     AddRing(maker, 1, square);
-    MArray<DM_VTEX> bow = ToArray({{0.7, -0.6}, {0.8, -0.4}, {0.9, -0.2}});
-    maker.AddCurvMidPoint(2, bow);                 // four pieces
-    MArray<DM_VTEX> seam = ToArray({{-1.5, 0.3}}); // the leftmost vertex, where the walk starts
+    MArray<DM_VTEX> bow = {{0.7, -0.6}, {0.8, -0.4}, {0.9, -0.2}};
+    maker.AddCurvMidPoint(2, bow);        // four pieces
+    MArray<DM_VTEX> seam = {{-1.5, 0.3}}; // the leftmost vertex, where the walk starts
     maker.AddCurvMidPoint(4, seam);
     maker.MakeDomain();
     ASSERT_EQ(maker.GetResultSurf().Size(), 1u);
-    EXPECT_EQ(Ids(maker.GetResultSurf()[0]), (std::vector<int>{4, 1, 2, 3, 4}));
+    EXPECT_EQ(Values(maker.GetResultSurf()[0].Curv), (Ints{4, 1, 2, 3, 4}));
     EXPECT_EQ(maker.GetResultSurf()[0].Vtex.Size(), 6u);
 }
 
@@ -231,7 +223,7 @@ TEST(MDomainMaker, KeepsArcsBetweenTheSameEndsApartWhenTheyAreRefined) {
         MDomainMaker maker;
         maker.AddCurv(1, {0, 0}, {2, 0.1});
         maker.AddCurv(2, {2, 0.1}, {0, 0});
-        MArray<DM_VTEX> below = ToArray({{1, -1}});
+        MArray<DM_VTEX> below = {{1, -1}};
         if (isRefined)
             maker.AddCurvMidPoint(2, below);
         maker.MakeDomain();
@@ -273,16 +265,17 @@ TEST(MDomainMaker, SurvivesCoordinatesBeyondAllMeasure) {
     }
 }
 
-// On a triangulated grid the domains are the bounded faces: their number is Euler's, and their areas sum up to the
-// area within the rim.
+// On a triangulated grid the domains are the bounded faces, two a square, and their areas sum up to the area within the
+// rim.
 TEST(MDomainMaker, FindsEveryFaceOfAMesh) {
     std::mt19937 random(7);
     std::uniform_real_distribution<double> jitter(-0.3, 0.3);
     int const size = 100; // enough for the vertices to be numbered anew
-    std::vector<DM_VTEX> points;
+    auto const isRim = [](int i) { return i == 0 || i == size - 1; };
+    Points points;
     for (int i = 0; i < size * size; ++i) {
-        bool const isRim = i % size == 0 || i % size == size - 1 || i < size || i >= size * (size - 1);
-        points.push_back({i % size + (isRim ? 0 : jitter(random)), i / size + (isRim ? 0 : jitter(random))});
+        double const reach = isRim(i % size) || isRim(i / size) ? 0 : 1;
+        points.push_back({i % size + reach * jitter(random), i / size + reach * jitter(random)});
     }
     std::vector<std::pair<int, int>> edges;
     for (int i = 0; i < size * size; ++i) {
@@ -297,13 +290,12 @@ TEST(MDomainMaker, FindsEveryFaceOfAMesh) {
     }
     std::shuffle(edges.begin(), edges.end(), random);
     MDomainMaker maker;
-    for (std::size_t i = 0; i < edges.size(); ++i)
-        maker.AddCurv(static_cast<unsigned int>(i + 1), points[static_cast<std::size_t>(edges[i].first)],
-                      points[static_cast<std::size_t>(edges[i].second)]);
+    unsigned int id = 0;
+    for (auto const &[from, to] : edges)
+        maker.AddCurv(++id, points[static_cast<std::size_t>(from)], points[static_cast<std::size_t>(to)]);
     maker.MakeDomain();
-    MArray<DM_SURF> surfs;
-    maker.GetResultSurf(surfs);
-    EXPECT_EQ(surfs.Size(), edges.size() - points.size() + 1);
+    MArray<DM_SURF> const &surfs = maker.GetResultSurf();
+    EXPECT_EQ(surfs.Size(), 2u * (size - 1) * (size - 1));
     double area = 0;
     for (DM_SURF const &surf : surfs) {
         EXPECT_EQ(surf.Curv.Size(), 3u);
