@@ -78,13 +78,13 @@ public:
         Points outer;
         for (int i = 0; i < m_size + 2; ++i) {
             Points ring =
-                isRound ? Ring(centre, radius, 3 + Pick(4), Uniform(0, 6)) : Ring(centre, radius, 4, kTurn / 8);
+                isRound ? Ring(centre, radius, 3 + Pick(6), Uniform(0, 6)) : Ring(centre, radius, 4, kTurn / 8);
             if (!outer.empty() && Chance(0.15))
                 ring[0] = outer[0];
             else if (!outer.empty() && Chance(0.15))
                 Add(outer[0], ring[0]);
             AddRing(ring);
-            if (Chance(0.3))
+            if (Chance(0.5))
                 Add(ring[0], ring[2]);
             outer = ring;
             radius *= Uniform(0.4, 0.9);
