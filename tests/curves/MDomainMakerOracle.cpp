@@ -1,7 +1,6 @@
 #include "tests/curves/MDomainMakerOracle.h"
 
-#include "zvi/core/MQSort.h"
-#include "zvi/curves/MGeomFunc.h"
+#include "tests/curves/PolygonByDefinition.h"
 
 #include <algorithm>
 #include <cmath>
@@ -154,27 +153,24 @@ void MDomainMakerOracle::Prepare() {
         auto &list = m_edges[v];
         if (list.empty())
             m_dead.insert(static_cast<int>(v));
-        std::vector<double> angles;
-        for (int const edge : list) {
+        auto const angle = [&](int edge) {
             DM_VTEX const &far = Coord[U(Far(edge, static_cast<int>(v)))];
-            angles.push_back(Angle(far.x - Coord[v].x, far.y - Coord[v].y));
-        }
-        if (list.size() > 2)
-            MQSort::QSortDblWithIndex(list.data(), angles.data(), list.size());
+            return Angle(far.x - Coord[v].x, far.y - Coord[v].y);
+        };
+        std::stable_sort(list.begin(), list.end(),
+                         [&](int e, int f) { return list.size() > 2 && angle(e) < angle(f); });
     }
 }
 
 void MDomainMakerOracle::MakeDomain() {
     Prepare();
     std::vector<int> candidates;
-    std::vector<double> keys;
-    for (std::size_t v = 0; v < Coord.size(); ++v) {
-        if (!m_dead.count(static_cast<int>(v))) {
-            candidates.push_back(static_cast<int>(v));
-            keys.push_back(Coord[v].x);
-        }
+    for (int v = 0; v < static_cast<int>(Coord.size()); ++v) {
+        if (!m_dead.count(v))
+            candidates.push_back(v);
     }
-    MQSort::QSortDblWithIndex(candidates.data(), keys.data(), candidates.size());
+    std::stable_sort(candidates.begin(), candidates.end(),
+                     [this](int u, int v) { return Coord[U(u)].x < Coord[U(v)].x; });
     Scan(candidates);
     Finish();
 }
@@ -428,11 +424,11 @@ std::vector<int> MDomainMakerOracle::Vertices(OracleLoop const &loop) const {
 }
 
 bool MDomainMakerOracle::IsIn(DM_VTEX const &p, OracleLoop const &loop) const {
-    MArray<T_POINT2D> polygon;
+    Polygon polygon;
     std::size_t const count = loop.Vtex.size() - (loop.Vtex.front() == loop.Vtex.back() ? 1 : 0);
     for (std::size_t k = 0; k < count; ++k)
         polygon.PushBack({Coord[U(loop.Vtex[k])].x, Coord[U(loop.Vtex[k])].y});
-    return MGeomFunc::IsPointInPolygon2({p.x, p.y}, polygon, 1) == 1;
+    return ContainsByDefinition({p.x, p.y}, polygon, 1) == 1;
 }
 
 bool MDomainMakerOracle::IsIn(DM_VTEX const &p, OracleSurf const &surf) const {

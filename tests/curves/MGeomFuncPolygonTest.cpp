@@ -1,5 +1,7 @@
 #include "zvi/curves/MGeomFunc.h"
 
+#include "tests/curves/PolygonByDefinition.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -7,38 +9,10 @@
 #include <random>
 
 using namespace zvi::lib;
+using namespace zvi::lib::test;
 using zvi::MArray;
 
 namespace {
-
-using Polygon = MArray<T_POINT2D>;
-
-double DistanceToSegment(T_POINT2D const &a, T_POINT2D const &b, T_POINT2D const &p) {
-    double const dx = b.x - a.x;
-    double const dy = b.y - a.y;
-    double const squared = dx * dx + dy * dy;
-    double t = squared > 0.0 ? ((p.x - a.x) * dx + (p.y - a.y) * dy) / squared : 0.0;
-    t = std::clamp(t, 0.0, 1.0);
-    return std::hypot((p.x - a.x) - t * dx, (p.y - a.y) - t * dy);
-}
-
-/// How far the point is from the nearest edge.
-double DistanceToBorder(T_POINT2D const &p, Polygon const &polygon) {
-    double nearest = HUGE_VAL;
-    for (std::size_t i = 0; i < polygon.Size(); ++i)
-        nearest = std::min(nearest, DistanceToSegment(polygon[i], polygon[(i + 1) % polygon.Size()], p));
-    return nearest;
-}
-
-/// The test by its definition: box, distance to every edge, parity of the crossings of the ray with every edge.
-int ContainsByDefinition(T_POINT2D const &p, Polygon const &polygon, int closed) {
-    T_REGION2D box;
-    if (polygon.Size() < 3 || MGeomFunc::GetMBR(polygon, box) == 0 || MGeomFunc::IsPointInRegion2(p, box, closed) == 0)
-        return 0;
-    if (DistanceToBorder(p, polygon) <= 1e-10)
-        return closed != 0 ? 1 : 0;
-    return MGeomFunc::GetLinePolygonCrossCount({p.x, p.y, box.MinX - 1.0, p.y}, polygon) % 2;
-}
 
 /// How the coordinates of a random polygon are drawn.
 enum class Shape { kGeneral, kLattice, kNearLattice, kThin };
