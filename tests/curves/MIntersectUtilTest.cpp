@@ -227,11 +227,12 @@ TEST(MIntersectUtil, FindsAllMeetingsOfRandomCurvesInOrder) {
             double const z = a.Pos1[2];
             bool const isLevel = a.Pos2[2] == z && b.Pos1[2] == z && b.Pos2[2] == z;
             // In a tiny drawing every line that meets a circle counts as its tangent.
-            for (Vec3 const &p : isLevel &&scale >= 1 ? Passages(a, b) : Points()) {
+            Points const candidates = isLevel && scale >= 1 ? Passages(a, b) : Points();
+            for (Vec3 const &p : candidates) {
                 if (MIntersectUtil::IsPointOnLine(p, a, tol, 0) == 0 ||
                     MIntersectUtil::IsPointOnLine(p, b, tol, 0) == 0)
                     continue;
-                auto const isHere = [&](Vec3 const &q) { return Distance(p, q) < 1e-5 * scale; };
+                auto const isHere = [&p, near = 1e-5 * scale](Vec3 const &q) { return Distance(p, q) < near; };
                 ASSERT_TRUE(std::any_of(met.begin(), met.end(), isHere));
                 ++passages;
             }

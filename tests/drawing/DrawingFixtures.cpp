@@ -121,7 +121,8 @@ private:
             for (Stretch const &s : own)
                 if (s.kind == side || s.kind == 2)
                     line.push_back(s);
-            std::sort(line.begin(), line.end(), [](auto const &a, auto const &b) { return a.from < b.from; });
+            std::sort(line.begin(), line.end(),
+                      [](auto const &a, auto const &b) { return std::pair(a.from, a.to) < std::pair(b.from, b.to); });
             for (std::size_t i = 1; i < line.size(); ++i)
                 if (line[i].from < line[i - 1].to - kSameFraction)
                     wrong << "curve " << id << " is used twice from " << line[i].from << " to " << line[i - 1].to

@@ -55,7 +55,10 @@ std::vector<DrawingCurve> Soup(unsigned seed, int count, bool lattice, double no
             break;
         case 1: {
             double const quarter = lattice ? 0.5 * kPi : 1.0;
-            curves.push_back(Arc(p, radius, quarter * number(0, 4), quarter * number(0, 4), random() % 2 == 0));
+            bool const clockwise = random() % 2 == 0;
+            double const to = quarter * number(0, 4);
+            double const from = quarter * number(0, 4);
+            curves.push_back(Arc(p, radius, from, to, clockwise));
             break;
         }
         default:

@@ -1,8 +1,8 @@
 // Any bytes as a DXF drawing: read and drawn, or refused with InputError; nothing else.
 
 #include "apps/zvi/common/Failure.h"
+#include "apps/zvi/common/Utf8.h"
 #include "apps/zvi/domains/dxf/ReadDxf.h"
-#include "apps/zvi/domains/dxf/TextDecoding.h"
 
 #include <cstddef>
 #include <cstdint>

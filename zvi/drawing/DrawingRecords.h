@@ -29,7 +29,8 @@ struct DrawingCurve {
 
 /// Joining, cutting and dropping duplicates are on by default, and each can be switched off.
 struct DrawingOptions {
-    /// Ends nearer than this, in drawing units, become one point; 0 takes ends as they are written.
+    /// Ends nearer than this, in drawing units, become one point. 0 takes ends as they are written, unless ends that
+    /// only rounding keeps apart would leave domains no wider than rounding: those ends are joined all the same.
     double joinTolerance = 1e-4;
     /// Cut curves where they meet: crossings, touchings, T-junctions within the join tolerance, overlaps.
     bool split = true;
