@@ -7,8 +7,8 @@
 namespace zvi {
 
 /// Memory for many small pieces that are given back all at once. It comes from blocks, each as large as all before it
-/// together, so that what is taken first costs no more than itself, and much of it few allocations; blocks of 2 MiB
-/// and more ask the machine for large pages. Pieces taken one after the other lie one behind the other.
+/// together up to 32 MiB, so that what is taken first costs no more than itself, and much of it few allocations; blocks
+/// of 2 MiB and more ask the machine for large pages. Pieces taken one after the other lie one behind the other.
 class ZVI_API GrowingMemory {
 public:
     /// Alignment of the first piece, a power of two; that of the others follows from the sizes that are taken.

@@ -15,8 +15,8 @@ struct DrawingPieces {
 };
 
 /// The first half of MakeDrawingDomains by itself: joins ends, cuts the curves where they meet and drops duplicates, by
-/// the same options and with the same care for bad input. Pieces meet at their ends alone, and ends that meet are equal
-/// to the last bit.
+/// the same options and with the same care for bad input. Unless `split` is off, pieces meet at their ends alone, and
+/// ends that meet are equal to the last bit.
 ZVI_API DrawingPieces CutDrawingCurves(std::vector<DrawingCurve> const &curves, DrawingOptions const &options = {});
 
 } // namespace zvi::lib
