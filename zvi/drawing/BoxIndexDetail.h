@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zvi/drawing/NetworkDetail.h"
+#include "zvi/drawing/PlaneDetail.h"
 #include "zvi/spatial/MQuadTree.h"
 
 #include <vector>

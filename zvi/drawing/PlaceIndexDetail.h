@@ -1,17 +1,19 @@
 #pragma once
 
-#include "zvi/drawing/NetworkDetail.h"
+#include "zvi/drawing/PlaneDetail.h"
 
 #include <cstdint>
 #include <vector>
 
 namespace zvi::lib::drawing {
 
-/// Finds places by position. It refers to the array of places and registers those that it is told of.
+/// Points with numbers, found by position in a grid of square cells.
 class PlaceIndex {
 public:
-    /// `snap` is the largest distance that Nearest will be asked for.
-    PlaceIndex(std::vector<DrawingPoint> &places, double snap);
+    /// `reach` is the largest distance that searches will be asked for, `expected` about how many places there will be.
+    PlaceIndex(double reach, std::size_t expected);
+
+    std::vector<DrawingPoint> const &Places() const { return m_places; }
 
     /// The place nearest to `p` and nearer than `distance`, or at the very same coordinates; -1 if there is none.
     /// Of two places equally near the earlier one is taken.
@@ -23,25 +25,37 @@ public:
     /// The place found by Nearest, or a new one.
     int NearestOrAdd(DrawingPoint p, double distance);
 
-    /// Registers all places anew after some have moved.
-    void Rebuild();
+    /// Calls `look(place, distance)` for each place nearer to `p` than `distance`, in no fixed order.
+    template <typename Look>
+    void ForEachNear(DrawingPoint p, double distance, Look look) const {
+        Range const range = RangeAround(p, distance);
+        for (double y = range.y0; y <= range.y1; ++y)
+            for (double x = range.x0; x <= range.x1; ++x)
+                for (int i = FirstIn(x, y); i >= 0; i = m_next[At(i)])
+                    if (double const d = Distance(m_places[At(i)], p); d < distance)
+                        look(i, d);
+    }
 
 private:
     struct Cell {
         double x = 0.0, y = 0.0;
         int first = -1; ///< latest place of the cell, -1 in an empty slot
     };
+    /// Cells, by the whole numbers of their corners; at most two each way.
+    struct Range {
+        double x0, y0, x1, y1;
+    };
 
+    Range RangeAround(DrawingPoint p, double distance) const;
     std::size_t SlotOf(double x, double y) const;
-    void Register(int place);
+    int FirstIn(double x, double y) const { return m_cells[SlotOf(x, y)].first; }
     void Grow();
-    void Search(double cellX, double cellY, DrawingPoint p, double &best, int &found) const;
 
-    std::vector<DrawingPoint> &places;
-    std::vector<Cell> cells;
-    std::vector<int> next; ///< earlier place of the same cell
-    std::size_t used = 0;
-    double inverseSize;
+    std::vector<DrawingPoint> m_places;
+    std::vector<Cell> m_cells;
+    std::vector<int> m_next; ///< earlier place of the same cell
+    std::size_t m_used = 0;
+    double m_inverseSize;
 };
 
 } // namespace zvi::lib::drawing

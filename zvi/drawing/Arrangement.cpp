@@ -1,0 +1,257 @@
+#include "zvi/drawing/ArrangementDetail.h"
+
+#include "zvi/drawing/BoxIndexDetail.h"
+#include "zvi/drawing/CandidatePairsDetail.h"
+#include "zvi/drawing/ConnectorsDetail.h"
+#include "zvi/drawing/MeetingsDetail.h"
+#include "zvi/drawing/RotationDetail.h"
+
+#include <algorithm>
+#include <array>
+
+namespace zvi::lib::drawing {
+
+namespace {
+
+/// The snap distance at first, in units of rounding: well above what the computed points miss their curves by.
+constexpr double kSnapInRoundings = 8.0;
+
+/// How much coarser each further try is.
+constexpr double kCoarser = 16.0;
+
+/// A place has drawn an edge to it when it misses the edge by more than so many units of rounding.
+constexpr double kDrawnInRoundings = 2.0;
+
+/// With every coordinate 0 there is no rounding, but a snap distance there must be.
+constexpr double kSmallestSnap = 1e-300;
+
+/// A stretch of an arc that leaves a place and returns to it within this many snap distances is part of its neighbour.
+constexpr double kAbsorbed = 4.0;
+
+/// A place inside an edge, at the fraction `t` of its length.
+struct Incidence {
+    int edge = 0;
+    int place = 0;
+    double t = 0.0;
+};
+
+/// Finds the places inside each edge of a network.
+class IncidenceFinder {
+public:
+    explicit IncidenceFinder(Network &network) : m_network(network) {}
+
+    void LookAt(EdgePair pair) {
+        NetworkEdge const &a = EdgeAt(pair.first), &b = EdgeAt(pair.second);
+        m_contactCount = 0;
+        LookAtEnd(a.startPlace, pair.second);
+        LookAtEnd(a.endPlace, pair.second);
+        LookAtEnd(b.startPlace, pair.first);
+        LookAtEnd(b.endPlace, pair.first);
+        if (m_contactCount > 0 && !a.stretch.isArc && !b.stretch.isArc)
+            return;
+        Meetings const crossings = CrossingsOf(a.stretch, b.stretch);
+        bool const isLens = crossings.count == 2 &&
+                            StayNear(a.stretch, b.stretch, crossings.points[0], crossings.points[1], m_network.snap);
+        // Curves that keep together between two crossings, or all but cross, touch.
+        if (crossings.count == 0 || isLens) {
+            Approach const approach = ApproachOf(a.stretch, b.stretch);
+            if (approach.exists && approach.distance < m_network.snap) {
+                AddMeeting(pair, approach.onFirst);
+                return;
+            }
+        }
+        for (int i = 0; i < crossings.count; ++i)
+            AddMeeting(pair, crossings.points[i]);
+    }
+
+    /// Lets edges run through the places that come near them, as far as those have drawn other edges, or through all
+    /// places that come near them.
+    void DrawEdgesToPlaces(bool all) {
+        std::vector<bool> draws(m_network.places.Places().size(), all);
+        bool any = all;
+        for (Incidence const &i : m_incidences) {
+            Foot foot;
+            if (FootOn(EdgeAt(i.edge).stretch, m_network.Place(i.place), foot) &&
+                foot.distance > kDrawnInRoundings * m_network.rounding)
+                any = draws[At(i.place)] = true;
+        }
+        if (!any)
+            return;
+        std::vector<Box> boxes;
+        for (NetworkEdge const &e : m_network.edges)
+            boxes.push_back(Grown(BoxOf(e.stretch), m_network.snap));
+        BoxIndex index(boxes);
+        std::vector<int> found;
+        for (int place = 0; place < static_cast<int>(draws.size()); ++place) {
+            if (!draws[At(place)])
+                continue;
+            DrawingPoint const p = m_network.Place(place);
+            index.Find({p.x, p.y, p.x, p.y}, found);
+            for (int const edge : found)
+                if (Foot foot; !EdgeAt(edge).EndsAt(place) && FootOn(EdgeAt(edge).stretch, p, foot) &&
+                               foot.distance < m_network.snap)
+                    m_incidences.push_back({edge, place, 0.0});
+        }
+    }
+
+    /// The incidences by edge and along each edge; `begins` gets where those of each edge begin.
+    std::vector<Incidence> Sorted(std::vector<std::size_t> &begins) const {
+        begins.assign(m_network.edges.size() + 1, 0);
+        for (Incidence const &i : m_incidences)
+            ++begins[At(i.edge) + 1];
+        for (std::size_t e = 0; e + 1 < begins.size(); ++e)
+            begins[e + 1] += begins[e];
+        std::vector<Incidence> sorted(m_incidences.size());
+        std::vector<std::size_t> next(begins.begin(), begins.end() - 1);
+        for (Incidence i : m_incidences) {
+            i.t = FractionAt(EdgeAt(i.edge).stretch, m_network.Place(i.place));
+            sorted[next[At(i.edge)]++] = i;
+        }
+        for (std::size_t e = 0; e + 1 < begins.size(); ++e)
+            std::sort(sorted.begin() + static_cast<std::ptrdiff_t>(begins[e]),
+                      sorted.begin() + static_cast<std::ptrdiff_t>(begins[e + 1]),
+                      [](Incidence const &a, Incidence const &b) { return a.t < b.t; });
+        return sorted;
+    }
+
+private:
+    NetworkEdge const &EdgeAt(int i) const { return m_network.edges[At(i)]; }
+
+    void LookAtEnd(int place, int other) {
+        NetworkEdge const &e = EdgeAt(other);
+        DrawingPoint const p = m_network.Place(place);
+        Foot foot;
+        bool const isEnd = e.EndsAt(place);
+        if (!isEnd && (!FootOn(e.stretch, p, foot) || foot.distance >= m_network.snap))
+            return;
+        m_contacts[At(m_contactCount++)] = p;
+        if (!isEnd)
+            m_incidences.push_back({other, place, 0.0});
+    }
+
+    /// Whether the two curves do not part from one another between a meeting point and a contact of theirs.
+    bool IsContact(EdgePair pair, DrawingPoint meeting) const {
+        Stretch const &a = EdgeAt(pair.first).stretch, &b = EdgeAt(pair.second).stretch;
+        return std::any_of(m_contacts.begin(), m_contacts.begin() + m_contactCount,
+                           [&](DrawingPoint contact) { return StayNear(a, b, contact, meeting, m_network.snap); });
+    }
+
+    void AddMeeting(EdgePair pair, DrawingPoint p) {
+        if (IsContact(pair, p))
+            return;
+        int const place = m_network.places.NearestOrAdd(p, m_network.snap);
+        for (int const edge : {pair.first, pair.second})
+            if (!EdgeAt(edge).EndsAt(place))
+                m_incidences.push_back({edge, place, 0.0});
+    }
+
+    Network &m_network;
+    std::array<DrawingPoint, 4> m_contacts; ///< of the pair looked at: ends of one edge that lie on the other
+    int m_contactCount = 0;
+    std::vector<Incidence> m_incidences;
+};
+
+/// Makes the edges of the map from the edges of a network and the places inside them.
+class MapMaker {
+public:
+    MapMaker(Network const &network, IncidenceFinder const &finder)
+        : m_network(network), m_incidences(finder.Sorted(m_begins)), m_map(network.places.Places()) {}
+
+    PlanarMap Make(bool keepStarts) {
+        std::vector<bool> const isStart = keepStarts ? std::vector<bool>() : BareStarts();
+        for (std::size_t e = 0; e < m_network.edges.size(); ++e) {
+            NetworkEdge const &edge = m_network.edges[e];
+            Incidence const *first = m_incidences.data() + m_begins[e], *last = m_incidences.data() + m_begins[e + 1];
+            if (first != last && !keepStarts && edge.stretch.IsFullTurn() && isStart[At(edge.startPlace)])
+                AddParts(TurnedTo(edge, *first), first + 1, last, first->t);
+            else
+                AddParts(edge, first, last, 0.0);
+        }
+        OrderRoundPlaces(m_map, m_network.snap);
+        return std::move(m_map);
+    }
+
+private:
+    /// The places at which one circle starts and nothing else is.
+    std::vector<bool> BareStarts() const {
+        std::vector<int> counts(m_network.places.Places().size(), 0);
+        for (NetworkEdge const &e : m_network.edges) {
+            counts[At(e.startPlace)] += e.stretch.IsFullTurn() ? 1 : 2;
+            counts[At(e.endPlace)] += e.stretch.IsFullTurn() ? 0 : 2;
+        }
+        for (Incidence const &i : m_incidences)
+            ++counts[At(i.place)];
+        std::vector<bool> isBare;
+        for (int const count : counts)
+            isBare.push_back(count == 1);
+        return isBare;
+    }
+
+    /// The circle as one that starts at a place inside it.
+    NetworkEdge TurnedTo(NetworkEdge edge, Incidence const &start) const {
+        edge.startPlace = edge.endPlace = start.place;
+        edge.stretch.start = edge.stretch.end = PointAt(edge.stretch, start.t);
+        edge.stretch.to = 1.0 + start.t;
+        edge.stretch.from = edge.stretch.to - 1.0; // so that going once round is exactly 1
+        return edge;
+    }
+
+    /// Adds the parts of an edge between the places inside it, whose fractions count from `turned` on.
+    void AddParts(NetworkEdge const &e, Incidence const *first, Incidence const *last, double turned) {
+        double const length = LengthOf(e.stretch);
+        auto const isNothing = [&](int from, int to, double part) {
+            return from == to && (!e.stretch.isArc || part * length < kAbsorbed * m_network.snap);
+        };
+        // A last stretch that is nothing goes to the one before it.
+        while (last != first && isNothing(last[-1].place, e.endPlace, 1.0 - (last[-1].t - turned)))
+            --last;
+        double t = 0.0;
+        int place = e.startPlace;
+        for (; first != last; ++first) {
+            double const next = first->t - turned;
+            if (isNothing(place, first->place, next - t))
+                continue;
+            m_map.AddEdge({PartOf(e.stretch, t, next), place, first->place});
+            t = next;
+            place = first->place;
+        }
+        m_map.AddEdge({PartOf(e.stretch, t, 1.0), place, e.endPlace});
+    }
+
+    Network const &m_network;
+    std::vector<std::size_t> m_begins; ///< where the incidences of each edge begin
+    std::vector<Incidence> m_incidences;
+    PlanarMap m_map;
+};
+
+/// One try at a snap distance. `isThorough` looks for places near every edge.
+Arrangement ArrangeAt(UsableCurves const &curves, bool split, bool keepStarts, double snap, bool isThorough) {
+    Network network(curves.stretches, snap, curves.rounding, split);
+    std::vector<EdgePair> pairs;
+    if (split)
+        pairs = CandidatePairs(network, std::max(curves.tolerance, snap) + 2.0 * snap);
+    int const curveCount = static_cast<int>(network.edges.size());
+    if (curves.tolerance > snap)
+        AddConnectors(network, pairs, curves.tolerance, split, curves.landmarks);
+    IncidenceFinder finder(network);
+    if (split) {
+        for (EdgePair const pair : pairs)
+            finder.LookAt(pair);
+        for (EdgePair const pair : CandidatePairsOfLatest(network, curveCount))
+            finder.LookAt(pair);
+        finder.DrawEdgesToPlaces(isThorough);
+    }
+    return {MapMaker(network, finder).Make(keepStarts), std::move(network.vanished), snap};
+}
+
+} // namespace
+
+Arrangement Arrange(UsableCurves const &curves, bool split, bool keepStarts) {
+    double snap = std::max(kSnapInRoundings * curves.rounding, kSmallestSnap);
+    for (bool isThorough = false;; isThorough = true, snap *= kCoarser)
+        if (Arrangement arrangement = ArrangeAt(curves, split, keepStarts, snap, isThorough);
+            !split || arrangement.map.IsPlanar())
+            return arrangement;
+}
+
+} // namespace zvi::lib::drawing

@@ -1,0 +1,191 @@
+#include "zvi/drawing/ConnectorsDetail.h"
+
+#include "zvi/drawing/MeetingsDetail.h"
+#include "zvi/drawing/PlaceClustersDetail.h"
+
+#include <algorithm>
+#include <array>
+
+namespace zvi::lib::drawing {
+
+namespace {
+
+/// A corner is drawn to a curve that it misses by less than this share of the tolerance: farther off it passes by.
+constexpr double kShareOfCorner = 0.1;
+
+/// A foot whose place is taken by what it must not join stands so many snap distances beside it.
+constexpr double kBeside = 4.0;
+
+/// Gaps of the first kind are closed before those of the second.
+enum GapKind { kLooseEnd, kCorner };
+
+/// A gap between a place and another place, or a curve, or between two curves.
+struct Gap {
+    GapKind kind = kLooseEnd;
+    double distance = 0.0;
+    DrawingPoint from;
+    DrawingPoint to;
+    int fromPlace = -1; ///< -1 for a point inside `fromEdge`
+    int toPlace = -1;   ///< -1 for a point inside `toEdge`
+    int fromEdge = -1;
+    int toEdge = -1;
+};
+
+class Connectors {
+public:
+    Connectors(Network &network, double tolerance)
+        : m_network(network), m_tolerance(tolerance), m_endCounts(network.places.Places().size(), 0),
+          m_isOnCurve(m_endCounts.size(), false), m_joined(network.places.Places()) {
+        for (NetworkEdge const &e : m_network.edges)
+            if (!e.stretch.IsFullTurn())
+                for (int const place : {e.startPlace, e.endPlace})
+                    ++m_endCounts[At(place)];
+    }
+
+    /// Gaps between an end and a curve, and between two curves. Finds which ends lie on a curve, too.
+    void LookAt(EdgePair pair) {
+        NetworkEdge const &a = EdgeAt(pair.first), &b = EdgeAt(pair.second);
+        m_contactCount = 0;
+        for (int const place : {a.startPlace, a.endPlace})
+            LookAtEnd(place, pair.first, pair.second);
+        for (int const place : {b.startPlace, b.endPlace})
+            LookAtEnd(place, pair.second, pair.first);
+        Approach const approach = ApproachOf(a.stretch, b.stretch);
+        if (!approach.exists || approach.distance >= m_tolerance || approach.distance < m_network.snap ||
+            CrossingsOf(a.stretch, b.stretch).count > 0)
+            return;
+        for (int i = 0; i < m_contactCount; ++i)
+            if (StayNear(a.stretch, b.stretch, m_contacts[At(i)], approach.onFirst, m_tolerance))
+                return;
+        m_gaps.push_back(
+            {kCorner, approach.distance, approach.onFirst, approach.onSecond, -1, -1, pair.first, pair.second});
+    }
+
+    void LookAtPlaces() {
+        PlaceIndex near(m_tolerance, m_endCounts.size());
+        for (DrawingPoint const p : m_network.places.Places())
+            near.Add(p);
+        for (int place = 0; place < static_cast<int>(m_endCounts.size()); ++place)
+            near.ForEachNear(m_network.Place(place), m_tolerance, [&](int other, double distance) {
+                if (place < other && IsEnd(place) && IsEnd(other))
+                    m_gaps.push_back({IsLoose(place) || IsLoose(other) ? kLooseEnd : kCorner, distance,
+                                      m_network.Place(place), m_network.Place(other), place, other, -1, -1});
+            });
+    }
+
+    void Close(Landmarks const &landmarks) {
+        for (Gap &gap : m_gaps)
+            if (gap.fromEdge >= 0 && gap.fromPlace >= 0 && !IsLoose(gap.fromPlace))
+                gap.kind = kCorner;
+        std::erase_if(m_gaps, [&](Gap const &gap) {
+            return gap.kind == kCorner && gap.fromPlace >= 0 && gap.toPlace < 0 &&
+                   gap.distance >= kShareOfCorner * m_tolerance;
+        });
+        std::vector<Measured> order;
+        for (std::size_t i = 0; i < m_gaps.size(); ++i) {
+            DrawingPoint const middle = (m_gaps[i].from + m_gaps[i].to) * 0.5;
+            order.push_back({m_gaps[i].kind, m_gaps[i].distance, landmarks.Rank(middle), middle, static_cast<int>(i)});
+        }
+        SortShortestFirst(order, m_network.snap);
+        for (Measured const &gap : order)
+            Connect(m_gaps[At(gap.number)]);
+    }
+
+private:
+    NetworkEdge const &EdgeAt(int i) const { return m_network.edges[At(i)]; }
+    /// Where a circle is taken to start is no end.
+    bool IsEnd(int place) const { return m_endCounts[At(place)] > 0; }
+    bool IsLoose(int place) const { return m_endCounts[At(place)] == 1 && !m_isOnCurve[At(place)]; }
+
+    bool IsNearEnd(Stretch const &s, DrawingPoint p) const {
+        return std::min(Distance(p, s.start), Distance(p, s.end)) < m_tolerance;
+    }
+
+    /// Looks at an end of the edge `own` beside another edge.
+    void LookAtEnd(int place, int own, int other) {
+        NetworkEdge const &e = EdgeAt(other);
+        DrawingPoint const p = m_network.Place(place);
+        if (!IsEnd(place))
+            return;
+        if (e.EndsAt(place) || (!e.stretch.IsFullTurn() && IsNearEnd(e.stretch, p))) {
+            m_contacts[At(m_contactCount++)] = p;
+            return;
+        }
+        Foot foot;
+        if (!FootOn(e.stretch, p, foot) || foot.distance >= m_tolerance)
+            return;
+        m_contacts[At(m_contactCount++)] = p;
+        if (foot.distance < m_network.snap)
+            m_isOnCurve[At(place)] = true;
+        else
+            m_gaps.push_back({kLooseEnd, foot.distance, p, foot.point, place, -1, own, other});
+    }
+
+    void Connect(Gap const &gap) {
+        int from = gap.fromPlace;
+        if (from < 0) {
+            from = PlaceOn(gap.fromEdge, gap.from, -1);
+            if (from < 0)
+                return;
+        }
+        int const to = gap.toPlace >= 0 ? gap.toPlace : PlaceOn(gap.toEdge, gap.to, from);
+        if (to < 0 || m_joined.Root(from) == m_joined.Root(to) || !m_joined.Fit(from, to, m_tolerance))
+            return;
+        m_joined.Unite(from, to);
+        NetworkEdge connector;
+        connector.stretch.start = m_network.Place(from);
+        connector.stretch.end = m_network.Place(to);
+        connector.startPlace = from;
+        connector.endPlace = to;
+        m_network.edges.push_back(connector);
+    }
+
+    /// A place at a point of the edge that may join the place `partner`, -1 when there is none. A place that is there
+    /// already is taken, unless it has joined others too far away: then one just beside it on the edge.
+    int PlaceOn(int edge, DrawingPoint p, int partner) {
+        if (partner >= 0 && !m_joined.Fit(partner, p, m_tolerance))
+            return -1;
+        double const snap = m_network.snap;
+        int const there = m_network.places.Nearest(p, snap);
+        if (there < 0)
+            return AddPlace(p);
+        if (partner < 0 || m_joined.Fit(partner, there, m_tolerance))
+            return there;
+        Stretch const &s = EdgeAt(edge).stretch;
+        double const step = kBeside * snap / LengthOf(s);
+        for (double const t : {FractionAt(s, p) - step, FractionAt(s, p) + step}) {
+            DrawingPoint const beside = PointAt(s, t);
+            if (t > 0.0 && t < 1.0 && m_network.places.Nearest(beside, snap) < 0)
+                return AddPlace(beside);
+        }
+        return -1;
+    }
+
+    int AddPlace(DrawingPoint p) {
+        m_joined.Add(p);
+        return m_network.places.Add(p);
+    }
+
+    Network &m_network;
+    double m_tolerance;
+    std::vector<int> m_endCounts;
+    std::vector<bool> m_isOnCurve; ///< of each place, whether a curve that does not end there passes through it
+    PlaceClusters m_joined;
+    std::vector<Gap> m_gaps;
+    std::array<DrawingPoint, 4> m_contacts; ///< of the pair looked at: ends of one edge near the other
+    int m_contactCount = 0;
+};
+
+} // namespace
+
+void AddConnectors(Network &network, std::vector<EdgePair> const &pairs, double tolerance, bool split,
+                   Landmarks const &landmarks) {
+    Connectors connectors(network, tolerance);
+    if (split)
+        for (EdgePair const pair : pairs)
+            connectors.LookAt(pair);
+    connectors.LookAtPlaces();
+    connectors.Close(landmarks);
+}
+
+} // namespace zvi::lib::drawing

@@ -1,0 +1,44 @@
+#include "zvi/drawing/ContractionDetail.h"
+
+#include <algorithm>
+
+namespace zvi::lib::drawing {
+
+namespace {
+
+/// Connectors come first.
+enum ShortEdgeKind { kConnector, kCurve };
+
+std::vector<Measured> ShortEdges(PlanarMap const &map, double tolerance, Landmarks const &landmarks) {
+    std::vector<Measured> edges;
+    for (int e = 0; e < map.EdgeCount(); ++e) {
+        if (!map.IsInMap(e))
+            continue;
+        Stretch const &s = map.Edge(e).stretch;
+        double const length =
+            std::min(LengthOf(map.Border(HalfEdge::Along(e))), LengthOf(map.Border(HalfEdge::Against(e))));
+        if (length < tolerance || s.IsConnector()) {
+            DrawingPoint const middle = PointAt(s, 0.5);
+            edges.push_back({s.IsConnector() ? kConnector : kCurve, length, landmarks.Rank(middle), middle, e});
+        }
+    }
+    return edges;
+}
+
+} // namespace
+
+void ContractShortEdges(PlanarMap &map, double tolerance, double snap, Landmarks const &landmarks) {
+    std::vector<Measured> edges = ShortEdges(map, tolerance, landmarks);
+    SortShortestFirst(edges, snap);
+    for (Measured const &edge : edges) {
+        HalfEdge const h = HalfEdge::Along(edge.number);
+        if (map.Origin(h) == map.Target(h))
+            map.Remove(edge.number, EdgeState::kContracted);
+        else if (map.Places().Fit(map.Origin(h), map.Target(h), tolerance))
+            map.Contract(edge.number);
+        else if (edge.kind == kConnector)
+            map.Remove(edge.number, EdgeState::kContracted);
+    }
+}
+
+} // namespace zvi::lib::drawing

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "zvi/drawing/PlaneDetail.h"
+
+#include <algorithm>
+#include <numeric>
+#include <vector>
+
+namespace zvi::lib::drawing {
+
+/// Sets of the numbers from 0 that grow together.
+class DisjointSets {
+public:
+    explicit DisjointSets(std::size_t count) : m_parent(count) { std::iota(m_parent.begin(), m_parent.end(), 0); }
+
+    /// The smallest number of the set.
+    int Find(int i) {
+        while (m_parent[At(i)] != i)
+            i = m_parent[At(i)] = m_parent[At(m_parent[At(i)])];
+        return i;
+    }
+    /// Returns whether the two were in different sets.
+    bool Unite(int a, int b) {
+        int const rootOfA = Find(a), rootOfB = Find(b);
+        m_parent[At(std::max(rootOfA, rootOfB))] = std::min(rootOfA, rootOfB);
+        return rootOfA != rootOfB;
+    }
+
+private:
+    std::vector<int> m_parent;
+};
+
+} // namespace zvi::lib::drawing

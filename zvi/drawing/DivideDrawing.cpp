@@ -1,0 +1,57 @@
+#include "zvi/drawing/DivideDrawingDetail.h"
+
+#include "zvi/drawing/ArrangementDetail.h"
+#include "zvi/drawing/ContractionDetail.h"
+#include "zvi/drawing/FitEdgesDetail.h"
+
+#include <algorithm>
+
+namespace zvi::lib::drawing {
+
+namespace {
+
+/// What is thinner than so many snap distances is thin, however small the join tolerance.
+constexpr double kThinInSnaps = 4.0;
+
+/// Cuts what runs past the start of a circle there, so that fractions of circles are below 1.
+void CutCirclesAtStarts(DividedDrawing &drawing) {
+    int const count = drawing.map.EdgeCount();
+    std::vector<int> second(At(count), -1);
+    for (int e = 0; e < count; ++e) {
+        Stretch const &s = drawing.map.Edge(e).stretch;
+        if (s.to <= 1.0)
+            continue;
+        if (s.from < 1.0) {
+            second[At(e)] = drawing.map.Split(e, (1.0 - s.from) / (s.to - s.from));
+            drawing.map.StretchOf(e).to = 1.0;
+        }
+        Stretch &past = drawing.map.StretchOf(second[At(e)] < 0 ? e : second[At(e)]);
+        past.from = second[At(e)] < 0 ? past.from - 1.0 : 0.0;
+        past.to -= 1.0;
+    }
+    std::size_t const dropped = drawing.dropped.size();
+    for (std::size_t d = 0; d < dropped; ++d)
+        if (DroppedEdge more = drawing.dropped[d]; second[At(more.edge)] >= 0) {
+            more.edge = second[At(more.edge)];
+            drawing.dropped.push_back(more);
+        }
+}
+
+} // namespace
+
+DividedDrawing DivideDrawing(std::vector<DrawingCurve> const &curves, DrawingOptions const &options) {
+    UsableCurves usable = ReadCurves(curves, options.joinTolerance);
+    Arrangement arrangement = Arrange(usable, options.split, options.keepDuplicates);
+    DividedDrawing drawing{std::move(usable), std::move(arrangement.map), std::move(arrangement.vanished), {}, {},
+                           arrangement.snap};
+    double const tolerance = std::max(drawing.curves.tolerance, kThinInSnaps * drawing.snap);
+    CollapseThinFaces(drawing.map, tolerance, drawing.snap, drawing.curves.landmarks, drawing.dropped);
+    drawing.map.ForgetBorders();
+    CutCirclesAtStarts(drawing);
+    drawing.positions = FitEdges(drawing.map, drawing.snap);
+    DropEmptyFaces(drawing.map, drawing.snap, drawing.dropped);
+    AbsorbContracted(drawing.map, drawing.vanished);
+    return drawing;
+}
+
+} // namespace zvi::lib::drawing

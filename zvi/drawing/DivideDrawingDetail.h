@@ -1,0 +1,24 @@
+#pragma once
+
+#include "zvi/drawing/PlanarMapDetail.h"
+#include "zvi/drawing/ReadCurvesDetail.h"
+#include "zvi/drawing/ThinFacesDetail.h"
+
+#include <vector>
+
+namespace zvi::lib::drawing {
+
+/// A drawing as a planar map whose faces enclose something, with all that was sorted out on the way.
+struct DividedDrawing {
+    UsableCurves curves;
+    PlanarMap map;
+    std::vector<Stretch> vanished; ///< curves that became one place
+    std::vector<DroppedEdge> dropped;
+    std::vector<DrawingPoint> positions; ///< of each place that stands for a cluster, where that is put
+    double snap = 0.0;                   ///< distance below which two places are one
+};
+
+/// Reads the curves, arranges them, and applies the tolerance to the map.
+DividedDrawing DivideDrawing(std::vector<DrawingCurve> const &curves, DrawingOptions const &options);
+
+} // namespace zvi::lib::drawing

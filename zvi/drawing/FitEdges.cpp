@@ -1,0 +1,114 @@
+#include "zvi/drawing/FitEdgesDetail.h"
+
+#include <algorithm>
+
+namespace zvi::lib::drawing {
+
+namespace {
+
+bool IsLeft(MapEdge const &e) {
+    return e.state == EdgeState::kInMap || e.state == EdgeState::kSetAside;
+}
+
+/// Of each place how many edges end there.
+std::vector<int> CountEnds(PlanarMap const &map) {
+    std::vector<int> counts(At(map.Places().Count()), 0);
+    for (int e = 0; e < map.EdgeCount(); ++e)
+        if (IsLeft(map.Edge(e)))
+            for (int const place : {map.Edge(e).startPlace, map.Edge(e).endPlace})
+                ++counts[At(place)];
+    return counts;
+}
+
+/// Of each place that stands for a cluster, where that is put.
+std::vector<DrawingPoint> ClusterPositions(PlanarMap const &map) {
+    PlaceClusters const &places = map.Places();
+    std::vector<int> const counts = CountEnds(map);
+    std::vector<DrawingPoint> positions(At(places.Count()));
+    for (int root = 0; root < places.Count(); ++root) {
+        if (places.Root(root) != root)
+            continue;
+        DrawingPoint sum;
+        int members = 0;
+        places.ForEachMember(root, [&](int p) {
+            sum = sum + places.Position(p);
+            ++members;
+        });
+        DrawingPoint const middle = sum * (1.0 / members);
+        int best = root;
+        double bestDistance = members > 1 ? Distance(places.Position(root), middle) : 0.0;
+        places.ForEachMember(root, [&](int p) {
+            double const distance = Distance(places.Position(p), middle);
+            if (counts[At(p)] > counts[At(best)] ||
+                (counts[At(p)] == counts[At(best)] &&
+                 (distance < bestDistance ||
+                  (distance == bestDistance && ComesFirst(places.Position(p), places.Position(best)))))) {
+                best = p;
+                bestDistance = distance;
+            }
+        });
+        positions[At(root)] = places.Position(best);
+    }
+    return positions;
+}
+
+} // namespace
+
+std::vector<DrawingPoint> FitEdges(PlanarMap &map, double snap) {
+    std::vector<DrawingPoint> positions = ClusterPositions(map);
+    int const count = map.EdgeCount();
+    for (int e = 0; e < count; ++e) {
+        if (!IsLeft(map.Edge(e)))
+            continue;
+        DrawingPoint const start = positions[At(map.Origin(HalfEdge::Along(e)))];
+        DrawingPoint const end = positions[At(map.Target(HalfEdge::Along(e)))];
+        if (!IsBetterHalved(map.Edge(e).stretch, start, end, snap)) {
+            FitToEnds(map.StretchOf(e), start, end, snap);
+            continue;
+        }
+        int const second = map.Split(e, 0.5);
+        DrawingPoint const middle = map.Edge(second).stretch.start;
+        positions.push_back(middle);
+        FitToEnds(map.StretchOf(e), start, middle, snap);
+        FitToEnds(map.StretchOf(second), middle, end, snap);
+    }
+    return positions;
+}
+
+std::vector<int> EdgesAlongCurves(PlanarMap const &map) {
+    std::vector<int> edges;
+    edges.reserve(At(map.EdgeCount()));
+    for (int e = 0; e < map.EdgeCount(); ++e)
+        if (!map.Edge(e).stretch.IsConnector())
+            edges.push_back(e);
+    std::sort(edges.begin(), edges.end(), [&](int a, int b) {
+        Stretch const &s = map.Edge(a).stretch, &other = map.Edge(b).stretch;
+        return s.curve != other.curve ? s.curve < other.curve : s.from < other.from;
+    });
+    return edges;
+}
+
+void AbsorbContracted(PlanarMap &map, std::vector<Stretch> &vanished) {
+    std::vector<int> const edges = EdgesAlongCurves(map);
+    auto const isContracted = [&](int e) { return map.Edge(e).state == EdgeState::kContracted; };
+    for (std::size_t i = 0, j = 0; i < edges.size(); i = j) {
+        int const curve = map.Edge(edges[i]).stretch.curve;
+        int kept = -1;
+        for (j = i; j < edges.size() && map.Edge(edges[j]).stretch.curve == curve; ++j) {
+            if (!isContracted(edges[j])) {
+                if (kept < 0)
+                    map.StretchOf(edges[j]).from = map.Edge(edges[i]).stretch.from;
+                kept = edges[j];
+            } else if (kept >= 0) {
+                map.StretchOf(kept).to = map.Edge(edges[j]).stretch.to;
+            }
+        }
+        if (kept < 0) {
+            vanished.push_back(map.Edge(edges[i]).stretch);
+            vanished.back().to = map.Edge(edges[j - 1]).stretch.to;
+            vanished.back().end = map.Edge(edges[j - 1]).stretch.end;
+        }
+    }
+}
+
+} // namespace zvi::lib::drawing

@@ -1,0 +1,214 @@
+#include "zvi/drawing/NestingDetail.h"
+
+#include "zvi/drawing/BoxIndexDetail.h"
+
+#include <algorithm>
+#include <array>
+
+namespace zvi::lib::drawing {
+
+namespace {
+
+/// A part of a stretch along which y only rises or only falls.
+struct Run {
+    double lowY = 0.0, highY = 0.0;
+    double side = 0.0;   ///< of an arc: -1 for its left half, 1 for its right half
+    bool upward = false; ///< the stretch runs upward here
+};
+
+/// The parts of a stretch that rise or fall, at most three.
+int RunsOf(Stretch const &s, std::array<Run, 3> &runs) {
+    if (!s.isArc) {
+        runs[0] = {std::min(s.start.y, s.end.y), std::max(s.start.y, s.end.y), 0.0, s.start.y < s.end.y};
+        return 1;
+    }
+    bool const counter = s.sweep > 0.0;
+    double const top = TurnTo(s, {s.center.x, s.center.y + s.radius});
+    double const bottom = TurnTo(s, {s.center.x, s.center.y - s.radius});
+    double const turn = std::fabs(s.sweep);
+    std::array<std::pair<double, double>, 4> stops; // turn, y
+    int stopCount = 0;
+    auto const addStop = [&](double at, double y) { stops[At(stopCount++)] = {at, y}; };
+    addStop(0.0, s.start.y);
+    bool const topFirst = top < bottom;
+    for (bool const isTop : {topFirst, !topFirst})
+        if (double const at = isTop ? top : bottom; at > 0.0 && at < turn)
+            addStop(at, isTop ? s.center.y + s.radius : s.center.y - s.radius);
+    addStop(turn, s.end.y);
+    int count = 0;
+    for (int i = 0; i + 1 < stopCount; ++i) {
+        auto const &a = stops[At(i)], &b = stops[At(i + 1)];
+        // The right half of a counter-clockwise arc rises.
+        double const middle = 0.5 * (a.first + b.first);
+        double const x = PointAt(s, middle / turn).x - s.center.x;
+        double const side = x < 0.0 ? -1.0 : 1.0;
+        runs[At(count++)] = {std::min(a.second, b.second), std::max(a.second, b.second), side, counter == (side > 0.0)};
+    }
+    return count;
+}
+
+/// Where the run passes the height `y`.
+double XAt(Stretch const &s, Run const &run, double y) {
+    if (!s.isArc) {
+        double const t = (y - s.start.y) / (s.end.y - s.start.y);
+        return s.start.x + t * (s.end.x - s.start.x);
+    }
+    double const v = y - s.center.y;
+    return s.center.x + run.side * std::sqrt(std::max(0.0, (s.radius - v) * (s.radius + v)));
+}
+
+/// An edge that is seen, and where.
+struct Sight {
+    int edge = -1;
+    Run run;
+    double x = -HUGE_VAL;
+};
+
+/// Finds what the parts see to their left.
+class LeftView {
+public:
+    LeftView(PlanarMap const &map, FaceWalks const &walks, double snap)
+        : m_map(map), m_walks(walks), m_snap(snap), m_parts(PartsOf()) {}
+
+    /// For each part, by its outside, the walk that its leftmost point sees, -1 for none; `order` gets the outsides
+    /// from left to right.
+    std::vector<int> SeenWalks(std::vector<int> &order) {
+        FindLeftmost();
+        for (int w = 0; w < static_cast<int>(m_walks.walks.size()); ++w)
+            if (m_walks.walks[At(w)].isOutside)
+                order.push_back(w);
+        std::sort(order.begin(), order.end(),
+                  [this](int a, int b) { return ComesFirst(m_leftmost[At(a)], m_leftmost[At(b)]); });
+        std::vector<int> seen(m_walks.walks.size(), -1);
+        if (order.size() < 2)
+            return seen;
+        BoxIndex index(m_boxes);
+        for (int const outside : order)
+            seen[At(outside)] = WalkLeftOf(index, outside);
+        return seen;
+    }
+
+private:
+    /// Of each walk the outside of its part.
+    std::vector<int> PartsOf() const {
+        std::vector<int> parts(m_walks.walks.size(), -1);
+        std::vector<int> pending;
+        for (int w = 0; w < static_cast<int>(parts.size()); ++w) {
+            if (!m_walks.walks[At(w)].isOutside)
+                continue;
+            parts[At(w)] = w;
+            pending.push_back(w);
+            while (!pending.empty()) {
+                HalfEdge const first = m_walks.walks[At(pending.back())].first;
+                pending.pop_back();
+                HalfEdge h = first;
+                do {
+                    int const other = m_walks.Of(h.Twin());
+                    if (parts[At(other)] < 0) {
+                        parts[At(other)] = w;
+                        pending.push_back(other);
+                    }
+                    h = m_map.Next(h);
+                } while (!(h == first));
+            }
+        }
+        return parts;
+    }
+
+    int PartOf(int edge) const { return m_parts[At(m_walks.Of(HalfEdge::Along(edge)))]; }
+
+    void FindLeftmost() {
+        m_leftmost.assign(m_walks.walks.size(), {HUGE_VAL, HUGE_VAL});
+        double width = 0.0;
+        for (int e = 0; e < m_map.EdgeCount(); ++e) {
+            if (!m_map.IsInMap(e))
+                continue;
+            Stretch const &s = m_map.Edge(e).stretch;
+            Box const box = BoxOf(s);
+            m_edges.push_back(e);
+            m_boxes.push_back(box);
+            width += box.maxX - box.minX;
+            m_farLeft = std::min(m_farLeft, box.minX);
+            double const y = s.start.x == box.minX ? s.start.y : s.end.x == box.minX ? s.end.y : s.center.y;
+            DrawingPoint &leftmost = m_leftmost[At(PartOf(e))];
+            if (ComesFirst({box.minX, y}, leftmost))
+                leftmost = {box.minX, y};
+        }
+        if (width > 0.0)
+            m_firstWidth = width / static_cast<double>(m_boxes.size());
+    }
+
+    /// The walk on the near side of the curve next to the left of the part's leftmost point.
+    int WalkLeftOf(BoxIndex &index, int part) {
+        DrawingPoint const p = m_leftmost[At(part)];
+        for (double width = m_firstWidth;; width *= 4.0) {
+            double const left = p.x - width;
+            index.Find({left, p.y, p.x, p.y}, m_found);
+            Sight nearest;
+            for (int const i : m_found)
+                if (PartOf(m_edges[At(i)]) != part)
+                    LookAt(m_edges[At(i)], p, nearest);
+            if (nearest.x >= left || left <= m_farLeft)
+                return nearest.edge < 0 ? -1
+                                        : m_walks.Of(nearest.run.upward ? HalfEdge::Against(nearest.edge)
+                                                                        : HalfEdge::Along(nearest.edge));
+        }
+    }
+
+    /// Keeps the edge when it passes the height of `p` nearer to it, on its left. The look goes just above that height,
+    /// so that of two runs that begin there the one that is further right higher up counts.
+    void LookAt(int edge, DrawingPoint p, Sight &nearest) const {
+        Stretch const &s = m_map.Edge(edge).stretch;
+        std::array<Run, 3> runs;
+        int const count = RunsOf(s, runs);
+        for (int k = 0; k < count; ++k) {
+            Run const &run = runs[At(k)];
+            if (!(run.lowY <= p.y) || !(p.y < run.highY))
+                continue;
+            double const x = XAt(s, run, p.y);
+            if (x > p.x)
+                continue;
+            bool const isTie = nearest.edge >= 0 && std::fabs(x - nearest.x) <= m_snap;
+            if (isTie ? IsRightAbove(s, run, p.y, nearest) : x > nearest.x)
+                nearest = {edge, run, x};
+        }
+    }
+
+    /// Whether `run` of `s`, which passes `y` at the same place as the nearest one so far, is further right above it.
+    bool IsRightAbove(Stretch const &s, Run const &run, double y, Sight const &nearest) const {
+        Stretch const &other = m_map.Edge(nearest.edge).stretch;
+        double const top = std::min(run.highY, nearest.run.highY);
+        double const ahead = XAt(s, run, top) - XAt(other, nearest.run, top);
+        if (std::fabs(ahead) > m_snap)
+            return ahead > 0.0;
+        double const middle = 0.5 * (y + top);
+        return XAt(s, run, middle) > XAt(other, nearest.run, middle);
+    }
+
+    PlanarMap const &m_map;
+    FaceWalks const &m_walks;
+    double m_snap;
+    std::vector<int> m_parts;
+    std::vector<int> m_edges; ///< those in the map
+    std::vector<Box> m_boxes;
+    std::vector<DrawingPoint> m_leftmost; ///< of each part, at its outside
+    std::vector<int> m_found;
+    double m_farLeft = HUGE_VAL;
+    double m_firstWidth = 1.0; ///< how far to the left the first look goes
+};
+
+} // namespace
+
+std::vector<int> NestOutsides(PlanarMap const &map, FaceWalks const &walks, double snap) {
+    std::vector<int> order;
+    std::vector<int> const seen = LeftView(map, walks, snap).SeenWalks(order);
+    std::vector<int> parents(walks.walks.size(), -1);
+    for (int const outside : order) {
+        int const around = seen[At(outside)];
+        if (around >= 0)
+            parents[At(outside)] = walks.walks[At(around)].isOutside ? parents[At(around)] : around;
+    }
+    return parents;
+}
+
+} // namespace zvi::lib::drawing

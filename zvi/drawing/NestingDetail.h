@@ -1,0 +1,14 @@
+#pragma once
+
+#include "zvi/drawing/FaceWalkDetail.h"
+
+#include <vector>
+
+namespace zvi::lib::drawing {
+
+/// For each walk that runs round a connected part from outside, the walk of the bounded face that the part stands in;
+/// -1 for parts that stand free, and for all other walks. A part stands in the face that its leftmost point sees to
+/// its left. Curves that pass nearer than `snap` to one another there share a place.
+std::vector<int> NestOutsides(PlanarMap const &map, FaceWalks const &walks, double snap);
+
+} // namespace zvi::lib::drawing

@@ -1,0 +1,92 @@
+#include "zvi/drawing/PlaceClustersDetail.h"
+
+#include <algorithm>
+#include <numeric>
+#include <utility>
+
+namespace zvi::lib::drawing {
+
+namespace {
+
+Box Around(Box const &a, Box const &b) {
+    return {std::min(a.minX, b.minX), std::min(a.minY, b.minY), std::max(a.maxX, b.maxX), std::max(a.maxY, b.maxY)};
+}
+
+Box PointBox(DrawingPoint p) {
+    return {p.x, p.y, p.x, p.y};
+}
+
+/// What the box of some points tells of the greatest distance between two of them.
+enum class Verdict { kBelow, kNotBelow, kOpen };
+
+Verdict JudgeByBox(Box const &box, double distance) {
+    DrawingPoint const extent{box.maxX - box.minX, box.maxY - box.minY};
+    if (!(std::max(extent.x, extent.y) < distance))
+        return Verdict::kNotBelow;
+    return Length(extent) < distance ? Verdict::kBelow : Verdict::kOpen;
+}
+
+} // namespace
+
+PlaceClusters::PlaceClusters(std::vector<DrawingPoint> places)
+    : m_places(std::move(places)), m_parent(m_places.size()), m_nextMember(m_places.size()) {
+    std::iota(m_parent.begin(), m_parent.end(), 0);
+    std::iota(m_nextMember.begin(), m_nextMember.end(), 0);
+    m_boxes.reserve(m_places.size());
+    for (DrawingPoint const p : m_places)
+        m_boxes.push_back(PointBox(p));
+}
+
+int PlaceClusters::Add(DrawingPoint p) {
+    int const place = Count();
+    m_places.push_back(p);
+    m_parent.push_back(place);
+    m_nextMember.push_back(place);
+    m_boxes.push_back(PointBox(p));
+    return place;
+}
+
+int PlaceClusters::Root(int place) const {
+    while (m_parent[At(place)] != place)
+        place = m_parent[At(place)] = m_parent[At(m_parent[At(place)])];
+    return place;
+}
+
+bool PlaceClusters::Fit(int a, DrawingPoint p, double distance) const {
+    switch (JudgeByBox(Around(m_boxes[At(Root(a))], PointBox(p)), distance)) {
+    case Verdict::kBelow:
+        return true;
+    case Verdict::kNotBelow:
+        return false;
+    case Verdict::kOpen:
+        break;
+    }
+    bool fits = true;
+    ForEachMember(a, [&](int member) { fits = fits && Distance(Position(member), p) < distance; });
+    return fits;
+}
+
+bool PlaceClusters::Fit(int a, int b, double distance) const {
+    switch (JudgeByBox(Around(m_boxes[At(Root(a))], m_boxes[At(Root(b))]), distance)) {
+    case Verdict::kBelow:
+        return true;
+    case Verdict::kNotBelow:
+        return false;
+    case Verdict::kOpen:
+        break;
+    }
+    bool fits = true;
+    ForEachMember(b, [&](int member) { fits = fits && Fit(a, Position(member), distance); });
+    return fits;
+}
+
+void PlaceClusters::Unite(int a, int b) {
+    int const root = std::min(Root(a), Root(b)), other = std::max(Root(a), Root(b));
+    if (root == other)
+        return;
+    m_parent[At(other)] = root;
+    m_boxes[At(root)] = Around(m_boxes[At(root)], m_boxes[At(other)]);
+    std::swap(m_nextMember[At(root)], m_nextMember[At(other)]);
+}
+
+} // namespace zvi::lib::drawing

@@ -1,0 +1,112 @@
+#pragma once
+
+#include "zvi/drawing/PlaceClustersDetail.h"
+#include "zvi/drawing/StretchDetail.h"
+
+#include <vector>
+
+namespace zvi::lib::drawing {
+
+/// An edge as it leaves one of its ends: 2e leaves the start of edge e along it, 2e + 1 leaves its end against it.
+struct HalfEdge {
+    int number = -1;
+
+    static HalfEdge Along(int edge) { return {2 * edge}; }
+    static HalfEdge Against(int edge) { return {2 * edge + 1}; }
+
+    int Edge() const { return number >> 1; }
+    bool IsReversed() const { return (number & 1) != 0; }
+    HalfEdge Twin() const { return {number ^ 1}; }
+    bool operator==(HalfEdge const &other) const = default;
+};
+
+/// What has become of an edge.
+enum class EdgeState {
+    kInMap,      ///< it takes part in the map
+    kSetAside,   ///< the same face lies on both its sides, so it bounds nothing
+    kContracted, ///< its ends are one place
+    kDuplicate   ///< another edge bounds what it bounded
+};
+
+/// A stretch between two places.
+struct MapEdge {
+    Stretch stretch;
+    int startPlace = 0;
+    int endPlace = 0;
+    EdgeState state = EdgeState::kInMap;
+};
+
+/// A planar map: edges between places, and the cyclic order in which they leave each place. Faces are what that order
+/// makes of them. Each operation keeps a planar map planar, whatever the coordinates are: it is a step on the order
+/// alone.
+class PlanarMap {
+public:
+    explicit PlanarMap(std::vector<DrawingPoint> places) : m_places(std::move(places)) {}
+
+    int AddEdge(MapEdge edge);
+    /// Lets the half-edges leave their place counter-clockwise in this order.
+    void SetOrder(std::vector<HalfEdge> const &leaving);
+
+    int EdgeCount() const { return static_cast<int>(m_edges.size()); }
+    MapEdge const &Edge(int edge) const { return m_edges[At(edge)]; }
+    MapEdge const &Edge(HalfEdge h) const { return m_edges[At(h.Edge())]; }
+    /// The geometry of an edge; the map itself does not look at it.
+    Stretch &StretchOf(int edge) { return m_edges[At(edge)].stretch; }
+    PlaceClusters const &Places() const { return m_places; }
+    /// The stretch that the face on the left of the half-edge has on its border, in the direction of the edge: that of
+    /// the edge itself, or of a dropped one that lay on this side of it.
+    Stretch const &Border(HalfEdge h) const {
+        int const border = m_borderOf[At(h.number)];
+        return border < 0 ? Edge(h).stretch : m_borders[At(border)];
+    }
+
+    bool IsInMap(int edge) const { return m_edges[At(edge)].state == EdgeState::kInMap; }
+    /// The cluster of places that the half-edge leaves.
+    int Origin(HalfEdge h) const {
+        MapEdge const &e = Edge(h);
+        return m_places.Root(h.IsReversed() ? e.endPlace : e.startPlace);
+    }
+    int Target(HalfEdge h) const { return Origin(h.Twin()); }
+    /// The next half-edge of the face on the left of `h`.
+    HalfEdge Next(HalfEdge h) const { return m_cw[At(h.Twin().number)]; }
+
+    /// Takes an edge out of the map.
+    void Remove(int edge, EdgeState why);
+    /// Takes a half-edge's edge out of the map as a duplicate of `kept`, with which it bounds a face of its own. The
+    /// face beyond it keeps its border.
+    void Drop(HalfEdge dropped, HalfEdge kept);
+    /// Lets every face have the edges themselves on its border.
+    void ForgetBorders();
+    /// Makes one place of the two ends of an edge, which must be different places.
+    void Contract(int edge);
+    /// Cuts an edge at the fraction `t` of its length by a new place there, and the borders beside it at theirs. The
+    /// edge keeps its first part; returns the edge of the second one.
+    int Split(int edge, double t);
+    /// The edge of the part behind `edge` when it was split, -1 when it was not or is the last part.
+    int NextPart(int edge) const { return m_nextPart[At(edge)]; }
+    /// Makes one place of the origins of two half-edges of one face, so that the face falls into two. They must be
+    /// different places.
+    void MergeAcrossFace(HalfEdge a, HalfEdge b);
+
+    /// Whether Euler's formula holds for each connected part.
+    bool IsPlanar() const;
+
+private:
+    void Link(HalfEdge h, HalfEdge ccw) {
+        m_ccw[At(h.number)] = ccw;
+        m_cw[At(ccw.number)] = h;
+    }
+    void Unlink(HalfEdge h);
+    void SetBorder(HalfEdge h, Stretch const &border);
+    HalfEdge Ccw(HalfEdge h) const { return m_ccw[At(h.number)]; }
+
+    PlaceClusters m_places;
+    std::vector<MapEdge> m_edges;
+    std::vector<int> m_nextPart;
+    std::vector<Stretch> m_borders;
+    std::vector<int> m_borderOf; ///< of each half-edge which border it has, -1 for that of the edge
+    std::vector<HalfEdge> m_ccw; ///< of each half-edge, the next one of its place counter-clockwise
+    std::vector<HalfEdge> m_cw;
+};
+
+} // namespace zvi::lib::drawing

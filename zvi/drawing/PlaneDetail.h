@@ -1,0 +1,64 @@
+#pragma once
+
+// Points of the plane as vectors, boxes, and what rounding means here.
+
+#include "zvi/drawing/DrawingRecords.h"
+
+#include <cmath>
+#include <cstddef>
+
+namespace zvi::lib::drawing {
+
+inline constexpr double kPi = 3.14159265358979323846;
+inline constexpr double kTwoPi = 2.0 * kPi;
+
+/// Rounding of a coordinate as a share of the largest coordinate: sixteen units in the last place.
+inline constexpr double kRounding = 0x1p-48;
+
+inline DrawingPoint operator+(DrawingPoint a, DrawingPoint b) {
+    return {a.x + b.x, a.y + b.y};
+}
+inline DrawingPoint operator-(DrawingPoint a, DrawingPoint b) {
+    return {a.x - b.x, a.y - b.y};
+}
+inline DrawingPoint operator*(DrawingPoint a, double s) {
+    return {a.x * s, a.y * s};
+}
+inline bool operator==(DrawingPoint a, DrawingPoint b) {
+    return a.x == b.x && a.y == b.y;
+}
+inline double Dot(DrawingPoint a, DrawingPoint b) {
+    return a.x * b.x + a.y * b.y;
+}
+inline double Cross(DrawingPoint a, DrawingPoint b) {
+    return a.x * b.y - a.y * b.x;
+}
+inline double Length(DrawingPoint a) {
+    return std::sqrt(Dot(a, a));
+}
+inline double Distance(DrawingPoint a, DrawingPoint b) {
+    return Length(a - b);
+}
+/// The vector turned by a quarter, counter-clockwise.
+inline DrawingPoint Left(DrawingPoint a) {
+    return {-a.y, a.x};
+}
+/// Whether `a` lies further left than `b`, or as far left and lower: the order that settles ties.
+inline bool ComesFirst(DrawingPoint a, DrawingPoint b) {
+    return a.x != b.x ? a.x < b.x : a.y < b.y;
+}
+
+/// The numbers of edges, places and faces are int, and -1 says none; this is one as an index.
+inline std::size_t At(int i) {
+    return static_cast<std::size_t>(i);
+}
+
+struct Box {
+    double minX = 0.0, minY = 0.0, maxX = 0.0, maxY = 0.0;
+};
+
+inline Box Grown(Box box, double by) {
+    return {box.minX - by, box.minY - by, box.maxX + by, box.maxY + by};
+}
+
+} // namespace zvi::lib::drawing

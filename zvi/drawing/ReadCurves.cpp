@@ -1,0 +1,111 @@
+#include "zvi/drawing/ReadCurvesDetail.h"
+
+#include <algorithm>
+
+namespace zvi::lib::drawing {
+
+namespace {
+
+/// Coordinates beyond this size cannot be squared, and radii below its inverse vanish when they are.
+constexpr double kLargestSize = 1e150;
+
+/// An arc's ends may miss its circle by this share of the radius, or by the join tolerance.
+constexpr double kOffCircle = 1e-6;
+
+bool IsUsable(double v) {
+    return std::fabs(v) <= kLargestSize;
+}
+bool IsUsable(DrawingPoint p) {
+    return IsUsable(p.x) && IsUsable(p.y);
+}
+
+bool EndsLieOnCircle(DrawingCurve const &c, double tolerance) {
+    double const allowed = std::max(tolerance, c.radius * kOffCircle);
+    return std::fabs(Distance(c.start, c.center) - c.radius) <= allowed &&
+           std::fabs(Distance(c.end, c.center) - c.radius) <= allowed;
+}
+
+bool IsSupported(DrawingCurve const &c, double tolerance) {
+    if (c.type == DrawingCurveType::kLine)
+        return IsUsable(c.start) && IsUsable(c.end);
+    if (!IsUsable(c.center) || !IsUsable(c.radius) || c.radius < 1.0 / kLargestSize)
+        return false;
+    return c.type == DrawingCurveType::kCircle ||
+           (IsUsable(c.start) && IsUsable(c.end) && EndsLieOnCircle(c, tolerance));
+}
+
+/// The curve as it is written.
+Stretch StretchOf(DrawingCurve const &c, int index) {
+    Stretch s;
+    s.curve = index;
+    s.start = c.start;
+    s.end = c.end;
+    if (c.type == DrawingCurveType::kLine)
+        return s;
+    s.isArc = true;
+    s.center = c.center;
+    s.radius = c.radius;
+    if (c.type == DrawingCurveType::kCircle) {
+        s.start = s.end = {c.center.x + c.radius, c.center.y};
+        s.sweep = kTwoPi;
+        return s;
+    }
+    s.sweep = c.clockwise ? -1.0 : 1.0;
+    s.sweep *= c.start == c.end ? 0.0 : TurnTo(s, c.end);
+    return s;
+}
+
+/// A curve that bounds nothing, as written, whole.
+DrawingPiece PieceAsWritten(DrawingCurve const &c) {
+    DrawingPiece piece;
+    piece.curve = c.id;
+    piece.type = c.type;
+    piece.start = c.start;
+    piece.end = c.end;
+    piece.center = c.center;
+    piece.radius = c.radius;
+    piece.clockwise = c.clockwise;
+    return piece;
+}
+
+double LargestCoordinate(std::vector<Stretch> const &stretches) {
+    double largest = 0.0;
+    for (Stretch const &s : stretches) {
+        Box const box = BoxOf(s);
+        largest =
+            std::max({largest, std::fabs(box.minX), std::fabs(box.minY), std::fabs(box.maxX), std::fabs(box.maxY)});
+    }
+    return largest;
+}
+
+void MeetWrittenEnds(Stretch &s, double rounding) {
+    if (!s.isArc || s.IsFullTurn())
+        return;
+    FitToEnds(s, s.start, s.end, rounding + s.radius * kRounding);
+    if (s.isArc && std::fabs(SagittaOf(s)) <= rounding && std::fabs(s.sweep) < kPi)
+        s.isArc = false;
+}
+
+} // namespace
+
+UsableCurves ReadCurves(std::vector<DrawingCurve> const &curves, double joinTolerance) {
+    UsableCurves usable;
+    usable.tolerance = joinTolerance > 0.0 ? joinTolerance : 0.0;
+    usable.stretches.reserve(curves.size());
+    for (std::size_t i = 0; i < curves.size(); ++i) {
+        DrawingCurve const &c = curves[i];
+        if (!IsSupported(c, usable.tolerance))
+            usable.leftovers.push_back({PieceAsWritten(c), LeftoverReason::kUnsupported});
+        else if (c.type != DrawingCurveType::kCircle && c.start == c.end)
+            usable.leftovers.push_back({PieceAsWritten(c), LeftoverReason::kZeroLength});
+        else
+            usable.stretches.push_back(StretchOf(c, static_cast<int>(i)));
+    }
+    usable.rounding = LargestCoordinate(usable.stretches) * kRounding;
+    for (Stretch &s : usable.stretches)
+        MeetWrittenEnds(s, usable.rounding);
+    usable.landmarks = LandmarksOf(usable.stretches);
+    return usable;
+}
+
+} // namespace zvi::lib::drawing

@@ -1,0 +1,304 @@
+#include "zvi/drawing/ReportDetail.h"
+
+#include "zvi/drawing/FitEdgesDetail.h"
+#include "zvi/drawing/KeptDuplicatesDetail.h"
+
+#include <algorithm>
+
+namespace zvi::lib::drawing {
+
+namespace {
+
+bool IsLeft(MapEdge const &e) {
+    return e.state == EdgeState::kInMap || e.state == EdgeState::kSetAside;
+}
+
+/// An edge, or a duplicate of it, as a loop runs through it.
+struct Step {
+    Stretch const *stretch = nullptr;
+    bool isReversed = false;
+
+    DrawingPoint Begin() const { return isReversed ? stretch->end : stretch->start; }
+};
+
+/// Makes pieces of loops, and remembers which duplicates they took.
+class PieceMaker {
+public:
+    PieceMaker(DividedDrawing const &drawing, std::vector<DrawingCurve> const &curves,
+               std::vector<KeptDuplicate> const &duplicates)
+        : m_map(drawing.map), m_curves(curves), m_snap(drawing.snap), m_duplicates(duplicates),
+          m_isTaken(At(drawing.map.EdgeCount()), false), m_isDuplicateTaken(duplicates.size(), false),
+          m_duplicatesOf(duplicates.empty() ? 0 : At(drawing.map.EdgeCount())) {
+        for (std::size_t d = duplicates.size(); d-- > 0;)
+            m_duplicatesOf[At(duplicates[d].original)].push_back(static_cast<int>(d));
+    }
+
+    bool IsDuplicateTaken(std::size_t duplicate) const { return m_isDuplicateTaken[duplicate]; }
+
+    /// The loop with neighbouring stretches of one curve put together. Adds its area and length to those of `domain`.
+    std::vector<DrawingPiece> PiecesOf(Loop const &loop, DrawingDomain &domain) {
+        std::vector<Step> steps;
+        for (HalfEdge const h : loop.halves)
+            steps.push_back(Take(h));
+        DrawingPoint const origin = steps.front().Begin();
+        double area = 0.0;
+        for (Step const &step : steps) {
+            double const share = AreaShare(*step.stretch, origin);
+            area += step.isReversed ? -share : share;
+            domain.perimeter += LengthOf(*step.stretch);
+        }
+        domain.area += area;
+        StartAtBreak(steps);
+        std::vector<DrawingPiece> pieces;
+        for (std::size_t i = 0; i < steps.size(); ++i) {
+            DrawingPiece const piece = PieceOf(*steps[i].stretch, m_curves, steps[i].isReversed);
+            if (i > 0 && Continues(steps[i - 1], steps[i]))
+                Extend(pieces.back(), piece);
+            else
+                pieces.push_back(piece);
+        }
+        if (pieces.size() == 1 && steps[0].stretch->isArc)
+            pieces[0].type = DrawingCurveType::kCircle;
+        return pieces;
+    }
+
+private:
+    /// The edge of the half-edge for the loop that asks first, and for the one on its other side the next of its
+    /// duplicates.
+    Step Take(HalfEdge h) {
+        std::size_t const e = At(h.Edge());
+        if (!m_isTaken[e] || m_duplicatesOf.empty() || m_duplicatesOf[e].empty()) {
+            m_isTaken[e] = true;
+            return {&m_map.Edge(h).stretch, h.IsReversed()};
+        }
+        std::size_t const d = At(m_duplicatesOf[e].back());
+        m_duplicatesOf[e].pop_back();
+        m_isDuplicateTaken[d] = true;
+        return {&m_duplicates[d].stretch, h.IsReversed() != m_duplicates[d].isReversed};
+    }
+
+    /// Turns the loop so that it does not begin inside a piece, but at the first of the places between pieces.
+    void StartAtBreak(std::vector<Step> &steps) const {
+        std::size_t first = steps.size();
+        for (std::size_t i = 0; i < steps.size(); ++i)
+            if (!Continues(steps[(i + steps.size() - 1) % steps.size()], steps[i]) &&
+                (first == steps.size() || ComesFirst(steps[i].Begin(), steps[first].Begin())))
+                first = i;
+        if (first < steps.size())
+            std::rotate(steps.begin(), steps.begin() + static_cast<std::ptrdiff_t>(first), steps.end());
+    }
+
+    /// Whether `next` goes on along the curve of `s` as one line or one arc.
+    bool Continues(Step s, Step next) const {
+        Stretch const &a = *s.stretch, &b = *next.stretch;
+        if (&a == &b || a.curve != b.curve || s.isReversed != next.isReversed || a.isArc != b.isArc)
+            return false;
+        if (s.isReversed ? a.from != b.to : a.to != b.from)
+            return false;
+        if (a.isArc)
+            return a.center == b.center && a.radius == b.radius;
+        DrawingPoint const u = a.end - a.start, v = b.end - b.start;
+        return std::fabs(Cross(u, v)) <= m_snap * std::max(Length(u), Length(v)) && Dot(u, v) > 0.0;
+    }
+
+    static void Extend(DrawingPiece &piece, DrawingPiece const &more) {
+        piece.end = more.end;
+        piece.from = std::min(piece.from, more.from);
+        piece.to = std::max(piece.to, more.to);
+    }
+
+    PlanarMap const &m_map;
+    std::vector<DrawingCurve> const &m_curves;
+    double m_snap;
+    std::vector<KeptDuplicate> const &m_duplicates;
+    std::vector<bool> m_isTaken; ///< of each edge, whether a loop runs through it already
+    std::vector<bool> m_isDuplicateTaken;
+    std::vector<std::vector<int>> m_duplicatesOf; ///< of each edge those not taken yet, the first one last
+};
+
+/// Marks the edges that hang on one end, or on a chain that does, of those that are left.
+std::vector<bool> FindDangles(PlanarMap const &map) {
+    std::vector<std::vector<int>> edgesAt(At(map.Places().Count()));
+    std::vector<int> degree(edgesAt.size(), 0);
+    for (int e = 0; e < map.EdgeCount(); ++e) {
+        if (!IsLeft(map.Edge(e)))
+            continue;
+        for (HalfEdge const h : {HalfEdge::Along(e), HalfEdge::Against(e)}) {
+            ++degree[At(map.Origin(h))];
+            if (map.Edge(e).state == EdgeState::kSetAside)
+                edgesAt[At(map.Origin(h))].push_back(e);
+        }
+    }
+    std::vector<int> pending;
+    for (std::size_t p = 0; p < degree.size(); ++p)
+        if (degree[p] == 1)
+            pending.push_back(static_cast<int>(p));
+    std::vector<bool> isDangle(At(map.EdgeCount()), false);
+    while (!pending.empty()) {
+        int const place = pending.back();
+        pending.pop_back();
+        for (int const e : edgesAt[At(place)]) {
+            if (isDangle[At(e)])
+                continue;
+            isDangle[At(e)] = true;
+            HalfEdge const h = HalfEdge::Along(e);
+            int const far = map.Origin(h) == place ? map.Target(h) : map.Origin(h);
+            if (--degree[At(far)] == 1)
+                pending.push_back(far);
+        }
+    }
+    return isDangle;
+}
+
+/// Puts neighbouring stretches of one curve, in their order, together.
+std::vector<Stretch> Merged(std::vector<Stretch> stretches) {
+    std::sort(stretches.begin(), stretches.end(), [](Stretch const &a, Stretch const &b) {
+        return a.curve != b.curve ? a.curve < b.curve : a.from < b.from;
+    });
+    std::vector<Stretch> merged;
+    for (Stretch const &s : stretches) {
+        if (!merged.empty() && merged.back().curve == s.curve && merged.back().to == s.from) {
+            merged.back().to = s.to;
+            merged.back().end = s.end;
+            merged.back().sweep += s.sweep;
+        } else {
+            merged.push_back(s);
+        }
+    }
+    return merged;
+}
+
+/// Ends that stand elsewhere than they are written, but for curves that became one place.
+int CountJoined(DividedDrawing const &drawing, std::vector<DrawingCurve> const &curves) {
+    PlanarMap const &map = drawing.map;
+    std::vector<int> const edges = EdgesAlongCurves(map);
+    auto const standsAt = [&](HalfEdge h) { return drawing.positions[At(map.Origin(h))]; };
+    int joined = 0;
+    for (std::size_t i = 0, j = 0; i < edges.size(); i = j) {
+        int const curve = map.Edge(edges[i]).stretch.curve;
+        bool isLeft = false;
+        for (j = i; j < edges.size() && map.Edge(edges[j]).stretch.curve == curve; ++j)
+            isLeft = isLeft || map.Edge(edges[j]).state != EdgeState::kContracted;
+        DrawingCurve const &c = curves[At(curve)];
+        if (!isLeft || c.type == DrawingCurveType::kCircle)
+            continue;
+        joined += standsAt(HalfEdge::Along(edges[i])) == c.start ? 0 : 1;
+        joined += standsAt(HalfEdge::Against(edges[j - 1])) == c.end ? 0 : 1;
+    }
+    return joined;
+}
+
+/// Places between two stretches of one curve at which another edge ends as well.
+int CountCuts(PlanarMap const &map) {
+    std::vector<int> endCounts(At(map.Places().Count()), 0);
+    for (int e = 0; e < map.EdgeCount(); ++e)
+        if (map.Edge(e).state != EdgeState::kContracted)
+            for (HalfEdge const h : {HalfEdge::Along(e), HalfEdge::Against(e)})
+                ++endCounts[At(map.Origin(h))];
+    int cuts = 0, last = -1;
+    for (int const e : EdgesAlongCurves(map)) {
+        if (map.Edge(e).state == EdgeState::kContracted)
+            continue;
+        if (last >= 0 && map.Edge(last).stretch.curve == map.Edge(e).stretch.curve &&
+            endCounts[At(map.Origin(HalfEdge::Along(e)))] > 2)
+            ++cuts;
+        last = e;
+    }
+    return cuts;
+}
+
+class Reporter {
+public:
+    Reporter(DividedDrawing const &drawing, std::vector<DrawingCurve> const &curves)
+        : m_drawing(drawing), m_curves(curves) {}
+
+    /// What was sorted out before there was a map, and the counts that do not depend on what the map bounds.
+    void Begin(std::vector<DrawingLeftover> &leftovers, DrawingCounts &counts) const {
+        leftovers = m_drawing.curves.leftovers;
+        for (Stretch const &s : m_drawing.vanished) {
+            DrawingPiece piece = PieceOf(s, m_curves, false);
+            piece.type = m_curves[At(s.curve)].type;
+            leftovers.push_back({piece, LeftoverReason::kZeroLength});
+        }
+        counts.joined = CountJoined(m_drawing, m_curves);
+        counts.cut = CountCuts(m_drawing.map);
+    }
+
+    void AddSetAside(std::vector<DrawingLeftover> &leftovers) const {
+        std::vector<bool> const isDangle = FindDangles(m_drawing.map);
+        for (int const e : EdgesAlongCurves(m_drawing.map))
+            if (m_drawing.map.Edge(e).state == EdgeState::kSetAside)
+                leftovers.push_back({PieceOf(m_drawing.map.Edge(e).stretch, m_curves, false),
+                                     isDangle[At(e)] ? LeftoverReason::kDangle : LeftoverReason::kBridge});
+    }
+
+    void AddDuplicates(std::vector<Stretch> stretches, std::vector<DrawingLeftover> &leftovers,
+                       DrawingCounts &counts) const {
+        for (Stretch const &s : Merged(std::move(stretches))) {
+            ++counts.duplicates;
+            leftovers.push_back({PieceOf(s, m_curves, false), LeftoverReason::kDuplicate});
+        }
+    }
+
+    std::vector<Stretch> Dropped() const {
+        std::vector<Stretch> stretches;
+        for (DroppedEdge const &d : m_drawing.dropped)
+            stretches.push_back(m_drawing.map.Edge(d.edge).stretch);
+        return stretches;
+    }
+
+private:
+    DividedDrawing const &m_drawing;
+    std::vector<DrawingCurve> const &m_curves;
+};
+
+} // namespace
+
+DrawingResult ReportDomains(DividedDrawing const &drawing, std::vector<Face> const &faces,
+                            std::vector<DrawingCurve> const &curves, bool keepDuplicates) {
+    DrawingResult result;
+    Reporter const reporter(drawing, curves);
+    reporter.Begin(result.leftovers, result.counts);
+    reporter.AddSetAside(result.leftovers);
+    std::vector<int> notKept;
+    std::vector<KeptDuplicate> duplicates;
+    if (keepDuplicates)
+        duplicates = KeptDuplicates(drawing, notKept);
+    PieceMaker pieces(drawing, curves, duplicates);
+    result.domains.reserve(faces.size());
+    for (Face const &face : faces) {
+        DrawingDomain domain;
+        domain.outer = pieces.PiecesOf(face.outer, domain);
+        for (Loop const &hole : face.holes)
+            domain.holes.push_back(pieces.PiecesOf(hole, domain));
+        result.domains.push_back(std::move(domain));
+    }
+    std::vector<Stretch> dropped;
+    if (keepDuplicates) {
+        for (int const e : notKept)
+            dropped.push_back(drawing.map.Edge(e).stretch);
+        for (std::size_t d = 0; d < duplicates.size(); ++d)
+            if (!pieces.IsDuplicateTaken(d))
+                dropped.push_back(duplicates[d].stretch);
+    } else {
+        dropped = reporter.Dropped();
+    }
+    reporter.AddDuplicates(std::move(dropped), result.leftovers, result.counts);
+    return result;
+}
+
+DrawingPieces ReportPieces(DividedDrawing const &drawing, std::vector<DrawingCurve> const &curves,
+                           bool keepDuplicates) {
+    DrawingPieces result;
+    Reporter const reporter(drawing, curves);
+    reporter.Begin(result.leftovers, result.counts);
+    for (int const e : EdgesAlongCurves(drawing.map))
+        if (MapEdge const &edge = drawing.map.Edge(e);
+            IsLeft(edge) || (keepDuplicates && edge.state == EdgeState::kDuplicate))
+            result.pieces.push_back(PieceOf(edge.stretch, curves, false));
+    if (!keepDuplicates)
+        reporter.AddDuplicates(reporter.Dropped(), result.leftovers, result.counts);
+    return result;
+}
+
+} // namespace zvi::lib::drawing

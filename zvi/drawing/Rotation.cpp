@@ -1,0 +1,151 @@
+#include "zvi/drawing/RotationDetail.h"
+
+#include <algorithm>
+
+namespace zvi::lib::drawing {
+
+namespace {
+
+/// Half-edges whose sideways distance is below this many snap distances, where the nearest of their place ends, are
+/// compared with one another by pairs.
+constexpr double kNearby = 4.0;
+
+/// The angle that differs from `angle` by whole turns and lies nearest to 0.
+double Wrapped(double angle) {
+    return angle - kTwoPi * std::round(angle / kTwoPi);
+}
+
+/// How a half-edge leaves its place.
+struct Spoke {
+    HalfEdge half;
+    int origin = 0;
+    int target = 0;
+    double chordAngle = 0.0; ///< towards where it ends; of a full turn, its tangent
+    double halfSweep = 0.0;  ///< half the angle that it turns through
+    double radius = 0.0;     ///< 0 for a line
+    double reach = 0.0;      ///< distance from the place up to which it only leads away, at most to its end
+
+    double Tangent() const { return IsLoop() ? chordAngle : chordAngle - halfSweep; }
+    bool IsLoop() const { return origin == target; }
+
+    /// Direction of the point at which it is `distance` away from the place; at most `reach`.
+    double AngleAt(double distance) const {
+        if (radius == 0.0 || (distance == reach && std::fabs(halfSweep) <= 0.5 * kPi))
+            return chordAngle;
+        return Tangent() + std::copysign(std::asin(std::min(1.0, 0.5 * distance / radius)), halfSweep);
+    }
+};
+
+Spoke SpokeOf(PlanarMap const &map, HalfEdge h) {
+    MapEdge const &e = map.Edge(h);
+    Spoke spoke{h, h.IsReversed() ? e.endPlace : e.startPlace, h.IsReversed() ? e.startPlace : e.endPlace};
+    DrawingPoint const from = map.Places().Position(spoke.origin), to = map.Places().Position(spoke.target);
+    DrawingPoint chord = to - from;
+    spoke.reach = Length(chord);
+    if (e.stretch.isArc) {
+        spoke.radius = e.stretch.radius;
+        spoke.halfSweep = h.IsReversed() ? -0.5 * e.stretch.sweep : 0.5 * e.stretch.sweep;
+        if (spoke.IsLoop())
+            chord = Left(from - e.stretch.center) * std::copysign(1.0, spoke.halfSweep);
+        if (std::fabs(spoke.halfSweep) > 0.5 * kPi)
+            spoke.reach = spoke.radius;
+    }
+    spoke.chordAngle = std::atan2(chord.y, chord.x);
+    return spoke;
+}
+
+/// Whether `a` comes before `b`, counter-clockwise, where both leave in nearly the same direction.
+bool IsBefore(Spoke const &a, Spoke const &b) {
+    // Between the same two places: by how they bulge, and equal ones by their numbers, the other way at the other end.
+    if (a.target == b.target && !a.IsLoop() && a.halfSweep != b.halfSweep)
+        return a.halfSweep > b.halfSweep;
+    double const distance = std::min(a.reach, b.reach);
+    double const angle = Wrapped(b.AngleAt(distance) - a.AngleAt(distance));
+    if (a.target != b.target || (a.IsLoop() && angle != 0.0))
+        return angle > 0.0;
+    bool const isFarEnd = a.IsLoop() ? a.half.IsReversed() : a.origin > a.target;
+    return (a.half.Edge() < b.half.Edge()) != isFarEnd;
+}
+
+/// Orders the spokes of one place.
+class SpokeOrder {
+public:
+    explicit SpokeOrder(double snap) : m_snap(snap) {}
+
+    void Sort(std::vector<Spoke> &spokes) {
+        double distance = HUGE_VAL;
+        for (Spoke const &spoke : spokes)
+            distance = std::min(distance, spoke.reach);
+        m_keyed.clear();
+        for (Spoke const &spoke : spokes)
+            m_keyed.push_back({Wrapped(spoke.AngleAt(distance)), spoke});
+        std::sort(m_keyed.begin(), m_keyed.end(), [](Keyed const &a, Keyed const &b) { return a.angle < b.angle; });
+        if (distance > 0.0)
+            SortRuns(kNearby * m_snap / distance);
+        for (std::size_t i = 0; i < spokes.size(); ++i)
+            spokes[i] = m_keyed[i].spoke;
+    }
+
+private:
+    struct Keyed {
+        double angle;
+        Spoke spoke;
+    };
+
+    /// Sorts each run of spokes whose angles follow one another nearer than `near`, from the widest gap on.
+    void SortRuns(double near) {
+        std::size_t const count = m_keyed.size();
+        std::size_t widest = 0;
+        double width = m_keyed[0].angle + kTwoPi - m_keyed[count - 1].angle;
+        for (std::size_t i = 1; i < count; ++i)
+            if (double const gap = m_keyed[i].angle - m_keyed[i - 1].angle; gap > width) {
+                width = gap;
+                widest = i;
+            }
+        auto const begin = m_keyed.begin();
+        std::rotate(begin, begin + static_cast<std::ptrdiff_t>(widest), m_keyed.end());
+        for (std::size_t i = 0, j = 0; i < count; i = j) {
+            for (j = i + 1; j < count && Wrapped(m_keyed[j].angle - m_keyed[j - 1].angle) < near; ++j)
+                for (std::size_t k = j; k > i && IsBefore(m_keyed[k].spoke, m_keyed[k - 1].spoke); --k)
+                    std::swap(m_keyed[k], m_keyed[k - 1]);
+        }
+    }
+
+    double m_snap;
+    std::vector<Keyed> m_keyed;
+};
+
+} // namespace
+
+void OrderRoundPlaces(PlanarMap &map, double snap) {
+    std::vector<int> begins(At(map.Places().Count()) + 1, 0);
+    for (int e = 0; e < map.EdgeCount(); ++e) {
+        ++begins[At(map.Edge(e).startPlace) + 1];
+        ++begins[At(map.Edge(e).endPlace) + 1];
+    }
+    for (std::size_t p = 0; p + 1 < begins.size(); ++p)
+        begins[p + 1] += begins[p];
+    std::vector<HalfEdge> halves(At(begins.back()));
+    std::vector<int> next(begins.begin(), begins.end() - 1);
+    for (int e = 0; e < map.EdgeCount(); ++e) {
+        halves[At(next[At(map.Edge(e).startPlace)]++)] = HalfEdge::Along(e);
+        halves[At(next[At(map.Edge(e).endPlace)]++)] = HalfEdge::Against(e);
+    }
+    SpokeOrder order(snap);
+    std::vector<Spoke> spokes;
+    std::vector<HalfEdge> leaving;
+    for (std::size_t p = 0; p + 1 < begins.size(); ++p) {
+        leaving.assign(halves.begin() + begins[p], halves.begin() + begins[p + 1]);
+        if (leaving.size() > 2) {
+            spokes.clear();
+            for (HalfEdge const h : leaving)
+                spokes.push_back(SpokeOf(map, h));
+            order.Sort(spokes);
+            for (std::size_t i = 0; i < leaving.size(); ++i)
+                leaving[i] = spokes[i].half;
+        }
+        map.SetOrder(leaving);
+    }
+}
+
+} // namespace zvi::lib::drawing

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "zvi/drawing/StretchDetail.h"
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+namespace zvi::lib::drawing {
+
+/// Two points that move with a drawing: how it is turned, mirrored or ordered does not change where they lie in it.
+struct Landmarks {
+    std::array<DrawingPoint, 2> points;
+
+    /// Tells places apart by how far they are from both.
+    double Rank(DrawingPoint p) const {
+        constexpr double kGoldenRatio = 0.6180339887498949; // no likely ratio of two distances in a drawing
+        return Distance(p, points[0]) + kGoldenRatio * Distance(p, points[1]);
+    }
+};
+
+/// The middle of the curves, and their middle by length.
+Landmarks LandmarksOf(std::vector<Stretch> const &stretches);
+
+/// Something of some length at some place, in the order in which short things are dealt with.
+struct Measured {
+    int kind = 0; ///< the lower ones come first
+    double length = 0.0;
+    double rank = 0.0; ///< by the landmarks
+    DrawingPoint place;
+    int number = 0; ///< the caller's
+};
+
+/// Sorts by kind and length. Lengths that follow one another by less than `same` are equal, and such ties are settled
+/// by where the things lie in the drawing, so that turning it or ordering its curves anew does not change them.
+void SortShortestFirst(std::vector<Measured> &things, double same);
+
+} // namespace zvi::lib::drawing

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "zvi/drawing/PlanarMapDetail.h"
+#include "zvi/drawing/ShortestFirstDetail.h"
+
+#include <vector>
+
+namespace zvi::lib::drawing {
+
+/// An edge that was dropped, and what bounds what it bounded: the edge `original` and its later parts up to, and
+/// without, the edge `stop`. Both are -1 when an empty face was dropped with the edge.
+struct DroppedEdge {
+    int edge = 0;
+    int original = -1;
+    int stop = -1;
+};
+
+/// Collapses the faces that are thinner than `tolerance`: their two sides come to lie on one another, place by place,
+/// and of each two edges that then join the same places the one of the later curve is a duplicate. Edges that hang
+/// loose or join two parts are set aside. Appends what was dropped, in that order.
+void CollapseThinFaces(PlanarMap &map, double tolerance, double snap, Landmarks const &landmarks,
+                       std::vector<DroppedEdge> &dropped);
+
+/// Drops an edge of each face whose area is not above `thinnest` times half its border, again and again, so that what
+/// is left encloses something.
+void DropEmptyFaces(PlanarMap &map, double thinnest, std::vector<DroppedEdge> &dropped);
+
+} // namespace zvi::lib::drawing
