@@ -62,10 +62,10 @@ void PlanarMap::Contract(int edge) {
         m_places.Unite(start, end);
 }
 
-int PlanarMap::Split(int edge, double t) {
+int PlanarMap::Split(int edge, double t, DrawingPoint p) {
     MapEdge second = m_edges[At(edge)];
     Stretch const whole = second.stretch;
-    int const middle = m_places.Add(PointAt(whole, t));
+    int const middle = m_places.Add(p);
     second.stretch = PartOf(whole, t, 1.0);
     second.startPlace = middle;
     MapEdge &first = m_edges[At(edge)];

@@ -79,9 +79,11 @@ public:
     void ForgetBorders();
     /// Makes one place of the two ends of an edge, which must be different places.
     void Contract(int edge);
-    /// Cuts an edge at the fraction `t` of its length by a new place there, and the borders beside it at theirs. The
+    /// Cuts an edge at the fraction `t` of its length by a new place at `p`, and the borders beside it at theirs. The
     /// edge keeps its first part; returns the edge of the second one.
-    int Split(int edge, double t);
+    int Split(int edge, double t, DrawingPoint p);
+    /// The same with the place on the edge.
+    int Split(int edge, double t) { return Split(edge, t, PointAt(Edge(edge).stretch, t)); }
     /// The edge of the part behind `edge` when it was split, -1 when it was not or is the last part.
     int NextPart(int edge) const { return m_nextPart[At(edge)]; }
     /// Makes one place of the origins of two half-edges of one face, so that the face falls into two. They must be

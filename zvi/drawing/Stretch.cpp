@@ -89,8 +89,10 @@ double TurnTo(Stretch const &arc, DrawingPoint p) {
 }
 
 double FractionAt(Stretch const &s, DrawingPoint p) {
-    if (s.isArc)
-        return TurnTo(s, p) / std::fabs(s.sweep);
+    if (s.isArc) {
+        double const sweep = std::fabs(s.sweep), turn = TurnTo(s, p);
+        return (turn > 0.5 * (sweep + kTwoPi) ? turn - kTwoPi : turn) / sweep;
+    }
     DrawingPoint const chord = s.end - s.start;
     return Dot(p - s.start, chord) / Dot(chord, chord);
 }

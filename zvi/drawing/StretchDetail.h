@@ -49,7 +49,7 @@ double OutOfCircle(Stretch const &arc, DrawingPoint p);
 /// Angle of `p` about the centre of an arc, measured from its start in its direction, 0 to below a full turn.
 double TurnTo(Stretch const &arc, DrawingPoint p);
 
-/// Fraction of the length at which the stretch is nearest to `p`, which lies on it but for rounding.
+/// Fraction of the length at which the carrier of the stretch, gone on beyond the nearer end, is nearest to `p`.
 double FractionAt(Stretch const &s, DrawingPoint p);
 
 /// Point of the stretch at the fraction `t` of its length.

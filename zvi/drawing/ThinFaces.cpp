@@ -4,20 +4,26 @@
 #include "zvi/drawing/FaceWalkDetail.h"
 
 #include <algorithm>
+#include <queue>
+#include <utility>
 
 namespace zvi::lib::drawing {
 
 namespace {
 
-/// An edge is cut at this fraction from its end where the point to cut it at falls beyond.
-constexpr double kNearEnd = 1e-6;
+/// An edge is cut this fraction from its end where the point to cut it at falls beyond.
+constexpr double kNearEnd = 0x1p-40;
 
 /// What is left of an edge of a thin face while its sides are laid on one another.
 struct Side {
     HalfEdge half;
     double low = 0.0; ///< the part that is left, in fractions of the edge along the edge
     double high = 1.0;
-    Stretch part;
+    Stretch part; ///< of the border in the face
+    Stretch back; ///< of the border in the face behind it
+    std::size_t previous = 0;
+    std::size_t next = 0;
+    unsigned changes = 0; ///< how often its part or its neighbours have changed
 
     DrawingPoint Begin() const { return half.IsReversed() ? part.end : part.start; }
     DrawingPoint End() const { return half.IsReversed() ? part.start : part.end; }
@@ -25,47 +31,64 @@ struct Side {
 
 /// One step: the far end of a short side comes to lie on the long side beside it.
 struct Fold {
-    std::size_t shortSide = 0; ///< as numbered at first
+    std::size_t shortSide = 0; ///< as numbered along the walk
     std::size_t longSide = 0;
-    DrawingPoint point; ///< where on the border of the long one
+    Foot foot; ///< on what was left of the border of the long one
 };
 
-/// Plans how the sides of one face are laid on one another, from its tips on, without touching the map.
+/// A fold that could be made at the tip behind a side, as long as neither that side nor the next one has changed.
+struct TipFold {
+    Fold fold;
+    std::size_t side = 0;
+    unsigned changes = 0;
+    unsigned nextChanges = 0;
+
+    /// The least far fold is on top of a heap.
+    bool operator<(TipFold const &other) const {
+        return fold.foot.distance != other.fold.foot.distance ? fold.foot.distance > other.fold.foot.distance
+                                                              : side > other.side;
+    }
+};
+
+/// Plans how the sides of one face are laid on one another, from its tips on and nearest first, without touching the
+/// map.
 class FoldPlan {
 public:
     FoldPlan(PlanarMap const &map, std::vector<HalfEdge> const &walk, double tolerance)
-        : m_map(map), m_tolerance(tolerance) {
+        : m_map(map), m_tolerance(tolerance), m_left(walk.size()) {
         for (HalfEdge const h : walk) {
-            m_sides.push_back({h, 0.0, 1.0, map.Border(h)});
-            m_rest.push_back(m_rest.size());
+            std::size_t const i = m_sides.size();
+            m_sides.push_back(
+                {h, 0.0, 1.0, map.Border(h), map.Border(h.Twin()), (i + m_left - 1) % m_left, (i + 1) % m_left});
         }
     }
 
     /// Whether the whole face can be folded, that is, whether it is thinner than the tolerance.
     bool Make() {
-        std::size_t tip = 0;
-        while (m_rest.size() > 2) {
-            std::size_t tried = 0;
-            while (tried < m_rest.size() && !FoldAt(tip)) {
-                tip = (tip + 1) % m_rest.size();
-                ++tried;
-            }
-            if (tried == m_rest.size())
+        if (m_left > 2)
+            for (std::size_t i = 0; i < m_sides.size(); ++i)
+                LookAtTip(i);
+        while (m_left > 2) {
+            if (m_tips.empty())
                 return false;
-            tip = tip < m_rest.size() ? tip : 0;
+            TipFold const tip = m_tips.top();
+            m_tips.pop();
+            if (tip.changes == m_sides[tip.side].changes && tip.nextChanges == m_sides[m_sides[tip.side].next].changes)
+                Make(tip.fold);
         }
-        return m_rest.size() == 2 ? AreNear(Left(0), Left(1)) : IsSmall(Left(0));
+        Side const &last = m_sides[m_any];
+        return m_left == 2 ? AreNear(last, m_sides[last.next]) : IsSmall(last);
     }
 
     std::vector<Fold> const &Folds() const { return m_folds; }
-    /// The sides that are left at the end, one or two.
-    std::vector<std::size_t> const &Rest() const { return m_rest; }
+    /// The two sides that are left at the end, or twice the only one.
+    std::pair<std::size_t, std::size_t> Rest() const { return {m_any, m_sides[m_any].next}; }
 
 private:
-    Side &Left(std::size_t i) { return m_sides[m_rest[i]]; }
-
+    /// Whether two sides stay near one another, and so does what has been laid on them from behind.
     bool AreNear(Side const &a, Side const &b) const {
-        return DeviationOf(a.part, b.part) < m_tolerance && DeviationOf(b.part, a.part) < m_tolerance;
+        return DeviationOf(a.part, b.part) < m_tolerance && DeviationOf(b.part, a.part) < m_tolerance &&
+               DeviationOf(a.back, b.back) < m_tolerance && DeviationOf(b.back, a.back) < m_tolerance;
     }
 
     bool IsSmall(Side const &side) const {
@@ -74,25 +97,34 @@ private:
         return extent < m_tolerance;
     }
 
-    /// Folds at the tip between the side `i` and the next one, when they stay near one another that far.
-    bool FoldAt(std::size_t i) {
-        std::size_t const j = (i + 1) % m_rest.size();
-        Side const &a = Left(i), &b = Left(j);
+    /// Notes the fold at the tip between the side `i` and the next one, when they stay near one another that far.
+    void LookAtTip(std::size_t i) {
+        std::size_t const j = m_sides[i].next;
+        Side const &a = m_sides[i], &b = m_sides[j];
         bool const isFirstShort = LengthOf(a.part) <= LengthOf(b.part);
-        std::size_t const shorter = isFirstShort ? i : j, longer = isFirstShort ? j : i;
-        Side const &shortSide = Left(shorter);
-        Side &longSide = Left(longer);
+        Side const &shortSide = isFirstShort ? a : b, &longSide = isFirstShort ? b : a;
         DrawingPoint const far = isFirstShort ? a.Begin() : b.End();
         int const farPlace = isFirstShort ? m_map.Origin(a.half) : m_map.Target(b.half);
-        Foot foot;
-        if (!FootOn(longSide.part, far, foot) || foot.distance >= m_tolerance ||
-            !m_map.Places().Fit(farPlace, foot.point, m_tolerance) ||
-            DeviationOf(shortSide.part, longSide.part) >= m_tolerance)
-            return false;
-        Trim(longSide, foot.t, isFirstShort);
-        m_folds.push_back({m_rest[shorter], m_rest[longer], foot.point});
-        m_rest.erase(m_rest.begin() + static_cast<std::ptrdiff_t>(shorter));
-        return true;
+        Fold fold{isFirstShort ? i : j, isFirstShort ? j : i, {}};
+        if (FootOn(longSide.part, far, fold.foot) && fold.foot.distance < m_tolerance &&
+            m_map.Places().Fit(farPlace, fold.foot.point, m_tolerance) &&
+            DeviationOf(shortSide.part, longSide.part) < m_tolerance &&
+            DeviationOf(shortSide.back, longSide.back) < m_tolerance)
+            m_tips.push({fold, i, a.changes, b.changes});
+    }
+
+    void Make(Fold const &fold) {
+        Side const gone = m_sides[fold.shortSide];
+        Trim(m_sides[fold.longSide], fold.foot.t, gone.next == fold.longSide);
+        m_sides[gone.previous].next = gone.next;
+        m_sides[gone.next].previous = gone.previous;
+        ++m_sides[fold.shortSide].changes;
+        ++m_sides[fold.longSide].changes;
+        m_any = fold.longSide;
+        --m_left;
+        m_folds.push_back(fold);
+        LookAtTip(m_sides[fold.longSide].previous);
+        LookAtTip(fold.longSide);
     }
 
     /// Takes off the begin or the end of a side as the face runs, up to the fraction `t` of what was left.
@@ -100,12 +132,15 @@ private:
         double const at = side.low + t * (side.high - side.low);
         (isBegin != side.half.IsReversed() ? side.low : side.high) = at;
         side.part = PartOf(m_map.Border(side.half), side.low, side.high);
+        side.back = PartOf(m_map.Border(side.half.Twin()), side.low, side.high);
     }
 
     PlanarMap const &m_map;
     double m_tolerance;
     std::vector<Side> m_sides;
-    std::vector<std::size_t> m_rest; ///< the sides that are left, in the order of the walk
+    std::size_t m_left;    ///< how many sides are left
+    std::size_t m_any = 0; ///< one that is left
+    std::priority_queue<TipFold> m_tips;
     std::vector<Fold> m_folds;
 };
 
@@ -114,18 +149,39 @@ public:
     ThinFaces(PlanarMap &map, double tolerance, std::vector<DroppedEdge> &dropped)
         : m_map(map), m_tolerance(tolerance), m_dropped(dropped) {}
 
-    /// Collapses what is thin now. Returns whether there was anything.
-    bool Collapse() {
+    /// Collapses what is thin now, the thinnest first. Returns whether there was anything.
+    bool Collapse(double snap, Landmarks const &landmarks) {
         FaceWalks const faces = WalkFaces(m_map);
-        bool any = false;
-        for (FaceWalk const &face : faces.walks)
+        std::vector<Measured> thin;
+        for (std::size_t w = 0; w < faces.walks.size(); ++w) {
+            FaceWalk const &face = faces.walks[w];
             // What lets no disc of the tolerance in has less area than this.
-            if (!face.isOutside && face.area < 0.5 * m_tolerance * face.perimeter && m_map.IsInMap(face.first.Edge()))
-                any = CollapseFace(face.first) || any;
+            if (face.isOutside || face.area >= 0.5 * m_tolerance * face.perimeter)
+                continue;
+            DrawingPoint const middle = MiddleOf(face.first);
+            thin.push_back({0, face.area / face.perimeter, landmarks.Rank(middle), middle, static_cast<int>(w)});
+        }
+        SortShortestFirst(thin, snap);
+        bool any = false;
+        for (Measured const &face : thin)
+            if (HalfEdge const first = faces.walks[At(face.number)].first; m_map.IsInMap(first.Edge()))
+                any = CollapseFace(first) || any;
         return any;
     }
 
 private:
+    /// The middle of the border by length.
+    DrawingPoint MiddleOf(HalfEdge first) const {
+        DrawingPoint sum;
+        double total = 0.0;
+        for (HalfEdge const h : WalkFrom(m_map, first)) {
+            double const length = LengthOf(m_map.Border(h));
+            sum = sum + PointAt(m_map.Border(h), 0.5) * length;
+            total += length;
+        }
+        return sum * (1.0 / total);
+    }
+
     bool CollapseFace(HalfEdge first) {
         std::vector<HalfEdge> const walk = WalkFrom(m_map, first);
         if (HasBothSidesOfAnEdge(walk))
@@ -151,7 +207,7 @@ private:
             HalfEdge const shortHalf = halves[fold.shortSide];
             bool const isShortFirst = m_map.Next(shortHalf) == longHalf;
             int const edge = longHalf.Edge();
-            int const second = m_map.Split(edge, SplitAt(longHalf, fold.point));
+            int const second = SplitAt(edge, fold.foot.point);
             // The long half-edge as the face runs, before and after the cut.
             bool const isReversed = longHalf.IsReversed();
             HalfEdge const before = isReversed ? HalfEdge::Against(second) : HalfEdge::Along(edge);
@@ -161,15 +217,19 @@ private:
             m_map.MergeAcrossFace(isShortFirst ? shortHalf : m_map.Next(shortHalf), after);
             DropLater(shortHalf, folded);
         }
-        if (plan.Rest().size() == 2)
-            DropLater(halves[plan.Rest()[0]], halves[plan.Rest()[1]]);
+        auto const [a, b] = plan.Rest();
+        if (a != b)
+            DropLater(halves[a], halves[b]);
         else
-            m_map.Remove(halves[plan.Rest()[0]].Edge(), EdgeState::kContracted);
+            m_map.Remove(halves[a].Edge(), EdgeState::kContracted);
     }
 
-    /// The fraction of the edge at which a point of its border falls on it.
-    double SplitAt(HalfEdge h, DrawingPoint p) const {
-        return std::clamp(FractionAt(m_map.Edge(h).stretch, p), kNearEnd, 1.0 - kNearEnd);
+    /// Cuts an edge where a point of its border falls on it; where that is beyond an end, by a place at the point.
+    int SplitAt(int edge, DrawingPoint p) {
+        double const t = FractionAt(m_map.Edge(edge).stretch, p);
+        if (t > kNearEnd && t < 1.0 - kNearEnd)
+            return m_map.Split(edge, t);
+        return m_map.Split(edge, std::clamp(t, kNearEnd, 1.0 - kNearEnd), p);
     }
 
     /// Of two half-edges that bound a face by themselves the one of the later curve goes.
@@ -205,7 +265,7 @@ void CollapseThinFaces(PlanarMap &map, double tolerance, double snap, Landmarks 
     do {
         ContractShortEdges(map, tolerance, snap, landmarks);
         SetAsideUnboundingEdges(map);
-    } while (ThinFaces(map, tolerance, dropped).Collapse());
+    } while (ThinFaces(map, tolerance, dropped).Collapse(snap, landmarks));
 }
 
 void DropEmptyFaces(PlanarMap &map, double thinnest, std::vector<DroppedEdge> &dropped) {
