@@ -155,8 +155,7 @@ private:
         }
     }
 
-    /// Keeps the edge when it passes the height of `p` nearer to it, on its left. The look goes just above that height,
-    /// so that of two runs that begin there the one that is further right higher up counts.
+    /// Keeps the edge when it passes the height of `p` nearer to it, on its left.
     void LookAt(int edge, DrawingPoint p, Sight &nearest) const {
         Stretch const &s = m_map.Edge(edge).stretch;
         std::array<Run, 3> runs;
@@ -169,20 +168,20 @@ private:
             if (x > p.x)
                 continue;
             bool const isTie = nearest.edge >= 0 && std::fabs(x - nearest.x) <= m_snap;
-            if (isTie ? IsRightAbove(s, run, p.y, nearest) : x > nearest.x)
+            if (isTie ? IsRightOf(s, run, nearest) : x > nearest.x)
                 nearest = {edge, run, x};
         }
     }
 
-    /// Whether `run` of `s`, which passes `y` at the same place as the nearest one so far, is further right above it.
-    bool IsRightAbove(Stretch const &s, Run const &run, double y, Sight const &nearest) const {
+    /// Whether `run` of `s`, which passes the height at the same place as the nearest one so far, is further right than
+    /// that where the two part: above, where they have a place in common below, or else below.
+    bool IsRightOf(Stretch const &s, Run const &run, Sight const &nearest) const {
         Stretch const &other = m_map.Edge(nearest.edge).stretch;
-        double const top = std::min(run.highY, nearest.run.highY);
-        double const ahead = XAt(s, run, top) - XAt(other, nearest.run, top);
-        if (std::fabs(ahead) > m_snap)
-            return ahead > 0.0;
-        double const middle = 0.5 * (y + top);
-        return XAt(s, run, middle) > XAt(other, nearest.run, middle);
+        double const top = std::min(run.highY, nearest.run.highY), bottom = std::max(run.lowY, nearest.run.lowY);
+        for (double const y : {top, bottom, 0.5 * (top + bottom)})
+            if (double const ahead = XAt(s, run, y) - XAt(other, nearest.run, y); std::fabs(ahead) > m_snap)
+                return ahead > 0.0;
+        return false;
     }
 
     PlanarMap const &m_map;

@@ -207,7 +207,8 @@ private:
             HalfEdge const shortHalf = halves[fold.shortSide];
             bool const isShortFirst = m_map.Next(shortHalf) == longHalf;
             int const edge = longHalf.Edge();
-            int const second = SplitAt(edge, fold.foot.point);
+            int const second =
+                SplitAt(edge, fold.foot.point, isShortFirst ? m_map.Origin(shortHalf) : m_map.Target(shortHalf));
             // The long half-edge as the face runs, before and after the cut.
             bool const isReversed = longHalf.IsReversed();
             HalfEdge const before = isReversed ? HalfEdge::Against(second) : HalfEdge::Along(edge);
@@ -224,12 +225,14 @@ private:
             m_map.Remove(halves[a].Edge(), EdgeState::kContracted);
     }
 
-    /// Cuts an edge where a point of its border falls on it; where that is beyond an end, by a place at the point.
-    int SplitAt(int edge, DrawingPoint p) {
+    /// Cuts an edge where a point of its border falls on it. The new place stands there, or at the point itself when
+    /// that is beyond an end of the edge or too far from the place `partner` that will join it.
+    int SplitAt(int edge, DrawingPoint p, int partner) {
         double const t = FractionAt(m_map.Edge(edge).stretch, p);
-        if (t > kNearEnd && t < 1.0 - kNearEnd)
-            return m_map.Split(edge, t);
-        return m_map.Split(edge, std::clamp(t, kNearEnd, 1.0 - kNearEnd), p);
+        double const inside = std::clamp(t, kNearEnd, 1.0 - kNearEnd);
+        DrawingPoint const onEdge = PointAt(m_map.Edge(edge).stretch, inside);
+        bool const isNear = t == inside && m_map.Places().Fit(partner, onEdge, m_tolerance);
+        return m_map.Split(edge, inside, isNear ? onEdge : p);
     }
 
     /// Of two half-edges that bound a face by themselves the one of the later curve goes.
