@@ -145,12 +145,12 @@ Approach ApproachOf(Stretch const &a, Stretch const &b) {
 }
 
 bool StayNear(Stretch const &a, Stretch const &b, DrawingPoint from, DrawingPoint to, double distance) {
-    DrawingPoint middle = (from + to) * 0.5;
-    if (a.isArc) {
-        DrawingPoint const v = middle - a.center;
-        middle = middle - v * (OutOfCircle(a, middle) / Length(v));
-    }
-    return DistanceTo(b, middle) < distance;
+    double const first = FractionAt(a, from), second = FractionAt(a, to);
+    double middle = 0.5 * (first + second);
+    // Round a circle the short way.
+    if (a.IsFullTurn() && std::fabs(second - first) > 0.5)
+        middle += 0.5;
+    return DistanceTo(b, PointAt(a, middle)) < distance;
 }
 
 } // namespace zvi::lib::drawing
