@@ -1,0 +1,364 @@
+#include "tests/drawing/CoveredArea.h"
+
+#include "tests/drawing/DrawingCurves.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numeric>
+
+namespace zvi::lib::test {
+
+namespace {
+
+using Real = long double;
+
+constexpr Real kInfinite = std::numeric_limits<Real>::infinity();
+
+/// The drawing is scanned in a direction that nothing in it is likely to have.
+constexpr double kTurn = 0.7297;
+
+/// Openings in a wall below this share of the drawing are rounding.
+constexpr Real kOpening = 1e-11L;
+
+/// Far from the origin rounding counts as in a drawing of this share of the distance.
+constexpr double kFarShare = 1e-4;
+
+/// Crossings that fall on the other half of a circle than the one that is looked at miss its height by more than this.
+constexpr Real kSameHeight = 1e-8L;
+
+/// Lines across gaps reach beyond them by this share of their length and of the drawing.
+constexpr double kReach = 1e-3, kLeastReach = 1e-11;
+
+/// Ends nearer than the first share of the tolerance meet for certain when nothing else is nearer than the second.
+constexpr double kClearlyNear = 0.2, kClearlyFar = 3.0;
+
+/// A stretch of a curve that runs from left to right without turning back: a line, or the upper or lower part of a
+/// circle (side 1 or -1).
+struct Stretch {
+    Real x0, y0, x1, y1;
+    int side = 0;
+    Real cx = 0.0L, cy = 0.0L, radius = 0.0L;
+
+    Real HeightAt(Real x) const {
+        if (x <= x0 || x >= x1)
+            return x <= x0 ? y0 : y1;
+        if (side == 0)
+            return y0 + (y1 - y0) * ((x - x0) / (x1 - x0));
+        return cy + side * std::sqrt(std::max(0.0L, (radius - x + cx) * (radius + x - cx)));
+    }
+    /// The area between the stretch and its chord from `a` to `b`, positive above it.
+    Real Bulge(Real a, Real ya, Real b, Real yb) const {
+        if (side == 0)
+            return 0.0L;
+        Real const half = std::min(1.0L, std::hypot(b - a, yb - ya) / (2.0L * radius));
+        Real const turn = 2.0L * std::asin(half);
+        Real const small = turn * turn * turn / 6.0L * (1.0L - turn * turn / 20.0L);
+        return side * 0.5L * radius * radius * (turn < 1e-4L ? small : turn - std::sin(turn));
+    }
+};
+
+class Scan {
+public:
+    Scan(std::vector<DrawingCurve> const &someCurves, double tolerance, Gaps gaps) : m_curves(someCurves) {
+        DrawingPoint const o = Origin();
+        m_size = SizeOf(Moved(m_curves, {0.0, false, 1.0, {-o.x, -o.y}})) + kFarShare * SizeOf(m_curves);
+        if (gaps != Gaps::kAsDrawn)
+            CloseGaps(tolerance, gaps);
+        for (DrawingCurve const &c : m_curves)
+            AddStretches(c);
+        CutAtCrossings();
+    }
+
+    ScannedRegions Regions() {
+        std::vector<Real> walls;
+        for (Stretch const &s : m_stretches) {
+            walls.push_back(s.x0);
+            walls.push_back(s.x1);
+        }
+        std::sort(walls.begin(), walls.end());
+        walls.erase(std::unique(walls.begin(), walls.end()), walls.end());
+        std::sort(m_stretches.begin(), m_stretches.end(), [](auto const &a, auto const &b) { return a.x0 < b.x0; });
+        std::vector<Cell> const outside{{-kInfinite, kInfinite, 0}};
+        m_wall = outside;
+        std::size_t next = 0;
+        for (std::size_t w = 0; w + 1 < walls.size(); ++w) {
+            std::erase_if(m_active, [&](auto const &s) { return s.second->x1 <= walls[w]; });
+            for (; next < m_stretches.size() && m_stretches[next].x0 <= walls[w]; ++next)
+                m_active.push_back({0.0L, &m_stretches[next]});
+            AddSlab(walls[w], walls[w + 1]);
+        }
+        Unite(m_wall, outside);
+        return Sum();
+    }
+
+private:
+    /// A cell of a slab: what it has of the wall that is looked at, and the region it belongs to.
+    struct Cell {
+        Real low, high;
+        int region;
+    };
+
+    DrawingPoint Origin() const {
+        return m_curves[0].type == DrawingCurveType::kLine ? m_curves[0].start : m_curves[0].center;
+    }
+
+    // Gaps.
+
+    void CloseGaps(double tolerance, Gaps gaps) {
+        std::vector<DrawingCurve> const drawn = m_curves;
+        for (DrawingCurve const &c : drawn) {
+            if (c.type != DrawingCurveType::kCircle)
+                for (DrawingPoint const p : {c.start, c.end})
+                    CloseGapsAt(drawn, &c, p, tolerance, gaps);
+            if (gaps == Gaps::kAll)
+                for (DrawingCurve const *d = &c + 1; d != drawn.data() + drawn.size(); ++d)
+                    CloseWaist(c, *d, tolerance);
+        }
+    }
+
+    void CloseGapsAt(std::vector<DrawingCurve> const &drawn, DrawingCurve const *own, DrawingPoint p, double tolerance,
+                     Gaps gaps) {
+        auto const isOpen = [&](DrawingCurve const &d) {
+            double const distance = &d == own ? Distance(own->start, own->end) : DistanceTo(d, p);
+            return distance > kClearlyNear * tolerance && distance < kClearlyFar * tolerance;
+        };
+        if (gaps == Gaps::kClear && std::any_of(drawn.begin(), drawn.end(), isOpen))
+            return;
+        for (DrawingCurve const &d : drawn) {
+            if (&d == own) {
+                Bridge(own->start, own->end, tolerance);
+                continue;
+            }
+            Bridge(p, NearestOn(d, p), tolerance);
+        }
+    }
+
+    static DrawingPoint NearestOn(DrawingCurve const &d, DrawingPoint p) {
+        double const reach = DistanceTo(d, p);
+        for (DrawingPoint const q : {d.start, d.end})
+            if (d.type != DrawingCurveType::kCircle && Distance(p, q) <= reach)
+                return q;
+        DrawingPoint const o = d.type == DrawingCurveType::kLine ? d.start : d.center;
+        double const dx = d.end.x - d.start.x, dy = d.end.y - d.start.y;
+        double const t = d.type == DrawingCurveType::kLine ? ((p.x - o.x) * dx + (p.y - o.y) * dy) / (dx * dx + dy * dy)
+                                                           : d.radius / Distance(o, p);
+        if (d.type == DrawingCurveType::kLine)
+            return {o.x + t * dx, o.y + t * dy};
+        return {o.x + t * (p.x - o.x), o.y + t * (p.y - o.y)};
+    }
+
+    /// Where two curves pass one another they do so on the normal through the centres.
+    void CloseWaist(DrawingCurve const &c, DrawingCurve const &d, double tolerance) {
+        if (c.type == DrawingCurveType::kLine && d.type == DrawingCurveType::kLine)
+            return;
+        if (c.type == DrawingCurveType::kLine)
+            return CloseWaist(d, c, tolerance);
+        double ux = d.center.x - c.center.x, uy = d.center.y - c.center.y;
+        if (d.type == DrawingCurveType::kLine) {
+            ux = d.start.y - d.end.y;
+            uy = d.end.x - d.start.x;
+        }
+        double const length = std::hypot(ux, uy);
+        for (double const step : {-c.radius / length, c.radius / length}) {
+            DrawingPoint const p{c.center.x + step * ux, c.center.y + step * uy};
+            if (length > 0.0 && DistanceTo(c, p) < tolerance && DistanceTo(d, p) < tolerance)
+                Bridge(p, NearestOn(d, p), tolerance);
+        }
+    }
+
+    void Bridge(DrawingPoint p, DrawingPoint q, double tolerance) {
+        double const distance = Distance(p, q);
+        if (!(distance <= tolerance) || distance == 0.0)
+            return;
+        double const reach = kReach + kLeastReach * m_size / distance;
+        m_curves.push_back(LineOf({p.x - reach * (q.x - p.x), p.y - reach * (q.y - p.y)},
+                                  {q.x + reach * (q.x - p.x), q.y + reach * (q.y - p.y)}));
+    }
+
+    // Stretches.
+
+    void AddStretches(DrawingCurve const &c) {
+        static Real const cosine = std::cos(Real(kTurn)), sine = std::sin(Real(kTurn));
+        DrawingPoint const origin = Origin();
+        auto const turned = [&](DrawingPoint p) {
+            Real const x = Real(p.x) - origin.x, y = Real(p.y) - origin.y;
+            return std::pair(cosine * x - sine * y, sine * x + cosine * y);
+        };
+        auto const [ax, ay] = turned(c.clockwise ? c.end : c.start);
+        auto const [bx, by] = turned(c.clockwise ? c.start : c.end);
+        if (c.type == DrawingCurveType::kLine)
+            return Add({ax, ay, bx, by});
+        auto const [cx, cy] = turned(c.center);
+        Real const r = c.radius;
+        Stretch const upper{cx - r, cy, cx + r, cy, 1, cx, cy, r}, lower{cx - r, cy, cx + r, cy, -1, cx, cy, r};
+        bool const isCircle = c.type == DrawingCurveType::kCircle;
+        if (isCircle) {
+            Add(upper);
+            return Add(lower);
+        }
+        // Counter-clockwise: the upper half runs leftwards, the lower one rightwards.
+        bool const fromUpper = ay > cy, toUpper = by > cy;
+        bool const isLong = fromUpper == toUpper && (fromUpper ? bx > ax : bx < ax);
+        auto const add = [&](Stretch s, Real x0, Real y0, Real x1, Real y1) {
+            s.x0 = x0, s.y0 = y0, s.x1 = x1, s.y1 = y1;
+            Add(s);
+        };
+        if (fromUpper == toUpper && !isLong)
+            return fromUpper ? add(upper, bx, by, ax, ay) : add(lower, ax, ay, bx, by);
+        fromUpper ? add(upper, cx - r, cy, ax, ay) : add(lower, ax, ay, cx + r, cy);
+        if (isLong)
+            Add(fromUpper ? lower : upper);
+        toUpper ? add(upper, bx, by, cx + r, cy) : add(lower, cx - r, cy, bx, by);
+    }
+
+    void Add(Stretch s) {
+        if (s.side == 0 && s.x0 > s.x1) {
+            std::swap(s.x0, s.x1);
+            std::swap(s.y0, s.y1);
+        }
+        if (s.x0 < s.x1)
+            m_stretches.push_back(s);
+    }
+
+    // Crossings.
+
+    static int MeetLines(Stretch const &s, Stretch const &t, Real *x) {
+        Real const m = (s.y1 - s.y0) / (s.x1 - s.x0), n = (t.y1 - t.y0) / (t.x1 - t.x0);
+        x[0] = s.x0 + (t.y0 - s.y0 + n * (s.x0 - t.x0)) / (m - n);
+        return m == n ? 0 : 1;
+    }
+    static int MeetCircle(Stretch const &s, Stretch const &t, Real *x) {
+        Real const length = std::hypot(t.x1 - t.x0, t.y1 - t.y0);
+        Real const ux = (t.x1 - t.x0) / length, uy = (t.y1 - t.y0) / length;
+        Real const along = (s.cx - t.x0) * ux + (s.cy - t.y0) * uy, off = (s.cy - t.y0) * ux - (s.cx - t.x0) * uy;
+        Real const squared = (s.radius - off) * (s.radius + off);
+        Real const half = std::sqrt(std::max(0.0L, squared));
+        x[0] = t.x0 + (along - half) * ux;
+        x[1] = t.x0 + (along + half) * ux;
+        return squared < 0.0L ? 0 : 2;
+    }
+    static int MeetCircles(Stretch const &s, Stretch const &t, Real *x) {
+        Real const dx = t.cx - s.cx, dy = t.cy - s.cy, d = std::hypot(dx, dy);
+        if (d == 0.0L)
+            return 0;
+        Real const along = 0.5L * (d + (s.radius - t.radius) * (s.radius + t.radius) / d);
+        Real const squared = (s.radius - along) * (s.radius + along);
+        Real const half = std::sqrt(std::max(0.0L, squared));
+        x[0] = s.cx + (along * dx - half * dy) / d;
+        x[1] = s.cx + (along * dx + half * dy) / d;
+        return squared < 0.0L ? 0 : 2;
+    }
+    static int Meet(Stretch const &s, Stretch const &t, Real *x) {
+        if (s.side != 0)
+            return t.side != 0 ? MeetCircles(s, t, x) : MeetCircle(s, t, x);
+        return t.side != 0 ? MeetCircle(t, s, x) : MeetLines(s, t, x);
+    }
+
+    void CutAtCrossings() {
+        std::vector<std::vector<std::pair<Real, Real>>> cuts(m_stretches.size());
+        for (std::size_t i = 0; i < m_stretches.size(); ++i)
+            for (std::size_t j = 0; j < i; ++j) {
+                Stretch const &s = m_stretches[i], &t = m_stretches[j];
+                if (s.x1 < t.x0 || t.x1 < s.x0)
+                    continue;
+                Real x[2] = {0.0L, 0.0L};
+                for (int k = Meet(s, t, x) - 1; k >= 0; --k) {
+                    Real const ys = s.HeightAt(x[k]), yt = t.HeightAt(x[k]);
+                    bool const isOnBoth = x[k] >= std::max(s.x0, t.x0) && x[k] <= std::min(s.x1, t.x1);
+                    if (!isOnBoth || std::fabs(ys - yt) > kSameHeight * m_size)
+                        continue;
+                    for (std::size_t const own : {i, j})
+                        if (m_stretches[own].x0 < x[k] && x[k] < m_stretches[own].x1)
+                            cuts[own].push_back({x[k], 0.5L * (ys + yt)});
+                }
+            }
+        for (std::size_t i = 0; i < cuts.size(); ++i) {
+            std::sort(cuts[i].begin(), cuts[i].end());
+            for (auto const &[x, y] : cuts[i]) {
+                if (x == m_stretches[i].x0)
+                    continue;
+                Stretch left = m_stretches[i];
+                left.x1 = m_stretches[i].x0 = x;
+                left.y1 = m_stretches[i].y0 = y;
+                m_stretches.push_back(left);
+            }
+        }
+    }
+
+    // Slabs and cells.
+
+    void AddSlab(Real a, Real b) {
+        for (auto &[height, s] : m_active)
+            height = s->HeightAt(0.5L * (a + b));
+        std::sort(m_active.begin(), m_active.end());
+        std::vector<Cell> left{{-kInfinite, kInfinite, 0}}, right = left;
+        for (std::size_t i = 0; i < m_active.size(); ++i) {
+            Stretch const &s = *m_active[i].second;
+            Real const ya = s.HeightAt(a), yb = s.HeightAt(b);
+            left.back().high = ya;
+            right.back().high = yb;
+            int const region = i + 1 == m_active.size() ? 0 : NewRegion();
+            left.push_back({ya, kInfinite, region});
+            right.push_back({yb, kInfinite, region});
+            Real const under = 0.5L * (b - a) * (ya + yb) + s.Bulge(a, ya, b, yb);
+            m_area[Index(region)] -= under;
+            m_area[Index(left[i].region)] += under;
+        }
+        Unite(m_wall, left);
+        m_wall.swap(right);
+    }
+
+    int NewRegion() {
+        m_link.push_back(static_cast<int>(m_link.size()));
+        m_area.push_back(0.0L);
+        return m_link.back();
+    }
+
+    void Unite(std::vector<Cell> const &left, std::vector<Cell> const &right) {
+        Real const opening = kOpening * m_size;
+        for (std::size_t i = 0, j = 0; i < left.size() && j < right.size();) {
+            if (std::min(left[i].high, right[j].high) - std::max(left[i].low, right[j].low) > opening)
+                m_link[Index(Root(left[i].region))] = Root(right[j].region);
+            left[i].high < right[j].high ? ++i : ++j;
+        }
+    }
+
+    int Root(int region) {
+        while (m_link[Index(region)] != region)
+            region = m_link[Index(region)] = m_link[Index(m_link[Index(region)])];
+        return region;
+    }
+
+    ScannedRegions Sum() {
+        std::vector<Real> sums(m_link.size(), 0.0L);
+        for (std::size_t i = 0; i < m_link.size(); ++i)
+            sums[Index(Root(static_cast<int>(i)))] += m_area[i];
+        ScannedRegions regions;
+        for (std::size_t i = 0; i < sums.size(); ++i)
+            if (m_link[i] == static_cast<int>(i) && static_cast<int>(i) != Root(0)) {
+                regions.areas.push_back(static_cast<double>(sums[i]));
+                regions.total += regions.areas.back();
+            }
+        std::sort(regions.areas.rbegin(), regions.areas.rend());
+        return regions;
+    }
+
+    static std::size_t Index(int i) { return static_cast<std::size_t>(i); }
+
+    std::vector<DrawingCurve> m_curves;
+    double m_size = 0.0;
+    std::vector<Stretch> m_stretches;
+    std::vector<std::pair<Real, Stretch const *>> m_active; ///< from the lowest to the highest in a slab
+    std::vector<Cell> m_wall;
+    std::vector<int> m_link{0}; ///< of cells to regions; 0 is the outside
+    std::vector<Real> m_area{0.0L};
+};
+
+} // namespace
+
+ScannedRegions ScanRegions(std::vector<DrawingCurve> const &curves, double tolerance, Gaps gaps) {
+    return curves.empty() ? ScannedRegions{} : Scan(curves, tolerance, gaps).Regions();
+}
+
+} // namespace zvi::lib::test

@@ -1,0 +1,199 @@
+#include "tests/drawing/DrawingFamilies.h"
+#include "tests/drawing/CoveredArea.h"
+#include "tests/drawing/DrawingInvariants.h"
+#include "zvi/drawing/MakeDrawingDomains.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <sstream>
+
+namespace zvi::lib::test {
+
+namespace {
+
+/// What is tried besides the invariants, one for each drawing.
+enum class Trial { kScan, kMotion, kOrder, kTolerance };
+constexpr int kTrials = 4;
+
+/// Areas agree to this share whatever the tolerance; coordinates to this share of the drawing.
+constexpr double kSameArea = 1e-9, kRounding = 0x1p-46;
+
+/// Curves of fewer tolerances than this have more gaps than ends, and areas that the tolerance hides.
+constexpr double kLongCurve = 20.0;
+
+long FromEnvironment(char const *name, long standard) {
+    char const *const wanted = std::getenv(name);
+    return wanted ? std::atol(wanted) : standard;
+}
+
+/// The tolerance times the length, and rounding.
+double AreaAllowed(std::vector<DrawingCurve> const &curves, double tolerance) {
+    double const length = LengthOf(curves);
+    return (tolerance + kRounding * SizeOf(curves)) * length + kSameArea * length * length;
+}
+
+/// How much the k-th largest areas differ at most.
+double LargestDifference(std::vector<double> a, std::vector<double> b) {
+    a.resize(std::max(a.size(), b.size()), 0.0);
+    b.resize(a.size(), 0.0);
+    double largest = 0.0;
+    for (std::size_t i = 0; i < a.size(); ++i)
+        largest = std::max(largest, std::fabs(a[i] - b[i]));
+    return largest;
+}
+
+std::string CompareWithScan(Drawing const &d, DrawingResult const &result) {
+    std::ostringstream wrong;
+    double const tolerance = d.options.joinTolerance, allowed = AreaAllowed(d.curves, tolerance);
+    if (LengthOf(d.curves) < kLongCurve * tolerance * static_cast<double>(d.curves.size()))
+        return "";
+    double const widest = std::max(tolerance, kRounding * SizeOf(d.curves)) * (1.0 + kSameArea);
+    ScannedRegions const least = ScanRegions(d.curves, tolerance, Gaps::kClear);
+    ScannedRegions const most = ScanRegions(d.curves, widest, Gaps::kAll);
+    double const total = TotalArea(result);
+    if (total < least.total - allowed || total > most.total + allowed)
+        wrong << "total " << total << ", scanned from " << least.total << " to " << most.total << "\n";
+    else if (LargestDifference(least.areas, most.areas) <= allowed) {
+        double const difference = LargestDifference(AreasOf(result), least.areas);
+        if (difference > 2.0 * allowed)
+            wrong << "some area differs by " << difference << " from a scanned one\n";
+    }
+    return wrong.str();
+}
+
+std::string CompareResults(Drawing const &d, DrawingResult const &a, DrawingResult const &b, double scale) {
+    std::ostringstream wrong;
+    if (a.domains.size() != b.domains.size() || HoleCount(a) != HoleCount(b))
+        wrong << a.domains.size() << " domains, " << HoleCount(a) << " holes; otherwise " << b.domains.size() << ", "
+              << HoleCount(b) << "\n";
+    std::vector<double> areas = AreasOf(b);
+    for (double &area : areas)
+        area /= scale * scale;
+    double const difference = LargestDifference(AreasOf(a), areas);
+    if (difference > 2.0 * AreaAllowed(d.curves, d.options.joinTolerance))
+        wrong << "some area differs by " << difference << "\n";
+    return wrong.str();
+}
+
+std::string CompareMoved(Drawing const &d, DrawingResult const &result, Dice &dice) {
+    Motion motion;
+    motion.turn = dice.Chance(0.3) ? 0.5 * kPi * dice.Whole(0, 3) : dice.Real(0.0, 6.28);
+    motion.isMirrored = dice.Chance(0.5);
+    motion.scale = dice.Chance(0.5) ? 1.0 : std::pow(10.0, dice.Real(-3.0, 3.0));
+    if (d.options.joinTolerance > 1e-6 * SizeOf(d.curves))
+        motion.shift = {motion.scale * dice.Real(-1e3, 1e3), motion.scale * dice.Real(-1e3, 1e3)};
+    DrawingOptions options = d.options;
+    options.joinTolerance *= motion.scale;
+    return CompareResults(d, result, MakeDrawingDomains(Moved(d.curves, motion), options), motion.scale);
+}
+
+std::string CompareReordered(Drawing const &d, DrawingResult const &result, Dice &dice) {
+    std::vector<DrawingCurve> curves = d.curves;
+    for (std::size_t i = curves.size(); i > 1; --i)
+        std::swap(curves[i - 1], curves[static_cast<std::size_t>(dice.Whole(0, static_cast<int>(i) - 1))]);
+    return CompareResults(d, result, MakeDrawingDomains(curves, d.options), 1.0);
+}
+
+/// Places well inside different domains stay in different ones.
+std::string CompareTolerances(Drawing const &d, DrawingResult const &result, Dice &dice) {
+    std::ostringstream wrong;
+    DrawingOptions options = d.options;
+    options.joinTolerance = options.joinTolerance * dice.Real(1.0, 30.0) + 1e-7 * SizeOf(d.curves);
+    DrawingResult const wide = MakeDrawingDomains(d.curves, options);
+    std::vector<std::pair<int, int>> seen;
+    for (Probe const &p : ProbesOf(d.curves, 2.0 * options.joinTolerance, result)) {
+        int const domain = DomainAt(wide, p.at);
+        if (domain < 0)
+            wrong << "(" << p.at.x << ", " << p.at.y << ") is in a domain, and in none with tolerance "
+                  << options.joinTolerance << "\n";
+        for (auto const &[narrow, other] : seen)
+            if (other == domain && narrow != p.domain)
+                wrong << "domains apart are one with tolerance " << options.joinTolerance << " at (" << p.at.x << ", "
+                      << p.at.y << ")\n";
+        seen.push_back({p.domain, domain});
+    }
+    return wrong.str();
+}
+
+/// What is wrong with the result of a drawing; the seed picks the trial.
+std::string FaultOf(Drawing const &d, std::uint64_t seed) {
+    DrawingResult const result = MakeDrawingDomains(d.curves, d.options);
+    std::string wrong = WhatIsWrong(d.curves, d.options, result);
+    double const allowed = AreaAllowed(d.curves, d.options.joinTolerance);
+    if (d.domains >= 0 && static_cast<int>(result.domains.size()) != d.domains)
+        wrong += std::to_string(result.domains.size()) + " domains, not " + std::to_string(d.domains) + "\n";
+    if (d.area >= 0.0 && std::fabs(TotalArea(result) - d.area) > allowed)
+        wrong += "area " + std::to_string(TotalArea(result)) + ", not " + std::to_string(d.area) + "\n";
+    if (!d.options.split || d.options.keepDuplicates)
+        return wrong;
+    Dice dice(seed);
+    switch (static_cast<Trial>(dice.Whole(0, kTrials - 1))) {
+    case Trial::kScan:
+        return wrong + CompareWithScan(d, result);
+    case Trial::kMotion:
+        return wrong + (d.areCountsSure ? CompareMoved(d, result, dice) : "");
+    case Trial::kOrder:
+        return wrong + (d.areCountsSure ? CompareReordered(d, result, dice) : "");
+    case Trial::kTolerance:
+        return wrong + CompareTolerances(d, result, dice);
+    }
+    return wrong;
+}
+
+/// Leaves curves out as long as the fault stays.
+Drawing Shrunk(Drawing d, std::uint64_t seed) {
+    d.domains = -1;
+    d.area = -1.0;
+    for (std::size_t share = d.curves.size(); share > 0; share /= 2)
+        for (std::size_t i = 0; i + share <= d.curves.size();) {
+            Drawing less = d;
+            auto const from = less.curves.begin() + static_cast<std::ptrdiff_t>(i);
+            less.curves.erase(from, from + static_cast<std::ptrdiff_t>(share));
+            if (FaultOf(less, seed).empty())
+                i += share;
+            else
+                d = less;
+        }
+    return d;
+}
+
+std::string Describe(Drawing const &whole, int family, std::uint64_t seed) {
+    Drawing const small =
+        FaultOf(Drawing(whole.curves, whole.options, whole.areCountsSure), seed).empty() ? whole : Shrunk(whole, seed);
+    std::ostringstream text;
+    text.precision(17);
+    text << FamilyName(family) << ", seed " << seed << ", trial " << Dice(seed).Whole(0, kTrials - 1) << "\n"
+         << FaultOf(small, seed) << "zvi domains --join " << small.options.joinTolerance
+         << (small.options.split ? "" : " --no-split") << (small.options.keepDuplicates ? " --keep-duplicates" : "")
+         << " - <<END\n"
+         << TextOf(small.curves) << "END\n";
+    return text.str();
+}
+
+} // namespace
+
+/// ZVI_DRAWINGS says how many are tried, ZVI_FIRST_DRAWING where to begin, ZVI_FAMILY which kind alone, ZVI_FAULTS how
+/// many faults of a kind are shown.
+TEST(DrawingFamilies, HoldWhateverIsDrawn) {
+    long const count = FromEnvironment("ZVI_DRAWINGS", 6600), first = FromEnvironment("ZVI_FIRST_DRAWING", 1);
+    long const only = FromEnvironment("ZVI_FAMILY", -1), shown = FromEnvironment("ZVI_FAULTS", 1);
+    std::vector<long> tried(static_cast<std::size_t>(FamilyCount())), faults = tried;
+    for (long seed = first; seed < first + count; ++seed) {
+        int const family = static_cast<int>(only >= 0 ? only : seed % FamilyCount());
+        std::size_t const kind = static_cast<std::size_t>(family);
+        ++tried[kind];
+        Drawing const drawing = DrawFamily(family, static_cast<std::uint64_t>(seed));
+        if (FaultOf(drawing, static_cast<std::uint64_t>(seed)).empty())
+            continue;
+        if (++faults[kind] <= shown)
+            ADD_FAILURE() << Describe(drawing, family, static_cast<std::uint64_t>(seed));
+    }
+    for (std::size_t i = 0; i < tried.size() && std::getenv("ZVI_DRAWINGS"); ++i)
+        std::printf("%9ld drawings, %7ld faults: %s\n", tried[i], faults[i], FamilyName(static_cast<int>(i)));
+}
+
+} // namespace zvi::lib::test
