@@ -30,6 +30,9 @@ constexpr Real kSameHeight = 1e-8L;
 /// Lines across gaps reach beyond them by this share of their length and of the drawing.
 constexpr double kReach = 1e-3, kLeastReach = 1e-11;
 
+/// Distances to a curve and to its end agree to this share when the end is the nearest place.
+constexpr double kSameReach = 1e-9;
+
 /// Ends nearer than the first share of the tolerance meet for certain when nothing else is nearer than the second.
 constexpr double kClearlyNear = 0.2, kClearlyFar = 3.0;
 
@@ -135,7 +138,7 @@ private:
     }
 
     static DrawingPoint NearestOn(DrawingCurve const &d, DrawingPoint p) {
-        double const reach = DistanceTo(d, p);
+        double const reach = DistanceTo(d, p) * (1.0 + kSameReach);
         for (DrawingPoint const q : {d.start, d.end})
             if (d.type != DrawingCurveType::kCircle && Distance(p, q) <= reach)
                 return q;
@@ -150,20 +153,19 @@ private:
 
     /// Where two curves pass one another they do so on the normal through the centres.
     void CloseWaist(DrawingCurve const &c, DrawingCurve const &d, double tolerance) {
-        if (c.type == DrawingCurveType::kLine && d.type == DrawingCurveType::kLine)
-            return;
+        bool const isLine = d.type == DrawingCurveType::kLine;
         if (c.type == DrawingCurveType::kLine)
-            return CloseWaist(d, c, tolerance);
-        double ux = d.center.x - c.center.x, uy = d.center.y - c.center.y;
-        if (d.type == DrawingCurveType::kLine) {
-            ux = d.start.y - d.end.y;
-            uy = d.end.x - d.start.x;
-        }
-        double const length = std::hypot(ux, uy);
-        for (double const step : {-c.radius / length, c.radius / length}) {
+            return isLine ? void() : CloseWaist(d, c, tolerance);
+        double const ux = isLine ? d.start.y - d.end.y : d.center.x - c.center.x;
+        double const uy = isLine ? d.end.x - d.start.x : d.center.y - c.center.y;
+        for (double const step : {-c.radius / std::hypot(ux, uy), c.radius / std::hypot(ux, uy)}) {
             DrawingPoint const p{c.center.x + step * ux, c.center.y + step * uy};
-            if (length > 0.0 && DistanceTo(c, p) < tolerance && DistanceTo(d, p) < tolerance)
-                Bridge(p, NearestOn(d, p), tolerance);
+            if (DistanceTo(c, p) > tolerance || DistanceTo(d, p) > tolerance)
+                continue;
+            double const reach = kLeastReach * m_size / c.radius;
+            Bridge({p.x - reach * step * ux, p.y - reach * step * uy}, {p.x + reach * step * ux, p.y + reach * step * uy},
+                   tolerance + m_size);
+            Bridge(p, NearestOn(d, p), tolerance);
         }
     }
 

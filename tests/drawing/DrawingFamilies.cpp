@@ -46,9 +46,12 @@ public:
     void Line(DrawingPoint a, DrawingPoint b) { Add(dice.Chance(0.5) ? LineOf(a, b) : LineOf(b, a)); }
     void Circle(DrawingPoint o, double r) { Add(CircleOf(o, Number(r))); }
     void Arc(DrawingPoint o, double r, double from, double to) { Add(ArcOf(o, Number(r), Number(from), Number(to))); }
-    /// The arc from `a` to `b`, counter-clockwise, about a centre that is as good as its numbers.
+    /// The arc from `a` to `b`, counter-clockwise, about the place near `o` that is as far from both.
     void ArcThrough(DrawingPoint o, DrawingPoint a, DrawingPoint b) {
-        DrawingCurve c = CircleOf(o, 0.5 * (Distance(o, a) + Distance(o, b)));
+        double const dx = b.x - a.x, dy = b.y - a.y, mx = 0.5 * (a.x + b.x), my = 0.5 * (a.y + b.y);
+        double const off = ((o.x - mx) * -dy + (o.y - my) * dx) / (dx * dx + dy * dy);
+        DrawingCurve c = CircleOf({mx - off * dy, my + off * dx}, 0.0);
+        c.radius = 0.5 * (Distance(c.center, a) + Distance(c.center, b));
         c.type = DrawingCurveType::kArc;
         c.start = a;
         c.end = b;
