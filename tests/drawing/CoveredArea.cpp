@@ -22,7 +22,7 @@ constexpr double kTurn = 0.7297;
 constexpr Real kOpening = 1e-11L;
 
 /// Far from the origin rounding counts as in a drawing of this share of the distance.
-constexpr double kFarShare = 1e-4;
+constexpr double kFarShare = 1e-3;
 
 /// Crossings that fall on the other half of a circle than the one that is looked at miss its height by more than this.
 constexpr Real kSameHeight = 1e-8L;
@@ -30,8 +30,8 @@ constexpr Real kSameHeight = 1e-8L;
 /// Lines across gaps reach beyond them by this share of their length and of the drawing.
 constexpr double kReach = 1e-3, kLeastReach = 1e-11;
 
-/// Distances to a curve and to its end agree to this share when the end is the nearest place.
-constexpr double kSameReach = 1e-9;
+/// Points of a circle that miss an arc of it by less than this share of the radius are on it.
+constexpr double kOnCurve = 1e-12;
 
 /// Ends nearer than the first share of the tolerance meet for certain when nothing else is nearer than the second.
 constexpr double kClearlyNear = 0.2, kClearlyFar = 3.0;
@@ -64,8 +64,10 @@ struct Stretch {
 class Scan {
 public:
     Scan(std::vector<DrawingCurve> const &someCurves, double tolerance, Gaps gaps) : m_curves(someCurves) {
-        DrawingPoint const o = Origin();
-        m_size = SizeOf(Moved(m_curves, {0.0, false, 1.0, {-o.x, -o.y}})) + kFarShare * SizeOf(m_curves);
+        DrawingPoint const o = m_curves[0].type == DrawingCurveType::kLine ? m_curves[0].start : m_curves[0].center;
+        double const far = SizeOf(m_curves);
+        m_curves = Moved(m_curves, {0.0, false, 1.0, {-o.x, -o.y}});
+        m_size = SizeOf(m_curves) + kFarShare * far;
         if (gaps != Gaps::kAsDrawn)
             CloseGaps(tolerance, gaps);
         for (DrawingCurve const &c : m_curves)
@@ -102,10 +104,6 @@ private:
         int region;
     };
 
-    DrawingPoint Origin() const {
-        return m_curves[0].type == DrawingCurveType::kLine ? m_curves[0].start : m_curves[0].center;
-    }
-
     // Gaps.
 
     void CloseGaps(double tolerance, Gaps gaps) {
@@ -138,17 +136,16 @@ private:
     }
 
     static DrawingPoint NearestOn(DrawingCurve const &d, DrawingPoint p) {
-        double const reach = DistanceTo(d, p) * (1.0 + kSameReach);
-        for (DrawingPoint const q : {d.start, d.end})
-            if (d.type != DrawingCurveType::kCircle && Distance(p, q) <= reach)
-                return q;
-        DrawingPoint const o = d.type == DrawingCurveType::kLine ? d.start : d.center;
-        double const dx = d.end.x - d.start.x, dy = d.end.y - d.start.y;
-        double const t = d.type == DrawingCurveType::kLine ? ((p.x - o.x) * dx + (p.y - o.y) * dy) / (dx * dx + dy * dy)
-                                                           : d.radius / Distance(o, p);
-        if (d.type == DrawingCurveType::kLine)
-            return {o.x + t * dx, o.y + t * dy};
-        return {o.x + t * (p.x - o.x), o.y + t * (p.y - o.y)};
+        if (d.type == DrawingCurveType::kLine) {
+            double const dx = d.end.x - d.start.x, dy = d.end.y - d.start.y;
+            double const t = ((p.x - d.start.x) * dx + (p.y - d.start.y) * dy) / (dx * dx + dy * dy);
+            return t >= 1.0 ? d.end : t > 0.0 ? DrawingPoint{d.start.x + t * dx, d.start.y + t * dy} : d.start;
+        }
+        double const t = d.radius / Distance(d.center, p);
+        DrawingPoint const foot{d.center.x + t * (p.x - d.center.x), d.center.y + t * (p.y - d.center.y)};
+        if (DistanceTo(d, foot) <= kOnCurve * d.radius)
+            return foot;
+        return Distance(p, d.start) < Distance(p, d.end) ? d.start : d.end;
     }
 
     /// Where two curves pass one another they do so on the normal through the centres.
@@ -163,8 +160,8 @@ private:
             if (DistanceTo(c, p) > tolerance || DistanceTo(d, p) > tolerance)
                 continue;
             double const reach = kLeastReach * m_size / c.radius;
-            Bridge({p.x - reach * step * ux, p.y - reach * step * uy}, {p.x + reach * step * ux, p.y + reach * step * uy},
-                   tolerance + m_size);
+            Bridge({p.x - reach * step * ux, p.y - reach * step * uy},
+                   {p.x + reach * step * ux, p.y + reach * step * uy}, tolerance + m_size);
             Bridge(p, NearestOn(d, p), tolerance);
         }
     }
@@ -182,10 +179,8 @@ private:
 
     void AddStretches(DrawingCurve const &c) {
         static Real const cosine = std::cos(Real(kTurn)), sine = std::sin(Real(kTurn));
-        DrawingPoint const origin = Origin();
         auto const turned = [&](DrawingPoint p) {
-            Real const x = Real(p.x) - origin.x, y = Real(p.y) - origin.y;
-            return std::pair(cosine * x - sine * y, sine * x + cosine * y);
+            return std::pair(cosine * p.x - sine * p.y, sine * p.x + cosine * p.y);
         };
         auto const [ax, ay] = turned(c.clockwise ? c.end : c.start);
         auto const [bx, by] = turned(c.clockwise ? c.start : c.end);

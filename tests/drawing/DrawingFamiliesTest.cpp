@@ -46,6 +46,19 @@ double LargestDifference(std::vector<double> a, std::vector<double> b) {
     return largest;
 }
 
+/// Whether rounding alone keeps some end off another curve, which no tolerance then joins for sure.
+bool HasRoundedGaps(std::vector<DrawingCurve> const &curves) {
+    double const rounding = kSameArea * SizeOf(curves);
+    for (DrawingCurve const &c : curves)
+        for (DrawingCurve const &d : curves)
+            for (DrawingPoint const p : {c.start, c.end}) {
+                double const distance = DistanceTo(d, p);
+                if (c.type != DrawingCurveType::kCircle && distance > 0.0 && distance < rounding)
+                    return true;
+            }
+    return false;
+}
+
 std::string CompareWithScan(Drawing const &d, DrawingResult const &result) {
     std::ostringstream wrong;
     double const tolerance = d.options.joinTolerance, allowed = AreaAllowed(d.curves, tolerance);
@@ -55,9 +68,10 @@ std::string CompareWithScan(Drawing const &d, DrawingResult const &result) {
     ScannedRegions const least = ScanRegions(d.curves, tolerance, Gaps::kClear);
     ScannedRegions const most = ScanRegions(d.curves, widest, Gaps::kAll);
     double const total = TotalArea(result);
-    if (total < least.total - allowed || total > most.total + allowed)
+    bool const mayBeOpen = tolerance < widest && HasRoundedGaps(d.curves);
+    if ((total < least.total - allowed && !mayBeOpen) || total > most.total + allowed)
         wrong << "total " << total << ", scanned from " << least.total << " to " << most.total << "\n";
-    else if (LargestDifference(least.areas, most.areas) <= allowed) {
+    else if (!mayBeOpen && LargestDifference(least.areas, most.areas) <= allowed) {
         double const difference = LargestDifference(AreasOf(result), least.areas);
         if (difference > 2.0 * allowed)
             wrong << "some area differs by " << difference << " from a scanned one\n";
@@ -84,8 +98,9 @@ std::string CompareMoved(Drawing const &d, DrawingResult const &result, Dice &di
     motion.turn = dice.Chance(0.3) ? 0.5 * kPi * dice.Whole(0, 3) : dice.Real(0.0, 6.28);
     motion.isMirrored = dice.Chance(0.5);
     motion.scale = dice.Chance(0.5) ? 1.0 : std::pow(10.0, dice.Real(-3.0, 3.0));
+    double const size = motion.scale * SizeOf(d.curves);
     if (d.options.joinTolerance > 1e-6 * SizeOf(d.curves))
-        motion.shift = {motion.scale * dice.Real(-1e3, 1e3), motion.scale * dice.Real(-1e3, 1e3)};
+        motion.shift = {size * dice.Real(-1e2, 1e2), size * dice.Real(-1e2, 1e2)};
     DrawingOptions options = d.options;
     options.joinTolerance *= motion.scale;
     return CompareResults(d, result, MakeDrawingDomains(Moved(d.curves, motion), options), motion.scale);
