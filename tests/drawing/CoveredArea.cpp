@@ -18,7 +18,7 @@ constexpr Real kInfinite = std::numeric_limits<Real>::infinity();
 /// The drawing is scanned in a direction that nothing in it is likely to have.
 constexpr double kTurn = 0.7297;
 
-/// Openings in a wall below this share of the drawing are rounding.
+/// Openings in a wall below this share of the drawing are rounding, and so are regions of its square.
 constexpr Real kOpening = 1e-11L;
 
 /// Far from the origin rounding counts as in a drawing of this share of the distance.
@@ -333,7 +333,7 @@ private:
             sums[Index(Root(static_cast<int>(i)))] += m_area[i];
         ScannedRegions regions;
         for (std::size_t i = 0; i < sums.size(); ++i)
-            if (m_link[i] == static_cast<int>(i) && static_cast<int>(i) != Root(0)) {
+            if (static_cast<int>(i) != Root(0) && sums[i] > kOpening * m_size * m_size) {
                 regions.areas.push_back(static_cast<double>(sums[i]));
                 regions.total += regions.areas.back();
             }

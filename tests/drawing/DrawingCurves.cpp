@@ -166,6 +166,11 @@ DrawingPoint PointAt(DrawingCurve const &c, double sweep, double t) {
     return {c.center.x + u.x * std::cos(a) - u.y * std::sin(a), c.center.y + u.x * std::sin(a) + u.y * std::cos(a)};
 }
 
+double AreaFrom(DrawingPoint origin, DrawingCurve const &c, double sweep) {
+    double const segment = c.type == DrawingCurveType::kLine ? 0.0 : c.radius * c.radius * (sweep - std::sin(sweep));
+    return 0.5 * (Cross(From(origin, c.start), From(origin, c.end)) + segment);
+}
+
 double SizeOf(std::vector<DrawingCurve> const &curves) {
     double size = 0.0;
     for (DrawingCurve const &c : curves) {

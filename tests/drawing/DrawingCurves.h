@@ -30,6 +30,8 @@ double LengthOf(DrawingCurve const &c);
 double LengthOf(std::vector<DrawingCurve> const &curves);
 /// The point at the fraction `t` of the length, with the sweep given.
 DrawingPoint PointAt(DrawingCurve const &c, double sweep, double t);
+/// Signed area between the curve, with the sweep given, and the lines from `origin` to its ends.
+double AreaFrom(DrawingPoint origin, DrawingCurve const &c, double sweep);
 /// The largest coordinate that any point of the curves may have, in size.
 double SizeOf(std::vector<DrawingCurve> const &curves);
 

@@ -1,19 +1,17 @@
+#include "tests/drawing/DrawingFamilies.h"
+#include "tests/drawing/DrawingInvariants.h"
 #include "zvi/curves/MIntersectUtil.h"
 #include "zvi/drawing/CutDrawingCurves.h"
 #include "zvi/drawing/MakeDrawingDomains.h"
-
-#include "tests/drawing/DrawingFixtures.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <random>
 #include <set>
 
-using namespace zvi::lib;
-using namespace drawing_fixtures;
+namespace zvi::lib::test {
 
 namespace {
 
@@ -93,7 +91,7 @@ TEST(DrawingDetails, KeptDuplicatesServeTheTwoSidesOfABorder) {
     EXPECT_EQ(used[0], (std::set<unsigned int>{1, 2, 3, 4}));
     EXPECT_EQ(used[1], (std::set<unsigned int>{5, 6, 7, 8}));
     EXPECT_EQ(kept.counts.duplicates, 1); // the third wall has no second side to serve
-    EXPECT_EQ(WhatIsWrong(curves, kept), "");
+    EXPECT_EQ(WhatIsWrong(curves, options, kept), "");
     EXPECT_EQ(MakeDrawingDomains(curves).counts.duplicates, 2);
 }
 
@@ -109,23 +107,18 @@ TEST(DrawingDetails, TheOrderOfTheResultDependsOnTheInputAlone) {
 }
 
 TEST(DrawingDetails, CutsLieWhereCurveIntersectionFindsThem) {
-    std::mt19937 random(11);
-    std::uniform_real_distribution<double> place(0.0, 4.0), turn(0.0, 6.28);
+    Dice dice(11);
     DrawingOptions options;
     options.joinTolerance = 1e-9; // what misses by more is no meeting there either
     int compared = 0;
     for (int round = 0; round < 3000; ++round) {
-        std::vector<DrawingCurve> curves(2);
+        std::vector<DrawingCurve> curves;
         for (unsigned int i = 0; i < 2; ++i) {
-            DrawingCurve &c = curves[i];
-            c.id = i + 1;
-            c.type = static_cast<DrawingCurveType>(random() % 3);
-            c.center = {place(random), place(random)};
-            c.radius = 1.0 + 0.5 * place(random);
-            c.clockwise = random() % 2 == 0;
-            double const a = turn(random), b = turn(random);
-            c.start = {c.center.x + c.radius * std::cos(a), c.center.y + c.radius * std::sin(a)};
-            c.end = {c.center.x + c.radius * std::cos(b), c.center.y + c.radius * std::sin(b)};
+            curves.push_back(ArcOf({dice.Real(0.0, 4.0), dice.Real(0.0, 4.0)}, dice.Real(1.0, 3.0),
+                                   dice.Real(0.0, 360.0), dice.Real(0.0, 360.0)));
+            curves.back().id = i + 1;
+            curves.back().type = static_cast<DrawingCurveType>(dice.Whole(0, 2));
+            curves.back().clockwise = dice.Chance(0.5);
         }
         zvi::MArray<MIntersectUtil::Point> points;
         MIntersectUtil::GetIntersectPointByLine2Line(Record(curves[0]), Record(curves[1]), points, 1e-9);
@@ -141,3 +134,48 @@ TEST(DrawingDetails, CutsLieWhereCurveIntersectionFindsThem) {
     }
     EXPECT_GT(compared, 1000);
 }
+
+TEST(DrawingDetails, AnswerWildNumbers) {
+    double const inf = std::numeric_limits<double>::infinity();
+    double const wild[] = {0.0, -0.0, 1.0, 1e-320, 1e-160, 1e-9, 1e9, 1e149, 1e160, 1e308, inf, -inf, std::nan("")};
+    Dice dice(7);
+    auto const any = [&] { return wild[dice.Whole(0, static_cast<int>(std::size(wild)) - 1)]; };
+    for (int round = 0; round < 3000; ++round) {
+        std::vector<DrawingCurve> curves(static_cast<std::size_t>(dice.Whole(1, 6)));
+        for (DrawingCurve &c : curves) {
+            c.id = static_cast<unsigned int>(dice.Whole(0, 2)); // 0 and repeated ids are carried through
+            c.type = static_cast<DrawingCurveType>(dice.Whole(0, 2));
+            c.start = {any(), any()};
+            c.end = {any(), any()};
+            c.center = {any(), any()};
+            c.radius = any();
+            c.clockwise = dice.Chance(0.5);
+        }
+        DrawingOptions options;
+        options.joinTolerance = any();
+        DrawingResult const result = MakeDrawingDomains(curves, options);
+        for (DrawingDomain const &d : result.domains)
+            ASSERT_TRUE(std::isfinite(d.area)) << "round " << round;
+        ASSERT_FALSE(result.domains.empty() && result.leftovers.empty());
+    }
+}
+
+TEST(DrawingDetails, BearManyCurvesInOnePlace) {
+    std::vector<DrawingCurve> curves;
+    for (int i = 0; i < 5000; ++i)
+        curves.push_back(i % 2 == 0 ? ArcOf({1.0, 2.0}, 3.0, 0.0, 180.0) : ArcOf({1.0, 2.0}, 3.0, 180.0, 360.0));
+    EXPECT_EQ(MakeDrawingDomains(curves).domains.size(), 1u);
+    EXPECT_EQ(MakeDrawingDomains(curves).counts.duplicates, 4998);
+
+    curves.clear(); // a wheel with more spokes than any circle of directions has room for
+    int const spokes = 3000;
+    for (int i = 0; i < spokes; ++i) {
+        curves.push_back(ArcOf({0.0, 0.0}, 100.0, 360.0 * i / spokes, 360.0 * (i + 1) / spokes));
+        curves.push_back(LineOf({0.0, 0.0}, curves.back().start));
+    }
+    DrawingResult const wheel = MakeDrawingDomains(curves);
+    EXPECT_EQ(wheel.domains.size(), static_cast<std::size_t>(spokes));
+    EXPECT_NEAR(TotalArea(wheel), 1e4 * kPi, 1e-6);
+}
+
+} // namespace zvi::lib::test

@@ -3,6 +3,7 @@
 #include "zvi/drawing/DrawingRecords.h"
 
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 namespace zvi::lib::test {
@@ -14,6 +15,11 @@ public:
     double Real(double low, double high) { return low + (high - low) * 0x1p-53 * static_cast<double>(Next() >> 11); }
     int Whole(int low, int high) { return low + static_cast<int>(Next() % static_cast<unsigned>(high - low + 1)); }
     bool Chance(double share) { return Real(0.0, 1.0) < share; }
+    std::vector<DrawingCurve> Shuffled(std::vector<DrawingCurve> curves) {
+        for (int i = static_cast<int>(curves.size()); i > 1; --i)
+            std::swap(curves[static_cast<std::size_t>(i - 1)], curves[static_cast<std::size_t>(Whole(0, i - 1))]);
+        return curves;
+    }
 
 private:
     std::uint64_t Next() {

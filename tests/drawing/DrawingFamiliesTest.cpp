@@ -107,10 +107,7 @@ std::string CompareMoved(Drawing const &d, DrawingResult const &result, Dice &di
 }
 
 std::string CompareReordered(Drawing const &d, DrawingResult const &result, Dice &dice) {
-    std::vector<DrawingCurve> curves = d.curves;
-    for (std::size_t i = curves.size(); i > 1; --i)
-        std::swap(curves[i - 1], curves[static_cast<std::size_t>(dice.Whole(0, static_cast<int>(i) - 1))]);
-    return CompareResults(d, result, MakeDrawingDomains(curves, d.options), 1.0);
+    return CompareResults(d, result, MakeDrawingDomains(dice.Shuffled(d.curves), d.options), 1.0);
 }
 
 /// Places well inside different domains stay in different ones.

@@ -217,8 +217,7 @@ private:
                 m_wrong << "open loop at curve " << p.curve << "\n";
             starts.push_back({p.start.x, p.start.y});
             double const sweep = SweepIn(p);
-            area += 0.5 * ((p.start.x - o.x) * (p.end.y - o.y) - (p.end.x - o.x) * (p.start.y - o.y));
-            area += 0.5 * p.radius * p.radius * (sweep - std::sin(sweep));
+            area += AreaFrom(o, CurveOf(p), sweep);
             Add(p, p.reversed ? kAgainst : kAlong);
             m_euler.Add(p);
             LookAtPlace(p, sweep);

@@ -1,17 +1,11 @@
 #include "zvi/drawing/MakeDrawingDomains.h"
-
-#include "tests/drawing/DrawingFixtures.h"
+#include "tests/drawing/DrawingInvariants.h"
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-
-using namespace zvi::lib;
-using namespace drawing_fixtures;
+namespace zvi::lib::test {
 
 namespace {
-
-constexpr double kPi = 3.14159265358979323846;
 
 struct Case {
     char const *what;
@@ -88,8 +82,10 @@ TEST_P(DrawingCases, Holds) {
     EXPECT_EQ(result.counts.duplicates, c.duplicates);
     EXPECT_EQ(result.leftovers.size(), c.leftovers);
     EXPECT_EQ(result.gaps.size(), c.gaps);
-    EXPECT_EQ(WhatIsWrong(curves, result), "");
+    EXPECT_EQ(WhatIsWrong(curves, {}, result), "");
 }
 
 INSTANTIATE_TEST_SUITE_P(MakeDrawingDomains, DrawingCases, testing::ValuesIn(kCases),
                          [](auto const &test) { return "Case" + std::to_string(test.index); });
+
+} // namespace zvi::lib::test
