@@ -46,7 +46,7 @@ double DistanceToLine(DrawingCurve const &c, DrawingPoint p) {
     DrawingPoint const d = From(c.start, c.end), u = From(c.start, p);
     double const squared = d.x * d.x + d.y * d.y;
     double const t = squared > 0.0 ? std::clamp((d.x * u.x + d.y * u.y) / squared, 0.0, 1.0) : 0.0;
-    return std::hypot(u.x - t * d.x, u.y - t * d.y);
+    return Distance(u, {t * d.x, t * d.y});
 }
 
 } // namespace
@@ -118,7 +118,7 @@ DrawingCurve CurveOf(DrawingPiece const &piece) {
 }
 
 double Distance(DrawingPoint a, DrawingPoint b) {
-    return std::hypot(a.x - b.x, a.y - b.y);
+    return std::sqrt((a.x - b.x) * (a.x - b.x) + (a.y - b.y) * (a.y - b.y)); // hypot is slow
 }
 
 double DistanceTo(DrawingCurve const &c, DrawingPoint p) {

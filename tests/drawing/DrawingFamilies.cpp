@@ -317,24 +317,24 @@ void NeighbouringPlates(Pen &p) {
     }
 }
 
+/// On the lattice shared ends, overlaps, tangents and crossings in one point are common; noise shakes them.
 void Soup(Pen &p, bool isLattice, int kinds) {
+    constexpr double kNoises[] = {0.0, 0.0, 1e-13, 1e-9, 1e-6};
+    double const noise = kNoises[p.dice.Whole(0, 4)];
     auto const number = [&](double low, double high) {
         double const v = p.dice.Real(low, high);
-        return isLattice ? std::round(v) : v;
+        return isLattice ? std::round(v) + noise * p.dice.Real(-1.0, 1.0) : v;
     };
-    for (int i = p.dice.Whole(3, 14); i > 0; --i) {
+    for (int i = p.dice.Whole(3, p.dice.Chance(0.1) ? 30 : 12); i > 0; --i) {
         DrawingPoint const o = p.At(number(0.0, 8.0), number(0.0, 8.0));
         double const r = number(1.0, 3.0), quarter = isLattice ? 90.0 : 60.0;
-        switch (p.dice.Whole(0, kinds - 1)) {
-        case 0:
+        int const kind = p.dice.Whole(0, kinds - 1);
+        if (kind == 0)
             p.Line(o, p.At(number(0.0, 8.0), number(0.0, 8.0)));
-            break;
-        case 1:
+        else if (kind == 1)
             p.Circle(o, r);
-            break;
-        default:
+        else
             p.Arc(o, r, quarter * number(0.0, 4.0), quarter * number(0.0, 4.0));
-        }
     }
 }
 
@@ -382,9 +382,9 @@ constexpr Family kFamilies[] = {
 void Vary(Pen &p) {
     Drawing &d = p.drawing;
     double const tolerance = d.options.joinTolerance;
-    if (p.dice.Chance(0.05))
+    if (p.dice.Chance(0.03))
         d.options.split = false;
-    if (p.dice.Chance(0.1))
+    if (p.dice.Chance(0.05))
         d.options.keepDuplicates = true;
     Motion motion;
     if (p.dice.Chance(0.05))

@@ -18,7 +18,7 @@ namespace {
 /// How many graphs are tried; the environment may ask for more.
 int GraphCount() {
     char const *const wanted = std::getenv("ZVI_RANDOM_GRAPHS");
-    return wanted ? std::atoi(wanted) : 3000;
+    return wanted ? std::atoi(wanted) : 1000;
 }
 
 /// A random plane graph: a net of squares with one diagonal each, bent and torn. Some nets stand on whole numbers, so
