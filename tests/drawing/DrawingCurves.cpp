@@ -188,7 +188,7 @@ std::vector<DrawingCurve> Moved(std::vector<DrawingCurve> curves, Motion const &
         for (DrawingPoint *p : {&curve.start, &curve.end, &curve.center})
             *p = {motion.shift.x + c * p->x - s * up * p->y, motion.shift.y + s * p->x + c * up * p->y};
         curve.radius *= motion.scale;
-        curve.clockwise = curve.clockwise != motion.isMirrored;
+        curve.clockwise = curve.type == DrawingCurveType::kArc && curve.clockwise != motion.isMirrored;
     }
     return curves;
 }
