@@ -67,8 +67,8 @@ public:
         DrawingPoint const o = m_curves[0].type == DrawingCurveType::kLine ? m_curves[0].start : m_curves[0].center;
         double const far = SizeOf(m_curves);
         m_curves = Moved(m_curves, {0.0, false, 1.0, {-o.x, -o.y}});
-        m_extent = SizeOf(m_curves);
-        m_size = m_extent + kFarShare * far;
+        m_length = LengthOf(m_curves);
+        m_size = SizeOf(m_curves) + kFarShare * far;
         if (gaps != Gaps::kAsDrawn)
             CloseGaps(tolerance, gaps);
         for (DrawingCurve const &c : m_curves)
@@ -334,7 +334,7 @@ private:
             sums[Index(Root(static_cast<int>(i)))] += m_area[i];
         ScannedRegions regions;
         for (std::size_t i = 0; i < sums.size(); ++i)
-            if (static_cast<int>(i) != Root(0) && sums[i] > kOpening * m_size * m_extent) {
+            if (static_cast<int>(i) != Root(0) && sums[i] > kOpening * m_size * m_length) {
                 regions.areas.push_back(static_cast<double>(sums[i]));
                 regions.total += regions.areas.back();
             }
@@ -345,7 +345,7 @@ private:
     static std::size_t Index(int i) { return static_cast<std::size_t>(i); }
 
     std::vector<DrawingCurve> m_curves;
-    double m_extent = 0.0;
+    double m_length = 0.0;
     double m_size = 0.0; ///< what rounding is a share of
     std::vector<Stretch> m_stretches;
     std::vector<std::pair<Real, Stretch const *>> m_active; ///< from the lowest to the highest in a slab
