@@ -189,29 +189,23 @@ private:
             return Add({ax, ay, bx, by});
         auto const [cx, cy] = turned(c.center);
         Real const r = c.radius;
-        Stretch const upper{cx - r, cy, cx + r, cy, 1, cx, cy, r}, lower{cx - r, cy, cx + r, cy, -1, cx, cy, r};
-        bool const isCircle = c.type == DrawingCurveType::kCircle;
-        if (isCircle) {
-            Add(upper);
-            return Add(lower);
+        if (c.type == DrawingCurveType::kCircle) {
+            Add({cx - r, cy, cx + r, cy, 1, cx, cy, r});
+            return Add({cx - r, cy, cx + r, cy, -1, cx, cy, r});
         }
-        // Counter-clockwise: the upper half runs leftwards, the lower one rightwards.
-        bool const fromUpper = ay > cy, toUpper = by > cy;
-        bool const isLong = fromUpper == toUpper && (fromUpper ? bx > ax : bx < ax);
-        auto const add = [&](Stretch s, Real x0, Real y0, Real x1, Real y1) {
-            s.x0 = x0, s.y0 = y0, s.x1 = x1, s.y1 = y1;
-            Add(s);
-        };
-        if (fromUpper == toUpper && !isLong)
-            return fromUpper ? add(upper, bx, by, ax, ay) : add(lower, ax, ay, bx, by);
-        fromUpper ? add(upper, cx - r, cy, ax, ay) : add(lower, ax, ay, cx + r, cy);
-        if (isLong)
-            Add(fromUpper ? lower : upper);
-        toUpper ? add(upper, bx, by, cx + r, cy) : add(lower, cx - r, cy, bx, by);
+        // Counter-clockwise the upper half runs leftwards and the lower one rightwards.
+        Real x = ax, y = ay;
+        for (bool isUpper = ay > cy, isLast = false; !isLast; isUpper = !isUpper) {
+            isLast = isUpper == (by > cy) && (isUpper ? bx <= x : bx >= x);
+            Real const toX = isLast ? bx : isUpper ? cx - r : cx + r, toY = isLast ? by : cy;
+            Add({x, y, toX, toY, isUpper ? 1 : -1, cx, cy, r});
+            x = toX;
+            y = toY;
+        }
     }
 
     void Add(Stretch s) {
-        if (s.side == 0 && s.x0 > s.x1) {
+        if (s.x0 > s.x1) {
             std::swap(s.x0, s.x1);
             std::swap(s.y0, s.y1);
         }

@@ -113,6 +113,16 @@ DrawingCurve CircleOf(DrawingPoint center, double radius) {
     return c;
 }
 
+DrawingCurve ArcOver(DrawingPoint a, DrawingPoint b, double rise) {
+    double const dx = b.x - a.x, dy = b.y - a.y, offset = (0.25 - rise * rise) / (2.0 * rise);
+    DrawingCurve arc = LineOf(a, b);
+    arc.type = DrawingCurveType::kArc;
+    arc.center = {0.5 * (a.x + b.x) - dy * offset, 0.5 * (a.y + b.y) + dx * offset};
+    arc.radius = Distance(a, arc.center);
+    arc.clockwise = rise < 0.0;
+    return arc;
+}
+
 DrawingCurve CurveOf(DrawingPiece const &piece) {
     return {piece.curve, piece.type, piece.start, piece.end, piece.center, piece.radius, piece.clockwise};
 }

@@ -57,6 +57,10 @@ public:
         c.end = b;
         Add(c);
     }
+    void Add(DrawingCurve c) {
+        c.id = static_cast<unsigned int>(drawing.curves.size()) + 1;
+        drawing.curves.push_back(c);
+    }
     void Polygon(std::vector<DrawingPoint> const &corners) {
         for (std::size_t i = 0; i < corners.size(); ++i)
             Line(corners[i], corners[(i + 1) % corners.size()]);
@@ -66,10 +70,6 @@ public:
     Drawing drawing;
 
 private:
-    void Add(DrawingCurve c) {
-        c.id = static_cast<unsigned int>(drawing.curves.size()) + 1;
-        drawing.curves.push_back(c);
-    }
     int m_decimals;
 };
 
@@ -221,12 +221,9 @@ void Slivers(Pen &p) {
 
 void BulgesOverChords(Pen &p) {
     DrawingPoint const a = p.Place(5.0), b = p.Place(5.0);
-    double const dx = b.x - a.x, dy = b.y - a.y;
     for (int i = p.dice.Whole(1, 4); i > 0; --i) {
-        double const rise = std::pow(10.0, p.dice.Real(-4.0, -0.5)), offset = (0.25 - rise * rise) / (2.0 * rise);
-        double const side = p.dice.Chance(0.5) ? 1.0 : -1.0;
-        DrawingPoint const o{0.5 * (a.x + b.x) - side * dy * offset, 0.5 * (a.y + b.y) + side * dx * offset};
-        side > 0.0 ? p.ArcThrough(o, a, b) : p.ArcThrough(o, b, a);
+        double const rise = std::pow(10.0, p.dice.Real(-4.0, -0.5));
+        p.Add(ArcOver(a, b, p.dice.Chance(0.5) ? rise : -rise));
     }
     p.Line(a, b);
     if (p.dice.Chance(0.5))
