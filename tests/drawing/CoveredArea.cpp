@@ -18,7 +18,7 @@ constexpr Real kInfinite = std::numeric_limits<Real>::infinity();
 /// The drawing is scanned in a direction that nothing in it is likely to have.
 constexpr double kTurn = 0.7297;
 
-/// Openings in a wall below this share of the drawing are rounding, and so are regions of its square.
+/// Openings in a wall below this share of the drawing are rounding, and so are regions of no more width.
 constexpr Real kOpening = 1e-11L;
 
 /// Far from the origin rounding counts as in a drawing of this share of the distance.
@@ -67,6 +67,7 @@ public:
         DrawingPoint const o = m_curves[0].type == DrawingCurveType::kLine ? m_curves[0].start : m_curves[0].center;
         double const far = SizeOf(m_curves);
         m_curves = Moved(m_curves, {0.0, false, 1.0, {-o.x, -o.y}});
+        m_length = LengthOf(m_curves);
         m_size = SizeOf(m_curves) + kFarShare * far;
         if (gaps != Gaps::kAsDrawn)
             CloseGaps(tolerance, gaps);
@@ -188,29 +189,23 @@ private:
             return Add({ax, ay, bx, by});
         auto const [cx, cy] = turned(c.center);
         Real const r = c.radius;
-        Stretch const upper{cx - r, cy, cx + r, cy, 1, cx, cy, r}, lower{cx - r, cy, cx + r, cy, -1, cx, cy, r};
-        bool const isCircle = c.type == DrawingCurveType::kCircle;
-        if (isCircle) {
-            Add(upper);
-            return Add(lower);
+        if (c.type == DrawingCurveType::kCircle) {
+            Add({cx - r, cy, cx + r, cy, 1, cx, cy, r});
+            return Add({cx - r, cy, cx + r, cy, -1, cx, cy, r});
         }
-        // Counter-clockwise: the upper half runs leftwards, the lower one rightwards.
-        bool const fromUpper = ay > cy, toUpper = by > cy;
-        bool const isLong = fromUpper == toUpper && (fromUpper ? bx > ax : bx < ax);
-        auto const add = [&](Stretch s, Real x0, Real y0, Real x1, Real y1) {
-            s.x0 = x0, s.y0 = y0, s.x1 = x1, s.y1 = y1;
-            Add(s);
-        };
-        if (fromUpper == toUpper && !isLong)
-            return fromUpper ? add(upper, bx, by, ax, ay) : add(lower, ax, ay, bx, by);
-        fromUpper ? add(upper, cx - r, cy, ax, ay) : add(lower, ax, ay, cx + r, cy);
-        if (isLong)
-            Add(fromUpper ? lower : upper);
-        toUpper ? add(upper, bx, by, cx + r, cy) : add(lower, cx - r, cy, bx, by);
+        // Counter-clockwise the upper half runs leftwards and the lower one rightwards.
+        Real x = ax, y = ay;
+        for (bool isUpper = ay > cy, isLast = false; !isLast; isUpper = !isUpper) {
+            isLast = isUpper == (by > cy) && (isUpper ? bx <= x : bx >= x);
+            Real const toX = isLast ? bx : isUpper ? cx - r : cx + r, toY = isLast ? by : cy;
+            Add({x, y, toX, toY, isUpper ? 1 : -1, cx, cy, r});
+            x = toX;
+            y = toY;
+        }
     }
 
     void Add(Stretch s) {
-        if (s.side == 0 && s.x0 > s.x1) {
+        if (s.x0 > s.x1) {
             std::swap(s.x0, s.x1);
             std::swap(s.y0, s.y1);
         }
@@ -333,7 +328,7 @@ private:
             sums[Index(Root(static_cast<int>(i)))] += m_area[i];
         ScannedRegions regions;
         for (std::size_t i = 0; i < sums.size(); ++i)
-            if (static_cast<int>(i) != Root(0) && sums[i] > kOpening * m_size * m_size) {
+            if (static_cast<int>(i) != Root(0) && sums[i] > kOpening * m_size * m_length) {
                 regions.areas.push_back(static_cast<double>(sums[i]));
                 regions.total += regions.areas.back();
             }
@@ -344,7 +339,8 @@ private:
     static std::size_t Index(int i) { return static_cast<std::size_t>(i); }
 
     std::vector<DrawingCurve> m_curves;
-    double m_size = 0.0;
+    double m_length = 0.0;
+    double m_size = 0.0; ///< what rounding is a share of
     std::vector<Stretch> m_stretches;
     std::vector<std::pair<Real, Stretch const *>> m_active; ///< from the lowest to the highest in a slab
     std::vector<Cell> m_wall;

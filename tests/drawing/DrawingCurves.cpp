@@ -46,7 +46,7 @@ double DistanceToLine(DrawingCurve const &c, DrawingPoint p) {
     DrawingPoint const d = From(c.start, c.end), u = From(c.start, p);
     double const squared = d.x * d.x + d.y * d.y;
     double const t = squared > 0.0 ? std::clamp((d.x * u.x + d.y * u.y) / squared, 0.0, 1.0) : 0.0;
-    return std::hypot(u.x - t * d.x, u.y - t * d.y);
+    return Distance(u, {t * d.x, t * d.y});
 }
 
 } // namespace
@@ -113,12 +113,22 @@ DrawingCurve CircleOf(DrawingPoint center, double radius) {
     return c;
 }
 
+DrawingCurve ArcOver(DrawingPoint a, DrawingPoint b, double rise) {
+    double const dx = b.x - a.x, dy = b.y - a.y, offset = (0.25 - rise * rise) / (2.0 * rise);
+    DrawingCurve arc = LineOf(a, b);
+    arc.type = DrawingCurveType::kArc;
+    arc.center = {0.5 * (a.x + b.x) - dy * offset, 0.5 * (a.y + b.y) + dx * offset};
+    arc.radius = Distance(a, arc.center);
+    arc.clockwise = rise < 0.0;
+    return arc;
+}
+
 DrawingCurve CurveOf(DrawingPiece const &piece) {
     return {piece.curve, piece.type, piece.start, piece.end, piece.center, piece.radius, piece.clockwise};
 }
 
 double Distance(DrawingPoint a, DrawingPoint b) {
-    return std::hypot(a.x - b.x, a.y - b.y);
+    return std::sqrt((a.x - b.x) * (a.x - b.x) + (a.y - b.y) * (a.y - b.y)); // hypot is slow
 }
 
 double DistanceTo(DrawingCurve const &c, DrawingPoint p) {
@@ -188,7 +198,7 @@ std::vector<DrawingCurve> Moved(std::vector<DrawingCurve> curves, Motion const &
         for (DrawingPoint *p : {&curve.start, &curve.end, &curve.center})
             *p = {motion.shift.x + c * p->x - s * up * p->y, motion.shift.y + s * p->x + c * up * p->y};
         curve.radius *= motion.scale;
-        curve.clockwise = curve.clockwise != motion.isMirrored;
+        curve.clockwise = curve.type == DrawingCurveType::kArc && curve.clockwise != motion.isMirrored;
     }
     return curves;
 }

@@ -18,6 +18,8 @@ std::string TextOf(std::vector<DrawingCurve> const &curves);
 DrawingCurve LineOf(DrawingPoint a, DrawingPoint b);
 DrawingCurve ArcOf(DrawingPoint center, double radius, double startDegrees, double endDegrees);
 DrawingCurve CircleOf(DrawingPoint center, double radius);
+/// The arc whose rise is that share of its chord, to the right of the chord when positive.
+DrawingCurve ArcOver(DrawingPoint a, DrawingPoint b, double rise);
 /// A piece taken for a curve.
 DrawingCurve CurveOf(DrawingPiece const &piece);
 

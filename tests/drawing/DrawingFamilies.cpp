@@ -57,6 +57,10 @@ public:
         c.end = b;
         Add(c);
     }
+    void Add(DrawingCurve c) {
+        c.id = static_cast<unsigned int>(drawing.curves.size()) + 1;
+        drawing.curves.push_back(c);
+    }
     void Polygon(std::vector<DrawingPoint> const &corners) {
         for (std::size_t i = 0; i < corners.size(); ++i)
             Line(corners[i], corners[(i + 1) % corners.size()]);
@@ -66,10 +70,6 @@ public:
     Drawing drawing;
 
 private:
-    void Add(DrawingCurve c) {
-        c.id = static_cast<unsigned int>(drawing.curves.size()) + 1;
-        drawing.curves.push_back(c);
-    }
     int m_decimals;
 };
 
@@ -221,12 +221,9 @@ void Slivers(Pen &p) {
 
 void BulgesOverChords(Pen &p) {
     DrawingPoint const a = p.Place(5.0), b = p.Place(5.0);
-    double const dx = b.x - a.x, dy = b.y - a.y;
     for (int i = p.dice.Whole(1, 4); i > 0; --i) {
-        double const rise = std::pow(10.0, p.dice.Real(-4.0, -0.5)), offset = (0.25 - rise * rise) / (2.0 * rise);
-        double const side = p.dice.Chance(0.5) ? 1.0 : -1.0;
-        DrawingPoint const o{0.5 * (a.x + b.x) - side * dy * offset, 0.5 * (a.y + b.y) + side * dx * offset};
-        side > 0.0 ? p.ArcThrough(o, a, b) : p.ArcThrough(o, b, a);
+        double const rise = std::pow(10.0, p.dice.Real(-4.0, -0.5));
+        p.Add(ArcOver(a, b, p.dice.Chance(0.5) ? rise : -rise));
     }
     p.Line(a, b);
     if (p.dice.Chance(0.5))
@@ -317,24 +314,24 @@ void NeighbouringPlates(Pen &p) {
     }
 }
 
+/// On the lattice shared ends, overlaps, tangents and crossings in one point are common; noise shakes them.
 void Soup(Pen &p, bool isLattice, int kinds) {
+    constexpr double kNoises[] = {0.0, 0.0, 1e-13, 1e-9, 1e-6};
+    double const noise = kNoises[p.dice.Whole(0, 4)];
     auto const number = [&](double low, double high) {
         double const v = p.dice.Real(low, high);
-        return isLattice ? std::round(v) : v;
+        return isLattice ? std::round(v) + noise * p.dice.Real(-1.0, 1.0) : v;
     };
-    for (int i = p.dice.Whole(3, 14); i > 0; --i) {
+    for (int i = p.dice.Whole(3, p.dice.Chance(0.1) ? 30 : 12); i > 0; --i) {
         DrawingPoint const o = p.At(number(0.0, 8.0), number(0.0, 8.0));
         double const r = number(1.0, 3.0), quarter = isLattice ? 90.0 : 60.0;
-        switch (p.dice.Whole(0, kinds - 1)) {
-        case 0:
+        int const kind = p.dice.Whole(0, kinds - 1);
+        if (kind == 0)
             p.Line(o, p.At(number(0.0, 8.0), number(0.0, 8.0)));
-            break;
-        case 1:
+        else if (kind == 1)
             p.Circle(o, r);
-            break;
-        default:
+        else
             p.Arc(o, r, quarter * number(0.0, 4.0), quarter * number(0.0, 4.0));
-        }
     }
 }
 
@@ -382,9 +379,9 @@ constexpr Family kFamilies[] = {
 void Vary(Pen &p) {
     Drawing &d = p.drawing;
     double const tolerance = d.options.joinTolerance;
-    if (p.dice.Chance(0.05))
+    if (p.dice.Chance(0.03))
         d.options.split = false;
-    if (p.dice.Chance(0.1))
+    if (p.dice.Chance(0.05))
         d.options.keepDuplicates = true;
     Motion motion;
     if (p.dice.Chance(0.05))

@@ -18,7 +18,7 @@ namespace {
 /// How many graphs are tried; the environment may ask for more.
 int GraphCount() {
     char const *const wanted = std::getenv("ZVI_RANDOM_GRAPHS");
-    return wanted ? std::atoi(wanted) : 3000;
+    return wanted ? std::atoi(wanted) : 1000;
 }
 
 /// A random plane graph: a net of squares with one diagonal each, bent and torn. Some nets stand on whole numbers, so
@@ -65,21 +65,9 @@ private:
         if (!m_dice.Chance(m_arcShare))
             return Add(LineOf(a, b));
         double const rise = m_dice.Real(0.005, 0.05);
-        AddArc(a, b, m_dice.Chance(0.5) ? rise : -rise);
+        Add(ArcOver(a, b, m_dice.Chance(0.5) ? rise : -rise));
         if (m_dice.Chance(0.2))
-            AddArc(b, a, m_curves.back().clockwise ? -rise : rise);
-    }
-
-    /// The arc whose rise is that share of its chord, to the right of the chord when positive.
-    void AddArc(DrawingPoint a, DrawingPoint b, double rise) {
-        double const dx = b.x - a.x, dy = b.y - a.y, offset = (0.25 - rise * rise) / (2.0 * rise);
-        DrawingCurve arc = CircleOf({0.5 * (a.x + b.x) - dy * offset, 0.5 * (a.y + b.y) + dx * offset}, 0.0);
-        arc.type = DrawingCurveType::kArc;
-        arc.start = a;
-        arc.end = b;
-        arc.radius = Distance(a, arc.center);
-        arc.clockwise = rise < 0.0;
-        Add(arc);
+            Add(ArcOver(b, a, m_curves.back().clockwise ? -rise : rise));
     }
 
     void Add(DrawingCurve curve) {
