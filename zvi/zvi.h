@@ -2,6 +2,8 @@
 
 // Every public header of the library, room by room.
 
+#include "zvi/Export.h"
+
 #include "zvi/command/CStrParser.h"
 #include "zvi/command/CommandTokens.h"
 #include "zvi/command/MArrayParser.h"
@@ -22,7 +24,6 @@
 #include "zvi/core/CSimpleMemMgr.h"
 #include "zvi/core/CString.h"
 #include "zvi/core/CStringArray.h"
-#include "zvi/core/Export.h"
 #include "zvi/core/GF_GetHashSizeByCount.h"
 #include "zvi/core/GrowingMemory.h"
 #include "zvi/core/HashBinCount.h"

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zvi/Export.h"
 #include "zvi/command/SymbolTable.h"
 #include "zvi/command/VMCommand.h"
 #include "zvi/command/lexer1.h"
@@ -7,7 +8,6 @@
 #include "zvi/core/CArray.h"
 #include "zvi/core/CString.h"
 #include "zvi/core/CStringArray.h"
-#include "zvi/core/Export.h"
 
 #include <cstdint>
 

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "zvi/Export.h"
 #include "zvi/command/CommandTokens.h"
 #include "zvi/command/ParseValue.h"
 #include "zvi/command/SymbolTable.h"
 #include "zvi/core/CString.h"
-#include "zvi/core/Export.h"
 
 #include <string_view>
 

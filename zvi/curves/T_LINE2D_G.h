@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zvi/core/Export.h"
+#include "zvi/Export.h"
 #include "zvi/curves/T_REGION2D_G.h"
 
 namespace zvi::lib {

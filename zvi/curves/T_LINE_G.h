@@ -1,7 +1,7 @@
 #pragma once
 
+#include "zvi/Export.h"
 #include "zvi/core/CArray.h"
-#include "zvi/core/Export.h"
 #include "zvi/core/MArray.h"
 #include "zvi/core/MVector.h"
 #include "zvi/curves/T_REGION2D_G.h"

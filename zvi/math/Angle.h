@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zvi/core/Export.h"
+#include "zvi/Export.h"
 
 // Angles of the free family, in degrees, by the cosine rule. Vectors so short that twice the product of their lengths
 // is below 1e-8 enclose 0.0. A cosine within 1e-8 of an end counts as the end, so an angle within about 0.008 degrees

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zvi/core/Export.h"
+#include "zvi/Export.h"
 #include "zvi/math/CMathPnt.h"
 
 // Midpoints and means of points in space, three adjacent doubles each. An output may be one of the inputs.

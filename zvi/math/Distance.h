@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zvi/core/Export.h"
+#include "zvi/Export.h"
 
 // Lengths and distances of the free family. A point is two adjacent doubles in the operations named 2d and three
 // otherwise; results are in the units of the input. NaN coordinates give NaN, save the one along an axis-parallel line,

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zvi/core/Export.h"
+#include "zvi/Export.h"
 
 // Where lines meet lines and faces, in the free family. Points are three adjacent doubles, two in the operations named
 // 2d. Segments run from a to b and from c to d. Each operation answers false for parallel and overlapping lines and for

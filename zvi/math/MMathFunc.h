@@ -10,7 +10,7 @@
 //   or failure, never a crash. Outputs may be the same array as an input where "in place" is said.
 // - The thresholds are this family's own. The free functions of zvi::lib have others, and the two stay separate.
 
-#include "zvi/core/Export.h"
+#include "zvi/Export.h"
 
 namespace zvi::lib {
 

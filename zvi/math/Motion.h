@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zvi/core/Export.h"
+#include "zvi/Export.h"
 
 // Moving points. Angles are in degrees and right-handed: a positive one turns counter-clockwise as seen from the head
 // of its axis, x toward y in the plane. Points are columns, two adjacent doubles in the operations named 2d and three

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zvi/core/Export.h"
+#include "zvi/Export.h"
 
 // Matrices that turn and mirror, for column vectors: multiply_matrix_3x3_vector_3x1(m, p, out) moves p. Angles are in
 // degrees and right-handed. Matrices are rows of doubles. NaN passes through.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zvi/core/Export.h"
+#include "zvi/Export.h"
 
 // Whether a point lies on a segment, told by the angle at the point and not by a distance: with c the cosine of the
 // angle under which the point sees the two ends, it is on the segment when c is -1 within the tolerance. A point within

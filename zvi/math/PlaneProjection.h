@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zvi/core/Export.h"
+#include "zvi/Export.h"
 
 // Feet on lines and planes in the free family. Points are three adjacent doubles. The plane operations move `p` in
 // place and have no result: where there is no foot, p stays as it was. NaN coordinates give NaN.

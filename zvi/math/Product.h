@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zvi/core/Export.h"
+#include "zvi/Export.h"
 
 // Products, normals and bases of the free family. Vectors are three adjacent doubles, two in the operations named 2d.
 // An output may be one of the inputs. NaN coordinates give NaN.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zvi/core/Export.h"
+#include "zvi/Export.h"
 
 // Comparing, cleaning and rounding of bare numbers in the free family. Numbers are compared with one absolute limit,
 // 1e-8. Each comparison with a NaN is false, so no test here answers true for one, save `is_equal3` for a NaN `b`.

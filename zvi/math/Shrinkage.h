@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zvi/core/Export.h"
+#include "zvi/Export.h"
 
 // Cells drawn a little smaller than they are, so that their borders come apart. Each corner p moves toward the mean g
 // of all corners of the cell: out = g + (p - g) * ratio. A ratio of 1 keeps the cell and 0 gathers it in g; others

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zvi/core/Export.h"
+#include "zvi/Export.h"
 
 // Square matrices of two, three and four rows: the same operations for each size. A matrix is a pointer to its rows; it
 // stands on the left of a column vector. An output may be an input; sums run in order of the index; NaN passes through.

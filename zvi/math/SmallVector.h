@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zvi/core/Export.h"
+#include "zvi/Export.h"
 
 // Columns of two, three and four adjacent doubles: the same operations for each size. An output may be an input; sums
 // run in order of the index; NaN passes through.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zvi/core/Export.h"
+#include "zvi/Export.h"
 
 // Triangles and quadrilaterals of the free family: tests, areas, circles. Points are three adjacent doubles, two in the
 // operations named 2d. NaN coordinates give false, or NaN for an area.

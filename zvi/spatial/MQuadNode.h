@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zvi/core/Export.h"
+#include "zvi/Export.h"
 #include "zvi/core/MArray.h"
 #include "zvi/core/MList.h"
 #include "zvi/spatial/MQuadNodeInfo.h"

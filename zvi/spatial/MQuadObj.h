@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zvi/core/Export.h"
+#include "zvi/Export.h"
 #include "zvi/spatial/MQuadMBR2D.h"
 
 #include <cstdint>
