@@ -1,8 +1,8 @@
 #include "zvi/curves/MGeomFunc.h"
 
 #include "tests/curves/CurveFixtures.h"
-#include "zvi/math/MMathFunc.h"
-#include "zvi/math/MMatrixLib.h"
+#include "zvi/math/func/MMathFunc.h"
+#include "zvi/math/small/MMatrixLib.h"
 
 #include <algorithm>
 #include <cmath>

@@ -3,9 +3,9 @@
 #include "zvi/Export.h"
 #include "zvi/core/MArray.h"
 #include "zvi/core/MHashMap.h"
-#include "zvi/curves/CurvIdIndex.h"
 #include "zvi/curves/DomainRecords.h"
-#include "zvi/curves/VtexXIndex.h"
+#include "zvi/curves/domains/CurvIdIndex.h"
+#include "zvi/curves/domains/VtexXIndex.h"
 
 #include <cstddef>
 #include <utility>
@@ -13,7 +13,7 @@
 
 namespace zvi::lib {
 
-namespace detail {
+namespace curves {
 class DomainGraph;
 }
 
@@ -91,9 +91,9 @@ private:
     int FarVtex(int edge, int vtex) const;
 
     // The steps of MakeDomain, in their order.
-    detail::DomainGraph TidyGraph(zvi::MArray<int> &candidates);
+    curves::DomainGraph TidyGraph(zvi::MArray<int> &candidates);
     void CollectCandidates(zvi::MArray<int> &candidates) const;
-    void ScanCandidates(detail::DomainGraph const &graph, zvi::MArray<int> const &candidates);
+    void ScanCandidates(curves::DomainGraph const &graph, zvi::MArray<int> const &candidates);
     void FinishDomains();
     void MapCurvIds(zvi::MArray<int> &curv) const;
     void MapHole(DM_SURF_SUB &hole) const;

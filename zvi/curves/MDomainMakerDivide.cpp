@@ -1,14 +1,14 @@
 // The division of one domain, walk by walk.
 
-#include "zvi/curves/DivisionTreeDetail.h"
-#include "zvi/curves/DomainRulesDetail.h"
 #include "zvi/curves/MDomainMaker.h"
+#include "zvi/curves/domains/DivisionTreeDetail.h"
+#include "zvi/curves/domains/DomainRulesDetail.h"
 
 #include <algorithm>
 
 namespace zvi::lib {
 
-using detail::At;
+using curves::At;
 
 namespace {
 
@@ -82,13 +82,13 @@ std::size_t MDomainMaker::CountOpenEdges(int vtex, EdgeSet const &barred) const 
 
 void MDomainMaker::BarEdgesAlongBoundary(Corner const &corner, EdgeSet &barred) const {
     DM_VTEX const at = VtexCoord[At(corner.vtex)];
-    DM_VTEX const back = detail::UnitVector(at, VtexCoord[At(corner.previousVtex)]);
-    DM_VTEX const ahead = detail::UnitVector(at, VtexCoord[At(FarVtex(corner.outgoing, corner.vtex))]);
+    DM_VTEX const back = curves::UnitVector(at, VtexCoord[At(corner.previousVtex)]);
+    DM_VTEX const ahead = curves::UnitVector(at, VtexCoord[At(FarVtex(corner.outgoing, corner.vtex))]);
     for (int const edge : VtexEdges[At(corner.vtex)]) {
         if (edge == corner.incoming || edge == corner.outgoing || Holds(barred, edge))
             continue;
-        DM_VTEX const direction = detail::UnitVector(at, VtexCoord[At(FarVtex(edge, corner.vtex))]);
-        if (detail::RunsAlong(direction, back) || detail::RunsAlong(direction, ahead))
+        DM_VTEX const direction = curves::UnitVector(at, VtexCoord[At(FarVtex(edge, corner.vtex))]);
+        if (curves::RunsAlong(direction, back) || curves::RunsAlong(direction, ahead))
             barred.SetAt(edge, 1);
     }
 }
@@ -106,8 +106,8 @@ int MDomainMaker::FindChordAt(Corner const &corner, EdgeSet &barred) {
 
 /// Divides by the plain operations, for loops that the divider of rings does not cover.
 void MDomainMaker::DividePlainly(DM_SURF loop) {
-    long long const limit = detail::kDivisionsPerEdge * static_cast<long long>(EdgeVtex.Size());
-    detail::DivisionTree tree(EdgeVtex.Size());
+    long long const limit = curves::kDivisionsPerEdge * static_cast<long long>(EdgeVtex.Size());
+    curves::DivisionTree tree(EdgeVtex.Size());
     tree.AddRoot(std::move(loop));
     for (long long counter = 1; tree.HasNext(); ++counter) {
         if (counter > limit)

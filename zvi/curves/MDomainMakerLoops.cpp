@@ -1,13 +1,13 @@
 // The small operations on loops.
 
-#include "zvi/curves/DomainRulesDetail.h"
-#include "zvi/curves/DomainStarsDetail.h"
 #include "zvi/curves/MDomainMaker.h"
 #include "zvi/curves/PointInPolygonDetail.h"
+#include "zvi/curves/domains/DomainRulesDetail.h"
+#include "zvi/curves/domains/VertexStarsDetail.h"
 
 namespace zvi::lib {
 
-using detail::At;
+using curves::At;
 
 namespace {
 
@@ -112,7 +112,7 @@ int MDomainMaker::Util_IsPointInSurf(double x, double y, DM_SURF &surf) {
 }
 
 double MDomainMaker::Util_CalcAngle(double dx, double dy) {
-    return detail::DirectionAngle(dx, dy);
+    return curves::DirectionAngle(dx, dy);
 }
 
 } // namespace zvi::lib

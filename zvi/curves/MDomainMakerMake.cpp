@@ -1,16 +1,16 @@
 // MakeDomain: from the edge graph to the finished domains.
 
 #include "zvi/core/MQSort.h"
-#include "zvi/curves/DomainGraphDetail.h"
-#include "zvi/curves/DomainRulesDetail.h"
-#include "zvi/curves/DomainStarsDetail.h"
 #include "zvi/curves/MDomainMaker.h"
+#include "zvi/curves/domains/DomainGraphDetail.h"
+#include "zvi/curves/domains/DomainRulesDetail.h"
+#include "zvi/curves/domains/VertexStarsDetail.h"
 
 #include <algorithm>
 
 namespace zvi::lib {
 
-using detail::At;
+using curves::At;
 
 namespace {
 
@@ -45,14 +45,14 @@ void MergeEqualNeighbours(DM_SURF_SUB &loop) {
 
 void MDomainMaker::MakeDomain() {
     zvi::MArray<int> candidates;
-    detail::DomainGraph const graph = TidyGraph(candidates);
+    curves::DomainGraph const graph = TidyGraph(candidates);
     ScanCandidates(graph, candidates);
     FinishDomains();
 }
 
 /// Drops duplicate and dangling edges, sorts what is left about each vertex, and collects where walks may start.
-detail::DomainGraph MDomainMaker::TidyGraph(zvi::MArray<int> &candidates) {
-    detail::VertexStars stars(EdgeVtex, VtexEdges);
+curves::DomainGraph MDomainMaker::TidyGraph(zvi::MArray<int> &candidates) {
+    curves::VertexStars stars(EdgeVtex, VtexEdges);
     stars.DropDuplicates();
     for (int const edge : stars.DropDangling())
         CurvId[At(edge)] = 0;

@@ -3,7 +3,7 @@
 #include "zvi/curves/ArcDetail.h"
 #include "zvi/curves/T_LINE_G.h"
 #include "zvi/curves/VectorDetail.h"
-#include "zvi/math/MMathFunc.h"
+#include "zvi/math/func/MMathFunc.h"
 
 #include <algorithm>
 #include <cmath>

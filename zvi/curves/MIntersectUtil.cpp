@@ -2,7 +2,7 @@
 
 #include "zvi/curves/ArcDetail.h"
 #include "zvi/curves/VectorDetail.h"
-#include "zvi/math/MMathFunc.h"
+#include "zvi/math/func/MMathFunc.h"
 
 #include <cmath>
 #include <utility>

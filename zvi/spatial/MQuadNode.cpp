@@ -122,7 +122,8 @@ inline bool MQuadNode::HasRoom() const {
 }
 
 inline void MQuadNode::Place(MQuadObj *object, bool isTrusted) {
-    QuadCode const code = isTrusted ? QuadFrame(m_region).Encode(object->m_mbr) : kUntrustedCode;
+    spatial::QuadCode const code =
+        isTrusted ? spatial::QuadFrame(m_region).Encode(object->m_mbr) : spatial::kUntrustedCode;
     m_pool.Append(object, code);
     if (IsLeaf())
         return;
@@ -144,7 +145,7 @@ void MQuadNode::InitClassMembers() {
     SetChildren(nullptr);
     m_region = {};
     m_parent = nullptr;
-    m_pool.m_bands = QuadBands::Everything();
+    m_pool.m_bands = spatial::QuadBands::Everything();
     m_pool.Recode(m_region);
 }
 
@@ -225,18 +226,18 @@ void MQuadNode::Descend(MQuadObj *object, MQuadMBR2D const &mbr, bool isTrusted)
 MQuadNode *MQuadNode::DescendToward(MQuadMBR2D const &mbr) {
     MQuadNode *node = this;
     MQuadNode *children = m_children[0];
-    QuadrantFinder finder(QuarteredRegion());
+    spatial::QuadrantFinder finder(QuarteredRegion());
     while (children != nullptr) {
         int const index = finder.Enter(mbr);
         if (index == kChildCount)
             return node;
         node = children + index;
-        Prefetch(node);
-        Prefetch(&node->m_pool.m_codes);
-        QuadFamily const &family = QuadFamily::Of(children);
+        spatial::Prefetch(node);
+        spatial::Prefetch(&node->m_pool.m_codes);
+        spatial::QuadFamily const &family = spatial::QuadFamily::Of(children);
         children = family.children[index];
         if (family.isQuartered[index]) [[unlikely]]
-            finder = QuadrantFinder(*node->m_quartered);
+            finder = spatial::QuadrantFinder(*node->m_quartered);
     }
     return node;
 }
@@ -279,8 +280,8 @@ void MQuadNode::NoteCluster(int quadrant, MQuadMBR2D const &mbr) {
         return;
     if (m_pool.m_cluster == nullptr) {
         MQuadPoint2D const centre = Centre(mbr);
-        m_pool.m_cluster =
-            std::make_unique<QuadCluster>(QuadCluster{quadrant, {centre.x, centre.y, centre.x, centre.y}});
+        m_pool.m_cluster = std::make_unique<spatial::QuadCluster>(
+            spatial::QuadCluster{quadrant, {centre.x, centre.y, centre.x, centre.y}});
         for (std::uint32_t i = 0; i < m_pool.m_count; ++i)
             m_pool.m_cluster->Add(Centre(m_pool.Objects()[i]->m_mbr));
     }
@@ -321,8 +322,8 @@ void MQuadNode::Split(MQuadMBR2D const *regions) {
 
 void MQuadNode::MakeChildren(MQuadMBR2D const *regions) {
     void *const memory =
-        m_tree == nullptr ? ::operator new(kFamilySize, kNodeAlignment) : m_tree->m_memory->TakeFamily();
-    MQuadNode *const nodes = (::new (memory) QuadFamily)->Nodes();
+        m_tree == nullptr ? ::operator new(spatial::kFamilySize, kNodeAlignment) : m_tree->m_memory->TakeFamily();
+    MQuadNode *const nodes = (::new (memory) spatial::QuadFamily)->Nodes();
     for (int i = 0; i < kChildCount; ++i) {
         MQuadNode *const child = ::new (static_cast<void *>(nodes + i)) MQuadNode(m_tree);
         child->m_parent = this;
@@ -336,51 +337,51 @@ void MQuadNode::DeleteChild() {
         return;
     MQuadNode *const nodes = m_children[0];
     std::destroy_n(nodes, kChildCount);
-    QuadFamily *const family = &QuadFamily::Of(nodes);
+    spatial::QuadFamily *const family = &spatial::QuadFamily::Of(nodes);
     if (m_tree == nullptr)
         ::operator delete(family, kNodeAlignment);
     else
         m_tree->m_memory->GiveBackFamily(family);
     SetQuartered(nullptr);
     SetChildren(nullptr);
-    m_pool.m_bands = QuadBands::Everything();
+    m_pool.m_bands = spatial::QuadBands::Everything();
 }
 
 /// The four nodes from `first` on, or none for null, become the children.
 void MQuadNode::SetChildren(MQuadNode *first) {
     for (int i = 0; i < kChildCount; ++i)
         m_children[i] = first == nullptr ? nullptr : first + i;
-    if (QuadFamily *const family = Family())
+    if (spatial::QuadFamily *const family = Family())
         family->children[this - m_parent->m_children[0]] = first;
 }
 
 void MQuadNode::SetQuartered(MQuadMBR2D const *quartered) {
     delete std::exchange(m_quartered, quartered);
-    if (QuadFamily *const family = Family())
+    if (spatial::QuadFamily *const family = Family())
         family->isQuartered[this - m_parent->m_children[0]] = quartered != nullptr;
 }
 
 /// The family of this node; null for a root and for a copy, which has a parent but is none of its children.
-QuadFamily *MQuadNode::Family() const {
+spatial::QuadFamily *MQuadNode::Family() const {
     bool const isChild = m_parent != nullptr && std::find(m_parent->m_children, std::end(m_parent->m_children), this) !=
                                                     std::end(m_parent->m_children);
-    return isChild ? &QuadFamily::Of(m_parent->m_children[0]) : nullptr;
+    return isChild ? &spatial::QuadFamily::Of(m_parent->m_children[0]) : nullptr;
 }
 
 void MQuadNode::Distribute() {
     std::uint32_t const count = m_pool.m_count;
     MQuadObj **const objects = m_pool.Objects();
-    QuadCode *const codes = m_pool.m_codes;
+    spatial::QuadCode *const codes = m_pool.m_codes;
     std::uint32_t firstKept = count;
     m_pool.DropIndex();
     for (MQuadNode *child : m_children)
         child->m_pool.Reserve(count / 2);
     for (std::uint32_t i = 0; i < count; ++i)
-        Prefetch(&objects[i]->m_mbr);
+        spatial::Prefetch(&objects[i]->m_mbr);
     for (std::uint32_t i = count; i-- > 0;) {
         int const index = GetChildNodeIndexContainingMBR(objects[i]->CurrentRectangle());
         if (index != kChildCount) {
-            m_children[index]->Place(objects[i], codes[i] != kUntrustedCode);
+            m_children[index]->Place(objects[i], codes[i] != spatial::kUntrustedCode);
         } else {
             --firstKept;
             objects[firstKept] = objects[i];
@@ -439,7 +440,7 @@ void MQuadNode::Extend(MQuadPoint2D const &point) {
     if (oldChildren != nullptr)
         heir.AdoptChildren(oldChildren, oldQuartered);
     heir.m_pool.Swap(m_pool);
-    m_pool.m_bands = QuadBands::Empty();
+    m_pool.m_bands = spatial::QuadBands::Empty();
     heir.m_pool.Recode(heir.m_region);
 }
 

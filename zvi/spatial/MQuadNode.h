@@ -11,10 +11,15 @@ class CDC;
 namespace zvi::lib {
 
 class MQuadTree;
+
+namespace spatial {
+
 struct QuadFamily;
 
 /// A cache line, so that a descent reads one line of each inner node.
 struct alignas(64) QuadNodeAlignment {};
+
+} // namespace spatial
 
 /// A node of `MQuadTree`: a region, the objects that lie in it but in none of its children, and no child or four.
 ///
@@ -23,7 +28,7 @@ struct alignas(64) QuadNodeAlignment {};
 ///
 /// Nodes belong to their tree and use its settings. Copying is shallow, deliberately: the copy has the same children
 /// and the same tree and a copy of the pool's array; whoever copies a node keeps one of the two alive at the end.
-class ZVI_API MQuadNode : private QuadNodeAlignment {
+class ZVI_API MQuadNode : private spatial::QuadNodeAlignment {
 public:
     static constexpr int kChildCount = 4;
 
@@ -115,7 +120,7 @@ private:
     void AdoptChildren(MQuadNode *first, MQuadMBR2D const &quartered);
     void SetChildren(MQuadNode *first);
     void SetQuartered(MQuadMBR2D const *quartered);
-    QuadFamily *Family() const;
+    spatial::QuadFamily *Family() const;
     MQuadMBR2D const &QuarteredRegion() const { return m_quartered == nullptr ? m_region : *m_quartered; }
     int DeleteSearching(MQuadObj *object, MQuadMBR2D const &mbr);
     void RemoveFromPool(int index);

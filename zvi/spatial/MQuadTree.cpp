@@ -20,10 +20,10 @@ MHashMap<unsigned int, MQuadObj *> *NewKeyMap() {
 
 } // namespace
 
-MQuadTree::MQuadTree() : m_objects(NewKeyMap()), m_memory(new QuadMemory) {}
+MQuadTree::MQuadTree() : m_objects(NewKeyMap()), m_memory(new spatial::QuadMemory) {}
 
 MQuadTree::MQuadTree(double width, double height, int capacity)
-    : m_info{width, height, capacity}, m_objects(NewKeyMap()), m_memory(new QuadMemory) {}
+    : m_info{width, height, capacity}, m_objects(NewKeyMap()), m_memory(new spatial::QuadMemory) {}
 
 MQuadTree::~MQuadTree() {
     Clear();

@@ -13,7 +13,9 @@ class CDC;
 
 namespace zvi::lib {
 
+namespace spatial {
 class QuadMemory;
+}
 
 /// An index of objects by their bounding rectangles, under keys or as objects of the caller.
 ///
@@ -87,7 +89,7 @@ private:
     MQuadNode *m_root = nullptr;
     MQuadNodeInfo m_info;
     MHashMap<unsigned int, MQuadObj *> *m_objects;
-    QuadMemory *m_memory;
+    spatial::QuadMemory *m_memory;
 };
 
 } // namespace zvi::lib

@@ -7,7 +7,7 @@
 #include <cstring>
 #include <limits>
 
-namespace zvi::lib {
+namespace zvi::lib::spatial {
 
 /// A rectangle in four bytes, coarse and never too small, so that a query looks through the rectangles of a pool
 /// without touching the objects. Each byte is a place from 1 to 127 between the edges of the node's region: minX, minY,
@@ -114,4 +114,4 @@ inline std::size_t NextToMeet(QuadCode const *codes, std::size_t first, std::siz
     return first;
 }
 
-} // namespace zvi::lib
+} // namespace zvi::lib::spatial

@@ -9,7 +9,7 @@
 #include <cstdint>
 #include <new>
 
-namespace zvi::lib {
+namespace zvi::lib::spatial {
 
 /// Memory for the objects that a tree owns, for its nodes, four at a time, and for the arrays of their pools. What is
 /// given back is taken again for the same use; the rest goes with the tree. Everything begins at a cache line.
@@ -66,4 +66,4 @@ private:
     Free *m_freeEntries[32] = {};
 };
 
-} // namespace zvi::lib
+} // namespace zvi::lib::spatial

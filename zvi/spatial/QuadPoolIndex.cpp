@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace zvi::lib {
+namespace zvi::lib::spatial {
 
 namespace {
 
@@ -81,4 +81,4 @@ void QuadPoolIndex::Distrust(MQuadObj *object, MQuadMBR2D const &mbr) {
     m_groups[kOther].Add(object, kUntrustedCode, rank);
 }
 
-} // namespace zvi::lib
+} // namespace zvi::lib::spatial

@@ -8,6 +8,8 @@
 
 namespace zvi::lib {
 
+using namespace units;
+
 namespace {
 
 /// First parameter of the message that tells the main window of a unit change.

@@ -4,6 +4,8 @@
 
 namespace zvi::lib {
 
+using namespace units;
+
 namespace {
 
 // Weight of a unit mass: the acceleration of gravity in m/s^2, in/s^2 and ft/s^2.

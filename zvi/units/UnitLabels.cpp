@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <iterator>
 
-namespace zvi::lib {
+namespace zvi::lib::units {
 
 namespace {
 
@@ -227,4 +227,4 @@ CString MakeLegendLabel(int kind, LabelPieces const &pieces) {
     return form == nullptr ? CString() : Expand(form->form, pieces, kHourText, kDayText);
 }
 
-} // namespace zvi::lib
+} // namespace zvi::lib::units

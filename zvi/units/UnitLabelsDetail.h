@@ -4,7 +4,7 @@
 
 #include <array>
 
-namespace zvi::lib {
+namespace zvi::lib::units {
 
 /// What labels are made of: the current names of the base units, and how a power is written.
 struct LabelPieces {
@@ -34,4 +34,4 @@ void RebuildUnitLabels(LabelPieces const &pieces, LabelArray &labels);
 /// The label of a kind that has one, built afresh.
 CString MakeLegendLabel(int kind, LabelPieces const &pieces);
 
-} // namespace zvi::lib
+} // namespace zvi::lib::units

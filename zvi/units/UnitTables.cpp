@@ -4,7 +4,7 @@
 
 #include <iterator>
 
-namespace zvi::lib {
+namespace zvi::lib::units {
 
 namespace {
 
@@ -99,4 +99,4 @@ CString NameOf(CString const (&names)[kUnitTableRoom], int index) {
     return IsInTable(index) ? names[index] : CString();
 }
 
-} // namespace zvi::lib
+} // namespace zvi::lib::units

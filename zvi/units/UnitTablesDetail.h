@@ -4,7 +4,7 @@
 
 #include <array>
 
-namespace zvi::lib {
+namespace zvi::lib::units {
 
 // Indices of the base units.
 enum LengthUnit { kMillimetre, kCentimetre, kMetre, kInch, kFoot, kMicrometre, kLengthUnitCount };
@@ -38,4 +38,4 @@ double FactorOf(double const (&factors)[kUnitTableRoom], int index);
 /// Entry of a name table; empty for an index outside its room.
 CString NameOf(CString const (&names)[kUnitTableRoom], int index);
 
-} // namespace zvi::lib
+} // namespace zvi::lib::units
