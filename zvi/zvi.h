@@ -37,6 +37,7 @@
 #include "zvi/core/MTArray.h"
 #include "zvi/core/MVector.h"
 #include "zvi/core/NodeBlock.h"
+#include "zvi/core/Utf8.h"
 #include "zvi/core/Version.h"
 #include "zvi/core/WideFormat.h"
 #include "zvi/core/WideNumber.h"

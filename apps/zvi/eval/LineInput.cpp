@@ -1,8 +1,8 @@
 #include "apps/zvi/eval/LineInput.h"
 
 #include "apps/zvi/common/Terminal.h"
-#include "apps/zvi/common/Utf8.h"
 #include "apps/zvi/common/WideText.h"
+#include "zvi/core/Utf8.h"
 
 #include <cstdlib>
 #include <string_view>
@@ -155,7 +155,7 @@ void LineInput::Show(std::string const &prompt) {
     std::size_t const room = width > prompt.size() + 2 ? width - prompt.size() - 1 : 1;
     std::size_t begin = 0;
     while (Columns(text.substr(begin, editor.Cursor() - begin)) > room) {
-        begin += Utf8Length(text[begin]);
+        begin += lib::Utf8Length(text[begin]);
     }
     std::size_t end = text.size();
     while (end > editor.Cursor() && Columns(text.substr(begin, end - begin)) > room) {

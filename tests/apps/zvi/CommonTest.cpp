@@ -1,8 +1,8 @@
 #include "apps/zvi/common/NearestName.h"
 #include "apps/zvi/common/NumberText.h"
 #include "apps/zvi/common/OutputFile.h"
-#include "apps/zvi/common/Utf8.h"
 #include "apps/zvi/domains/dxf/TextDecoding.h"
+#include "zvi/core/Utf8.h"
 
 #include <gtest/gtest.h>
 
@@ -87,8 +87,8 @@ TEST(TextDecoding, GivesWellFormedUtf8) {
         EXPECT_EQ(DecodeDxfText(c.text, c.codePage), c.decoded) << c.decoded;
     }
     for (char const *bad : {"\xC0\x80", "\xED\xA0\x80", "\xF5\x80\x80\x80", "\xE2\x82", "\x80", "\xF0\x80\x80\x80"}) {
-        EXPECT_FALSE(IsUtf8(bad));
-        EXPECT_TRUE(IsUtf8(DecodeDxfText(bad, "ANSI_1252")));
+        EXPECT_FALSE(lib::IsUtf8(bad));
+        EXPECT_TRUE(lib::IsUtf8(DecodeDxfText(bad, "ANSI_1252")));
     }
 }
 

@@ -2,7 +2,8 @@
 
 #include "apps/zvi/common/Joined.h"
 #include "apps/zvi/common/Text.h"
-#include "apps/zvi/common/Utf8.h"
+#include "zvi/core/Utf8.h"
+#include "zvi/core/WideUnits.h"
 
 #include <array>
 #include <cstdint>
@@ -27,7 +28,7 @@ std::string From1252(std::string_view text) {
     std::string decoded;
     for (char const c : text) {
         std::uint32_t const byte = static_cast<unsigned char>(c);
-        AppendUtf8(decoded, byte >= 0x80 && byte < 0xA0 ? k1252[byte - 0x80] : byte);
+        lib::AppendUtf8(decoded, byte >= 0x80 && byte < 0xA0 ? k1252[byte - 0x80] : byte);
     }
     return decoded;
 }
@@ -63,7 +64,7 @@ std::optional<std::string> ThroughConverter(std::string_view text, std::string c
         iconv(converter, &from, &left, &to, &room);
         decoded.append(buffer.data(), buffer.size() - room);
         if (left == before && room == buffer.size()) {
-            AppendUtf8(decoded, kReplacement);
+            lib::AppendUtf8(decoded, lib::kReplacementCharacter);
             ++from;
             --left;
         }
@@ -92,17 +93,17 @@ std::optional<std::uint32_t> EscapedCharacter(std::string_view text) {
         value = value * 16 + static_cast<std::uint32_t>(digit % 16);
     }
     bool const surrogate = value >= 0xD800 && value < 0xE000;
-    return surrogate ? kReplacement : value;
+    return surrogate ? lib::kReplacementCharacter : value;
 }
 
 std::string Cleaned(std::string_view text) {
     std::string cleaned;
     for (std::size_t i = 0; i < text.size(); ++i) {
         if (std::optional<std::uint32_t> const escaped = EscapedCharacter(text.substr(i))) {
-            AppendUtf8(cleaned, *escaped < ' ' ? kReplacement : *escaped);
+            lib::AppendUtf8(cleaned, *escaped < ' ' ? lib::kReplacementCharacter : *escaped);
             i += 6;
         } else if (static_cast<unsigned char>(text[i]) < ' ' || text[i] == '\x7F') {
-            AppendUtf8(cleaned, kReplacement);
+            lib::AppendUtf8(cleaned, lib::kReplacementCharacter);
         } else {
             cleaned += text[i];
         }
@@ -113,7 +114,7 @@ std::string Cleaned(std::string_view text) {
 } // namespace
 
 std::string DecodeDxfText(std::string_view text, std::string_view codePage) {
-    if (IsUtf8(text)) {
+    if (lib::IsUtf8(text)) {
         return Cleaned(text);
     }
     std::string const name = ConverterName(Trimmed(codePage));
@@ -121,7 +122,7 @@ std::string DecodeDxfText(std::string_view text, std::string_view codePage) {
     if (!name.empty() && !SameNoCase(name, "CP1252") && !SameNoCase(name, "UTF-8")) {
         decoded = ThroughConverter(text, name);
     }
-    std::string const readable = decoded && IsUtf8(*decoded) ? *decoded : From1252(text);
+    std::string const readable = decoded && lib::IsUtf8(*decoded) ? *decoded : From1252(text);
     return Cleaned(readable);
 }
 
