@@ -1,5 +1,6 @@
 #include "zvi/command/SymbolTable.h"
 
+#include "zvi/base/Pi.h"
 #include "zvi/command/CommandTokens.h"
 #include "zvi/command/VMCommand.h"
 
@@ -24,8 +25,6 @@ double AcosDegrees(double x) {
     return std::acos(x) * RAD_TO_DEG;
 }
 
-constexpr double kPi = 3.141592653589793;
-
 TagSymbolNode const kBuiltInSymbols[] = {
     {"log", [](double x) { return std::log10(x); }, 0},
     {"ln", [](double x) { return std::log(x); }, 0},
@@ -42,9 +41,9 @@ TagSymbolNode const kBuiltInSymbols[] = {
     {"sinh", [](double x) { return std::sinh(x); }, 0},
     {"cosh", [](double x) { return std::cosh(x); }, 0},
     {"abs", [](double x) { return std::fabs(x); }, 0},
-    {"pi", nullptr, kPi},
+    {"pi", nullptr, base::kPi},
     // phi is not the golden ratio here: existing input relies on its being pi.
-    {"phi", nullptr, kPi},
+    {"phi", nullptr, base::kPi},
 };
 
 constexpr int kBuiltInSymbolCount = static_cast<int>(std::size(kBuiltInSymbols));

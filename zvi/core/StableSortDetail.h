@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zvi/base/Buckets.h"
+
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -100,14 +102,10 @@ void SortByBits(Record *records, Record *scratch, std::size_t count, KeyOf keyOf
     Record *source = records;
     Record *target = scratch;
     for (int shift = fromBit; shift < toBit; shift += digitBits) {
-        std::array<std::size_t, kValues> next{};
-        for (std::size_t i = 0; i < count; ++i)
-            ++next[digitOf(source[i], shift)];
-        std::size_t start = 0;
-        for (std::size_t &position : next)
-            start += std::exchange(position, start);
-        for (std::size_t i = 0; i < count; ++i)
-            target[next[digitOf(source[i], shift)]++] = source[i];
+        std::array<std::size_t, kValues + 1> begins{};
+        base::SortIntoBuckets<std::size_t>(
+            count, begins, [=](std::size_t i) { return digitOf(source[i], shift); },
+            [=](std::size_t place, std::size_t i) { target[place] = source[i]; });
         std::swap(source, target);
     }
     if (source != records)

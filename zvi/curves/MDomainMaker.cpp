@@ -2,16 +2,16 @@
 
 #include "zvi/curves/MDomainMaker.h"
 
+#include "zvi/base/Index.h"
+
 namespace zvi::lib {
+
+using base::Index;
 
 namespace {
 
 /// Room for this many edges is made at a vertex's first one: a plane mesh has six of them about a vertex.
 constexpr std::size_t kUsualEdges = 6;
-
-std::size_t At(int index) {
-    return static_cast<std::size_t>(index);
-}
 
 } // namespace
 
@@ -26,10 +26,10 @@ void MDomainMaker::AddCurv(unsigned int id, DM_VTEX p1, DM_VTEX p2) {
     EdgeVtex.PushBack({0, 0});
     int const first = FindOrAddVtex(p1);
     AttachEdge(first, edge);
-    EdgeVtex[At(edge)].first = first;
+    EdgeVtex[Index(edge)].first = first;
     int const second = FindOrAddVtex(p2);
     AttachEdge(second, edge);
-    EdgeVtex[At(edge)].second = second;
+    EdgeVtex[Index(edge)].second = second;
 }
 
 int MDomainMaker::FindOrAddVtex(DM_VTEX const &point) {
@@ -44,9 +44,9 @@ int MDomainMaker::FindOrAddVtex(DM_VTEX const &point) {
 }
 
 void MDomainMaker::AttachEdge(int vtex, int edge) {
-    if (VtexEdges.Size() <= At(vtex))
-        VtexEdges.Resize(At(vtex) + 1);
-    zvi::MArray<int> &edges = VtexEdges[At(vtex)];
+    if (VtexEdges.Size() <= Index(vtex))
+        VtexEdges.Resize(Index(vtex) + 1);
+    zvi::MArray<int> &edges = VtexEdges[Index(vtex)];
     if (edges.Empty())
         edges.Reserve(kUsualEdges);
     edges.PushBack(edge);
@@ -57,13 +57,13 @@ void MDomainMaker::AddCurvMidPoint(unsigned int id, zvi::MArray<DM_VTEX> &pts) {
     if (oldEdge < 0 || pts.Empty())
         return;
 
-    int const endVtex = EdgeVtex[At(oldEdge)].second;
+    int const endVtex = EdgeVtex[Index(oldEdge)].second;
     int edge = oldEdge;
     for (DM_VTEX const &point : pts) {
         int const vtex = static_cast<int>(VtexCoord.Size());
         VtexTag.PushBack(0);
         VtexCoord.PushBack(point);
-        EdgeVtex[At(edge)].second = vtex;
+        EdgeVtex[Index(edge)].second = vtex;
         AttachEdge(vtex, edge);
         edge = static_cast<int>(EdgeVtex.Size());
         CurvId.PushBack(id);
@@ -72,7 +72,7 @@ void MDomainMaker::AddCurvMidPoint(unsigned int id, zvi::MArray<DM_VTEX> &pts) {
     }
 
     // An edge whose ends are one vertex stands there twice; its second entry is the one of its second end.
-    zvi::MArray<int> &endEdges = VtexEdges[At(endVtex)];
+    zvi::MArray<int> &endEdges = VtexEdges[Index(endVtex)];
     for (std::size_t i = endEdges.Size(); i-- > 0;) {
         if (endEdges[i] == oldEdge) {
             endEdges[i] = edge;
@@ -94,7 +94,7 @@ void MDomainMaker::AddCurvedCurvOnce(unsigned int id, zvi::MArray<DM_VTEX> &pts)
 }
 
 int MDomainMaker::FarVtex(int edge, int vtex) const {
-    auto const &[first, second] = EdgeVtex[At(edge)];
+    auto const &[first, second] = EdgeVtex[Index(edge)];
     return first == vtex ? second : first;
 }
 

@@ -1,5 +1,6 @@
 // The division of one domain, walk by walk.
 
+#include "zvi/base/Index.h"
 #include "zvi/curves/MDomainMaker.h"
 #include "zvi/curves/domains/DivisionTreeDetail.h"
 #include "zvi/curves/domains/DomainRulesDetail.h"
@@ -8,7 +9,7 @@
 
 namespace zvi::lib {
 
-using curves::At;
+using base::Index;
 
 namespace {
 
@@ -61,7 +62,7 @@ struct ChordEnds {
 ChordEnds FindChordEnds(DM_SURF const &surf, zvi::MArray<std::pair<int, int>> const &edges, int first, int last) {
     ChordEnds ends;
     for (std::size_t i = 0; i < surf.Curv.Size(); ++i) {
-        auto const &[start, end] = edges[At(surf.Curv[i])];
+        auto const &[start, end] = edges[Index(surf.Curv[i])];
         int const from = surf.CurvDir[i] == 0 ? start : end;
         if (from == first)
             ends.first = static_cast<int>(i);
@@ -75,19 +76,19 @@ ChordEnds FindChordEnds(DM_SURF const &surf, zvi::MArray<std::pair<int, int>> co
 
 std::size_t MDomainMaker::CountOpenEdges(int vtex, EdgeSet const &barred) const {
     std::size_t count = 0;
-    for (int const edge : VtexEdges[At(vtex)])
+    for (int const edge : VtexEdges[Index(vtex)])
         count += Holds(barred, edge) ? 0 : 1;
     return count;
 }
 
 void MDomainMaker::BarEdgesAlongBoundary(Corner const &corner, EdgeSet &barred) const {
-    DM_VTEX const at = VtexCoord[At(corner.vtex)];
-    DM_VTEX const back = curves::UnitVector(at, VtexCoord[At(corner.previousVtex)]);
-    DM_VTEX const ahead = curves::UnitVector(at, VtexCoord[At(FarVtex(corner.outgoing, corner.vtex))]);
-    for (int const edge : VtexEdges[At(corner.vtex)]) {
+    DM_VTEX const at = VtexCoord[Index(corner.vtex)];
+    DM_VTEX const back = curves::UnitVector(at, VtexCoord[Index(corner.previousVtex)]);
+    DM_VTEX const ahead = curves::UnitVector(at, VtexCoord[Index(FarVtex(corner.outgoing, corner.vtex))]);
+    for (int const edge : VtexEdges[Index(corner.vtex)]) {
         if (edge == corner.incoming || edge == corner.outgoing || Holds(barred, edge))
             continue;
-        DM_VTEX const direction = curves::UnitVector(at, VtexCoord[At(FarVtex(edge, corner.vtex))]);
+        DM_VTEX const direction = curves::UnitVector(at, VtexCoord[Index(FarVtex(edge, corner.vtex))]);
         if (curves::RunsAlong(direction, back) || curves::RunsAlong(direction, ahead))
             barred.SetAt(edge, 1);
     }
@@ -97,7 +98,7 @@ int MDomainMaker::FindChordAt(Corner const &corner, EdgeSet &barred) {
     if (CountOpenEdges(corner.vtex, barred) <= 2)
         return -1;
     BarEdgesAlongBoundary(corner, barred);
-    int const reverse = EdgeVtex[At(corner.incoming)].first != corner.previousVtex ? 1 : 0;
+    int const reverse = EdgeVtex[Index(corner.incoming)].first != corner.previousVtex ? 1 : 0;
     int vtex = -1;
     int chord = -1;
     Sub3_FindCCWVtexIdx(corner.incoming, reverse, vtex, chord, true, &barred);
@@ -136,7 +137,7 @@ int MDomainMaker::Sub1_DivideDomain(DM_SURF &surf, DM_SURF &outA, DM_SURF &outB)
         int const chord = FindChordAt(corner, chordBarrier);
         if (chord < 0)
             continue;
-        int const reverse = EdgeVtex[At(chord)].first != corner.vtex ? 1 : 0;
+        int const reverse = EdgeVtex[Index(chord)].first != corner.vtex ? 1 : 0;
         DM_SURF path;
         DM_SURF loop;
         int status = 0;
@@ -178,8 +179,8 @@ int MDomainMaker::SplitAlongChord(DM_SURF &surf, DM_SURF &path, DM_SURF &outA, D
 
     DM_SURF right;
     DM_SURF left;
-    AppendRun(surf.Curv, At(ends.first), At(ends.last), right.Curv);
-    AppendRun(surf.Curv, At(ends.last), At(ends.first), left.Curv);
+    AppendRun(surf.Curv, Index(ends.first), Index(ends.last), right.Curv);
+    AppendRun(surf.Curv, Index(ends.last), Index(ends.first), left.Curv);
     for (std::size_t i = path.Curv.Size(); i-- > 0;)
         right.Curv.PushBack(path.Curv[i]);
     for (int const edge : path.Curv)
@@ -189,7 +190,7 @@ int MDomainMaker::SplitAlongChord(DM_SURF &surf, DM_SURF &path, DM_SURF &outA, D
         Util_FillVtexArrayInSurf(*half);
     }
     for (DM_SURF_SUB const &hole : surf.Holes) {
-        DM_VTEX const point = VtexCoord[At(hole.Vtex[hole.Vtex.Size() / 2])];
+        DM_VTEX const point = VtexCoord[Index(hole.Vtex[hole.Vtex.Size() / 2])];
         DM_SURF_SUB &rightLoop = right;
         DM_SURF &owner = Util_IsPointInSurf(point.x, point.y, rightLoop) != 0 ? right : left;
         owner.Holes.PushBack(hole);
@@ -205,7 +206,7 @@ int MDomainMaker::Sub2_FindConnectedLoop(int edge, int reverse, bool ccw, const 
     for (int const vtex : boundary.Vtex)
         onBoundary.SetAt(vtex, 1);
 
-    auto const [first, second] = EdgeVtex[At(edge)];
+    auto const [first, second] = EdgeVtex[Index(edge)];
     int const start = reverse != 0 ? second : first;
     int const next = reverse != 0 ? first : second;
     zvi::MArray<int> vtexes{start, next};
@@ -225,7 +226,8 @@ int MDomainMaker::Sub2_FindConnectedLoop(int edge, int reverse, bool ccw, const 
         int const current = curves[curves.Size() - 1];
         int nextVtex = -1;
         int nextEdge = -1;
-        Sub3_FindCCWVtexIdx(current, EdgeVtex[At(current)].first != previous ? 1 : 0, nextVtex, nextEdge, !ccw, barred);
+        Sub3_FindCCWVtexIdx(current, EdgeVtex[Index(current)].first != previous ? 1 : 0, nextVtex, nextEdge, !ccw,
+                            barred);
         if (nextVtex == -1 || nextVtex == previous)
             return 0;
         int const *const inWalk = visited.Lookup(nextVtex);
@@ -242,8 +244,8 @@ int MDomainMaker::Sub2_FindConnectedLoop(int edge, int reverse, bool ccw, const 
         if (inWalk != nullptr) {
             loop.Vtex = vtexes;
             loop.Curv = curves;
-            DropFront(loop.Vtex, At(*inWalk));
-            DropFront(loop.Curv, At(*inWalk));
+            DropFront(loop.Vtex, Index(*inWalk));
+            DropFront(loop.Curv, Index(*inWalk));
         }
         path.Vtex = std::move(vtexes);
         path.Curv = std::move(curves);
@@ -255,9 +257,9 @@ void MDomainMaker::Sub3_FindCCWVtexIdx(int edge, int reverse, int &nextVtex, int
                                        zvi::MHashMap<int, int> *barred) {
     nextVtex = -1;
     nextEdge = -1;
-    auto const [first, second] = EdgeVtex[At(edge)];
+    auto const [first, second] = EdgeVtex[Index(edge)];
     int const reached = reverse != 0 ? first : second;
-    zvi::MArray<int> const &edges = VtexEdges[At(reached)];
+    zvi::MArray<int> const &edges = VtexEdges[Index(reached)];
     std::size_t const size = edges.Size();
     int const *const found = std::find(edges.begin(), edges.end(), edge);
     if (found == edges.end() || size == 1)

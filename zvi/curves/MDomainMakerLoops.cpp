@@ -1,5 +1,6 @@
 // The small operations on loops.
 
+#include "zvi/base/Index.h"
 #include "zvi/curves/MDomainMaker.h"
 #include "zvi/curves/PointInPolygonDetail.h"
 #include "zvi/curves/domains/DomainRulesDetail.h"
@@ -7,7 +8,7 @@
 
 namespace zvi::lib {
 
-using curves::At;
+using base::Index;
 
 namespace {
 
@@ -19,7 +20,7 @@ zvi::MArray<T_POINT2D> PolygonOf(zvi::MArray<int> const &loop, zvi::MArray<DM_VT
     zvi::MArray<T_POINT2D> polygon;
     polygon.Reserve(count);
     for (std::size_t i = 0; i < count; ++i) {
-        DM_VTEX const &vtex = coordinates[At(loop[i])];
+        DM_VTEX const &vtex = coordinates[Index(loop[i])];
         polygon.PushBack({vtex.x, vtex.y});
     }
     return polygon;
@@ -28,7 +29,7 @@ zvi::MArray<T_POINT2D> PolygonOf(zvi::MArray<int> const &loop, zvi::MArray<DM_VT
 } // namespace
 
 void MDomainMaker::Util_GetConnectedVtexIdx(int vtex, zvi::MArray<int> &out) {
-    for (int const edge : VtexEdges[At(vtex)])
+    for (int const edge : VtexEdges[Index(vtex)])
         out.PushBack(FarVtex(edge, vtex));
 }
 
@@ -42,7 +43,7 @@ void MDomainMaker::Util_GetInnerVtexIdx(zvi::MArray<int> &loop, zvi::MArray<int>
     for (int vtex = 0; vtex < count; ++vtex) {
         if (DeadVtex.Lookup(vtex) != nullptr || onLoop.Lookup(vtex) != nullptr)
             continue;
-        if (polygon.Contains({VtexCoord[At(vtex)].x, VtexCoord[At(vtex)].y}, 1) != 0)
+        if (polygon.Contains({VtexCoord[Index(vtex)].x, VtexCoord[Index(vtex)].y}, 1) != 0)
             out.PushBack(vtex);
     }
 }
@@ -52,7 +53,9 @@ void MDomainMaker::Util_FillCurvDirArrayInSurf(DM_SURF &surf) {
     std::size_t const count = surf.Curv.Size();
     if (count == 0)
         return;
-    auto const edge = [&](std::size_t index) -> std::pair<int, int> const & { return EdgeVtex[At(surf.Curv[index])]; };
+    auto const edge = [&](std::size_t index) -> std::pair<int, int> const & {
+        return EdgeVtex[Index(surf.Curv[index])];
+    };
     auto const joins = [](std::pair<int, int> const &ends, int vtex) {
         return ends.first == vtex || ends.second == vtex;
     };
@@ -81,7 +84,7 @@ void MDomainMaker::Util_FillVtexArrayInSurf(DM_SURF &surf) {
     surf.Vtex.Clear();
     surf.Vtex.Reserve(count + 1);
     auto const start = [&](std::size_t index) {
-        auto const &[first, second] = EdgeVtex[At(surf.Curv[index])];
+        auto const &[first, second] = EdgeVtex[Index(surf.Curv[index])];
         return surf.CurvDir[index] == 0 ? first : second;
     };
     auto const end = [&](std::size_t index) { return FarVtex(surf.Curv[index], start(index)); };

@@ -1,5 +1,6 @@
 // MakeDomain: from the edge graph to the finished domains.
 
+#include "zvi/base/Index.h"
 #include "zvi/core/MQSort.h"
 #include "zvi/curves/MDomainMaker.h"
 #include "zvi/curves/domains/DomainGraphDetail.h"
@@ -10,7 +11,7 @@
 
 namespace zvi::lib {
 
-using curves::At;
+using base::Index;
 
 namespace {
 
@@ -55,7 +56,7 @@ curves::DomainGraph MDomainMaker::TidyGraph(zvi::MArray<int> &candidates) {
     curves::VertexStars stars(EdgeVtex, VtexEdges);
     stars.DropDuplicates();
     for (int const edge : stars.DropDangling())
-        CurvId[At(edge)] = 0;
+        CurvId[Index(edge)] = 0;
     IdIndex.Forget();
     stars.SortByAngle(VtexCoord);
     stars.CopyTo(VtexEdges);
@@ -82,8 +83,8 @@ void MDomainMaker::CollectCandidates(zvi::MArray<int> &candidates) const {
 
 void MDomainMaker::MapCurvIds(zvi::MArray<int> &curv) const {
     for (int &entry : curv) {
-        if (entry >= 0 && At(entry) < CurvId.Size())
-            entry = static_cast<int>(CurvId[At(entry)]);
+        if (entry >= 0 && Index(entry) < CurvId.Size())
+            entry = static_cast<int>(CurvId[Index(entry)]);
     }
 }
 

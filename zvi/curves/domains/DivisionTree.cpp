@@ -1,9 +1,14 @@
 #include "zvi/curves/domains/DivisionTreeDetail.h"
 
+#include "zvi/base/HashMix.h"
+#include "zvi/base/Index.h"
+
 #include <algorithm>
 #include <utility>
 
 namespace zvi::lib::curves {
+
+using base::Index;
 
 namespace {
 
@@ -12,10 +17,8 @@ namespace {
 constexpr std::size_t kKeptPerEdge = 64;
 
 std::uint64_t Mixed(std::uint64_t hash, MArray<int> const &values) {
-    for (int const value : values) {
-        hash = (hash ^ static_cast<std::uint32_t>(value)) * 0x9E3779B97F4A7C15u;
-        hash ^= hash >> 29;
-    }
+    for (int const value : values)
+        hash = base::Mix(hash, static_cast<std::uint32_t>(value));
     return hash;
 }
 
@@ -34,11 +37,11 @@ void DivisionTree::AddRoot(DM_SURF surf) {
 DM_SURF &DivisionTree::Next() {
     m_current = m_waiting.back();
     m_waiting.pop_back();
-    return m_nodes[static_cast<std::size_t>(m_current)].surf;
+    return m_nodes[Index(m_current)].surf;
 }
 
 bool DivisionTree::AddHalves(DM_SURF outA, DM_SURF outB) {
-    auto const current = static_cast<std::size_t>(m_current);
+    auto const current = Index(m_current);
     std::size_t const size = m_nodes[current].surf.Vtex.Size();
     if (size <= m_room) {
         m_room -= size;
@@ -63,8 +66,8 @@ void DivisionTree::MoveWholeOnes(MArray<DM_SURF> &domains) {
                 domains.PushBack(std::move(node.surf));
                 continue;
             }
-            next.push_back(static_cast<std::size_t>(node.outA));
-            next.push_back(static_cast<std::size_t>(node.outB));
+            next.push_back(Index(node.outA));
+            next.push_back(Index(node.outB));
         }
     }
 }
@@ -77,7 +80,7 @@ int DivisionTree::Add(int above, DM_SURF surf) {
 }
 
 bool DivisionTree::RepeatsOneAbove(int node) {
-    auto const at = [this](int index) -> Node const & { return m_nodes[static_cast<std::size_t>(index)]; };
+    auto const at = [this](int index) -> Node const & { return m_nodes[Index(index)]; };
     auto const [first, last] = m_nodeOfHash.equal_range(HashOf(at(node).surf));
     for (auto same = first; same != last; ++same) {
         if (!AreSame(at(same->second).surf, at(node).surf))

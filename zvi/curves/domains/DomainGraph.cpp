@@ -1,5 +1,7 @@
 #include "zvi/curves/domains/DomainGraphDetail.h"
 
+#include "zvi/base/Buckets.h"
+
 #include <algorithm>
 #include <bit>
 #include <cmath>
@@ -37,9 +39,9 @@ public:
     ZCurve(std::vector<int> const &vtexes, MArray<DM_VTEX> const &coordinates) {
         int const cellBits = static_cast<int>(std::bit_width(vtexes.size() / kNodesPerCell)) - 1;
         m_bits = std::min(cellBits / 2, kMostBits);
-        DM_VTEX high = m_low = coordinates[static_cast<std::size_t>(vtexes.front())];
+        DM_VTEX high = m_low = coordinates[Index(vtexes.front())];
         for (int const vtex : vtexes) {
-            DM_VTEX const &at = coordinates[static_cast<std::size_t>(vtex)];
+            DM_VTEX const &at = coordinates[Index(vtex)];
             m_low = {std::min(m_low.x, at.x), std::min(m_low.y, at.y)};
             high = {std::max(high.x, at.x), std::max(high.y, at.y)};
         }
@@ -69,18 +71,15 @@ private:
 /// Sorts vertices by their cells, those of one cell in their order.
 void SortByCells(std::vector<int> &vtexes, MArray<DM_VTEX> const &coordinates) {
     ZCurve const curve(vtexes, coordinates);
-    std::vector<std::size_t> next(curve.CellCount() + 1);
     std::vector<std::uint32_t> cells;
     cells.reserve(vtexes.size());
-    for (int const vtex : vtexes) {
-        cells.push_back(static_cast<std::uint32_t>(curve.CellOf(coordinates[static_cast<std::size_t>(vtex)])));
-        ++next[cells.back() + 1];
-    }
-    for (std::size_t i = 1; i < next.size(); ++i)
-        next[i] += next[i - 1];
+    for (int const vtex : vtexes)
+        cells.push_back(static_cast<std::uint32_t>(curve.CellOf(coordinates[Index(vtex)])));
+    std::vector<std::size_t> begins(curve.CellCount() + 1);
     std::vector<int> sorted(vtexes.size());
-    for (std::size_t i = 0; i < vtexes.size(); ++i)
-        sorted[next[cells[i]]++] = vtexes[i];
+    base::SortIntoBuckets<std::size_t>(
+        vtexes.size(), begins, [&](std::size_t i) { return cells[i]; },
+        [&](std::size_t place, std::size_t i) { sorted[place] = vtexes[i]; });
     vtexes = std::move(sorted);
 }
 

@@ -66,8 +66,6 @@ private:
         int edgeAndSide;
     };
 
-    static std::size_t Index(int index) { return static_cast<std::size_t>(index); }
-
     void NumberNodes(MArray<DM_VTEX> const &coordinates, VertexStars const &stars);
     void AddHalfEdges(VertexStars const &stars);
 

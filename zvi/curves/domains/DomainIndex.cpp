@@ -3,17 +3,11 @@
 #include "zvi/curves/PointInPolygonDetail.h"
 
 #include <algorithm>
-#include <bit>
 #include <cmath>
 
 namespace zvi::lib::curves {
 
 namespace {
-
-/// Cells are at least 2 to this power wide, in drawing units; smaller boxes share a cell.
-constexpr int kSmallestCell = -60;
-
-constexpr std::size_t kFirstBucketCount = 64;
 
 /// So many domains, the last ones, are asked one by one rather than through the grid.
 constexpr std::size_t kFewDomains = 4;
@@ -30,131 +24,11 @@ constexpr double kInsideMarginOfCoordinate = 1e-10;
 /// Beyond this coordinate the fixed lengths of the point test get lost in rounding.
 constexpr double kLargestCertain = 1e11;
 
-std::size_t Index(int index) {
-    return static_cast<std::size_t>(index);
-}
-
-bool Holds(T_REGION2D const &box, T_POINT2D const &p) {
-    return !(p.x < box.MinX || p.x > box.MaxX || p.y < box.MinY || p.y > box.MaxY);
-}
-
-/// Exponent of the cell size for an extent: the second power of two above it, so that most boxes lie in one cell.
-int CellExponent(double extent) {
-    constexpr int kExponentBias = 1023;
-    constexpr int kMantissaBits = 52;
-    int const exponent = static_cast<int>(std::bit_cast<std::uint64_t>(extent) >> kMantissaBits) - kExponentBias;
-    return extent > 0.0 ? std::max(exponent + 2, kSmallestCell) : kSmallestCell;
-}
-
-/// Like `std::floor` of the library, without a call.
-double Floor(double value) {
-    constexpr double kFirstWithoutFraction = 4503599627370496.0;
-    if (!(std::abs(value) < kFirstWithoutFraction))
-        return value;
-    auto const cut = static_cast<double>(static_cast<std::int64_t>(value));
-    return cut > value ? cut - 1.0 : cut;
-}
-
-std::uint32_t HashOf(std::size_t level, double column, double row) {
-    // Adding 0.0 gives both zeros the same bits.
-    std::uint64_t hash = std::bit_cast<std::uint64_t>(column + 0.0) * 0x9E3779B97F4A7C15u;
-    hash = (hash ^ (hash >> 32) ^ std::bit_cast<std::uint64_t>(row + 0.0)) * 0xD6E8FEB86659FD93u;
-    hash = (hash ^ (hash >> 32) ^ level) * 0x9E3779B97F4A7C15u;
-    return static_cast<std::uint32_t>(hash >> 32);
-}
-
 double LargestOf(T_REGION2D const &box) {
     return std::max({std::abs(box.MinX), std::abs(box.MinY), std::abs(box.MaxX), std::abs(box.MaxY)});
 }
 
 } // namespace
-
-// --- BoxGrid ---
-
-void BoxGrid::Insert(T_REGION2D const &box, int number) {
-    VisitCells(box, [&](std::uint32_t hash) { InsertInCell(box, number, hash); });
-}
-
-void BoxGrid::Remove(T_REGION2D const &box, int number) {
-    VisitCells(box, [&](std::uint32_t hash) { RemoveFromCell(number, hash); });
-}
-
-template <typename Visit>
-void BoxGrid::VisitCells(T_REGION2D const &box, Visit visit) {
-    std::size_t const level = LevelOf(box);
-    Level const &cells = m_levels[level];
-    double const lastColumn = Floor(box.MaxX * cells.perWidth);
-    double const lastRow = Floor(box.MaxY * cells.perHeight);
-    for (double column = Floor(box.MinX * cells.perWidth);;) {
-        for (double row = Floor(box.MinY * cells.perHeight);;) {
-            visit(HashOf(level, column, row));
-            if (row == lastRow)
-                break;
-            row = row + 1 < lastRow ? row + 1 : lastRow;
-        }
-        if (column == lastColumn)
-            break;
-        column = column + 1 < lastColumn ? column + 1 : lastColumn;
-    }
-}
-
-void BoxGrid::Find(T_POINT2D const &p, std::vector<int> &numbers) const {
-    if (m_entries.empty())
-        return;
-    for (std::size_t level = 0; level < m_levels.size(); ++level) {
-        double const column = Floor(p.x * m_levels[level].perWidth);
-        double const row = Floor(p.y * m_levels[level].perHeight);
-        std::uint32_t const hash = HashOf(level, column, row);
-        for (int at = m_buckets[hash & (m_buckets.size() - 1)]; at >= 0; at = m_entries[Index(at)].next) {
-            Entry const &entry = m_entries[Index(at)];
-            if (entry.hash == hash && Holds(entry.box, p))
-                numbers.push_back(entry.number);
-        }
-    }
-}
-
-std::size_t BoxGrid::LevelOf(T_REGION2D const &box) {
-    int const width = CellExponent(box.MaxX - box.MinX);
-    int const height = CellExponent(box.MaxY - box.MinY);
-    for (std::size_t level = m_levels.size(); level-- > 0;) {
-        if (m_levels[level].width == width && m_levels[level].height == height)
-            return level;
-    }
-    m_levels.push_back({width, height, std::ldexp(1.0, -width), std::ldexp(1.0, -height)});
-    return m_levels.size() - 1;
-}
-
-void BoxGrid::InsertInCell(T_REGION2D const &box, int number, std::uint32_t hash) {
-    if (m_entries.size() >= m_buckets.size())
-        Grow();
-    int &head = BucketOf(hash);
-    m_entries.push_back({box, hash, number, head});
-    head = static_cast<int>(m_entries.size()) - 1;
-}
-
-void BoxGrid::RemoveFromCell(int number, std::uint32_t hash) {
-    for (int *at = &BucketOf(hash); *at >= 0; at = &m_entries[Index(*at)].next) {
-        Entry &entry = m_entries[Index(*at)];
-        if (entry.number == number && entry.hash == hash) {
-            entry.number = -1;
-            *at = entry.next;
-            return;
-        }
-    }
-}
-
-void BoxGrid::Grow() {
-    m_buckets.assign(m_buckets.empty() ? kFirstBucketCount : 2 * m_buckets.size(), -1);
-    for (std::size_t i = 0; i < m_entries.size(); ++i) {
-        if (m_entries[i].number < 0)
-            continue;
-        int &head = BucketOf(m_entries[i].hash);
-        m_entries[i].next = head;
-        head = static_cast<int>(i);
-    }
-}
-
-// --- DomainIndex ---
 
 int DomainIndex::FirstWith(DM_VTEX const &point, int first) {
     TakeUpDomains();

@@ -3,51 +3,13 @@
 #include "zvi/core/MArray.h"
 #include "zvi/curves/DomainRecords.h"
 #include "zvi/curves/GeomRecords.h"
+#include "zvi/curves/domains/BoxGridDetail.h"
 
 #include <cstddef>
-#include <cstdint>
 #include <unordered_map>
 #include <vector>
 
 namespace zvi::lib::curves {
-
-/// Boxes with a number each, found by a point. A box lies in the cells of a grid whose cells are larger than it is in
-/// x and in y, so it is in four of them at most; every size of cells is a level of its own. A query looks at one
-/// cell of each level.
-class BoxGrid {
-public:
-    void Insert(T_REGION2D const &box, int number);
-    /// Takes out what `Insert` put in; no other box has the number.
-    void Remove(T_REGION2D const &box, int number);
-    /// Appends the numbers of the boxes that contain the point, border included.
-    void Find(T_POINT2D const &p, std::vector<int> &numbers) const;
-
-private:
-    struct Entry {
-        T_REGION2D box;
-        std::uint32_t hash; ///< of the cell
-        int number;         ///< -1 for an entry that was taken out
-        int next;           ///< next entry of the bucket, -1 at the end
-    };
-    struct Level {
-        int width;        ///< exponent of a cell's width
-        int height;       ///< exponent of a cell's height
-        double perWidth;  ///< 1 / width of a cell
-        double perHeight; ///< 1 / height of a cell
-    };
-
-    std::size_t LevelOf(T_REGION2D const &box);
-    template <typename Visit>
-    void VisitCells(T_REGION2D const &box, Visit visit);
-    int &BucketOf(std::uint32_t hash) { return m_buckets[hash & (m_buckets.size() - 1)]; }
-    void InsertInCell(T_REGION2D const &box, int number, std::uint32_t hash);
-    void RemoveFromCell(int number, std::uint32_t hash);
-    void Grow();
-
-    std::vector<Level> m_levels;
-    std::vector<Entry> m_entries;
-    std::vector<int> m_buckets; ///< first entry of each bucket; the size is a power of two
-};
 
 /// Finds the first of the finished domains that holds a point, without asking every one of them.
 ///

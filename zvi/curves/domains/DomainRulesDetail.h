@@ -20,10 +20,6 @@ inline constexpr double kNoDirection = 1e-12;
 /// A division of one loop is given up after looking at this many domains for each edge of the graph.
 inline constexpr long long kDivisionsPerEdge = 10;
 
-inline std::size_t At(int index) {
-    return static_cast<std::size_t>(index);
-}
-
 /// A list of `count` entries that are to be filled.
 inline MArray<int> ListOf(std::size_t count) {
     MArray<int> list;

@@ -1,5 +1,6 @@
 // The main scan of MakeDomain: outer loops, holes, divisions and marks, candidate by candidate.
 
+#include "zvi/base/Index.h"
 #include "zvi/curves/MDomainMaker.h"
 #include "zvi/curves/domains/DomainGraphDetail.h"
 #include "zvi/curves/domains/DomainIndexDetail.h"
@@ -11,7 +12,7 @@
 
 namespace zvi::lib {
 
-using curves::At;
+using base::Index;
 using curves::DomainGraph;
 using curves::LoopDivider;
 
@@ -113,7 +114,7 @@ int MDomainMaker::AddToHoles(std::vector<int> const &loop, int first, Run &run) 
     int const domain = isTame ? run.index.FirstWith(middle, first) : FirstDomainWith(middle);
     if (domain < 0)
         return isTame ? static_cast<int>(ResultSurf.Size()) : 0;
-    ResultSurf[At(domain)].Holes.PushBack(MakeHole(run.graph, loop));
+    ResultSurf[Index(domain)].Holes.PushBack(MakeHole(run.graph, loop));
     if (!isTame)
         return 0;
     run.index.AddLastHole(domain);

@@ -104,7 +104,6 @@ private:
 
     enum class Step { kWhole, kDivided, kUnproven };
 
-    static std::size_t Index(int index) { return static_cast<std::size_t>(index); }
     Link &At(int half) { return m_links[Index(half)]; }
     Link const &At(int half) const { return m_links[Index(half)]; }
     int LoopOf(int half) const { return m_loopOf[Index(half)]; }

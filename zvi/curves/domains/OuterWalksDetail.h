@@ -33,8 +33,6 @@ public:
     bool Walk(int start, std::vector<int> &loop);
 
 private:
-    static std::size_t Index(int index) { return static_cast<std::size_t>(index); }
-
     struct Visited {
         std::uint32_t walk = 0; ///< the last walk that was at the node
         int index = 0;          ///< how many half-edges of that walk lead to it

@@ -1,3 +1,4 @@
+#include "zvi/base/Pi.h"
 #include "zvi/curves/domains/VertexStarsDetail.h"
 
 #include "zvi/core/MQSort.h"
@@ -6,7 +7,6 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <numbers>
 
 namespace zvi::lib::curves {
 
@@ -238,18 +238,17 @@ bool VertexStars::IsScattered() const {
 }
 
 double DirectionAngle(double dx, double dy) {
-    constexpr double kDegreesPerRadian = 180.0 / std::numbers::pi;
     if (dx == 0.0) {
         if (dy == 0.0)
             return 0.0;
         return dy > 0.0 ? 90.0 : 270.0;
     }
     if (dx > 0.0) {
-        double const angle = std::atan(dy / dx) * kDegreesPerRadian;
+        double const angle = std::atan(dy / dx) * base::kDegreesPerRadian;
         return angle < 0.0 ? angle + 360.0 : angle;
     }
     if (dx < 0.0)
-        return std::atan(dy / dx) * kDegreesPerRadian + 180.0;
+        return std::atan(dy / dx) * base::kDegreesPerRadian + 180.0;
     return 0.0;
 }
 

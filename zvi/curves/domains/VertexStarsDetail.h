@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zvi/base/Index.h"
 #include "zvi/core/MArray.h"
 #include "zvi/curves/DomainRecords.h"
 
@@ -8,6 +9,8 @@
 #include <vector>
 
 namespace zvi::lib::curves {
+
+using base::Index;
 
 /// The edges about each vertex while a graph is being tidied. Those of one vertex stand side by side, in the order of
 /// its edge list, and each knows the vertex it leads to, so the steps run through memory instead of across it.
@@ -47,8 +50,6 @@ public:
     bool IsScattered() const;
 
 private:
-    static std::size_t Index(int index) { return static_cast<std::size_t>(index); }
-
     void Drop(std::vector<char> const &isDropped);
     bool SortAt(int vtex, MArray<DM_VTEX> const &coordinates);
     void SortByDegrees(int vtex, MArray<DM_VTEX> const &coordinates);

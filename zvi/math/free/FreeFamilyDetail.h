@@ -19,10 +19,6 @@ inline double Square(double x) {
     return x * x;
 }
 
-inline double Pi() {
-    return 4.0 * std::atan(1.0);
-}
-
 inline double Dot2(double const *a, double const *b) {
     return a[0] * b[0] + a[1] * b[1];
 }

@@ -1,5 +1,6 @@
 #include "zvi/math/free/Scalar.h"
 
+#include "zvi/base/Pi.h"
 #include "zvi/math/free/FreeFamilyDetail.h"
 
 #include <algorithm>
@@ -66,11 +67,11 @@ double round_up(double x) {
 }
 
 double radian(double degrees) {
-    return math::Pi() * degrees / 180.0;
+    return base::kPi * degrees / 180.0;
 }
 
 double degree(double radians) {
-    return radians * 180.0 / math::Pi();
+    return radians * 180.0 / base::kPi;
 }
 
 double factorial(int n) {

@@ -1,3 +1,4 @@
+#include "zvi/base/Pi.h"
 #include "zvi/math/func/MMathFunc.h"
 
 #include <cmath>
@@ -17,12 +18,11 @@ using math::Vec3;
 
 namespace {
 
-constexpr double kCoordinateSnap = 1e-10;       // a rotated coordinate below it becomes 0, model units
-constexpr double kAxisZero = 1e-15;             // a shorter axis, or its part across x, has no angle
-constexpr double kMatrixAxisZero = 1e-8;        // a shorter axis gives the identity matrix
-constexpr double kMatrixPi = 3.141592653589793; // pi of mathGetRotateMatrix
-constexpr double kSignComponent = 1e-10;        // a smaller component of the cross product does not give the sign
-constexpr double kSameNormalDegrees = 1e-7;     // a normal nearer to z needs no turn
+constexpr double kCoordinateSnap = 1e-10;   // a rotated coordinate below it becomes 0, model units
+constexpr double kAxisZero = 1e-15;         // a shorter axis, or its part across x, has no angle
+constexpr double kMatrixAxisZero = 1e-8;    // a shorter axis gives the identity matrix
+constexpr double kSignComponent = 1e-10;    // a smaller component of the cross product does not give the sign
+constexpr double kSameNormalDegrees = 1e-7; // a normal nearer to z needs no turn
 
 double Snap(double v) {
     return std::abs(v) < kCoordinateSnap ? 0.0 : v;
@@ -218,7 +218,7 @@ void MMathFunc::mathGetRotateMatrix(double deg, double const *axis, double (*mat
     if (Length(direction) < kMatrixAxisZero)
         return;
     auto const [u, v, w] = Unit(direction);
-    double const radians = deg * kMatrixPi / 180.0;
+    double const radians = deg * base::kPi / 180.0;
     double const c = std::cos(radians);
     double const s = std::sin(radians);
     double const k = 1.0 - c;

@@ -1,3 +1,4 @@
+#include "zvi/base/Pi.h"
 #include "zvi/math/func/MMathFunc.h"
 
 #include <algorithm>
@@ -14,7 +15,6 @@ using math::Load3;
 
 namespace {
 
-constexpr double kPi = 0x1.921fb54442d18p+1;        // 4 atan(1), rounded to the nearest double
 constexpr double kScalarZero = 1e-8;                // a scalar inside it counts as zero
 constexpr double kSquareZero = 1e-12;               // a squared length below it counts as zero
 constexpr double kTurnZero = 1e-10;                 // a double area below it is no turn, square units
@@ -68,9 +68,9 @@ double RoundDecimals(double value, int digits, Rounding rounding) {
 
 // Constants, not computed values, so that other load-time code finds them whatever the order of the sources.
 constinit double MMathFunc::m_NormalZero = 1e-15;
-constinit double MMathFunc::m_pi = kPi;
-constinit double MMathFunc::m_trrad = kPi / 180.0;
-constinit double MMathFunc::m_trang = 180.0 / kPi;
+constinit double MMathFunc::m_pi = base::kPi;
+constinit double MMathFunc::m_trrad = base::kRadiansPerDegree;
+constinit double MMathFunc::m_trang = base::kDegreesPerRadian;
 
 int MMathFunc::IsZero(double value) {
     return -kScalarZero < value && value < kScalarZero ? 1 : 0;

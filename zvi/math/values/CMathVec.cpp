@@ -1,5 +1,6 @@
 #include "zvi/math/values/CMathVec.h"
 
+#include "zvi/base/Pi.h"
 #include "zvi/math/values/CMathPln.h"
 
 #include <cmath>
@@ -10,7 +11,8 @@ static_assert(sizeof(CMathPnt) == 3 * sizeof(double) && sizeof(CMathVec) == size
 
 namespace {
 
-double const kPi = 4.0 * std::atan(1.0);
+using base::kPi;
+
 /// The cosine of 45 degrees to 14 digits: nearer to an axis than this the sine is the more accurate.
 constexpr double kCosine45 = 0.70710678118655;
 /// A turn below it, in radians, leaves a vector as it is.
