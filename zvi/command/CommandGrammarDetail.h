@@ -1,9 +1,9 @@
 #pragma once
 
+#include "zvi/base/RoomInPlace.h"
 #include "zvi/command/Parser.h"
 
-#include <algorithm>
-#include <memory>
+#include <cstddef>
 
 namespace zvi::lib {
 
@@ -11,32 +11,18 @@ namespace zvi::lib {
 template <class T>
 class TextStack {
 public:
-    TextStack() = default;
-    TextStack(TextStack const &) = delete;
-    TextStack &operator=(TextStack const &) = delete;
-
     void Push(T const &value) {
-        if (m_size == kInPlace && !m_spill)
-            Spill();
+        if (m_size == m_entries.Capacity())
+            m_entries.Grow(lexer1::kBufferBytes, m_size);
         m_entries[m_size++] = value;
     }
     T Pop() { return m_entries[--m_size]; }
     T &Top() { return m_entries[m_size - 1]; }
-    int Size() const { return m_size; }
+    int Size() const { return static_cast<int>(m_size); }
 
 private:
-    static constexpr int kInPlace = 16;
-
-    void Spill() {
-        m_spill = std::make_unique_for_overwrite<T[]>(lexer1::kBufferBytes);
-        std::copy(m_inPlace, m_inPlace + m_size, m_spill.get());
-        m_entries = m_spill.get();
-    }
-
-    int m_size = 0;
-    T m_inPlace[kInPlace];
-    T *m_entries = m_inPlace;
-    std::unique_ptr<T[]> m_spill;
+    std::size_t m_size = 0;
+    base::RoomInPlace<T, 16> m_entries;
 };
 
 /// The grammar of the command language, one operation per symbol, from left to right with one token of lookahead.
