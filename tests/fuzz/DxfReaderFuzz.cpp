@@ -13,18 +13,15 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const *data, std::size_t size
     std::string_view const text(reinterpret_cast<char const *>(data), size);
     try {
         zvi::app::DrawingInput const input = zvi::app::ReadDxf(text, {});
-        if (input.curves.size() != input.origins.size()) {
+        if (input.curves.size() != input.origins.size())
             std::abort();
-        }
         for (zvi::lib::DrawingCurve const &curve : input.curves) {
-            if (!zvi::lib::IsUtf8(input.LayerOf(curve.id)) || !zvi::lib::IsUtf8(input.EntityOf(curve.id).type)) {
+            if (!zvi::lib::IsUtf8(input.LayerOf(curve.id)) || !zvi::lib::IsUtf8(input.EntityOf(curve.id).type))
                 std::abort();
-            }
         }
     } catch (zvi::app::InputError const &error) {
-        if (!zvi::lib::IsUtf8(error.what())) {
+        if (!zvi::lib::IsUtf8(error.what()))
             std::abort();
-        }
     }
     return 0;
 }

@@ -24,9 +24,8 @@ std::optional<double> ParseNumber(std::string_view text) {
     double value = 0.0;
     auto const [end, error] = std::from_chars(number.data(), number.data() + number.size(), value);
     bool const whole = end == number.data() + number.size();
-    if (number.empty() || !whole || error != std::errc() || !std::isfinite(value)) {
+    if (number.empty() || !whole || error != std::errc() || !std::isfinite(value))
         return std::nullopt;
-    }
     return value;
 }
 
@@ -34,9 +33,8 @@ std::optional<long long> ParseInteger(std::string_view text) {
     std::string_view const number = WithoutPlus(Trimmed(text));
     long long value = 0;
     auto const [end, error] = std::from_chars(number.data(), number.data() + number.size(), value);
-    if (number.empty() || end != number.data() + number.size() || error != std::errc()) {
+    if (number.empty() || end != number.data() + number.size() || error != std::errc())
         return std::nullopt;
-    }
     return value;
 }
 

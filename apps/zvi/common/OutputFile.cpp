@@ -19,9 +19,8 @@ std::string CannotWrite(int error) {
 /// Writes and closes; gives the error number, 0 for success.
 int WriteTo(std::string const &path, char const *mode, std::string_view content) {
     std::FILE *file = std::fopen(path.c_str(), mode);
-    if (!file) {
+    if (!file)
         return errno;
-    }
     errno = 0;
     bool const written = std::fwrite(content.data(), 1, content.size(), file) == content.size();
     int const writeError = written ? 0 : errno;
@@ -35,17 +34,15 @@ std::string WriteWholeFile(std::string const &path, std::string_view content) {
     namespace fs = std::filesystem;
     std::error_code error;
     fs::file_status const status = fs::status(path, error);
-    if (fs::is_directory(status)) {
+    if (fs::is_directory(status))
         return "is a folder; name a file";
-    }
     if (fs::exists(status) && !fs::is_regular_file(status)) {
         int const failure = WriteTo(path, "wb", content);
         return failure == 0 || failure == EPIPE ? std::string() : CannotWrite(failure);
     }
     fs::path const target = fs::exists(status) ? fs::canonical(path, error) : fs::path(path);
-    if (error && fs::exists(status)) {
+    if (error && fs::exists(status))
         return CannotWrite(error.value());
-    }
     std::string const beside = target.string() + "." + std::to_string(ProcessNumber()) + ".part";
     RemoveOnInterrupt(beside);
     int failure = WriteTo(beside, "wb", content);
@@ -53,9 +50,8 @@ std::string WriteWholeFile(std::string const &path, std::string_view content) {
         fs::rename(beside, target, error);
         failure = error.value();
     }
-    if (failure != 0) {
+    if (failure != 0)
         std::remove(beside.c_str());
-    }
     RemoveOnInterrupt("");
     return failure == 0 ? std::string() : CannotWrite(failure);
 }

@@ -26,9 +26,8 @@ std::atomic<bool> hasPendingPath = false;
 std::atomic<void (*)()> pendingAction = nullptr;
 
 extern "C" void TidyAndEnd(int signal) {
-    if (void (*const action)() = pendingAction.load()) {
+    if (void (*const action)() = pendingAction.load())
         action();
-    }
     if (hasPendingPath.load()) {
 #ifdef _WIN32
         std::remove(pendingPath.data());
@@ -42,9 +41,8 @@ extern "C" void TidyAndEnd(int signal) {
 
 /// Handles the signal unless the one who started the program has it ignored, as for runs in the background.
 void Handle(int signal) {
-    if (std::signal(signal, TidyAndEnd) == SIG_IGN) {
+    if (std::signal(signal, TidyAndEnd) == SIG_IGN)
         std::signal(signal, SIG_IGN);
-    }
 }
 
 } // namespace
@@ -87,9 +85,8 @@ void CallOnInterrupt(void (*action)()) {
 }
 
 bool WantsColor(std::string const &choice, bool isTerminal) {
-    if (choice != "auto") {
+    if (choice != "auto")
         return choice == "always";
-    }
     char const *noColor = std::getenv("NO_COLOR");
     return isTerminal && !(noColor && *noColor);
 }

@@ -21,9 +21,8 @@ constexpr Range kNoColumn[] = {
 template <std::size_t count>
 bool Holds(Range const (&ranges)[count], std::uint32_t c) {
     for (Range const &range : ranges) {
-        if (c >= range.first && c <= range.last) {
+        if (c >= range.first && c <= range.last)
             return true;
-        }
     }
     return false;
 }
@@ -33,11 +32,10 @@ bool Holds(Range const (&ranges)[count], std::uint32_t c) {
 std::wstring Printable(std::wstring_view text) {
     std::wstring shown(text);
     for (wchar_t &c : shown) {
-        if (c == L'\t' || c == L'\n' || c == L'\r') {
+        if (c == L'\t' || c == L'\n' || c == L'\r')
             c = L' ';
-        } else if (c < 0x20 || (c >= 0x7F && c < 0xA0)) {
+        else if (c < 0x20 || (c >= 0x7F && c < 0xA0))
             c = L'?';
-        }
     }
     return shown;
 }

@@ -26,9 +26,8 @@ std::string Told(std::vector<std::string> const &messages) {
     std::string joined;
     for (std::string const &message : messages) {
         bool const general = SameNoCase(message, kGeneralMessage);
-        if (!general || joined.empty()) {
+        if (!general || joined.empty())
             joined += (joined.empty() ? "" : "; ") + message;
-        }
     }
     return joined.empty() ? "there is no number in the text" : joined;
 }
@@ -36,9 +35,8 @@ std::string Told(std::vector<std::string> const &messages) {
 std::optional<Mistake> FirstOf(FailedText const &failed,
                                std::initializer_list<std::optional<Mistake> (*)(FailedText const &)> searches) {
     for (auto const search : searches) {
-        if (std::optional<Mistake> mistake = search(failed)) {
+        if (std::optional<Mistake> mistake = search(failed))
             return mistake;
-        }
     }
     return std::nullopt;
 }
@@ -46,9 +44,8 @@ std::optional<Mistake> FirstOf(FailedText const &failed,
 /// A slip that is mended; if another mistake is left then, that one is told too.
 std::optional<Mistake> FindSlip(FailedText const &failed) {
     std::optional<RepairedText> const repaired = FindRepair(failed.typed, failed.settings);
-    if (!repaired) {
+    if (!repaired)
         return std::nullopt;
-    }
     Mistake slip{{failed.Place(), 1}, repaired->why};
     if (!repaired->outcome.parsed) {
         EvalOutcome const &outcome = repaired->outcome;
@@ -57,18 +54,16 @@ std::optional<Mistake> FindSlip(FailedText const &failed) {
         slip.hint += other ? "; " + other->hint : "";
         return other ? std::optional(slip) : std::nullopt;
     }
-    if (repaired->text.size() <= kLongestShown) {
+    if (repaired->text.size() <= kLongestShown)
         slip.hint += "; write " + Utf8Of(repaired->text);
-    }
     return slip;
 }
 
 Mistake FindMistake(FailedText const &failed) {
     std::optional<Mistake> found =
         FirstOf(failed, {FindTooMuch, FindAssignment, FindUnit, FindUnknownName, FindFunctionDomain});
-    if (!found && failed.NamedNumbers() <= kMostToReadAgain) {
+    if (!found && failed.NamedNumbers() <= kMostToReadAgain)
         found = FirstOf(failed, {FindZeroDivisor, FindExponent, FindSlip, FindItem, FindOtherMode});
-    }
     return found ? *found : DescribePlace(failed);
 }
 

@@ -26,9 +26,8 @@ constexpr char const *kCut = "...";
 using Json = nlohmann::ordered_json;
 
 Json ValueOf(double value) {
-    if (!std::isfinite(value)) {
+    if (!std::isfinite(value))
         return nullptr;
-    }
     bool const whole = value == std::trunc(value) && std::fabs(value) < kLeastWithExponent;
     return whole ? Json(static_cast<long long>(value)) : Json(value);
 }
@@ -40,13 +39,11 @@ Json Head(EvalSettings const &settings) {
 } // namespace
 
 std::string PlainNumber(double value) {
-    if (std::isnan(value)) {
+    if (std::isnan(value))
         return "nan";
-    }
     double const size = std::fabs(value);
-    if (std::isinf(value) || (size != 0.0 && size < kLeastPlain) || size >= kLeastWithExponent) {
+    if (std::isinf(value) || (size != 0.0 && size < kLeastPlain) || size >= kLeastWithExponent)
         return ExactNumber(value);
-    }
     char buffer[32];
     double const shown = value == 0.0 ? 0.0 : value;
     auto const result = std::to_chars(buffer, buffer + sizeof buffer, shown, std::chars_format::fixed);
@@ -89,15 +86,13 @@ std::string DiagnosisText(CString const &typed, Diagnosis const &diagnosis) {
 
 std::string OutcomeJson(EvalSettings const &settings, EvalOutcome const &outcome) {
     Json json = Head(settings);
-    if (settings.mode == EvalMode::kPosition) {
+    if (settings.mode == EvalMode::kPosition)
         json["op"] = outcome.opCode;
-    }
     Json groups = Json::array();
     for (std::vector<double> const &group : outcome.groups) {
         Json numbers = Json::array();
-        for (double const value : group) {
+        for (double const value : group)
             numbers.push_back(ValueOf(value));
-        }
         groups.push_back(std::move(numbers));
     }
     json["groups"] = std::move(groups);

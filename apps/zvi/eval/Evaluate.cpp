@@ -128,9 +128,8 @@ void TraceFailure(HearingParser const &parser, CString const &read, CString cons
     outcome.unexpectedToken = parser.unexpectedToken;
     outcome.line = lib::NormalizeCommandText(read, outcome.sources);
     if (unitSources) {
-        for (int &source : outcome.sources) {
+        for (int &source : outcome.sources)
             source = (*unitSources)[static_cast<std::size_t>(source)];
-        }
     }
     int const startWord = parser.line.GetLength() - outcome.line.GetLength();
     outcome.at = std::clamp(parser.GetErrorPosition() - startWord, 0, outcome.line.GetLength());
@@ -193,28 +192,22 @@ std::vector<std::string> const &BuiltInConstants() {
 
 std::string WhyNoVariableName(std::string const &name) {
     std::string const quoted = "'" + name + "'";
-    if (!IsName(name)) {
+    if (!IsName(name))
         return quoted + " is no name; a name is a letter, then letters, digits and _";
-    }
-    if (name.size() > lib::TagSymbolNode::kMostNameChars) {
+    if (name.size() > lib::TagSymbolNode::kMostNameChars)
         return "a name has at most " + std::to_string(lib::TagSymbolNode::kMostNameChars) + " characters";
-    }
-    if (HoldsNoCase(BuiltInFunctions(), name)) {
+    if (HoldsNoCase(BuiltInFunctions(), name))
         return quoted + " is a function; take another name";
-    }
-    if (HoldsNoCase(BuiltInConstants(), name)) {
+    if (HoldsNoCase(BuiltInConstants(), name))
         return quoted + " is 3.14159... and stays so; take another name";
-    }
     CString const wide = WideOf(name);
     CString upper = wide;
     upper.MakeUpper();
-    if (lib::NormalizeCommandText(wide) != upper) {
+    if (lib::NormalizeCommandText(wide) != upper)
         return quoted + " cannot be a name: B and T stand for BY and TO wherever they are; take a name without them";
-    }
     lib::SymbolTable const table;
-    if (table.FindReservedWord(Utf8Of(upper))) {
+    if (table.FindReservedWord(Utf8Of(upper)))
         return quoted + " is a word of the language; take another name";
-    }
     return {};
 }
 
@@ -225,9 +218,8 @@ bool SetVariable(std::vector<EvalVariable> &variables, std::string const &name, 
             return true;
         }
     }
-    if (variables.size() >= kMostVariables) {
+    if (variables.size() >= kMostVariables)
         return false;
-    }
     variables.push_back({name, value});
     return true;
 }

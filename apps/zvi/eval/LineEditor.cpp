@@ -26,33 +26,31 @@ bool IsControl(char byte) {
 } // namespace
 
 void LineEditor::Begin() {
-    text.clear();
-    cursor = 0;
-    escape = Escape::kNone;
-    recalled = history.size();
-    unfinished.clear();
+    m_text.clear();
+    m_cursor = 0;
+    m_escape = Escape::kNone;
+    m_recalled = m_history.size();
+    m_unfinished.clear();
 }
 
 void LineEditor::Remember(std::string const &line) {
-    if (!line.empty() && (history.empty() || history.back() != line)) {
-        history.push_back(line);
-    }
-    recalled = history.size();
+    if (!line.empty() && (m_history.empty() || m_history.back() != line))
+        m_history.push_back(line);
+    m_recalled = m_history.size();
 }
 
 LineEditor::Event LineEditor::Feed(char byte) {
-    if (escape == Escape::kBegun) {
-        escape = byte == '[' || byte == 'O' ? Escape::kSequence : Escape::kNone;
-        parameters.clear();
+    if (m_escape == Escape::kBegun) {
+        m_escape = byte == '[' || byte == 'O' ? Escape::kSequence : Escape::kNone;
+        m_parameters.clear();
         return Event::kNone;
     }
-    if (escape == Escape::kSequence) {
+    if (m_escape == Escape::kSequence) {
         FeedSequence(byte);
         return Event::kNone;
     }
-    if (IsControl(byte)) {
+    if (IsControl(byte))
         return FeedControl(byte);
-    }
     Insert(byte);
     return Event::kNone;
 }
@@ -65,44 +63,43 @@ LineEditor::Event LineEditor::FeedControl(char byte) {
     case Ctrl('C'):
         return Event::kCancel;
     case Ctrl('D'):
-        if (text.empty()) {
+        if (m_text.empty())
             return Event::kEnd;
-        }
-        Erase(cursor, Right());
+        Erase(m_cursor, Right());
         break;
     case Ctrl('H'):
     case kDelete:
-        Erase(Left(), cursor);
+        Erase(Left(), m_cursor);
         break;
     case Ctrl('A'):
-        cursor = 0;
+        m_cursor = 0;
         break;
     case Ctrl('E'):
-        cursor = text.size();
+        m_cursor = m_text.size();
         break;
     case Ctrl('B'):
-        cursor = Left();
+        m_cursor = Left();
         break;
     case Ctrl('F'):
-        cursor = Right();
+        m_cursor = Right();
         break;
     case Ctrl('K'):
-        Erase(cursor, text.size());
+        Erase(m_cursor, m_text.size());
         break;
     case Ctrl('U'):
-        Erase(0, cursor);
+        Erase(0, m_cursor);
         break;
     case Ctrl('W'):
-        Erase(WordLeft(), cursor);
+        Erase(WordLeft(), m_cursor);
         break;
     case Ctrl('P'):
-        Recall(recalled == 0 ? 0 : recalled - 1);
+        Recall(m_recalled == 0 ? 0 : m_recalled - 1);
         break;
     case Ctrl('N'):
-        Recall(recalled + 1);
+        Recall(m_recalled + 1);
         break;
     case kEscape:
-        escape = Escape::kBegun;
+        m_escape = Escape::kBegun;
         break;
     default:
         break;
@@ -113,37 +110,36 @@ LineEditor::Event LineEditor::FeedControl(char byte) {
 /// The bytes behind "ESC [" or "ESC O": parameters, then the letter or "~" that ends the sequence.
 void LineEditor::FeedSequence(char byte) {
     if ((byte >= '0' && byte <= '9') || byte == ';') {
-        parameters += byte;
+        m_parameters += byte;
         return;
     }
-    escape = Escape::kNone;
+    m_escape = Escape::kNone;
     switch (byte) {
     case 'A':
-        Recall(recalled == 0 ? 0 : recalled - 1);
+        Recall(m_recalled == 0 ? 0 : m_recalled - 1);
         break;
     case 'B':
-        Recall(recalled + 1);
+        Recall(m_recalled + 1);
         break;
     case 'C':
-        cursor = Right();
+        m_cursor = Right();
         break;
     case 'D':
-        cursor = Left();
+        m_cursor = Left();
         break;
     case 'H':
-        cursor = 0;
+        m_cursor = 0;
         break;
     case 'F':
-        cursor = text.size();
+        m_cursor = m_text.size();
         break;
     case '~':
-        if (parameters == "3") {
-            Erase(cursor, Right());
-        } else if (parameters == "1" || parameters == "7") {
-            cursor = 0;
-        } else if (parameters == "4" || parameters == "8") {
-            cursor = text.size();
-        }
+        if (m_parameters == "3")
+            Erase(m_cursor, Right());
+        else if (m_parameters == "1" || m_parameters == "7")
+            m_cursor = 0;
+        else if (m_parameters == "4" || m_parameters == "8")
+            m_cursor = m_text.size();
         break;
     default:
         break;
@@ -151,51 +147,47 @@ void LineEditor::FeedSequence(char byte) {
 }
 
 void LineEditor::Insert(char byte) {
-    if (text.size() < kMostBytes) {
-        text.insert(text.begin() + static_cast<std::ptrdiff_t>(cursor), byte);
-        ++cursor;
+    if (m_text.size() < kMostBytes) {
+        m_text.insert(m_text.begin() + static_cast<std::ptrdiff_t>(m_cursor), byte);
+        ++m_cursor;
     }
 }
 
 void LineEditor::Erase(std::size_t from, std::size_t to) {
-    text.erase(from, to - from);
-    cursor = from;
+    m_text.erase(from, to - from);
+    m_cursor = from;
 }
 
 void LineEditor::Recall(std::size_t place) {
-    if (place > history.size() || place == recalled) {
+    if (place > m_history.size() || place == m_recalled)
         return;
-    }
-    if (recalled == history.size()) {
-        unfinished = text;
-    }
-    recalled = place;
-    text = recalled == history.size() ? unfinished : history[recalled];
-    cursor = text.size();
+    if (m_recalled == m_history.size())
+        m_unfinished = m_text;
+    m_recalled = place;
+    m_text = m_recalled == m_history.size() ? m_unfinished : m_history[m_recalled];
+    m_cursor = m_text.size();
 }
 
 std::size_t LineEditor::Left() const {
-    std::size_t at = cursor;
-    while (at > 0 && IsContinuation(text[--at])) {
+    std::size_t at = m_cursor;
+    while (at > 0 && IsContinuation(m_text[--at])) {
     }
     return at;
 }
 
 std::size_t LineEditor::Right() const {
-    std::size_t at = cursor;
-    while (at < text.size() && IsContinuation(text[++at])) {
+    std::size_t at = m_cursor;
+    while (at < m_text.size() && IsContinuation(m_text[++at])) {
     }
     return at;
 }
 
 std::size_t LineEditor::WordLeft() const {
-    std::size_t at = cursor;
-    while (at > 0 && text[at - 1] == ' ') {
+    std::size_t at = m_cursor;
+    while (at > 0 && m_text[at - 1] == ' ')
         --at;
-    }
-    while (at > 0 && text[at - 1] != ' ') {
+    while (at > 0 && m_text[at - 1] != ' ')
         --at;
-    }
     return at;
 }
 

@@ -26,9 +26,9 @@ public:
     /// Puts a line behind the history, unless it is empty or repeats the last one.
     void Remember(std::string const &line);
 
-    std::string const &Text() const { return text; }
+    std::string const &Text() const { return m_text; }
     /// Index of the byte before which the cursor stands; always at the begin of a character.
-    std::size_t Cursor() const { return cursor; }
+    std::size_t Cursor() const { return m_cursor; }
 
 private:
     enum class Escape { kNone, kBegun, kSequence };
@@ -42,13 +42,13 @@ private:
     std::size_t Right() const;
     std::size_t WordLeft() const;
 
-    std::string text;
-    std::size_t cursor = 0;
-    Escape escape = Escape::kNone;
-    std::string parameters; ///< of an escape sequence
-    std::vector<std::string> history;
-    std::size_t recalled = 0; ///< index of the line shown; the size of the history for the new one
-    std::string unfinished;   ///< the new line while an older one is shown
+    std::string m_text;
+    std::size_t m_cursor = 0;
+    Escape m_escape = Escape::kNone;
+    std::string m_parameters; ///< of an escape sequence
+    std::vector<std::string> m_history;
+    std::size_t m_recalled = 0; ///< index of the line shown; the size of the history for the new one
+    std::string m_unfinished;   ///< the new line while an older one is shown
 };
 
 } // namespace zvi::app

@@ -48,41 +48,38 @@ void RestoreTerminal() {
 /// terminal. Output is processed as before.
 class RawTerminal {
 public:
-    RawTerminal() : works(tcgetattr(STDIN_FILENO, &before) == 0) {
-        if (!works) {
+    RawTerminal() : m_works(tcgetattr(STDIN_FILENO, &before) == 0) {
+        if (!m_works)
             return;
-        }
         termios raw = before;
         raw.c_iflag &= ~static_cast<tcflag_t>(ICRNL | IXON | ISTRIP);
         raw.c_lflag &= ~static_cast<tcflag_t>(ECHO | ICANON | IEXTEN | ISIG);
         raw.c_cc[VMIN] = 1;
         raw.c_cc[VTIME] = 0;
         CallOnInterrupt(RestoreTerminal);
-        works = tcsetattr(STDIN_FILENO, TCSADRAIN, &raw) == 0;
+        m_works = tcsetattr(STDIN_FILENO, TCSADRAIN, &raw) == 0;
     }
     ~RawTerminal() {
-        if (works) {
+        if (m_works)
             RestoreTerminal();
-        }
         CallOnInterrupt(nullptr);
     }
     RawTerminal(RawTerminal const &) = delete;
     RawTerminal &operator=(RawTerminal const &) = delete;
 
-    bool Works() const { return works; }
+    bool Works() const { return m_works; }
 
     /// The next byte typed; false at the end.
     bool Read(char &byte) {
         while (true) {
             ssize_t const count = read(STDIN_FILENO, &byte, 1);
-            if (count == 1 || (count < 0 && errno != EINTR) || count == 0) {
+            if (count == 1 || (count < 0 && errno != EINTR) || count == 0)
                 return count == 1;
-            }
         }
     }
 
 private:
-    bool works;
+    bool m_works;
 };
 
 std::size_t TerminalColumns() {
@@ -101,69 +98,65 @@ bool CanMoveCursor() {
 
 } // namespace
 
-LineInput::LineInput(Console &to) : console(to), editable(CanMoveCursor()) {}
+LineInput::LineInput(Console &to) : m_console(to), m_editable(CanMoveCursor()) {}
 
 std::optional<std::string> LineInput::Next(std::string const &prompt) {
-    return editable ? Edited(prompt) : Plain(prompt);
+    return m_editable ? Edited(prompt) : Plain(prompt);
 }
 
 std::optional<std::string> LineInput::Plain(std::string const &prompt) {
-    console.out << prompt << std::flush;
+    m_console.out << prompt << std::flush;
     std::string line;
-    if (std::getline(console.in, line)) {
+    if (std::getline(m_console.in, line))
         return line;
-    }
-    console.out << "\n";
+    m_console.out << "\n";
     return std::nullopt;
 }
 
 std::optional<std::string> LineInput::Edited(std::string const &prompt) {
     RawTerminal terminal;
-    if (!terminal.Works()) {
+    if (!terminal.Works())
         return Plain(prompt);
-    }
-    editor.Begin();
+    m_editor.Begin();
     Show(prompt);
     char byte = 0;
     while (terminal.Read(byte)) {
-        switch (editor.Feed(byte)) {
+        switch (m_editor.Feed(byte)) {
         case LineEditor::Event::kNone:
             Show(prompt);
             break;
         case LineEditor::Event::kCancel:
-            console.out << "^C\n";
-            editor.Begin();
+            m_console.out << "^C\n";
+            m_editor.Begin();
             Show(prompt);
             break;
         case LineEditor::Event::kDone:
-            console.out << "\n" << std::flush;
-            editor.Remember(editor.Text());
-            return editor.Text();
+            m_console.out << "\n" << std::flush;
+            m_editor.Remember(m_editor.Text());
+            return m_editor.Text();
         case LineEditor::Event::kEnd:
-            console.out << "\n" << std::flush;
+            m_console.out << "\n" << std::flush;
             return std::nullopt;
         }
     }
-    console.out << "\n" << std::flush;
+    m_console.out << "\n" << std::flush;
     return std::nullopt;
 }
 
 /// Draws the line anew. Of a line that is wider than the terminal the part before the cursor is shown.
 void LineInput::Show(std::string const &prompt) {
-    std::string const &text = editor.Text();
+    std::string const &text = m_editor.Text();
     std::size_t const width = TerminalColumns();
     std::size_t const room = width > prompt.size() + 2 ? width - prompt.size() - 1 : 1;
     std::size_t begin = 0;
-    while (Columns(text.substr(begin, editor.Cursor() - begin)) > room) {
+    while (Columns(text.substr(begin, m_editor.Cursor() - begin)) > room)
         begin += lib::Utf8Length(text[begin]);
-    }
     std::size_t end = text.size();
-    while (end > editor.Cursor() && Columns(text.substr(begin, end - begin)) > room) {
+    while (end > m_editor.Cursor() && Columns(text.substr(begin, end - begin)) > room)
         --end;
-    }
-    console.out << "\r" << prompt << text.substr(begin, end - begin) << "\x1B[K\r";
-    std::size_t const column = prompt.size() + Columns(text.substr(begin, editor.Cursor() - begin));
-    console.out << "\x1B[" << column << "C" << std::flush;
+    m_console.out << "\r" << prompt << text.substr(begin, end - begin) << "\x1B[K\r";
+    std::size_t const column = prompt.size() + Columns(text.substr(begin, m_editor.Cursor() - begin));
+    m_console.out << "\x1B[" << column << "C" << std::flush;
 }
 
 } // namespace zvi::app

@@ -22,9 +22,9 @@ private:
     std::optional<std::string> Plain(std::string const &prompt);
     void Show(std::string const &prompt);
 
-    Console &console;
-    bool editable;
-    LineEditor editor;
+    Console &m_console;
+    bool m_editable;
+    LineEditor m_editor;
 };
 
 } // namespace zvi::app

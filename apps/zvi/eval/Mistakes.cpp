@@ -25,9 +25,8 @@ std::optional<std::wstring_view> OperandBehind(FailedText const &failed, std::si
     int depth = 0;
     for (wchar_t const c : operand) {
         depth += c == L'(' ? 1 : c == L')' ? -1 : 0;
-        if (depth < 0 || (depth == 0 && c == L',')) {
+        if (depth < 0 || (depth == 0 && c == L','))
             return std::nullopt;
-        }
     }
     return depth == 0 && !operand.empty() ? std::optional(operand) : std::nullopt;
 }
@@ -35,15 +34,13 @@ std::optional<std::wstring_view> OperandBehind(FailedText const &failed, std::si
 /// The last operator `sign` before the failure whose operand is refused.
 std::optional<std::size_t> FindOperator(FailedText const &failed, wchar_t sign,
                                         bool (*refused)(FailedText const &, std::wstring_view)) {
-    if (failed.outcome.unexpectedToken || failed.line.empty()) {
+    if (failed.outcome.unexpectedToken || failed.line.empty())
         return std::nullopt;
-    }
     for (std::size_t op = std::min(failed.At(), failed.line.size()); op-- > 0;) {
         std::optional<std::wstring_view> const operand =
             failed.line[op] == sign ? OperandBehind(failed, op) : std::nullopt;
-        if (operand && refused(failed, *operand)) {
+        if (operand && refused(failed, *operand))
             return op;
-        }
     }
     return std::nullopt;
 }
@@ -60,9 +57,8 @@ bool IsZero(FailedText const &failed, std::wstring_view operand) {
 }
 
 bool IsNoExponent(FailedText const &failed, std::wstring_view operand) {
-    if (ReadsDoubles(failed.settings.mode)) {
+    if (ReadsDoubles(failed.settings.mode))
         return ValueOf(failed, operand, EvalMode::kNumber).has_value();
-    }
     std::optional<double> const integer = ValueOf(failed, operand, EvalMode::kList);
     return !integer || *integer == 0.0;
 }
@@ -77,9 +73,8 @@ std::size_t OperandStart(std::wstring const &line, std::size_t op) {
             depth += line[begin] == L')' ? 1 : line[begin] == L'(' ? -1 : 0;
         } while (begin > 0 && depth > 0);
     }
-    while (begin > 0 && (IsNameChar(line[begin - 1]) || line[begin - 1] == L'.')) {
+    while (begin > 0 && (IsNameChar(line[begin - 1]) || line[begin - 1] == L'.'))
         --begin;
-    }
     return begin;
 }
 
@@ -90,28 +85,23 @@ std::string InParentheses(std::string const &operand) {
 /// A small power as a product; empty for others.
 std::string Product(std::string const &base, double exponent) {
     constexpr double kMostFactors = 3.0;
-    if (exponent < 1.0 || exponent > kMostFactors) {
+    if (exponent < 1.0 || exponent > kMostFactors)
         return {};
-    }
     std::string product = base;
-    for (int i = 1; i < static_cast<int>(exponent); ++i) {
+    for (int i = 1; i < static_cast<int>(exponent); ++i)
         product += Joined("*", base);
-    }
     return product;
 }
 
 std::string WholeExponentHint(FailedText const &failed, std::string const &base, double exponent) {
-    if (exponent == 0.0) {
+    if (exponent == 0.0)
         return "an exponent of 0 is not read, the power is 1";
-    }
     std::string const product = Product(base, std::fabs(exponent));
-    if (exponent < 0.0) {
+    if (exponent < 0.0)
         return "an exponent must be an integer above 0; " +
                (product.empty() ? "divide by the power" : Joined("write 1/", InParentheses(product)));
-    }
-    if (!ReadsDoubles(failed.settings.mode)) {
+    if (!ReadsDoubles(failed.settings.mode))
         return "an exponent must be an integer, written without a point";
-    }
     std::optional<double> const integer = ValueOf(failed, failed.typed, EvalMode::kInteger);
     bool const isWhole = integer && integer == ValueOf(failed, failed.typed, EvalMode::kGridRel);
     return Joined("an exponent must be an integer, and the mode ", EntryOf(failed.settings.mode).name,
@@ -123,12 +113,10 @@ std::string ExponentHint(FailedText const &failed, std::size_t op, std::wstring_
     EvalMode const mode = ReadsDoubles(failed.settings.mode) ? EvalMode::kNumber : EvalMode::kGridRel;
     std::optional<double> const value = ValueOf(failed, operand, mode);
     std::string const base = failed.Typed(failed.SpanOfLine(OperandStart(failed.line, op), op));
-    if (value && *value == std::trunc(*value)) {
+    if (value && *value == std::trunc(*value))
         return WholeExponentHint(failed, base, *value);
-    }
-    if (value == 0.5) {
+    if (value == 0.5)
         return "an exponent must be an integer; write sqrt" + InParentheses(base);
-    }
     std::string const exponent = failed.Typed(failed.SpanOfLine(op + 1, op + 1 + operand.size()));
     bool const plain = exponent.find_first_of("+-") == std::string::npos;
     return Joined("an exponent must be an integer; write exp(", plain ? exponent : InParentheses(exponent), "*ln",
@@ -154,12 +142,10 @@ std::vector<Span> Items(std::wstring const &line) {
 /// What is wrong with a range; empty when it is none.
 std::string RangeHint(std::wstring const &item) {
     std::vector<TypedRange> const ranges = TypedRanges(item);
-    if (!ranges.empty() && ranges[0].stepValue == 0) {
+    if (!ranges.empty() && ranges[0].stepValue == 0)
         return "a range needs a step that is not 0";
-    }
-    if (!ranges.empty() && ranges[0].from < ranges[0].to && !ranges[0].Count()) {
+    if (!ranges.empty() && ranges[0].from < ranges[0].to && !ranges[0].Count())
         return "a range that rises needs a positive step";
-    }
     bool const isRange = Upper(item).find(L'T') != kNowhere;
     return isRange ? "a range is FIRSTtoLAST or FIRSTtoLASTbySTEP, its ends plain integers without sign" : "";
 }
@@ -170,12 +156,10 @@ bool Said(FailedText const &failed, std::string_view words) {
 }
 
 std::string RepeatHint(FailedText const &failed, std::string const &shown) {
-    if (Said(failed, "Iteration Define")) {
+    if (Said(failed, "Iteration Define"))
         return "an item has one @, as in 3@2";
-    }
-    if (Said(failed, "Iteration Number") && !ReadsDoubles(failed.settings.mode)) {
+    if (Said(failed, "Iteration Number") && !ReadsDoubles(failed.settings.mode))
         return "the count in front of @ is an integer, as in 3@2";
-    }
     std::string const mode = EntryOf(failed.settings.mode).name;
     return "the mode " + mode + " takes no repeat such as " + shown +
            (ReadsIntegers(failed.settings.mode) ? "; use --mode grid-abs or grid-rel" : "; use --mode grid-rel");
@@ -184,12 +168,10 @@ std::string RepeatHint(FailedText const &failed, std::string const &shown) {
 std::string RefusedItemHint(FailedText const &failed, std::wstring const &item) {
     std::string const mode = EntryOf(failed.settings.mode).name;
     std::string const shown = Utf8Of(item);
-    if (failed.settings.mode == EvalMode::kPoints) {
+    if (failed.settings.mode == EvalMode::kPoints)
         return "a point has one to three coordinates, numbers all";
-    }
-    if (item.find(L'@') != kNowhere) {
+    if (item.find(L'@') != kNowhere)
         return RepeatHint(failed, shown);
-    }
     if (ValueOf(failed, item, EvalMode::kGridRel)) {
         bool const isQuotient = item.find(L'/') != kNowhere;
         return shown + (isQuotient ? " is a quotient, which is never an integer; " : " is no integer; ") + "the mode " +
@@ -246,14 +228,12 @@ EvalOutcome FailedText::Other(std::wstring_view text, EvalMode mode) const {
 
 long long FailedText::NamedNumbers() const {
     long long count = 0;
-    for (TypedRange const &range : TypedRanges(typed)) {
+    for (TypedRange const &range : TypedRanges(typed))
         count += range.Count().value_or(0);
-    }
     for (std::size_t at = typed.find(L'@'); at != kNowhere; at = typed.find(L'@', at + 1)) {
         std::size_t begin = at;
-        while (begin > 0 && IsDigit(typed[begin - 1])) {
+        while (begin > 0 && IsDigit(typed[begin - 1]))
             --begin;
-        }
         constexpr std::size_t kMostDigits = 12;
         bool const counts = begin < at && at - begin <= kMostDigits;
         count += counts ? std::stoll(typed.substr(begin, at - begin)) : 0;
@@ -262,43 +242,38 @@ long long FailedText::NamedNumbers() const {
 }
 
 std::optional<Mistake> FindTooMuch(FailedText const &failed) {
-    if (failed.outcome.line.GetLength() > kLeastRoom && failed.outcome.at == 0) {
+    if (failed.outcome.line.GetLength() > kLeastRoom && failed.outcome.at == 0)
         return Mistake{{failed.Place(), 1},
                        "the text is too long; a line holds about 2,000 characters, and a B or T "
                        "that stands for BY or TO counts as 12"};
-    }
     int numbers = 0;
     for (std::size_t at = 0; at < failed.line.size() && at <= failed.At();) {
         std::size_t const end = EndOfNumber(failed.line, at);
         numbers += end > at;
         at = std::max(end, at + 1);
     }
-    if (numbers > lib::SymbolTable::kMostNumbers) {
+    if (numbers > lib::SymbolTable::kMostNumbers)
         return Mistake{{failed.Place(), 1}, "a line holds at most 1,000 numbers; write runs as ranges, or two lines"};
-    }
     long long const named = failed.NamedNumbers();
     bool const isList = !ReadsDoubles(failed.settings.mode) && !ReadsOneExpression(failed.settings.mode);
-    if (isList && named > lib::Parser::kMostArguments) {
+    if (isList && named > lib::Parser::kMostArguments)
         return Mistake{{0, failed.typed.size()},
                        "the text names " + std::to_string(named) + " numbers; a list holds at most 10,000,000"};
-    }
     return std::nullopt;
 }
 
 std::optional<Mistake> FindAssignment(FailedText const &failed) {
     std::size_t const equals = failed.typed.find(L'=');
     std::size_t const first = NextItem(failed.typed, 0);
-    if (equals == kNowhere || first >= equals || !IsLetter(failed.typed[first])) {
+    if (equals == kNowhere || first >= equals || !IsLetter(failed.typed[first]))
         return std::nullopt;
-    }
     return Mistake{{equals, 1}, "a variable is set apart from the text, by --var " + Utf8Of(failed.typed)};
 }
 
 std::optional<Mistake> FindFunctionDomain(FailedText const &failed) {
     bool const isTangent = Said(failed, "tan(90)");
-    if ((!isTangent && !Said(failed, "asin(x)")) || failed.At() == 0) {
+    if ((!isTangent && !Said(failed, "asin(x)")) || failed.At() == 0)
         return std::nullopt;
-    }
     std::size_t const begin = OperandStart(failed.line, failed.At());
     Span const call = begin < failed.At() ? failed.SpanOfLine(begin, failed.At()) : Span{failed.Place(), 1};
     return Mistake{call, isTangent ? "angles are in degrees, and the tangent of 90 has no value"
@@ -307,9 +282,8 @@ std::optional<Mistake> FindFunctionDomain(FailedText const &failed) {
 
 std::optional<Mistake> FindZeroDivisor(FailedText const &failed) {
     std::optional<std::size_t> const op = FindOperator(failed, L'/', IsZero);
-    if (!op) {
+    if (!op)
         return std::nullopt;
-    }
     Span const divisor = failed.SpanOfLine(*op + 1, failed.At());
     std::string const typed = failed.Typed(divisor);
     return Mistake{divisor, typed == "0" ? "division by zero" : "division by zero: " + typed + " is 0"};
@@ -317,26 +291,22 @@ std::optional<Mistake> FindZeroDivisor(FailedText const &failed) {
 
 std::optional<Mistake> FindExponent(FailedText const &failed) {
     std::optional<std::size_t> const op = FindOperator(failed, L'^', IsNoExponent);
-    if (!op) {
+    if (!op)
         return std::nullopt;
-    }
     std::wstring_view const operand = std::wstring_view(failed.line).substr(*op + 1, failed.At() - *op - 1);
     return Mistake{failed.SpanOfLine(*op + 1, failed.At()), ExponentHint(failed, *op, operand)};
 }
 
 std::optional<Mistake> FindItem(FailedText const &failed) {
-    if (failed.outcome.unexpectedToken || ReadsOneExpression(failed.settings.mode)) {
+    if (failed.outcome.unexpectedToken || ReadsOneExpression(failed.settings.mode))
         return std::nullopt;
-    }
     for (Span const &item : Items(failed.line)) {
-        if (item.length == 0) {
+        if (item.length == 0)
             continue;
-        }
         Span const where = failed.SpanOfLine(item.begin, item.End());
         std::wstring const typed = failed.typed.substr(where.begin, where.length);
-        if (failed.Other(typed, failed.settings.mode).parsed) {
+        if (failed.Other(typed, failed.settings.mode).parsed)
             continue;
-        }
         std::string const hint = RefusedItemHint(failed, typed);
         return hint.empty() ? std::nullopt : std::optional(Mistake{where, hint});
     }
@@ -350,9 +320,8 @@ std::optional<Mistake> FindOtherMode(FailedText const &failed) {
         bool const fits =
             (mode != EvalMode::kPoints || begin == L'[') && (mode != EvalMode::kPosition || begin == L'@');
         bool const hasRange = Upper(failed.typed).find(L'T') != kNowhere;
-        if (!fits || (mode == EvalMode::kGridRel && hasRange) || !failed.Other(failed.typed, mode).parsed) {
+        if (!fits || (mode == EvalMode::kGridRel && hasRange) || !failed.Other(failed.typed, mode).parsed)
             continue;
-        }
         EvalModeEntry const &now = EntryOf(failed.settings.mode);
         EvalModeEntry const &other = EntryOf(mode);
         return Mistake{SurplusItem(failed), Joined("the mode ", now.name, " takes ", now.takes, "; --mode ", other.name,
@@ -362,35 +331,29 @@ std::optional<Mistake> FindOtherMode(FailedText const &failed) {
 }
 
 Mistake DescribePlace(FailedText const &failed) {
-    if (failed.Place() >= failed.typed.size()) {
+    if (failed.Place() >= failed.typed.size())
         return DescribeEnd(failed);
-    }
     std::size_t const at = failed.Place();
-    if (!failed.outcome.unexpectedToken) {
+    if (!failed.outcome.unexpectedToken)
         return {{at, 1}, ""};
-    }
     wchar_t const c = failed.typed[at];
     bool const isPair = c >= 0xD800 && c <= 0xDBFF && at + 1 < failed.typed.size();
     std::string const quoted =
         Joined("'", Utf8Of(Printable(std::wstring_view(failed.typed).substr(at, isPair ? 2 : 1))), "'");
     std::wstring const upper = Upper(failed.typed);
-    if ((upper[at] == L'T' || upper[at] == L'B') && !ReadsIntegers(failed.settings.mode)) {
+    if ((upper[at] == L'T' || upper[at] == L'B') && !ReadsIntegers(failed.settings.mode))
         return {{at, 1}, "T and B stand for TO and BY, as in 1to9by2, which --mode nodes reads"};
-    }
-    if (c == L'.') {
+    if (c == L'.')
         return {{at, 1}, "a number has one decimal point"};
-    }
     std::size_t const before = ItemBefore(upper, at);
     constexpr std::wstring_view kMarkers = L"TOBY";
-    if (kMarkers.find(upper[at]) != kNowhere || (before != kNowhere && kMarkers.find(upper[before]) != kNowhere)) {
+    if (kMarkers.find(upper[at]) != kNowhere || (before != kNowhere && kMarkers.find(upper[before]) != kNowhere))
         return {{at, 1}, "the ends of a range are plain integers, without sign or parentheses"};
-    }
     if (IsNameChar(c) || c == L'(') {
         return {OperandAt(failed.typed, at), "an operator is missing here, or a comma in a list"};
     }
-    if (c == L',') {
+    if (c == L',')
         return {{at, 1}, "a comma has no place here"};
-    }
     if (IsOperator(c) || c == L')' || c == L']') {
         return {{at, 1}, quoted + " stands where a number is expected"};
     }

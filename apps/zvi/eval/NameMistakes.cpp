@@ -51,9 +51,8 @@ bool FollowsNumber(std::wstring const &typed, std::size_t at) {
 std::vector<std::string> KnownNames(EvalSettings const &settings) {
     std::vector<std::string> names = BuiltInFunctions();
     names.insert(names.end(), BuiltInConstants().begin(), BuiltInConstants().end());
-    for (EvalVariable const &variable : settings.variables) {
+    for (EvalVariable const &variable : settings.variables)
         names.push_back(Lowered(variable.name));
-    }
     return names;
 }
 
@@ -64,18 +63,15 @@ bool IsKnown(std::vector<std::string> const &names, std::wstring_view word) {
 /// The whole typed word around `at`: without digits in front, and without a BY or TO between them and it.
 Span WordAround(std::wstring const &typed, std::size_t at) {
     std::size_t begin = at;
-    while (begin > 0 && IsNameChar(typed[begin - 1])) {
+    while (begin > 0 && IsNameChar(typed[begin - 1]))
         --begin;
-    }
     std::size_t end = at;
-    while (end < typed.size() && IsNameChar(typed[end])) {
+    while (end < typed.size() && IsNameChar(typed[end]))
         ++end;
-    }
     std::wstring const upper = Upper(typed);
     while (begin < at && IsDigit(typed[begin])) {
-        while (begin < at && IsDigit(typed[begin])) {
+        while (begin < at && IsDigit(typed[begin]))
             ++begin;
-        }
         if (begin < at && (upper[begin] == L'T' || upper[begin] == L'B')) {
             wchar_t const second = upper[begin] == L'T' ? L'O' : L'Y';
             begin += begin + 1 < at && upper[begin + 1] == second ? 2 : 1;
@@ -92,16 +88,14 @@ std::optional<Span> FirstUnknownWord(FailedText const &failed, bool skipsUnits) 
     lib::SymbolTable const table;
     for (Span const &word : Words(line)) {
         std::wstring_view const text = std::wstring_view(line).substr(word.begin, word.length);
-        if (table.FindReservedWord(Utf8Of(text)) || IsKnown(names, text)) {
+        if (table.FindReservedWord(Utf8Of(text)) || IsKnown(names, text))
             continue;
-        }
         std::size_t const at = static_cast<std::size_t>(sources[word.begin]);
         Span const whole = WordAround(failed.typed, at);
         std::string const typed = Lower(failed.typed.substr(whole.begin, whole.length));
         bool const isUnit = skipsUnits && typed != "ft" && IsLengthUnit(typed) && FollowsNumber(failed.typed, at);
-        if (!isUnit) {
+        if (!isUnit)
             return whole;
-        }
     }
     return std::nullopt;
 }
@@ -111,9 +105,8 @@ bool HasUnits(FailedText const &failed) {
 }
 
 std::string UnitHint(FailedText const &failed) {
-    if (!KnowsUnits(failed.settings.mode)) {
+    if (!KnowsUnits(failed.settings.mode))
         return "only the modes number and integer read length units";
-    }
     return "a length unit needs a unit system for the result: add --unit-system 0 (mm), 1 (m), 3 (ft), 4 (cm) or 5 "
            "(in)";
 }
@@ -122,9 +115,8 @@ std::string UnitHint(FailedText const &failed) {
 std::string RunTogether(std::string const &word) {
     for (std::string const &name : BuiltInFunctions()) {
         std::string const rest = word.starts_with(name) ? word.substr(name.size()) : "";
-        if (!rest.empty() && std::all_of(rest.begin(), rest.end(), [](char c) { return c >= '0' && c <= '9'; })) {
+        if (!rest.empty() && std::all_of(rest.begin(), rest.end(), [](char c) { return c >= '0' && c <= '9'; }))
             return "a function takes its argument in parentheses; write " + name + "(" + rest + ")";
-        }
     }
     return {};
 }
@@ -133,30 +125,24 @@ std::string NameHint(FailedText const &failed, Span const &where) {
     std::string const typed = failed.Typed(where);
     std::string const word = Lowered(typed);
     bool const behindNumber = FollowsNumber(failed.typed, where.begin);
-    if (word == "e" && behindNumber) {
+    if (word == "e" && behindNumber)
         return "an exponent follows its number without blanks, as in 1e3";
-    }
-    if (word[0] == 'x' && behindNumber && word.find_first_not_of("0123456789", 1) == std::string::npos) {
+    if (word[0] == 'x' && behindNumber && word.find_first_not_of("0123456789", 1) == std::string::npos)
         return "unknown name '" + typed + "'; if it is a product, write * for x";
-    }
     for (auto const &[other, ours] : kOtherNames) {
-        if (word == other) {
+        if (word == other)
             return "unknown name '" + typed + "'; write " + std::string(ours);
-        }
     }
     std::string const together = RunTogether(word);
-    if (!together.empty()) {
+    if (!together.empty())
         return together;
-    }
     std::string const nearest = word.size() == 1 ? "" : NearestName(word, KnownNames(failed.settings));
-    if (!nearest.empty()) {
+    if (!nearest.empty())
         return "unknown name '" + typed + "'; did you mean " + nearest + "?";
-    }
     if (where.End() < failed.typed.size() && failed.typed[where.End()] == L'(') {
         std::string list;
-        for (std::string const &name : BuiltInFunctions()) {
+        for (std::string const &name : BuiltInFunctions())
             list += " " + name;
-        }
         return "unknown function '" + typed + "'; there are" + list;
     }
     std::string const why = WhyNoVariableName(typed);
@@ -167,26 +153,22 @@ std::string NameHint(FailedText const &failed, Span const &where) {
 
 std::optional<Mistake> FindUnit(FailedText const &failed) {
     std::optional<Span> const word = FirstUnknownWord(failed, HasUnits(failed));
-    if (!word || !FollowsNumber(failed.typed, word->begin)) {
+    if (!word || !FollowsNumber(failed.typed, word->begin))
         return std::nullopt;
-    }
     std::string const typed = failed.Typed(*word);
     bool const isUnit = IsLengthUnit(Lower(failed.typed.substr(word->begin, word->length)));
-    if (!HasUnits(failed)) {
+    if (!HasUnits(failed))
         return isUnit ? std::optional(Mistake{*word, UnitHint(failed)}) : std::nullopt;
-    }
-    if (isUnit) {
+    if (isUnit)
         return std::nullopt;
-    }
     return Mistake{*word, "unknown unit '" + typed + "'; the units of a number are mm, cm, m, in and um"};
 }
 
 std::optional<Mistake> FindUnknownName(FailedText const &failed) {
     std::optional<Span> const word = FirstUnknownWord(failed, HasUnits(failed));
     std::string const typed = word ? failed.Typed(*word) : std::string();
-    if (typed.empty() || SameNoCase(typed, "ft")) {
+    if (typed.empty() || SameNoCase(typed, "ft"))
         return std::nullopt;
-    }
     return Mistake{*word, NameHint(failed, *word)};
 }
 

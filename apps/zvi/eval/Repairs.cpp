@@ -75,11 +75,10 @@ std::wstring Tightened(Failed const &failed) {
                             !IsOperator(before) && !ReadsOneExpression(failed.settings.mode);
         bool const drops = IsOperator(before) || before == L'(' || after == L')' || (IsOperator(after) && !isSign) ||
                            (after == L'(' && IsLetter(before));
-        if (drops) {
+        if (drops)
             i = next == kNowhere ? text.size() : next - 1;
-        } else {
+        else
             tight += text[i];
-        }
     }
     return tight;
 }
@@ -99,9 +98,8 @@ std::wstring CommaInNumber(Failed const &failed) {
     bool const between = failed.place > 0 && failed.Here() == L',' && IsDigit(failed.At(failed.place - 1)) &&
                          IsDigit(failed.At(failed.place + 1));
     bool const alone = failed.text.find(L',') == failed.text.rfind(L',');
-    if (!between || !alone || !ReadsOneExpression(failed.settings.mode)) {
+    if (!between || !alone || !ReadsOneExpression(failed.settings.mode))
         return failed.text;
-    }
     return Replaced(failed.text, failed.place, 1, IsGroupOfThree(failed, failed.place + 1) ? L"" : L".");
 }
 
@@ -109,9 +107,8 @@ std::wstring BlankInNumber(Failed const &failed) {
     std::size_t const before = failed.Before();
     bool const between = before != kNowhere && before + 1 < failed.place && IsDigit(failed.At(before)) &&
                          IsGroupOfThree(failed, failed.place);
-    if (!between || !ReadsOneExpression(failed.settings.mode)) {
+    if (!between || !ReadsOneExpression(failed.settings.mode))
         return failed.text;
-    }
     return Replaced(failed.text, before + 1, failed.place - before - 1, L"");
 }
 
@@ -146,19 +143,16 @@ bool IsFunction(std::wstring_view word) {
 std::wstring FunctionArgument(Failed const &failed) {
     for (Span const &word : Words(failed.text)) {
         std::size_t const begin = NextItem(failed.text, word.End());
-        if (begin == kNowhere || !IsFunction(failed.text.substr(word.begin, word.length))) {
+        if (begin == kNowhere || !IsFunction(failed.text.substr(word.begin, word.length)))
             continue;
-        }
         wchar_t const open = failed.text[begin];
         std::size_t const close = failed.text.find(open == L'[' ? L']' : L'}', begin);
-        if ((open == L'[' || open == L'{') && close != kNowhere) {
+        if ((open == L'[' || open == L'{') && close != kNowhere)
             return Replaced(Replaced(failed.text, close, 1, L")"), begin, 1, L"(");
-        }
         std::size_t end = EndOfNumber(failed.text, begin);
         while (end == begin || (end < failed.text.size() && IsNameChar(failed.text[end]))) {
-            if (end >= failed.text.size() || !IsNameChar(failed.text[end])) {
+            if (end >= failed.text.size() || !IsNameChar(failed.text[end]))
                 break;
-            }
             ++end;
         }
         if (end > begin) {
@@ -171,9 +165,8 @@ std::wstring FunctionArgument(Failed const &failed) {
 
 std::wstring TimesSign(Failed const &failed) {
     std::size_t const before = failed.Before();
-    if (before == kNowhere) {
+    if (before == kNowhere)
         return failed.text;
-    }
     wchar_t const left = failed.At(before);
     wchar_t const right = failed.Here();
     bool const begins = IsLetter(right) || right == L'(' || (left == L')' && IsDigit(right));
@@ -184,9 +177,8 @@ std::wstring TimesSign(Failed const &failed) {
 }
 
 std::wstring RangeWord(Failed const &failed) {
-    if (failed.Here() == L':' || failed.Here() == L'~') {
+    if (failed.Here() == L':' || failed.Here() == L'~')
         return Replaced(failed.text, failed.place, 1, L"to");
-    }
     std::size_t const dots = failed.text.find(L"..");
     std::size_t const dotsEnd = failed.text.find_first_not_of(L'.', dots == kNowhere ? 0 : dots);
     return dots == kNowhere || dotsEnd == kNowhere ? failed.text : Replaced(failed.text, dots, dotsEnd - dots, L"to");
@@ -195,21 +187,18 @@ std::wstring RangeWord(Failed const &failed) {
 std::wstring FallingRange(Failed const &failed) {
     for (TypedRange const &range : TypedRanges(failed.text)) {
         bool const falls = range.from > range.to;
-        if (falls && range.step.length == 0) {
+        if (falls && range.step.length == 0)
             return Replaced(failed.text, range.span.End(), 0, L"by-1");
-        }
-        if (falls && failed.text[range.step.begin] != L'-') {
+        if (falls && failed.text[range.step.begin] != L'-')
             return Replaced(failed.text, range.step.begin, 0, L"-");
-        }
     }
     return failed.text;
 }
 
 std::wstring RangeOfOne(Failed const &failed) {
     for (TypedRange const &range : TypedRanges(failed.text)) {
-        if (range.from == range.to) {
+        if (range.from == range.to)
             return Replaced(failed.text, range.span.begin, range.span.length, std::to_wstring(range.from));
-        }
     }
     return failed.text;
 }
@@ -221,9 +210,8 @@ std::wstring PolarSign(Failed const &failed) {
 }
 
 std::wstring PointBrackets(Failed const &failed) {
-    if (failed.settings.mode != EvalMode::kPoints || failed.text.find(L'[') != kNowhere) {
+    if (failed.settings.mode != EvalMode::kPoints || failed.text.find(L'[') != kNowhere)
         return failed.text;
-    }
     std::wstring text = failed.text;
     if (text.find(L'(') == kNowhere) {
         return L"[" + text + L"]";
@@ -270,16 +258,14 @@ std::wstring RoundBrackets(Failed const &failed) {
 }
 
 std::wstring FeetInInches(Failed const &failed) {
-    if (!failed.settings.unitSystem || !KnowsUnits(failed.settings.mode)) {
+    if (!failed.settings.unitSystem || !KnowsUnits(failed.settings.mode))
         return failed.text;
-    }
     std::wstring const upper = Upper(failed.text);
     for (std::size_t at = upper.find(L"FT"); at != kNowhere; at = upper.find(L"FT", at + 1)) {
         std::size_t const before = ItemBefore(upper, at);
         bool const behindNumber = before != kNowhere && (IsDigit(upper[before]) || upper[before] == L'.');
-        if (behindNumber && !IsNameChar(at + 2 < upper.size() ? upper[at + 2] : L' ')) {
+        if (behindNumber && !IsNameChar(at + 2 < upper.size() ? upper[at + 2] : L' '))
             return Replaced(failed.text, before + 1, at + 2 - before - 1, L"*12in");
-        }
     }
     return failed.text;
 }
@@ -288,9 +274,8 @@ std::wstring FeetInInches(Failed const &failed) {
 std::wstring NameAtEnd(Failed const &failed) {
     std::vector<Span> const words = Words(failed.text);
     bool const ends = !words.empty() && NextItem(failed.text, words.back().End()) == kNowhere;
-    if (!ends || !failed.settings.unitSystem || !KnowsUnits(failed.settings.mode)) {
+    if (!ends || !failed.settings.unitSystem || !KnowsUnits(failed.settings.mode))
         return failed.text;
-    }
     Span const &name = words.back();
     return Replaced(failed.text, name.begin, name.length, L"(" + failed.text.substr(name.begin, name.length) + L")");
 }
@@ -298,9 +283,8 @@ std::wstring NameAtEnd(Failed const &failed) {
 /// 5" and 5' as people write inches and feet.
 std::wstring InchMarks(Failed const &failed) {
     bool const isMark = failed.Here() == L'"' || failed.Here() == L'\'';
-    if (!isMark || !failed.settings.unitSystem || !KnowsUnits(failed.settings.mode)) {
+    if (!isMark || !failed.settings.unitSystem || !KnowsUnits(failed.settings.mode))
         return failed.text;
-    }
     return Replaced(failed.text, failed.place, 1, failed.Here() == L'"' ? L"in" : L"*12in");
 }
 
@@ -309,9 +293,8 @@ std::wstring WithoutFrame(Failed const &failed) {
     std::size_t const first = NextItem(failed.text, 0);
     std::size_t const last = ItemBefore(failed.text, failed.text.size());
     bool const hasComma = failed.text.find_first_of(L", ") != kNowhere;
-    if (first == kNowhere || first == last || !hasComma || ReadsOneExpression(failed.settings.mode)) {
+    if (first == kNowhere || first == last || !hasComma || ReadsOneExpression(failed.settings.mode))
         return failed.text;
-    }
     bool const round = failed.text[first] == L'(' && failed.text[last] == L')';
     bool const square = failed.text[first] == L'[' && failed.text[last] == L']';
     return (round || square) && failed.settings.mode != EvalMode::kPoints
@@ -372,19 +355,16 @@ Step Mend(std::wstring const &text, EvalOutcome const &outcome, EvalSettings con
     Step best;
     for (Repair const &repair : kRepairs) {
         std::wstring const mended = repair.mend(failed);
-        if (mended == text) {
+        if (mended == text)
             continue;
-        }
         EvalOutcome const after = Evaluate(Text(mended), settings);
         // What is left to read is what counts: a repair may change the length of what was read.
         auto const left = static_cast<std::ptrdiff_t>(mended.size()) - after.place;
         bool const further = left < static_cast<std::ptrdiff_t>(text.size()) - outcome.place;
-        if (after.parsed || (further && !best.why)) {
+        if (after.parsed || (further && !best.why))
             best = {mended, repair.why, after};
-        }
-        if (after.parsed) {
+        if (after.parsed)
             break;
-        }
     }
     return best;
 }
@@ -395,9 +375,8 @@ std::optional<RepairedText> FindRepair(std::wstring const &typed, EvalSettings c
     RepairedText repaired{typed, "", Evaluate(Text(typed), settings)};
     for (int i = 0; i < kMostRepairs && !repaired.outcome.parsed; ++i) {
         Step const step = Mend(repaired.text, repaired.outcome, settings);
-        if (!step.why) {
+        if (!step.why)
             break;
-        }
         repaired = {step.text, repaired.why.empty() ? step.why : repaired.why, step.outcome};
     }
     return repaired.why.empty() ? std::nullopt : std::optional(repaired);

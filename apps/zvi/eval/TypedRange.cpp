@@ -11,9 +11,8 @@ constexpr std::size_t kNowhere = std::wstring::npos;
 /// Passes blanks and then a word, in short or long; returns the index behind it, or kNowhere.
 std::size_t PassMarker(std::wstring const &upper, std::size_t at, wchar_t first, wchar_t second) {
     at = NextItem(upper, at);
-    if (at == kNowhere || upper[at] != first) {
+    if (at == kNowhere || upper[at] != first)
         return kNowhere;
-    }
     at += at + 1 < upper.size() && upper[at + 1] == second ? 2 : 1;
     return NextItem(upper, at);
 }
@@ -23,9 +22,8 @@ std::size_t PassMarker(std::wstring const &upper, std::size_t at, wchar_t first,
 std::size_t PassDigits(std::wstring const &text, std::size_t at, long long &value) {
     constexpr long long kTooLarge = 1'000'000'000'000;
     std::size_t end = at;
-    for (value = 0; end < text.size() && IsDigit(text[end]); ++end) {
+    for (value = 0; end < text.size() && IsDigit(text[end]); ++end)
         value = std::min(kTooLarge, value * 10 + (text[end] - L'0'));
-    }
     return end == at ? kNowhere : end;
 }
 
@@ -41,9 +39,8 @@ std::optional<TypedRange> RangeAt(std::wstring const &upper, std::size_t at) {
     std::size_t end = PassDigits(upper, at, range.from);
     end = end == kNowhere ? end : PassMarker(upper, end, L'T', L'O');
     end = end == kNowhere ? end : PassDigits(upper, end, range.to);
-    if (end == kNowhere) {
+    if (end == kNowhere)
         return std::nullopt;
-    }
     range.stepValue = 1;
     std::size_t const step = PassMarker(upper, end, L'B', L'Y');
     if (step != kNowhere) {
@@ -60,9 +57,8 @@ std::optional<TypedRange> RangeAt(std::wstring const &upper, std::size_t at) {
 std::optional<long long> TypedRange::Count() const {
     long long const size = stepValue.value_or(1);
     bool const ends = from < to ? size > 0 : size < 0;
-    if (!ends && from != to) {
+    if (!ends && from != to)
         return std::nullopt;
-    }
     return from == to ? 1 : (to - from) / size + 1;
 }
 

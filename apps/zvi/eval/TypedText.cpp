@@ -27,19 +27,16 @@ bool IsOperator(wchar_t c) {
 
 std::size_t EndOfNumber(std::wstring_view text, std::size_t at) {
     auto const digits = [text](std::size_t from) {
-        while (from < text.size() && IsDigit(text[from])) {
+        while (from < text.size() && IsDigit(text[from]))
             ++from;
-        }
         return from;
     };
     std::size_t end = digits(at);
     bool const whole = end > at;
-    if (end < text.size() && text[end] == L'.' && (whole || digits(end + 1) > end + 1)) {
+    if (end < text.size() && text[end] == L'.' && (whole || digits(end + 1) > end + 1))
         end = digits(end + 1);
-    }
-    if (end == at || end >= text.size() || (text[end] != L'E' && text[end] != L'e')) {
+    if (end == at || end >= text.size() || (text[end] != L'E' && text[end] != L'e'))
         return end;
-    }
     std::size_t exponent = end + 1;
     exponent += exponent < text.size() && (text[exponent] == L'+' || text[exponent] == L'-');
     return digits(exponent) > exponent ? digits(exponent) : end;
@@ -58,9 +55,8 @@ std::vector<Span> Words(std::wstring_view text) {
     for (std::size_t at = 0; at < text.size();) {
         std::size_t end = EndOfNumber(text, at);
         if (end == at && IsLetter(text[at])) {
-            while (end < text.size() && IsNameChar(text[end])) {
+            while (end < text.size() && IsNameChar(text[end]))
                 ++end;
-            }
             words.push_back({at, end - at});
         }
         at = end == at ? at + 1 : end;
@@ -70,9 +66,8 @@ std::vector<Span> Words(std::wstring_view text) {
 
 std::wstring Upper(std::wstring_view text) {
     std::wstring upper(text);
-    for (wchar_t &c : upper) {
+    for (wchar_t &c : upper)
         c = c >= L'a' && c <= L'z' ? static_cast<wchar_t>(c - L'a' + L'A') : c;
-    }
     return upper;
 }
 

@@ -30,9 +30,8 @@ TEST(NumberText, ReadsAndWritesNumbersWithoutALocale) {
     EXPECT_EQ(ParseNumber(" +1.5e3\r"), 1500.0);
     EXPECT_EQ(ParseNumber("-.5"), -0.5);
     EXPECT_EQ(ParseNumber("1."), 1.0);
-    for (char const *text : {"", "+", "+-1", "1,5", "1 2", "nan", "inf", "0x10", "1e400", "--1"}) {
+    for (char const *text : {"", "+", "+-1", "1,5", "1 2", "nan", "inf", "0x10", "1e400", "--1"})
         EXPECT_FALSE(ParseNumber(text)) << text;
-    }
     EXPECT_EQ(ParseInteger("  0"), 0);
     EXPECT_FALSE(ParseInteger("1.0"));
     EXPECT_EQ(ExactNumber(0.1), "0.1");
@@ -83,9 +82,8 @@ TEST(TextDecoding, GivesWellFormedUtf8) {
         {"\\U+D800", "", "\xEF\xBF\xBD"},
         {"a\x01z", "", "a\xEF\xBF\xBDz"},
     };
-    for (Case const &c : cases) {
+    for (Case const &c : cases)
         EXPECT_EQ(DecodeDxfText(c.text, c.codePage), c.decoded) << c.decoded;
-    }
     for (char const *bad : {"\xC0\x80", "\xED\xA0\x80", "\xF5\x80\x80\x80", "\xE2\x82", "\x80", "\xF0\x80\x80\x80"}) {
         EXPECT_FALSE(lib::IsUtf8(bad));
         EXPECT_TRUE(lib::IsUtf8(DecodeDxfText(bad, "ANSI_1252")));

@@ -14,9 +14,8 @@ constexpr char const *kLeft = "\x1B[D";
 
 LineEditor::Event Type(LineEditor &editor, std::string const &keys) {
     LineEditor::Event event = LineEditor::Event::kNone;
-    for (char const key : keys) {
+    for (char const key : keys)
         event = editor.Feed(key);
-    }
     return event;
 }
 
@@ -68,9 +67,8 @@ TEST(LineEditor, TellsWhatAKeyDoesToTheLine) {
 
 TEST(LineEditor, BringsEarlierLinesBackAndKeepsTheUnfinishedOne) {
     LineEditor editor;
-    for (char const *line : {"first", "second", "second", ""}) {
+    for (char const *line : {"first", "second", "second", ""})
         editor.Remember(line);
-    }
     editor.Begin();
     Type(editor, std::string("new") + kUp);
     EXPECT_EQ(editor.Text(), "second");

@@ -65,9 +65,8 @@ TEST(Numbers, WhatWasCompressedExpandsToTheSameNumbers) {
     for (int round = 0; round < 200; ++round) {
         std::set<long> chosen;
         long const reach = 1 + static_cast<long>(random() % 60);
-        for (int i = 0; i < 40; ++i) {
+        for (int i = 0; i < 40; ++i)
             chosen.insert(static_cast<long>(random() % static_cast<unsigned>(2 * reach)) - reach);
-        }
         std::vector<long> const sorted(chosen.begin(), chosen.end());
         std::vector<long> shuffled = sorted;
         std::shuffle(shuffled.begin(), shuffled.end(), random);
@@ -76,9 +75,8 @@ TEST(Numbers, WhatWasCompressedExpandsToTheSameNumbers) {
         std::sort(expanded.begin(), expanded.end());
         EXPECT_EQ(expanded, sorted) << "seed " << kSeed << ", round " << round << ": " << text;
         std::vector<long> everything(200);
-        for (long i = 0; i < 200; ++i) {
+        for (long i = 0; i < 200; ++i)
             everything[static_cast<std::size_t>(i)] = i - 100;
-        }
         EXPECT_EQ(SelectNumbers(everything, text, false), sorted) << text;
     }
 }

@@ -209,9 +209,8 @@ TEST(Program, BehavesInAShell) {
 TEST(Program, EndsSilentlyWhenTheReaderHasGone) {
     fs::path const folder = Folder();
     std::string curves;
-    for (int i = 1; i <= 5000; ++i) {
+    for (int i = 1; i <= 5000; ++i)
         curves += "circle " + std::to_string(i) + " " + std::to_string(3 * i) + " 0 1\n";
-    }
     std::string const file = Written(folder / "many.curves", curves).string();
     std::string const status = (folder / "status").string();
     ShellStatus(std::string("{ \"") + ZVI_PROGRAM + "\" domains " + file + " 2>" + (folder / "err").string() +

@@ -19,13 +19,12 @@ std::vector<Example> Examples() {
     std::vector<Example> examples;
     bool inBlock = false;
     for (std::string line; std::getline(readme, line);) {
-        if (line.starts_with("```")) {
+        if (line.starts_with("```"))
             inBlock = line == "```console";
-        } else if (inBlock && line.starts_with("$ ")) {
+        else if (inBlock && line.starts_with("$ "))
             examples.push_back({line.substr(2), ""});
-        } else if (inBlock) {
+        else if (inBlock)
             examples.back().printed += line + "\n";
-        }
     }
     return examples;
 }
@@ -35,9 +34,8 @@ std::string Printed(std::string const &command) {
     std::string const script = "zvi() { \"" ZVI_PROGRAM "\" \"$@\"; }; { " + command + "; } 2>&1";
     std::string printed;
     std::FILE *const pipe = popen(script.c_str(), "r");
-    for (int c = std::fgetc(pipe); c != EOF; c = std::fgetc(pipe)) {
+    for (int c = std::fgetc(pipe); c != EOF; c = std::fgetc(pipe))
         printed += static_cast<char>(c);
-    }
     pclose(pipe);
     return printed;
 }
@@ -47,7 +45,6 @@ std::string Printed(std::string const &command) {
 TEST(Readme, ItsExamplesPrintWhatItSays) {
     std::vector<Example> const examples = Examples();
     EXPECT_GE(examples.size(), 10u);
-    for (Example const &example : examples) {
+    for (Example const &example : examples)
         EXPECT_EQ(Printed(example.command), example.printed) << example.command;
-    }
 }

@@ -52,9 +52,8 @@ constexpr std::size_t kDomainsWithTees = 561;
 constexpr std::size_t kHolesWithTees = 138;
 
 TEST(RealDrawings, GiveTheExpectedFacesHolesAndArea) {
-    if (!fs::exists(kDrawings / "expected.json")) {
+    if (!fs::exists(kDrawings / "expected.json"))
         GTEST_SKIP() << "no drawings in " << kDrawings;
-    }
     std::ifstream stream(kDrawings / "expected.json");
     nlohmann::json const expected = nlohmann::json::parse(stream);
     for (auto const &[name, numbers] : expected["drawings"].items()) {
@@ -75,9 +74,8 @@ TEST(RealDrawings, GiveTheExpectedFacesHolesAndArea) {
 }
 
 TEST(RealDrawings, AreReadOrRefusedWithoutFailing) {
-    if (!fs::exists(kDrawings)) {
+    if (!fs::exists(kDrawings))
         GTEST_SKIP() << "no drawings in " << kDrawings;
-    }
     for (char const *folder : {"dxf", "odd"}) {
         for (fs::directory_entry const &entry : fs::directory_iterator(kDrawings / folder)) {
             std::string const name = entry.path().filename().string();

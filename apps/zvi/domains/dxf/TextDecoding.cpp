@@ -36,9 +36,8 @@ std::string From1252(std::string_view text) {
 /// The converter's name for a drawing's code page: "ANSI_1250" is CP1250, "DOS437" is CP437, others as they stand.
 std::string ConverterName(std::string_view codePage) {
     for (std::string_view const prefix : {"ANSI_", "DOS"}) {
-        if (codePage.size() > prefix.size() && SameNoCase(codePage.substr(0, prefix.size()), prefix)) {
+        if (codePage.size() > prefix.size() && SameNoCase(codePage.substr(0, prefix.size()), prefix))
             return "CP" + std::string(codePage.substr(prefix.size()));
-        }
     }
     constexpr std::string_view kNameLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-_";
     bool const wellFormed = codePage.find_first_not_of(kNameLetters) == std::string_view::npos;
@@ -49,9 +48,8 @@ std::string ConverterName(std::string_view codePage) {
 /// The text in UTF-8, or nothing when the code page is unknown. A byte that means nothing becomes U+FFFD.
 std::optional<std::string> ThroughConverter(std::string_view text, std::string const &codePage) {
     iconv_t const converter = iconv_open("UTF-8", codePage.c_str());
-    if (converter == reinterpret_cast<iconv_t>(-1)) {
+    if (converter == reinterpret_cast<iconv_t>(-1))
         return std::nullopt;
-    }
     std::string source(text);
     std::string decoded;
     char *from = source.data();
@@ -81,15 +79,13 @@ std::optional<std::string> ThroughConverter(std::string_view, std::string const 
 /// The character of "\U+XXXX" at the start of `text`.
 std::optional<std::uint32_t> EscapedCharacter(std::string_view text) {
     constexpr std::size_t kDigits = 4;
-    if (text.size() < 3 + kDigits || !text.starts_with("\\U+")) {
+    if (text.size() < 3 + kDigits || !text.starts_with("\\U+"))
         return std::nullopt;
-    }
     std::uint32_t value = 0;
     for (char const c : text.substr(3, kDigits)) {
         std::size_t const digit = std::string_view("0123456789abcdef0123456789ABCDEF").find(c);
-        if (digit == std::string_view::npos) {
+        if (digit == std::string_view::npos)
             return std::nullopt;
-        }
         value = value * 16 + static_cast<std::uint32_t>(digit % 16);
     }
     bool const surrogate = value >= 0xD800 && value < 0xE000;
@@ -114,14 +110,12 @@ std::string Cleaned(std::string_view text) {
 } // namespace
 
 std::string DecodeDxfText(std::string_view text, std::string_view codePage) {
-    if (lib::IsUtf8(text)) {
+    if (lib::IsUtf8(text))
         return Cleaned(text);
-    }
     std::string const name = ConverterName(Trimmed(codePage));
     std::optional<std::string> decoded;
-    if (!name.empty() && !SameNoCase(name, "CP1252") && !SameNoCase(name, "UTF-8")) {
+    if (!name.empty() && !SameNoCase(name, "CP1252") && !SameNoCase(name, "UTF-8"))
         decoded = ThroughConverter(text, name);
-    }
     std::string const readable = decoded && lib::IsUtf8(*decoded) ? *decoded : From1252(text);
     return Cleaned(readable);
 }
@@ -130,9 +124,8 @@ std::string Quoted(std::string_view text) {
     constexpr std::size_t kMostShown = 40;
     std::size_t shown = kMostShown;
     while (shown < text.size() && shown + 3 > kMostShown &&
-           (static_cast<unsigned char>(text[shown]) & 0xC0u) == 0x80u) {
+           (static_cast<unsigned char>(text[shown]) & 0xC0u) == 0x80u)
         --shown; // not within a character
-    }
     return Joined("\"", DecodeDxfText(text.substr(0, shown), ""), shown < text.size() ? "...\"" : "\"");
 }
 

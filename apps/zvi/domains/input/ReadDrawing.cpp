@@ -12,13 +12,11 @@
 namespace zvi::app {
 
 std::string ReadWhole(std::string const &file, std::istream &standardInput) {
-    if (file == "-") {
+    if (file == "-")
         return AllOf(standardInput);
-    }
     std::error_code error;
-    if (std::filesystem::is_directory(file, error)) {
+    if (std::filesystem::is_directory(file, error))
         throw InputError(0, "is a folder; name a drawing in it");
-    }
     std::ifstream stream(file, std::ios::binary);
     if (!stream) {
         bool const there = std::filesystem::exists(file, error);
@@ -26,23 +24,19 @@ std::string ReadWhole(std::string const &file, std::istream &standardInput) {
                                   : "there is no such file; check the name and the folder");
     }
     std::string text = AllOf(stream);
-    if (stream.bad()) {
+    if (stream.bad())
         throw InputError(0, "cannot be read to its end; check the disk or copy the file");
-    }
     return text;
 }
 
 DrawingInput ReadDrawing(std::string const &file, std::string_view text, ReadingOptions const &options) {
     std::string const extension = file == "-" ? "" : std::filesystem::path(file).extension().string();
-    if (SameNoCase(extension, ".dxf") || LooksLikeDxf(text)) {
+    if (SameNoCase(extension, ".dxf") || LooksLikeDxf(text))
         return ReadDxf(text, options);
-    }
-    if (file != "-" && !SameNoCase(extension, ".curves")) {
+    if (file != "-" && !SameNoCase(extension, ".curves"))
         throw InputError(0, "is no drawing that can be read; name a .dxf or a .curves file");
-    }
-    if (!options.layers.empty()) {
+    if (!options.layers.empty())
         throw UsageError("curve text has no layers; leave out --layer");
-    }
     return ReadCurveText(text);
 }
 
