@@ -52,8 +52,6 @@
 #include "zvi/curves/T_LINE_G.h"
 #include "zvi/curves/T_MBR3D.h"
 #include "zvi/curves/T_REGION2D_G.h"
-#include "zvi/curves/domains/CurvIdIndex.h"
-#include "zvi/curves/domains/VtexXIndex.h"
 
 #include "zvi/drawing/CutDrawingCurves.h"
 #include "zvi/drawing/DrawingRecords.h"

@@ -4,6 +4,9 @@
 
 namespace zvi::lib {
 
+/// Ends of curves nearer than this in both x and y become one vertex; in drawing units, whatever the drawing's size.
+inline constexpr double kVtexMergeTolerance = 0.0001;
+
 /// A point of the domain maker, in the units of the caller's curves.
 struct DM_VTEX {
     double x;

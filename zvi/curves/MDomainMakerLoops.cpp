@@ -30,7 +30,7 @@ zvi::MArray<T_POINT2D> PolygonOf(zvi::MArray<int> const &loop, zvi::MArray<DM_VT
 
 void MDomainMaker::Util_GetConnectedVtexIdx(int vtex, zvi::MArray<int> &out) {
     for (int const edge : VtexEdges[Index(vtex)])
-        out.PushBack(FarVtex(edge, vtex));
+        out.PushBack(curves::FarEnd(EdgeVtex[Index(edge)], vtex));
 }
 
 void MDomainMaker::Util_GetInnerVtexIdx(zvi::MArray<int> &loop, zvi::MArray<int> &out) {
@@ -87,7 +87,7 @@ void MDomainMaker::Util_FillVtexArrayInSurf(DM_SURF &surf) {
         auto const &[first, second] = EdgeVtex[Index(surf.Curv[index])];
         return surf.CurvDir[index] == 0 ? first : second;
     };
-    auto const end = [&](std::size_t index) { return FarVtex(surf.Curv[index], start(index)); };
+    auto const end = [&](std::size_t index) { return curves::FarEnd(EdgeVtex[Index(surf.Curv[index])], start(index)); };
     if (count == 2) {
         surf.Vtex = {start(0), end(0), start(0)};
         return;

@@ -26,16 +26,15 @@ constexpr int kLiesOnLine = 12;
 constexpr double kRayOvershoot = 1.0;
 
 // Margins beyond which an edge is settled without a classification. Let a be the tested point, inside the box of width
-// W and height H, whose coordinates are at most A in size; the ray runs from a to the left and has the length R <= W
-// + 1. Two kinds of edges are settled:
+// W and height H, whose coordinates are at most A in size; the ray runs from a to the left and has the length
+// R <= W + 1. Two kinds of edges are settled:
 //
 // 1. Both ends are above the ray, or both below, by more than V = 2e-10 + 4e-7 H + 32 eps A; or both are to the right
-// of
-//    a by more than U = 1e-6 + 2e-7 (W + R) + 1e-11 A. Such an edge has code 0. It has no meeting point with the ray:
-//    the meeting point of the carriers would have to lie within 1e-7 of the edge's length beyond its ends, where the
-//    height over the ray is still at least V - 1e-7 H > 0, or within 1e-7 R beyond the ray's start, where x has reached
-//    a.x + U - 1e-7 W > a.x + 1e-7 R. Without a meeting point it is either not parallel (code 0) or its box is apart
-//    from the ray's box by more than 1e-10 (code 0).
+//    of a by more than U = 1e-6 + 2e-7 (W + R) + 1e-11 A. Such an edge has code 0. It has no meeting point with the
+//    ray: the meeting point of the carriers would have to lie within 1e-7 of the edge's length beyond its ends, where
+//    the height over the ray is still at least V - 1e-7 H > 0, or within 1e-7 R beyond the ray's start, where x has
+//    reached a.x + U - 1e-7 W > a.x + 1e-7 R. Without a meeting point it is either not parallel (code 0) or its box is
+//    apart from the ray's box by more than 1e-10 (code 0).
 // 2. The ends are on both sides of the ray by more than V, the edge's height is more than 1e-3 of its width, and it
 //    meets the carrier of the ray at an x that differs from a.x by more than U. The sine between edge and ray is then
 //    over 0.999e-3, ten times the limit of parallel lines, and the meeting point is inside the edge. To the right of a

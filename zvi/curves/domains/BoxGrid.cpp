@@ -1,11 +1,15 @@
 #include "zvi/curves/domains/BoxGridDetail.h"
 
+#include "zvi/base/Index.h"
+
 #include <algorithm>
 #include <bit>
 #include <cmath>
-#include <cstdint>
 
 namespace zvi::lib::curves {
+
+using base::Floor;
+using base::Index;
 
 namespace {
 
@@ -20,34 +24,52 @@ int CellExponent(double extent) {
     return extent > 0.0 ? std::max(exponent + 2, kSmallestCell) : kSmallestCell;
 }
 
+std::uint32_t KeyOf(std::size_t level, double column, double row) {
+    return base::CellKey(static_cast<double>(level), column, row);
+}
+
 } // namespace
 
 void BoxGrid::Insert(T_REGION2D const &box, int number) {
-    VisitCells(box, [&](std::uint32_t cell) {
+    VisitCells(box, [&](std::uint32_t key) {
         m_entries.push_back({box, number});
-        m_cells.Add(cell, static_cast<int>(m_entries.size()) - 1);
+        m_cells.Add(key, static_cast<int>(m_entries.size()) - 1);
     });
 }
 
 void BoxGrid::Remove(T_REGION2D const &box, int number) {
-    VisitCells(box, [&](std::uint32_t cell) { m_cells.Remove(cell, EntryIn(cell, number)); });
+    VisitCells(box, [&](std::uint32_t key) {
+        int found = -1;
+        m_cells.ForEach(key, [&](int entry) { found = m_entries[Index(entry)].number == number ? entry : found; });
+        if (found >= 0)
+            m_cells.Remove(key, found);
+    });
 }
 
-/// The entry of a cell that bears the number, which one does.
-int BoxGrid::EntryIn(std::uint32_t cell, int number) const {
-    int found = -1;
-    m_cells.ForEach(cell, [&](int entry) { found = m_entries[Index(entry)].number == number ? entry : found; });
-    return found;
+void BoxGrid::Find(T_POINT2D const &p, std::vector<int> &numbers) const {
+    if (m_entries.empty())
+        return;
+    for (std::size_t level = 0; level < m_levels.size(); ++level) {
+        double const column = Floor(p.x * m_levels[level].perWidth);
+        double const row = Floor(p.y * m_levels[level].perHeight);
+        m_cells.ForEach(KeyOf(level, column, row), [&](int at) {
+            Entry const &entry = m_entries[Index(at)];
+            if (Holds(entry.box, p))
+                numbers.push_back(entry.number);
+        });
+    }
 }
 
+/// Calls `visit` with the key of each cell that the box lies in.
 template <typename Visit>
 void BoxGrid::VisitCells(T_REGION2D const &box, Visit visit) {
-    Level const &level = LevelOf(box);
-    double const lastColumn = base::Floor(box.MaxX * level.perWidth);
-    double const lastRow = base::Floor(box.MaxY * level.perHeight);
-    for (double column = base::Floor(box.MinX * level.perWidth);;) {
-        for (double row = base::Floor(box.MinY * level.perHeight);;) {
-            visit(base::CellKey(column, row, level.step));
+    std::size_t const level = LevelOf(box);
+    Level const &cells = m_levels[level];
+    double const lastColumn = Floor(box.MaxX * cells.perWidth);
+    double const lastRow = Floor(box.MaxY * cells.perHeight);
+    for (double column = Floor(box.MinX * cells.perWidth);;) {
+        for (double row = Floor(box.MinY * cells.perHeight);;) {
+            visit(KeyOf(level, column, row));
             if (row == lastRow)
                 break;
             row = row + 1 < lastRow ? row + 1 : lastRow;
@@ -58,27 +80,15 @@ void BoxGrid::VisitCells(T_REGION2D const &box, Visit visit) {
     }
 }
 
-void BoxGrid::Find(T_POINT2D const &p, std::vector<int> &numbers) const {
-    for (Level const &level : m_levels) {
-        double const column = base::Floor(p.x * level.perWidth);
-        double const row = base::Floor(p.y * level.perHeight);
-        m_cells.ForEach(base::CellKey(column, row, level.step), [&](int entry) {
-            if (Holds(m_entries[Index(entry)].box, p))
-                numbers.push_back(m_entries[Index(entry)].number);
-        });
-    }
-}
-
-BoxGrid::Level const &BoxGrid::LevelOf(T_REGION2D const &box) {
+std::size_t BoxGrid::LevelOf(T_REGION2D const &box) {
     int const width = CellExponent(box.MaxX - box.MinX);
     int const height = CellExponent(box.MaxY - box.MinY);
-    for (std::size_t i = m_levels.size(); i-- > 0;) {
-        if (m_levels[i].width == width && m_levels[i].height == height)
-            return m_levels[i];
+    for (std::size_t level = m_levels.size(); level-- > 0;) {
+        if (m_levels[level].width == width && m_levels[level].height == height)
+            return level;
     }
-    m_levels.push_back(
-        {width, height, std::ldexp(1.0, -width), std::ldexp(1.0, -height), static_cast<double>(m_levels.size())});
-    return m_levels.back();
+    m_levels.push_back({width, height, std::ldexp(1.0, -width), std::ldexp(1.0, -height)});
+    return m_levels.size() - 1;
 }
 
 } // namespace zvi::lib::curves

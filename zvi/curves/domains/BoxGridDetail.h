@@ -4,13 +4,12 @@
 #include "zvi/curves/GeomRecords.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 namespace zvi::lib::curves {
 
-using base::Index;
-
-/// Whether a box contains a point, border included.
+/// Whether the box holds the point, border included.
 inline bool Holds(T_REGION2D const &box, T_POINT2D const &p) {
     return !(p.x < box.MinX || p.x > box.MaxX || p.y < box.MinY || p.y > box.MaxY);
 }
@@ -23,7 +22,7 @@ public:
     void Insert(T_REGION2D const &box, int number);
     /// Takes out what `Insert` put in; no other box has the number.
     void Remove(T_REGION2D const &box, int number);
-    /// Appends the numbers of the boxes that contain the point, border included.
+    /// Appends the numbers of the boxes that contain the point, border included, in no order; one may come twice.
     void Find(T_POINT2D const &p, std::vector<int> &numbers) const;
 
 private:
@@ -37,17 +36,15 @@ private:
         int height;       ///< exponent of a cell's height
         double perWidth;  ///< 1 / width of a cell
         double perHeight; ///< 1 / height of a cell
-        double step;      ///< tells the cells of the level from those of others
     };
 
-    Level const &LevelOf(T_REGION2D const &box);
+    std::size_t LevelOf(T_REGION2D const &box);
     template <typename Visit>
     void VisitCells(T_REGION2D const &box, Visit visit);
-    int EntryIn(std::uint32_t cell, int number) const;
 
     std::vector<Level> m_levels;
     std::vector<Entry> m_entries;
-    base::CellGrid m_cells; ///< of the entries
+    base::CellGrid m_cells; ///< entries by their cells
 };
 
 } // namespace zvi::lib::curves

@@ -1,8 +1,8 @@
-#include "zvi/curves/domains/CurvIdIndex.h"
+#include "zvi/curves/domains/CurvIdIndexDetail.h"
 
 #include <algorithm>
 
-namespace zvi::lib {
+namespace zvi::lib::curves {
 
 namespace {
 
@@ -11,7 +11,7 @@ constexpr std::size_t kSearchedPerEntry = 64;
 
 } // namespace
 
-int CurvIdIndex::FindFirst(zvi::MArray<unsigned int> const &ids, unsigned int id) {
+int CurvIdIndex::FindFirst(MArray<unsigned int> const &ids, unsigned int id) {
     if (m_searched <= kSearchedPerEntry * ids.Size()) {
         unsigned int const *const found = std::find(ids.begin(), ids.end(), id);
         m_searched += static_cast<std::size_t>(found - ids.begin());
@@ -31,4 +31,4 @@ void CurvIdIndex::Forget() {
     m_searched = 0;
 }
 
-} // namespace zvi::lib
+} // namespace zvi::lib::curves

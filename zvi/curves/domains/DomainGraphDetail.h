@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zvi/base/Index.h"
 #include "zvi/core/MArray.h"
 #include "zvi/curves/DomainRecords.h"
 #include "zvi/curves/domains/VertexStarsDetail.h"
@@ -24,39 +25,39 @@ public:
     int EdgeCount() const { return static_cast<int>(m_halfOfEdge.size()); }
     int HalfEdgeCount() const { return static_cast<int>(m_halfEdges.size()); }
 
-    int Target(int half) const { return m_halfEdges[Index(half)].target; }
-    int Twin(int half) const { return m_halfEdges[Index(half)].twin; }
-    int Origin(int half) const { return m_halfEdges[Index(half)].origin; }
+    int Target(int half) const { return m_halfEdges[base::Index(half)].target; }
+    int Twin(int half) const { return m_halfEdges[base::Index(half)].twin; }
+    int Origin(int half) const { return m_halfEdges[base::Index(half)].origin; }
     /// The edge of the half-edge.
-    int Edge(int half) const { return m_halfEdges[Index(half)].edgeAndSide >> 1; }
+    int Edge(int half) const { return m_halfEdges[base::Index(half)].edgeAndSide >> 1; }
     /// 0 when the half-edge runs from the first vertex of its edge to the second, 1 the other way.
-    int Side(int half) const { return m_halfEdges[Index(half)].edgeAndSide & 1; }
+    int Side(int half) const { return m_halfEdges[base::Index(half)].edgeAndSide & 1; }
     /// Twice the edge plus the side.
-    int EdgeAndSide(int half) const { return m_halfEdges[Index(half)].edgeAndSide; }
+    int EdgeAndSide(int half) const { return m_halfEdges[base::Index(half)].edgeAndSide; }
     /// The half-edge that stands for the edge of `half`: the smaller one of the two. What is known by edge is kept
     /// under it, near to what is known by half-edge.
     int Whole(int half) const { return half < Twin(half) ? half : Twin(half); }
 
     /// The half-edges that leave `node` are FirstOut(node) up to, but not including, EndOut(node).
-    int FirstOut(int node) const { return m_firstOut[Index(node)]; }
-    int EndOut(int node) const { return m_firstOut[Index(node) + 1]; }
+    int FirstOut(int node) const { return m_firstOut[base::Index(node)]; }
+    int EndOut(int node) const { return m_firstOut[base::Index(node) + 1]; }
     int Degree(int node) const { return EndOut(node) - FirstOut(node); }
     /// The neighbours, round `node`, of a half-edge that leaves it.
     int Clockwise(int node, int half) const { return (half == FirstOut(node) ? EndOut(node) : half) - 1; }
     int CounterClockwise(int node, int half) const { return half + 1 == EndOut(node) ? FirstOut(node) : half + 1; }
     /// Whether two edges of the node may run along one another.
-    bool IsNarrow(int node) const { return m_isNarrow[Index(node)] != 0; }
+    bool IsNarrow(int node) const { return m_isNarrow[base::Index(node)] != 0; }
 
-    DM_VTEX const &Coordinate(int node) const { return m_coordinates[Index(node)]; }
+    DM_VTEX const &Coordinate(int node) const { return m_coordinates[base::Index(node)]; }
     /// The vertex of a node.
-    int Vtex(int node) const { return m_vtex[Index(node)]; }
+    int Vtex(int node) const { return m_vtex[base::Index(node)]; }
     /// The node of a vertex with edges; -1 for any other.
-    int Node(int vtex) const { return m_node[Index(vtex)]; }
+    int Node(int vtex) const { return m_node[base::Index(vtex)]; }
     /// One of the half-edges of an edge; -1 for one that was dropped.
-    int HalfOf(int edge) const { return m_halfOfEdge[Index(edge)]; }
+    int HalfOf(int edge) const { return m_halfOfEdge[base::Index(edge)]; }
 
     /// Whether every coordinate is a number small enough for squares and sums to be numbers too.
-    bool IsTame() const { return m_isTame; }
+    bool IsMeasurable() const { return m_isMeasurable; }
 
 private:
     struct HalfEdge {
@@ -69,7 +70,7 @@ private:
     void NumberNodes(MArray<DM_VTEX> const &coordinates, VertexStars const &stars);
     void AddHalfEdges(VertexStars const &stars);
 
-    bool m_isTame = true;
+    bool m_isMeasurable = true;
     std::vector<int> m_vtex;
     std::vector<int> m_node;
     std::vector<int> m_firstOut;

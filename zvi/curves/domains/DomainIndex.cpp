@@ -1,11 +1,14 @@
 #include "zvi/curves/domains/DomainIndexDetail.h"
 
+#include "zvi/base/Index.h"
 #include "zvi/curves/PointInPolygonDetail.h"
 
 #include <algorithm>
 #include <cmath>
 
 namespace zvi::lib::curves {
+
+using base::Index;
 
 namespace {
 

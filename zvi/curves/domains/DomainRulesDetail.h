@@ -1,9 +1,11 @@
 #pragma once
 
+#include "zvi/core/MArray.h"
 #include "zvi/curves/DomainRecords.h"
 
 #include <cmath>
 #include <cstddef>
+#include <utility>
 
 namespace zvi::lib::curves {
 
@@ -19,6 +21,11 @@ inline constexpr double kNoDirection = 1e-12;
 
 /// A division of one loop is given up after looking at this many domains for each edge of the graph.
 inline constexpr long long kDivisionsPerEdge = 10;
+
+/// The other end of an edge of `vtex`.
+inline int FarEnd(std::pair<int, int> const &ends, int vtex) {
+    return ends.first == vtex ? ends.second : ends.first;
+}
 
 /// A list of `count` entries that are to be filled.
 inline MArray<int> ListOf(std::size_t count) {

@@ -1,46 +1,20 @@
-// The main scan of MakeDomain: outer loops, holes, divisions and marks, candidate by candidate.
+#include "zvi/curves/domains/DomainScanDetail.h"
 
 #include "zvi/base/Index.h"
 #include "zvi/curves/MDomainMaker.h"
-#include "zvi/curves/domains/DomainGraphDetail.h"
-#include "zvi/curves/domains/DomainIndexDetail.h"
 #include "zvi/curves/domains/DomainRulesDetail.h"
-#include "zvi/curves/domains/LoopDividerDetail.h"
-#include "zvi/curves/domains/OuterWalksDetail.h"
+#include "zvi/curves/domains/PlainDivisionDetail.h"
 
-#include <vector>
-
-namespace zvi::lib {
+namespace zvi::lib::curves {
 
 using base::Index;
-using curves::DomainGraph;
-using curves::LoopDivider;
-
-struct MDomainMaker::Run {
-    /// A candidate whose loop could not be divided within the limit.
-    struct Abandoned {
-        int node;
-        std::vector<int> loop;
-        int firstUnasked; ///< the domains before this one do not hold the loop, and never will
-    };
-
-    Run(MDomainMaker const &maker, DomainGraph const &edges)
-        : graph(edges), walks(edges), divider(edges), index(maker.ResultSurf, maker.VtexCoord) {}
-
-    DomainGraph const &graph;
-    curves::OuterWalks walks; ///< also knows which nodes and edges are finished
-    LoopDivider divider;
-    curves::DomainIndex index;        ///< of the finished domains
-    std::vector<int> loop;            ///< the half-edges of the present candidate's loop
-    std::vector<Abandoned> abandoned; ///< in the order of the candidates
-};
 
 namespace {
 
 /// The loop that the half-edges run along, as a domain without directions.
 DM_SURF MakeSurf(DomainGraph const &graph, std::vector<int> const &halfEdges) {
     std::size_t const count = halfEdges.size();
-    DM_SURF surf{{curves::ListOf(count + 1), curves::ListOf(count), {}}, {}};
+    DM_SURF surf{{ListOf(count + 1), ListOf(count), {}}, {}};
     for (std::size_t i = 0; i < count; ++i) {
         surf.Vtex[i] = graph.Vtex(graph.Origin(halfEdges[i]));
         surf.Curv[i] = graph.Edge(halfEdges[i]);
@@ -52,7 +26,7 @@ DM_SURF MakeSurf(DomainGraph const &graph, std::vector<int> const &halfEdges) {
 /// The loop that the half-edges run along, as a hole: run the other way.
 DM_SURF_SUB MakeHole(DomainGraph const &graph, std::vector<int> const &halfEdges) {
     std::size_t const count = halfEdges.size();
-    DM_SURF_SUB hole{curves::ListOf(count + 1), curves::ListOf(count), {}};
+    DM_SURF_SUB hole{ListOf(count + 1), ListOf(count), {}};
     for (std::size_t i = 0; i < count; ++i) {
         hole.Vtex[count - i] = graph.Vtex(graph.Origin(halfEdges[i]));
         hole.Curv[count - 1 - i] = graph.Edge(halfEdges[i]);
@@ -63,43 +37,44 @@ DM_SURF_SUB MakeHole(DomainGraph const &graph, std::vector<int> const &halfEdges
 
 } // namespace
 
+DomainScan::DomainScan(MDomainMaker &maker, DomainGraph const &graph)
+    : m_maker(maker), m_graph(graph), m_walks(graph), m_divider(graph), m_index(maker.ResultSurf, maker.VtexCoord) {}
+
 /// After each group of new domains the scan starts again at the first candidate. Of the earlier ones only those whose
 /// division was abandoned need another look: the others are finished, or at a dead end for good.
-void MDomainMaker::ScanCandidates(DomainGraph const &graph, zvi::MArray<int> const &candidates) {
-    Run run(*this, graph);
+void DomainScan::Run(MArray<int> const &candidates) {
     for (int const vtex : candidates) {
-        int const node = graph.Node(vtex);
-        while (!run.walks.IsNodeDone(node) && ScanCandidate(node, run)) {
-            for (std::size_t i = 0; i < run.abandoned.size();)
-                i = RetryAbandoned(i, run) ? 0 : i + 1;
+        int const node = m_graph.Node(vtex);
+        while (!m_walks.IsNodeDone(node) && ScanCandidate(node)) {
+            for (std::size_t i = 0; i < m_abandoned.size();)
+                i = RetryAbandoned(m_abandoned[i]) ? 0 : i + 1;
         }
     }
 }
 
-bool MDomainMaker::ScanCandidate(int node, Run &run) {
-    std::vector<int> &loop = run.loop;
-    if (!run.walks.Walk(node, loop))
+/// True when the walk from the candidate found domains.
+bool DomainScan::ScanCandidate(int node) {
+    if (!m_walks.Walk(node, m_loop))
         return false;
-    int const firstUnasked = AddToHoles(loop, 0, run);
-    if (!DivideLoop(loop, run)) {
-        run.abandoned.push_back({node, loop, firstUnasked});
+    int const firstUnasked = AddToHoles(m_loop, 0);
+    if (!DivideLoop(m_loop)) {
+        m_abandoned.push_back({node, m_loop, firstUnasked});
         return false;
     }
     return true;
 }
 
-bool MDomainMaker::RetryAbandoned(std::size_t index, Run &run) {
-    Run::Abandoned &known = run.abandoned[index];
+bool DomainScan::RetryAbandoned(Abandoned &known) {
     std::vector<int> loop;
-    if (run.walks.IsNodeDone(known.node) || !run.walks.Walk(known.node, loop))
+    if (m_walks.IsNodeDone(known.node) || !m_walks.Walk(known.node, loop))
         return false;
     bool const isSame = loop == known.loop;
-    known.firstUnasked = AddToHoles(loop, isSame ? known.firstUnasked : 0, run);
+    known.firstUnasked = AddToHoles(loop, isSame ? known.firstUnasked : 0);
     // The division depends on the loop alone.
     if (isSame)
         return false;
     known.loop = loop;
-    return DivideLoop(loop, run);
+    return DivideLoop(loop);
 }
 
 /// A loop inside an existing domain is a hole of the first such domain, and still becomes a domain of its own. The
@@ -108,53 +83,56 @@ bool MDomainMaker::RetryAbandoned(std::size_t index, Run &run) {
 /// Returns the first domain that could still take the loop at a later try: a domain only gains holes, so what does not
 /// hold a point now never will, and what took the loop has the point on the border of that hole from now on. With
 /// coordinates beyond all measure neither is sure, and every domain is asked again.
-int MDomainMaker::AddToHoles(std::vector<int> const &loop, int first, Run &run) {
-    DM_VTEX const &middle = run.graph.Coordinate(run.graph.Origin(loop[(loop.size() + 1) / 2]));
-    bool const isTame = run.graph.IsTame();
-    int const domain = isTame ? run.index.FirstWith(middle, first) : FirstDomainWith(middle);
+int DomainScan::AddToHoles(std::vector<int> const &loop, int first) {
+    DM_VTEX const &middle = m_graph.Coordinate(m_graph.Origin(loop[(loop.size() + 1) / 2]));
+    bool const isMeasurable = m_graph.IsMeasurable();
+    int const domain = isMeasurable ? m_index.FirstWith(middle, first) : FirstDomainWith(middle);
+    MArray<DM_SURF> &domains = m_maker.ResultSurf;
     if (domain < 0)
-        return isTame ? static_cast<int>(ResultSurf.Size()) : 0;
-    ResultSurf[Index(domain)].Holes.PushBack(MakeHole(run.graph, loop));
-    if (!isTame)
+        return isMeasurable ? static_cast<int>(domains.Size()) : 0;
+    domains[Index(domain)].Holes.PushBack(MakeHole(m_graph, loop));
+    if (!isMeasurable)
         return 0;
-    run.index.AddLastHole(domain);
+    m_index.AddLastHole(domain);
     return domain + 1;
 }
 
-int MDomainMaker::FirstDomainWith(DM_VTEX const &point) {
-    for (std::size_t i = 0; i < ResultSurf.Size(); ++i) {
-        if (Util_IsPointInSurf(point.x, point.y, ResultSurf[i]) != 0)
+int DomainScan::FirstDomainWith(DM_VTEX const &point) {
+    MArray<DM_SURF> &domains = m_maker.ResultSurf;
+    for (std::size_t i = 0; i < domains.Size(); ++i) {
+        if (m_maker.Util_IsPointInSurf(point.x, point.y, domains[i]) != 0)
             return static_cast<int>(i);
     }
     return -1;
 }
 
 /// Appends the domains of the loop to the result and marks what they use; false when the division was abandoned.
-bool MDomainMaker::DivideLoop(std::vector<int> const &loop, Run &run) {
-    std::size_t const first = ResultSurf.Size();
-    LoopDivider::Outcome const outcome = run.divider.Divide(loop, ResultSurf);
+bool DomainScan::DivideLoop(std::vector<int> const &loop) {
+    MArray<DM_SURF> &domains = m_maker.ResultSurf;
+    std::size_t const first = domains.Size();
+    LoopDivider::Outcome const outcome = m_divider.Divide(loop, domains);
     if (outcome == LoopDivider::Outcome::kDivided) {
-        run.divider.VisitUsed([&](int half) {
-            run.walks.MarkEdge(half);
-            run.walks.MarkNode(run.graph.Origin(half));
+        m_divider.VisitUsed([&](int half) {
+            m_walks.MarkEdge(half);
+            m_walks.MarkNode(m_graph.Origin(half));
         });
     } else if (outcome == LoopDivider::Outcome::kUnproven) {
-        DividePlainly(MakeSurf(run.graph, loop));
-        for (std::size_t i = first; i < ResultSurf.Size(); ++i) {
-            MarkDone(ResultSurf[i], run);
-            for (DM_SURF_SUB const &hole : ResultSurf[i].Holes)
-                MarkDone(hole, run);
+        PlainDivision(m_maker).Divide(MakeSurf(m_graph, loop));
+        for (std::size_t i = first; i < domains.Size(); ++i) {
+            MarkDone(domains[i]);
+            for (DM_SURF_SUB const &hole : domains[i].Holes)
+                MarkDone(hole);
         }
     }
-    run.walks.BarLooseEnds();
-    return ResultSurf.Size() > first;
+    m_walks.BarLooseEnds();
+    return domains.Size() > first;
 }
 
-void MDomainMaker::MarkDone(DM_SURF_SUB const &loop, Run &run) {
+void DomainScan::MarkDone(DM_SURF_SUB const &loop) {
     for (int const vtex : loop.Vtex)
-        run.walks.MarkNode(run.graph.Node(vtex));
+        m_walks.MarkNode(m_graph.Node(vtex));
     for (int const edge : loop.Curv)
-        run.walks.MarkEdge(run.graph.HalfOf(edge));
+        m_walks.MarkEdge(m_graph.HalfOf(edge));
 }
 
-} // namespace zvi::lib
+} // namespace zvi::lib::curves

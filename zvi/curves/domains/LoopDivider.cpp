@@ -8,6 +8,8 @@
 
 namespace zvi::lib::curves {
 
+using base::Index;
+
 namespace {
 
 /// Nodes with more edges than this find their corner of a loop in a hash map, others by looking at their edges.
@@ -32,7 +34,7 @@ LoopDivider::LoopDivider(DomainGraph const &graph)
 }
 
 LoopDivider::Outcome LoopDivider::Divide(std::vector<int> const &halfEdges, MArray<DM_SURF> &domains) {
-    if (!m_graph.IsTame())
+    if (!m_graph.IsMeasurable())
         return Outcome::kUnproven;
     Forget();
     AddLoop(halfEdges);
@@ -207,8 +209,8 @@ int LoopDivider::FindChord(int loop, int corner) {
 }
 
 /// Calls `visit` for every edge at the corner that runs along its incoming or outgoing edge, until it says no; an edge
-/// may come twice. The directions of the
-/// list are in order, so the search leaves each of the two both ways until the directions are surely apart.
+/// may come twice. The directions of the list are in order, so the search leaves each of the two both ways until the
+/// directions are surely apart.
 template <typename Visit>
 void LoopDivider::VisitAlongBoundary(int corner, Visit visit) const {
     int const node = m_graph.Origin(corner);

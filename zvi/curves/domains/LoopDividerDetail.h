@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zvi/base/Index.h"
 #include "zvi/core/MArray.h"
 #include "zvi/curves/DomainRecords.h"
 #include "zvi/curves/domains/DomainGraphDetail.h"
@@ -104,9 +105,9 @@ private:
 
     enum class Step { kWhole, kDivided, kUnproven };
 
-    Link &At(int half) { return m_links[Index(half)]; }
-    Link const &At(int half) const { return m_links[Index(half)]; }
-    int LoopOf(int half) const { return m_loopOf[Index(half)]; }
+    Link &At(int half) { return m_links[base::Index(half)]; }
+    Link const &At(int half) const { return m_links[base::Index(half)]; }
+    int LoopOf(int half) const { return m_loopOf[base::Index(half)]; }
 
     Outcome DivideInRounds();
     int AddLoop(std::vector<int> const &halfEdges);

@@ -6,6 +6,8 @@
 
 namespace zvi::lib::curves {
 
+using base::Index;
+
 namespace {
 
 constexpr std::size_t kNothingFinished = std::numeric_limits<std::size_t>::max();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zvi/base/Index.h"
 #include "zvi/curves/domains/DomainGraphDetail.h"
 
 #include <cstdint>
@@ -18,8 +19,8 @@ class OuterWalks {
 public:
     explicit OuterWalks(DomainGraph const &graph);
 
-    bool IsNodeDone(int node) const { return m_isNodeDone[Index(node)] != 0; }
-    void MarkNode(int node) { m_isNodeDone[Index(node)] = 1; }
+    bool IsNodeDone(int node) const { return m_isNodeDone[base::Index(node)] != 0; }
+    void MarkNode(int node) { m_isNodeDone[base::Index(node)] = 1; }
     /// Marks the edge of a half-edge.
     void MarkEdge(int half);
 
@@ -47,7 +48,7 @@ private:
     int NextOpen(int half);
     void Begin(int start);
     void DropFinishedSteps();
-    bool IsFinished(int half) const { return m_isEdgeDone[Index(m_graph.Whole(half))] != 0; }
+    bool IsFinished(int half) const { return m_isEdgeDone[base::Index(m_graph.Whole(half))] != 0; }
     int SkipFinished(int node, int half);
     void CountDown(int node);
 

@@ -10,6 +10,8 @@
 
 namespace zvi::lib::curves {
 
+using base::Index;
+
 namespace {
 
 /// Angles that differ by more than this, on a scale of four to the full turn, are in the same order in degrees; the

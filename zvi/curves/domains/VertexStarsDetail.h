@@ -27,12 +27,12 @@ public:
     VertexStars(MArray<std::pair<int, int>> const &edgeVtex, MArray<MArray<int>> const &vtexEdges);
 
     int VtexCount() const { return static_cast<int>(m_firstSpoke.size()) - 1; }
-    Spoke const *begin(int vtex) const { return m_spokes.data() + m_firstSpoke[Index(vtex)]; }
-    Spoke const *end(int vtex) const { return m_spokes.data() + m_firstSpoke[Index(vtex) + 1]; }
-    int Degree(int vtex) const { return m_firstSpoke[Index(vtex) + 1] - m_firstSpoke[Index(vtex)]; }
+    Spoke const *begin(int vtex) const { return m_spokes.data() + m_firstSpoke[base::Index(vtex)]; }
+    Spoke const *end(int vtex) const { return m_spokes.data() + m_firstSpoke[base::Index(vtex) + 1]; }
+    int Degree(int vtex) const { return m_firstSpoke[base::Index(vtex) + 1] - m_firstSpoke[base::Index(vtex)]; }
     /// Whether two edges of the vertex may run along one another: neighbours in the order of angles are nearest to one
     /// another, so no two edges do when no two neighbours do. Known once the spokes are sorted.
-    bool IsNarrow(int vtex) const { return m_isNarrow[Index(vtex)] != 0; }
+    bool IsNarrow(int vtex) const { return m_isNarrow[base::Index(vtex)] != 0; }
 
     /// Of the edges that join the same two vertices the first one in a list stays. An edge whose ends are one vertex
     /// stands twice in its list and so goes as a duplicate of itself.

@@ -1,10 +1,9 @@
-#include "zvi/curves/domains/VtexXIndex.h"
-
-#include "zvi/base/CellGrid.h"
+#include "zvi/curves/domains/VtexXIndexDetail.h"
 
 #include <cmath>
+#include <cstdint>
 
-namespace zvi::lib {
+namespace zvi::lib::curves {
 
 using base::Index;
 
@@ -15,33 +14,25 @@ namespace {
 /// apart in x or y, so a cell holds few.
 constexpr double kCellsPerUnit = 0.1 / kVtexMergeTolerance;
 
-/// Coordinates from this step on are farther apart than the tolerance, so they only meet equals.
-constexpr double kLastExactStep = 0x1p52;
+/// Coordinates from this cell number on are farther apart than the tolerance, so they only meet equals.
+constexpr double kFirstLoneCell = 0x1p52;
 
-/// A coordinate in widths of cells, counted from the side of a cell.
+/// The cell number of a coordinate as a number that is not yet whole.
 double ScaledOf(double coordinate) {
     return coordinate * kCellsPerUnit + 0.5;
 }
 
-bool IsExact(double coordinate) {
-    return std::abs(ScaledOf(coordinate)) < kLastExactStep;
-}
-
-/// Every coordinate too large for a step stands for itself.
-double StepOf(double coordinate) {
-    return IsExact(coordinate) ? base::Floor(ScaledOf(coordinate)) : coordinate;
-}
-
-/// The steps, from first to last, in which a vertex less than the tolerance away can lie. Rounding is monotone, so a
-/// vertex between x - tolerance and x + tolerance lies between their steps.
-struct Span {
+/// The cells, from first to last, in which a vertex less than the tolerance away can lie. Rounding is monotone, so a
+/// vertex between x - tolerance and x + tolerance lies between their cells.
+struct CellSpan {
     double first;
     double last;
 };
 
-Span SpanOf(double coordinate) {
-    if (!IsExact(coordinate))
-        return {coordinate, coordinate};
+CellSpan SpanOf(double coordinate) {
+    double const scaled = ScaledOf(coordinate);
+    if (!(std::abs(scaled) < kFirstLoneCell))
+        return {scaled, scaled};
     return {base::Floor(ScaledOf(coordinate - kVtexMergeTolerance)),
             base::Floor(ScaledOf(coordinate + kVtexMergeTolerance))};
 }
@@ -56,23 +47,13 @@ bool IsNear(DM_VTEX const &a, DM_VTEX const &b) {
 
 } // namespace
 
-VtexXIndex::VtexXIndex() = default;
-
-VtexXIndex::VtexXIndex(VtexXIndex const &other)
-    : m_cells(other.m_cells ? std::make_unique<base::CellGrid>(*other.m_cells) : nullptr) {}
-
-VtexXIndex &VtexXIndex::operator=(VtexXIndex const &other) {
-    m_cells = VtexXIndex(other).m_cells;
-    return *this;
-}
-
-VtexXIndex::~VtexXIndex() = default;
-
-int VtexXIndex::Find(DM_VTEX const &point, zvi::MArray<DM_VTEX> const &coordinates) const {
-    if (!m_cells || !IsFinite(point))
+int VtexXIndex::Find(DM_VTEX const &point, MArray<DM_VTEX> const &coordinates) const {
+    if (!IsFinite(point))
         return -1;
+    CellSpan const spanX = SpanOf(point.x);
+    CellSpan const spanY = SpanOf(point.y);
     int best = -1;
-    auto const take = [&](int vtex) {
+    auto const takeBetter = [&](int vtex) {
         DM_VTEX const &at = coordinates[Index(vtex)];
         if (!IsNear(at, point))
             return;
@@ -80,25 +61,21 @@ int VtexXIndex::Find(DM_VTEX const &point, zvi::MArray<DM_VTEX> const &coordinat
         if (best < 0 || at.x < bestX || (at.x == bestX && vtex < best))
             best = vtex;
     };
-    Span const x = SpanOf(point.x);
-    Span const y = SpanOf(point.y);
-    for (double stepX = x.first;; stepX += 1.0) {
-        for (double stepY = y.first;; stepY += 1.0) {
-            m_cells->ForEach(base::CellKey(stepX, stepY), take);
-            if (stepY == y.last)
+    for (double cellX = spanX.first;; cellX += 1.0) {
+        for (double cellY = spanY.first;; cellY += 1.0) {
+            m_grid.ForEach(base::CellKey(cellX, cellY), takeBetter);
+            if (!(cellY < spanY.last))
                 break;
         }
-        if (stepX == x.last)
-            return best;
+        if (!(cellX < spanX.last))
+            break;
     }
+    return best;
 }
 
 void VtexXIndex::Insert(DM_VTEX const &point, int vtex) {
-    if (!IsFinite(point))
-        return;
-    if (!m_cells)
-        m_cells = std::make_unique<base::CellGrid>();
-    m_cells->Add(base::CellKey(StepOf(point.x), StepOf(point.y)), vtex);
+    if (IsFinite(point))
+        m_grid.Add(base::CellKey(base::Floor(ScaledOf(point.x)), base::Floor(ScaledOf(point.y))), vtex);
 }
 
-} // namespace zvi::lib
+} // namespace zvi::lib::curves

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <unordered_map>
 
-namespace zvi::lib {
+namespace zvi::lib::curves {
 
 /// Finds the first entry of a growing list of curve ids that equals an id.
 ///
@@ -15,7 +15,7 @@ class CurvIdIndex {
 public:
     /// Index of the first entry equal to `id`; -1 if there is none. Since the last call the list may have grown; after
     /// any other change `Forget` comes first.
-    int FindFirst(zvi::MArray<unsigned int> const &ids, unsigned int id);
+    int FindFirst(MArray<unsigned int> const &ids, unsigned int id);
 
     void Forget();
 
@@ -25,4 +25,4 @@ private:
     std::size_t m_searched = 0;                    ///< so many entries were looked at by searches
 };
 
-} // namespace zvi::lib
+} // namespace zvi::lib::curves

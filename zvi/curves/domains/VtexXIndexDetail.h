@@ -1,18 +1,10 @@
 #pragma once
 
+#include "zvi/base/CellGrid.h"
 #include "zvi/core/MArray.h"
 #include "zvi/curves/DomainRecords.h"
 
-#include <memory>
-
-namespace zvi::lib {
-
-namespace base {
-class CellGrid;
-}
-
-/// Ends of curves nearer than this in both x and y become one vertex; in drawing units, whatever the drawing's size.
-inline constexpr double kVtexMergeTolerance = 0.0001;
+namespace zvi::lib::curves {
 
 /// Vertices in the order of x, equal x in the order of their numbers, for merging end points.
 ///
@@ -20,20 +12,15 @@ inline constexpr double kVtexMergeTolerance = 0.0001;
 /// square cells of ten tolerances, so that a lookup costs the same however many vertices share one x.
 class VtexXIndex {
 public:
-    VtexXIndex();
-    VtexXIndex(VtexXIndex const &other);
-    VtexXIndex &operator=(VtexXIndex const &other);
-    ~VtexXIndex();
-
     /// The first vertex, by x and then by number, with |dx| and |dy| both below `kVtexMergeTolerance`; -1 if there
     /// is none. A coordinate that is not finite meets nothing. `coordinates` are those of all vertices entered.
-    int Find(DM_VTEX const &point, zvi::MArray<DM_VTEX> const &coordinates) const;
+    int Find(DM_VTEX const &point, MArray<DM_VTEX> const &coordinates) const;
 
-    /// Enters the vertex `vtex` at `point`.
+    /// Enters the vertex `vtex` at `point`. When memory fails, the index stays as it was.
     void Insert(DM_VTEX const &point, int vtex);
 
 private:
-    std::unique_ptr<base::CellGrid> m_cells; ///< null until a vertex was entered
+    base::CellGrid m_grid;
 };
 
-} // namespace zvi::lib
+} // namespace zvi::lib::curves
