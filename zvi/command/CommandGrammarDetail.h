@@ -5,7 +5,7 @@
 
 #include <cstddef>
 
-namespace zvi::lib {
+namespace zvi::lib::command {
 
 /// A stack of which no text can need more than one entry per byte.
 template <class T>
@@ -52,8 +52,9 @@ public:
 
 private:
     struct Operator {
-        int token;
-        int precedence;
+        std::int16_t token;
+        std::int16_t precedence;
+        std::int32_t begin;                      ///< its place in the line, with the function in front of it
         TagSymbolNode const *function = nullptr; ///< in front of an open parenthesis
     };
     enum class Begun { kFailed, kItem, kExpression };
@@ -93,8 +94,8 @@ private:
     bool ReduceDownTo(int precedence);
     bool Reduce();
     bool CloseParenthesis();
-    bool Binary(int token, ParseNumber const &a, ParseNumber const &b, ParseNumber &result);
-    bool Power(ParseNumber const &base, ParseNumber const &exponent, ParseNumber &result);
+    bool Binary(Operator const &op, ParseNumber const &a, ParseNumber const &b, ParseNumber &result);
+    bool Power(Operator const &op, ParseNumber const &base, ParseNumber const &exponent, ParseNumber &result);
 
     bool Number(ParseNumber &value);
     bool RequireNumbers();
@@ -103,7 +104,8 @@ private:
     bool AtEnd() const { return m_token == kTokenEnd; }
     void Advance() { m_token = m_lexer.NextToken(); }
     bool Unexpected();
-    bool Fail(char const *text = nullptr);
+    bool Fail(ParseFaultKind kind);
+    bool FailAt(ParseFaultKind kind, int begin, int end);
 
     Parser &m_parser;
     lexer1 &m_lexer;
@@ -116,4 +118,4 @@ private:
     TextStack<Operator> m_operators;
 };
 
-} // namespace zvi::lib
+} // namespace zvi::lib::command

@@ -260,7 +260,7 @@ CString NormalizeCommandText(CString const &text, std::vector<int> &sources) {
     return Normalize({}, text, &sources);
 }
 
-CString NormalizedLine(std::string_view startWord, CString const &text) {
+CString command::NormalizedLine(std::string_view startWord, CString const &text) {
     return Normalize(startWord, text, nullptr);
 }
 

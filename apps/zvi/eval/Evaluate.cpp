@@ -131,8 +131,7 @@ void TraceFailure(HearingParser const &parser, CString const &read, CString cons
         for (int &source : outcome.sources)
             source = (*unitSources)[static_cast<std::size_t>(source)];
     }
-    int const startWord = parser.line.GetLength() - outcome.line.GetLength();
-    outcome.at = std::clamp(parser.GetErrorPosition() - startWord, 0, outcome.line.GetLength());
+    outcome.at = std::clamp(parser.GetFault().stop, 0, outcome.line.GetLength());
     outcome.place = outcome.at < outcome.line.GetLength() ? outcome.sources[static_cast<std::size_t>(outcome.at)]
                                                           : typed.GetLength();
 }
