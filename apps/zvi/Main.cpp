@@ -2,12 +2,12 @@
 
 #ifdef _WIN32
 
-#include "apps/zvi/common/WideText.h"
+#include "zvi/core/Utf8.h"
 
 int wmain(int argc, wchar_t **argv) {
     std::vector<std::string> arguments;
     for (int i = 1; i < argc; ++i)
-        arguments.push_back(zvi::app::Utf8Of(std::wstring_view(argv[i])));
+        arguments.push_back(zvi::lib::Utf8Of(std::wstring_view(argv[i])));
     return zvi::app::RunProgram(arguments);
 }
 

@@ -11,7 +11,7 @@
 #include <vector>
 
 #ifdef _WIN32
-#include "apps/zvi/common/WideText.h"
+#include "zvi/core/Utf8.h"
 #else
 #include <sys/wait.h>
 #endif
@@ -50,7 +50,7 @@ private:
     }
     /// The shell takes the outermost quotes away.
     static CString Wide(std::string const &command) {
-        return WideOf(Quoted(command));
+        return lib::WideOf(Quoted(command));
     }
     static int System(std::string const &command) {
         return _wsystem(Wide(command).GetString());

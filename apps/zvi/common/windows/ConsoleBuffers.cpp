@@ -1,8 +1,9 @@
 #include "apps/zvi/common/windows/ConsoleBuffers.h"
 
 #include "apps/zvi/common/Text.h"
-#include "apps/zvi/common/Utf8.h"
 #include "apps/zvi/common/WideText.h"
+
+#include "zvi/core/Utf8.h"
 
 #include <algorithm>
 
@@ -29,7 +30,7 @@ std::size_t WholeCharacters(std::string_view utf8) {
     for (std::size_t back = 1; back <= std::min(kLongest, utf8.size()); ++back) {
         char const byte = utf8[utf8.size() - back];
         if ((static_cast<unsigned char>(byte) & 0xC0u) != 0x80u)
-            return Utf8Length(byte) > back ? utf8.size() - back : utf8.size();
+            return lib::Utf8Length(byte) > back ? utf8.size() - back : utf8.size();
     }
     return utf8.size();
 }
@@ -52,7 +53,7 @@ int ConsoleOutput::sync() {
 
 bool ConsoleOutput::Show() {
     std::size_t const whole = WholeCharacters(m_bytes);
-    CString const text = WideOf(std::string_view(m_bytes).substr(0, whole));
+    CString const text = lib::WideOf(std::string_view(m_bytes).substr(0, whole));
     m_bytes.erase(0, whole);
     std::wstring_view left = View(text);
     while (!left.empty()) {
@@ -80,7 +81,7 @@ std::streambuf::int_type ConsoleInput::underflow() {
         m_pending = units.back();
         units.pop_back();
     }
-    m_line = Utf8Of(units);
+    m_line = lib::Utf8Of(units);
     ReplaceAll(m_line, "\r\n", "\n");
     setg(m_line.data(), m_line.data(), m_line.data() + m_line.size());
     return traits_type::to_int_type(m_line.front());
