@@ -180,7 +180,7 @@ TEST(MQSort, ComparisonsAnswerForRecords) {
 
     MQSort::IntWithIndex const small{100, INT_MIN}, large{0, 1};
     EXPECT_EQ(MQSort::CompareIntWithIndex(&small, &large), INT_MAX);
-    MQSort::KeyWithIterator const low{5, 4294967296L + 3}, high{4, 10};
+    MQSort::KeyWithIterator const low{5, static_cast<long>(4294967299)}, high{4, 10};
     EXPECT_EQ(MQSort::CompareKeyWithIterator(&low, &high), -7);
 }
 

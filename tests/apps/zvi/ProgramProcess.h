@@ -25,7 +25,7 @@ public:
     ProgramProcess(std::filesystem::path const &folder, std::vector<std::string> const &arguments)
         : m_folder(folder), m_command(Quoted(NameOf(std::filesystem::path(ZVI_PROGRAM).make_preferred()))) {
         for (std::string const &argument : arguments)
-            m_command += " " + Quoted(argument);
+            m_command.append(" ").append(Quoted(argument));
     }
 
     /// Runs to the end and gives the exit status; -1 when the process died of anything else.
@@ -44,10 +44,10 @@ public:
     std::string Err() const { return Content("err"); }
 
 private:
+    static std::string Quoted(std::string const &word) { return std::string(1, kQuote).append(word) += kQuote; }
+
 #ifdef _WIN32
-    static std::string Quoted(std::string const &word) {
-        return '"' + word + '"';
-    }
+    static constexpr char kQuote = '"';
     /// The shell takes the outermost quotes away.
     static CString Wide(std::string const &command) {
         return lib::WideOf(Quoted(command));
@@ -65,9 +65,7 @@ private:
         return result;
     }
 #else
-    static std::string Quoted(std::string const &word) {
-        return "'" + word + "'";
-    }
+    static constexpr char kQuote = '\'';
     static int System(std::string const &command) {
         return std::system(command.c_str());
     }
