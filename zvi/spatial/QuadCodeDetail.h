@@ -94,8 +94,8 @@ inline std::size_t NextToMeet(QuadCode const *codes, std::size_t first, std::siz
     // Eight codes at a time.
     using Lanes = QuadCode __attribute__((vector_size(16)));
     using Halves = std::uint64_t __attribute__((vector_size(16)));
-    constexpr QuadCode g = QuadFrame::kGuards;
-    Lanes const guards = {g, g, g, g};
+    constexpr QuadCode kGuards = QuadFrame::kGuards;
+    Lanes const guards = {kGuards, kGuards, kGuards, kGuards};
     Lanes const queries = {query, query, query, query};
     for (; first + 8 <= count; first += 8) {
         Lanes low;

@@ -201,9 +201,8 @@ Mistake DescribeEnd(FailedText const &failed) {
 /// The name or number that begins at `at` where an operator was expected, to its end.
 Span OperandAt(std::wstring const &typed, std::size_t at) {
     std::size_t end = at + 1;
-    while (typed[at] != L'(' && end < typed.size() && (IsNameChar(typed[end]) || typed[end] == L'.')) {
+    while (typed[at] != L'(' && end < typed.size() && (IsNameChar(typed[end]) || typed[end] == L'.'))
         ++end;
-    }
     return {at, end - at};
 }
 

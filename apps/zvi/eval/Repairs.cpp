@@ -170,9 +170,8 @@ std::wstring TimesSign(Failed const &failed) {
     wchar_t const left = failed.At(before);
     wchar_t const right = failed.Here();
     bool const begins = IsLetter(right) || right == L'(' || (left == L')' && IsDigit(right));
-    if (!begins || !(IsNameChar(left) || left == L'.' || left == L')')) {
+    if (!begins || !(IsNameChar(left) || left == L'.' || left == L')'))
         return failed.text;
-    }
     return Replaced(failed.text, before + 1, failed.place - before - 1, L"*");
 }
 
@@ -213,9 +212,8 @@ std::wstring PointBrackets(Failed const &failed) {
     if (failed.settings.mode != EvalMode::kPoints || failed.text.find(L'[') != kNowhere)
         return failed.text;
     std::wstring text = failed.text;
-    if (text.find(L'(') == kNowhere) {
+    if (text.find(L'(') == kNowhere)
         return L"[" + text + L"]";
-    }
     std::replace(text.begin(), text.end(), L'(', L'[');
     std::replace(text.begin(), text.end(), L')', L']');
     return text;

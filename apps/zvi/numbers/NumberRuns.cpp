@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
-#include <utility>
 
 namespace zvi::app {
 
@@ -70,8 +69,6 @@ public:
                                   : "no number",
                        hint);
         }
-        if (!std::in_range<long>(m_value))
-            RefuseFrom(m_begin, "the number is too large", hint);
         return static_cast<long>(m_value);
     }
 
