@@ -104,12 +104,10 @@ int RunProgram(std::vector<std::string> const &arguments, Console &console) {
     }
 }
 
-int RunProgram(int argc, char **argv) {
+int RunProgram(std::vector<std::string> const &arguments) {
+    OpenStandardStreams();
     InstallSignalHandlers();
     Console console{std::cin, std::cout, std::cerr, IsTerminal(0), IsTerminal(1), IsTerminal(2)};
-    std::vector<std::string> arguments;
-    for (int i = 1; i < argc; ++i)
-        arguments.emplace_back(argv[i]);
     return RunProgram(arguments, console);
 }
 

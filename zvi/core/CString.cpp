@@ -122,8 +122,7 @@ int CString::Compare(CString const &other) const {
 
 int CString::Compare(wchar_t const *other) const {
     std::wstring_view const view = ViewOf(other);
-    bool const hasWide = std::any_of(view.begin(), view.end(),
-                                     [](wchar_t element) { return static_cast<std::uint32_t>(element) > 0xFFFF; });
+    bool const hasWide = std::any_of(view.begin(), view.end(), [](std::uint32_t element) { return element > 0xFFFF; });
     return SignOf(hasWide ? m_text.compare(UnitsOf(view)) : std::wstring_view(m_text).compare(view));
 }
 

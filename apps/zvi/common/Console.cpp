@@ -1,6 +1,7 @@
 #include "apps/zvi/common/Console.h"
 
 #include "apps/zvi/common/ExitStatus.h"
+#include "apps/zvi/common/Terminal.h"
 
 #include <cerrno>
 
@@ -19,7 +20,7 @@ int WriteResult(Console &console, std::string const &text) {
     errno = 0;
     console.out.write(text.data(), static_cast<std::streamsize>(text.size()));
     console.out.flush();
-    if (console.out.good() || errno == EPIPE)
+    if (console.out.good() || ReaderHasGone())
         return kExitDone;
     TellFailure(console, "standard output", 0, "cannot be written; check that there is room and try again");
     return kExitBadInput;
@@ -27,8 +28,8 @@ int WriteResult(Console &console, std::string const &text) {
 
 void TellWaiting(Console &console, std::string const &what, std::string const &verb) {
     if (console.inIsTerminal)
-        console.err << "zvi: reading " << what << " from the terminal; Ctrl-D ends it, 'zvi " << verb << " -h' helps"
-                    << std::endl;
+        console.err << "zvi: reading " << what << " from the terminal; " << EndOfInputKeys() << " ends it, 'zvi "
+                    << verb << " -h' helps" << std::endl;
 }
 
 void Progress::Step(std::string const &what) {

@@ -2,6 +2,7 @@
 
 #include "apps/zvi/common/ExitStatus.h"
 #include "apps/zvi/common/Failure.h"
+#include "apps/zvi/common/FileAccess.h"
 #include "apps/zvi/common/OutputFile.h"
 #include "apps/zvi/common/Terminal.h"
 #include "apps/zvi/domains/DomainsOptions.h"
@@ -13,8 +14,6 @@
 #include "apps/zvi/domains/output/SvgPicture.h"
 
 #include "zvi/drawing/MakeDrawingDomains.h"
-
-#include <filesystem>
 
 namespace zvi::app {
 
@@ -34,8 +33,7 @@ bool WriteOutput(Console &console, std::string const &file, std::string const &c
 
 bool WriteFiles(Console &console, DomainsOptions const &options, DrawingInput const &input,
                 lib::DrawingResult const &result) {
-    std::string const title =
-        options.file == "-" ? ShownName("-") : std::filesystem::path(options.file).filename().string();
+    std::string const title = options.file == "-" ? ShownName("-") : NameOf(PathOf(options.file).filename());
     std::string const readable = DecodeDxfText(title, "");
     bool const drawn =
         options.svgFile.empty() || WriteOutput(console, options.svgFile, SvgPicture(readable, input, result));

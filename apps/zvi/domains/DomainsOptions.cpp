@@ -2,6 +2,7 @@
 
 #include "apps/zvi/common/CommandLine.h"
 #include "apps/zvi/common/Failure.h"
+#include "apps/zvi/common/FileAccess.h"
 #include "apps/zvi/common/NumberText.h"
 
 #include <filesystem>
@@ -11,6 +12,8 @@
 namespace zvi::app {
 
 namespace {
+
+namespace fs = std::filesystem;
 
 constexpr char const *kExamples =
     "Examples:\n"
@@ -90,12 +93,11 @@ void Interpret(DomainsOptions &options, RawOptions const &raw) {
 }
 
 /// Whether two names are those of one file, which need not be there yet. An empty name is none.
-bool SameFile(std::string const &a, std::string const &b) {
-    namespace fs = std::filesystem;
+bool SameFile(fs::path const &a, fs::path const &b) {
     if (a.empty() || b.empty())
         return false;
     std::error_code error;
-    auto const whole = [&error](std::string const &name) {
+    auto const whole = [&error](fs::path const &name) {
         return fs::weakly_canonical(fs::absolute(name, error), error);
     };
     return fs::equivalent(a, b, error) || whole(a) == whole(b);
@@ -108,11 +110,11 @@ void CheckOutputs(DomainsOptions const &options, RawOptions const &raw) {
     }
     for (std::string const &output : {options.svgFile, options.dxfFile}) {
         std::error_code error;
-        bool const regular = std::filesystem::is_regular_file(output, error);
-        if (options.file != "-" && regular && SameFile(output, options.file))
+        bool const regular = fs::is_regular_file(PathOf(output), error);
+        if (options.file != "-" && regular && SameFile(PathOf(output), PathOf(options.file)))
             throw UsageError("'" + output + "' is the drawing itself; name another file to write");
     }
-    if (SameFile(options.svgFile, options.dxfFile))
+    if (SameFile(PathOf(options.svgFile), PathOf(options.dxfFile)))
         throw UsageError("--svg and --dxf name the same file; give each its own");
 }
 

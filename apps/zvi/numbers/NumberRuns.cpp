@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <utility>
 
 namespace zvi::app {
 
@@ -69,6 +70,8 @@ public:
                                   : "no number",
                        hint);
         }
+        if (!std::in_range<long>(m_value))
+            RefuseFrom(m_begin, "the number is too large", hint);
         return static_cast<long>(m_value);
     }
 

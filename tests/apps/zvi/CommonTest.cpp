@@ -53,14 +53,17 @@ TEST(OutputFile, IsThereWholeOrNotAtAll) {
     EXPECT_EQ(WriteWholeFile(file.string(), "first"), "");
     EXPECT_EQ(WriteWholeFile(file.string(), "second"), "");
     EXPECT_EQ(content(), "second");
-    fs::create_symlink("out.txt", folder / "link");
+    EXPECT_NE(WriteWholeFile((folder / "sub").string(), "x"), "");
+    EXPECT_NE(WriteWholeFile((folder / "none" / "out.txt").string(), "x"), "");
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder), fs::directory_iterator()), 2);
+
+    std::error_code noLinks; // such as a host on which links need a privilege
+    fs::create_symlink("out.txt", folder / "link", noLinks);
+    if (noLinks)
+        GTEST_SKIP() << "the part about links: " << noLinks.message();
     EXPECT_EQ(WriteWholeFile((folder / "link").string(), "third"), "");
     EXPECT_EQ(content(), "third");
     EXPECT_TRUE(fs::is_symlink(folder / "link"));
-    EXPECT_NE(WriteWholeFile((folder / "sub").string(), "x"), "");
-    EXPECT_NE(WriteWholeFile((folder / "none" / "out.txt").string(), "x"), "");
-    EXPECT_EQ(std::distance(fs::directory_iterator(folder), fs::directory_iterator()), 3);
-    fs::remove_all(folder);
 }
 
 TEST(TextDecoding, GivesWellFormedUtf8) {

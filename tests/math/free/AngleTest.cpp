@@ -2,6 +2,8 @@
 
 #include "tests/math/Near.h"
 
+#include <numbers>
+
 namespace zvi::lib::test {
 
 TEST(Angle, PlaneAnglesAreSignedAndEndAtPlus180) {
@@ -18,7 +20,7 @@ TEST(Angle, PlaneAnglesAreSignedAndEndAtPlus180) {
 
 TEST(Angle, SpaceAngleAtTheFirstPoint) {
     Xyz const apex{1, 2, 3}, v{1, 2, 2}, w{4, 0, 3};
-    double const expected = std::acos(2.0 / 3.0) * 180.0 / M_PI;
+    double const expected = std::acos(2.0 / 3.0) * 180.0 / std::numbers::pi;
     EXPECT_NEAR(angle_3d(apex, apex + v, apex + w), expected, 1e-12);
     EXPECT_NEAR(angle_3d(v, w), expected, 1e-12);
     EXPECT_EQ(angle_3d(apex, apex, w), 0.0);

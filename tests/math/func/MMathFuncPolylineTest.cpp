@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <numbers>
 
 namespace zvi::lib::test {
 
@@ -34,7 +35,7 @@ Ring Reversed(Ring ring) {
 Ring Star(int count, double inner, double outer, Random &unit) {
     Ring star;
     for (int i = 0; i < count; ++i) {
-        double const angle = (i + unit()) * 2.0 * M_PI / count, r = inner + (outer - inner) * unit();
+        double const angle = (i + unit()) * 2.0 * std::numbers::pi / count, r = inner + (outer - inner) * unit();
         star.push_back({r * std::cos(angle), r * std::sin(angle)});
     }
     return star;
@@ -53,7 +54,7 @@ bool IsInsideByAngles(Ring const &ring, Xy const &p) {
     double sum = 0.0;
     for (std::size_t i = 0; i < ring.size(); ++i) {
         Xy const a = ring[i] - p, b = ring[(i + 1) % ring.size()] - p;
-        sum += std::remainder(std::atan2(b[1], b[0]) - std::atan2(a[1], a[0]), 2.0 * M_PI);
+        sum += std::remainder(std::atan2(b[1], b[0]) - std::atan2(a[1], a[0]), 2.0 * std::numbers::pi);
     }
     return std::abs(sum) > 3.0;
 }

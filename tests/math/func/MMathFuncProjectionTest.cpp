@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <limits>
+#include <numbers>
 
 namespace zvi::lib::test {
 
@@ -159,7 +160,7 @@ TEST(MMathFuncProjection, PlanesFromThreePoints) {
     EXPECT_EQ(out, (Xyz{3, 4, 1}));
     EXPECT_FALSE(MMathFunc::project_on_plane_normal(p, a, b, c, 10001.0, out)) << "one of the squared double area";
     for (auto const &[degrees, projects, cuts] : Rows<double, bool, bool>("0.5 0 1; 1.01 1 1; 90 1 1; 0 0 0")) {
-        double const radians = degrees * M_PI / 180.0;
+        double const radians = degrees * std::numbers::pi / 180.0;
         Xyz const dir{-7.0 * std::cos(radians), 0.0, -7.0 * std::sin(radians)};
         Xyz const expected{3.0 - 5.0 / std::tan(radians), 4.0, 1.0};
         EXPECT_EQ(MMathFunc::project_on_plane_mf_vector(p, dir, a, b, c, 1.0, out), projects) << degrees;

@@ -3,6 +3,8 @@
 #include "tests/math/Near.h"
 #include "zvi/math/small/MMatrixLib.h"
 
+#include <numbers>
+
 namespace zvi::lib::test {
 
 namespace {
@@ -10,7 +12,7 @@ namespace {
 // Rotation by the sum of the part along the axis, the part across and their cross product.
 Xyz Rotated(double deg, Xyz const &axis, Xyz const &p) {
     Xyz const u = 1.0 / Length(axis) * axis;
-    double const c = std::cos(deg * M_PI / 180.0), s = std::sin(deg * M_PI / 180.0);
+    double const c = std::cos(deg * std::numbers::pi / 180.0), s = std::sin(deg * std::numbers::pi / 180.0);
     return c * p + s * Cross(u, p) + (1.0 - c) * Dot(u, p) * u;
 }
 
@@ -112,7 +114,7 @@ TEST(MMathFuncRotation, AnglesOfVectors) {
     }
     Xy const e{1, 0}, zero{0, 0};
     for (double deg = -179.0; deg <= 180.0; deg += 7.0) {
-        Xy const b{std::cos(deg * M_PI / 180.0), std::sin(deg * M_PI / 180.0)};
+        Xy const b{std::cos(deg * std::numbers::pi / 180.0), std::sin(deg * std::numbers::pi / 180.0)};
         EXPECT_NEAR(MMathFunc::mathCrossAngle2D(e, b), deg, 1e-6);
         EXPECT_NEAR(MMathFunc::mathCrossAngle2DSign(7.0 * b, e), -deg, 1e-6);
     }

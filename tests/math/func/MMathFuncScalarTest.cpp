@@ -4,6 +4,7 @@
 #include "zvi/math/func/MCompFunc.h"
 
 #include <climits>
+#include <numbers>
 
 namespace zvi::lib::test {
 
@@ -45,10 +46,10 @@ TEST(MMathFuncScalar, MakeNonZeroMovesUpWhateverTheSign) {
 }
 
 TEST(MMathFuncScalar, SineAndCosineSnapAtTheAxes) {
-    EXPECT_EQ(MMathFunc::mathSin(M_PI), 0.0);
-    EXPECT_EQ(MMathFunc::mathCos(M_PI / 2.0), 0.0);
-    EXPECT_EQ(MMathFunc::mathCos(M_PI + 1e-8), -1.0);
-    EXPECT_EQ(MMathFunc::mathSin(M_PI / 2.0 + 1e-8), 1.0);
+    EXPECT_EQ(MMathFunc::mathSin(std::numbers::pi), 0.0);
+    EXPECT_EQ(MMathFunc::mathCos(std::numbers::pi / 2.0), 0.0);
+    EXPECT_EQ(MMathFunc::mathCos(std::numbers::pi + 1e-8), -1.0);
+    EXPECT_EQ(MMathFunc::mathSin(std::numbers::pi / 2.0 + 1e-8), 1.0);
     EXPECT_EQ(MMathFunc::mathSin(2e-15), 2e-15);
     EXPECT_EQ(MMathFunc::mathAsin(1.5), std::asin(1.0));
     EXPECT_EQ(MMathFunc::mathAcos(-7.0), std::acos(-1.0));

@@ -6,6 +6,7 @@
 #include "zvi/math/values/CMathVec.h"
 
 #include <cstring>
+#include <numbers>
 
 namespace zvi::lib::test {
 
@@ -59,7 +60,7 @@ TEST(CMathPnt, ArithmeticGoesByCoordinate) {
 TEST(CMathPnt, GetAngleMeasuresAtTheApex) {
     CMathPnt const apex(1, 1, 0), far(2, 3, 4);
     EXPECT_NEAR(apex.GetAngle(CMathPnt(5, 1, 0), CMathPnt(1, 1, 2), 0), 90.0, 1e-12);
-    EXPECT_NEAR(apex.GetAngle(CMathPnt(2, 1, 0), CMathPnt(0, 1 + 1e-9, 0), 1), M_PI - 1e-9, 1e-14);
+    EXPECT_NEAR(apex.GetAngle(CMathPnt(2, 1, 0), CMathPnt(0, 1 + 1e-9, 0), 1), std::numbers::pi - 1e-9, 1e-14);
     EXPECT_EQ(apex.GetAngle(CMathPnt(1 + 9e-7, 1, -9e-7), far, 0), 0.0);
     EXPECT_EQ(apex.GetAngle(far, apex, 0), 0.0);
 }

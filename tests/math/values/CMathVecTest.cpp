@@ -3,6 +3,8 @@
 #include "tests/math/Near.h"
 #include "zvi/math/values/CMathPln.h"
 
+#include <numbers>
+
 namespace zvi::lib::test {
 
 namespace {
@@ -43,10 +45,11 @@ TEST(CMathVec, ZeroVectorNormalisesToNaN) {
 }
 
 TEST(CMathVec, AngleIsAccurateFromZeroToPi) {
-    for (double angle : {0.0, 1e-12, 1e-9, 0.3, M_PI / 4.0, 0.8, M_PI / 2.0, 2.3, 2.4, M_PI - 1e-9, M_PI}) {
+    for (double angle : {0.0, 1e-12, 1e-9, 0.3, std::numbers::pi / 4.0, 0.8, std::numbers::pi / 2.0, 2.3, 2.4,
+                         std::numbers::pi - 1e-9, std::numbers::pi}) {
         CMathVec const other(5.0 * std::cos(angle), 0.0, 5.0 * std::sin(angle));
         EXPECT_NEAR(CMathVec(2, 0, 0).Angle(other, 1), angle, 5e-16 + 4e-16 * angle) << angle;
-        EXPECT_NEAR(CMathVec(2, 0, 0).Angle(other, 0), angle * 180.0 / M_PI, 1e-13) << angle;
+        EXPECT_NEAR(CMathVec(2, 0, 0).Angle(other, 0), angle * 180.0 / std::numbers::pi, 1e-13) << angle;
     }
 }
 
@@ -54,7 +57,7 @@ TEST(CMathVec, AngleWithRefTakesItsSignFromTheReference) {
     CMathVec const y(0, 3, 0);
     EXPECT_NEAR(kX.AngleWithRef(y, CMathVec(1, 0, 0.1), 0), 90.0, 1e-12);
     EXPECT_NEAR(kX.AngleWithRef(y, CMathVec(0, 0, -5), 0), -90.0, 1e-12);
-    EXPECT_NEAR(kX.AngleWithRef(y, CMathVec(1, 1, 0), 1), M_PI / 2.0, 1e-15);
+    EXPECT_NEAR(kX.AngleWithRef(y, CMathVec(1, 1, 0), 1), std::numbers::pi / 2.0, 1e-15);
 }
 
 TEST(CMathVec, RelationsCompareAnglesInclusively) {
@@ -84,8 +87,8 @@ TEST(CMathVec, IsEqualLooksAtTheAngleOfVectorsLongerThanTheLengthTolerance) {
 }
 
 TEST(CMathVec, RotateTurnsCounterclockwiseAboutTheAxis) {
-    ExpectNear(kX.Rotated(CMathVec(0, 0, 7), M_PI / 2.0).Data(), Xyz{0, 1, 0});
-    ExpectNear(kX.Rotated(CMathVec(1, 1, 1), 2.0 * M_PI / 3.0).Data(), Xyz{0, 1, 0});
+    ExpectNear(kX.Rotated(CMathVec(0, 0, 7), std::numbers::pi / 2.0).Data(), Xyz{0, 1, 0});
+    ExpectNear(kX.Rotated(CMathVec(1, 1, 1), 2.0 * std::numbers::pi / 3.0).Data(), Xyz{0, 1, 0});
     ExpectNear(kX.Rotated(CMathVec(), 9e-11).Data(), Xyz{1, 0, 0}, 0.0);
 }
 

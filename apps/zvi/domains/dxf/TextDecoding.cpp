@@ -1,5 +1,6 @@
 #include "apps/zvi/domains/dxf/TextDecoding.h"
 
+#include "apps/zvi/common/CodePage.h"
 #include "apps/zvi/common/Joined.h"
 #include "apps/zvi/common/Text.h"
 #include "zvi/core/Utf8.h"
@@ -8,11 +9,6 @@
 #include <array>
 #include <cstdint>
 #include <optional>
-
-#if __has_include(<iconv.h>)
-#include <iconv.h>
-#define ZVI_HAS_ICONV 1
-#endif
 
 namespace zvi::app {
 
@@ -43,38 +39,6 @@ std::string ConverterName(std::string_view codePage) {
     bool const wellFormed = codePage.find_first_not_of(kNameLetters) == std::string_view::npos;
     return wellFormed ? std::string(codePage) : std::string();
 }
-
-#ifdef ZVI_HAS_ICONV
-/// The text in UTF-8, or nothing when the code page is unknown. A byte that means nothing becomes U+FFFD.
-std::optional<std::string> ThroughConverter(std::string_view text, std::string const &codePage) {
-    iconv_t const converter = iconv_open("UTF-8", codePage.c_str());
-    if (converter == reinterpret_cast<iconv_t>(-1))
-        return std::nullopt;
-    std::string source(text);
-    std::string decoded;
-    char *from = source.data();
-    std::size_t left = source.size();
-    while (left > 0) {
-        std::array<char, 256> buffer;
-        char *to = buffer.data();
-        std::size_t room = buffer.size();
-        std::size_t const before = left;
-        iconv(converter, &from, &left, &to, &room);
-        decoded.append(buffer.data(), buffer.size() - room);
-        if (left == before && room == buffer.size()) {
-            lib::AppendUtf8(decoded, lib::kReplacementCharacter);
-            ++from;
-            --left;
-        }
-    }
-    iconv_close(converter);
-    return decoded;
-}
-#else
-std::optional<std::string> ThroughConverter(std::string_view, std::string const &) {
-    return std::nullopt;
-}
-#endif
 
 /// The character of "\U+XXXX" at the start of `text`.
 std::optional<std::uint32_t> EscapedCharacter(std::string_view text) {
@@ -115,7 +79,7 @@ std::string DecodeDxfText(std::string_view text, std::string_view codePage) {
     std::string const name = ConverterName(Trimmed(codePage));
     std::optional<std::string> decoded;
     if (!name.empty() && !SameNoCase(name, "CP1252") && !SameNoCase(name, "UTF-8"))
-        decoded = ThroughConverter(text, name);
+        decoded = FromCodePage(text, name);
     std::string const readable = decoded && lib::IsUtf8(*decoded) ? *decoded : From1252(text);
     return Cleaned(readable);
 }
