@@ -101,3 +101,4 @@
 
 #include "zvi/units/MUnitCtrl.h"
 #include "zvi/units/UnitRecords.h"
+#include "zvi/units/UnitTables.h"

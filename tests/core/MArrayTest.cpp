@@ -7,7 +7,7 @@
 #include <random>
 
 using zvi::MArray;
-using zvi::test::Rows;
+using zvi::lib::test::Rows;
 
 namespace {
 

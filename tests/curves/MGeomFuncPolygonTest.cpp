@@ -8,10 +8,6 @@
 #include <cmath>
 #include <random>
 
-using namespace zvi::lib;
-using namespace zvi::lib::test;
-using zvi::MArray;
-
 namespace {
 
 /// How the coordinates of a random polygon are drawn.
@@ -225,3 +221,5 @@ TEST(MGeomFuncPolygon, HullTestFollowsItsDotProducts) {
     for (Row const &row : rows)
         EXPECT_EQ(MGeomFunc::CheckInsideConvexHull(row.points, row.p), row.inside) << &row - rows;
 }
+
+} // namespace zvi::lib::test

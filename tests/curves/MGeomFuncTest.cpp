@@ -8,9 +8,7 @@
 #include <cmath>
 #include <random>
 
-using namespace curve_fixtures;
-using namespace zvi::lib;
-using zvi::MArray;
+namespace zvi::lib::test {
 
 namespace {
 
@@ -234,3 +232,5 @@ TEST(MMatrixLib, TurnsALineOntoTheXAxis) {
     EXPECT_EQ(m[0][0], 0);
     EXPECT_EQ(m[0][1], -1);
 }
+
+} // namespace zvi::lib::test

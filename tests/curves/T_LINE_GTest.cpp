@@ -11,9 +11,7 @@
 #include <cstddef>
 #include <random>
 
-using namespace curve_fixtures;
-using namespace zvi::lib;
-using zvi::MArray;
+namespace zvi::lib::test {
 
 namespace {
 
@@ -497,3 +495,5 @@ TEST(T_MBR3D, GrowsByItsTolerance) {
     EXPECT_EQ(box.MinZ, 4);
     EXPECT_EQ(box.MaxZ, 16);
 }
+
+} // namespace zvi::lib::test

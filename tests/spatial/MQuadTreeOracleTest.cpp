@@ -8,7 +8,7 @@
 #include <random>
 #include <vector>
 
-using namespace zvi::lib;
+namespace zvi::lib::test {
 
 namespace {
 
@@ -244,6 +244,7 @@ public:
         return Query();
     }
 
+    bool IsConsistent() const { return m_tree.IsConsistent(); }
     bool IsSame() const { return m_tree.GetRoot() == nullptr || IsSameStructure(*m_tree.GetRoot(), m_plain.Root()); }
 
 private:
@@ -286,7 +287,7 @@ private:
         MQuadMBR2D mbr = Rectangle();
         if (found == m_objects.end() || mbr.IsContained4QT(m_tree.GetRoot()->GetRegion()) == 0)
             return;
-        zvi::MList<MQuadObj *> list;
+        MList<MQuadObj *> list;
         m_tree.GetIntersectObjList(found->second.mbr, list, 0);
         for (MQuadObj *object : list) {
             if (object->GetKey() != key)
@@ -305,14 +306,14 @@ private:
         int const strict = static_cast<int>(m_random() % 2);
         bool const isFiltered = m_random() % 2 == 0;
         std::vector<int> wanted(kTypeCount, 1);
-        zvi::MArray<int> types;
+        MArray<int> types;
         for (int &isWanted : wanted) {
             isWanted = isFiltered ? static_cast<int>(m_random() % 2) : 1;
             types.PushBack(isWanted);
         }
         std::vector<unsigned int> expected, keys;
         PlainTree::Query(m_plain.Root(), query, strict, wanted, expected);
-        zvi::MList<MQuadObj *> list;
+        MList<MQuadObj *> list;
         int const count = isFiltered ? m_tree.GetIntersectObjList(query, list, types, strict)
                                      : m_tree.GetIntersectObjList(query, list, strict);
         for (MQuadObj *object : list)
@@ -353,8 +354,10 @@ TEST(MQuadTreeOracle, NodesPoolsAndOrderOfHitsAreThoseOfTheSlowTree) {
         SCOPED_TRACE(testing::Message() << "seed " << run.seed);
         Pair pair(run);
         for (int step = 0; step < 4000; ++step) {
-            ASSERT_TRUE(pair.Step()) << "step " << step;
+            ASSERT_TRUE(pair.Step() && pair.IsConsistent()) << "step " << step;
             ASSERT_TRUE(step % 10 != 0 || pair.IsSame()) << "step " << step;
         }
     }
 }
+
+} // namespace zvi::lib::test

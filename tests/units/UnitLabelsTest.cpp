@@ -6,7 +6,7 @@
 #include <sstream>
 #include <string>
 
-using zvi::lib::MUnitCtrl;
+namespace zvi::lib::test {
 
 namespace {
 
@@ -86,10 +86,10 @@ TEST(UnitLabels, LegendsAreFreshAndEqualTheSettledLabels) {
 TEST(UnitLabels, AListOfKindsSharesItsLabels) {
     MUnitCtrl units(nullptr);
     units.Initialize(0);
-    zvi::lib::T_UNIT_SYSTEM system;
+    T_UNIT_SYSTEM system;
     int const kinds[] = {17, 1, 7, 18, 128, 1};
     units.GetUnitSystemCtrl(6, kinds, system);
-    EXPECT_EQ(system.indices, (zvi::MArray<std::int32_t>{0, 1, -1, 0, 2, 1}));
+    EXPECT_EQ(system.indices, (MArray<std::int32_t>{0, 1, -1, 0, 2, 1}));
     EXPECT_EQ(system.labels[2], L"J/kg");
 
     int all[129];
@@ -103,3 +103,5 @@ TEST(UnitLabels, AListOfKindsSharesItsLabels) {
     EXPECT_TRUE(system.indices.Empty());
     EXPECT_TRUE(system.labels[0].IsEmpty());
 }
+
+} // namespace zvi::lib::test

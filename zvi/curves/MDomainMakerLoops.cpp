@@ -41,7 +41,7 @@ void MDomainMaker::Util_GetInnerVtexIdx(zvi::MArray<int> &loop, zvi::MArray<int>
     curves::PointInPolygon const polygon(vertices);
     int const count = static_cast<int>(VtexCoord.Size());
     for (int vtex = 0; vtex < count; ++vtex) {
-        if (DeadVtex.Lookup(vtex) != nullptr || onLoop.Lookup(vtex) != nullptr)
+        if (DeadVtex.Lookup(vtex) || onLoop.Lookup(vtex))
             continue;
         if (polygon.Contains({VtexCoord[Index(vtex)].x, VtexCoord[Index(vtex)].y}, 1) != 0)
             out.PushBack(vtex);

@@ -112,9 +112,9 @@ int MGeomFunc::calcLineLocalVector(double const *a, double const *b, double beta
     if (!(curves::Distance(start, end) >= kShortestLine))
         return 0;
     int const vertical = IsVertical(a, b, mode);
-    if (isVertical != nullptr)
+    if (isVertical)
         *isVertical = vertical;
-    if (isOther != nullptr)
+    if (isOther)
         *isOther = mode != 0 && vertical != 0 && IsVerticalLine(a, b) == 0 ? 1 : 0;
     Axes axes;
     if (!LineAxes(start, end, beta, vertical != 0, axes))

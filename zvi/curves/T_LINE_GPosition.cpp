@@ -210,7 +210,7 @@ int T_LINE_G::SortByDist(MArray<Point> &points, double tol, MArray<int> &order) 
 int T_LINE_G::MakeCurvPoints(MArray<Point> &points, int withEnds, double stepAngle, CArray<double> *lengths,
                              int count) const {
     points.Clear();
-    if (lengths != nullptr)
+    if (lengths)
         lengths->RemoveAll();
     double unit = 0.0;
     if (count == 0)
@@ -218,7 +218,7 @@ int T_LINE_G::MakeCurvPoints(MArray<Point> &points, int withEnds, double stepAng
     double const total = GetLineLength(0);
     auto const add = [&](Vec3 const &point, double length) {
         points.PushBack(point);
-        if (lengths != nullptr)
+        if (lengths)
             lengths->Add(length);
     };
     if (withEnds != 0)

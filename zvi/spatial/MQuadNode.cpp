@@ -114,11 +114,11 @@ constexpr MQuadNodeInfo kDefaultInfo;
 } // namespace
 
 MQuadNodeInfo const &MQuadNode::GetQuadNodeInfo() const {
-    return m_tree == nullptr ? kDefaultInfo : m_tree->GetInfo();
+    return m_tree ? m_tree->GetInfo() : kDefaultInfo;
 }
 
 inline bool MQuadNode::HasRoom() const {
-    return m_pool.GetCount() < (m_tree == nullptr ? kDefaultInfo : m_tree->GetInfo()).capacity;
+    return m_pool.GetCount() < (m_tree ? m_tree->GetInfo() : kDefaultInfo).capacity;
 }
 
 inline void MQuadNode::Place(MQuadObj *object, bool isTrusted) {
@@ -131,12 +131,12 @@ inline void MQuadNode::Place(MQuadObj *object, bool isTrusted) {
     m_pool.IndexFor(m_region);
 }
 
-MQuadNode::MQuadNode(MQuadTree *tree) : m_pool(tree == nullptr ? nullptr : tree->m_memory), m_tree(tree) {
+MQuadNode::MQuadNode(MQuadTree *tree) : m_pool(tree ? tree->m_memory : nullptr), m_tree(tree) {
     InitClassMembers();
 }
 
 MQuadNode::~MQuadNode() {
-    if (m_parent == nullptr)
+    if (!m_parent)
         StopWatchingAll();
     DeleteChild();
 }
@@ -212,10 +212,10 @@ bool MQuadNode::GrowToContain(MQuadMBR2D const &mbr) {
 
 void MQuadNode::Descend(MQuadObj *object, MQuadMBR2D const &mbr, bool isTrusted) {
     MQuadNode *node = DescendToward(mbr);
-    for (MQuadNode *next = node; next != nullptr && next->IsLeaf() && !next->HasRoom();) {
+    for (MQuadNode *next = node; next && next->IsLeaf() && !next->HasRoom();) {
         node = next;
         next = node->SplitFor(mbr);
-        if (next != nullptr)
+        if (next)
             node = next;
     }
     node->Place(object, isTrusted);
@@ -227,7 +227,7 @@ MQuadNode *MQuadNode::DescendToward(MQuadMBR2D const &mbr) {
     MQuadNode *node = this;
     MQuadNode *children = m_children[0];
     spatial::QuadrantFinder finder(QuarteredRegion());
-    while (children != nullptr) {
+    while (children) {
         int const index = finder.Enter(mbr);
         if (index == kChildCount)
             return node;
@@ -264,7 +264,7 @@ bool MQuadNode::CanSplit(MQuadMBR2D const &mbr, MQuadMBR2D const *regions) {
     int const own = GetChildNodeIndexContainingMBR(mbr, regions);
     // Fewer than two objects set no quadrant of their own; then distance alone decides.
     int common = own;
-    if (m_pool.m_cluster != nullptr)
+    if (m_pool.m_cluster)
         common = m_pool.m_cluster->quadrant;
     else if (!IsAllSameQuad(regions, common))
         return true;
@@ -278,7 +278,7 @@ bool MQuadNode::CanSplit(MQuadMBR2D const &mbr, MQuadMBR2D const *regions) {
 void MQuadNode::NoteCluster(int quadrant, MQuadMBR2D const &mbr) {
     if (m_pool.m_hasUntrusted || m_pool.GetCount() < 2)
         return;
-    if (m_pool.m_cluster == nullptr) {
+    if (!m_pool.m_cluster) {
         MQuadPoint2D const centre = Centre(mbr);
         m_pool.m_cluster = std::make_unique<spatial::QuadCluster>(
             spatial::QuadCluster{quadrant, {centre.x, centre.y, centre.x, centre.y}});
@@ -305,7 +305,7 @@ bool MQuadNode::IsMemberFarFrom(MQuadMBR2D const &mbr) const {
     double const diagonal = Length(m_region.maxX - m_region.minX, m_region.maxY - m_region.minY);
     double const clusterSize = diagonal / kClusterDivisor;
     MQuadPoint2D const centre = Centre(mbr);
-    if (m_pool.m_cluster != nullptr && m_pool.m_cluster->FarthestFrom(centre) < clusterSize)
+    if (m_pool.m_cluster && m_pool.m_cluster->FarthestFrom(centre) < clusterSize)
         return false;
     for (std::uint32_t i = 0; i < m_pool.m_count; ++i) {
         MQuadPoint2D const other = Centre(m_pool.Objects()[i]->CurrentRectangle());
@@ -321,8 +321,7 @@ void MQuadNode::Split(MQuadMBR2D const *regions) {
 }
 
 void MQuadNode::MakeChildren(MQuadMBR2D const *regions) {
-    void *const memory =
-        m_tree == nullptr ? ::operator new(spatial::kFamilySize, kNodeAlignment) : m_tree->m_memory->TakeFamily();
+    void *const memory = m_tree ? m_tree->m_memory->TakeFamily() : ::operator new(spatial::kFamilySize, kNodeAlignment);
     MQuadNode *const nodes = (::new (memory) spatial::QuadFamily)->Nodes();
     for (int i = 0; i < kChildCount; ++i) {
         MQuadNode *const child = ::new (static_cast<void *>(nodes + i)) MQuadNode(m_tree);
@@ -338,7 +337,7 @@ void MQuadNode::DeleteChild() {
     MQuadNode *const nodes = m_children[0];
     std::destroy_n(nodes, kChildCount);
     spatial::QuadFamily *const family = &spatial::QuadFamily::Of(nodes);
-    if (m_tree == nullptr)
+    if (!m_tree)
         ::operator delete(family, kNodeAlignment);
     else
         m_tree->m_memory->GiveBackFamily(family);
@@ -350,7 +349,7 @@ void MQuadNode::DeleteChild() {
 /// The four nodes from `first` on, or none for null, become the children.
 void MQuadNode::SetChildren(MQuadNode *first) {
     for (int i = 0; i < kChildCount; ++i)
-        m_children[i] = first == nullptr ? nullptr : first + i;
+        m_children[i] = first ? first + i : nullptr;
     if (spatial::QuadFamily *const family = Family())
         family->children[this - m_parent->m_children[0]] = first;
 }
@@ -363,8 +362,8 @@ void MQuadNode::SetQuartered(MQuadMBR2D const *quartered) {
 
 /// The family of this node; null for a root and for a copy, which has a parent but is none of its children.
 spatial::QuadFamily *MQuadNode::Family() const {
-    bool const isChild = m_parent != nullptr && std::find(m_parent->m_children, std::end(m_parent->m_children), this) !=
-                                                    std::end(m_parent->m_children);
+    bool const isChild = m_parent && std::find(m_parent->m_children, std::end(m_parent->m_children), this) !=
+                                         std::end(m_parent->m_children);
     return isChild ? &spatial::QuadFamily::Of(m_parent->m_children[0]) : nullptr;
 }
 
@@ -437,7 +436,7 @@ void MQuadNode::Extend(MQuadPoint2D const &point) {
     MQuadNode *const oldChildren = m_children[0];
     MakeChildren(regions);
     MQuadNode &heir = *m_children[corner];
-    if (oldChildren != nullptr)
+    if (oldChildren)
         heir.AdoptChildren(oldChildren, oldQuartered);
     heir.m_pool.Swap(m_pool);
     m_pool.m_bands = spatial::QuadBands::Empty();
@@ -526,8 +525,43 @@ int MQuadNode::DeleteSearching(MQuadObj *object, MQuadMBR2D const &mbr) {
 
 void MQuadNode::RemoveFromPool(int index) {
     m_pool.RemoveAt(index);
-    if (m_pool.IsEmpty() && IsLeaf() && m_parent != nullptr)
+    if (m_pool.IsEmpty() && IsLeaf() && m_parent)
         m_parent->Merge();
+}
+
+/// Whether the node, its pool and its children agree with one another; the children's own pools are not looked at.
+bool MQuadNode::IsConsistent() const {
+    spatial::QuadFrame const frame(m_region);
+    for (std::uint32_t i = 0; i < m_pool.m_count; ++i) {
+        MQuadObj const &object = *m_pool.Objects()[i];
+        bool const isTrusted = m_pool.m_codes[i] != spatial::kUntrustedCode;
+        if (isTrusted && (!object.m_home || m_pool.m_codes[i] != frame.Encode(object.m_mbr)))
+            return false;
+        if (!isTrusted && !m_pool.m_hasUntrusted)
+            return false;
+    }
+    if (IsLeaf())
+        return std::none_of(std::begin(m_children), std::end(m_children), [](MQuadNode const *child) { return child; });
+    MQuadMBR2D const &region = QuarteredRegion();
+    MQuadPoint2D const mid = Centre(region);
+    MQuadMBR2D const quadrants[kChildCount] = {{region.minX, region.minY, mid.x, mid.y},
+                                               {mid.x, region.minY, region.maxX, mid.y},
+                                               {region.minX, mid.y, mid.x, region.maxY},
+                                               {mid.x, mid.y, region.maxX, region.maxY}};
+    for (int i = 0; i < kChildCount; ++i) {
+        if (!IsChildConsistent(i, quadrants[i]))
+            return false;
+    }
+    return true;
+}
+
+/// Whether a child is where it should be, and its family tells the truth of it.
+bool MQuadNode::IsChildConsistent(int index, MQuadMBR2D const &quadrant) const {
+    MQuadNode const &child = *m_children[index];
+    spatial::QuadFamily const &family = spatial::QuadFamily::Of(m_children[0]);
+    return &child == m_children[0] + index && child.m_parent == this && child.m_tree == m_tree &&
+           IsSame(child.m_region, quadrant) && family.children[index] == child.m_children[0] &&
+           family.isQuartered[index] == (child.m_quartered != nullptr);
 }
 
 int MQuadNode::Merge() {
@@ -538,7 +572,7 @@ int MQuadNode::Merge() {
             return -1;
     }
     DeleteChild();
-    if (m_parent != nullptr)
+    if (m_parent)
         m_parent->Merge();
     return 0;
 }

@@ -30,10 +30,14 @@ struct alignas(64) QuadNodeAlignment {};
 /// and the same tree and a copy of the pool's array; whoever copies a node keeps one of the two alive at the end.
 class ZVI_API MQuadNode : private spatial::QuadNodeAlignment {
 public:
+    /// Children of a node that is no leaf.
     static constexpr int kChildCount = 4;
 
+    /// A leaf without a region, for `tree`; null gives the default settings.
     explicit MQuadNode(MQuadTree *tree = nullptr);
+    /// Shares children and tree, see above.
     MQuadNode(MQuadNode const &other) = default;
+    /// Likewise.
     MQuadNode &operator=(MQuadNode const &other) = default;
     /// Deletes the children, never an object.
     virtual ~MQuadNode();
@@ -81,12 +85,17 @@ public:
     /// First child whose region contains the argument, 4 when none does or there are no children.
     int GetChildNodeIndexContainingPoint(MQuadPoint2D const &point) const;
 
+    /// The rectangle whose objects the node is for.
     MQuadMBR2D const &GetRegion() const { return m_region; }
+    /// The node above, null for the root.
     MQuadNode *GetParent() const { return m_parent; }
     /// Child `index`, null in a leaf.
     MQuadNode *GetChild(int index) const { return m_children[index]; }
-    bool IsLeaf() const { return m_children[0] == nullptr; }
+    /// Whether there are no children.
+    bool IsLeaf() const { return !m_children[0]; }
+    /// The objects that lie in the region but in none of the children.
     MQuadObjPool &GetPool() { return m_pool; }
+    /// The same for reading.
     MQuadObjPool const &GetPool() const { return m_pool; }
 
 private:
@@ -95,6 +104,9 @@ private:
 
     struct Hits;
     struct Way;
+
+    bool IsConsistent() const;
+    bool IsChildConsistent(int index, MQuadMBR2D const &quadrant) const;
 
     void DeleteChild();
     bool ExtendRegion(MQuadMBR2D const &mbr);
@@ -121,7 +133,7 @@ private:
     void SetChildren(MQuadNode *first);
     void SetQuartered(MQuadMBR2D const *quartered);
     spatial::QuadFamily *Family() const;
-    MQuadMBR2D const &QuarteredRegion() const { return m_quartered == nullptr ? m_region : *m_quartered; }
+    MQuadMBR2D const &QuarteredRegion() const { return m_quartered ? *m_quartered : m_region; }
     int DeleteSearching(MQuadObj *object, MQuadMBR2D const &mbr);
     void RemoveFromPool(int index);
     static void CollectHits(Way way, Hits &hits);

@@ -50,7 +50,7 @@ struct MQuadNode::Hits {
 
     /// A type beyond the array is not wanted.
     bool Wants(MQuadObj *object) const {
-        if (types == nullptr)
+        if (!types)
             return true;
         int const type = object->GetType();
         return type >= 0 && static_cast<std::size_t>(type) < types->Size() &&
@@ -103,7 +103,7 @@ inline unsigned int MQuadNode::Way::ChildrenMet(Hits const &hits) const {
     constexpr unsigned int kHighX = 0b1010;
     constexpr unsigned int kLowY = 0b0011;
     constexpr unsigned int kHighY = 0b1100;
-    if (children == nullptr)
+    if (!children)
         return 0;
     double const midX = finder.MidX();
     double const midY = finder.MidY();
@@ -123,13 +123,13 @@ inline void MQuadNode::AddHitsOfPool(Hits &hits) const {
     auto const misses = [&](MQuadMBR2D const &box) { return hits.Misses(box); };
     spatial::QuadPoolIndex const *const index = m_pool.m_index.get();
     std::size_t const count = m_pool.m_count;
-    if (count == 0 || (index != nullptr && index->IsMissed(misses)))
+    if (count == 0 || (index && index->IsMissed(misses)))
         return;
     spatial::QuadCode const query = spatial::QuadFrame(m_region).EncodeQuery(hits.bounds);
     auto const visit = [&](MQuadObj *object, spatial::QuadCode code) {
         hits.Try(object, spatial::QuadFrame::SurelyMeets(code, query));
     };
-    if (index != nullptr) {
+    if (index) {
         index->Walk(query, misses, visit);
         return;
     }
@@ -206,7 +206,7 @@ void MQuadNode::Draw(CDC *dc) {
 /// Whether an object that comes under this node is trusted from now on. One that is in a tree already, was changed in
 /// one, or has a class of its own is not: its code could grow stale unseen.
 bool MQuadNode::StartWatching(MQuadObj *object) {
-    if (object->m_home != nullptr)
+    if (object->m_home)
         object->LeaveWatch();
     if (object->m_unwatched || !object->IsOfThisClass() || object->GetStatus() != spatial::kLiveStatus)
         return false;
@@ -218,7 +218,7 @@ bool MQuadNode::StartWatching(MQuadObj *object) {
 /// subtree is for rectangles on a border that doubling moved by a rounding.
 MQuadNode *MQuadNode::FindWatched(MQuadObj const *object, int &index) {
     MQuadNode *node = DescendToward(object->m_mbr);
-    for (; node != nullptr; node = node == this ? nullptr : node->m_parent) {
+    for (; node; node = node == this ? nullptr : node->m_parent) {
         index = node->m_pool.FindTrusted(object, spatial::QuadFrame(node->m_region).Encode(object->m_mbr));
         if (index >= 0)
             return node;

@@ -64,7 +64,7 @@ void MQuadObjPool::RemoveAt(int index) {
     MQuadObj *const object = objects[i];
     if (m_codes[i] != spatial::kUntrustedCode) {
         object->m_home = nullptr;
-        if (m_index != nullptr)
+        if (m_index)
             m_index->Remove(object, object->m_mbr);
     } else {
         // It may stand here several times, and the index could not tell which one goes.
@@ -106,7 +106,7 @@ void MQuadObjPool::Append(MQuadObj *object, spatial::QuadCode code) {
         m_hasUntrusted = true;
         m_cluster.reset();
     }
-    if (m_index == nullptr)
+    if (!m_index)
         return;
     if (code == spatial::kUntrustedCode)
         m_index->AddUntrusted(object);
@@ -126,9 +126,8 @@ void MQuadObjPool::Reserve(std::size_t count) {
 /// Moves the objects and codes into a block for `capacity` of them.
 void MQuadObjPool::MoveTo(std::uint32_t capacity) {
     MQuadObjPool moved(m_memory);
-    moved.m_codes =
-        static_cast<spatial::QuadCode *>(m_memory == nullptr ? ::operator new(spatial::QuadMemory::EntryBytes(capacity))
-                                                             : m_memory->TakeEntries(capacity));
+    moved.m_codes = static_cast<spatial::QuadCode *>(
+        m_memory ? m_memory->TakeEntries(capacity) : ::operator new(spatial::QuadMemory::EntryBytes(capacity)));
     moved.m_capacity = capacity;
     std::copy_n(m_codes, m_count, moved.m_codes);
     std::copy_n(Objects(), m_count, moved.Objects());
@@ -137,9 +136,9 @@ void MQuadObjPool::MoveTo(std::uint32_t capacity) {
 }
 
 void MQuadObjPool::ReleaseEntries() {
-    if (m_codes == nullptr)
+    if (!m_codes)
         return;
-    if (m_memory == nullptr)
+    if (!m_memory)
         ::operator delete(m_codes);
     else
         m_memory->GiveBackEntries(m_codes, m_capacity);
@@ -162,7 +161,7 @@ void MQuadObjPool::DropFirstUnlessLive() {
 
 /// The object at `index` is no longer watched.
 void MQuadObjPool::Distrust(std::size_t index) {
-    if (m_index != nullptr)
+    if (m_index)
         m_index->Distrust(Objects()[index], Objects()[index]->m_mbr);
     m_codes[index] = spatial::kUntrustedCode;
     m_bands = spatial::QuadBands::Everything();
@@ -209,7 +208,7 @@ void MQuadObjPool::BandsFor(MQuadMBR2D const &quartered) {
 
 /// Makes the index of a pool of many objects that straddle the mid lines of the region.
 void MQuadObjPool::IndexFor(MQuadMBR2D const &region) {
-    if (m_index != nullptr || m_count < kLeastIndexed)
+    if (m_index || m_count < kLeastIndexed)
         return;
     m_index = std::make_unique<spatial::QuadPoolIndex>(region);
     for (std::uint32_t i = 0; i < m_count; ++i) {

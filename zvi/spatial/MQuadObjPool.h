@@ -21,13 +21,14 @@ using QuadCode = std::uint32_t;
 
 /// Two bands of the plane, one upright and one level: each object of the pool that is told of lies in one of them.
 struct QuadBands {
-    double minX;
-    double maxX;
-    double minY;
-    double maxY;
+    double minX; ///< left side of the upright band
+    double maxX; ///< right side of the upright band
+    double minY; ///< lower side of the level band
+    double maxY; ///< upper side of the level band
 
-    /// Nothing, and the whole plane.
+    /// Holds nothing.
     static constexpr QuadBands Empty() { return {kInfinity, -kInfinity, kInfinity, -kInfinity}; }
+    /// Holds the whole plane.
     static constexpr QuadBands Everything() { return {-kInfinity, kInfinity, -kInfinity, kInfinity}; }
 
 private:
@@ -40,12 +41,17 @@ private:
 /// same objects.
 class ZVI_API MQuadObjPool {
 public:
+    /// An empty pool.
     MQuadObjPool();
+    /// The same objects, in the same order.
     MQuadObjPool(MQuadObjPool const &other);
+    /// Likewise.
     MQuadObjPool &operator=(MQuadObjPool const &other);
     virtual ~MQuadObjPool();
 
+    /// Number of objects.
     int GetCount() const { return static_cast<int>(m_count); }
+    /// Whether there are none.
     bool IsEmpty() const { return m_count == 0; }
     /// The object at `index`, null when there is none.
     MQuadObj *GetAt(int index) const;

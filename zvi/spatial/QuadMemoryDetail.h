@@ -45,13 +45,13 @@ private:
     };
 
     static void *Take(GrowingMemory &memory, Free *&free, std::size_t bytes) {
-        if (free != nullptr) {
+        if (free) {
             Free *const taken = free;
             free = taken->next;
             return taken;
         }
         void *const piece = memory.Take(bytes);
-        if (piece == nullptr)
+        if (!piece)
             throw std::bad_alloc();
         return piece;
     }

@@ -1,6 +1,6 @@
 #include "zvi/units/MUnitCtrl.h"
 
-#include "zvi/units/UnitTablesDetail.h"
+#include "zvi/units/BaseUnitsDetail.h"
 
 namespace zvi::lib {
 

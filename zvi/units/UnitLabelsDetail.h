@@ -24,7 +24,7 @@ struct LabelPieces {
 using LabelArray = std::array<CString, kUnitKindCount>;
 
 /// Whether the quantity kind has a label.
-bool HasUnitLabel(int kind);
+bool IsLabelled(int kind);
 
 /// Rebuilds the labels of all kinds, in a fixed order. Labels that show the hour or the day copy the texts of kinds 35
 /// and 36 as they stand at that moment; in the very first rebuild those are still empty for the labels that come before

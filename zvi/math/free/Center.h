@@ -13,8 +13,9 @@ ZVI_API void GetMidCoord(double const *a, double const *b, double *out);
 ZVI_API void GetCenterCoord(double const *a, double const *b, double const *c, double *out);
 /// The mean (a + b + c + d) * 0.25.
 ZVI_API void GetCenterCoord(double const *a, double const *b, double const *c, double const *d, double *out);
-/// The same means as a point.
+/// The mean of three points.
 ZVI_API CMathPnt GetCenterPnt(double const *a, double const *b, double const *c);
+/// The mean of four points.
 ZVI_API CMathPnt GetCenterPnt(double const *a, double const *b, double const *c, double const *d);
 
 } // namespace zvi::lib

@@ -13,17 +13,24 @@ inline constexpr double kNoAnswer = 1e35;
 
 /// Distance of two points.
 ZVI_API double distance_2d(double x1, double y1, double x2, double y2);
+/// The same of two points.
 ZVI_API double distance_2d(double const *p1, double const *p2);
+/// Distance of two points of space.
 ZVI_API double distance_3d(double x1, double y1, double z1, double x2, double y2, double z2);
+/// The same of two points.
 ZVI_API double distance_3d(double const *p1, double const *p2);
 /// Squared distance of two points.
 ZVI_API double squared_distance_3d(double x1, double y1, double z1, double x2, double y2, double z2);
+/// The same of two points.
 ZVI_API double squared_distance_3d(double const *p1, double const *p2);
 
 /// Length of a vector.
 ZVI_API double norm_2d(double x, double y);
+/// The same of a vector.
 ZVI_API double norm_2d(double const *v);
+/// Length of a vector of space.
 ZVI_API double norm_3d(double x, double y, double z);
+/// The same of a vector.
 ZVI_API double norm_3d(double const *v);
 
 /// Distance of `pt` from the infinite line through `p1` and `p2`.

@@ -17,6 +17,7 @@ ZVI_API bool check_line_line_intersection_2d(double const *a, double const *b, d
 /// meet outside the segments; they stay as they were for short or parallel ones (determinant below 1e-8).
 ZVI_API bool intersect_line_line_2d(double x1, double y1, double x2, double y2, double x3, double y3, double x4,
                                     double y4, double &s, double &t);
+/// The same of the segments ab and cd.
 ZVI_API bool intersect_line_line_2d(double const *a, double const *b, double const *c, double const *d, double &s,
                                     double &t);
 /// The same, with the point a + s (b - a) written to `out` on success only.

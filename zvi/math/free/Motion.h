@@ -10,6 +10,7 @@ namespace zvi::lib {
 
 /// out = p + offset.
 ZVI_API void translate_2d(double const *p, double const *offset, double *out);
+/// The same in space.
 ZVI_API void translate_3d(double const *p, double const *offset, double *out);
 
 /// About the origin: out = (x cos - y sin, x sin + y cos).
@@ -41,6 +42,7 @@ ZVI_API void mirror_through_zx_plane(double const *p, double *out);
 /// out = matrix p + offset: from local coordinates to global ones when the columns of the matrix are the local axes and
 /// `offset` is the local origin.
 ZVI_API void transform_2d(double const *p, double const (*matrix)[2], double const *offset, double *out);
+/// The same in space.
 ZVI_API void transform_3d(double const *p, double const (*matrix)[3], double const *offset, double *out);
 /// out = matrix^-1 (p - offset): undoes `transform_2d`. False, with nothing written, for a matrix that
 /// `inverse_matrix_2x2` does not invert.

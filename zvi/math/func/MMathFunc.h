@@ -14,6 +14,7 @@
 
 namespace zvi::lib {
 
+/// The array family of the math kernel; see the notes at the top of this file. It has static members alone.
 class ZVI_API MMathFunc {
 public:
     // Constants. They hold their values before any load-time code runs; callers must not change them.
@@ -51,6 +52,7 @@ public:
     static double mathSqrt(double value);
     /// Absolute value; the smallest int, which has none, gives the largest int.
     static int mathAbs(int value);
+    /// Absolute value.
     static double mathAbs(double value);
     /// a + (b - a) t.
     static double mathLerp(double a, double b, double t);
@@ -75,11 +77,13 @@ public:
 
     // Vectors. The four Vector... operations work in place and return `out`.
 
+    /// Dot product of vectors of space.
     static double Dot(double const *a, double const *b);
     /// Dot product clamped to -1..1: of unit vectors, on its way to the arc cosine.
     static double mathDot(double const *a, double const *b);
     /// The same of plan vectors.
     static double mathDot(double ax, double ay, double bx, double by);
+    /// a + b.
     static double *VectorAdd(double const *a, double const *b, double *out);
     /// a - b.
     static double *VectorSubtract(double const *a, double const *b, double *out);
@@ -93,6 +97,7 @@ public:
     static void Add(double *a, double const *b);
     /// out = a k; in place.
     static void Multiply(double const *a, double k, double *out);
+    /// out = (x, y, z).
     static void Copy(double x, double y, double z, double *out);
     /// Copies `n` doubles; none when n is not positive.
     static void Copy(double const *src, double *dst, int n);
@@ -106,8 +111,9 @@ public:
     /// Writes out[0] = a.y b.z - a.z b.y and deliberately nothing else: callers use the one component and keep what
     /// they have in out[1] and out[2]. `VectorCross` gives the whole product.
     static void mathVecCross(double const *a, double const *b, double *out);
-    /// v = -v, and dst = -src.
+    /// v = -v.
     static void mathReverse(double *v);
+    /// dst = -src; in place.
     static void mathReverse(double const *src, double *dst);
     /// a + c - b: the fourth corner of the parallelogram a, b, c; in place.
     static void Get4thPoint(double const *a, double const *b, double const *c, double *out);
@@ -124,6 +130,7 @@ public:
 
     /// Angle in 0..180: acos of a . b / (|a| |b|).
     static double mathCrossAngle(double const *a, double const *b);
+    /// The same of (ax, ay, az) and (bx, by, bz).
     static double mathCrossAngle(double ax, double ay, double az, double bx, double by, double bz);
     /// The angle, or 360 minus it if a x b is turned by more than 90 from `ref`: the angle from a to b about `ref`.
     static double mathCrossAngle(double const *a, double const *b, double const *ref);
@@ -137,6 +144,7 @@ public:
     /// Signed angle from a to b, unit plan vectors: acos of their clamped dot product, in 0..180, made negative if
     /// a.x b.y - a.y b.x is. Counter-clockwise is positive, opposite vectors give 180.
     static double mathCrossAngle2D(double const *a, double const *b);
+    /// The same of (ax, ay) and (bx, by).
     static double mathCrossAngle2D(double ax, double ay, double bx, double by);
     /// The signed angle of `mathCrossAngle2D` for plan vectors of any length; 0 if one is shorter than `m_NormalZero`.
     static double mathCrossAngle2DSign(double const *a, double const *b);
@@ -144,6 +152,7 @@ public:
     // Rotations, matrices, coordinate systems. Rotations are right-handed; a result coordinate below 1e-10 in size is
     // 0.
 
+    /// The identity.
     static void mathMxIdentity(double (*matrix)[4]);
     /// C = A B; in place.
     static void mathMxMult(double const (*a)[4], double const (*b)[4], double (*c)[4]);
@@ -151,9 +160,11 @@ public:
     static void mathMxCopy(double const (*src)[4], double (*dst)[4]);
     /// out[j] = sum of v[i] M[i][j] over the four elements; in place.
     static void mathVecMult(double const *v, double const (*matrix)[4], double *out);
-    /// Rotates a point about a coordinate axis.
+    /// Rotates a point about the x axis: y' = c y - s z, z' = s y + c z.
     static void mathRotateX(double deg, double &x, double &y, double &z);
+    /// About the y axis: x' = c x + s z, z' = c z - s x.
     static void mathRotateY(double deg, double &x, double &y, double &z);
+    /// About the z axis: x' = c x - s y, y' = s x + c y.
     static void mathRotateZ(double deg, double &x, double &y, double &z);
     /// Rotates about the axis (ax, ay, az) through the origin: the axis is turned to z about x and y, the rotation done
     /// there, and turned back. An angle of 0 does nothing. A zero axis counts as the z axis.
@@ -199,6 +210,7 @@ public:
     /// direction gives NaN.
     static double mathPLCrossPoint(double px, double py, double pz, double dx, double dy, double dz, double qx,
                                    double qy, double qz, double &x, double &y, double &z);
+    /// The same; `t` gets it too.
     static double mathPLCrossPoint(double px, double py, double pz, double dx, double dy, double dz, double qx,
                                    double qy, double qz, double &x, double &y, double &z, double &t);
     /// Foot of (px, py) on the plan line 1 2; gives its distance from point 1 along the line. A line shorter than
@@ -326,8 +338,9 @@ public:
     static double mathArea(double const *a, double const *b, double const *c);
     /// Area of a plane polygon in space; 0 for fewer than 3 points.
     static double mathArea(int n, double const poly[][3]);
-    /// Signed area of a plan triangle and ring, positive counter-clockwise; 0 for fewer than 3 points.
+    /// Signed area of a plan triangle, positive counter-clockwise.
     static double mathArea2d(double const *a, double const *b, double const *c);
+    /// The same of a ring; 0 for fewer than 3 points.
     static double mathArea2d(int n, double const poly[][2]);
     /// Centroid of the region inside a ring, and its signed area. 0, with the mean of the points (the origin for none),
     /// if the area is 0.

@@ -10,6 +10,7 @@ namespace zvi::lib {
 /// A default-made plane has a zero normal. Nothing is reported on degenerate input.
 class ZVI_API CMathPln {
 public:
+    /// Base in the origin and a zero normal.
     CMathPln() = default;
     /// Through `base`, with `normal` normalised (a zero vector gives NaN).
     CMathPln(CMathPnt const &base, CMathVec const &normal);
@@ -31,10 +32,13 @@ public:
     void Set(double a, double b, double c, double d);
     /// `other` moved along its stored normal by `dist` times that normal; a move shorter than 1e-10 is dropped.
     void Set(CMathPln const &other, double dist);
+    /// Moves the plane to another base; the normal stays.
     void SetBasePnt(CMathPnt const &base) { m_base = base; }
     /// Stores the vector as given, without normalising it.
     void SetNormal(CMathVec const &normal) { m_normal = normal; }
+    /// The base point as it was set.
     CMathPnt GetBasePnt() const { return m_base; }
+    /// The normal as it is stored, a unit vector or not.
     CMathVec GetNormal() const { return m_normal; }
 
     /// a, b, c are the coordinates of the stored normal, and d = -(a x0 + b y0 + c z0) for the base (x0, y0, z0).

@@ -11,7 +11,9 @@ namespace zvi::lib {
 /// beforehand.
 class ZVI_API CMathVec : public CMathPnt {
 public:
+    /// The zero vector.
     CMathVec() = default;
+    /// The vector (x, y, z).
     CMathVec(double x, double y, double z);
     /// Copies three adjacent coordinates.
     explicit CMathVec(double const *xyz);
@@ -28,23 +30,31 @@ public:
     using CMathPnt::operator*;
     /// The reversed vector: each coordinate multiplied by -1.0.
     CMathVec operator-() const { return Reversed(); }
+    /// Becomes the reversed vector.
     void Reverse();
+    /// The reversed vector; this one stays.
     CMathVec Reversed() const;
 
     /// Dot product.
     double operator*(CMathVec const &other) const;
     /// Cross product this x other.
     CMathVec operator^(CMathVec const &other) const { return Crossed(other); }
+    /// Becomes this x other.
     CMathVec &operator^=(CMathVec const &other);
+    /// This x other; this vector stays.
     CMathVec Crossed(CMathVec const &other) const;
     /// Becomes this x (a x b).
     void CrossCross(CMathVec const &a, CMathVec const &b);
+    /// The same; this vector stays.
     CMathVec CrossCrossed(CMathVec const &a, CMathVec const &b) const;
 
+    /// Length.
     double Magnitude() const;
+    /// Squared length: x^2 + y^2 + z^2.
     double SquareMagnitude() const;
     /// Divides by the magnitude, unguarded: a zero vector becomes NaN.
     void Normalize();
+    /// The same; this vector stays.
     CMathVec Normalized() const;
 
     using CMathPnt::IsEqual;
@@ -67,12 +77,14 @@ public:
     /// Turns the vector about `axis` by `angle` radians, counterclockwise seen from the head of the axis. An angle
     /// below 1e-10 in absolute value leaves it as it is; the axis is not looked at then.
     void Rotate(CMathVec const &axis, double angle);
+    /// The turned vector; this one stays.
     CMathVec Rotated(CMathVec const &axis, double angle) const;
 
     /// The orthogonal projection of the vector on the plane, made by turning the vector into the plane and shortening
     /// it. A vector within 1e-5 radians of the plane stays unchanged, its slight part out of the plane included. A
     /// vector parallel to the normal has no direction to turn to and becomes NaN.
     void Project(CMathPln const &plane);
+    /// The projected vector; this one stays.
     CMathVec Projected(CMathPln const &plane) const;
 };
 
