@@ -8,6 +8,8 @@
 #include <cmath>
 #include <random>
 
+namespace zvi::lib::test {
+
 namespace {
 
 /// How the coordinates of a random polygon are drawn.

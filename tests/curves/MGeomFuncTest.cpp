@@ -42,19 +42,25 @@ TEST(MGeomFuncAxes, GivesTheLocalAxesOfALine) {
     double const h = std::sqrt(0.5);
     struct Row {
         double end[3];
-        double beta;
-        int mode, vertical, other;
+        double beta = 0;
+        int mode = 0, vertical = 0, other = 0;
         Vec3 along, side, up;
     };
     Row const rows[] = {
-        {{5, 1, 1}, 0, 0, 0, 0, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}},
-        {{5, 1, 1}, 0, 1, 0, 0, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}},
-        {{5, 1, 1}, 90, 0, 0, 0, {1, 0, 0}, {0, 0, 1}, {0, -1, 0}},
-        {{1, 3, 1}, 0, 0, 0, 0, {0, 1, 0}, {-1, 0, 0}, {0, 0, 1}},
-        {{1, 1, 4}, 0, 0, 1, 0, {0, 0, 1}, {0, 1, 0}, {-1, 0, 0}},
-        {{1, 1, 4}, 0, 1, 1, 0, {0, 0, 1}, {0, 1, 0}, {-1, 0, 0}},
-        {{2, 1, 2}, 0, 0, 0, 0, {h, 0, h}, {0, 1, 0}, {-h, 0, h}},
-        {{2, 1, 2}, 0, 1, 1, 1, {h, 0, h}, {0, 1, 0}, {-h, 0, h}}, // vertical by the other rule alone
+        {.end = {5, 1, 1}, .along = {1, 0, 0}, .side = {0, 1, 0}, .up = {0, 0, 1}},
+        {.end = {5, 1, 1}, .mode = 1, .along = {1, 0, 0}, .side = {0, 1, 0}, .up = {0, 0, 1}},
+        {.end = {5, 1, 1}, .beta = 90, .along = {1, 0, 0}, .side = {0, 0, 1}, .up = {0, -1, 0}},
+        {.end = {1, 3, 1}, .along = {0, 1, 0}, .side = {-1, 0, 0}, .up = {0, 0, 1}},
+        {.end = {1, 1, 4}, .vertical = 1, .along = {0, 0, 1}, .side = {0, 1, 0}, .up = {-1, 0, 0}},
+        {.end = {1, 1, 4}, .mode = 1, .vertical = 1, .along = {0, 0, 1}, .side = {0, 1, 0}, .up = {-1, 0, 0}},
+        {.end = {2, 1, 2}, .along = {h, 0, h}, .side = {0, 1, 0}, .up = {-h, 0, h}},
+        {.end = {2, 1, 2},
+         .mode = 1,
+         .vertical = 1,
+         .other = 1,
+         .along = {h, 0, h},
+         .side = {0, 1, 0},
+         .up = {-h, 0, h}}, // vertical by the other rule alone
     };
     double const a[3] = {1, 1, 1};
     float const narrowA[3] = {1, 1, 1};

@@ -14,6 +14,15 @@ namespace {
 /// input).
 constexpr double kShortestRadius = 1e-9;
 
+/// A vector this far off `start` is also certainly off what is nearly opposite to it.
+constexpr double kSurelyOffSine = 2.0 * kCertainSine;
+
+// Parts of a circle, counted from the x axis.
+constexpr int kQuarters = 4;
+constexpr int kEighths = 8;
+constexpr double kDegreesPerQuarter = 90.0;
+constexpr double kFullTurn = 360.0;
+
 /// Direction of the vector from the x axis, -180 to 180; a vector of zero length is taken as it is.
 double SignedDirection(double x, double y) {
     double const length = std::sqrt(x * x + y * y);
@@ -26,7 +35,7 @@ double SignedDirection(double x, double y) {
 
 /// Widens the box by the quarter point at `quarter` times 90 degrees.
 void WidenToQuarter(int quarter, double const *center, double radius, T_REGION2D_G &box) {
-    switch (quarter % 4) {
+    switch (quarter % kQuarters) {
     case 0:
         box.MaxX = std::max(box.MaxX, center[0] + radius);
         break;
@@ -74,7 +83,7 @@ bool QuartersBetween(PlanVector start, PlanVector end, int &first, int &last) {
         wraps = turn < 0;
     }
     first = (startEighth + 1) / 2;
-    last = (endEighth + (wraps ? 8 : 0)) / 2;
+    last = (endEighth + (wraps ? kEighths : 0)) / 2;
     return true;
 }
 
@@ -83,15 +92,15 @@ void QuartersBetweenAngles(PlanVector start, PlanVector end, int &first, int &la
     double a = SignedDirection(start.x, start.y);
     double b = SignedDirection(end.x, end.y);
     if (a < 0.0)
-        a += 360.0;
+        a += kFullTurn;
     if (b < 0.0)
-        b += 360.0;
+        b += kFullTurn;
     if (a > b)
-        b += 360.0;
-    first = 9;
+        b += kFullTurn;
+    first = 2 * kQuarters + 1; // none: the last one is before it
     last = -1;
-    for (int quarter = 0; quarter <= 8; ++quarter) {
-        double const q = 90.0 * quarter;
+    for (int quarter = 0; quarter <= 2 * kQuarters; ++quarter) {
+        double const q = kDegreesPerQuarter * quarter;
         if (a <= q && q <= b) {
             first = std::min(first, quarter);
             last = quarter;
@@ -102,12 +111,12 @@ void QuartersBetweenAngles(PlanVector start, PlanVector end, int &first, int &la
 } // namespace
 
 int CompareSweep(PlanVector start, PlanVector v, PlanVector w) {
-    int const turnV = CertainTurn(start, v, 2.0 * kCertainSine);
+    int const turnV = CertainTurn(start, v, kSurelyOffSine);
     if (turnV == 0)
         return 0;
     int const turnW = CertainTurn(start, w);
     if (turnW == 0) {
-        // Either about 180, which v is certainly off, or about 0 or 360.
+        // Either about 180, which `v` is certainly off, or about 0 or 360.
         bool const isOpposite = start.x * w.x + start.y * w.y < 0.0;
         return isOpposite ? turnV : 0;
     }

@@ -1,8 +1,8 @@
-#include "zvi/base/Pi.h"
 #include "zvi/curves/domains/VertexStarsDetail.h"
 
 #include "zvi/core/MQSort.h"
 #include "zvi/curves/domains/DomainRulesDetail.h"
+#include "zvi/math/func/MMathFunc.h"
 
 #include <algorithm>
 #include <cmath>
@@ -17,6 +17,9 @@ namespace {
 /// Angles that differ by more than this, on a scale of four to the full turn, are in the same order in degrees; the
 /// rounding of either is far below it.
 constexpr double kSurelyInOrder = 1e-9;
+
+/// A direction whose square is not above this may have a length below `kNoDirection`, its rounding included.
+constexpr double kLeastSquare = 4 * kNoDirection * kNoDirection;
 
 /// Vertices with more edges than this are sorted by their angles in degrees at once.
 constexpr std::size_t kFewEdges = 16;
@@ -78,7 +81,7 @@ bool AnyNarrow(std::size_t count, DirectionAt directionAt) {
         double const square = Dot(direction, direction);
         double const dot = Dot(direction, previous);
         bool const isApart = dot <= 0.0 || dot * dot < kSurelyApart * kSurelyApart * square * previousSquare;
-        if (!isApart || !(square > 4 * kNoDirection * kNoDirection))
+        if (!isApart || !(square > kLeastSquare))
             return true;
         previous = direction;
         previousSquare = square;
@@ -240,18 +243,7 @@ bool VertexStars::IsScattered() const {
 }
 
 double DirectionAngle(double dx, double dy) {
-    if (dx == 0.0) {
-        if (dy == 0.0)
-            return 0.0;
-        return dy > 0.0 ? 90.0 : 270.0;
-    }
-    if (dx > 0.0) {
-        double const angle = std::atan(dy / dx) * base::kDegreesPerRadian;
-        return angle < 0.0 ? angle + 360.0 : angle;
-    }
-    if (dx < 0.0)
-        return std::atan(dy / dx) * base::kDegreesPerRadian + 180.0;
-    return 0.0;
+    return std::isnan(dx) ? 0.0 : MMathFunc::GetAngle(dx, dy);
 }
 
 } // namespace zvi::lib::curves

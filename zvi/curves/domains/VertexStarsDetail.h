@@ -10,10 +10,9 @@
 
 namespace zvi::lib::curves {
 
-using base::Index;
-
-/// The edges about each vertex while a graph is being tidied. Those of one vertex stand side by side, in the order of
-/// its edge list, and each knows the vertex it leads to, so the steps run through memory instead of across it.
+/// The rotation system of a graph that is being tidied: the edges about each vertex. Those of one vertex stand side by
+/// side, in the order of its edge list, and each knows the vertex it leads to, so the steps run through memory instead
+/// of across it.
 class VertexStars {
 public:
     /// An edge as seen from one of its ends.
@@ -61,7 +60,8 @@ private:
     bool m_isAnyDropped = false;
 };
 
-/// Direction angle in degrees, from 0 to below 360; 0 for no direction.
+/// Direction angle in degrees, from 0 to 360, which only a direction just below that of x can reach; 0 for no
+/// direction.
 double DirectionAngle(double dx, double dy);
 
 } // namespace zvi::lib::curves
