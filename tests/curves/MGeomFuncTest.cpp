@@ -2,7 +2,6 @@
 
 #include "tests/curves/CurveFixtures.h"
 #include "zvi/math/func/MMathFunc.h"
-#include "zvi/math/small/MMatrixLib.h"
 
 #include <algorithm>
 #include <cmath>
@@ -218,25 +217,6 @@ TEST(MGeomFuncPolyline, PolylinesMeetThemselvesAndOthers) {
         EXPECT_EQ(MGeomFunc::CheckPolylineCrossIntersection({{0, 0, 0}, {4, 0, 0}}, inSpace), row.inSpace);
         EXPECT_EQ(MGeomFunc::CheckPolylineCrossIntersection({{0, 0}, {4, 0}}, row.other), row.inPlan);
     }
-}
-
-TEST(MMatrixLib, TurnsALineOntoTheXAxis) {
-    double const upTo = std::atan2(4.0, 3.0) * 180 / kPi;
-    struct Row {
-        double x, y, angle;
-    };
-    double m[3][3];
-    for (Row const &row :
-         {Row{4, 0, 0}, Row{0, 7, 90}, Row{-4, 0, 180}, Row{0, -6, 270}, Row{3, 4, upTo}, Row{-4, -3, 270 - upTo}}) {
-        double const angle = MMatrixLib::CalcAngleDegLineAndAxisX(1, 2, 1 + row.x, 2 + row.y);
-        EXPECT_NEAR(angle, row.angle, 1e-12);
-        MMatrixLib::RotateM2D(-angle, 1, 2, m);
-        EXPECT_NEAR((1 + row.x) * m[0][0] + (2 + row.y) * m[1][0] + m[2][0], 1 + std::hypot(row.x, row.y), 1e-12);
-        EXPECT_NEAR((1 + row.x) * m[0][1] + (2 + row.y) * m[1][1] + m[2][1], 2, 1e-12);
-    }
-    MMatrixLib::RotateM2D(270, 0, 0, m);
-    EXPECT_EQ(m[0][0], 0);
-    EXPECT_EQ(m[0][1], -1);
 }
 
 } // namespace zvi::lib::test

@@ -1,4 +1,5 @@
 #include "zvi/units/MUnitCtrl.h"
+#include "zvi/units/UnitTables.h"
 
 #include <gtest/gtest.h>
 
@@ -102,6 +103,27 @@ TEST(UnitLabels, AListOfKindsSharesItsLabels) {
     units.GetUnitSystemCtrl(0, nullptr, system);
     EXPECT_TRUE(system.indices.Empty());
     EXPECT_TRUE(system.labels[0].IsEmpty());
+}
+
+TEST(UnitTables, ListEachLabelOnceWithUnitsThatReadSo) {
+    MUnitCtrl units(nullptr);
+    units.Initialize(0);
+    int counts[kUnitKindCount] = {};
+    for (UnitLabel const &entry : ListUnitLabels()) {
+        ++counts[entry.kind];
+        CString label;
+        units.SetUnitIndexCurrent(entry.index, 0);
+        EXPECT_EQ(units.GetUnitSystem(entry.kind, label), 1);
+        EXPECT_EQ(label, entry.label);
+        EXPECT_EQ(entry.index.mass, entry.index.force);
+    }
+    // mm to micrometres; 6 forces by 6 lengths; kg, ton, lbm, kip; with the day; none.
+    for (auto const &[kind, count] : {std::pair{1, 6}, {17, 36}, {24, 4}, {21, 4}, {60, 1}, {7, 0}}) {
+        EXPECT_EQ(counts[kind], count) << kind;
+        EXPECT_EQ(HasUnitLabel(kind), count != 0) << kind;
+    }
+    EXPECT_EQ(GetBaseUnits(2).lengthFactor[0], 0.001);
+    EXPECT_EQ(GetUnitSystemIndex(3).length, 4);
 }
 
 } // namespace zvi::lib::test

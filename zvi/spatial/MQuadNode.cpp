@@ -9,6 +9,7 @@
 #include "zvi/spatial/QuadrantFinderDetail.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <iterator>
 #include <memory>
@@ -259,6 +260,7 @@ MQuadNode *MQuadNode::SplitFor(MQuadMBR2D const &mbr) {
 }
 
 bool MQuadNode::CanSplit(MQuadMBR2D const &mbr, MQuadMBR2D const *regions) {
+    assert(IsLeaf());
     if (IsIndivisible(m_region))
         return false;
     int const own = GetChildNodeIndexContainingMBR(mbr, regions);
@@ -316,10 +318,12 @@ bool MQuadNode::IsMemberFarFrom(MQuadMBR2D const &mbr) const {
 }
 
 void MQuadNode::Split(MQuadMBR2D const *regions) {
+    assert(IsLeaf());
     MakeChildren(regions);
     Distribute();
 }
 
+/// The former children, if any, have gone to another node.
 void MQuadNode::MakeChildren(MQuadMBR2D const *regions) {
     void *const memory = m_tree ? m_tree->m_memory->TakeFamily() : ::operator new(spatial::kFamilySize, kNodeAlignment);
     MQuadNode *const nodes = (::new (memory) spatial::QuadFamily)->Nodes();

@@ -1,6 +1,7 @@
 #include "zvi/spatial/QuadPoolIndexDetail.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace zvi::lib::spatial {
 
@@ -35,9 +36,8 @@ void QuadPoolGroup::RemoveAt(std::size_t place) {
 }
 
 std::size_t QuadPoolGroup::PlaceOf(MQuadObj const *object) const {
-    std::size_t place = 0;
-    while (objects[place] != object)
-        ++place;
+    auto const place = static_cast<std::size_t>(std::find(objects.begin(), objects.end(), object) - objects.begin());
+    assert(place < objects.Size());
     return place;
 }
 

@@ -1,7 +1,6 @@
 #include "zvi/math/func/MMathFunc.h"
 
 #include "tests/math/Near.h"
-#include "zvi/math/small/MMatrixLib.h"
 
 #include <numbers>
 
@@ -134,15 +133,6 @@ TEST(MMathFuncRotation, CoordinateSystemsUndoEachOther) {
     MMathFunc::mathUCS2GCS(origin, axes, q, q);
     MMathFunc::mathTranUCS(globalOrigin, globalAxes, origin, axes, q, q);
     ExpectNear(q, Xyz{7, 8, 9}, 1e-13);
-}
-
-TEST(MMatrixLib, QuarterTurnsLeaveTheirBaseInPlace) {
-    double m[3][3];
-    MMatrixLib::RotateM2D(90.0, 3.0, 5.0, m); // the row vector (x, y, 1) on the left: (3 - (y - 5), 5 + (x - 3))
-    double const expected[3][3] = {{0, 1, 0}, {-1, 0, 0}, {8, 2, 1}};
-    for (int i = 0; i < 9; ++i)
-        EXPECT_EQ(m[i / 3][i % 3], expected[i / 3][i % 3]) << i;
-    EXPECT_EQ(MMatrixLib::CalcAngleDegLineAndAxisX(1, 2, 1, -7), 270.0);
 }
 
 } // namespace zvi::lib::test

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cassert>
 #include <cmath>
 
 namespace zvi::lib::curves {
@@ -41,8 +42,8 @@ void BoxGrid::Remove(T_REGION2D const &box, int number) {
     VisitCells(box, [&](std::uint32_t key) {
         int found = -1;
         m_cells.ForEach(key, [&](int entry) { found = m_entries[Index(entry)].number == number ? entry : found; });
-        if (found >= 0)
-            m_cells.Remove(key, found);
+        assert(found >= 0);
+        m_cells.Remove(key, found);
     });
 }
 

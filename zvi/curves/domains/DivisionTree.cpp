@@ -4,6 +4,7 @@
 #include "zvi/base/Index.h"
 
 #include <algorithm>
+#include <cassert>
 #include <utility>
 
 namespace zvi::lib::curves {
@@ -35,6 +36,7 @@ void DivisionTree::AddRoot(DM_SURF surf) {
 }
 
 DM_SURF &DivisionTree::Next() {
+    assert(HasNext());
     m_current = m_waiting.back();
     m_waiting.pop_back();
     return m_nodes[Index(m_current)].surf;

@@ -4,6 +4,7 @@
 #include "zvi/curves/PointInPolygonDetail.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 
 namespace zvi::lib::curves {
@@ -84,6 +85,7 @@ void DomainIndex::TakeUpDomains() {
 }
 
 void DomainIndex::TakeUpHole(int domain, int hole) {
+    assert(Index(domain) < m_domains.size());
     DM_SURF_SUB const &loop = m_surfs[Index(domain)].Holes[Index(hole)];
     T_REGION2D const box = BoxOf(loop.Vtex);
     Domain &owner = m_domains[Index(domain)];
@@ -145,6 +147,7 @@ void DomainIndex::InsertInGrid(int domain) {
 }
 
 T_REGION2D DomainIndex::BoxOf(MArray<int> const &loop) const {
+    assert(!loop.Empty());
     DM_VTEX const &first = m_coordinates[Index(loop[0])];
     T_REGION2D box{first.x, first.y, first.x, first.y};
     for (int const vtex : loop) {

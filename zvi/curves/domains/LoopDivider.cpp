@@ -4,6 +4,7 @@
 #include "zvi/curves/domains/DomainRulesDetail.h"
 
 #include <algorithm>
+#include <cassert>
 #include <utility>
 
 namespace zvi::lib::curves {
@@ -34,6 +35,7 @@ LoopDivider::LoopDivider(DomainGraph const &graph)
 }
 
 LoopDivider::Outcome LoopDivider::Divide(std::vector<int> const &halfEdges, MArray<DM_SURF> &domains) {
+    assert(!halfEdges.empty() && m_graph.Target(halfEdges.back()) == m_graph.Origin(halfEdges.front()));
     if (!m_graph.IsMeasurable())
         return Outcome::kUnproven;
     Forget();
@@ -71,6 +73,7 @@ LoopDivider::Outcome LoopDivider::DivideInRounds() {
 }
 
 int LoopDivider::AddLoop(std::vector<int> const &halfEdges) {
+    assert(!halfEdges.empty());
     int const loop = static_cast<int>(m_loops.size());
     for (std::size_t i = 0; i < halfEdges.size(); ++i) {
         SetLoop(halfEdges[i], loop);
@@ -85,6 +88,7 @@ int LoopDivider::AddLoop(std::vector<int> const &halfEdges) {
 }
 
 void LoopDivider::Join(int half, int next) {
+    assert(m_graph.Target(half) == m_graph.Origin(next));
     At(half).next = next;
     At(next).previous = half;
 }
@@ -134,6 +138,7 @@ bool LoopDivider::IsBarring(int half) const {
 /// Whether `half`, which leaves the corner's vertex, lies in the corner's sector.
 bool LoopDivider::IsInSector(int corner, int half) const {
     int const node = m_graph.Origin(corner);
+    assert(m_graph.Origin(half) == node);
     int const degree = m_graph.Degree(node);
     int const incoming = m_graph.Twin(At(corner).previous);
     auto const stepsTo = [&](int other) { return incoming - other + (incoming < other ? degree : 0); };

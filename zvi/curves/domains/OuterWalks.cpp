@@ -1,6 +1,7 @@
 #include "zvi/curves/domains/OuterWalksDetail.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <limits>
 
@@ -71,6 +72,7 @@ bool OuterWalks::Walk(int start, std::vector<int> &loop) {
 }
 
 void OuterWalks::Begin(int start) {
+    assert(m_graph.Degree(start) > 0);
     ++m_walkNumber;
     m_start = start;
     m_firstFinished = kNothingFinished;
@@ -117,6 +119,7 @@ int OuterWalks::NextOpen(int half) {
 
 /// The first unfinished half-edge counter-clockwise from `half` on; there is one.
 int OuterWalks::SkipFinished(int node, int half) {
+    assert(m_graph.Origin(half) == node && m_openCount[Index(node)] > 0);
     auto const after = [&](int at) {
         int const skip = m_steps[Index(at)].skip;
         return skip >= 0 ? skip : m_graph.CounterClockwise(node, at);

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cassert>
 #include <utility>
 
 namespace zvi::lib::curves {
@@ -30,6 +31,7 @@ std::uint32_t SpreadBits(std::uint32_t value) {
 } // namespace
 
 ZCurve::ZCurve(std::vector<int> const &vtexes, MArray<DM_VTEX> const &coordinates) {
+    assert(!vtexes.empty());
     int const cellBits = static_cast<int>(std::bit_width(vtexes.size() / kNodesPerCell)) - 1;
     m_bits = std::clamp(cellBits / 2, 0, kMostBits);
     DM_VTEX high = m_low = coordinates[Index(vtexes.front())];
