@@ -305,7 +305,7 @@ TEST(Parser, TellsAFaultAsTextAndAsAValueWithItsPlace) {
         {kGridRel, L"3to1", kRangeStep, L"", 14},
         {kGridEq, L"NAME", kNoNumber, L"", 4},
         {kPosition, L"1,__AGR_ERROR__", kErrorWord, L"", 2},
-        {kPosition, L"1,NAME", kNoNumber, L"", 6, {}},
+        {kPosition, L"1,NAME", kNoCoordinate, L"", 6, {}},
         {kNumber, L"1+2", kNone, L"", 0, {}},
     };
     for (FaultRow const &row : rows) {

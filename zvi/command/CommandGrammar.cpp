@@ -1,6 +1,7 @@
 #include "zvi/command/CommandGrammarDetail.h"
 
 #include <cmath>
+#include <string_view>
 
 namespace zvi::lib::command {
 
@@ -62,7 +63,6 @@ int CommandGrammar::Parse() {
 }
 
 bool CommandGrammar::Unexpected() {
-    m_parser.yyerror("syntax error");
     return FailAt(ParseFaultKind::kUnexpectedToken, m_lexer.TokenStart(), m_lexer.TokenEnd());
 }
 
@@ -73,12 +73,12 @@ bool CommandGrammar::Fail(ParseFaultKind kind) {
 
 bool CommandGrammar::FailAt(ParseFaultKind kind, int begin, int end) {
     m_parser.m_fault = {kind, begin, end, m_lexer.TokenStart()};
-    if (char const *const text = ParseFaultText(kind)) {
-        CString wide;
-        wide.Format(L"%S", text);
-        m_parser.ReportError(wide);
-    }
-    m_parser.ReportError(L"Syntax Error");
+    std::string_view const text = ParseFaultText(kind);
+    if (kind == ParseFaultKind::kUnexpectedToken)
+        m_parser.yyerror(text.data());
+    else if (text != kAnyFaultText)
+        m_parser.Report(text.data());
+    m_parser.Report(kAnyFaultText);
     return false;
 }
 
@@ -276,7 +276,7 @@ bool CommandGrammar::PositionOfList() {
     // The parse counts as failed, but what was typed still goes into the result.
     if (!numbers) {
         m_failed = true;
-        m_parser.m_fault = {ParseFaultKind::kNoNumber, m_lexer.TokenStart(), m_lexer.TokenStart(),
+        m_parser.m_fault = {ParseFaultKind::kNoCoordinate, m_lexer.TokenStart(), m_lexer.TokenStart(),
                             m_lexer.TokenStart()};
     }
     if (mode == kModeAbsolute || mode == kModeRelative) {

@@ -4,6 +4,11 @@ namespace zvi::lib {
 
 char const *ParseFaultText(ParseFaultKind kind) {
     switch (kind) {
+    case ParseFaultKind::kNone:
+    case ParseFaultKind::kNoCoordinate:
+        return "";
+    case ParseFaultKind::kUnexpectedToken:
+        return "syntax error";
     case ParseFaultKind::kExtraArgument:
         return "extra arguement!";
     case ParseFaultKind::kRepeatCount:
@@ -15,7 +20,7 @@ char const *ParseFaultText(ParseFaultKind kind) {
     case ParseFaultKind::kRightAngleTangent:
         return "Function error tan(90)";
     default:
-        return nullptr;
+        return kAnyFaultText;
     }
 }
 

@@ -16,6 +16,7 @@ enum class ParseFaultKind : std::int32_t {
     kExtraArgument,    ///< more items than are wanted
     kExtraCoordinate,  ///< more than three coordinates in a bracket or behind "@"
     kNoNumber,         ///< an item that is no number where numbers are wanted
+    kNoCoordinate,     ///< an item of a bare position that is no number: the parse goes on, and nothing is reported
     kNoInteger,        ///< an item that is no integer where integers are wanted
     kErrorWord,        ///< the word AGR_ERROR, or BLANK_ARG behind the head of a list
     kRepeatCount,      ///< the count of a repeat item is no integer
@@ -33,14 +34,17 @@ enum class ParseFaultKind : std::int32_t {
 struct ParseFault {
     ParseFaultKind kind = ParseFaultKind::kNone;
     /// What is at fault, from `begin` to before `end`: the unexpected token, the divisor, the exponent, the call of
-    /// the function. Empty at the place where the reading stopped for what concerns the items of a list.
+    /// the function. Empty, where the reading stopped, for every other kind.
     std::int32_t begin = 0;
     std::int32_t end = 0;
     /// Where the reading stopped: the begin of the first token that was not taken in; 0 for kTooLong.
     std::int32_t stop = 0;
 };
 
-/// The text that is reported in front of the general one for a fault of this kind; null where there is none.
+/// The last report of every fault, and the only one of most.
+inline constexpr char kAnyFaultText[] = "Syntax Error";
+
+/// The first report of a fault of this kind, in the parser's own words; empty for kNone and kNoCoordinate.
 ZVI_API char const *ParseFaultText(ParseFaultKind kind);
 
 } // namespace zvi::lib

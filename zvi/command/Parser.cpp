@@ -24,6 +24,12 @@ Parser::~Parser() = default;
 
 void Parser::ReportError(CString const &) {}
 
+void Parser::Report(char const *text) {
+    CString wide;
+    wide.Format(L"%S", text);
+    ReportError(wide);
+}
+
 void Parser::SetPreModePosNOp(int mode) {
     m_positionInputMode = mode;
 }
@@ -38,8 +44,8 @@ int Parser::_Parsing(CString const &text) {
     m_tableStrings.RemoveAll();
     m_fault = {};
     if (!m_lexer.Load(text.GetString(), text.GetLength())) {
-        m_fault = {ParseFaultKind::kTooLong, 0, text.GetLength(), 0};
-        ReportError(L"Syntax Error");
+        m_fault.kind = ParseFaultKind::kTooLong;
+        Report(kAnyFaultText);
         return 0;
     }
     if (command::CommandGrammar(*this).Parse())

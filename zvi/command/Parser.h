@@ -106,6 +106,7 @@ public:
 private:
     friend class command::CommandGrammar;
 
+    void Report(char const *text);
     int ParseAs(int startWord, CString const &text);
     int ParseAsIntegers(int startWord, CString const &text);
     template <class Number>

@@ -6,12 +6,11 @@
 #include "apps/zvi/common/Joined.h"
 #include "apps/zvi/common/NumberText.h"
 #include "apps/zvi/common/Text.h"
+#include "apps/zvi/common/UnitNumbers.h"
 #include "apps/zvi/common/WideText.h"
-#include "apps/zvi/eval/Diagnose.h"
-#include "apps/zvi/eval/EvalText.h"
 #include "apps/zvi/eval/Evaluate.h"
+#include "apps/zvi/eval/hints/Diagnose.h"
 #include "apps/zvi/units/UnitCatalogue.h"
-#include "apps/zvi/units/UnitNumbers.h"
 
 #include <nlohmann/json.hpp>
 

@@ -2,8 +2,8 @@
 
 #include "apps/zvi/common/CommandLine.h"
 #include "apps/zvi/common/Failure.h"
+#include "apps/zvi/common/UnitNumbers.h"
 #include "apps/zvi/eval/EvalSession.h"
-#include "apps/zvi/units/UnitNumbers.h"
 
 namespace zvi::app {
 

@@ -1,13 +1,15 @@
 #include "apps/zvi/eval/EvalSession.h"
 
+#include "apps/zvi/common/Characters.h"
 #include "apps/zvi/common/Failure.h"
 #include "apps/zvi/common/Joined.h"
 #include "apps/zvi/common/NearestName.h"
 #include "apps/zvi/common/NumberText.h"
 #include "apps/zvi/common/Text.h"
+#include "apps/zvi/common/UnitNumbers.h"
 #include "apps/zvi/common/WideText.h"
 #include "apps/zvi/eval/EvalText.h"
-#include "apps/zvi/units/UnitNumbers.h"
+#include "apps/zvi/eval/hints/Diagnose.h"
 
 namespace zvi::app {
 

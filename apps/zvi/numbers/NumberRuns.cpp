@@ -1,8 +1,9 @@
 #include "apps/zvi/numbers/NumberRuns.h"
 
+#include "apps/zvi/common/CaretText.h"
+#include "apps/zvi/common/Characters.h"
 #include "apps/zvi/common/Failure.h"
 #include "apps/zvi/common/WideText.h"
-#include "apps/zvi/eval/EvalText.h"
 
 #include "zvi/command/MNumericOptimizer.h"
 

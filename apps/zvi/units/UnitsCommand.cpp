@@ -5,9 +5,9 @@
 #include "apps/zvi/common/Failure.h"
 #include "apps/zvi/common/Joined.h"
 #include "apps/zvi/common/NumberText.h"
+#include "apps/zvi/common/UnitNumbers.h"
 #include "apps/zvi/common/WideText.h"
 #include "apps/zvi/units/UnitCatalogue.h"
-#include "apps/zvi/units/UnitNumbers.h"
 
 #include <nlohmann/json.hpp>
 

@@ -1,12 +1,12 @@
-#include "apps/zvi/eval/TypedRange.h"
+#include "apps/zvi/eval/hints/TypedRange.h"
+
+#include "apps/zvi/common/Characters.h"
 
 #include <algorithm>
 
 namespace zvi::app {
 
 namespace {
-
-constexpr std::size_t kNowhere = std::wstring::npos;
 
 /// Passes blanks and then a word, in short or long; returns the index behind it, or kNowhere.
 std::size_t PassMarker(std::wstring const &upper, std::size_t at, wchar_t first, wchar_t second) {
@@ -21,9 +21,10 @@ std::size_t PassMarker(std::wstring const &upper, std::size_t at, wchar_t first,
 /// value stays where it is.
 std::size_t PassDigits(std::wstring const &text, std::size_t at, long long &value) {
     constexpr long long kTooLarge = 1'000'000'000'000;
-    std::size_t end = at;
-    for (value = 0; end < text.size() && IsDigit(text[end]); ++end)
-        value = std::min(kTooLarge, value * 10 + (text[end] - L'0'));
+    std::size_t const end = EndOfDigits(text, at);
+    value = 0;
+    for (wchar_t const digit : Part(text, {at, end - at}))
+        value = std::min(kTooLarge, value * 10 + (digit - L'0'));
     return end == at ? kNowhere : end;
 }
 
@@ -74,6 +75,22 @@ std::vector<TypedRange> TypedRanges(std::wstring const &text) {
         }
     }
     return ranges;
+}
+
+long long CountNamed(std::wstring const &text) {
+    long long count = 0;
+    for (TypedRange const &range : TypedRanges(text))
+        count += range.Count().value_or(0);
+    for (std::size_t at = text.find(L'@'); at != kNowhere; at = text.find(L'@', at + 1)) {
+        std::size_t begin = at;
+        while (begin > 0 && IsDigit(text[begin - 1]))
+            --begin;
+        constexpr std::size_t kMostDigits = 12;
+        long long repeats = 0;
+        if (at - begin <= kMostDigits && PassDigits(text, begin, repeats) != kNowhere)
+            count += repeats;
+    }
+    return count;
 }
 
 } // namespace zvi::app

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "apps/zvi/eval/TypedText.h"
+#include "apps/zvi/eval/hints/TypedText.h"
 
 #include <optional>
 #include <string>
@@ -22,5 +22,8 @@ struct TypedRange {
 
 /// The ranges of a text whose ends are plain integers, in their order.
 std::vector<TypedRange> TypedRanges(std::wstring const &text);
+
+/// How many numbers the ranges and repeats of a text name together.
+long long CountNamed(std::wstring const &text);
 
 } // namespace zvi::app

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "apps/zvi/common/CaretText.h"
+
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -7,29 +9,31 @@
 
 namespace zvi::app {
 
-bool IsDigit(wchar_t c);
-bool IsLetter(wchar_t c); ///< of a name: A to Z, a to z, _
-bool IsBlank(wchar_t c);
-bool IsNameChar(wchar_t c);
+/// No place in a text.
+inline constexpr std::size_t kNowhere = std::wstring_view::npos;
+
 /// + - * / ^ @ <
 bool IsOperator(wchar_t c);
 
 /// Index behind the number that begins at `at` in the language's form, with its exponent; `at` if there is none.
 std::size_t EndOfNumber(std::wstring_view text, std::size_t at);
 
-/// The first character at or after `at`, or before `at`, that is no blank; npos if there is none.
+/// Index behind the digits, or the characters of a name, that stand at `at`; `at` if there are none.
+std::size_t EndOfDigits(std::wstring_view text, std::size_t at);
+std::size_t EndOfName(std::wstring_view text, std::size_t at);
+
+/// The first character at or after `at`, or before `at`, that is no blank; kNowhere if there is none.
 std::size_t NextItem(std::wstring_view text, std::size_t at);
 std::size_t ItemBefore(std::wstring_view text, std::size_t at);
 
-/// A stretch of a text.
-struct Span {
-    std::size_t begin = 0;
-    std::size_t length = 0;
-    std::size_t End() const { return begin + length; }
-};
-
 /// The words of a text (names of any kind), numbers with exponents passed over.
 std::vector<Span> Words(std::wstring_view text);
+
+/// The items of a list, each up to a comma that is in no bracket.
+std::vector<Span> Items(std::wstring_view line);
+
+/// The characters of a span, which must lie within the text.
+std::wstring_view Part(std::wstring_view text, Span const &span);
 
 std::wstring Upper(std::wstring_view text);
 std::string Lower(std::wstring_view text);

@@ -1,4 +1,4 @@
-#include "apps/zvi/units/UnitNumbers.h"
+#include "apps/zvi/common/UnitNumbers.h"
 
 #include "apps/zvi/common/Failure.h"
 #include "apps/zvi/common/NumberText.h"

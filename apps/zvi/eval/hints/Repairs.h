@@ -1,6 +1,6 @@
 #pragma once
 
-#include "apps/zvi/eval/Evaluate.h"
+#include "apps/zvi/eval/hints/FailedText.h"
 
 #include <optional>
 #include <string>
@@ -17,6 +17,6 @@ struct RepairedText {
 /// Looks for usual slips in a text that failed (blanks around operators, a decimal comma, a missing parenthesis or
 /// multiplication sign, a falling range without a step, ...) and mends them one after another, as long as more of the
 /// text is read for it. The outcome tells whether all of it is; nothing when no slip was found.
-std::optional<RepairedText> FindRepair(std::wstring const &typed, EvalSettings const &settings);
+std::optional<RepairedText> FindRepair(FailedText const &failed);
 
 } // namespace zvi::app
