@@ -17,11 +17,8 @@ constexpr std::size_t kLongestPath = 4096;
 
 std::array<char, kLongestPath> pendingPath;
 std::atomic<bool> hasPendingPath = false;
-std::atomic<void (*)()> pendingAction = nullptr;
 
 extern "C" void TidyAndEnd(int signal) {
-    if (void (*const action)() = pendingAction.load())
-        action();
     if (hasPendingPath.load())
         unlink(pendingPath.data());
     std::signal(signal, SIG_DFL);
@@ -65,10 +62,6 @@ void RemoveOnInterrupt(std::filesystem::path const &path) {
         std::memcpy(pendingPath.data(), path.c_str(), size + 1);
         hasPendingPath.store(true);
     }
-}
-
-void CallOnInterrupt(void (*action)()) {
-    pendingAction.store(action);
 }
 
 } // namespace zvi::app

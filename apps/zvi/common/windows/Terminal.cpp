@@ -22,12 +22,9 @@ constexpr std::size_t kLongestPath = 32768;
 
 std::array<wchar_t, kLongestPath> pendingPath;
 std::atomic<bool> hasPendingPath = false;
-std::atomic<void (*)()> pendingAction = nullptr;
 
 /// Runs on a thread of its own; the host ends the process behind it.
 BOOL WINAPI TidyUp(DWORD) {
-    if (void (*const action)() = pendingAction.load())
-        action();
     if (hasPendingPath.load())
         DeleteFileW(pendingPath.data());
     return FALSE;
@@ -87,10 +84,6 @@ void RemoveOnInterrupt(std::filesystem::path const &path) {
         std::wmemcpy(pendingPath.data(), path.c_str(), size + 1);
         hasPendingPath.store(true);
     }
-}
-
-void CallOnInterrupt(void (*action)()) {
-    pendingAction.store(action);
 }
 
 } // namespace zvi::app
