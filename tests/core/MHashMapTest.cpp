@@ -266,7 +266,7 @@ TEST(HashBinCount, IsTheNextPrimeOfTheTable) {
         {4000000000, 0xFFFFFFFF},
     };
     for (Case const &c : cases)
-        EXPECT_EQ(zvi::PickBinCount(c.count, 0.75F), c.binCount) << c.count;
+        EXPECT_EQ(zvi::lib::core::PickBinCount(c.count, 0.75F), c.binCount) << c.count;
 }
 
 TEST(HashSizeByCount, StepsAtTheBoundOfEachBand) {

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "zvi/core/GrowingMemory.h"
-#include "zvi/core/HashBinCount.h"
-#include "zvi/core/HashBins.h"
 #include "zvi/core/MStatusError.h"
-#include "zvi/core/NodeBlock.h"
+#include "zvi/core/internal/GrowingMemory.h"
+#include "zvi/core/internal/HashBinCount.h"
+#include "zvi/core/internal/HashBins.h"
+#include "zvi/core/internal/NodeBlock.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -29,7 +29,7 @@ namespace zvi {
 /// Failure: `MStatusError` with `kStatusOutOfMemory` when memory cannot be had, with `kStatusUnspecifiedFailure` for a
 /// bin count of 0 or of 0x20000000 and more, and for an operation on no node. A failed operation changes nothing, but a
 /// pair that was stored (or removed) stays so when only the rehash that follows fails.
-template <HashKey K, typename V>
+template <lib::core::HashKey K, typename V>
 class MHashMap {
 public:
     /// What a walk yields: `for (auto &[key, value] : map)`.
@@ -53,7 +53,7 @@ private:
     struct Table {
         Node **bins = nullptr;
         std::uint64_t count = 0;
-        std::uint32_t binCount = kSmallestBinCount;
+        std::uint32_t binCount = lib::core::kSmallestBinCount;
         float optimalLoad = 0.75F;
         float lowFactor = 0.25F;
         float highFactor = 2.25F;
@@ -61,10 +61,10 @@ private:
         std::uint64_t lowThreshold = 0;
         std::int32_t lockCount = 0;
         std::uint32_t nodesPerBlock = 10;
-        NodeBlock *newestBlock = nullptr;
+        lib::core::NodeBlock *newestBlock = nullptr;
         Node *freeHead = nullptr;
         /// Where the blocks come from.
-        GrowingMemory memory{alignof(NodeBlock)};
+        lib::core::GrowingMemory memory{alignof(lib::core::NodeBlock)};
     };
 
 public:
@@ -202,7 +202,7 @@ public:
     /// Stores the pair; an existing value is overwritten.
     void SetAt(K key, V value) {
         Table &table = *m_table;
-        std::uint32_t const hash = HashOf(key);
+        std::uint32_t const hash = lib::core::HashOf(key);
         std::uint32_t const bin = hash % table.binCount;
         if (table.bins == nullptr) {
             table.bins = NewBins(table.binCount);
@@ -214,14 +214,14 @@ public:
         node->next = table.bins[bin];
         table.bins[bin] = node;
         if (table.count > table.highThreshold && table.lockCount == 0)
-            Rehash(PickBinCount(table.count, table.optimalLoad));
+            Rehash(lib::core::PickBinCount(table.count, table.optimalLoad));
     }
 
     /// Removes the pair of `key`; false when it is absent. The last removal frees the node blocks and keeps the bins.
     bool RemoveKey(K key) {
         if (m_table->bins == nullptr)
             return false;
-        std::uint32_t const hash = HashOf(key);
+        std::uint32_t const hash = lib::core::HashOf(key);
         for (Node **link = &m_table->bins[hash % m_table->binCount]; *link != nullptr; link = &(*link)->next) {
             if (IsOf(**link, hash, key)) {
                 Unlink(link);
@@ -246,12 +246,12 @@ public:
         DropNodes();
         ReplaceBins(nullptr);
         if (table.lockCount == 0)
-            SetBinCount(kSmallestBinCount);
+            SetBinCount(lib::core::kSmallestBinCount);
     }
 
     /// Sets the bin count of an empty map; `allocate` also makes the bin array. Pairs that the map holds are dropped.
     void InitHashTable(std::uint32_t binCount, bool allocate) {
-        CheckBinCount(binCount);
+        lib::core::CheckBinCount(binCount);
         Node **const bins = allocate ? NewBins(binCount) : nullptr;
         DropNodes();
         ReplaceBins(bins);
@@ -262,10 +262,10 @@ public:
     void Rehash(std::uint32_t binCount) {
         Table &table = *m_table;
         if (binCount == 0)
-            binCount = PickBinCount(table.count, table.optimalLoad);
+            binCount = lib::core::PickBinCount(table.count, table.optimalLoad);
         if (binCount == table.binCount)
             return;
-        CheckBinCount(binCount);
+        lib::core::CheckBinCount(binCount);
         if (table.bins != nullptr)
             MoveToBins(NewBins(binCount), binCount);
         SetBinCount(binCount);
@@ -276,10 +276,10 @@ public:
     void UnlockRehash() { --m_table->lockCount; }
 
 private:
-    static Node **NewBins(std::uint32_t binCount) { return static_cast<Node **>(AllocateBins(binCount)); }
+    static Node **NewBins(std::uint32_t binCount) { return static_cast<Node **>(lib::core::AllocateBins(binCount)); }
 
     /// Puts `bins`, which may be null, in the place of the bin array; the bin count is still the old one.
-    void ReplaceBins(Node **bins) { ReleaseBins(std::exchange(m_table->bins, bins), m_table->binCount); }
+    void ReplaceBins(Node **bins) { lib::core::ReleaseBins(std::exchange(m_table->bins, bins), m_table->binCount); }
 
     static Node *FindInChain(Node *node, std::uint32_t hash, K key) {
         while (node != nullptr && !IsOf(*node, hash, key))
@@ -298,7 +298,7 @@ private:
     Node *FindNode(K key) const {
         if (m_table->bins == nullptr)
             return nullptr;
-        std::uint32_t const hash = HashOf(key);
+        std::uint32_t const hash = lib::core::HashOf(key);
         return FindInChain(m_table->bins[hash % m_table->binCount], hash, key);
     }
 
@@ -306,8 +306,8 @@ private:
     Node *NewNode(K key, V &&value, std::uint32_t hash) {
         Table &table = *m_table;
         if (table.freeHead == nullptr)
-            AddNodeBlock(table.newestBlock, table.freeHead, table.nodesPerBlock,
-                         [&](std::size_t bytes) { return table.memory.Take(bytes); });
+            lib::core::AddNodeBlock(table.newestBlock, table.freeHead, table.nodesPerBlock,
+                                    [&](std::size_t bytes) { return table.memory.Take(bytes); });
         Node *const node = table.freeHead;
         ::new (static_cast<void *>(std::addressof(node->entry))) Entry{key, std::move(value)};
         table.freeHead = node->next;
@@ -325,7 +325,7 @@ private:
         table.freeHead = node;
         --table.count;
         if (table.count < table.lowThreshold && table.lockCount == 0)
-            Rehash(PickBinCount(table.count, table.optimalLoad));
+            Rehash(lib::core::PickBinCount(table.count, table.optimalLoad));
         if (table.count == 0)
             FreeBlocks();
     }
@@ -367,7 +367,7 @@ private:
         table.binCount = binCount;
         table.highThreshold = static_cast<std::uint64_t>(static_cast<float>(binCount) * table.highFactor);
         auto const low = static_cast<std::uint64_t>(static_cast<float>(binCount) * table.lowFactor);
-        table.lowThreshold = low < kSmallestBinCount ? 0 : low;
+        table.lowThreshold = low < lib::core::kSmallestBinCount ? 0 : low;
     }
 
     void CopyNodes(Table const &source) {

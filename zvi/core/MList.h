@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zvi/core/NodeBlock.h"
+#include "zvi/core/internal/NodeBlock.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -127,7 +127,7 @@ public:
     /// Appends `value` and gives its node.
     Node *AddTail(T value) {
         if (m_freeHead == nullptr)
-            AddNodeBlock(m_newestBlock, m_freeHead, m_nodesPerBlock, std::malloc);
+            lib::core::AddNodeBlock(m_newestBlock, m_freeHead, m_nodesPerBlock, std::malloc);
         Node *const node = m_freeHead;
         Node *const nextFree = node->next;
         std::construct_at(std::addressof(node->element), std::move(value));
@@ -157,7 +157,7 @@ private:
     Node *m_head = nullptr;
     Node *m_tail = nullptr;
     std::uint64_t m_count = 0;
-    NodeBlock *m_newestBlock = nullptr;
+    lib::core::NodeBlock *m_newestBlock = nullptr;
     Node *m_freeHead = nullptr;
     std::uint64_t m_nodesPerBlock;
 };

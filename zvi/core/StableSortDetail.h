@@ -9,7 +9,7 @@
 #include <memory>
 #include <utility>
 
-namespace zvi::lib {
+namespace zvi::lib::core {
 
 /// Runs of this many records are sorted by insertion before they are merged.
 inline constexpr std::size_t kInsertionRun = 16;
@@ -211,4 +211,4 @@ void StableSort(Record *records, std::size_t count) {
     MergeSort(records, scratch.get(), count, isLess);
 }
 
-} // namespace zvi::lib
+} // namespace zvi::lib::core

@@ -141,7 +141,7 @@ int MQuadTree::CheckDuplicatedItem() const {
         return 1;
     auto const binCount = static_cast<unsigned int>(m_root->GetPool().GetCount()) + 1;
     MHashMap<MQuadObj *, int> met;
-    met.InitHashTable(binCount == 0 ? kSmallestBinCount : binCount, true);
+    met.InitHashTable(binCount == 0 ? core::kSmallestBinCount : binCount, true);
     std::vector<MQuadNode const *> pending{m_root};
     while (!pending.empty()) {
         MQuadNode const *const node = pending.back();

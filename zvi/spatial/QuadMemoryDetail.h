@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zvi/core/GrowingMemory.h"
+#include "zvi/core/internal/GrowingMemory.h"
 #include "zvi/spatial/MQuadNode.h"
 #include "zvi/spatial/QuadFamilyDetail.h"
 
@@ -44,7 +44,7 @@ private:
         Free *next;
     };
 
-    static void *Take(GrowingMemory &memory, Free *&free, std::size_t bytes) {
+    static void *Take(core::GrowingMemory &memory, Free *&free, std::size_t bytes) {
         if (free) {
             Free *const taken = free;
             free = taken->next;
@@ -58,8 +58,8 @@ private:
 
     static void GiveBack(void *piece, Free *&free) { free = ::new (piece) Free{free}; }
 
-    GrowingMemory m_objectMemory{kCacheLine};
-    GrowingMemory m_treeMemory{kCacheLine};
+    core::GrowingMemory m_objectMemory{kCacheLine};
+    core::GrowingMemory m_treeMemory{kCacheLine};
     Free *m_freeObjects = nullptr;
     Free *m_freeFamilies = nullptr;
     /// By the power of two that the capacity is.

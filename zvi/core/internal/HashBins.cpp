@@ -1,14 +1,14 @@
-#include "zvi/core/HashBins.h"
+#include "zvi/core/internal/HashBins.h"
 
-#include "zvi/core/HashBinCount.h"
 #include "zvi/core/MStatusError.h"
+#include "zvi/core/internal/HashBinCount.h"
 #include "zvi/host/LargeMemory.h"
 
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
 
-namespace zvi {
+namespace zvi::lib::core {
 
 namespace {
 
@@ -43,4 +43,4 @@ void ReleaseBins(void *bins, std::uint32_t binCount) noexcept {
         std::free(bins);
 }
 
-} // namespace zvi
+} // namespace zvi::lib::core

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <type_traits>
 
-namespace zvi {
+namespace zvi::lib::core {
 
 /// Keys of `MHashMap`: whole numbers, enumerations and pointers.
 template <typename K>
@@ -31,4 +31,4 @@ ZVI_API void *AllocateBins(std::uint32_t binCount);
 /// Gives back the memory of `binCount` heads; nothing for null.
 ZVI_API void ReleaseBins(void *bins, std::uint32_t binCount) noexcept;
 
-} // namespace zvi
+} // namespace zvi::lib::core

@@ -1,4 +1,4 @@
-#include "zvi/core/GrowingMemory.h"
+#include "zvi/core/internal/GrowingMemory.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-using zvi::GrowingMemory;
+using zvi::lib::core::GrowingMemory;
 
 /// Pieces of many sizes, up to several large blocks in all.
 TEST(GrowingMemory, PiecesAreAlignedAndDoNotOverlap) {

@@ -1,9 +1,9 @@
-#include "zvi/core/HashBinCount.h"
+#include "zvi/core/internal/HashBinCount.h"
 
 #include <algorithm>
 #include <iterator>
 
-namespace zvi {
+namespace zvi::lib::core {
 
 namespace {
 
@@ -34,4 +34,4 @@ std::uint32_t PickBinCount(std::uint64_t count, float optimalLoad) {
     return found == kEndOfTable ? wish : found;
 }
 
-} // namespace zvi
+} // namespace zvi::lib::core

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-namespace zvi {
+namespace zvi::lib::core {
 
 /// Bins of a table that holds nothing yet.
 inline constexpr std::uint32_t kSmallestBinCount = 17;
@@ -17,4 +17,4 @@ inline constexpr std::uint32_t kBinCountLimit = 0x20000000U;
 /// answered as it is, at most 0xFFFFFFFF.
 ZVI_API std::uint32_t PickBinCount(std::uint64_t count, float optimalLoad);
 
-} // namespace zvi
+} // namespace zvi::lib::core

@@ -4,7 +4,7 @@
 
 #include <cstddef>
 
-namespace zvi {
+namespace zvi::lib::core {
 
 /// Memory for many small pieces that are given back all at once. It comes from blocks, each as large as all before it
 /// together up to 32 MiB, so that what is taken first costs no more than itself, and much of it few allocations; blocks
@@ -43,4 +43,4 @@ private:
     std::size_t m_alignment;
 };
 
-} // namespace zvi
+} // namespace zvi::lib::core

@@ -7,7 +7,7 @@
 #include <limits>
 #include <new>
 
-namespace zvi {
+namespace zvi::lib::core {
 
 /// Header of a block of nodes; the nodes follow it. `MList` and `MHashMap` take their nodes from such blocks.
 struct alignas(16) NodeBlock {
@@ -36,4 +36,4 @@ void AddNodeBlock(NodeBlock *&newest, Node *&freeHead, std::uint64_t nodesPerBlo
     }
 }
 
-} // namespace zvi
+} // namespace zvi::lib::core

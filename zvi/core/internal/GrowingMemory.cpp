@@ -1,4 +1,4 @@
-#include "zvi/core/GrowingMemory.h"
+#include "zvi/core/internal/GrowingMemory.h"
 
 #include "zvi/host/LargeMemory.h"
 
@@ -6,7 +6,7 @@
 #include <limits>
 #include <new>
 
-namespace zvi {
+namespace zvi::lib::core {
 
 namespace {
 
@@ -61,4 +61,4 @@ void GrowingMemory::ReleaseAll() noexcept {
     m_total = 0;
 }
 
-} // namespace zvi
+} // namespace zvi::lib::core
