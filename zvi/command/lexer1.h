@@ -17,6 +17,7 @@ public:
     /// Size of the input store in bytes, the closing zero included.
     static constexpr int kBufferBytes = 2048;
 
+    /// The input is empty until `Load`.
     explicit lexer1(SymbolTable &symbols) : m_symbols(symbols) { m_text[0] = '\0'; }
 
     /// Takes a text with one blank appended. False, with an empty input, when that exceeds the input store.

@@ -18,17 +18,23 @@
 /// Positions count code units from 0; -1 says "not found".
 class ZVI_API CString {
 public:
+    /// An empty text.
     CString() = default;
+    /// The elements of `text` up to its closing zero.
     CString(wchar_t const *text);
     /// The first `length` elements of `text`, zeros included; empty for a length below 1.
     CString(wchar_t const *text, int length);
     /// `count` times the character; empty for a count below 1.
     explicit CString(wchar_t character, int count = 1);
+    /// All elements of `text`, zeros included.
     explicit CString(std::wstring_view text);
 
+    /// As construction from `text`, which may point into this text.
     CString &operator=(wchar_t const *text);
 
+    /// Number of code units.
     int GetLength() const { return static_cast<int>(m_text.size()); }
+    /// Whether there is no unit.
     bool IsEmpty() const { return m_text.empty(); }
     /// Makes the text empty.
     void Empty() { m_text.clear(); }
@@ -46,10 +52,12 @@ public:
     wchar_t const *GetString() const { return m_text.c_str(); }
     operator wchar_t const *() const { return m_text.c_str(); }
 
+    /// Appends a text or a character.
     CString &operator+=(CString const &text);
     CString &operator+=(wchar_t const *text);
     CString &operator+=(wchar_t character);
 
+    /// The one behind the other.
     friend CString operator+(CString left, CString const &right) {
         left += right;
         return left;
@@ -79,6 +87,7 @@ public:
     /// As `Compare`, on the lower-case forms.
     int CompareNoCase(CString const &other) const;
 
+    /// The six comparisons, as `Compare`.
     friend bool operator==(CString const &left, CString const &right) { return left.m_text == right.m_text; }
     friend bool operator==(CString const &left, wchar_t const *right) { return left.Compare(right) == 0; }
     friend std::strong_ordering operator<=>(CString const &left, CString const &right) {
@@ -118,7 +127,8 @@ public:
     /// Takes every occurrence of the character out and gives their number.
     int Remove(wchar_t character);
 
-    /// Turns letters (Latin, Greek, Cyrillic) to one case, one unit for one unit and the same in every locale.
+    /// Turns letters (Latin, Greek, Cyrillic) to one case, one unit for one unit and the same in every locale. A letter
+    /// without such a form stays, as the sharp s does.
     CString &MakeUpper();
     CString &MakeLower();
 

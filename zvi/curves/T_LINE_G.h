@@ -149,7 +149,7 @@ struct ZVI_API T_LINE_G {
     /// Turns the arc over to the other side of its chord. A full circle has none and becomes a line of length 0.
     void MirrorCurv();
     /// Multiplies by, divides by, or multiplies by the former length factor of the unit system: x and y of `Pos1`,
-    /// `Pos2` and `Center`, and `Radius`. The z coordinates deliberately stay.
+    /// `Pos2` and `Center`, and `Radius`. The z coordinates deliberately stay. Null changes nothing.
     void ConvertUnitIn(zvi_interface::IUnitCtrl *unitCtrl);
     /// Divides the same values by the current length factor.
     void ConvertUnitOut(zvi_interface::IUnitCtrl *unitCtrl);

@@ -151,6 +151,8 @@ void MQuadNode::InitClassMembers() {
 }
 
 int MQuadNode::Insert(MQuadObj *object) {
+    if (!object)
+        return -1;
     MQuadMBR2D const mbr = object->CurrentRectangle();
     if (!IsFinite(mbr))
         return -1;
@@ -170,12 +172,14 @@ int MQuadNode::Insert(MQuadObj *object) {
 }
 
 int MQuadNode::Insert(MQuadObj *object, MQuadMBR2D const &mbr) {
+    if (!object)
+        return -1;
     Descend(object, mbr, StartWatchingAt(*this, object, mbr));
     return 0;
 }
 
 int MQuadNode::InsertWithMBR(MQuadObj *object, MQuadMBR2D const &mbr) {
-    if (!IsFinite(mbr) || !GrowToContain(mbr))
+    if (!object || !IsFinite(mbr) || !GrowToContain(mbr))
         return -1;
     Descend(object, mbr, StartWatchingAt(*this, object, mbr));
     return 0;
@@ -372,6 +376,8 @@ spatial::QuadFamily *MQuadNode::Family() const {
 }
 
 void MQuadNode::Distribute() {
+    if (IsLeaf())
+        return;
     std::uint32_t const count = m_pool.m_count;
     MQuadObj **const objects = m_pool.Objects();
     spatial::QuadCode *const codes = m_pool.m_codes;
@@ -493,11 +499,11 @@ int MQuadNode::GetChildNodeIndexContainingPoint(MQuadPoint2D const &point) const
 }
 
 int MQuadNode::Delete(MQuadObj *object) {
-    return Delete(object, object->CurrentRectangle(), 0);
+    return object ? Delete(object, object->CurrentRectangle(), 0) : -1;
 }
 
 int MQuadNode::Delete(MQuadObj *object, MQuadMBR2D const &mbr, int anywhere) {
-    if (anywhere == 0 && mbr.IsContained4QT(m_region) == 0)
+    if (!object || (anywhere == 0 && mbr.IsContained4QT(m_region) == 0))
         return -1;
     // A watched object is in one place, which its rectangle tells, so the search of the other children is spared.
     if (object->m_home == this) {

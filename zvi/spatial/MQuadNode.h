@@ -47,14 +47,16 @@ public:
 
     /// Entry at the root: makes the region of a fresh root from the object's rectangle, lets the region grow until it
     /// contains the rectangle, and puts the object into the deepest node that contains it. 0; -1 without a change of
-    /// the pools when the rectangle is not finite or the region cannot grow to it.
+    /// the pools for null, and when the rectangle is not finite or the region cannot grow to it.
     int Insert(MQuadObj *object);
-    /// Puts an object whose rectangle lies in this region into the subtree. 0.
+    /// Puts an object whose rectangle lies in this region into the subtree: 0, or -1 for null.
     int Insert(MQuadObj *object, MQuadMBR2D const &mbr);
-    /// Lets the region grow until it contains the rectangle, then inserts. 0, or -1 when it cannot grow so far.
+    /// Lets the region grow until it contains the rectangle, then inserts. 0, or -1 for null and when it cannot grow so
+    /// far.
     int InsertWithMBR(MQuadObj *object, MQuadMBR2D const &mbr);
 
-    /// Takes the object out of the subtree: 0, or -1 when its rectangle does not lie in the region or it is not found.
+    /// Takes the object out of the subtree: 0, or -1 when its rectangle does not lie in the region or it is not found,
+    /// which null never is.
     /// An object whose rectangle has changed is found by a search of all nodes.
     int Delete(MQuadObj *object);
     /// The same with the object's rectangle; a non-zero `anywhere` skips the test against this region.
@@ -71,12 +73,12 @@ public:
 
     /// The four quadrants of the region, in the order of the children.
     void GetSplitRegion(MQuadMBR2D *const regions) const;
-    /// Moves each object of this pool, from last to first, into the first child that contains it.
+    /// Moves each object of this pool, from last to first, into the first child that contains it; nothing in a leaf.
     void Distribute();
     /// Removes four empty leaf children and goes on at the parent: 0, or -1 when there is nothing to remove.
     int Merge();
 
-    /// Draws the regions of the leaves with a hollow brush, coordinates cut to whole numbers.
+    /// Draws the regions of the leaves with a hollow brush, coordinates cut to whole numbers; nothing for null.
     void Draw(CDC *dc);
 
     /// The settings of the tree.

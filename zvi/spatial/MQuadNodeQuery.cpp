@@ -193,6 +193,8 @@ MQuadNode *MQuadNode::FindNodeContainingPoint(MQuadPoint2D const &point) {
 }
 
 void MQuadNode::Draw(CDC *dc) {
+    if (!dc)
+        return;
     if (!IsLeaf()) {
         for (MQuadNode *child : m_children)
             child->Draw(dc);

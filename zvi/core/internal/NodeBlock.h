@@ -25,7 +25,7 @@ void AddNodeBlock(NodeBlock *&newest, Node *&freeHead, std::uint64_t nodesPerBlo
     if (nodesPerBlock > (kLargestBlock - sizeof(NodeBlock)) / sizeof(Node))
         RaiseStatus(kStatusOutOfMemory);
     void *const memory = allocate(sizeof(NodeBlock) + nodesPerBlock * sizeof(Node));
-    if (memory == nullptr)
+    if (!memory)
         RaiseStatus(kStatusOutOfMemory);
     newest = ::new (memory) NodeBlock{newest};
     Node *const nodes = reinterpret_cast<Node *>(newest + 1);
@@ -34,6 +34,17 @@ void AddNodeBlock(NodeBlock *&newest, Node *&freeHead, std::uint64_t nodesPerBlo
         node->next = freeHead;
         freeHead = node;
     }
+}
+
+/// Whether the nodes in use and the free ones are together all nodes of the blocks.
+template <typename Node>
+bool AreNodesComplete(NodeBlock const *newest, Node const *freeHead, std::uint64_t nodesPerBlock, std::uint64_t used) {
+    std::uint64_t all = 0;
+    for (; newest; newest = newest->previous)
+        all += nodesPerBlock;
+    for (; freeHead && used <= all; freeHead = freeHead->next)
+        ++used;
+    return used == all;
 }
 
 } // namespace zvi::lib::core
