@@ -37,7 +37,8 @@ void VMCommand::AddString(std::string_view text) {
     auto copy = std::make_unique_for_overwrite<char[]>(text.size() + 1);
     text.copy(copy.get(), text.size());
     copy[text.size()] = '\0';
-    Append(kArgString).text = copy.release();
+    VMArguement &argument = Append(kArgString);
+    argument.text = copy.release();
 }
 
 void VMCommand::AddPosition(double x, double y, double z) {

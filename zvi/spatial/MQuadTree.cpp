@@ -22,10 +22,15 @@ MHashMap<unsigned int, MQuadObj *> *NewKeyMap() {
 
 } // namespace
 
-MQuadTree::MQuadTree() : m_objects(NewKeyMap()), m_memory(new spatial::QuadMemory) {}
+MQuadTree::MQuadTree() : MQuadTree(MQuadNodeInfo()) {}
 
-MQuadTree::MQuadTree(double width, double height, int capacity)
-    : m_info{width, height, capacity}, m_objects(NewKeyMap()), m_memory(new spatial::QuadMemory) {}
+MQuadTree::MQuadTree(double width, double height, int capacity) : MQuadTree(MQuadNodeInfo{width, height, capacity}) {}
+
+MQuadTree::MQuadTree(MQuadNodeInfo const &info) : m_info(info), m_objects(nullptr), m_memory(nullptr) {
+    auto memory = std::make_unique<QuadMemory>();
+    m_objects = NewKeyMap();
+    m_memory = memory.release();
+}
 
 MQuadTree::~MQuadTree() {
     Clear();

@@ -91,6 +91,8 @@ public:
 private:
     friend class MQuadNode;
 
+    explicit MQuadTree(MQuadNodeInfo const &info);
+
     int InsertOwned(unsigned int key, int type, MQuadMBR2D const &mbr);
     int CheckDuplicatedItem() const;
 
