@@ -27,7 +27,7 @@ MQuadTree::MQuadTree() : MQuadTree(MQuadNodeInfo()) {}
 MQuadTree::MQuadTree(double width, double height, int capacity) : MQuadTree(MQuadNodeInfo{width, height, capacity}) {}
 
 MQuadTree::MQuadTree(MQuadNodeInfo const &info) : m_info(info), m_objects(nullptr), m_memory(nullptr) {
-    auto memory = std::make_unique<QuadMemory>();
+    auto memory = std::make_unique<spatial::QuadMemory>();
     m_objects = NewKeyMap();
     m_memory = memory.release();
 }
