@@ -7,6 +7,8 @@
 #include <climits>
 #include <unordered_set>
 
+namespace zvi::lib::test {
+
 TEST(CString, HoldsUtf16Units) {
     CString const face(L"x\U0001F600y");
     EXPECT_EQ(face.GetLength(), 4);
@@ -161,5 +163,7 @@ TEST(WideToInt, StopsAtTheFirstOtherCharacter) {
                       {L"-2147483648", INT_MIN},
                       {L"-99999999999999999999999", INT_MIN}};
     for (auto const &row : rows)
-        EXPECT_EQ(zvi::lib::WideToInt(row.text), row.number) << testing::PrintToString(row.text);
+        EXPECT_EQ(WideToInt(row.text), row.number) << testing::PrintToString(row.text);
 }
+
+} // namespace zvi::lib::test

@@ -10,7 +10,7 @@
 #include <random>
 #include <vector>
 
-using zvi::lib::MQSort;
+namespace zvi::lib::test {
 
 namespace {
 
@@ -274,3 +274,5 @@ TEST(MQSort, OrdersStringsByUnit) {
     EXPECT_EQ(index, StableOrder<unsigned int>(names));
     MQSort::QSortStringWithIndex(nullptr, nullptr, 0);
 }
+
+} // namespace zvi::lib::test

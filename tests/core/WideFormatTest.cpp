@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-using zvi::lib::FormatWide;
+namespace zvi::lib::test {
 
 TEST(WideFormat, WritesTexts) {
     wchar_t const *const nullWide = nullptr;
@@ -64,7 +64,7 @@ TEST(WideFormat, KnowsTheSizesOfWholeNumbers) {
 }
 
 TEST(WideFormat, CannotBeMadeToOverflow) {
-    std::size_t const most = zvi::lib::kLargestFieldWidth;
+    std::size_t const most = kLargestFieldWidth;
     EXPECT_EQ(FormatWide(L"%99999999999999999999d", 1).size(), most);
     EXPECT_EQ(FormatWide(L"%*d", INT_MIN, 1).size(), most);
     EXPECT_EQ(FormatWide(L"%.2147483647d", 1).size(), most);
@@ -125,3 +125,5 @@ TEST(WideFormat, IgnoresTheProcessLocale) {
     }
     std::setlocale(LC_ALL, before.c_str());
 }
+
+} // namespace zvi::lib::test

@@ -441,6 +441,7 @@ TEST(T_LINE_G, LocalAxesAndBreadth) {
 TEST(T_LINE_G, UnitsScaleThePlanAloneAndAreAskedAnewForEachValue) {
     T_LINE_G arc = Helix({1, 1, 3}, 1, 0, 90, 1, 4, 8);
     CountingUnits in, out, former;
+    arc.ConvertUnitIn(nullptr);
     arc.ConvertUnitIn(&in);
     ExpectNear(arc.Pos1, {2 * 2, 1 * 3, 4});
     ExpectNear(arc.Pos2, {1 * 4, 2 * 5, 8});

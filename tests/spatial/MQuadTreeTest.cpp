@@ -310,6 +310,19 @@ TEST(MQuadTree, BadNumbersAreRefusedAndHugeOnesEnd) {
     EXPECT_EQ(Hits(tree, {nan, nan, nan, nan}), Keys{5});
 }
 
+TEST(MQuadNode, AnswersNullAndDistributesNothingFromALeaf) {
+    MQuadNode node;
+    EXPECT_EQ(node.Insert(nullptr), -1);
+    EXPECT_EQ(node.Insert(nullptr, Point(1, 1)), -1);
+    EXPECT_EQ(node.InsertWithMBR(nullptr, Point(1, 1)), -1);
+    EXPECT_EQ(node.Delete(nullptr), -1);
+    node.Draw(nullptr);
+    MQuadObj object = ObjectAt(1, 1);
+    EXPECT_EQ(node.Insert(&object), 0);
+    node.Distribute();
+    EXPECT_EQ(node.GetPool().GetCount(), 1);
+}
+
 TEST(MQuadTree, RegionsWithoutAMeasureHideNothingAndAddNothing) {
     // A point takes no room here, so that the second rectangle makes the region anew.
     MQuadTree flat(0, 0, 128);

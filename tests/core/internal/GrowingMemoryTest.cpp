@@ -11,7 +11,9 @@
 #include <utility>
 #include <vector>
 
-using zvi::lib::core::GrowingMemory;
+namespace zvi::lib::test {
+
+using core::GrowingMemory;
 
 /// Pieces of many sizes, up to several large blocks in all.
 TEST(GrowingMemory, PiecesAreAlignedAndDoNotOverlap) {
@@ -46,3 +48,5 @@ TEST(GrowingMemory, RefusesWhatCannotBeHadAndGoesOn) {
     ASSERT_NE(after, nullptr);
     EXPECT_NE(before, after);
 }
+
+} // namespace zvi::lib::test
