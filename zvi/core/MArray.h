@@ -40,6 +40,7 @@ public:
         m_last = Block::FillTo(count, m_first);
     }
 
+    /// Copies the values; the capacity is exactly their number.
     MArray(std::initializer_list<T> values) : MArray() { CopyIn(values.begin(), values.size()); }
 
     /// Copies the elements; the capacity is exactly the size of `other`.
@@ -50,6 +51,7 @@ public:
         : m_first(std::exchange(other.m_first, nullptr)), m_last(std::exchange(other.m_last, nullptr)),
           m_limit(std::exchange(other.m_limit, nullptr)) {}
 
+    /// Destroys the elements and frees the block.
     ~MArray() { Release(); }
 
     /// Copies the elements into the present block when they fit its capacity; otherwise takes a block of exactly the
@@ -60,6 +62,7 @@ public:
         return *this;
     }
 
+    /// The same for a list of values.
     MArray &operator=(std::initializer_list<T> values) {
         AssignFrom(values.begin(), values.size());
         return *this;
@@ -85,6 +88,7 @@ public:
     std::size_t Size() const { return static_cast<std::size_t>(m_last - m_first); }
     /// Number of elements for which the block has room.
     std::size_t Capacity() const { return static_cast<std::size_t>(m_limit - m_first); }
+    /// Whether there is no element.
     bool Empty() const { return m_first == m_last; }
 
     /// The first element; null for an array that never allocated.
@@ -182,6 +186,7 @@ public:
     /// The largest count that fits the address space: the greatest whole number not above (2^64 - 1) / sizeof(T).
     static constexpr std::size_t MaxCount() { return std::numeric_limits<std::size_t>::max() / sizeof(T); }
 
+    /// Whether the elements are equal, one by one.
     friend bool operator==(MArray const &left, MArray const &right) requires requires(T const &a, T const &b) {
         a == b;
     }

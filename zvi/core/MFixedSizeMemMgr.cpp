@@ -44,7 +44,8 @@ MFixedSizeMemMgr::~MFixedSizeMemMgr() {
 }
 
 void MFixedSizeMemMgr::MakeNewChunk() {
-    auto const bytes = static_cast<std::size_t>(std::max<std::int64_t>(m_chunkSize, std::int64_t{kLinkSize} + m_itemSize));
+    auto const bytes =
+        static_cast<std::size_t>(std::max<std::int64_t>(m_chunkSize, std::int64_t{kLinkSize} + m_itemSize));
     auto *const chunk = static_cast<std::byte *>(::operator new(bytes));
     StoreLink(chunk, m_chunkHead);
     m_chunkHead = chunk;

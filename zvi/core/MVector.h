@@ -52,13 +52,14 @@ public:
     constexpr T *end() { return m_values + N; }
     constexpr T const *end() const { return m_values + N; }
 
-    /// Adds and subtracts, element by element.
+    /// Adds element by element.
     constexpr MVector &operator+=(MVector const &other) {
         for (std::size_t i = 0; i < N; ++i)
             m_values[i] = static_cast<T>(m_values[i] + other.m_values[i]);
         return *this;
     }
 
+    /// Subtracts element by element.
     constexpr MVector &operator-=(MVector const &other) {
         for (std::size_t i = 0; i < N; ++i)
             m_values[i] = static_cast<T>(m_values[i] - other.m_values[i]);
@@ -79,7 +80,7 @@ public:
         return *this;
     }
 
-    /// Sum, difference, and product and quotient with a number, as the assignments above give them.
+    /// The sum; the others are the difference, and product and quotient with a number.
     friend constexpr MVector operator+(MVector left, MVector const &right) { return left += right; }
     friend constexpr MVector operator-(MVector left, MVector const &right) { return left -= right; }
     friend constexpr MVector operator*(MVector vector, T factor) { return vector *= factor; }

@@ -20,10 +20,9 @@ inline constexpr std::size_t kSmallestDigitSort = 128;
 /// Whether no record is less than the one before it.
 template <typename Record, typename IsLess>
 bool IsInOrder(Record const *records, std::size_t count, IsLess isLess) {
-    for (std::size_t i = 1; i < count; ++i) {
+    for (std::size_t i = 1; i < count; ++i)
         if (isLess(records[i], records[i - 1]))
             return false;
-    }
     return true;
 }
 

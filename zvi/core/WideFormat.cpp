@@ -116,10 +116,9 @@ constexpr SizeName kSizeNames[] = {
 };
 
 bool StartsWith(wchar_t const *text, std::wstring_view name) {
-    for (wchar_t const expected : name) {
+    for (wchar_t const expected : name)
         if (*text++ != expected)
             return false;
-    }
     return true;
 }
 
@@ -184,10 +183,9 @@ std::string SignOf(Directive const &directive, bool negative) {
 }
 
 void MakeUpperCase(std::string &text) {
-    for (char &character : text) {
+    for (char &character : text)
         if (character >= 'a' && character <= 'z')
             character = static_cast<char>(character - 'a' + 'A');
-    }
 }
 
 // ---- whole numbers ----
@@ -420,10 +418,10 @@ void AppendString(std::wstring &out, Directive const &directive, Arguments &argu
                                                                   : static_cast<std::size_t>(directive.precision);
     if (TakesWide(directive)) {
         wchar_t const *const text = va_arg(arguments.list, wchar_t const *);
-        AppendPadded(out, directive, WideText(text == nullptr ? L"(null)" : text, limit));
+        AppendPadded(out, directive, WideText(text ? text : L"(null)", limit));
     } else {
         char const *const text = va_arg(arguments.list, char const *);
-        AppendPadded(out, directive, NarrowText(text == nullptr ? "(null)" : text, limit));
+        AppendPadded(out, directive, NarrowText(text ? text : "(null)", limit));
     }
 }
 
@@ -476,7 +474,7 @@ std::wstring FormatWide(wchar_t const *format, ...) {
 
 std::wstring FormatWideV(wchar_t const *format, std::va_list arguments) {
     std::wstring out;
-    if (format == nullptr)
+    if (!format)
         return out;
     Arguments reader;
     va_copy(reader.list, arguments);

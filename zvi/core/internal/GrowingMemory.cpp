@@ -39,7 +39,7 @@ bool GrowingMemory::AddBlock(std::size_t bytes) noexcept {
     if (IsLarge(size))
         size = (size + host::kLargePage - 1) / host::kLargePage * host::kLargePage;
     void *const memory = Allocate(size, m_alignment);
-    if (memory == nullptr)
+    if (!memory)
         return false;
     m_newest = ::new (memory) Block{m_newest, size};
     m_next = static_cast<std::byte *>(memory) + headerSize;
@@ -49,7 +49,7 @@ bool GrowingMemory::AddBlock(std::size_t bytes) noexcept {
 }
 
 void GrowingMemory::ReleaseAll() noexcept {
-    while (m_newest != nullptr) {
+    while (m_newest) {
         Block *const block = m_newest;
         m_newest = block->previous;
         if (IsLarge(block->bytes))

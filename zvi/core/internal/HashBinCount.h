@@ -15,8 +15,10 @@ inline constexpr std::uint32_t kBinCountLimit = 0x20000000U;
 /// Elements per bin that a rehash aims at.
 inline constexpr float kOptimalLoad = 0.75F;
 
-/// Elements per bin below which a table shrinks, and above which it grows.
+/// Elements per bin below which a table shrinks.
 inline constexpr float kLowFactor = 0.25F;
+
+/// Elements per bin above which a table grows.
 inline constexpr float kHighFactor = 2.25F;
 
 /// Nodes that a table takes from memory at a time.

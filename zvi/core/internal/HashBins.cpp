@@ -18,7 +18,7 @@ bool AreLarge(std::uint32_t binCount) {
 
 void *AllocateLargeBins(std::size_t bytes) {
     void *const bins = host::AllocateLarge(bytes);
-    return bins == nullptr ? nullptr : std::memset(bins, 0, bytes);
+    return bins ? std::memset(bins, 0, bytes) : nullptr;
 }
 
 } // namespace
@@ -31,7 +31,7 @@ void CheckBinCount(std::uint32_t binCount) {
 void *AllocateBins(std::uint32_t binCount) {
     void *const bins =
         AreLarge(binCount) ? AllocateLargeBins(binCount * sizeof(void *)) : std::calloc(binCount, sizeof(void *));
-    if (bins == nullptr)
+    if (!bins)
         RaiseStatus(kStatusOutOfMemory);
     return bins;
 }
