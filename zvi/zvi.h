@@ -56,7 +56,6 @@
 #include "zvi/drawing/MakeDrawingDomains.h"
 
 #include "zvi/host/CDC.h"
-#include "zvi/host/LargeMemory.h"
 #include "zvi/host/Messages.h"
 
 #include "zvi/interface/IUnitCtrl.h"

@@ -59,7 +59,7 @@ struct ArrayBlock {
     static T *CopyTo(T const *source, std::size_t count, T *unused) {
         if constexpr (kIsTrivial) {
             if (count != 0)
-                std::memcpy(static_cast<void *>(unused), source, count * sizeof(T));
+                std::memcpy(static_cast<void *>(unused), source, BytesOf(count));
             return unused + count;
         } else {
             return std::uninitialized_copy_n(source, count, unused);
@@ -70,7 +70,7 @@ struct ArrayBlock {
     static T *FillTo(std::size_t count, T *unused) {
         if constexpr (kIsTrivial) {
             if (count != 0)
-                std::memset(static_cast<void *>(unused), 0, count * sizeof(T));
+                std::memset(static_cast<void *>(unused), 0, BytesOf(count));
             return unused + count;
         } else {
             return std::uninitialized_value_construct_n(unused, count);

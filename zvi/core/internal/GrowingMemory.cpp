@@ -1,6 +1,6 @@
 #include "zvi/core/internal/GrowingMemory.h"
 
-#include "zvi/host/LargeMemory.h"
+#include "zvi/host/internal/LargeMemory.h"
 
 #include <algorithm>
 #include <limits>

@@ -2,7 +2,7 @@
 
 #include "zvi/core/MStatusError.h"
 #include "zvi/core/internal/HashBinCount.h"
-#include "zvi/host/LargeMemory.h"
+#include "zvi/host/internal/LargeMemory.h"
 
 #include <cstddef>
 #include <cstdlib>
