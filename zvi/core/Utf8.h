@@ -31,6 +31,7 @@ ZVI_API CString WideOf(std::string_view utf8);
 /// A text of the library, or a part of one, as UTF-8. Half of a surrogate pair becomes U+FFFD, and so does an element
 /// beyond U+10FFFF.
 ZVI_API std::string Utf8Of(std::wstring_view text);
+/// The same for the whole of a text.
 ZVI_API std::string Utf8Of(CString const &text);
 
 } // namespace zvi::lib
