@@ -13,6 +13,7 @@ install(EXPORT zviTargets NAMESPACE zvi:: DESTINATION ${package_dir})
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/zvi" DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
   FILES_MATCHING PATTERN "*.h"
   PATTERN "*Detail.h" EXCLUDE
+  PATTERN "zvi/base" EXCLUDE
   PATTERN "posix" EXCLUDE
   PATTERN "windows" EXCLUDE)
 install(FILES "${PROJECT_BINARY_DIR}/include/zvi/core/Version.h"

@@ -5,8 +5,7 @@
 #include <cstdio>
 #include <vector>
 
-int main()
-{
+int main() {
     using namespace zvi::lib;
     std::vector<DrawingCurve> const curves = {
         {.id = 1, .start = {0, 0}, .end = {4, 0}},

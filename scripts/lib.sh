@@ -11,6 +11,7 @@ zvi_packages=(
   libgtest-dev:/usr/include/gtest/gtest.h
   libcli11-dev:/usr/include/CLI/CLI.hpp
   nlohmann-json3-dev:/usr/include/nlohmann/json.hpp
+  libedit-dev:/usr/include/histedit.h
 )
 
 # need_tools [PACKAGE:FILE...]: installs the packages above, and those given, whose file is missing.

@@ -10,7 +10,7 @@
 #include <tuple>
 #include <vector>
 
-namespace zvi::test {
+namespace zvi::lib::test {
 
 template <class Number>
 void ReadCell(std::istream &words, Number &cell) {
@@ -41,4 +41,4 @@ auto Rows(std::string const &text) {
     return ReadRows<std::array<double, N>>(text);
 }
 
-} // namespace zvi::test
+} // namespace zvi::lib::test

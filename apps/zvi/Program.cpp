@@ -30,9 +30,8 @@ std::string HelpText() {
                        "\n"
                        "Verbs:\n";
     std::size_t widest = 0;
-    for (Verb const &verb : Verbs()) {
+    for (Verb const &verb : Verbs())
         widest = std::max(widest, std::string(verb.name).size());
-    }
     for (Verb const &verb : Verbs()) {
         std::string const name = verb.name;
         text += "  " + name + std::string(widest - name.size() + 2, ' ') + verb.summary + "\n";
@@ -50,9 +49,8 @@ std::string HelpText() {
     if (word.starts_with("-")) {
         known = {"--help", "--version"};
     } else {
-        for (Verb const &verb : Verbs()) {
+        for (Verb const &verb : Verbs())
             known.emplace_back(verb.name);
-        }
     }
     throw UsageError(std::string(word.starts_with("-") ? "unknown option '" : "unknown verb '") + word + "'; " +
                      DidYouMean(word, known, "'zvi -h' lists the verbs"));
@@ -64,16 +62,13 @@ int Dispatch(std::vector<std::string> const &arguments, Console &console) {
         return kExitBadUsage;
     }
     std::string const &word = arguments.front();
-    if (word == "-h" || word == "--help") {
+    if (word == "-h" || word == "--help")
         return WriteResult(console, HelpText());
-    }
-    if (word == "--version") {
+    if (word == "--version")
         return WriteResult(console, std::string("zvi ") + kVersion + "\n");
-    }
     for (Verb const &verb : Verbs()) {
-        if (word == verb.name) {
+        if (word == verb.name)
             return verb.run({arguments.begin() + 1, arguments.end()}, console);
-        }
     }
     RefuseWord(word);
 }
@@ -109,13 +104,10 @@ int RunProgram(std::vector<std::string> const &arguments, Console &console) {
     }
 }
 
-int RunProgram(int argc, char **argv) {
+int RunProgram(std::vector<std::string> const &arguments) {
+    OpenStandardStreams();
     InstallSignalHandlers();
     Console console{std::cin, std::cout, std::cerr, IsTerminal(0), IsTerminal(1), IsTerminal(2)};
-    std::vector<std::string> arguments;
-    for (int i = 1; i < argc; ++i) {
-        arguments.emplace_back(argv[i]);
-    }
     return RunProgram(arguments, console);
 }
 

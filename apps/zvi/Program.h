@@ -22,7 +22,8 @@ std::vector<Verb> const &Verbs();
 /// Runs the program on its arguments, its own name left out, and returns the exit status (ExitStatus.h).
 int RunProgram(std::vector<std::string> const &arguments, Console &console);
 
-/// As above, on the streams of the process, with its signals taken care of.
-int RunProgram(int argc, char **argv);
+/// As above, on the streams of the process, with its signals taken care of. Arguments are UTF-8 on a host that knows
+/// them as wide characters, and the bytes that were given on any other.
+int RunProgram(std::vector<std::string> const &arguments);
 
 } // namespace zvi::app

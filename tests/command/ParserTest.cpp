@@ -1,4 +1,5 @@
 #include "zvi/command/Parser.h"
+#include "zvi/command/NormalizeCommandText.h"
 
 #include <gtest/gtest.h>
 
@@ -272,33 +273,51 @@ TEST(Parser, ReadsBracketedTriples) {
     }
 }
 
-TEST(Parser, HandsEveryMessageToTheReportingOperation) {
-    struct MessageRow {
+TEST(Parser, TellsAFaultAsTextAndAsAValueWithItsPlace) {
+    using enum ParseFaultKind;
+    struct FaultRow {
         Entry entry;
         wchar_t const *text;
-        std::vector<std::wstring> heard;
-        int unexpected;
+        ParseFaultKind kind;
+        wchar_t const *culprit; ///< what the fault points at, in the normalised text
+        int stop = 0;
+        std::vector<std::wstring> heard = {L"Syntax Error"};
     };
-    std::wstring const end = L"Syntax Error";
-    MessageRow const rows[] = {
-        {kTwo, L"1,2,3", {L"extra arguement!", end}, 0},
-        {kPosition, L"1,2,3,4", {L"extra arguement!", end}, 0},
-        {kGridRel, L"2.5@1", {L"Syntax error : Iteration Number must be integer !", end}, 0},
-        {kGridRel, L"2@1@", {L"Syntax error : Iteration Define Error !", end}, 0},
-        {kNumber, L"asin(2)", {L"asin(x) , acos(x) ==> ( -1 <= x <= 1 )", end}, 0},
-        {kNumber, L"tan(90)+asin(2)", {L"Function error tan(90)", end}, 0},
-        {kNumber, L"1/0", {end}, 0},
-        {kNumber, L"1+*2", {end}, 1},
+    auto const said = [](wchar_t const *text) { return std::vector<std::wstring>{text, L"Syntax Error"}; };
+    FaultRow const rows[] = {
+        {kTwo, L"1,2,3", kExtraArgument, L"", 5, said(L"extra arguement!")},
+        {kPosition, L"1,2,3,4", kExtraArgument, L"", 7, said(L"extra arguement!")},
+        {kPosition, L"@1,2,3,4", kExtraCoordinate, L"", 8},
+        {kGridRel, L"2.5@1", kRepeatCount, L"", 5, said(L"Syntax error : Iteration Number must be integer !")},
+        {kGridRel, L"2@1@", kRepeatTwice, L"", 3, said(L"Syntax error : Iteration Define Error !")},
+        {kNumber, L"1+asin(2)", kInverseSine, L"ASIN(2)", 9, said(L"asin(x) , acos(x) ==> ( -1 <= x <= 1 )")},
+        {kNumber, L"tan(90)+asin(2)", kRightAngleTangent, L"TAN(90)", 7, said(L"Function error tan(90)")},
+        {kNumber, L"1/0", kZeroDivisor, L"0", 3},
+        {kNumber, L"8/4/(1-1)*2", kZeroDivisor, L"(1-1)", 9},
+        {kNumber, L"1+*2", kUnexpectedToken, L"*", 2},
+        {kNumber, L"(1+2", kUnexpectedToken, L"", 4},
+        {kNumber, L"2+foo3", kUnexpectedToken, L"FOO3", 2},
         // Operators before the stray token are computed first.
-        {kNumber, L"1/0&", {end}, 0},
-        {kPosition, L"1,NAME", {}, 0},
-        {kNumber, L"1+2", {}, 0},
+        {kNumber, L"1/0&", kZeroDivisor, L"0", 3},
+        {kInteger, L"3*2^0.5", kExponent, L"0.5", 7},
+        {kGridRel, L"1to2000000000", kTooManyArguments, L"", 23},
+        {kGridRel, L"1.5to3", kRangeEnds, L"", 16},
+        {kGridRel, L"3to1", kRangeStep, L"", 14},
+        {kGridEq, L"NAME", kNoNumber, L"", 4},
+        {kPosition, L"1,__AGR_ERROR__", kErrorWord, L"", 2},
+        {kPosition, L"1,NAME", kNoCoordinate, L"", 6, {}},
+        {kNumber, L"1+2", kNone, L"", 0, {}},
     };
-    for (MessageRow const &row : rows) {
+    for (FaultRow const &row : rows) {
         ListeningParser parser;
-        (parser.*row.entry)(row.text);
+        EXPECT_EQ((parser.*row.entry)(row.text), row.kind == kNone) << row.text;
         EXPECT_EQ(parser.heard, row.heard) << row.text;
-        EXPECT_EQ(parser.unexpected, row.unexpected) << row.text;
+        ParseFault const &fault = parser.GetFault();
+        EXPECT_EQ(fault.kind, row.kind) << row.text;
+        EXPECT_EQ(parser.unexpected, fault.kind == kUnexpectedToken) << row.text;
+        CString const line = NormalizeCommandText(row.text);
+        EXPECT_STREQ(line.Mid(fault.begin, fault.end - fault.begin).GetString(), row.culprit) << row.text;
+        EXPECT_EQ(fault.stop, row.stop) << row.text;
     }
 }
 
@@ -346,7 +365,12 @@ TEST(Parser, KnowsVariablesUntilItsLimit) {
         numbered += std::to_string(i);
         added += parser.AddDoubleVar(numbered.data(), i);
     }
-    EXPECT_EQ(added, 183);
+    EXPECT_EQ(added, SymbolTable::kMostVariables);
+    SymbolTable const &table = parser.GetSymbolTable();
+    EXPECT_EQ(table.GetSymbolCount(), SymbolTable::kMostSymbols);
+    EXPECT_STREQ(table.GetSymbol(0).name, "log");
+    EXPECT_STREQ(table.GetSymbol(17).name, "len");
+    EXPECT_EQ(table.GetReservedWord(table.GetReservedWordCount() - 1).text, "__ARG_TO__");
 }
 
 TEST(Parser, AnOverflowIsTakenForThatOfTheNextInteger) {
@@ -381,6 +405,7 @@ TEST(Parser, HostileTextFailsAtOnce) {
         EXPECT_EQ(parser.ParsingGridDefineRel(typed), 0) << text.size();
         CArray<int> list;
         EXPECT_EQ(parser.ParsingNodeList(typed, list), 0) << text.size();
+        EXPECT_NE(parser.GetFault().kind, ParseFaultKind::kNone) << text.size();
     }
     ListeningParser parser;
     EXPECT_EQ(parser.ParsingNumberArg(nested.c_str()), 1);
@@ -391,4 +416,5 @@ TEST(Parser, AcceptsTextUpToItsLimit) {
     ListeningParser parser;
     EXPECT_EQ(parser.ParsingNumberArg(std::wstring(2029, L'0').c_str()), 1);
     EXPECT_EQ(parser.ParsingNumberArg(std::wstring(2030, L'0').c_str()), 0);
+    EXPECT_EQ(parser.GetFault().kind, ParseFaultKind::kTooLong);
 }

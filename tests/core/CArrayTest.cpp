@@ -8,6 +8,8 @@
 #include <stdexcept>
 #include <vector>
 
+namespace zvi::lib::test {
+
 TEST(CArray, EditsLikeAVector) {
     CArray<int> array;
     EXPECT_EQ(array.Add(5), 0);
@@ -50,6 +52,10 @@ TEST(CStringArray, HoldsTexts) {
     EXPECT_EQ(copy.GetSize(), 22);
     EXPECT_EQ(copy[20], copy[0]);
     EXPECT_EQ(copy[21], L"second");
+    CStringArray same = copy;
+    same.InsertAt(0, L"nothing", 0);
+    same.RemoveAt(3, 0);
+    EXPECT_EQ(same, copy) << "no element is moved onto itself";
 }
 
 TEST(CMap, WalksInTheOrderOfArrival) {
@@ -77,6 +83,9 @@ TEST(CMap, WalksInTheOrderOfArrival) {
     copy = std::move(map);
     *copy.Lookup(L"c") = 4;
     EXPECT_EQ(walk(copy), (Pairs{{L"b", 20}, {L"c", 4}, {L"a", 5}}));
+    EXPECT_TRUE(copy.IsConsistent());
     copy.RemoveAll();
     EXPECT_TRUE(copy.IsEmpty());
 }
+
+} // namespace zvi::lib::test

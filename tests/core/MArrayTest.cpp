@@ -6,8 +6,7 @@
 #include <memory>
 #include <random>
 
-using zvi::MArray;
-using zvi::test::Rows;
+namespace zvi::lib::test {
 
 namespace {
 
@@ -22,7 +21,22 @@ struct Fragile {
         if (failsOnCopy)
             throw std::runtime_error("copy");
     }
-    Fragile &operator=(Fragile const &other) = default;
+    Fragile &operator=(Fragile const &other) {
+        if (other.failsOnCopy)
+            throw std::runtime_error("copy");
+        text = other.text;
+        return *this;
+    }
+};
+
+/// Can be copied but not moved, and owns others of its kind.
+struct Family {
+    std::string name;
+    MArray<Family> kids;
+
+    explicit Family(std::string value) : name(std::move(value)) {}
+    Family(Family const &) = default;
+    Family &operator=(Family const &) = default;
 };
 
 /// Cannot be made without a value.
@@ -128,6 +142,12 @@ TEST(MArray, AppendsItsOwnElements) {
     owners.PushBack(std::move(owners[0]));
     EXPECT_EQ(owners[0], nullptr);
     EXPECT_EQ(*owners[1], 5);
+
+    MArray<Family> families{Family(LongText(0))};
+    families[0].kids.PushBack(Family(LongText(1)));
+    for (int i = 0; i < 20; ++i)
+        families.PushBack(families[0].kids[0]);
+    EXPECT_EQ(families[20].name, LongText(1)) << "the owner of the value moves only when it has been read";
 }
 
 TEST(MArray, AssignmentReusesTheBlockWhenItFits) {
@@ -177,8 +197,18 @@ TEST(MArray, RaisesItsErrorsAndStaysAsItWas) {
     fragile[2].failsOnCopy = true;
     EXPECT_THROW(fragile.Reserve(100), std::runtime_error);
     EXPECT_THROW(MArray<Fragile> copy(fragile), std::runtime_error);
-    EXPECT_EQ(fragile.Size(), 4U);
-    EXPECT_EQ(fragile[3].text, LongText(3));
+    EXPECT_THROW(fragile.RemoveAt(0), std::runtime_error);
+    EXPECT_THROW(fragile.PushBack(fragile[2]), std::runtime_error);
+    MArray<Fragile> others(4);
+    EXPECT_THROW(others = fragile, std::runtime_error);
+    EXPECT_EQ(others[0].text, "");
+    ASSERT_EQ(fragile.Size(), 4U);
+    for (int i = 0; i < 4; ++i)
+        EXPECT_EQ(fragile[static_cast<std::size_t>(i)].text, LongText(i));
+    fragile.RemoveAt(2);
+    others = fragile;
+    EXPECT_EQ(others[2].text, LongText(3));
+    EXPECT_EQ(others.Capacity(), 4U);
     // An array that cannot be filled gives its block back, as the leak check of the address sanitizer tells.
     EXPECT_THROW(MArray<NeverEmpty> none(100), std::runtime_error);
 }
@@ -236,6 +266,7 @@ void CompareWithVector(unsigned int seed, MakeValue makeValue) {
             array.PushBack(oracle.back());
         }
         ASSERT_TRUE(std::equal(array.begin(), array.end(), oracle.begin(), oracle.end())) << step;
+        ASSERT_TRUE(array.IsConsistent()) << step;
     }
 }
 
@@ -247,3 +278,5 @@ TEST(MArray, AgreesWithAVectorUnderRandomOperations) {
         CompareWithVector<std::string>(seed, [](auto &random) { return LongText(static_cast<int>(random())); });
     }
 }
+
+} // namespace zvi::lib::test

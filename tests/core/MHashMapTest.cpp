@@ -2,21 +2,21 @@
 
 #include "zvi/core/GF_GetHashSizeByCount.h"
 
-#include <gtest/gtest.h>
+#include "tests/Rows.h"
 
 #include <random>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
-using zvi::MHashMap;
+namespace zvi::lib::test {
 
 namespace {
 
 std::uint32_t StatusOf(auto raise) {
     try {
         raise();
-    } catch (zvi::MStatusError const &error) {
+    } catch (MStatusError const &error) {
         return error.Status();
     }
     return 0;
@@ -73,13 +73,9 @@ TEST(MHashMap, WalksBinsUpwardsAndChainsFromTheNewest) {
 }
 
 TEST(MHashMap, RehashesWhenTheCountPassesAThreshold) {
-    struct Case {
-        int count;
-        std::uint32_t binCount;
-    };
     // 38 = 17 * 2.25; 39 / 0.75 = 52; 119 = 53 * 2.25; 120 / 0.75 = 160; 366 = 163 * 2.25; 367 / 0.75 = 489.
-    for (Case const &c : {Case{38, 17}, Case{39, 53}, Case{119, 53}, Case{120, 163}, Case{366, 163}, Case{367, 521}})
-        EXPECT_EQ(Numbered(c.count).GetBinCount(), c.binCount) << c.count;
+    for (auto const &[count, binCount] : Rows<int, std::uint32_t>("38 17; 39 53; 119 53; 120 163; 366 163; 367 521"))
+        EXPECT_EQ(Numbered(count).GetBinCount(), binCount) << count;
 
     // 521 bins shrink below 130 pairs: 129 / 0.75 = 172; 211 bins below 52: 51 / 0.75 = 68; 83 bins below 20.
     MHashMap<int, int> map = Numbered(367);
@@ -216,7 +212,7 @@ TEST(MHashMap, GrowsLargeAndSmallAgain) {
 }
 
 TEST(MHashMap, AgreesWithAStandardMapUnderRandomOperations) {
-    for (unsigned int seed = 1; seed <= 6; ++seed) {
+    for (unsigned int seed = 1; seed <= 5; ++seed) {
         SCOPED_TRACE(seed);
         std::mt19937 random(seed);
         MHashMap<int, std::string> map;
@@ -233,6 +229,7 @@ TEST(MHashMap, AgreesWithAStandardMapUnderRandomOperations) {
                 EXPECT_EQ(map.RemoveKey(key), oracle.erase(key) == 1);
             }
             ASSERT_EQ(map.GetCount(), oracle.size());
+            ASSERT_TRUE(map.IsConsistent()) << step;
             std::string const *const found = map.Lookup(key);
             ASSERT_EQ(found != nullptr, oracle.contains(key));
         }
@@ -248,40 +245,18 @@ TEST(MHashMap, AgreesWithAStandardMapUnderRandomOperations) {
 }
 
 TEST(HashBinCount, IsTheNextPrimeOfTheTable) {
-    struct Case {
-        std::uint64_t count;
-        std::uint32_t binCount;
-    };
-    Case const cases[] = {
-        {0, 17},
-        {12, 17},            // 16
-        {13, 17},            // 17.33 is cut to 17
-        {14, 23},            // 18.67
-        {39, 53},            // 52
-        {40, 53},            // 53.33
-        {41, 67},            // 54.67
-        {9987066, 13316089}, // 13316088
-        {9987067, 13316089}, // 13316089.33
-        {9987068, 13316091}, // beyond the table the wish itself, 13316090.67 rounded to a float
-        {4000000000, 0xFFFFFFFF},
-    };
-    for (Case const &c : cases)
-        EXPECT_EQ(zvi::PickBinCount(c.count, 0.75F), c.binCount) << c.count;
+    // At a load of 0.75: 12 wish for 16, 13 for 17.33, which is cut, 14 for 18.67, 39 for 52, 40 for 53.33, 41 for
+    // 54.67, 9987066 for 13316088. 9987068 wish for more than the table has, 13316090.67 rounded to a float.
+    for (auto const &[count, binCount] :
+         Rows<std::uint64_t, std::uint32_t>("0 17; 12 17; 13 17; 14 23; 39 53; 40 53; 41 67; 9987066 13316089;"
+                                            "9987067 13316089; 9987068 13316091; 4000000000 4294967295"))
+        EXPECT_EQ(core::PickBinCount(count, 0.75F), binCount) << count;
 }
 
 TEST(HashSizeByCount, StepsAtTheBoundOfEachBand) {
-    struct Case {
-        long count;
-        long size;
-    };
-    Case const cases[] = {{-5, 13},
-                          {9, 13},
-                          {10, 59},
-                          {99999, 110017},
-                          {100000, 330017},
-                          {999999, 1100009},
-                          {9999999, 11000027},
-                          {10000000, 20000003}};
-    for (Case const &c : cases)
-        EXPECT_EQ(zvi::GF_GetHashSizeByCount(c.count), c.size) << c.count;
+    for (auto const &[count, size] : Rows<long, long>("-5 13; 9 13; 10 59; 99999 110017; 100000 330017; 999999 1100009;"
+                                                      "9999999 11000027; 10000000 20000003"))
+        EXPECT_EQ(GF_GetHashSizeByCount(count), size) << count;
 }
+
+} // namespace zvi::lib::test

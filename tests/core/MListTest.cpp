@@ -9,8 +9,7 @@
 #include <type_traits>
 #include <vector>
 
-using zvi::MList;
-using zvi::MVector;
+namespace zvi::lib::test {
 
 namespace {
 
@@ -23,6 +22,7 @@ void ExpectElements(MList<std::string> const &list, Texts const &expected) {
         backward.push_back(node->element);
     EXPECT_EQ(backward, Texts(expected.rbegin(), expected.rend()));
     EXPECT_EQ(list.GetCount(), expected.size());
+    EXPECT_TRUE(list.IsConsistent());
 }
 
 } // namespace
@@ -66,7 +66,7 @@ TEST(MList, TellsThatABlockIsTooLarge) {
         try {
             list.AddTail(nullptr);
             FAIL() << nodesPerBlock;
-        } catch (zvi::MStatusError const &error) {
+        } catch (MStatusError const &error) {
             EXPECT_EQ(error.Status(), 0x8007000EU);
         }
         EXPECT_TRUE(list.Empty());
@@ -87,7 +87,7 @@ TEST(MVector, HasTheImageOfItsNumbers) {
 }
 
 TEST(MTArray, ViewsWhatOthersOwn) {
-    using View = zvi::MTArray<long>;
+    using View = MTArray<long>;
     long numbers[] = {3, 1, 2};
     View const view(numbers, 3);
     view[1] = 10;
@@ -96,3 +96,5 @@ TEST(MTArray, ViewsWhatOthersOwn) {
     EXPECT_EQ(View(numbers, -1).end(), numbers);
     EXPECT_EQ(sizeof(View), 16U);
 }
+
+} // namespace zvi::lib::test

@@ -1,18 +1,20 @@
 #include "zvi/core/CSimpleMemMgr.h"
 #include "zvi/core/MFixedSizeMemMgr.h"
 
-#include <gtest/gtest.h>
+#include "tests/Rows.h"
 
 #include <cstddef>
 #include <cstring>
 #include <set>
 #include <vector>
 
+namespace zvi::lib::test {
+
 namespace {
 
 /// How many items come one behind the other before the pool opens another chunk.
 int ItemsOfFirstChunk(int itemSize, long chunkSize) {
-    zvi::MFixedSizeMemMgr pool(itemSize, chunkSize);
+    MFixedSizeMemMgr pool(itemSize, chunkSize);
     auto *previous = static_cast<std::byte *>(pool.Alloc());
     for (int items = 1;; ++items) {
         auto *const next = static_cast<std::byte *>(pool.Alloc());
@@ -25,24 +27,15 @@ int ItemsOfFirstChunk(int itemSize, long chunkSize) {
 } // namespace
 
 TEST(MFixedSizeMemMgr, CutsChunksIntoPackedItems) {
-    struct Case {
-        int itemSize;
-        long chunkSize;
-        int items;
-    };
-    Case const cases[] = {
-        {24, 8 + 24 * 3, 3}, {24, 8 + 24 * 3 + 23, 3},
-        {12, 100, 7},        {24, 40, 1},
-        {24, 10, 1}, // too small for an item: one item all the same
-        {24, 0, 1},          {24, -5, 1},
-    };
-    for (Case const &c : cases)
-        EXPECT_EQ(ItemsOfFirstChunk(c.itemSize, c.chunkSize), c.items) << c.itemSize << " in " << c.chunkSize;
+    // 80 = 8 + 24 * 3; a chunk that is too small for an item has one all the same.
+    for (auto const &[itemSize, chunkSize, items] :
+         Rows<int, long, int>("24 80 3; 24 103 3; 12 100 7; 24 40 1; 24 10 1; 24 0 1; 24 -5 1"))
+        EXPECT_EQ(ItemsOfFirstChunk(itemSize, chunkSize), items) << itemSize << " in " << chunkSize;
 }
 
 TEST(MFixedSizeMemMgr, WorkingSizeYields63999Items) {
     // With nothing freed, a chunk's items come in ascending order; the next chunk starts elsewhere.
-    zvi::MFixedSizeMemMgr pool(16, 0xFA000);
+    MFixedSizeMemMgr pool(16, 0xFA000);
     auto *const first = static_cast<std::byte *>(pool.Alloc());
     std::byte *item = first;
     for (int i = 1; i < 63999; ++i)
@@ -52,7 +45,7 @@ TEST(MFixedSizeMemMgr, WorkingSizeYields63999Items) {
 }
 
 TEST(MFixedSizeMemMgr, HandsOutTheItemFreedLast) {
-    zvi::MFixedSizeMemMgr pool(16, 200);
+    MFixedSizeMemMgr pool(16, 200);
     std::vector<void *> items;
     for (int i = 0; i < 50; ++i) {
         items.push_back(pool.Alloc());
@@ -61,6 +54,10 @@ TEST(MFixedSizeMemMgr, HandsOutTheItemFreedLast) {
     EXPECT_EQ(std::set<void *>(items.begin(), items.end()).size(), 50U);
     pool.Free(items[3]);
     pool.Free(items[40]);
+    EXPECT_TRUE(pool.IsConsistent());
+    pool.Free(items[3]);
+    EXPECT_FALSE(pool.IsConsistent()) << "an item that is free twice";
+    EXPECT_EQ(pool.Alloc(), items[3]);
     EXPECT_EQ(pool.Alloc(), items[40]);
     EXPECT_EQ(pool.Alloc(), items[3]);
     EXPECT_EQ(static_cast<unsigned char *>(items[39])[15], 39) << "a neighbour is untouched";
@@ -69,11 +66,13 @@ TEST(MFixedSizeMemMgr, HandsOutTheItemFreedLast) {
 }
 
 TEST(CSimpleMemMgr, AllocatesItemByItem) {
-    zvi::CSimpleMemMgr small(24, 0xFA000);
-    zvi::CSimpleMemMgr const large(4096, 0);
+    CSimpleMemMgr small(24, 0xFA000);
+    CSimpleMemMgr const large(4096, 0);
     small = large;
     void *const item = small.Alloc();
     std::memset(item, 1, 4096);
     small.Free(item);
     EXPECT_EQ(sizeof small, sizeof(std::int32_t));
 }
+
+} // namespace zvi::lib::test

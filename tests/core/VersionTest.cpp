@@ -4,9 +4,13 @@
 
 #include <cstdio>
 
+namespace zvi::lib::test {
+
 TEST(Version, HasThreeParts) {
     int major = -1;
     int minor = -1;
     int patch = -1;
-    EXPECT_EQ(std::sscanf(zvi::kVersion, "%d.%d.%d", &major, &minor, &patch), 3);
+    EXPECT_EQ(std::sscanf(kVersion, "%d.%d.%d", &major, &minor, &patch), 3);
 }
+
+} // namespace zvi::lib::test

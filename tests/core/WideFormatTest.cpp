@@ -8,8 +8,9 @@
 #include <cstdio>
 #include <limits>
 #include <string>
+#include <vector>
 
-using zvi::lib::FormatWide;
+namespace zvi::lib::test {
 
 TEST(WideFormat, WritesTexts) {
     wchar_t const *const nullWide = nullptr;
@@ -56,12 +57,14 @@ TEST(WideFormat, KnowsTheSizesOfWholeNumbers) {
               L"-9223372036854775808 18446744073709551615 FFFFFFFFFFFFFFFF");
     EXPECT_EQ(FormatWide(L"%I32d %I32u %Id", INT32_MIN, UINT32_MAX, std::ptrdiff_t{-5}), L"-2147483648 4294967295 -5");
     EXPECT_EQ(FormatWide(L"%hhd %hhu %hd %hu", 300, 300, 70000, 70000), L"44 44 4464 4464");
-    EXPECT_EQ(FormatWide(L"%ld %lld %jd %zu %td", LONG_MIN, LLONG_MAX, INTMAX_MAX, SIZE_MAX, std::ptrdiff_t{3}),
-              L"-9223372036854775808 9223372036854775807 9223372036854775807 18446744073709551615 3");
+    EXPECT_EQ(FormatWide(L"%ld %lu", LONG_MIN, ULONG_MAX),
+              std::to_wstring(LONG_MIN) + L" " + std::to_wstring(ULONG_MAX));
+    EXPECT_EQ(FormatWide(L"%lld %jd %zu %td", LLONG_MAX, INTMAX_MAX, SIZE_MAX, std::ptrdiff_t{3}),
+              L"9223372036854775807 9223372036854775807 18446744073709551615 3");
 }
 
 TEST(WideFormat, CannotBeMadeToOverflow) {
-    std::size_t const most = zvi::lib::kLargestFieldWidth;
+    std::size_t const most = kLargestFieldWidth;
     EXPECT_EQ(FormatWide(L"%99999999999999999999d", 1).size(), most);
     EXPECT_EQ(FormatWide(L"%*d", INT_MIN, 1).size(), most);
     EXPECT_EQ(FormatWide(L"%.2147483647d", 1).size(), most);
@@ -95,7 +98,10 @@ void CompareWithReference(std::string const &format, Value value) {
 } // namespace
 
 TEST(WideFormat, AgreesWithTheCLibraryForEveryFlag) {
-    std::string const flagSets[] = {"", "-", "+", " ", "#", "0", "+0", "-0", " 0", "#0", "+#-"};
+    std::vector<std::string> flagSets{"", "-", "+", " ", "#", "0", "+0", "-0"};
+#ifndef _WIN32 // whose C library has answers of its own to these
+    flagSets.insert(flagSets.end(), {" 0", "#0", "+#-"});
+#endif
     std::string const fields[] = {"", "1", "12", "30", ".", ".0", ".1", ".5", ".20", "12.3", "30.17"};
     double const doubles[] = {0.0,       -0.0,  1.0,     -1.0, 0.5, 2.5,    123456.789, 1e-5,
                               9.9999995, 1e300, -1e-300, 1e15, 1e5, 5e-324, 1.0 / 3};
@@ -119,3 +125,5 @@ TEST(WideFormat, IgnoresTheProcessLocale) {
     }
     std::setlocale(LC_ALL, before.c_str());
 }
+
+} // namespace zvi::lib::test

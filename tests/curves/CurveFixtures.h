@@ -7,11 +7,10 @@
 #include <cmath>
 #include <numbers>
 
-namespace curve_fixtures {
+namespace zvi::lib::test {
 
-using Vec3 = zvi::MVector<double, 3>;
-using Points = zvi::MArray<Vec3>;
-using zvi::lib::T_LINE_G;
+using Vec3 = MVector<double, 3>;
+using Points = MArray<Vec3>;
 
 inline constexpr double kPi = std::numbers::pi;
 /// A chord below it makes a line of an arc.
@@ -54,4 +53,4 @@ inline T_LINE_G Arc(Vec3 const &center, double radius, double from, double to, d
     return Helix(center, radius, from, to, side, center[2], center[2]);
 }
 
-} // namespace curve_fixtures
+} // namespace zvi::lib::test

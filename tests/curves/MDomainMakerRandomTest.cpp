@@ -297,7 +297,9 @@ bool IsSame(Kind const &kind, unsigned int seed, int size, Coverage &coverage) {
             oracle.AddCurvedCurvOnce(id, points);
         }
     }
+    EXPECT_TRUE(maker.IsConsistent());
     maker.MakeDomain();
+    EXPECT_TRUE(maker.IsConsistent());
     oracle.MakeDomain();
     for (OracleSurf const &surf : oracle.Surfs)
         coverage.holes += surf.Holes.size();

@@ -16,10 +16,32 @@ namespace {
 
 using Points = std::vector<DM_VTEX>;
 
-/// Adds a closed ring of straight curves with the ids `firstId`, `firstId` + 1, ...
-void AddRing(MDomainMaker &maker, unsigned int firstId, Points const &ring) {
-    for (std::size_t i = 0; i < ring.size(); ++i)
-        maker.AddCurv(firstId + static_cast<unsigned int>(i), ring[i], ring[(i + 1) % ring.size()]);
+struct Curve {
+    unsigned int id;
+    DM_VTEX from, to;
+};
+
+std::vector<Curve> operator+(std::vector<Curve> curves, Curve const &added) {
+    curves.push_back(added);
+    return curves;
+}
+
+std::vector<Curve> operator+(std::vector<Curve> curves, std::vector<Curve> const &added) {
+    curves.insert(curves.end(), added.begin(), added.end());
+    return curves;
+}
+
+/// A closed ring of straight curves with the ids `firstId`, `firstId` + 1, ...
+std::vector<Curve> Ring(unsigned int firstId, Points const &corners) {
+    std::vector<Curve> ring;
+    for (std::size_t i = 0; i < corners.size(); ++i)
+        ring.push_back({firstId + static_cast<unsigned int>(i), corners[i], corners[(i + 1) % corners.size()]});
+    return ring;
+}
+
+void AddRing(MDomainMaker &maker, unsigned int firstId, Points const &corners) {
+    for (Curve const &curve : Ring(firstId, corners))
+        maker.AddCurv(curve.id, curve.from, curve.to);
 }
 
 /// A square about the origin, turned a little so that nothing is level or upright.
@@ -31,12 +53,6 @@ using Ints = std::vector<int>;
 
 Ints Values(MArray<int> const &values) {
     return {values.begin(), values.end()};
-}
-
-Ints SortedIds(DM_SURF_SUB const &loop) {
-    Ints ids = Values(loop.Curv);
-    std::sort(ids.begin(), ids.end());
-    return ids;
 }
 
 double SignedArea(MDomainMaker &maker, DM_SURF_SUB const &loop) {
@@ -139,68 +155,50 @@ TEST(MDomainMaker, RefinesTheFirstEdgeOfAnIdAmongMany) {
     }
 }
 
-TEST(MDomainMaker, GivesASingleSquareAsItWasWalked) {
-    MDomainMaker maker;
-    AddRing(maker, 11, Square(1));
-    maker.MakeDomain();
-    ASSERT_EQ(maker.GetResultSurf().Size(), 1u);
-    DM_SURF const &surf = maker.GetResultSurf()[0];
-    EXPECT_EQ(Values(surf.Curv), (Ints{11, 12, 13, 14}));
-    EXPECT_EQ(Values(surf.Vtex), (Ints{0, 1, 2, 3, 0}));
-    EXPECT_TRUE(surf.CurvDir.Empty());
-    EXPECT_TRUE(surf.Holes.Empty());
-}
-
-// The first corner with a chord is the one after the leftmost vertex. The right half starts there, the left one at the
-// other end of the chord.
-TEST(MDomainMaker, DividesASquareAlongItsDiagonal) {
-    MDomainMaker maker;
+// A loop begins at its leftmost vertex. The first corner with a chord is the one after that; the right half starts
+// there, the left one at the other end of the chord. Holes run the other way.
+TEST(MDomainMaker, FindsTheDomainsOfSmallFigures) {
+    struct Domain {
+        Ints curves, directions = {}, hole = {};
+    };
+    struct Figure {
+        std::vector<Curve> curves;
+        std::vector<Domain> domains;
+    };
     Points const square = Square(1);
-    AddRing(maker, 1, square);
-    maker.AddCurv(5, square[3], square[1]);
-    maker.MakeDomain();
-    MArray<DM_SURF> surfs;
-    maker.GetResultSurf(surfs);
-    ASSERT_EQ(surfs.Size(), 2u);
-    EXPECT_EQ(Values(surfs[0].Curv), (Ints{2, 3, 5}));
-    EXPECT_EQ(Values(surfs[0].CurvDir), (Ints{0, 0, 0}));
-    EXPECT_EQ(Values(surfs[1].Curv), (Ints{4, 1, 5}));
-    EXPECT_EQ(Values(surfs[1].CurvDir), (Ints{0, 0, 1}));
-}
-
-TEST(MDomainMaker, PutsEachSquareOfANestIntoTheOneAroundIt) {
-    MDomainMaker maker;
-    AddRing(maker, 1, Square(1));
-    AddRing(maker, 5, Square(3));
-    AddRing(maker, 9, Square(2));
-    maker.MakeDomain();
-    MArray<DM_SURF> &surfs = maker.GetResultSurf();
-    ASSERT_EQ(surfs.Size(), 3u);
-    Ints const expected[] = {{5, 6, 7, 8}, {9, 10, 11, 12}, {1, 2, 3, 4}};
-    for (std::size_t i = 0; i < 3; ++i) {
-        EXPECT_EQ(SortedIds(surfs[i]), expected[i]);
-        EXPECT_GT(SignedArea(maker, surfs[i]), 0);
-        ASSERT_EQ(surfs[i].Holes.Size(), i < 2 ? 1u : 0u);
-        if (i < 2) {
-            EXPECT_EQ(SortedIds(surfs[i].Holes[0]), expected[i + 1]);
-            EXPECT_LT(SignedArea(maker, surfs[i].Holes[0]), 0);
+    Figure const figures[] = {
+        {Ring(11, square), {{{11, 12, 13, 14}}}},
+        {Ring(1, square) + Curve{5, square[3], square[1]}, {{{2, 3, 5}, {0, 0, 0}}, {{4, 1, 5}, {0, 0, 1}}}},
+        // Squares within squares: each is a hole of the one around it, and a domain.
+        {Ring(1, square) + Ring(5, Square(3)) + Ring(9, Square(2)),
+         {{{5, 6, 7, 8}, {}, {12, 11, 10, 9}}, {{9, 10, 11, 12}, {}, {4, 3, 2, 1}}, {{1, 2, 3, 4}}}},
+        // What encloses nothing: an edge that dangles inside and goes on, the first curve once more and turned, one
+        // without a length, an open polyline.
+        {Ring(1, square) + Curve{20, square[0], {0, 0}} + Curve{21, {0, 0}, {0.2, 0.1}} +
+             Curve{30, square[1], square[0]} + Curve{31, square[2], square[2]} + Curve{40, {5, 5}, {6, 7}} +
+             Curve{41, {6, 7}, {9, 7}},
+         {{{1, 2, 3, 4}}}},
+    };
+    for (Figure const &figure : figures) {
+        SCOPED_TRACE(testing::Message() << "figure " << &figure - figures);
+        MDomainMaker maker;
+        for (Curve const &curve : figure.curves)
+            maker.AddCurv(curve.id, curve.from, curve.to);
+        maker.MakeDomain();
+        MArray<DM_SURF> surfs;
+        maker.GetResultSurf(surfs);
+        ASSERT_EQ(surfs.Size(), figure.domains.size());
+        for (std::size_t i = 0; i < surfs.Size(); ++i) {
+            Domain const &expected = figure.domains[i];
+            EXPECT_EQ(Values(surfs[i].Curv), expected.curves);
+            EXPECT_EQ(Values(surfs[i].CurvDir), expected.directions);
+            EXPECT_EQ(surfs[i].Vtex.Size(), expected.curves.size() + 1);
+            EXPECT_GT(SignedArea(maker, surfs[i]), 0);
+            ASSERT_EQ(surfs[i].Holes.Size(), expected.hole.empty() ? 0u : 1u);
+            EXPECT_TRUE(expected.hole.empty() || Values(surfs[i].Holes[0].Curv) == expected.hole);
+            EXPECT_TRUE(expected.hole.empty() || SignedArea(maker, surfs[i].Holes[0]) < 0);
         }
     }
-}
-
-TEST(MDomainMaker, LeavesOutWhatEnclosesNothing) {
-    MDomainMaker maker;
-    Points const square = Square(1);
-    maker.AddCurv(20, square[0], {0, 0});  // dangles inside
-    maker.AddCurv(21, {0, 0}, {0.2, 0.1}); // and goes on
-    AddRing(maker, 1, square);
-    maker.AddCurv(30, square[1], square[0]); // the first curve once more, turned
-    maker.AddCurv(31, square[2], square[2]); // no length
-    maker.AddCurv(40, {5, 5}, {6, 7});       // open polyline
-    maker.AddCurv(41, {6, 7}, {9, 7});
-    maker.MakeDomain();
-    ASSERT_EQ(maker.GetResultSurf().Size(), 1u);
-    EXPECT_EQ(SortedIds(maker.GetResultSurf()[0]), (Ints{1, 2, 3, 4}));
 }
 
 TEST(MDomainMaker, NamesARefinedCurveOnceUnlessItSpansTheSeam) {

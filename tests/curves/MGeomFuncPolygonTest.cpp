@@ -8,9 +8,7 @@
 #include <cmath>
 #include <random>
 
-using namespace zvi::lib;
-using namespace zvi::lib::test;
-using zvi::MArray;
+namespace zvi::lib::test {
 
 namespace {
 
@@ -225,3 +223,5 @@ TEST(MGeomFuncPolygon, HullTestFollowsItsDotProducts) {
     for (Row const &row : rows)
         EXPECT_EQ(MGeomFunc::CheckInsideConvexHull(row.points, row.p), row.inside) << &row - rows;
 }
+
+} // namespace zvi::lib::test

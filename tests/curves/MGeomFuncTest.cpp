@@ -1,16 +1,13 @@
 #include "zvi/curves/MGeomFunc.h"
 
 #include "tests/curves/CurveFixtures.h"
-#include "zvi/math/MMathFunc.h"
-#include "zvi/math/MMatrixLib.h"
+#include "zvi/math/func/MMathFunc.h"
 
 #include <algorithm>
 #include <cmath>
 #include <random>
 
-using namespace curve_fixtures;
-using namespace zvi::lib;
-using zvi::MArray;
+namespace zvi::lib::test {
 
 namespace {
 
@@ -44,19 +41,25 @@ TEST(MGeomFuncAxes, GivesTheLocalAxesOfALine) {
     double const h = std::sqrt(0.5);
     struct Row {
         double end[3];
-        double beta;
-        int mode, vertical, other;
+        double beta = 0;
+        int mode = 0, vertical = 0, other = 0;
         Vec3 along, side, up;
     };
     Row const rows[] = {
-        {{5, 1, 1}, 0, 0, 0, 0, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}},
-        {{5, 1, 1}, 0, 1, 0, 0, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}},
-        {{5, 1, 1}, 90, 0, 0, 0, {1, 0, 0}, {0, 0, 1}, {0, -1, 0}},
-        {{1, 3, 1}, 0, 0, 0, 0, {0, 1, 0}, {-1, 0, 0}, {0, 0, 1}},
-        {{1, 1, 4}, 0, 0, 1, 0, {0, 0, 1}, {0, 1, 0}, {-1, 0, 0}},
-        {{1, 1, 4}, 0, 1, 1, 0, {0, 0, 1}, {0, 1, 0}, {-1, 0, 0}},
-        {{2, 1, 2}, 0, 0, 0, 0, {h, 0, h}, {0, 1, 0}, {-h, 0, h}},
-        {{2, 1, 2}, 0, 1, 1, 1, {h, 0, h}, {0, 1, 0}, {-h, 0, h}}, // vertical by the other rule alone
+        {.end = {5, 1, 1}, .along = {1, 0, 0}, .side = {0, 1, 0}, .up = {0, 0, 1}},
+        {.end = {5, 1, 1}, .mode = 1, .along = {1, 0, 0}, .side = {0, 1, 0}, .up = {0, 0, 1}},
+        {.end = {5, 1, 1}, .beta = 90, .along = {1, 0, 0}, .side = {0, 0, 1}, .up = {0, -1, 0}},
+        {.end = {1, 3, 1}, .along = {0, 1, 0}, .side = {-1, 0, 0}, .up = {0, 0, 1}},
+        {.end = {1, 1, 4}, .vertical = 1, .along = {0, 0, 1}, .side = {0, 1, 0}, .up = {-1, 0, 0}},
+        {.end = {1, 1, 4}, .mode = 1, .vertical = 1, .along = {0, 0, 1}, .side = {0, 1, 0}, .up = {-1, 0, 0}},
+        {.end = {2, 1, 2}, .along = {h, 0, h}, .side = {0, 1, 0}, .up = {-h, 0, h}},
+        {.end = {2, 1, 2},
+         .mode = 1,
+         .vertical = 1,
+         .other = 1,
+         .along = {h, 0, h},
+         .side = {0, 1, 0},
+         .up = {-h, 0, h}}, // vertical by the other rule alone
     };
     double const a[3] = {1, 1, 1};
     float const narrowA[3] = {1, 1, 1};
@@ -216,21 +219,4 @@ TEST(MGeomFuncPolyline, PolylinesMeetThemselvesAndOthers) {
     }
 }
 
-TEST(MMatrixLib, TurnsALineOntoTheXAxis) {
-    double const upTo = std::atan2(4.0, 3.0) * 180 / kPi;
-    struct Row {
-        double x, y, angle;
-    };
-    double m[3][3];
-    for (Row const &row :
-         {Row{4, 0, 0}, Row{0, 7, 90}, Row{-4, 0, 180}, Row{0, -6, 270}, Row{3, 4, upTo}, Row{-4, -3, 270 - upTo}}) {
-        double const angle = MMatrixLib::CalcAngleDegLineAndAxisX(1, 2, 1 + row.x, 2 + row.y);
-        EXPECT_NEAR(angle, row.angle, 1e-12);
-        MMatrixLib::RotateM2D(-angle, 1, 2, m);
-        EXPECT_NEAR((1 + row.x) * m[0][0] + (2 + row.y) * m[1][0] + m[2][0], 1 + std::hypot(row.x, row.y), 1e-12);
-        EXPECT_NEAR((1 + row.x) * m[0][1] + (2 + row.y) * m[1][1] + m[2][1], 2, 1e-12);
-    }
-    MMatrixLib::RotateM2D(270, 0, 0, m);
-    EXPECT_EQ(m[0][0], 0);
-    EXPECT_EQ(m[0][1], -1);
-}
+} // namespace zvi::lib::test

@@ -7,8 +7,7 @@
 #include <cmath>
 #include <random>
 
-using namespace curve_fixtures;
-using namespace zvi::lib;
+namespace zvi::lib::test {
 
 namespace {
 
@@ -241,7 +240,7 @@ TEST(MIntersectUtil, FindsAllMeetingsOfRandomCurvesInOrder) {
                 ASSERT_TRUE(ordered.Empty() && (result == 0 || AreBoxesApart(a, b, tol)));
                 continue;
             }
-            zvi::MArray<int> order;
+            MArray<int> order;
             a.SortByDist(met, 1e-9, order);
             if (met.Size() == 2 && Distance(met[0], met[1]) < 1e-9)
                 met.RemoveAt(1);
@@ -250,3 +249,5 @@ TEST(MIntersectUtil, FindsAllMeetingsOfRandomCurvesInOrder) {
     }
     EXPECT_GT(passages, 3000);
 }
+
+} // namespace zvi::lib::test

@@ -1,6 +1,6 @@
 #include "tests/curves/PolygonByDefinition.h"
 
-#include "zvi/math/MMatrixLib.h"
+#include "zvi/math/small/MMatrixLib.h"
 
 #include <algorithm>
 #include <cmath>

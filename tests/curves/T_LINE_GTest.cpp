@@ -11,9 +11,7 @@
 #include <cstddef>
 #include <random>
 
-using namespace curve_fixtures;
-using namespace zvi::lib;
-using zvi::MArray;
+namespace zvi::lib::test {
 
 namespace {
 
@@ -118,13 +116,14 @@ TEST(T_LINE_G, MeasuresArcsOfEveryAngle) {
         double from, to, side, angle, width, area;
     };
     double const sqrt2 = std::sqrt(2.0);
+    double const sliver = 2 * (kPi / 9 - std::sin(kPi / 9));
     Row const rows[] = {
-        {0, 90, 1, 90, 2 - sqrt2, kPi - 2},
-        {0, 180, 1, 180, 2, 2 * kPi},
-        {90, 0, 1, 270, 2 + sqrt2, 3 * kPi + 2},
-        {90, 0, -1, 90, 2 - sqrt2, kPi - 2},
-        {0, 90, -1, 270, 2 + sqrt2, 3 * kPi + 2},
-        {350, 10, 1, 20, 2 - 2 * std::cos(kPi / 18), 2 * (kPi / 9 - std::sin(kPi / 9))},
+        {.from = 0, .to = 90, .side = 1, .angle = 90, .width = 2 - sqrt2, .area = kPi - 2},
+        {.from = 0, .to = 180, .side = 1, .angle = 180, .width = 2, .area = 2 * kPi},
+        {.from = 90, .to = 0, .side = 1, .angle = 270, .width = 2 + sqrt2, .area = 3 * kPi + 2},
+        {.from = 90, .to = 0, .side = -1, .angle = 90, .width = 2 - sqrt2, .area = kPi - 2},
+        {.from = 0, .to = 90, .side = -1, .angle = 270, .width = 2 + sqrt2, .area = 3 * kPi + 2},
+        {.from = 350, .to = 10, .side = 1, .angle = 20, .width = 2 - 2 * std::cos(kPi / 18), .area = sliver},
     };
     for (Row const &row : rows) {
         T_LINE_G const arc = Arc({3, -1, 0}, 2, row.from, row.to, row.side);
@@ -331,24 +330,24 @@ TEST(T_LINE_G, TellsSameAndContinuousCurves) {
     struct Row {
         T_LINE_G const &curve;
         T_LINE_G other;
-        int same, sameWay, continuous, headToTail;
+        int same = 0, sameWay = 0, continuous = 0, headToTail = 0;
     };
     Row const rows[] = {
-        {line, Line({2, 0, 0}, {5, 0, 0}), 0, 0, 1, 1},
-        {line, Line({-1, 0, 0}, {0, 0, 0}), 0, 0, 1, 1},
-        {line, Line({5, 0, 0}, {2, 0, 0}), 0, 0, 1, 0},
-        {line, Line({0, 0, 0}, {-3, 0, 0}), 0, 0, 0, 0},
-        {line, Line({2, 0, 0}, {5, 1, 0}), 0, 0, 0, 0},
-        {line, Line({3, 0, 0}, {5, 0, 0}), 0, 0, 0, 0},
-        {line, Line({2, 0, 0}, {0, 0, 0}), 1, 0, 1, 1},
-        {line, line, 1, 1, 1, 0},
-        {arc, Arc({1, 0, 0}, 5, 90, 200), 0, 0, 1, 1},
-        {arc, Arc({1, 2.5, 0}, 2.5, 90, 200), 0, 0, 0, 0},
-        {arc, arc, 1, 1, 1, 0},
-        {arc, reversed, 1, 0, 1, 1},
-        {arc, mirrored, 0, 0, 0, 0},
-        {arc, chord, 0, 0, 0, 0},
-        {arc, Arc({1, 0, 0}, 5, 90, 0), 0, 0, 1, 1},
+        {.curve = line, .other = Line({2, 0, 0}, {5, 0, 0}), .continuous = 1, .headToTail = 1},
+        {.curve = line, .other = Line({-1, 0, 0}, {0, 0, 0}), .continuous = 1, .headToTail = 1},
+        {.curve = line, .other = Line({5, 0, 0}, {2, 0, 0}), .continuous = 1},
+        {.curve = line, .other = Line({0, 0, 0}, {-3, 0, 0})},
+        {.curve = line, .other = Line({2, 0, 0}, {5, 1, 0})},
+        {.curve = line, .other = Line({3, 0, 0}, {5, 0, 0})},
+        {.curve = line, .other = Line({2, 0, 0}, {0, 0, 0}), .same = 1, .continuous = 1, .headToTail = 1},
+        {.curve = line, .other = line, .same = 1, .sameWay = 1, .continuous = 1},
+        {.curve = arc, .other = Arc({1, 0, 0}, 5, 90, 200), .continuous = 1, .headToTail = 1},
+        {.curve = arc, .other = Arc({1, 2.5, 0}, 2.5, 90, 200)},
+        {.curve = arc, .other = arc, .same = 1, .sameWay = 1, .continuous = 1},
+        {.curve = arc, .other = reversed, .same = 1, .continuous = 1, .headToTail = 1},
+        {.curve = arc, .other = mirrored},
+        {.curve = arc, .other = chord},
+        {.curve = arc, .other = Arc({1, 0, 0}, 5, 90, 0), .continuous = 1, .headToTail = 1},
     };
     for (Row const &row : rows) {
         SCOPED_TRACE(testing::Message() << "row " << &row - rows);
@@ -442,6 +441,7 @@ TEST(T_LINE_G, LocalAxesAndBreadth) {
 TEST(T_LINE_G, UnitsScaleThePlanAloneAndAreAskedAnewForEachValue) {
     T_LINE_G arc = Helix({1, 1, 3}, 1, 0, 90, 1, 4, 8);
     CountingUnits in, out, former;
+    arc.ConvertUnitIn(nullptr);
     arc.ConvertUnitIn(&in);
     ExpectNear(arc.Pos1, {2 * 2, 1 * 3, 4});
     ExpectNear(arc.Pos2, {1 * 4, 2 * 5, 8});
@@ -497,3 +497,5 @@ TEST(T_MBR3D, GrowsByItsTolerance) {
     EXPECT_EQ(box.MinZ, 4);
     EXPECT_EQ(box.MaxZ, 16);
 }
+
+} // namespace zvi::lib::test

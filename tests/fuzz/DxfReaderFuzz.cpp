@@ -1,8 +1,8 @@
 // Any bytes as a DXF drawing: read and drawn, or refused with InputError; nothing else.
 
 #include "apps/zvi/common/Failure.h"
-#include "apps/zvi/common/Utf8.h"
 #include "apps/zvi/domains/dxf/ReadDxf.h"
+#include "zvi/core/Utf8.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -13,18 +13,15 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const *data, std::size_t size
     std::string_view const text(reinterpret_cast<char const *>(data), size);
     try {
         zvi::app::DrawingInput const input = zvi::app::ReadDxf(text, {});
-        if (input.curves.size() != input.origins.size()) {
+        if (input.curves.size() != input.origins.size())
             std::abort();
-        }
         for (zvi::lib::DrawingCurve const &curve : input.curves) {
-            if (!zvi::app::IsUtf8(input.LayerOf(curve.id)) || !zvi::app::IsUtf8(input.EntityOf(curve.id).type)) {
+            if (!zvi::lib::IsUtf8(input.LayerOf(curve.id)) || !zvi::lib::IsUtf8(input.EntityOf(curve.id).type))
                 std::abort();
-            }
         }
     } catch (zvi::app::InputError const &error) {
-        if (!zvi::app::IsUtf8(error.what())) {
+        if (!zvi::lib::IsUtf8(error.what()))
             std::abort();
-        }
     }
     return 0;
 }

@@ -6,6 +6,8 @@
 #include <memory>
 #include <string>
 
+namespace zvi::lib::test {
+
 namespace {
 
 struct Listener : zvi_interface::IUnitListener {
@@ -37,3 +39,5 @@ TEST(IUnitListener, ListenersMayComeAndGoWhileTheyAreCalled) {
     zvi_interface::IUnitListener::NotifyUnitChange(nullptr);
     EXPECT_EQ(calls, "13l");
 }
+
+} // namespace zvi::lib::test

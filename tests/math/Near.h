@@ -8,8 +8,6 @@
 
 namespace zvi::lib::test {
 
-using zvi::test::Rows;
-
 /// A point or vector that stands where an operation reads or writes adjacent doubles.
 template <std::size_t N>
 struct Coordinates {
@@ -47,7 +45,7 @@ struct Coordinates {
 template <std::size_t N>
 void ReadCell(std::istream &words, Coordinates<N> &point) {
     for (double &value : point.values)
-        zvi::test::ReadCell(words, value);
+        ReadCell(words, value);
 }
 
 using Xy = Coordinates<2>;

@@ -10,16 +10,7 @@
 #include <string>
 #include <vector>
 
-using namespace zvi::lib;
-using zvi::MList;
-
-namespace zvi::lib {
-
-struct MQuadTreeAccess {
-    static int CheckDuplicatedItem(MQuadTree const &tree) { return tree.CheckDuplicatedItem(); }
-};
-
-} // namespace zvi::lib
+namespace zvi::lib::test {
 
 namespace {
 
@@ -206,7 +197,7 @@ TEST(MQuadTree, TypesFilter) {
         tree.Insert(static_cast<unsigned int>(type), type, Point(type, 0));
     tree.Insert(9U, 1000, Point(2, 0)); // beyond the caller's array
     tree.Insert(10U, Point(2, 0));      // of no type
-    zvi::MArray<int> const wanted{0, 1, 0, 1};
+    MArray<int> const wanted{0, 1, 0, 1};
     MList<MQuadObj *> list;
     EXPECT_EQ(tree.GetIntersectObjList({0, 0, 10, 10}, list, wanted, 0), 2);
     EXPECT_EQ(list.GetHead()->element->GetType(), 1);
@@ -258,10 +249,10 @@ TEST(MQuadTree, AnObjectInsertedTwiceIsInTwoPlaces) {
     MQuadTree other;
     MQuadObj object = ObjectAt(3, 3, 5);
     EXPECT_EQ(tree.Insert(&object), 1);
-    EXPECT_EQ(MQuadTreeAccess::CheckDuplicatedItem(tree), 1);
+    EXPECT_TRUE(tree.IsConsistent());
     EXPECT_EQ(tree.Insert(&object), 1);
     EXPECT_EQ(other.Insert(&object), 1);
-    EXPECT_EQ(MQuadTreeAccess::CheckDuplicatedItem(tree), 0);
+    EXPECT_FALSE(tree.IsConsistent());
     EXPECT_EQ(Hits(tree, Point(3, 3)), (Keys{5, 5}));
     for (int const isThere : {1, 1, 0})
         EXPECT_EQ(tree.Delete(&object), isThere);
@@ -317,6 +308,19 @@ TEST(MQuadTree, BadNumbersAreRefusedAndHugeOnesEnd) {
     }
     EXPECT_EQ(tree.Insert(5U, Point(0, 0)), 1);
     EXPECT_EQ(Hits(tree, {nan, nan, nan, nan}), Keys{5});
+}
+
+TEST(MQuadNode, AnswersNullAndDistributesNothingFromALeaf) {
+    MQuadNode node;
+    EXPECT_EQ(node.Insert(nullptr), -1);
+    EXPECT_EQ(node.Insert(nullptr, Point(1, 1)), -1);
+    EXPECT_EQ(node.InsertWithMBR(nullptr, Point(1, 1)), -1);
+    EXPECT_EQ(node.Delete(nullptr), -1);
+    node.Draw(nullptr);
+    MQuadObj object = ObjectAt(1, 1);
+    EXPECT_EQ(node.Insert(&object), 0);
+    node.Distribute();
+    EXPECT_EQ(node.GetPool().GetCount(), 1);
 }
 
 TEST(MQuadTree, RegionsWithoutAMeasureHideNothingAndAddNothing) {
@@ -385,3 +389,5 @@ TEST(MQuadTree, DrawsItsLeaves) {
     tree.Draw(&picture);
     EXPECT_EQ(picture.text, "<-49,-49,0,0><0,-49,50,0><-49,0,0,50><0,0,50,50>");
 }
+
+} // namespace zvi::lib::test

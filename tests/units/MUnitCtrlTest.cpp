@@ -4,9 +4,7 @@
 #include "zvi/host/Messages.h"
 #include "zvi/interface/IUnitListener.h"
 
-using zvi::lib::MUnitCtrl;
-using zvi::lib::T_UNIT_INDEX;
-using zvi::test::Rows;
+namespace zvi::lib::test {
 
 namespace {
 
@@ -27,14 +25,14 @@ Index CurrentIndex(MUnitCtrl const &units) {
 struct Notices : zvi_interface::IUnitListener {
     Notices() {
         AddListener(this);
-        zvi::host::SetMainWindow([this](std::uint32_t message, std::uintptr_t first, std::intptr_t second) {
-            EXPECT_EQ(message, zvi::lib::_globalUIUpdateMessage);
+        host::SetMainWindow([this](std::uint32_t message, std::uintptr_t first, std::intptr_t second) {
+            EXPECT_EQ(message, _globalUIUpdateMessage);
             EXPECT_EQ(first, 0x27190000U);
             calls.emplace_back("window", reinterpret_cast<CDocument *>(second));
             return std::intptr_t{0};
         });
     }
-    ~Notices() override { zvi::host::SetMainWindow({}); }
+    ~Notices() override { host::SetMainWindow({}); }
     void DoUnitChange(CDocument *document) override { calls.emplace_back("listener", document); }
 
     std::vector<std::pair<std::string, CDocument *>> calls;
@@ -80,7 +78,7 @@ TEST(MUnitCtrl, NeutralUnitTakesEffectWithTheNextInitialize) {
 TEST(MUnitCtrl, TheDayIsKnownAndNotCounted) {
     MUnitCtrl units(nullptr);
     units.Initialize(0);
-    zvi::lib::T_UNIT_NAMEFACT names;
+    T_UNIT_NAMEFACT names;
     units.GetUnitNameCurrent(names);
     EXPECT_EQ(names.timeCount, 3);
     EXPECT_EQ(names.timeName[3], L"day");
@@ -100,9 +98,9 @@ TEST(MUnitCtrl, AChangeMovesValuesFromThePreviousUnits) {
     // The mass that went with kN over the force unit of now, not over its mass.
     EXPECT_EQ(units.ConvertUnitMassPrevious(1.0), 1000.0 / 4.448223);
     EXPECT_EQ(units.ConvertUnitMassIn(1.0), 0.45359237);
-    zvi::MVector<double, 3> v(1.0, 2.0, 3.0);
+    MVector<double, 3> v(1.0, 2.0, 3.0);
     units.ConvertUnitVectorIn(v);
-    EXPECT_EQ(v, (zvi::MVector<double, 3>(25.4, 50.8, 3.0 * 25.4)));
+    EXPECT_EQ(v, (MVector<double, 3>(25.4, 50.8, 3.0 * 25.4)));
     units.ConvertUnitVectorOut(v);
     units.ConvertUnitVectorPrevious(v);
     EXPECT_DOUBLE_EQ(v[1], 2000 / 25.4);
@@ -186,3 +184,5 @@ TEST(MUnitCtrl, IndicesOutsideTheTablesCountAsOneWithoutAName) {
         EXPECT_EQ(label, L"/^2");
     }
 }
+
+} // namespace zvi::lib::test

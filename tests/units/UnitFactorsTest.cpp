@@ -4,8 +4,7 @@
 
 #include <cmath>
 
-using zvi::lib::MUnitCtrl;
-using zvi::test::Rows;
+namespace zvi::lib::test {
 
 namespace {
 
@@ -100,7 +99,9 @@ TEST(UnitFactors, TargetConversionsGoBothWays) {
     EXPECT_EQ(units.ConvertTgtUnitData2CurUnit(3, 2, 37, 1.0), 4.186);
     EXPECT_EQ(units.ConvertTgtUnitData2CurUnit(3, 2, 4, 2, 0, 24, 2000.0), (0.45359237 / 1000) * 2000.0);
     EXPECT_EQ(units.ConvertSrcUnitData2TgtUnit(2, 2, 3, 0, 24, 5.0), 5000.0);
-    zvi::MArray<double> lengths{1.0, 2.0};
+    MArray<double> lengths{1.0, 2.0};
     units.ConvertTgtUnitData2CurUnitArray(2, 1, 1, lengths);
-    EXPECT_EQ(lengths, (zvi::MArray<double>{10.0 / 1000, 2.0 * (10.0 / 1000)}));
+    EXPECT_EQ(lengths, (MArray<double>{10.0 / 1000, 2.0 * (10.0 / 1000)}));
 }
+
+} // namespace zvi::lib::test

@@ -1,4 +1,5 @@
 #include "zvi/units/MUnitCtrl.h"
+#include "zvi/units/UnitTables.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +7,7 @@
 #include <sstream>
 #include <string>
 
-using zvi::lib::MUnitCtrl;
+namespace zvi::lib::test {
 
 namespace {
 
@@ -86,10 +87,10 @@ TEST(UnitLabels, LegendsAreFreshAndEqualTheSettledLabels) {
 TEST(UnitLabels, AListOfKindsSharesItsLabels) {
     MUnitCtrl units(nullptr);
     units.Initialize(0);
-    zvi::lib::T_UNIT_SYSTEM system;
+    T_UNIT_SYSTEM system;
     int const kinds[] = {17, 1, 7, 18, 128, 1};
     units.GetUnitSystemCtrl(6, kinds, system);
-    EXPECT_EQ(system.indices, (zvi::MArray<std::int32_t>{0, 1, -1, 0, 2, 1}));
+    EXPECT_EQ(system.indices, (MArray<std::int32_t>{0, 1, -1, 0, 2, 1}));
     EXPECT_EQ(system.labels[2], L"J/kg");
 
     int all[129];
@@ -103,3 +104,26 @@ TEST(UnitLabels, AListOfKindsSharesItsLabels) {
     EXPECT_TRUE(system.indices.Empty());
     EXPECT_TRUE(system.labels[0].IsEmpty());
 }
+
+TEST(UnitTables, ListEachLabelOnceWithUnitsThatReadSo) {
+    MUnitCtrl units(nullptr);
+    units.Initialize(0);
+    int counts[kUnitKindCount] = {};
+    for (UnitLabel const &entry : ListUnitLabels()) {
+        ++counts[entry.kind];
+        CString label;
+        units.SetUnitIndexCurrent(entry.index, 0);
+        EXPECT_EQ(units.GetUnitSystem(entry.kind, label), 1);
+        EXPECT_EQ(label, entry.label);
+        EXPECT_EQ(entry.index.mass, entry.index.force);
+    }
+    // mm to micrometres; 6 forces by 6 lengths; kg, ton, lbm, kip; with the day; none.
+    for (auto const &[kind, count] : {std::pair{1, 6}, {17, 36}, {24, 4}, {21, 4}, {60, 1}, {7, 0}}) {
+        EXPECT_EQ(counts[kind], count) << kind;
+        EXPECT_EQ(HasUnitLabel(kind), count != 0) << kind;
+    }
+    EXPECT_EQ(GetBaseUnits(2).lengthFactor[0], 0.001);
+    EXPECT_EQ(GetUnitSystemIndex(3).length, 4);
+}
+
+} // namespace zvi::lib::test

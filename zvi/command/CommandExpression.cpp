@@ -1,18 +1,19 @@
 // The expressions of the command language, computed while they are read. Two stacks stand in for recursion, so that
 // nesting is bounded by the length of the text alone.
 
+#include "zvi/command/BuiltInSymbolsDetail.h"
 #include "zvi/command/CommandGrammarDetail.h"
 
-namespace zvi::lib {
+namespace zvi::lib::command {
 
 namespace {
 
 /// The sign in front of an operand, as an operator on the stack.
-constexpr int kNegate = -1;
+constexpr std::int16_t kNegate = -1;
 
 /// How tight the sign binds, and an open parenthesis, which no token but its closing one takes off the stack.
-constexpr int kNegatePrecedence = 3;
-constexpr int kParenthesisPrecedence = -1;
+constexpr std::int16_t kNegatePrecedence = 3;
+constexpr std::int16_t kParenthesisPrecedence = -1;
 
 /// How tight a binary operator binds; 0 for a token that is none.
 int Precedence(int token) {
@@ -28,6 +29,10 @@ int Precedence(int token) {
     default:
         return 0;
     }
+}
+
+constexpr std::int16_t Small(int number) {
+    return static_cast<std::int16_t>(number);
 }
 
 /// Integers wrap around at 32 bits.
@@ -81,7 +86,7 @@ bool CommandGrammar::ExpressionRest(bool wantsOperand, ParseNumber &value) {
         if (!ReduceDownTo(precedence))
             return false;
         if (precedence > 0) {
-            m_operators.Push({m_token, precedence});
+            m_operators.Push({Small(m_token), Small(precedence), m_lexer.TokenStart()});
             Advance();
             wantsOperand = true;
         } else if (m_openParentheses == 0) {
@@ -106,10 +111,11 @@ bool CommandGrammar::Operand(bool &wantsOperand) {
         return true;
     }
     if (m_token == '-') {
-        m_operators.Push({kNegate, kNegatePrecedence});
+        m_operators.Push({kNegate, kNegatePrecedence, m_lexer.TokenStart()});
         Advance();
         return true;
     }
+    int const begin = m_lexer.TokenStart();
     TagSymbolNode const *function = nullptr;
     if (m_token == kTokenFunction) {
         function = m_lexer.Function();
@@ -117,7 +123,7 @@ bool CommandGrammar::Operand(bool &wantsOperand) {
     }
     if (m_token != '(')
         return Unexpected();
-    m_operators.Push({'(', kParenthesisPrecedence, function});
+    m_operators.Push({'(', kParenthesisPrecedence, begin, function});
     ++m_openParentheses;
     Advance();
     return true;
@@ -133,27 +139,28 @@ bool CommandGrammar::ReduceDownTo(int precedence) {
 }
 
 bool CommandGrammar::Reduce() {
-    int const token = m_operators.Pop().token;
+    Operator const op = m_operators.Pop();
     ParseNumber const b = m_values.Pop();
-    if (token == kNegate) {
+    if (op.token == kNegate) {
         m_values.Push(b.kind == kParseInteger ? ParseNumber::Integer(WrappingInteger('-', 0, b.integer))
                                               : ParseNumber::Double(-b.real));
         return true;
     }
     ParseNumber const a = m_values.Pop();
     ParseNumber result;
-    if (!Binary(token, a, b, result))
+    if (!Binary(op, a, b, result))
         return false;
     m_values.Push(result);
     return true;
 }
 
-bool CommandGrammar::Binary(int token, ParseNumber const &a, ParseNumber const &b, ParseNumber &result) {
+bool CommandGrammar::Binary(Operator const &op, ParseNumber const &a, ParseNumber const &b, ParseNumber &result) {
+    int const token = op.token;
     if (token == '^')
-        return Power(a, b, result);
+        return Power(op, a, b, result);
     if (token == '/') {
         if (b.AsDouble() == 0.0)
-            return Fail();
+            return FailAt(ParseFaultKind::kZeroDivisor, op.begin + 1, m_lexer.TokenStart());
         result = ParseNumber::Double(a.AsDouble() / b.AsDouble(), kParseComputed);
         return true;
     }
@@ -168,16 +175,18 @@ bool CommandGrammar::Binary(int token, ParseNumber const &a, ParseNumber const &
 }
 
 /// The exponent must be an integer and not zero. A negative one makes no multiplication, so the result is 1.
-bool CommandGrammar::Power(ParseNumber const &base, ParseNumber const &exponent, ParseNumber &result) {
+bool CommandGrammar::Power(Operator const &op, ParseNumber const &base, ParseNumber const &exponent,
+                           ParseNumber &result) {
     if (exponent.kind != kParseInteger || exponent.integer == 0)
-        return Fail();
+        return FailAt(ParseFaultKind::kExponent, op.begin + 1, m_lexer.TokenStart());
     result = ParseNumber::Double(Product(base.AsDouble(), exponent.integer), kParseComputed);
     return true;
 }
 
 /// At ")": takes the open parenthesis, and the function in front of it, off the stack.
 bool CommandGrammar::CloseParenthesis() {
-    TagSymbolNode const *const function = m_operators.Pop().function;
+    Operator const open = m_operators.Pop();
+    TagSymbolNode const *const function = open.function;
     --m_openParentheses;
     ParseNumber &value = m_values.Top();
     Advance();
@@ -186,10 +195,10 @@ bool CommandGrammar::CloseParenthesis() {
         return true;
     }
     double const x = value.AsDouble();
-    if (char const *const error = FunctionDomainError(*function, x))
-        return Fail(error);
+    if (ParseFaultKind const fault = FunctionFault(*function, x); fault != ParseFaultKind::kNone)
+        return FailAt(fault, open.begin, m_lexer.TokenStart());
     value = ParseNumber::Double(function->function(x), kParseComputed);
     return true;
 }
 
-} // namespace zvi::lib
+} // namespace zvi::lib::command

@@ -1,8 +1,9 @@
 #include "zvi/command/CommandGrammarDetail.h"
 
 #include <cmath>
+#include <string_view>
 
-namespace zvi::lib {
+namespace zvi::lib::command {
 
 namespace {
 
@@ -20,8 +21,6 @@ enum PositionInputMode { kModeAbsolute = 0, kModeRelative = 1, kModePolar = 2 };
 
 /// Most coordinates of a position.
 constexpr int kMostCoordinates = 3;
-
-constexpr char kExtraArgument[] = "extra arguement!";
 
 /// Truncated toward zero; what no 32-bit integer can hold becomes the smallest one.
 std::int32_t Truncated(ParseNumber const &value) {
@@ -64,18 +63,22 @@ int CommandGrammar::Parse() {
 }
 
 bool CommandGrammar::Unexpected() {
-    m_parser.yyerror("syntax error");
-    return Fail();
+    return FailAt(ParseFaultKind::kUnexpectedToken, m_lexer.TokenStart(), m_lexer.TokenEnd());
 }
 
-bool CommandGrammar::Fail(char const *text) {
-    m_parser.m_errorPosition = m_lexer.TokenStart();
-    if (text) {
-        CString wide;
-        wide.Format(L"%S", text);
-        m_parser.ReportError(wide);
-    }
-    m_parser.ReportError(L"Syntax Error");
+/// Fails with what ends in front of the token at hand.
+bool CommandGrammar::Fail(ParseFaultKind kind) {
+    return FailAt(kind, m_lexer.TokenStart(), m_lexer.TokenStart());
+}
+
+bool CommandGrammar::FailAt(ParseFaultKind kind, int begin, int end) {
+    m_parser.m_fault = {kind, begin, end, m_lexer.TokenStart()};
+    std::string_view const text = ParseFaultText(kind);
+    if (kind == ParseFaultKind::kUnexpectedToken)
+        m_parser.yyerror(text.data());
+    else if (text != kAnyFaultText)
+        m_parser.Report(text.data());
+    m_parser.Report(kAnyFaultText);
     return false;
 }
 
@@ -165,7 +168,7 @@ bool CommandGrammar::NumberPair(bool repeatsFirst) {
     if (!Args())
         return false;
     if (m_working.GetCount() > 2)
-        return Fail(kExtraArgument);
+        return Fail(ParseFaultKind::kExtraArgument);
     if (m_working.GetCount() == 1)
         m_working.AddDouble(repeatsFirst ? m_working.First()->AsDouble() : 0.0);
     return MoveNumbers();
@@ -186,7 +189,7 @@ bool CommandGrammar::IntegerList() {
         return false;
     for (VMArguement const *argument = m_working.First(); argument; argument = argument->next) {
         if (argument->kind != kArgInteger)
-            return Fail();
+            return Fail(ParseFaultKind::kNoInteger);
     }
     m_result.TakeFrom(m_working);
     return true;
@@ -240,7 +243,7 @@ bool CommandGrammar::RelativePosition() {
     if (begun == Begun::kExpression && m_token == '<') {
         Advance();
         if (m_token == kTokenArgError && !second)
-            return Fail();
+            return Fail(ParseFaultKind::kErrorWord);
         ParseNumber degrees;
         if (!Expression(degrees))
             return false;
@@ -253,7 +256,7 @@ bool CommandGrammar::RelativePosition() {
         return false;
     m_result.TakeFrom(m_working);
     if (m_result.GetCount() > kMostCoordinates)
-        return Fail();
+        return Fail(ParseFaultKind::kExtraCoordinate);
     m_result.SetOpCode(second ? kOpSecondRelative : kOpRelative);
     return true;
 }
@@ -262,7 +265,7 @@ bool CommandGrammar::PositionOfList() {
     int const mode = m_parser.m_positionInputMode;
     int const typed = m_working.GetCount();
     if (typed > kMostCoordinates)
-        return Fail(kExtraArgument);
+        return Fail(ParseFaultKind::kExtraArgument);
     if (typed == 1)
         m_working.AddDouble(0.0);
     if ((typed == 1 || typed == 2) && mode < kModePolar)
@@ -271,13 +274,17 @@ bool CommandGrammar::PositionOfList() {
     for (VMArguement const *argument = m_working.First(); argument; argument = argument->next)
         numbers = numbers && argument->IsNumber();
     // The parse counts as failed, but what was typed still goes into the result.
-    m_failed = m_failed || !numbers;
+    if (!numbers) {
+        m_failed = true;
+        m_parser.m_fault = {ParseFaultKind::kNoCoordinate, m_lexer.TokenStart(), m_lexer.TokenStart(),
+                            m_lexer.TokenStart()};
+    }
     if (mode == kModeAbsolute || mode == kModeRelative) {
         m_result.TakeFrom(m_working);
         m_result.SetOpCode(mode == kModeAbsolute ? kOpAbsolute : kOpRelative);
     } else if (mode == kModePolar) {
         if (m_working.GetCount() != 2 || !numbers)
-            return Fail(kExtraArgument);
+            return Fail(ParseFaultKind::kExtraArgument);
         VMArguement const *const length = m_working.First();
         AddPolar(length->AsDouble(), length->next->AsDouble(), kOpRelativePolar);
     }
@@ -297,10 +304,10 @@ bool CommandGrammar::XyzList() {
     while (m_token == ',' || m_token == kTokenBlankArg || m_token == kTokenArgError) {
         bool const comma = m_token == ',';
         if (m_token == kTokenArgError)
-            return Fail();
+            return Fail(ParseFaultKind::kErrorWord);
         Advance();
         if (comma && m_token == kTokenArgError)
-            return Fail();
+            return Fail(ParseFaultKind::kErrorWord);
         if (m_token != '[')
             return Unexpected();
         if (!Bracket())
@@ -314,7 +321,7 @@ bool CommandGrammar::Bracket() {
     if (!Args())
         return false;
     if (m_token == kTokenArgError)
-        return Fail();
+        return Fail(ParseFaultKind::kErrorWord);
     if (m_token != ']')
         return Unexpected();
     Advance();
@@ -324,7 +331,8 @@ bool CommandGrammar::Bracket() {
 bool CommandGrammar::CloseBracket() {
     double coordinates[kMostCoordinates] = {};
     if (!m_working.ReadNumbers(coordinates[0], coordinates[1], coordinates[2]))
-        return Fail();
+        return Fail(m_working.GetCount() > kMostCoordinates ? ParseFaultKind::kExtraCoordinate
+                                                            : ParseFaultKind::kNoNumber);
     m_result.AddPosition(coordinates[0], coordinates[1], coordinates[2]);
     m_working.Clear();
     return true;
@@ -352,7 +360,7 @@ bool CommandGrammar::Item(bool head) {
 /// Reads an item, but for what follows an expression: the caller may know more uses for it.
 CommandGrammar::Begun CommandGrammar::BeginItem(bool head, ParseNumber &expression) {
     if (m_token == kTokenArgError || (m_token == kTokenBlankArg && !head)) {
-        Fail();
+        Fail(ParseFaultKind::kErrorWord);
         return Begun::kFailed;
     }
     if (m_token == kTokenBlankArg) {
@@ -382,7 +390,7 @@ bool CommandGrammar::FinishItem(ParseNumber const &expression) {
         if (!Expression(value))
             return false;
         if (m_token == '@')
-            return Fail("Syntax error : Iteration Define Error !");
+            return Fail(ParseFaultKind::kRepeatTwice);
         return AddRepeat(expression, value);
     }
     if (expression.kind == kParseInteger)
@@ -401,9 +409,9 @@ bool CommandGrammar::HasRoomFor(std::int64_t count) const {
 /// In the absolute mode the values grow by equal steps, and the first is there even for a count below 1.
 bool CommandGrammar::AddRepeat(ParseNumber const &count, ParseNumber const &value) {
     if (count.kind != kParseInteger)
-        return Fail("Syntax error : Iteration Number must be integer !");
+        return Fail(ParseFaultKind::kRepeatCount);
     if (!HasRoomFor(count.integer))
-        return Fail();
+        return Fail(ParseFaultKind::kTooManyArguments);
     double const step = value.AsDouble();
     if (m_parser.m_relativeIteration) {
         for (std::int32_t i = 0; i < count.integer; ++i)
@@ -468,20 +476,20 @@ bool CommandGrammar::Marker(int word) {
 /// before anything is stored.
 bool CommandGrammar::AddByTo(ParseValue const &range, bool head) {
     if (range.kind != kParseByTo)
-        return Fail();
+        return Fail(ParseFaultKind::kRangeEnds);
     bool const up = range.from < range.to;
     bool const mustFall = head ? !up : range.from > range.to;
     if (mustFall && range.by > 0)
-        return Fail();
+        return Fail(ParseFaultKind::kRangeStep);
     if (!HasRoomFor(FewestOfWalk(range, up)))
-        return Fail();
+        return Fail(ParseFaultKind::kTooManyArguments);
     auto const inside = [&](std::int32_t value) { return up ? value <= range.to : value >= range.to; };
     std::int64_t count = 0;
     std::int32_t value = range.from;
     do {
         value = WrappingSum(value, range.by);
         if (!HasRoomFor(++count))
-            return Fail();
+            return Fail(ParseFaultKind::kTooManyArguments);
     } while (inside(value));
     value = range.from;
     for (std::int64_t i = 0; i < count; ++i) {
@@ -494,7 +502,7 @@ bool CommandGrammar::AddByTo(ParseValue const &range, bool head) {
 bool CommandGrammar::RequireNumbers() {
     for (VMArguement const *argument = m_working.First(); argument; argument = argument->next) {
         if (!argument->IsNumber())
-            return Fail();
+            return Fail(ParseFaultKind::kNoNumber);
     }
     return true;
 }
@@ -502,10 +510,10 @@ bool CommandGrammar::RequireNumbers() {
 /// The number at hand; fails when the line holds more numbers than the symbol table.
 bool CommandGrammar::Number(ParseNumber &value) {
     if (!m_lexer.Number())
-        return Fail();
+        return Fail(ParseFaultKind::kTooManyNumbers);
     value = *m_lexer.Number();
     Advance();
     return true;
 }
 
-} // namespace zvi::lib
+} // namespace zvi::lib::command

@@ -1,42 +1,28 @@
 #pragma once
 
+#include "zvi/base/RoomInPlace.h"
 #include "zvi/command/Parser.h"
 
-#include <algorithm>
-#include <memory>
+#include <cstddef>
 
-namespace zvi::lib {
+namespace zvi::lib::command {
 
 /// A stack of which no text can need more than one entry per byte.
 template <class T>
 class TextStack {
 public:
-    TextStack() = default;
-    TextStack(TextStack const &) = delete;
-    TextStack &operator=(TextStack const &) = delete;
-
     void Push(T const &value) {
-        if (m_size == kInPlace && !m_spill)
-            Spill();
+        if (m_size == m_entries.Capacity())
+            m_entries.Grow(lexer1::kBufferBytes, m_size);
         m_entries[m_size++] = value;
     }
     T Pop() { return m_entries[--m_size]; }
     T &Top() { return m_entries[m_size - 1]; }
-    int Size() const { return m_size; }
+    int Size() const { return static_cast<int>(m_size); }
 
 private:
-    static constexpr int kInPlace = 16;
-
-    void Spill() {
-        m_spill = std::make_unique_for_overwrite<T[]>(lexer1::kBufferBytes);
-        std::copy(m_inPlace, m_inPlace + m_size, m_spill.get());
-        m_entries = m_spill.get();
-    }
-
-    int m_size = 0;
-    T m_inPlace[kInPlace];
-    T *m_entries = m_inPlace;
-    std::unique_ptr<T[]> m_spill;
+    std::size_t m_size = 0;
+    base::RoomInPlace<T, 16> m_entries;
 };
 
 /// The grammar of the command language, one operation per symbol, from left to right with one token of lookahead.
@@ -66,8 +52,9 @@ public:
 
 private:
     struct Operator {
-        int token;
-        int precedence;
+        std::int16_t token;
+        std::int16_t precedence;
+        std::int32_t begin;                      ///< its place in the line, with the function in front of it
         TagSymbolNode const *function = nullptr; ///< in front of an open parenthesis
     };
     enum class Begun { kFailed, kItem, kExpression };
@@ -107,8 +94,8 @@ private:
     bool ReduceDownTo(int precedence);
     bool Reduce();
     bool CloseParenthesis();
-    bool Binary(int token, ParseNumber const &a, ParseNumber const &b, ParseNumber &result);
-    bool Power(ParseNumber const &base, ParseNumber const &exponent, ParseNumber &result);
+    bool Binary(Operator const &op, ParseNumber const &a, ParseNumber const &b, ParseNumber &result);
+    bool Power(Operator const &op, ParseNumber const &base, ParseNumber const &exponent, ParseNumber &result);
 
     bool Number(ParseNumber &value);
     bool RequireNumbers();
@@ -117,7 +104,8 @@ private:
     bool AtEnd() const { return m_token == kTokenEnd; }
     void Advance() { m_token = m_lexer.NextToken(); }
     bool Unexpected();
-    bool Fail(char const *text = nullptr);
+    bool Fail(ParseFaultKind kind);
+    bool FailAt(ParseFaultKind kind, int begin, int end);
 
     Parser &m_parser;
     lexer1 &m_lexer;
@@ -130,4 +118,4 @@ private:
     TextStack<Operator> m_operators;
 };
 
-} // namespace zvi::lib
+} // namespace zvi::lib::command

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "zvi/Export.h"
 #include "zvi/core/CArray.h"
 #include "zvi/core/CString.h"
 #include "zvi/core/CStringArray.h"
-#include "zvi/core/Export.h"
 #include "zvi/core/MArray.h"
 
 namespace zvi::lib {

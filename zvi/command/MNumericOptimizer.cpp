@@ -17,8 +17,13 @@ constexpr std::int64_t kLeastRunOfOtherStep = 4;
 /// Most characters of a number in a selection text: its sign and its digits.
 constexpr std::uint64_t kMostNumberChars = 127;
 
-bool FitsRun(long number) {
+bool FitsRun(std::int64_t number) {
     return number >= std::numeric_limits<std::int32_t>::min() && number <= std::numeric_limits<std::int32_t>::max();
+}
+
+/// In 64 bits, for a `long` may have 32.
+std::int64_t StepBetween(long from, long to) {
+    return std::int64_t{to} - from;
 }
 
 MTArray<long> ViewOf(MArray<long> &numbers) {
@@ -182,8 +187,8 @@ int MNumericOptimizer::ExtractSeq(MTArray<long> const &numbers, std::int64_t &po
         long const *const run = numbers.Data() + pos;
         std::int64_t length = 1;
         if (pos + 1 < count && FitsRun(run[0]) && FitsRun(run[1])) {
-            long const step = run[1] - run[0];
-            while (pos + length < count && FitsRun(run[length]) && run[length] - run[length - 1] == step)
+            std::int64_t const step = StepBetween(run[0], run[1]);
+            while (pos + length < count && FitsRun(run[length]) && StepBetween(run[length - 1], run[length]) == step)
                 ++length;
             if (FitsRun(step) && length >= (step == 1 ? kLeastRunOfStepOne : kLeastRunOfOtherStep)) {
                 m_runs.PushBack(STB_OPT_NODE{static_cast<std::int32_t>(run[0]),

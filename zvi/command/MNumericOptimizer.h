@@ -1,7 +1,7 @@
 #pragma once
 
+#include "zvi/Export.h"
 #include "zvi/core/CString.h"
-#include "zvi/core/Export.h"
 #include "zvi/core/MArray.h"
 #include "zvi/core/MTArray.h"
 

@@ -3,8 +3,6 @@
 #include "zvi/command/NormalizeCommandText.h"
 #include "zvi/units/MUnitCtrl.h"
 
-#include <iterator>
-
 namespace zvi::lib {
 
 namespace {
@@ -112,11 +110,15 @@ CString MParser::SetUnitArgTokenString(CString const &text, MUnitCtrl *unit, std
     return result.text;
 }
 
+std::span<wchar_t const *const> MParser::LengthUnits() {
+    return kLengthUnits;
+}
+
 int MParser::ConvertUnitToken(CString &token, MUnitCtrl *unit) {
     if (!unit)
         return 0;
     token.MakeLower();
-    for (int i = 0; i < static_cast<int>(std::size(kLengthUnits)); ++i) {
+    for (int i = 0; i < static_cast<int>(LengthUnits().size()); ++i) {
         if (token != kLengthUnits[i])
             continue;
         double const factor =

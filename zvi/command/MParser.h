@@ -2,6 +2,7 @@
 
 #include "zvi/command/MyParser.h"
 
+#include <span>
 #include <vector>
 
 namespace zvi::lib {
@@ -32,6 +33,11 @@ public:
     /// returns 1. Any other word becomes lower case and returns 0; without `unit` it stays as it is.
     int ConvertUnitToken(CString &token, MUnitCtrl *unit);
 
+    /// The words that `ConvertUnitToken` knows, in the order of their indices. "ft" is among them, though no typed text
+    /// can reach it.
+    static std::span<wchar_t const *const> LengthUnits();
+
+    /// Digits and the decimal point; capitals; small letters.
     bool IsNumberSymbol(wchar_t c) const { return (c >= L'0' && c <= L'9') || c == L'.'; }
     bool IsAlpahbetUpper(wchar_t c) const { return c >= L'A' && c <= L'Z'; }
     bool IsAlpahbetLower(wchar_t c) const { return c >= L'a' && c <= L'z'; }

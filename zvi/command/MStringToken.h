@@ -1,7 +1,7 @@
 #pragma once
 
+#include "zvi/Export.h"
 #include "zvi/core/CString.h"
-#include "zvi/core/Export.h"
 
 #include <string>
 #include <vector>

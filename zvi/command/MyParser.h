@@ -49,6 +49,8 @@ public:
     void SetOpCode(unsigned int op) { m_parser->SetOpCode(op); }
     VMArguement *GetFirstArguement() { return m_parser->GetFirstArguement(); }
     VMArguement *GetNextArguement() { return m_parser->GetNextArguement(); }
+    ParseFault const &GetFault() const { return m_parser->GetFault(); }
+    SymbolTable &GetSymbolTable() { return m_parser->GetSymbolTable(); }
     char const *GetCommandString() { return m_parser->GetCommandString(); }
     CArray<double> &GetGridArgList() { return m_parser->GetGridArgList(); }
     void GetGridArgList(CArray<double> &list) const { m_parser->GetGridArgList(list); }

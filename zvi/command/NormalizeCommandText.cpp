@@ -1,11 +1,11 @@
 #include "zvi/command/NormalizeCommandText.h"
 
+#include "zvi/base/RoomInPlace.h"
 #include "zvi/command/NormalizedLineDetail.h"
 #include "zvi/core/WideUnits.h"
 
 #include <algorithm>
 #include <cstddef>
-#include <memory>
 #include <string_view>
 #include <vector>
 
@@ -22,16 +22,7 @@ struct TracedChar {
 /// The line that comes out and its sources, in room for a number of characters that is known beforehand.
 class OutputLine {
 public:
-    explicit OutputLine(std::size_t capacity) {
-        if (capacity > kInPlace) {
-            m_charSpill = std::make_unique_for_overwrite<wchar_t[]>(capacity);
-            m_sourceSpill = std::make_unique_for_overwrite<int[]>(capacity);
-            m_chars = m_charSpill.get();
-            m_sources = m_sourceSpill.get();
-        }
-    }
-    OutputLine(OutputLine const &) = delete;
-    OutputLine &operator=(OutputLine const &) = delete;
+    explicit OutputLine(std::size_t capacity) : m_chars(capacity), m_sources(capacity) {}
 
     void Push(wchar_t c, int source) {
         m_chars[m_size] = c;
@@ -39,19 +30,15 @@ public:
     }
     std::size_t Size() const { return m_size; }
     wchar_t &Last() { return m_chars[m_size - 1]; }
-    CString Text() const { return CString(std::wstring_view(m_chars, m_size)); }
-    std::vector<int> Sources() const { return {m_sources, m_sources + m_size}; }
+    CString Text() const { return CString(std::wstring_view(m_chars.Data(), m_size)); }
+    std::vector<int> Sources() const { return {m_sources.Data(), m_sources.Data() + m_size}; }
 
 private:
     static constexpr std::size_t kInPlace = 512;
 
     std::size_t m_size = 0;
-    wchar_t *m_chars = m_charsInPlace;
-    int *m_sources = m_sourcesInPlace;
-    std::unique_ptr<wchar_t[]> m_charSpill;
-    std::unique_ptr<int[]> m_sourceSpill;
-    wchar_t m_charsInPlace[kInPlace];
-    int m_sourcesInPlace[kInPlace];
+    base::RoomInPlace<wchar_t, kInPlace> m_chars;
+    base::RoomInPlace<int, kInPlace> m_sources;
 };
 
 constexpr std::wstring_view kByMarker = L"#__ARG_BY__#";
@@ -273,7 +260,7 @@ CString NormalizeCommandText(CString const &text, std::vector<int> &sources) {
     return Normalize({}, text, &sources);
 }
 
-CString NormalizedLine(std::string_view startWord, CString const &text) {
+CString command::NormalizedLine(std::string_view startWord, CString const &text) {
     return Normalize(startWord, text, nullptr);
 }
 

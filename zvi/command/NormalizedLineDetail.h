@@ -4,9 +4,9 @@
 
 #include <string_view>
 
-namespace zvi::lib {
+namespace zvi::lib::command {
 
 /// The start word, one blank, and the normalised text.
 CString NormalizedLine(std::string_view startWord, CString const &text);
 
-} // namespace zvi::lib
+} // namespace zvi::lib::command

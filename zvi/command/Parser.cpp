@@ -3,13 +3,32 @@
 #include "zvi/command/CommandGrammarDetail.h"
 #include "zvi/command/NormalizedLineDetail.h"
 
+#include <algorithm>
+#include <string_view>
+
 namespace zvi::lib {
+
+namespace {
+
+/// Counts the places of a fault from `begin` on, in a line that ends at `end`.
+void CountFrom(ParseFault &fault, int begin, int end) {
+    for (std::int32_t *const place : {&fault.begin, &fault.end, &fault.stop})
+        *place = std::clamp(*place, begin, end) - begin;
+}
+
+} // namespace
 
 Parser::Parser() : m_lexer(m_symbols) {}
 
 Parser::~Parser() = default;
 
 void Parser::ReportError(CString const &) {}
+
+void Parser::Report(char const *text) {
+    CString wide;
+    wide.Format(L"%S", text);
+    ReportError(wide);
+}
 
 void Parser::SetPreModePosNOp(int mode) {
     m_positionInputMode = mode;
@@ -23,17 +42,26 @@ int Parser::_Parsing(CString const &text) {
     m_symbols.ClearStrings();
     m_gridArguments.RemoveAll();
     m_tableStrings.RemoveAll();
-    m_errorPosition = 0;
+    m_fault = {};
     if (!m_lexer.Load(text.GetString(), text.GetLength())) {
-        ReportError(L"Syntax Error");
+        m_fault.kind = ParseFaultKind::kTooLong;
+        Report(kAnyFaultText);
         return 0;
     }
-    return CommandGrammar(*this).Parse();
+    if (command::CommandGrammar(*this).Parse())
+        return 1;
+    CountFrom(m_fault, 0, text.GetLength());
+    return 0;
 }
 
 /// The start word, a blank, and the normalised text.
 int Parser::ParseAs(int startWord, CString const &text) {
-    return _Parsing(NormalizedLine(m_symbols.ReservedWordName(startWord), text));
+    std::string_view const word = m_symbols.ReservedWordName(startWord);
+    CString const line = command::NormalizedLine(word, text);
+    int const parsed = _Parsing(line);
+    if (!parsed)
+        CountFrom(m_fault, static_cast<int>(word.size()) + 1, line.GetLength());
+    return parsed;
 }
 
 int Parser::ParseAsIntegers(int startWord, CString const &text) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zvi/Export.h"
+#include "zvi/command/ParseFault.h"
 #include "zvi/command/SymbolTable.h"
 #include "zvi/command/VMCommand.h"
 #include "zvi/command/lexer1.h"
@@ -7,11 +9,14 @@
 #include "zvi/core/CArray.h"
 #include "zvi/core/CString.h"
 #include "zvi/core/CStringArray.h"
-#include "zvi/core/Export.h"
 
 #include <cstdint>
 
 namespace zvi::lib {
+
+namespace command {
+class CommandGrammar;
+}
 
 /// Reads one line of the command language per call: expressions, positions, number and node lists, grid definitions.
 ///
@@ -91,14 +96,17 @@ public:
     void SetRelIteration() { m_relativeIteration = 1; }
     void SetAbsIteration() { m_relativeIteration = 0; }
 
-    /// After a failure: where in the text of `_Parsing` the token stood at which the parse gave up.
-    int GetErrorPosition() const { return m_errorPosition; }
+    /// Why and where the last parse failed; of kind kNone when it succeeded and before the first one. It tells as a
+    /// value what `ReportError` and the standard error stream get to hear as texts.
+    ParseFault const &GetFault() const { return m_fault; }
 
+    /// The names that the parser knows, and the literals of its last line.
     SymbolTable &GetSymbolTable() { return m_symbols; }
 
 private:
-    friend class CommandGrammar;
+    friend class command::CommandGrammar;
 
+    void Report(char const *text);
     int ParseAs(int startWord, CString const &text);
     int ParseAsIntegers(int startWord, CString const &text);
     template <class Number>
@@ -113,7 +121,7 @@ private:
     CArray<double> m_gridArguments;
     CArray<int> m_tableIntegers;
     CStringArray m_tableStrings;
-    int m_errorPosition = 0;
+    ParseFault m_fault;
     lexer1 m_lexer;
 };
 

@@ -1,53 +1,19 @@
 #include "zvi/command/SymbolTable.h"
 
+#include "zvi/base/Index.h"
+#include "zvi/command/BuiltInSymbolsDetail.h"
 #include "zvi/command/CommandTokens.h"
 #include "zvi/command/VMCommand.h"
 
 #include <algorithm>
-#include <cmath>
+#include <cassert>
 #include <cstring>
 
 namespace zvi::lib {
 
 namespace {
 
-// These refuse some arguments and are told by their address; see FunctionDomainError.
-double TanDegrees(double x) {
-    return std::tan(x * DEG_TO_RAD);
-}
-
-double AsinDegrees(double x) {
-    return std::asin(x) * RAD_TO_DEG;
-}
-
-double AcosDegrees(double x) {
-    return std::acos(x) * RAD_TO_DEG;
-}
-
-constexpr double kPi = 3.141592653589793;
-
-TagSymbolNode const kBuiltInSymbols[] = {
-    {"log", [](double x) { return std::log10(x); }, 0},
-    {"ln", [](double x) { return std::log(x); }, 0},
-    {"sqrt", [](double x) { return std::sqrt(x); }, 0},
-    {"sin", [](double x) { return std::sin(x * DEG_TO_RAD); }, 0},
-    {"cos", [](double x) { return std::cos(x * DEG_TO_RAD); }, 0},
-    {"tan", TanDegrees, 0},
-    {"asin", AsinDegrees, 0},
-    {"acos", AcosDegrees, 0},
-    {"atan", [](double x) { return std::atan(x) * RAD_TO_DEG; }, 0},
-    {"exp", [](double x) { return std::exp(x); }, 0},
-    {"deg", [](double x) { return x * RAD_TO_DEG; }, 0},
-    {"rad", [](double x) { return x * DEG_TO_RAD; }, 0},
-    {"sinh", [](double x) { return std::sinh(x); }, 0},
-    {"cosh", [](double x) { return std::cosh(x); }, 0},
-    {"abs", [](double x) { return std::fabs(x); }, 0},
-    {"pi", nullptr, kPi},
-    // phi is not the golden ratio here: existing input relies on its being pi.
-    {"phi", nullptr, kPi},
-};
-
-constexpr int kBuiltInSymbolCount = static_cast<int>(std::size(kBuiltInSymbols));
+static_assert(SymbolTable::kMostVariables == SymbolTable::kMostSymbols - command::kBuiltInSymbolCount);
 
 TagResWordNode ReservedWord(char const *text, int token) {
     TagResWordNode node;
@@ -98,7 +64,7 @@ TagSymbolNode const *FindSymbol(Symbols const &others, std::string_view name, bo
         return LowerCase(node.name[0]) == first && (node.function != nullptr) == isFunction &&
                EqualNoCase(name, node.name);
     };
-    for (TagSymbolNode const &node : kBuiltInSymbols) {
+    for (TagSymbolNode const &node : command::kBuiltInSymbols) {
         if (fits(node))
             return &node;
     }
@@ -116,21 +82,13 @@ TagSymbolNode::TagSymbolNode(char const *symbolName, double (*symbolFunction)(do
     std::memcpy(name, symbolName, std::min<std::size_t>(std::strlen(symbolName), kMostNameChars));
 }
 
-char const *FunctionDomainError(TagSymbolNode const &symbol, double x) {
-    if ((symbol.function == AsinDegrees || symbol.function == AcosDegrees) && (x < -1.0 || x > 1.0))
-        return "asin(x) , acos(x) ==> ( -1 <= x <= 1 )";
-    if (symbol.function == TanDegrees && x == 90.0)
-        return "Function error tan(90)";
-    return nullptr;
-}
-
 SymbolTable::SymbolTable() = default;
 SymbolTable::~SymbolTable() = default;
 
 TagSymbolNode *SymbolTable::AddSymbol(char const *name) {
     if (!name || std::strlen(name) > TagSymbolNode::kMostNameChars)
         return nullptr;
-    if (kBuiltInSymbolCount + static_cast<int>(m_symbols.size()) >= kMostSymbols)
+    if (GetSymbolCount() >= kMostSymbols)
         return nullptr;
     m_symbols.push_back(std::make_unique<TagSymbolNode>(name, nullptr, 0.0));
     return m_symbols.back().get();
@@ -142,6 +100,16 @@ TagSymbolNode const *SymbolTable::FindFunction(std::string_view name) const {
 
 TagSymbolNode const *SymbolTable::FindVariable(std::string_view name) const {
     return FindSymbol(m_symbols, name, false);
+}
+
+int SymbolTable::GetSymbolCount() const {
+    return command::kBuiltInSymbolCount + static_cast<int>(m_symbols.size());
+}
+
+TagSymbolNode const &SymbolTable::GetSymbol(int index) const {
+    assert(index >= 0 && index < GetSymbolCount());
+    return index < command::kBuiltInSymbolCount ? command::kBuiltInSymbols[index]
+                                                : *m_symbols[base::Index(index - command::kBuiltInSymbolCount)];
 }
 
 TagResWordNode const *SymbolTable::FindReservedWord(std::string_view text) const {
@@ -170,8 +138,18 @@ char const *SymbolTable::ReservedWordName(int token) const {
     return nullptr;
 }
 
+int SymbolTable::GetReservedWordCount() const {
+    return kBuiltInReservedWordCount + static_cast<int>(m_reservedWords.size());
+}
+
+TagResWordNode const &SymbolTable::GetReservedWord(int index) const {
+    assert(index >= 0 && index < GetReservedWordCount());
+    return index < kBuiltInReservedWordCount ? kBuiltInReservedWords[index]
+                                             : *m_reservedWords[base::Index(index - kBuiltInReservedWordCount)];
+}
+
 TagResWordNode *SymbolTable::AddReservedWord(char const *text, int token) {
-    if (!text || kBuiltInReservedWordCount + static_cast<int>(m_reservedWords.size()) >= kMostReservedWords)
+    if (!text || GetReservedWordCount() >= kMostReservedWords)
         return nullptr;
     m_reservedWords.push_back(std::make_unique<TagResWordNode>(ReservedWord(text, token)));
     return m_reservedWords.back().get();

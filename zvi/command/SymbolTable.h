@@ -1,7 +1,8 @@
 #pragma once
 
+#include "zvi/Export.h"
+#include "zvi/command/Degrees.h"
 #include "zvi/command/ParseValue.h"
-#include "zvi/core/Export.h"
 
 #include <cstdint>
 #include <memory>
@@ -12,11 +13,6 @@
 namespace zvi::lib {
 
 class VMCommand;
-
-/// Degrees to radians and back in the command language. Both are single-precision values held as doubles: results of
-/// existing input files depend on these digits.
-inline constexpr double DEG_TO_RAD = 0.01745329238474369;
-inline constexpr double RAD_TO_DEG = 57.295780181884766;
 
 /// A function or a variable. A node with a function is a function, a node without is a variable.
 struct ZVI_API TagSymbolNode {
@@ -52,18 +48,15 @@ struct ZVI_API TagStringNode {
 /// A number literal, laid out as the value it carries.
 using TagNumberNode = ParseValue;
 
-/// Why a built-in function has no answer at `x`, as the text to report; null when it has one.
-/// asin and acos answer for -1 <= x <= 1 alone, and tan refuses exactly 90 (270 and its like give a huge value).
-ZVI_API char const *FunctionDomainError(TagSymbolNode const &symbol, double x);
-
 /// The names and literals of one parser. Limits are fixed counts, and at a limit an operation returns null and nothing
 /// else happens. Built-in functions, variables and reserved words are shared by all tables and cost nothing to set up.
 class ZVI_API SymbolTable {
 public:
-    static constexpr int kMostSymbols = 200;
-    static constexpr int kMostReservedWords = 300;
-    static constexpr int kMostNumbers = 1000;
-    static constexpr int kMostStrings = 1000;
+    static constexpr int kMostSymbols = 200;       ///< functions and variables, the built-in ones included
+    static constexpr int kMostVariables = 183;     ///< what the built-in symbols leave of them
+    static constexpr int kMostReservedWords = 300; ///< the built-in ones included
+    static constexpr int kMostNumbers = 1000;      ///< literals and variables of one line
+    static constexpr int kMostStrings = 1000;      ///< unknown words of one line
 
     SymbolTable();
     ~SymbolTable();
@@ -76,10 +69,17 @@ public:
     /// The first function, or variable, of this name, whatever its case; null if there is none.
     TagSymbolNode const *FindFunction(std::string_view name) const;
     TagSymbolNode const *FindVariable(std::string_view name) const;
+    /// The functions and variables, counted from 0: the built-in ones, of which the functions come first, then the
+    /// others in the order in which they were added. `index` must be below the count.
+    int GetSymbolCount() const;
+    TagSymbolNode const &GetSymbol(int index) const;
 
     /// The reserved word with exactly this text, or with this token number; null if there is none.
     TagResWordNode const *FindReservedWord(std::string_view text) const;
     char const *ReservedWordName(int token) const;
+    /// The reserved words, counted from 0 in the same way. `index` must be below the count.
+    int GetReservedWordCount() const;
+    TagResWordNode const &GetReservedWord(int index) const;
     /// A further reserved word, or null at the limit.
     TagResWordNode *AddReservedWord(char const *text, int token);
 

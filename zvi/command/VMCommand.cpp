@@ -1,6 +1,6 @@
 #include "zvi/command/VMCommand.h"
 
-#include <cstring>
+#include <memory>
 
 namespace zvi::lib {
 
@@ -34,10 +34,11 @@ void VMCommand::AddDouble(double value) {
 }
 
 void VMCommand::AddString(std::string_view text) {
-    char *const copy = new char[text.size() + 1];
-    std::memcpy(copy, text.data(), text.size());
+    auto copy = std::make_unique_for_overwrite<char[]>(text.size() + 1);
+    text.copy(copy.get(), text.size());
     copy[text.size()] = '\0';
-    Append(kArgString).text = copy;
+    VMArguement &argument = Append(kArgString);
+    argument.text = copy.release();
 }
 
 void VMCommand::AddPosition(double x, double y, double z) {
@@ -66,6 +67,8 @@ void VMCommand::AppendCopy(VMCommand const &other) {
 }
 
 void VMCommand::TakeFrom(VMCommand &other) {
+    if (&other == this)
+        return;
     if (other.m_first) {
         if (m_last)
             m_last->next = other.m_first;

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "zvi/Export.h"
 #include "zvi/core/CString.h"
-#include "zvi/core/Export.h"
 
 #include <cstdint>
 #include <string>
@@ -63,6 +63,7 @@ public:
     /// `Clear` leaves them: the flag of `other` is deliberately not carried across.
     void AppendCopy(VMCommand const &other);
     /// Moves the chain of `other` behind this one and leaves `other` cleared. The computed flag is not carried across.
+    /// A command that is to take from itself stays as it is.
     void TakeFrom(VMCommand &other);
     /// Destroys the chain and zeroes operation code and count. The computed flag stays as it is.
     void Clear();

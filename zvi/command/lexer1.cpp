@@ -13,7 +13,7 @@ namespace {
 
 /// Stands for a character outside ASCII; no rule of the language takes it.
 constexpr char kForeignCharacter = '?';
-constexpr wchar_t kLastAscii = 0x7F;
+constexpr std::uint32_t kLastAscii = 0x7F;
 /// Most digits that a double and a 64-bit integer both hold exactly.
 constexpr int kExactDigits = 15;
 
@@ -118,7 +118,7 @@ bool lexer1::Load(wchar_t const *text, int length) {
         return false;
     }
     for (int i = 0; i < length; ++i)
-        m_text[i] = text[i] >= 0 && text[i] <= kLastAscii ? static_cast<char>(text[i]) : kForeignCharacter;
+        m_text[i] = static_cast<std::uint32_t>(text[i]) <= kLastAscii ? static_cast<char>(text[i]) : kForeignCharacter;
     m_text[length] = ' ';
     m_text[length + 1] = '\0';
     return true;

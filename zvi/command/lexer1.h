@@ -1,10 +1,10 @@
 #pragma once
 
+#include "zvi/Export.h"
 #include "zvi/command/CommandTokens.h"
 #include "zvi/command/ParseValue.h"
 #include "zvi/command/SymbolTable.h"
 #include "zvi/core/CString.h"
-#include "zvi/core/Export.h"
 
 #include <string_view>
 
@@ -17,7 +17,8 @@ public:
     /// Size of the input store in bytes, the closing zero included.
     static constexpr int kBufferBytes = 2048;
 
-    explicit lexer1(SymbolTable &symbols) : m_symbols(symbols) {}
+    /// The input is empty until `Load`.
+    explicit lexer1(SymbolTable &symbols) : m_symbols(symbols) { m_text[0] = '\0'; }
 
     /// Takes a text with one blank appended. False, with an empty input, when that exceeds the input store.
     /// Characters outside ASCII become a byte that no rule of the language takes.
@@ -38,6 +39,8 @@ public:
 
     /// Where the last token begins, in bytes from the start of the input.
     int TokenStart() const { return m_tokenStart; }
+    /// Where it ends: one behind its last byte.
+    int TokenEnd() const { return m_pos; }
 
 private:
     int ReadWord();

@@ -18,28 +18,37 @@ public:
     using iterator = typename std::list<Entry>::iterator;
     using const_iterator = typename std::list<Entry>::const_iterator;
 
+    /// No pairs.
     CMap() = default;
+    /// A later pair of the same key overwrites the earlier one.
     CMap(std::initializer_list<Entry> entries) {
         for (Entry const &entry : entries)
             SetAt(entry.first, entry.second);
     }
+    /// Copies the pairs in their order.
     CMap(CMap const &other) {
         for (Entry const &entry : other)
             SetAt(entry.first, entry.second);
     }
+    /// Takes over the pairs of `other`, which is left empty.
     CMap(CMap &&other) noexcept { Swap(other); }
+    /// Copies or takes over the pairs; a copy that raises an error changes nothing.
     CMap &operator=(CMap other) noexcept {
         Swap(other);
         return *this;
     }
 
+    /// Exchanges the pairs of two maps.
     void Swap(CMap &other) noexcept {
         m_entries.swap(other.m_entries);
         m_index.swap(other.m_index);
     }
 
+    /// Number of pairs.
     int GetCount() const { return static_cast<int>(m_entries.size()); }
+    /// Number of pairs, as `GetCount`.
     int GetSize() const { return GetCount(); }
+    /// Whether there is no pair.
     bool IsEmpty() const { return m_entries.empty(); }
 
     /// Stores the pair; an existing value is overwritten.
@@ -63,15 +72,15 @@ public:
     /// Whether `key` is present; if so, copies its value to `value`, which is otherwise left as it is.
     bool Lookup(K const &key, V &value) const {
         V const *const found = Lookup(key);
-        if (found != nullptr)
+        if (found)
             value = *found;
-        return found != nullptr;
+        return found;
     }
 
     /// The value of `key`, stored as the type constructs it when the key is absent.
     V &operator[](K const &key) {
         V *const found = Lookup(key);
-        return found != nullptr ? *found : Append(key, V());
+        return found ? *found : Append(key, V());
     }
 
     /// Removes the pair of `key`; false when it is absent.
@@ -85,15 +94,27 @@ public:
         return true;
     }
 
+    /// Drops all pairs.
     void RemoveAll() {
         m_index.clear();
         m_entries.clear();
     }
 
+    /// Walks the pairs in the order in which their keys came in.
     iterator begin() { return m_entries.begin(); }
     iterator end() { return m_entries.end(); }
     const_iterator begin() const { return m_entries.begin(); }
     const_iterator end() const { return m_entries.end(); }
+
+    /// Whether each key leads to its own pair. Walks the whole map.
+    bool IsConsistent() const {
+        std::size_t found = 0;
+        for (const_iterator entry = begin(); entry != end(); ++entry) {
+            auto const place = m_index.find(entry->first);
+            found += place != m_index.end() && const_iterator(place->second) == entry ? 1 : 0;
+        }
+        return found == m_entries.size() && found == m_index.size();
+    }
 
 private:
     V &Append(K const &key, V value) {

@@ -14,8 +14,11 @@ using zvi::lib::UpperUnit;
 
 namespace {
 
+/// The largest value of a code unit.
+constexpr std::uint32_t kLastUnit = 0xFFFF;
+
 std::wstring_view ViewOf(wchar_t const *text) {
-    return text == nullptr ? std::wstring_view() : std::wstring_view(text);
+    return text ? std::wstring_view(text) : std::wstring_view();
 }
 
 std::wstring UnitsOf(std::wstring_view text) {
@@ -38,7 +41,7 @@ int SignOf(int comparison) {
     return (comparison > 0) - (comparison < 0);
 }
 
-/// `pattern` must not point into `text`.
+/// Replaces each `what` from the start on, and gives their number.
 int ReplaceAll(std::wstring &text, std::wstring const &what, std::wstring const &with) {
     if (what.empty())
         return 0;
@@ -77,7 +80,7 @@ auto IsOneOf(std::wstring const &set) {
 CString::CString(wchar_t const *text) : m_text(UnitsOf(ViewOf(text))) {}
 
 CString::CString(wchar_t const *text, int length) {
-    if (text != nullptr && length > 0)
+    if (text && length > 0)
         AppendWide(m_text, std::wstring_view(text, static_cast<std::size_t>(length)));
 }
 
@@ -105,9 +108,8 @@ CString &CString::operator+=(CString const &text) {
 }
 
 CString &CString::operator+=(wchar_t const *text) {
-    std::wstring_view const view = ViewOf(text);
     // A part of this text is free of wide characters, so it is appended in one step that minds the overlap.
-    AppendWide(m_text, view);
+    AppendWide(m_text, ViewOf(text));
     return *this;
 }
 
@@ -122,8 +124,8 @@ int CString::Compare(CString const &other) const {
 
 int CString::Compare(wchar_t const *other) const {
     std::wstring_view const view = ViewOf(other);
-    bool const hasWide = std::any_of(view.begin(), view.end(),
-                                     [](wchar_t element) { return static_cast<std::uint32_t>(element) > 0xFFFF; });
+    bool const hasWide =
+        std::any_of(view.begin(), view.end(), [](std::uint32_t element) { return element > kLastUnit; });
     return SignOf(hasWide ? m_text.compare(UnitsOf(view)) : std::wstring_view(m_text).compare(view));
 }
 

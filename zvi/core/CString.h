@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zvi/core/Export.h"
+#include "zvi/Export.h"
 
 #include <compare>
 #include <concepts>
@@ -18,23 +18,30 @@
 /// Positions count code units from 0; -1 says "not found".
 class ZVI_API CString {
 public:
+    /// An empty text.
     CString() = default;
+    /// The elements of `text` up to its closing zero.
     CString(wchar_t const *text);
     /// The first `length` elements of `text`, zeros included; empty for a length below 1.
     CString(wchar_t const *text, int length);
     /// `count` times the character; empty for a count below 1.
     explicit CString(wchar_t character, int count = 1);
+    /// All elements of `text`, zeros included.
     explicit CString(std::wstring_view text);
 
+    /// As construction from `text`, which may point into this text.
     CString &operator=(wchar_t const *text);
 
+    /// Number of code units.
     int GetLength() const { return static_cast<int>(m_text.size()); }
+    /// Whether there is no unit.
     bool IsEmpty() const { return m_text.empty(); }
     /// Makes the text empty.
     void Empty() { m_text.clear(); }
 
     /// The unit at `index`; 0 outside the text.
     wchar_t GetAt(int index) const { return Unit(index); }
+    /// The same with an index of any whole type.
     template <std::integral Index>
     wchar_t operator[](Index index) const {
         return Unit(index);
@@ -44,12 +51,15 @@ public:
 
     /// The units with a closing zero, valid until the text changes.
     wchar_t const *GetString() const { return m_text.c_str(); }
+    /// The same, so that a text goes wherever bare characters do.
     operator wchar_t const *() const { return m_text.c_str(); }
 
+    /// Appends a text or a character.
     CString &operator+=(CString const &text);
     CString &operator+=(wchar_t const *text);
     CString &operator+=(wchar_t character);
 
+    /// The one behind the other.
     friend CString operator+(CString left, CString const &right) {
         left += right;
         return left;
@@ -79,8 +89,10 @@ public:
     /// As `Compare`, on the lower-case forms.
     int CompareNoCase(CString const &other) const;
 
+    /// Whether the code units are the same.
     friend bool operator==(CString const &left, CString const &right) { return left.m_text == right.m_text; }
     friend bool operator==(CString const &left, wchar_t const *right) { return left.Compare(right) == 0; }
+    /// The order by code unit.
     friend std::strong_ordering operator<=>(CString const &left, CString const &right) {
         return left.Compare(right) <=> 0;
     }
@@ -88,9 +100,11 @@ public:
         return left.Compare(right) <=> 0;
     }
 
-    /// The first or last `count` units, or those from `first` on; whatever lies outside the text is left out.
+    /// The first `count` units, or all there are.
     CString Left(int count) const;
+    /// The last `count` units, or all there are.
     CString Right(int count) const;
+    /// The units from `first` on, `count` at most; whatever lies outside the text is left out.
     CString Mid(int first) const;
     CString Mid(int first, int count) const;
 
@@ -100,14 +114,16 @@ public:
     /// Position of the last occurrence.
     int ReverseFind(wchar_t character) const;
 
-    /// Cuts blanks, tabs, line ends and other white space off both ends or one; or the given character; or all
-    /// characters of the given set.
+    /// Cuts blanks, tabs, line ends and other white space off both ends; or the given character; or all characters of
+    /// the given set.
     CString &Trim();
     CString &Trim(wchar_t character);
     CString &Trim(wchar_t const *characters);
+    /// The same at the left end alone.
     CString &TrimLeft();
     CString &TrimLeft(wchar_t character);
     CString &TrimLeft(wchar_t const *characters);
+    /// The same at the right end alone.
     CString &TrimRight();
     CString &TrimRight(wchar_t character);
     CString &TrimRight(wchar_t const *characters);
@@ -118,14 +134,19 @@ public:
     /// Takes every occurrence of the character out and gives their number.
     int Remove(wchar_t character);
 
-    /// Turns letters (Latin, Greek, Cyrillic) to one case, one unit for one unit and the same in every locale.
+    /// Turns letters (Latin, Greek, Cyrillic) to one case, one unit for one unit and the same in every locale. A letter
+    /// without such a form stays, as the sharp s does.
     CString &MakeUpper();
+    /// The other way round.
     CString &MakeLower();
 
-    /// Replaces the text by a formatted one, or appends it; the rules are those of `zvi::lib::FormatWide`.
+    /// Replaces the text by a formatted one; the rules are those of `zvi::lib::FormatWide`.
     void Format(wchar_t const *format, ...);
+    /// Appends a formatted text.
     void AppendFormat(wchar_t const *format, ...);
+    /// As `Format`, with arguments that a variadic operation was given.
     void FormatV(wchar_t const *format, std::va_list arguments);
+    /// As `AppendFormat`, with arguments that a variadic operation was given.
     void AppendFormatV(wchar_t const *format, std::va_list arguments);
 
 private:

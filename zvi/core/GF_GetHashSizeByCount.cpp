@@ -25,10 +25,9 @@ constexpr long kLargestBinCount = 20000003;
 } // namespace
 
 long GF_GetHashSizeByCount(long count) {
-    for (HashSizeBand const &band : kHashSizeBands) {
+    for (HashSizeBand const &band : kHashSizeBands)
         if (count < band.below)
             return band.binCount;
-    }
     return kLargestBinCount;
 }
 

@@ -1,14 +1,15 @@
 #pragma once
 
+#include "zvi/core/internal/ArrayBlock.h"
+
 #include <algorithm>
+#include <cassert>
 #include <cstddef>
-#include <cstdlib>
+#include <cstdint>
 #include <cstring>
-#include <functional>
 #include <initializer_list>
 #include <limits>
 #include <memory>
-#include <new>
 #include <stdexcept>
 #include <type_traits>
 #include <utility>
@@ -20,7 +21,10 @@ namespace zvi {
 /// Appending grows the block by a half, so single appends to an empty array give the capacities 1, 2, 3, 4, 6, 9, 13,
 /// 19, 28, ... The capacity shrinks only by destruction or by an assignment that needs a larger block. Trivially
 /// copyable elements move as one block of bytes; others are moved (copied when moving may throw) and destroyed one by
-/// one in ascending order. A raised error leaves the array as it was. Growth invalidates pointers to the elements.
+/// one in ascending order. Growth invalidates pointers to the elements.
+///
+/// A raised error, of an element's copy too, leaves the array as it was, capacity included; only elements that cannot
+/// be copied and whose move raises an error may be lost.
 template <typename T>
 class MArray {
 public:
@@ -33,9 +37,10 @@ public:
     /// Raises `std::length_error` above the type's maximum count.
     explicit MArray(std::size_t count) : MArray() {
         AdoptNewBlock(count);
-        m_last = AppendZeroed(count);
+        m_last = Block::FillTo(count, m_first);
     }
 
+    /// Copies the values; the capacity is exactly their number.
     MArray(std::initializer_list<T> values) : MArray() { CopyIn(values.begin(), values.size()); }
 
     /// Copies the elements; the capacity is exactly the size of `other`.
@@ -46,6 +51,7 @@ public:
         : m_first(std::exchange(other.m_first, nullptr)), m_last(std::exchange(other.m_last, nullptr)),
           m_limit(std::exchange(other.m_limit, nullptr)) {}
 
+    /// Destroys the elements and frees the block.
     ~MArray() { Release(); }
 
     /// Copies the elements into the present block when they fit its capacity; otherwise takes a block of exactly the
@@ -56,6 +62,7 @@ public:
         return *this;
     }
 
+    /// The same for a list of values.
     MArray &operator=(std::initializer_list<T> values) {
         AssignFrom(values.begin(), values.size());
         return *this;
@@ -70,28 +77,39 @@ public:
         return *this;
     }
 
+    /// Exchanges the blocks of two arrays.
     void Swap(MArray &other) noexcept {
         std::swap(m_first, other.m_first);
         std::swap(m_last, other.m_last);
         std::swap(m_limit, other.m_limit);
     }
 
+    /// Number of elements.
     std::size_t Size() const { return static_cast<std::size_t>(m_last - m_first); }
+    /// Number of elements for which the block has room.
     std::size_t Capacity() const { return static_cast<std::size_t>(m_limit - m_first); }
+    /// Whether there is no element.
     bool Empty() const { return m_first == m_last; }
 
     /// The first element; null for an array that never allocated.
     T *Data() { return m_first; }
     T const *Data() const { return m_first; }
 
+    /// Walks from the first element to the last.
     T *begin() { return m_first; }
     T *end() { return m_last; }
     T const *begin() const { return m_first; }
     T const *end() const { return m_last; }
 
-    /// The element at `index`, unchecked.
-    T &operator[](std::size_t index) { return m_first[index]; }
-    T const &operator[](std::size_t index) const { return m_first[index]; }
+    /// The element at `index`, which must exist; unchecked but for an assertion.
+    T &operator[](std::size_t index) {
+        assert(index < Size());
+        return m_first[index];
+    }
+    T const &operator[](std::size_t index) const {
+        assert(index < Size());
+        return m_first[index];
+    }
 
     /// The element at `index`; raises `std::out_of_range` when there is none.
     T &At(std::size_t index) {
@@ -116,16 +134,17 @@ public:
         if (count < size) {
             std::destroy(m_first + count, m_last);
             m_last = m_first + count;
-        } else if (count > size) {
-            Reserve(count - size);
-            m_last = AppendZeroed(count - size);
+        } else if (count <= Capacity()) {
+            m_last = Block::FillTo(count - size, m_last);
+        } else {
+            Grow(count - size, [=](T *end) { return Block::FillTo(count - size, end); });
         }
     }
 
     /// Ensures room for `more` elements beyond the present ones, growing by the rule of the appends.
     void Reserve(std::size_t more) {
         if (static_cast<std::size_t>(m_limit - m_last) < more)
-            Grow(more);
+            Grow(more, [](T *end) { return end; });
     }
 
     /// Destroys the elements and keeps the block.
@@ -137,29 +156,51 @@ public:
     /// Moves the elements behind `index` one place down. Raises `std::out_of_range` when there is no such element.
     void RemoveAt(std::size_t index) {
         CheckIndex(index);
-        if constexpr (std::is_trivially_copyable_v<T>) {
+        if constexpr (Block::kIsTrivial) {
             std::size_t const behind = Size() - index - 1;
             std::memmove(static_cast<void *>(m_first + index), m_first + index + 1, behind * sizeof(T));
-        } else {
+            --m_last;
+        } else if constexpr (std::is_nothrow_move_assignable_v<T>) {
             std::move(m_first + index + 1, m_last, m_first + index);
-            std::destroy_at(m_last - 1);
+            std::destroy_at(--m_last);
+        } else {
+            MArray rest;
+            rest.AdoptNewBlock(Capacity());
+            rest.m_last = Block::MoveTo(m_first, m_first + index, rest.m_first);
+            rest.m_last = Block::MoveTo(m_first + index + 1, m_last, rest.m_last);
+            Swap(rest);
         }
-        --m_last;
+    }
+
+    /// Whether the three pointers bound whole elements in the right order, so that the array can be walked.
+    bool IsConsistent() const {
+        if (!m_first)
+            return !m_last && !m_limit;
+        auto const bytesTo = [this](T const *place) {
+            return reinterpret_cast<std::uintptr_t>(place) - reinterpret_cast<std::uintptr_t>(m_first);
+        };
+        return bytesTo(m_last) <= bytesTo(m_limit) && bytesTo(m_last) % sizeof(T) == 0 &&
+               bytesTo(m_limit) % sizeof(T) == 0;
     }
 
     /// The largest count that fits the address space: the greatest whole number not above (2^64 - 1) / sizeof(T).
     static constexpr std::size_t MaxCount() { return std::numeric_limits<std::size_t>::max() / sizeof(T); }
 
+    /// Whether the elements are equal, one by one.
     friend bool operator==(MArray const &left, MArray const &right) requires requires(T const &a, T const &b) {
         a == b;
     }
     { return std::equal(left.m_first, left.m_last, right.m_first, right.m_last); }
 
 private:
-    /// Blocks of such elements come from the C allocator, which can often extend them in place.
-    static constexpr bool IsPlain() {
-        return std::is_trivially_copyable_v<T> && alignof(T) <= alignof(std::max_align_t);
-    }
+    using Block = lib::core::ArrayBlock<T>;
+
+    /// Bytes up to which a copy of a value costs no more than a reference to it.
+    static constexpr std::size_t kReadFirstSize = 64;
+
+    /// A small plain value is read before the array grows: then it can be an element, and it need not have an address.
+    static constexpr bool kIsReadFirst =
+        Block::kIsTrivial && std::is_copy_constructible_v<T> && sizeof(T) <= kReadFirstSize;
 
     [[noreturn, gnu::noinline]] static void RaiseTooLong() { throw std::length_error("vector<T> too long"); }
     [[noreturn, gnu::noinline]] static void RaiseOutOfRange() {
@@ -171,96 +212,56 @@ private:
             RaiseOutOfRange();
     }
 
-    static std::size_t BytesOf(std::size_t count) {
-        if (count > static_cast<std::size_t>(std::numeric_limits<std::ptrdiff_t>::max()) / sizeof(T))
-            throw std::bad_alloc();
-        return count * sizeof(T);
-    }
-
-    static T *Allocate(std::size_t count) {
-        std::size_t const bytes = BytesOf(count);
-        if constexpr (IsPlain()) {
-            void *const block = std::malloc(bytes);
-            if (block == nullptr)
-                throw std::bad_alloc();
-            return static_cast<T *>(block);
-        } else {
-            return static_cast<T *>(::operator new(bytes, std::align_val_t(alignof(T))));
-        }
-    }
-
-    static void Deallocate(T *block) {
-        if constexpr (IsPlain())
-            std::free(block);
-        else
-            ::operator delete(block, std::align_val_t(alignof(T)));
-    }
-
+    /// Takes a block; the array has none yet.
     void AdoptNewBlock(std::size_t capacity) {
+        assert(!m_first);
         if (capacity == 0)
             return;
         if (capacity > MaxCount())
             RaiseTooLong();
-        m_first = Allocate(capacity);
+        m_first = Block::Allocate(capacity);
         m_last = m_first;
         m_limit = m_first + capacity;
     }
 
     void CopyIn(T const *source, std::size_t count) {
         AdoptNewBlock(count);
-        m_last = CopyConstruct(source, count, m_first);
+        m_last = Block::CopyTo(source, count, m_first);
     }
 
     void Release() {
         std::destroy(m_first, m_last);
-        Deallocate(m_first);
+        Block::Deallocate(m_first);
         m_first = m_last = m_limit = nullptr;
     }
 
-    static T *CopyConstruct(T const *source, std::size_t count, T *target) {
-        if constexpr (std::is_trivially_copyable_v<T>) {
-            if (count != 0)
-                std::memcpy(static_cast<void *>(target), source, BytesOf(count));
-            return target + count;
-        } else {
-            return std::uninitialized_copy_n(source, count, target);
-        }
-    }
-
-    static void CopyOver(T const *source, std::size_t count, T *target) {
-        if constexpr (std::is_trivially_copyable_v<T>) {
-            if (count != 0)
-                std::memmove(static_cast<void *>(target), source, count * sizeof(T));
-        } else {
-            std::copy_n(source, count, target);
-        }
-    }
-
-    T *AppendZeroed(std::size_t count) {
-        if constexpr (std::is_trivially_copyable_v<T>) {
-            if (count != 0)
-                std::memset(static_cast<void *>(m_last), 0, BytesOf(count));
-            return m_last + count;
-        } else {
-            return std::uninitialized_value_construct_n(m_last, count);
-        }
-    }
-
     void AssignFrom(T const *source, std::size_t count) {
-        std::size_t const size = Size();
         if (count == 0) {
             Clear();
-        } else if (count <= size) {
-            CopyOver(source, count, m_first);
-            std::destroy(m_first + count, m_last);
-            m_last = m_first + count;
-        } else if (count <= Capacity()) {
-            CopyOver(source, size, m_first);
-            m_last = CopyConstruct(source + size, count - size, m_last);
-        } else {
+        } else if (count > Capacity()) {
             MArray fresh;
             fresh.CopyIn(source, count);
             Swap(fresh);
+        } else if constexpr (Block::kIsTrivial) {
+            m_last = Block::CopyTo(source, count, m_first);
+        } else {
+            AssignByWay(source, count);
+        }
+    }
+
+    /// Copies aside first, where an error does no harm, and then moves the copies into the present block; elements
+    /// whose move may fail stay aside, in a new block of the same capacity.
+    void AssignByWay(T const *source, std::size_t count) {
+        MArray copies;
+        copies.AdoptNewBlock(Capacity());
+        copies.m_last = Block::CopyTo(source, count, copies.m_first);
+        if constexpr (std::is_nothrow_move_assignable_v<T> && std::is_nothrow_move_constructible_v<T>) {
+            T *const middle = copies.m_first + std::min(Size(), count);
+            T *const end = std::move(copies.m_first, middle, m_first);
+            std::destroy(end, m_last);
+            m_last = Block::MoveTo(middle, copies.m_last, end);
+        } else {
+            Swap(copies);
         }
     }
 
@@ -274,75 +275,59 @@ private:
         return std::max(grown, size + more);
     }
 
-    [[gnu::noinline]] void Grow(std::size_t more) {
+    /// Makes room for `more` elements. `fill(end)` constructs as many of them as it likes, and gives the place behind
+    /// them. The old block lives until then, unless it is an extensible one: what is read may lie in it, or in memory
+    /// that an element owns.
+    template <typename Fill>
+    [[gnu::noinline]] void Grow(std::size_t more, Fill fill) {
         std::size_t const capacity = GrownCapacity(more);
         std::size_t const size = Size();
-        m_first = MoveToBlock(capacity);
-        m_last = m_first + size;
-        m_limit = m_first + capacity;
-    }
-
-    T *MoveToBlock(std::size_t capacity) {
-        if constexpr (IsPlain()) {
-            void *const block = std::realloc(static_cast<void *>(m_first), BytesOf(capacity));
-            if (block == nullptr)
-                throw std::bad_alloc();
-            return static_cast<T *>(block);
+        if constexpr (Block::kIsExtensible) {
+            m_first = Block::Extend(m_first, capacity);
+            m_last = fill(m_first + size);
+            m_limit = m_first + capacity;
         } else {
-            T *const block = Allocate(capacity);
+            MArray grown;
+            grown.AdoptNewBlock(capacity);
+            T *const added = grown.m_first + size;
+            T *const end = fill(added);
             try {
-                MoveOrCopyTo(block);
+                Block::MoveTo(m_first, m_last, grown.m_first);
             } catch (...) {
-                Deallocate(block);
+                std::destroy(added, end);
                 throw;
             }
-            std::destroy(m_first, m_last);
-            Deallocate(m_first);
-            return block;
+            grown.m_last = end;
+            Swap(grown);
         }
     }
-
-    void MoveOrCopyTo(T *block) {
-        if constexpr (std::is_nothrow_move_constructible_v<T> || !std::is_copy_constructible_v<T>)
-            std::uninitialized_move(m_first, m_last, block);
-        else
-            std::uninitialized_copy(m_first, m_last, block);
-    }
-
-    /// A small plain value is read before the array grows: then it can be an element, and it need not have an address.
-    static constexpr bool IsReadFirst() {
-        return std::is_trivially_copyable_v<T> && std::is_copy_constructible_v<T> && sizeof(T) <= kReadFirstSize;
-    }
-
-    /// Bytes up to which a copy of a value costs no more than a reference to it.
-    static constexpr std::size_t kReadFirstSize = 64;
 
     template <typename Value>
     void Append(Value &&value) {
-        if constexpr (IsReadFirst()) {
+        if constexpr (kIsReadFirst) {
             T const read = value;
             if (m_last == m_limit)
-                Grow(1);
+                Grow(1, [](T *end) { return end; });
             std::construct_at(m_last, read);
+            ++m_last;
         } else if (m_last == m_limit) {
-            ConstructGrowing(std::forward<Value>(value));
+            AppendGrowing(std::forward<Value>(value));
         } else {
             std::construct_at(m_last, std::forward<Value>(value));
+            ++m_last;
         }
-        ++m_last;
     }
 
-    /// The value may live in the block that growth is about to leave, so it is found again by its index.
+    /// A value whose move may fail is copied, so that an error leaves it where it is.
     template <typename Value>
-    [[gnu::noinline]] void ConstructGrowing(Value &&value) {
-        T const *const address = std::addressof(value);
-        if (!std::less<T const *>()(address, m_first) && std::less<T const *>()(address, m_last)) {
-            std::ptrdiff_t const index = address - m_first;
-            Grow(1);
-            std::construct_at(m_last, static_cast<Value &&>(m_first[index]));
+    [[gnu::noinline]] void AppendGrowing(Value &&value) {
+        if constexpr (Block::kIsExtensible) {
+            T read(std::forward<Value>(value));
+            Grow(1, [&read](T *end) { return std::construct_at(end, std::move(read)) + 1; });
+        } else if constexpr (Block::kIsMoved) {
+            Grow(1, [&value](T *end) { return std::construct_at(end, std::forward<Value>(value)) + 1; });
         } else {
-            Grow(1);
-            std::construct_at(m_last, std::forward<Value>(value));
+            Grow(1, [&value](T *end) { return std::construct_at(end, std::as_const(value)) + 1; });
         }
     }
 

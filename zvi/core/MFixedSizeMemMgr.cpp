@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <limits>
 #include <new>
+#include <vector>
 
 namespace zvi {
 
@@ -28,6 +29,11 @@ std::int32_t ClampTo32Bits(long value) {
         std::clamp<long>(value, std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()));
 }
 
+/// At least one, for which a chunk is made large enough.
+std::int64_t ItemsPerChunk(std::int64_t chunkSize, std::int64_t itemSize) {
+    return std::max<std::int64_t>((chunkSize - kLinkSize) / itemSize, 1);
+}
+
 } // namespace
 
 MFixedSizeMemMgr::MFixedSizeMemMgr(int itemSize, long chunkSize)
@@ -38,29 +44,45 @@ MFixedSizeMemMgr::~MFixedSizeMemMgr() {
 }
 
 void MFixedSizeMemMgr::MakeNewChunk() {
-    std::int64_t const itemSize = m_itemSize;
-    auto const bytes = static_cast<std::size_t>(std::max(std::int64_t{m_chunkSize}, kLinkSize + itemSize));
+    auto const bytes =
+        static_cast<std::size_t>(std::max<std::int64_t>(m_chunkSize, std::int64_t{kLinkSize} + m_itemSize));
     auto *const chunk = static_cast<std::byte *>(::operator new(bytes));
     StoreLink(chunk, m_chunkHead);
     m_chunkHead = chunk;
 
     std::byte *item = chunk + kLinkSize;
     m_freeHead = item;
-    std::int64_t const links = (std::int64_t{m_chunkSize} - kLinkSize) / itemSize - 1;
-    for (std::int64_t i = 0; i < links; ++i) {
-        StoreLink(item, item + itemSize);
-        item += itemSize;
+    for (std::int64_t i = 1; i < ItemsPerChunk(m_chunkSize, m_itemSize); ++i) {
+        StoreLink(item, item + m_itemSize);
+        item += m_itemSize;
     }
     StoreLink(item, nullptr);
 }
 
 void MFixedSizeMemMgr::FreeAllMem() {
-    while (m_chunkHead != nullptr) {
+    while (m_chunkHead) {
         void *const chunk = m_chunkHead;
         m_chunkHead = LoadLink(chunk);
         ::operator delete(chunk);
     }
     m_freeHead = nullptr;
+}
+
+bool MFixedSizeMemMgr::IsConsistent() const {
+    auto const addressOf = [](void const *place) { return reinterpret_cast<std::uintptr_t>(place); };
+    std::vector<std::uintptr_t> items;
+    for (void const *chunk = m_chunkHead; chunk; chunk = LoadLink(chunk))
+        for (std::int64_t i = 0; i < ItemsPerChunk(m_chunkSize, m_itemSize); ++i)
+            items.push_back(addressOf(chunk) + static_cast<std::uintptr_t>(kLinkSize + i * m_itemSize));
+    std::ranges::sort(items);
+    std::vector<std::uintptr_t> free;
+    for (void const *item = m_freeHead; item; item = LoadLink(item)) {
+        if (free.size() == items.size() || !std::ranges::binary_search(items, addressOf(item)))
+            return false;
+        free.push_back(addressOf(item));
+    }
+    std::ranges::sort(free);
+    return std::ranges::adjacent_find(free) == free.end();
 }
 
 } // namespace zvi

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zvi/core/Export.h"
+#include "zvi/Export.h"
 
 #include <cstdint>
 #include <cstring>
@@ -15,6 +15,7 @@ public:
     /// `itemSize` in bytes, at least 8 (a smaller one is taken as 8); `chunkSize` in bytes. A chunk gives
     /// (chunkSize - 8) / itemSize items; one that is too small for a single item is allocated large enough for it.
     MFixedSizeMemMgr(int itemSize, long chunkSize);
+    /// As `FreeAllMem`.
     ~MFixedSizeMemMgr();
 
     MFixedSizeMemMgr(MFixedSizeMemMgr const &) = delete;
@@ -23,14 +24,14 @@ public:
     /// An item of uninitialised memory: the one freed last, else the lowest unused one of the newest chunk.
     /// Raises `std::bad_alloc` when a new chunk cannot be had.
     void *Alloc() {
-        if (m_freeHead == nullptr) [[unlikely]]
+        if (!m_freeHead) [[unlikely]]
             MakeNewChunk();
         void *const item = m_freeHead;
         std::memcpy(&m_freeHead, item, sizeof m_freeHead);
         return item;
     }
 
-    /// Gives `item` back for the next `Alloc`. It must come from this pool; that is not checked.
+    /// Gives `item` back for the next `Alloc`. It must come from this pool and be in use; that is not checked.
     void Free(void *item) {
         std::memcpy(item, &m_freeHead, sizeof m_freeHead);
         m_freeHead = item;
@@ -38,6 +39,9 @@ public:
 
     /// Gives back all chunks. Items still in use are gone.
     void FreeAllMem();
+
+    /// Whether every free item is an item of a chunk, and free only once. Walks the whole pool.
+    bool IsConsistent() const;
 
 protected:
     /// Takes a chunk from the general allocator and makes its items the free list.

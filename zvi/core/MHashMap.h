@@ -1,10 +1,7 @@
 #pragma once
 
-#include "zvi/core/GrowingMemory.h"
-#include "zvi/core/HashBinCount.h"
-#include "zvi/core/HashBins.h"
 #include "zvi/core/MStatusError.h"
-#include "zvi/core/NodeBlock.h"
+#include "zvi/core/internal/HashTable.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -17,7 +14,7 @@
 
 namespace zvi {
 
-/// Chained hash map behind one pointer.
+/// Chained hash map behind one pointer; its keys are whole numbers, enumerations and pointers.
 ///
 /// The hash of a key is its value cut to 32 bits (of a pointer: the low half of the address), without mixing; the bin
 /// is the hash modulo the bin count. A new pair goes to the head of its bin. The walk goes by ascending bin and, within
@@ -29,45 +26,15 @@ namespace zvi {
 /// Failure: `MStatusError` with `kStatusOutOfMemory` when memory cannot be had, with `kStatusUnspecifiedFailure` for a
 /// bin count of 0 or of 0x20000000 and more, and for an operation on no node. A failed operation changes nothing, but a
 /// pair that was stored (or removed) stays so when only the rehash that follows fails.
-template <HashKey K, typename V>
+template <lib::core::HashKey K, typename V>
 class MHashMap {
-public:
-    /// What a walk yields: `for (auto &[key, value] : map)`.
-    struct Entry {
-        K const key;
-        V value;
-    };
-
-private:
-    struct Node {
-        union {
-            Entry entry;
-        };
-        Node *next;
-        std::uint32_t hash;
-
-        Node() {}
-        ~Node() {}
-    };
-
-    struct Table {
-        Node **bins = nullptr;
-        std::uint64_t count = 0;
-        std::uint32_t binCount = kSmallestBinCount;
-        float optimalLoad = 0.75F;
-        float lowFactor = 0.25F;
-        float highFactor = 2.25F;
-        std::uint64_t highThreshold = 38;
-        std::uint64_t lowThreshold = 0;
-        std::int32_t lockCount = 0;
-        std::uint32_t nodesPerBlock = 10;
-        NodeBlock *newestBlock = nullptr;
-        Node *freeHead = nullptr;
-        /// Where the blocks come from.
-        GrowingMemory memory{alignof(NodeBlock)};
-    };
+    using Table = lib::core::HashTable<K, V>;
+    using Node = typename Table::Node;
 
 public:
+    /// What a walk yields, a constant `key` and its `value`: `for (auto &[key, value] : map)`.
+    using Entry = lib::core::HashEntry<K, V>;
+
     /// Walks the pairs in the order of the bins. `SetAt` of a new key and `RemoveKey` end its validity, because they
     /// may rehash; between `LockRehash` and `UnlockRehash` only the removal of its own pair does.
     template <bool IsConst>
@@ -79,17 +46,16 @@ public:
         using reference = std::conditional_t<IsConst, Entry const &, Entry &>;
         using pointer = std::conditional_t<IsConst, Entry const *, Entry *>;
 
+        /// The end of every walk.
         BasicIterator() = default;
 
         /// The pair; at the end of the walk there is none, which raises `kStatusUnspecifiedFailure`.
         reference operator*() const { return Checked()->entry; }
         pointer operator->() const { return std::addressof(Checked()->entry); }
 
+        /// Goes on to the next pair; at the end of the walk raises `kStatusUnspecifiedFailure`.
         BasicIterator &operator++() {
-            Node *const node = Checked();
-            m_node = node->next;
-            if (m_node == nullptr)
-                MoveToBin(node->hash % m_table->binCount + 1);
+            m_node = m_table->Next(Checked());
             return *this;
         }
         BasicIterator operator++(int) {
@@ -97,6 +63,8 @@ public:
             ++*this;
             return before;
         }
+
+        /// Whether both are at the same pair, or both at the end.
         friend bool operator==(BasicIterator const &left, BasicIterator const &right) {
             return left.m_node == right.m_node;
         }
@@ -104,20 +72,12 @@ public:
     private:
         friend class MHashMap;
 
-        explicit BasicIterator(Table const *table) : m_table(table) {
-            if (table->bins != nullptr && table->count != 0)
-                MoveToBin(0);
-        }
+        explicit BasicIterator(Table const *table) : m_table(table), m_node(table->First()) {}
 
         Node *Checked() const {
-            if (m_node == nullptr)
+            if (!m_node)
                 RaiseStatus(kStatusUnspecifiedFailure);
             return m_node;
-        }
-
-        void MoveToBin(std::uint32_t bin) {
-            while (m_node == nullptr && bin < m_table->binCount)
-                m_node = m_table->bins[bin++];
         }
 
         Table const *m_table = nullptr;
@@ -130,7 +90,7 @@ public:
 
     /// An empty map of 17 bins, none of them allocated yet.
     MHashMap() : m_table(new (std::nothrow) Table) {
-        if (m_table == nullptr)
+        if (!m_table)
             RaiseStatus(kStatusOutOfMemory);
     }
 
@@ -141,16 +101,15 @@ public:
     }
 
     /// Copies the nodes: the same bins, and the same walk order. The copy is not locked against rehashing.
-    MHashMap(MHashMap const &other) : MHashMap() { CopyNodes(*other.m_table); }
+    MHashMap(MHashMap const &other) : MHashMap() { m_table->CopyFrom(*other.m_table); }
 
     /// Takes over the table of `other`, which gets a fresh one (it may raise for want of memory).
     MHashMap(MHashMap &&other) : MHashMap() { Swap(other); }
 
-    ~MHashMap() {
-        RemoveAll();
-        delete m_table;
-    }
+    /// Destroys the pairs and frees all memory.
+    ~MHashMap() { delete m_table; }
 
+    /// As copy construction; a failure leaves this map as it was.
     MHashMap &operator=(MHashMap const &other) {
         if (this != &other) {
             MHashMap copy(other);
@@ -159,6 +118,7 @@ public:
         return *this;
     }
 
+    /// Takes over the table of `other`, which is left empty.
     MHashMap &operator=(MHashMap &&other) noexcept {
         if (this != &other) {
             RemoveAll();
@@ -167,15 +127,19 @@ public:
         return *this;
     }
 
+    /// Exchanges the tables of two maps.
     void Swap(MHashMap &other) noexcept { std::swap(m_table, other.m_table); }
 
-    std::uint64_t GetCount() const { return m_table->count; }
-    bool Empty() const { return m_table->count == 0; }
-    std::uint32_t GetBinCount() const { return m_table->binCount; }
-
+    /// Number of pairs.
+    std::uint64_t GetCount() const { return m_table->Count(); }
+    /// Whether there is no pair.
+    bool Empty() const { return m_table->Count() == 0; }
+    /// Number of bins, allocated or not.
+    std::uint32_t GetBinCount() const { return m_table->BinCount(); }
     /// Whether the bin array exists.
-    bool IsAllocated() const { return m_table->bins != nullptr; }
+    bool IsAllocated() const { return m_table->IsAllocated(); }
 
+    /// Begin and end of a walk; see `BasicIterator`.
     iterator begin() { return iterator(m_table); }
     iterator end() { return iterator(); }
     const_iterator begin() const { return const_iterator(m_table); }
@@ -183,211 +147,50 @@ public:
 
     /// The value of `key`, null when it is absent. Never allocates.
     V *Lookup(K key) {
-        Node *const node = FindNode(key);
-        return node == nullptr ? nullptr : std::addressof(node->entry.value);
+        Node *const node = m_table->Find(key);
+        return node ? std::addressof(node->entry.value) : nullptr;
     }
     V const *Lookup(K key) const {
-        Node const *const node = FindNode(key);
-        return node == nullptr ? nullptr : std::addressof(node->entry.value);
+        Node const *const node = m_table->Find(key);
+        return node ? std::addressof(node->entry.value) : nullptr;
     }
 
     /// Whether `key` is present; if so, copies its value to `value`, which is otherwise left as it is.
     bool Lookup(K key, V &value) const {
         V const *const found = Lookup(key);
-        if (found != nullptr)
+        if (found)
             value = *found;
-        return found != nullptr;
+        return found;
     }
 
     /// Stores the pair; an existing value is overwritten.
-    void SetAt(K key, V value) {
-        Table &table = *m_table;
-        std::uint32_t const hash = HashOf(key);
-        std::uint32_t const bin = hash % table.binCount;
-        if (table.bins == nullptr) {
-            table.bins = NewBins(table.binCount);
-        } else if (Node *const node = FindInChain(table.bins[bin], hash, key)) {
-            node->entry.value = std::move(value);
-            return;
-        }
-        Node *const node = NewNode(key, std::move(value), hash);
-        node->next = table.bins[bin];
-        table.bins[bin] = node;
-        if (table.count > table.highThreshold && table.lockCount == 0)
-            Rehash(PickBinCount(table.count, table.optimalLoad));
-    }
+    void SetAt(K key, V value) { m_table->SetAt(key, std::move(value)); }
 
     /// Removes the pair of `key`; false when it is absent. The last removal frees the node blocks and keeps the bins.
-    bool RemoveKey(K key) {
-        if (m_table->bins == nullptr)
-            return false;
-        std::uint32_t const hash = HashOf(key);
-        for (Node **link = &m_table->bins[hash % m_table->binCount]; *link != nullptr; link = &(*link)->next) {
-            if (IsOf(**link, hash, key)) {
-                Unlink(link);
-                return true;
-            }
-        }
-        return false;
-    }
+    bool RemoveKey(K key) { return m_table->RemoveKey(key); }
 
     /// Removes the pair at `position`; the end of a walk raises `kStatusUnspecifiedFailure`.
-    void RemoveAt(iterator position) {
-        Node *const node = position.Checked();
-        Node **link = &m_table->bins[node->hash % m_table->binCount];
-        while (*link != node)
-            link = &(*link)->next;
-        Unlink(link);
-    }
+    void RemoveAt(iterator position) { m_table->Remove(position.Checked()); }
 
     /// Drops all pairs, the blocks and the bin array. The bin count goes back to 17 unless the map is locked.
-    void RemoveAll() noexcept {
-        Table &table = *m_table;
-        DropNodes();
-        ReplaceBins(nullptr);
-        if (table.lockCount == 0)
-            SetBinCount(kSmallestBinCount);
-    }
+    void RemoveAll() noexcept { m_table->RemoveAll(); }
 
     /// Sets the bin count of an empty map; `allocate` also makes the bin array. Pairs that the map holds are dropped.
-    void InitHashTable(std::uint32_t binCount, bool allocate) {
-        CheckBinCount(binCount);
-        Node **const bins = allocate ? NewBins(binCount) : nullptr;
-        DropNodes();
-        ReplaceBins(bins);
-        SetBinCount(binCount);
-    }
+    void InitHashTable(std::uint32_t binCount, bool allocate) { m_table->Init(binCount, allocate); }
 
     /// Spreads the pairs over `binCount` bins; 0 lets the map choose for its present count.
-    void Rehash(std::uint32_t binCount) {
-        Table &table = *m_table;
-        if (binCount == 0)
-            binCount = PickBinCount(table.count, table.optimalLoad);
-        if (binCount == table.binCount)
-            return;
-        CheckBinCount(binCount);
-        if (table.bins != nullptr)
-            MoveToBins(NewBins(binCount), binCount);
-        SetBinCount(binCount);
-    }
+    void Rehash(std::uint32_t binCount) { m_table->Rehash(binCount); }
 
     /// Turns automatic rehashing off until `UnlockRehash` has been called as often.
-    void LockRehash() { ++m_table->lockCount; }
-    void UnlockRehash() { --m_table->lockCount; }
+    void LockRehash() { m_table->Lock(); }
+    /// Takes one call of `LockRehash` back, which there must have been. It does not rehash.
+    void UnlockRehash() { m_table->Unlock(); }
+
+    /// Whether each pair stands once, in the bin of its key, and counts, thresholds and free nodes are right. Walks the
+    /// whole map.
+    bool IsConsistent() const { return m_table->IsConsistent(); }
 
 private:
-    static Node **NewBins(std::uint32_t binCount) { return static_cast<Node **>(AllocateBins(binCount)); }
-
-    /// Puts `bins`, which may be null, in the place of the bin array; the bin count is still the old one.
-    void ReplaceBins(Node **bins) { ReleaseBins(std::exchange(m_table->bins, bins), m_table->binCount); }
-
-    static Node *FindInChain(Node *node, std::uint32_t hash, K key) {
-        while (node != nullptr && !IsOf(*node, hash, key))
-            node = node->next;
-        return node;
-    }
-
-    /// A key of 32 bits or fewer is its hash.
-    static bool IsOf(Node const &node, std::uint32_t hash, K key) {
-        if constexpr (sizeof(K) <= sizeof(hash))
-            return node.hash == hash;
-        else
-            return node.hash == hash && node.entry.key == key;
-    }
-
-    Node *FindNode(K key) const {
-        if (m_table->bins == nullptr)
-            return nullptr;
-        std::uint32_t const hash = HashOf(key);
-        return FindInChain(m_table->bins[hash % m_table->binCount], hash, key);
-    }
-
-    /// Takes a node from the free list, fills it and counts it.
-    Node *NewNode(K key, V &&value, std::uint32_t hash) {
-        Table &table = *m_table;
-        if (table.freeHead == nullptr)
-            AddNodeBlock(table.newestBlock, table.freeHead, table.nodesPerBlock,
-                         [&](std::size_t bytes) { return table.memory.Take(bytes); });
-        Node *const node = table.freeHead;
-        ::new (static_cast<void *>(std::addressof(node->entry))) Entry{key, std::move(value)};
-        table.freeHead = node->next;
-        node->hash = hash;
-        ++table.count;
-        return node;
-    }
-
-    void Unlink(Node **link) {
-        Table &table = *m_table;
-        Node *const node = *link;
-        *link = node->next;
-        std::destroy_at(std::addressof(node->entry));
-        node->next = table.freeHead;
-        table.freeHead = node;
-        --table.count;
-        if (table.count < table.lowThreshold && table.lockCount == 0)
-            Rehash(PickBinCount(table.count, table.optimalLoad));
-        if (table.count == 0)
-            FreeBlocks();
-    }
-
-    void FreeBlocks() {
-        Table &table = *m_table;
-        table.memory.ReleaseAll();
-        table.newestBlock = nullptr;
-        table.freeHead = nullptr;
-    }
-
-    /// Destroys all pairs and frees the blocks; the bin heads dangle until the caller replaces them.
-    void DropNodes() {
-        if constexpr (!std::is_trivially_destructible_v<V>) {
-            for (Entry &entry : *this)
-                std::destroy_at(std::addressof(entry));
-        }
-        m_table->count = 0;
-        FreeBlocks();
-    }
-
-    void MoveToBins(Node **bins, std::uint32_t binCount) {
-        Table &table = *m_table;
-        for (std::uint32_t bin = 0; bin < table.binCount; ++bin) {
-            for (Node *node = table.bins[bin]; node != nullptr;) {
-                Node *const next = node->next;
-                Node *&head = bins[node->hash % binCount];
-                node->next = head;
-                head = node;
-                node = next;
-            }
-        }
-        ReplaceBins(bins);
-    }
-
-    /// Stores the bin count with the thresholds that follow from it. Below 17 elements a table does not shrink.
-    void SetBinCount(std::uint32_t binCount) {
-        Table &table = *m_table;
-        table.binCount = binCount;
-        table.highThreshold = static_cast<std::uint64_t>(static_cast<float>(binCount) * table.highFactor);
-        auto const low = static_cast<std::uint64_t>(static_cast<float>(binCount) * table.lowFactor);
-        table.lowThreshold = low < kSmallestBinCount ? 0 : low;
-    }
-
-    void CopyNodes(Table const &source) {
-        SetBinCount(source.binCount);
-        if (source.bins == nullptr)
-            return;
-        m_table->bins = NewBins(source.binCount);
-        for (std::uint32_t bin = 0; bin < source.binCount; ++bin)
-            CopyChain(source.bins[bin], &m_table->bins[bin]);
-    }
-
-    void CopyChain(Node const *from, Node **link) {
-        for (; from != nullptr; from = from->next) {
-            Node *const node = NewNode(from->entry.key, V(from->entry.value), from->hash);
-            node->next = nullptr;
-            *link = node;
-            link = &node->next;
-        }
-    }
-
     Table *m_table;
 };
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zvi/core/NodeBlock.h"
+#include "zvi/core/internal/NodeBlock.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -19,11 +19,12 @@ namespace zvi {
 template <typename T>
 class MList {
 public:
+    /// An element with its neighbours, null at either end of the list.
     struct Node {
-        Node *next;
-        Node *previous;
+        Node *next;     ///< towards the tail
+        Node *previous; ///< towards the head
         union {
-            T element;
+            T element; ///< the value that was added
         };
 
         Node() {}
@@ -40,7 +41,9 @@ public:
         using reference = std::conditional_t<IsConst, T const &, T &>;
         using pointer = std::conditional_t<IsConst, T const *, T *>;
 
+        /// The end of every walk.
         BasicIterator() = default;
+        /// At `node`; at the end for null.
         explicit BasicIterator(Node *node) : m_node(node) {}
 
         reference operator*() const { return m_node->element; }
@@ -71,20 +74,24 @@ public:
     explicit MList(std::uint64_t nodesPerBlock = kDefaultNodesPerBlock)
         : m_nodesPerBlock(nodesPerBlock == 0 ? kDefaultNodesPerBlock : nodesPerBlock) {}
 
+    /// The values in their order.
     MList(std::initializer_list<T> values) : MList(kDefaultNodesPerBlock) {
         for (T const &value : values)
             AddTail(value);
     }
 
+    /// Copies the elements, and the number of nodes per block.
     MList(MList const &other) : MList(other.m_nodesPerBlock) {
         for (T const &value : other)
             AddTail(value);
     }
 
+    /// Takes over the nodes of `other`, which is left empty.
     MList(MList &&other) noexcept : MList(other.m_nodesPerBlock) { Swap(other); }
 
     ~MList() { RemoveAll(); }
 
+    /// As the copy; the list is as it was when memory cannot be had.
     MList &operator=(MList const &other) {
         if (this != &other) {
             MList copy(other);
@@ -93,6 +100,7 @@ public:
         return *this;
     }
 
+    /// Takes over the nodes of `other`, which is left empty.
     MList &operator=(MList &&other) noexcept {
         if (this != &other) {
             MList taken(std::move(other));
@@ -101,6 +109,7 @@ public:
         return *this;
     }
 
+    /// Exchanges the nodes of two lists.
     void Swap(MList &other) noexcept {
         std::swap(m_head, other.m_head);
         std::swap(m_tail, other.m_tail);
@@ -110,7 +119,9 @@ public:
         std::swap(m_nodesPerBlock, other.m_nodesPerBlock);
     }
 
+    /// Number of elements.
     std::uint64_t GetCount() const { return m_count; }
+    /// Whether there is no element.
     bool Empty() const { return m_count == 0; }
 
     /// First and last node, null in an empty list. Walk by `node->next` or `node->previous`.
@@ -119,6 +130,7 @@ public:
     Node *GetTail() { return m_tail; }
     Node const *GetTail() const { return m_tail; }
 
+    /// Walks from the head to the tail.
     iterator begin() { return iterator(m_head); }
     iterator end() { return iterator(); }
     const_iterator begin() const { return const_iterator(m_head); }
@@ -126,8 +138,8 @@ public:
 
     /// Appends `value` and gives its node.
     Node *AddTail(T value) {
-        if (m_freeHead == nullptr)
-            AddNodeBlock(m_newestBlock, m_freeHead, m_nodesPerBlock, std::malloc);
+        if (!m_freeHead)
+            lib::core::AddNodeBlock(m_newestBlock, m_freeHead, m_nodesPerBlock, std::malloc);
         Node *const node = m_freeHead;
         Node *const nextFree = node->next;
         std::construct_at(std::addressof(node->element), std::move(value));
@@ -135,7 +147,7 @@ public:
         node->next = nullptr;
         node->previous = m_tail;
         ++m_count;
-        if (m_tail != nullptr)
+        if (m_tail)
             m_tail->next = node;
         else
             m_head = node;
@@ -145,19 +157,31 @@ public:
 
     /// Destroys the elements and frees all blocks.
     void RemoveAll() {
-        for (Node *node = m_head; node != nullptr; node = node->next)
+        for (Node *node = m_head; node; node = node->next)
             std::destroy_at(std::addressof(node->element));
-        while (m_newestBlock != nullptr)
+        while (m_newestBlock)
             std::free(std::exchange(m_newestBlock, m_newestBlock->previous));
         m_head = m_tail = m_freeHead = nullptr;
         m_count = 0;
+    }
+
+    /// Whether the links agree in both directions, and the count and the free nodes are right. Walks the whole list; it
+    /// is for tests.
+    bool IsConsistent() const {
+        Node const *last = nullptr;
+        std::uint64_t met = 0;
+        for (Node const *node = m_head; node; last = node, node = node->next)
+            if (++met > m_count || node->previous != last)
+                return false;
+        return met == m_count && m_tail == last &&
+               lib::core::AreNodesComplete(m_newestBlock, m_freeHead, m_nodesPerBlock, met);
     }
 
 private:
     Node *m_head = nullptr;
     Node *m_tail = nullptr;
     std::uint64_t m_count = 0;
-    NodeBlock *m_newestBlock = nullptr;
+    lib::core::NodeBlock *m_newestBlock = nullptr;
     Node *m_freeHead = nullptr;
     std::uint64_t m_nodesPerBlock;
 };

@@ -168,7 +168,7 @@ void SortPairs(Companion *companions, Key *keys, std::uint64_t count, bool rever
         companion = static_cast<std::remove_reference_t<decltype(companion)>>(companions[i]);
         key = keys[i];
     }
-    StableSort<Order>(records.get(), count);
+    core::StableSort<Order>(records.get(), count);
     for (std::uint64_t i = 0; i < count; ++i) {
         auto &[companion, key] = records[reverse ? count - 1 - i : i];
         companions[i] = static_cast<Companion>(companion);
@@ -179,7 +179,7 @@ void SortPairs(Companion *companions, Key *keys, std::uint64_t count, bool rever
 template <typename Order, typename Value>
 void SortValues(Value *values, std::uint64_t count) {
     if (count != 0)
-        StableSort<Order>(values, count);
+        core::StableSort<Order>(values, count);
 }
 
 /// The records of a comparison that was given bare addresses.
@@ -248,7 +248,7 @@ void MQSort::QSortStringNumWithIndex(unsigned int *index, CString *key, std::uin
         SeparateStringNum(key[i], parts.prefix, parts.zeros, parts.number);
         names[i].text = key[i];
     }
-    StableSort<NumberedNameOrder>(names.get(), count);
+    core::StableSort<NumberedNameOrder>(names.get(), count);
     for (std::uint64_t i = 0; i < count; ++i) {
         index[i] = names[i].parts.index;
         key[i] = std::move(names[i].text);

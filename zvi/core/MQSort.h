@@ -1,7 +1,7 @@
 #pragma once
 
+#include "zvi/Export.h"
 #include "zvi/core/CString.h"
-#include "zvi/core/Export.h"
 
 #include <cstdint>
 
@@ -18,68 +18,88 @@ namespace zvi::lib {
 /// defined beyond being the same for the same input.
 class ZVI_API MQSort {
 public:
-    /// What the comparisons of parallel arrays look at, so that a caller can hand them to `qsort` itself.
+    /// A whole key with its index. The records are public so that a caller can hand the comparisons to `qsort` itself.
     struct IntWithIndex {
-        int index;
-        int key;
+        int index; ///< goes along
+        int key;   ///< is compared
     };
+    /// A key with its index.
     struct DblWithIndex {
-        int index;
-        double key;
+        int index;  ///< goes along
+        double key; ///< is compared
     };
+    /// A whole key with its iterator.
     struct KeyWithIterator {
-        std::uint64_t iterator;
-        long key;
+        std::uint64_t iterator; ///< goes along
+        long key;               ///< is compared by its low 32 bits
     };
+    /// A key with its iterator.
     struct DblWithIterator {
-        std::uint64_t iterator;
-        double key;
+        std::uint64_t iterator; ///< goes along
+        double key;             ///< is compared
     };
+    /// A text with its index.
     struct StringWithIndex {
-        unsigned int index;
-        CString key;
+        unsigned int index; ///< goes along
+        CString key;        ///< is compared
     };
+    /// A name with its index, cut by `SeparateStringNum`.
     struct StringNumWithIndex {
-        unsigned int index;
-        CString prefix;
-        int zeros;
-        int number;
+        unsigned int index; ///< goes along
+        CString prefix;     ///< is compared first
+        int zeros;          ///< is compared last
+        int number;         ///< is compared second
     };
 
     virtual ~MQSort();
 
+    /// Ascending.
     static void QSortInt(int *values, std::uint64_t count);
     /// Orders by the low 32 bits alone; values that differ only in the high half are equal. Deliberate.
     static void QSortInt64(std::int64_t *values, std::uint64_t count);
+    /// Ascending.
     static void QSortDbl(double *values, std::uint64_t count);
+    /// Ascending by key.
     static void QSortIntWithIndex(int *index, int *key, std::uint64_t count);
+    /// Ascending by key.
     static void QSortDblWithIndex(int *index, double *key, std::uint64_t count);
     static void QSortDblWithIndex(unsigned int *index, double *key, std::uint64_t count);
-    /// Keys are compared by their low 32 bits and come back whole.
+    /// Ascending by the low 32 bits of the keys, which come back whole.
     static void QSortKeyWithIterator(std::uint64_t *iterator, long *key, std::uint64_t count);
     /// A non-zero `reverse` writes the ascending result back in reverse order, equal keys included.
     static void QSortDblWithIterator(std::uint64_t *iterator, double *key, std::uint64_t count, int reverse);
     /// By code unit, case-sensitive.
     static void QSortString(CString *values, std::uint64_t count);
+    /// By code unit of the key, case-sensitive.
     static void QSortStringWithIndex(unsigned int *index, CString *key, std::uint64_t count);
     /// Natural order of names that end in numbers: "A2" before "A10", "A7" before "A007", "A" before "A0".
     static void QSortStringNumWithIndex(unsigned int *index, CString *key, std::uint64_t count);
     /// By the low 20 bits (the key), then by the high 12 (the serial number).
     static void QSortKey20Serial12(unsigned int *values, std::uint64_t count);
 
-    /// Each takes the addresses of two records (or plain values) and gives a negative number, 0 or a positive number.
-    /// `CompareInt` and `CompareInt64` are one operation: the difference of the first 32 bits, with wrap-around.
+    // Each comparison takes the addresses of two records (or plain values) and gives a negative number, 0 or a positive
+    // number.
+
+    /// The difference of the first 32 bits, with wrap-around.
     static int CompareInt(void const *left, void const *right);
+    /// One operation with `CompareInt`, deliberately.
     static int CompareInt64(void const *left, void const *right);
     /// 0 if equal, -1 if the first is smaller, else 1, also for a not-a-number value.
     static int CompareDbl(void const *left, void const *right);
+    /// The difference of the keys of two `IntWithIndex`, with wrap-around.
     static int CompareIntWithIndex(void const *left, void const *right);
+    /// As `CompareDbl`, on the keys of two `DblWithIndex`.
     static int CompareDblWithIndex(void const *left, void const *right);
+    /// The difference of the keys of two `KeyWithIterator`, cut to 32 bits.
     static int CompareKeyWithIterator(void const *left, void const *right);
-    /// The sign of the difference of the keys; 1 for two equal infinities, whose difference is not a number.
+    /// The sign of the difference of the keys of two `DblWithIterator`; 1 for two equal infinities, whose difference is
+    /// not a number.
     static int CompareDblWithIterator(void const *left, void const *right);
+    /// The keys of two `StringWithIndex`, by code unit.
     static int CompareStringWithIndex(void const *left, void const *right);
+    /// Two `StringNumWithIndex` by prefix, by number, by the count of leading zeros.
     static int CompareStringNumWithIndex(void const *left, void const *right);
+    /// Two packed values by the low 20 bits, then by the high 12.
     static int CompareKey20Serial12(void const *left, void const *right);
 
     /// Splits a name into its prefix and its trailing number. `zeros` is the count of zeros in front of the first other

@@ -10,6 +10,7 @@ namespace zvi {
 template <typename T>
 class MTArray {
 public:
+    /// Views nothing.
     MTArray() = default;
 
     /// Views the `count` elements from `data` on. The view is valid as long as they are.
@@ -17,12 +18,15 @@ public:
 
     /// The count as it was given.
     std::int32_t Size() const { return m_count; }
+    /// Whether there is nothing to walk over.
     bool Empty() const { return m_count <= 0; }
+    /// The address as it was given.
     T *Data() const { return m_data; }
 
     /// The element at `index`, unchecked.
     T &operator[](std::ptrdiff_t index) const { return m_data[index]; }
 
+    /// Walks over the elements.
     T *begin() const { return m_data; }
     T *end() const { return Empty() ? m_data : m_data + m_count; }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zvi/base/Buckets.h"
+
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -7,7 +9,7 @@
 #include <memory>
 #include <utility>
 
-namespace zvi::lib {
+namespace zvi::lib::core {
 
 /// Runs of this many records are sorted by insertion before they are merged.
 inline constexpr std::size_t kInsertionRun = 16;
@@ -18,10 +20,9 @@ inline constexpr std::size_t kSmallestDigitSort = 128;
 /// Whether no record is less than the one before it.
 template <typename Record, typename IsLess>
 bool IsInOrder(Record const *records, std::size_t count, IsLess isLess) {
-    for (std::size_t i = 1; i < count; ++i) {
+    for (std::size_t i = 1; i < count; ++i)
         if (isLess(records[i], records[i - 1]))
             return false;
-    }
     return true;
 }
 
@@ -100,14 +101,10 @@ void SortByBits(Record *records, Record *scratch, std::size_t count, KeyOf keyOf
     Record *source = records;
     Record *target = scratch;
     for (int shift = fromBit; shift < toBit; shift += digitBits) {
-        std::array<std::size_t, kValues> next{};
-        for (std::size_t i = 0; i < count; ++i)
-            ++next[digitOf(source[i], shift)];
-        std::size_t start = 0;
-        for (std::size_t &position : next)
-            start += std::exchange(position, start);
-        for (std::size_t i = 0; i < count; ++i)
-            target[next[digitOf(source[i], shift)]++] = source[i];
+        std::array<std::size_t, kValues + 1> begins{};
+        base::SortIntoBuckets<std::size_t>(
+            count, begins, [=](std::size_t i) { return digitOf(source[i], shift); },
+            [=](std::size_t place, std::size_t i) { target[place] = source[i]; });
         std::swap(source, target);
     }
     if (source != records)
@@ -213,4 +210,4 @@ void StableSort(Record *records, std::size_t count) {
     MergeSort(records, scratch.get(), count, isLess);
 }
 
-} // namespace zvi::lib
+} // namespace zvi::lib::core

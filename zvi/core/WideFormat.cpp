@@ -1,5 +1,6 @@
 #include "zvi/core/WideFormat.h"
 
+#include "zvi/core/Utf8.h"
 #include "zvi/core/WideUnits.h"
 
 #include <algorithm>
@@ -115,10 +116,9 @@ constexpr SizeName kSizeNames[] = {
 };
 
 bool StartsWith(wchar_t const *text, std::wstring_view name) {
-    for (wchar_t const expected : name) {
+    for (wchar_t const expected : name)
         if (*text++ != expected)
             return false;
-    }
     return true;
 }
 
@@ -183,10 +183,9 @@ std::string SignOf(Directive const &directive, bool negative) {
 }
 
 void MakeUpperCase(std::string &text) {
-    for (char &character : text) {
+    for (char &character : text)
         if (character >= 'a' && character <= 'z')
             character = static_cast<char>(character - 'a' + 'A');
-    }
 }
 
 // ---- whole numbers ----
@@ -398,37 +397,13 @@ std::wstring WideText(wchar_t const *text, std::size_t limit) {
     return units;
 }
 
-/// Length, smallest value and value bits of the lead bytes of UTF-8.
-struct LeadByte {
-    unsigned char mask;
-    unsigned char mark;
-    int following;
-    std::uint32_t smallest;
-};
-
-constexpr LeadByte kLeadBytes[] = {
-    {0x80, 0x00, 0, 0x0}, {0xE0, 0xC0, 1, 0x80}, {0xF0, 0xE0, 2, 0x800}, {0xF8, 0xF0, 3, 0x10000}};
-
-/// Reads one character and moves `text` behind it; a byte that begins none is U+FFFD and is passed alone.
+/// Reads one character of a text that need not end with a NUL and moves `text` behind it; a byte that begins none is
+/// U+FFFD and is passed alone.
 std::uint32_t NextCharacter(char const *&text) {
-    auto const lead = static_cast<unsigned char>(*text++);
-    for (LeadByte const &kind : kLeadBytes) {
-        if ((lead & kind.mask) != kind.mark)
-            continue;
-        std::uint32_t character = lead & static_cast<unsigned char>(~kind.mask);
-        for (int i = 0; i < kind.following; ++i) {
-            auto const next = static_cast<unsigned char>(text[i]);
-            if ((next & 0xC0) != 0x80)
-                return kReplacementCharacter;
-            character = character << 6 | (next & 0x3F);
-        }
-        bool const isSurrogate = character >= 0xD800 && character <= 0xDFFF;
-        if (character < kind.smallest || character > 0x10FFFF || isSurrogate)
-            return kReplacementCharacter;
-        text += kind.following;
-        return character;
-    }
-    return kReplacementCharacter;
+    std::uint32_t character = kReplacementCharacter;
+    std::size_t const length = ReadUtf8({text, Utf8Length(*text)}, character);
+    text += std::max<std::size_t>(length, 1);
+    return character;
 }
 
 std::wstring NarrowText(char const *text, std::size_t limit) {
@@ -443,10 +418,10 @@ void AppendString(std::wstring &out, Directive const &directive, Arguments &argu
                                                                   : static_cast<std::size_t>(directive.precision);
     if (TakesWide(directive)) {
         wchar_t const *const text = va_arg(arguments.list, wchar_t const *);
-        AppendPadded(out, directive, WideText(text == nullptr ? L"(null)" : text, limit));
+        AppendPadded(out, directive, WideText(text ? text : L"(null)", limit));
     } else {
         char const *const text = va_arg(arguments.list, char const *);
-        AppendPadded(out, directive, NarrowText(text == nullptr ? "(null)" : text, limit));
+        AppendPadded(out, directive, NarrowText(text ? text : "(null)", limit));
     }
 }
 
@@ -499,7 +474,7 @@ std::wstring FormatWide(wchar_t const *format, ...) {
 
 std::wstring FormatWideV(wchar_t const *format, std::va_list arguments) {
     std::wstring out;
-    if (format == nullptr)
+    if (!format)
         return out;
     Arguments reader;
     va_copy(reader.list, arguments);

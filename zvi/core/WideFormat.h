@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zvi/core/Export.h"
+#include "zvi/Export.h"
 
 #include <cstdarg>
 #include <string>
@@ -20,6 +20,8 @@ inline constexpr int kLargestFieldWidth = 1000000;
 /// not-a-number value never has a sign. A precision of a string counts the units written; half a surrogate pair is not
 /// written. `%n` writes nothing to its argument. What is no conversion is copied as it stands; a null format is empty.
 ZVI_API std::wstring FormatWide(wchar_t const *format, ...);
+
+/// The same with arguments that a variadic operation was given.
 ZVI_API std::wstring FormatWideV(wchar_t const *format, std::va_list arguments);
 
 } // namespace zvi::lib

@@ -9,7 +9,7 @@
 namespace zvi::lib {
 
 int WideToInt(wchar_t const *text) {
-    if (text == nullptr)
+    if (!text)
         return 0;
     while (IsBlankUnit(*text))
         ++text;

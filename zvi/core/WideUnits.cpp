@@ -1,6 +1,7 @@
 #include "zvi/core/WideUnits.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace zvi::lib {
 
@@ -9,6 +10,12 @@ namespace {
 /// First character that needs a surrogate pair, and the last one there is.
 constexpr std::uint32_t kFirstBeyondBasicPlane = 0x10000;
 constexpr std::uint32_t kLastCharacter = 0x10FFFF;
+
+/// The two units of a pair hold the upper and the lower ten bits of what lies beyond the basic plane.
+constexpr std::uint32_t kFirstHighSurrogate = 0xD800;
+constexpr std::uint32_t kFirstLowSurrogate = 0xDC00;
+constexpr unsigned int kSurrogateBits = 10;
+constexpr std::uint32_t kSurrogateMask = (1U << kSurrogateBits) - 1;
 
 /// How the letters of a range find their other case.
 enum class CaseRule {
@@ -69,8 +76,9 @@ void AppendUnits(std::wstring &units, std::uint32_t character) {
         units.push_back(static_cast<wchar_t>(character));
     } else if (character <= kLastCharacter) {
         std::uint32_t const offset = character - kFirstBeyondBasicPlane;
-        units.push_back(static_cast<wchar_t>(0xD800 + (offset >> 10)));
-        units.push_back(static_cast<wchar_t>(0xDC00 + (offset & 0x3FF)));
+        wchar_t const pair[] = {static_cast<wchar_t>(kFirstHighSurrogate + (offset >> kSurrogateBits)),
+                                static_cast<wchar_t>(kFirstLowSurrogate + (offset & kSurrogateMask))};
+        units.append(pair, std::size(pair));
     } else {
         units.push_back(kReplacementCharacter);
     }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zvi/core/Export.h"
+#include "zvi/Export.h"
 
 #include <cstdint>
 #include <string>
@@ -18,8 +18,10 @@ ZVI_API void AppendUnits(std::wstring &units, std::uint32_t character);
 /// Appends a wide text whose elements may be whole characters; see `AppendUnits`.
 ZVI_API void AppendWide(std::wstring &units, std::wstring_view text);
 
-/// The lower-case or upper-case form of one unit of Latin, Greek or Cyrillic script; any other unit is itself.
+/// The lower-case form of one unit of Latin, Greek or Cyrillic script; any other unit is itself.
 ZVI_API wchar_t LowerUnit(wchar_t unit);
+
+/// The upper-case form of one unit of Latin, Greek or Cyrillic script; any other unit is itself.
 ZVI_API wchar_t UpperUnit(wchar_t unit);
 
 /// Whether a unit is white space: blank, tab, line ends, vertical tab, form feed, no-break and wide blanks.

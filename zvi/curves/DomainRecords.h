@@ -4,10 +4,13 @@
 
 namespace zvi::lib {
 
+/// Ends of curves nearer than this in both x and y become one vertex; in drawing units, whatever the drawing's size.
+inline constexpr double kVtexMergeTolerance = 0.0001;
+
 /// A point of the domain maker, in the units of the caller's curves.
 struct DM_VTEX {
-    double x;
-    double y;
+    double x; ///< to the right
+    double y; ///< upwards
 };
 
 /// One closed loop.
@@ -24,7 +27,7 @@ struct DM_SURF_SUB {
 
 /// A domain: the fields of the base describe its outer loop, which runs counter-clockwise; the holes run clockwise.
 struct DM_SURF : DM_SURF_SUB {
-    zvi::MArray<DM_SURF_SUB> Holes;
+    zvi::MArray<DM_SURF_SUB> Holes; ///< loops within the outer one that do not belong to the domain
 };
 
 } // namespace zvi::lib

@@ -1,21 +1,21 @@
 #pragma once
 
-#include "zvi/core/Export.h"
+#include "zvi/Export.h"
 #include "zvi/core/MArray.h"
 #include "zvi/core/MHashMap.h"
-#include "zvi/curves/CurvIdIndex.h"
 #include "zvi/curves/DomainRecords.h"
-#include "zvi/curves/VtexXIndex.h"
 
-#include <cstddef>
+#include <memory>
 #include <utility>
-#include <vector>
 
 namespace zvi::lib {
 
-namespace detail {
-class DomainGraph;
-}
+namespace curves {
+class CurvIdIndex;
+class DomainScan;
+class PlainDivision;
+class VtexXIndex;
+} // namespace curves
 
 /// Turns a loose set of plane curves into closed domains with holes.
 ///
@@ -32,12 +32,17 @@ class DomainGraph;
 /// appends to the result, and maps the ids of the earlier domains once more.
 ///
 /// Ids are positive and need not be unique; the id 0 cannot be told from a pruned edge, and ids of 2^31 and more come
-/// back negative, because a domain lists them as `int`. The input operations report
-/// nothing. A copy shares nothing with its source. An instance belongs to one caller at a time.
+/// back negative, because a domain lists them as `int`. The input operations report nothing.
+///
+/// An operation that runs out of memory raises, and adds no curve; vertices without curves may stay behind. A
+/// `MakeDomain` that does leaves no domains and can be called again. An instance belongs to one caller at a time.
 class ZVI_API MDomainMaker {
 public:
+    /// A maker without curves.
     MDomainMaker();
+    /// Curves and domains of `other`; the copy shares nothing with it.
     MDomainMaker(MDomainMaker const &other);
+    /// The same; when it runs out of memory, this maker stays as it was.
     MDomainMaker &operator=(MDomainMaker const &other);
     ~MDomainMaker();
 
@@ -70,50 +75,17 @@ public:
     /// Replaces `out` by the coordinates that the vertex indices of the result refer to.
     void GetResultVtexCoord(zvi::MArray<DM_VTEX> &out);
 
+    /// Whether the lists agree with one another: each edge stands in the lists of its two ends or in neither, a dead
+    /// vertex has none, and the loops of the result have one vertex more than edges, all of them known. Time in
+    /// proportion to all that is stored. A result that the caller has changed may fail it.
+    bool IsConsistent() const;
+
 private:
-    /// A corner of a loop as it is run: the vertex, the one before it, and the edges that lead to it and on.
-    struct Corner {
-        int vtex;
-        int previousVtex;
-        int incoming;
-        int outgoing;
-    };
+    friend class curves::DomainScan;
+    friend class curves::PlainDivision;
 
-    /// What a run of `MakeDomain` keeps besides the members.
-    struct Run;
-
-    /// Vertex of an end point: a merged one, or a new one.
+    void Swap(MDomainMaker &other);
     int FindOrAddVtex(DM_VTEX const &point);
-    /// Adds `edge` to the list of `vtex`.
-    void AttachEdge(int vtex, int edge);
-
-    /// The other end of `edge`.
-    int FarVtex(int edge, int vtex) const;
-
-    // The steps of MakeDomain, in their order.
-    detail::DomainGraph TidyGraph(zvi::MArray<int> &candidates);
-    void CollectCandidates(zvi::MArray<int> &candidates) const;
-    void ScanCandidates(detail::DomainGraph const &graph, zvi::MArray<int> const &candidates);
-    void FinishDomains();
-    void MapCurvIds(zvi::MArray<int> &curv) const;
-    void MapHole(DM_SURF_SUB &hole) const;
-
-    // The main scan for one candidate; true when it found domains.
-    bool ScanCandidate(int node, Run &run);
-    bool RetryAbandoned(std::size_t index, Run &run);
-    int AddToHoles(std::vector<int> const &loop, int first, Run &run);
-    int FirstDomainWith(DM_VTEX const &point);
-    bool DivideLoop(std::vector<int> const &loop, Run &run);
-    void DividePlainly(DM_SURF loop);
-    static void MarkDone(DM_SURF_SUB const &loop, Run &run);
-
-    // The division of one domain.
-    std::size_t CountOpenEdges(int vtex, zvi::MHashMap<int, int> const &barred) const;
-    void BarEdgesAlongBoundary(Corner const &corner, zvi::MHashMap<int, int> &barred) const;
-    int FindChordAt(Corner const &corner, zvi::MHashMap<int, int> &barred);
-    void HangLoop(DM_SURF const &surf, DM_SURF &path, DM_SURF const &loop, zvi::MHashMap<int, int> const &barred,
-                  DM_SURF &outA, DM_SURF &outB);
-    int SplitAlongChord(DM_SURF &surf, DM_SURF &path, DM_SURF &outA, DM_SURF &outB);
 
     /// Divides one domain at the first usable chord into `outA` and `outB`: 1 if divided, 0 if not.
     int Sub1_DivideDomain(DM_SURF &surf, DM_SURF &outA, DM_SURF &outB);
@@ -141,16 +113,17 @@ private:
     /// direction.
     double Util_CalcAngle(double dx, double dy);
 
-    zvi::MHashMap<int, int> SpareMap;          ///< no operation fills it
-    zvi::MHashMap<int, int> DeadVtex;          ///< vertices left with no edge
-    VtexXIndex XIndex;                         ///< x to vertex, for merging end points
-    zvi::MArray<int> VtexTag;                  ///< one entry per vertex, always 0
-    zvi::MArray<DM_VTEX> VtexCoord;            ///< coordinates of each vertex
-    zvi::MArray<unsigned int> CurvId;          ///< the caller's id of each edge; 0 after pruning
-    CurvIdIndex IdIndex;                       ///< first edge of an id, for refining curves
-    zvi::MArray<std::pair<int, int>> EdgeVtex; ///< first and second vertex of each edge
-    zvi::MArray<zvi::MArray<int>> VtexEdges;   ///< edges at each vertex
-    zvi::MArray<DM_SURF> ResultSurf;           ///< finished domains
+    zvi::MHashMap<int, int> SpareMap;           ///< no operation fills it
+    zvi::MHashMap<int, int> DeadVtex;           ///< vertices left with no edge
+    std::unique_ptr<curves::VtexXIndex> XIndex; ///< x to vertex, for merging end points
+    zvi::MArray<int> VtexTag;                   ///< one entry per vertex, always 0
+    zvi::MArray<DM_VTEX> VtexCoord;             ///< coordinates of each vertex
+    zvi::MArray<unsigned int> CurvId;           ///< the caller's id of each edge; 0 after pruning
+    zvi::MArray<std::pair<int, int>> EdgeVtex;  ///< first and second vertex of each edge
+    zvi::MArray<zvi::MArray<int>> VtexEdges;    ///< edges at each vertex
+    zvi::MArray<DM_SURF> ResultSurf;            ///< finished domains
+
+    std::unique_ptr<curves::CurvIdIndex> m_idIndex; ///< first edge of an id, for refining curves
 };
 
 } // namespace zvi::lib

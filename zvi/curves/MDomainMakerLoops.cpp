@@ -1,13 +1,14 @@
 // The small operations on loops.
 
-#include "zvi/curves/DomainRulesDetail.h"
-#include "zvi/curves/DomainStarsDetail.h"
+#include "zvi/base/Index.h"
 #include "zvi/curves/MDomainMaker.h"
 #include "zvi/curves/PointInPolygonDetail.h"
+#include "zvi/curves/domains/DomainRulesDetail.h"
+#include "zvi/curves/domains/VertexStarsDetail.h"
 
 namespace zvi::lib {
 
-using detail::At;
+using base::Index;
 
 namespace {
 
@@ -19,7 +20,7 @@ zvi::MArray<T_POINT2D> PolygonOf(zvi::MArray<int> const &loop, zvi::MArray<DM_VT
     zvi::MArray<T_POINT2D> polygon;
     polygon.Reserve(count);
     for (std::size_t i = 0; i < count; ++i) {
-        DM_VTEX const &vtex = coordinates[At(loop[i])];
+        DM_VTEX const &vtex = coordinates[Index(loop[i])];
         polygon.PushBack({vtex.x, vtex.y});
     }
     return polygon;
@@ -28,8 +29,8 @@ zvi::MArray<T_POINT2D> PolygonOf(zvi::MArray<int> const &loop, zvi::MArray<DM_VT
 } // namespace
 
 void MDomainMaker::Util_GetConnectedVtexIdx(int vtex, zvi::MArray<int> &out) {
-    for (int const edge : VtexEdges[At(vtex)])
-        out.PushBack(FarVtex(edge, vtex));
+    for (int const edge : VtexEdges[Index(vtex)])
+        out.PushBack(curves::FarEnd(EdgeVtex[Index(edge)], vtex));
 }
 
 void MDomainMaker::Util_GetInnerVtexIdx(zvi::MArray<int> &loop, zvi::MArray<int> &out) {
@@ -40,9 +41,9 @@ void MDomainMaker::Util_GetInnerVtexIdx(zvi::MArray<int> &loop, zvi::MArray<int>
     curves::PointInPolygon const polygon(vertices);
     int const count = static_cast<int>(VtexCoord.Size());
     for (int vtex = 0; vtex < count; ++vtex) {
-        if (DeadVtex.Lookup(vtex) != nullptr || onLoop.Lookup(vtex) != nullptr)
+        if (DeadVtex.Lookup(vtex) || onLoop.Lookup(vtex))
             continue;
-        if (polygon.Contains({VtexCoord[At(vtex)].x, VtexCoord[At(vtex)].y}, 1) != 0)
+        if (polygon.Contains({VtexCoord[Index(vtex)].x, VtexCoord[Index(vtex)].y}, 1) != 0)
             out.PushBack(vtex);
     }
 }
@@ -52,7 +53,9 @@ void MDomainMaker::Util_FillCurvDirArrayInSurf(DM_SURF &surf) {
     std::size_t const count = surf.Curv.Size();
     if (count == 0)
         return;
-    auto const edge = [&](std::size_t index) -> std::pair<int, int> const & { return EdgeVtex[At(surf.Curv[index])]; };
+    auto const edge = [&](std::size_t index) -> std::pair<int, int> const & {
+        return EdgeVtex[Index(surf.Curv[index])];
+    };
     auto const joins = [](std::pair<int, int> const &ends, int vtex) {
         return ends.first == vtex || ends.second == vtex;
     };
@@ -81,10 +84,10 @@ void MDomainMaker::Util_FillVtexArrayInSurf(DM_SURF &surf) {
     surf.Vtex.Clear();
     surf.Vtex.Reserve(count + 1);
     auto const start = [&](std::size_t index) {
-        auto const &[first, second] = EdgeVtex[At(surf.Curv[index])];
+        auto const &[first, second] = EdgeVtex[Index(surf.Curv[index])];
         return surf.CurvDir[index] == 0 ? first : second;
     };
-    auto const end = [&](std::size_t index) { return FarVtex(surf.Curv[index], start(index)); };
+    auto const end = [&](std::size_t index) { return curves::FarEnd(EdgeVtex[Index(surf.Curv[index])], start(index)); };
     if (count == 2) {
         surf.Vtex = {start(0), end(0), start(0)};
         return;
@@ -112,7 +115,7 @@ int MDomainMaker::Util_IsPointInSurf(double x, double y, DM_SURF &surf) {
 }
 
 double MDomainMaker::Util_CalcAngle(double dx, double dy) {
-    return detail::DirectionAngle(dx, dy);
+    return curves::DirectionAngle(dx, dy);
 }
 
 } // namespace zvi::lib

@@ -1,7 +1,7 @@
 #include "zvi/curves/MGeomFunc.h"
 
 #include "zvi/curves/PointInPolygonDetail.h"
-#include "zvi/math/MMathFunc.h"
+#include "zvi/math/func/MMathFunc.h"
 
 #include <algorithm>
 #include <cmath>

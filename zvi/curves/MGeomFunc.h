@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zvi/core/Export.h"
+#include "zvi/Export.h"
 #include "zvi/core/MArray.h"
 #include "zvi/curves/GeomRecords.h"
 
@@ -17,8 +17,11 @@ namespace zvi::lib {
 /// direction, and 0.01 is the slope within which a line is vertical or horizontal.
 class ZVI_API MGeomFunc {
 public:
+    /// The class holds nothing; an instance is for clients that derive from it.
     MGeomFunc() = default;
+    /// Copies nothing, there being nothing.
     MGeomFunc(MGeomFunc const &) = default;
+    /// Likewise.
     MGeomFunc &operator=(MGeomFunc const &) = default;
     virtual ~MGeomFunc();
 
@@ -50,6 +53,7 @@ public:
     /// 1 if two polylines meet. A polyline of fewer than two points gives 0. For a segment ab of the first and cd of
     /// the second, c and d near ab and a near cd count; b near cd counts in space only.
     static int CheckPolylineCrossIntersection(MArray<T_POINT3D> const &a, MArray<T_POINT3D> const &b);
+    /// The same in the plane.
     static int CheckPolylineCrossIntersection(MArray<T_POINT2D> const &a, MArray<T_POINT2D> const &b);
 
     // --- Boxes, polygons, areas ---
@@ -92,8 +96,10 @@ public:
     /// than 1e-8.
     static int calcLineLocalVector(double const *a, double const *b, double beta, double m[3][3], int mode,
                                    int *isVertical, int *isOther);
+    /// The same between two points, without `isOther`.
     static int calcLineLocalVector(T_POINT3D const &a, T_POINT3D const &b, double beta, double m[3][3], int mode,
                                    int *isVertical);
+    /// The same, computed in double precision and stored in single.
     static int calcLineLocalVector(float const *a, float const *b, double beta, float m[3][3], int mode,
                                    int *isVertical, int *isOther);
     /// With `mode` 0 `IsVerticalLine`, otherwise the opposite of `IsHorizontalLine`; 0 for a line shorter than 1e-8.

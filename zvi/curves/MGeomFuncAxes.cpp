@@ -3,7 +3,7 @@
 #include "zvi/curves/ArcDetail.h"
 #include "zvi/curves/T_LINE_G.h"
 #include "zvi/curves/VectorDetail.h"
-#include "zvi/math/MMathFunc.h"
+#include "zvi/math/func/MMathFunc.h"
 
 #include <algorithm>
 #include <cmath>
@@ -112,9 +112,9 @@ int MGeomFunc::calcLineLocalVector(double const *a, double const *b, double beta
     if (!(curves::Distance(start, end) >= kShortestLine))
         return 0;
     int const vertical = IsVertical(a, b, mode);
-    if (isVertical != nullptr)
+    if (isVertical)
         *isVertical = vertical;
-    if (isOther != nullptr)
+    if (isOther)
         *isOther = mode != 0 && vertical != 0 && IsVerticalLine(a, b) == 0 ? 1 : 0;
     Axes axes;
     if (!LineAxes(start, end, beta, vertical != 0, axes))

@@ -1,7 +1,7 @@
 #include "zvi/curves/MGeomFunc.h"
 
 #include "zvi/curves/VectorDetail.h"
-#include "zvi/math/MMathFunc.h"
+#include "zvi/math/func/MMathFunc.h"
 
 #include <algorithm>
 

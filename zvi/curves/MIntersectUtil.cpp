@@ -2,7 +2,7 @@
 
 #include "zvi/curves/ArcDetail.h"
 #include "zvi/curves/VectorDetail.h"
-#include "zvi/math/MMathFunc.h"
+#include "zvi/math/func/MMathFunc.h"
 
 #include <cmath>
 #include <utility>
@@ -101,8 +101,7 @@ int MIntersectUtil::IsPointOnLine(Point const &p, Point const &a, Point const &b
         return 0;
     if (withEnds == 0 && (curves::Distance(p, a) < tol || curves::Distance(p, b) < tol))
         return 0;
-    return center != nullptr ? IsPointOnLineSub_curv(p, a, b, tol, box, *center, 1)
-                             : IsPointOnLineSub_line(p, a, b, tol, box, 1);
+    return center ? IsPointOnLineSub_curv(p, a, b, tol, box, *center, 1) : IsPointOnLineSub_line(p, a, b, tol, box, 1);
 }
 
 int MIntersectUtil::GetMbr_line(T_MBR3D &box, T_LINE_G const &line, double tol) {
@@ -110,7 +109,7 @@ int MIntersectUtil::GetMbr_line(T_MBR3D &box, T_LINE_G const &line, double tol) 
 }
 
 int MIntersectUtil::GetMbr_line(T_MBR3D &box, Point const &a, Point const &b, Point const *center, double tol) {
-    if (center != nullptr)
+    if (center)
         box.SetWithCurv(a, b, tol, *center);
     else
         box.Set(a, b, tol);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zvi/core/Export.h"
+#include "zvi/Export.h"
 #include "zvi/core/MArray.h"
 #include "zvi/core/MVector.h"
 #include "zvi/curves/T_LINE_G.h"
@@ -19,6 +19,7 @@ namespace zvi::lib {
 ///     MIntersectUtil::GetIntersectPointByLine2Line(line, circle, points, 1e-6); // 1, and the points along `line`
 class ZVI_API MIntersectUtil {
 public:
+    /// A point, or a vector, of space.
     using Point = MVector<double, 3>;
 
     /// 1 if `p` lies on the curve within `tol`. With `withEnds` 0 a point closer than `tol` to an end does not count.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zvi/core/Export.h"
+#include "zvi/Export.h"
 #include "zvi/curves/T_REGION2D_G.h"
 
 namespace zvi::lib {
@@ -10,20 +10,20 @@ namespace zvi::lib {
 
 /// The arc fields of a `T_LINE2D_G`.
 struct T_ARC2D_INFO {
-    int IsCurv = 0;
-    double Center[2] = {0.0, 0.0};
-    double Radius = 0.0;
-    int IsCCW = 1;
+    int IsCurv = 0;                ///< 0 for a line, nonzero for an arc
+    double Center[2] = {0.0, 0.0}; ///< centre of the arc
+    double Radius = 0.0;           ///< 0 for a line
+    int IsCCW = 1;                 ///< nonzero for an arc that runs counter-clockwise
 };
 
 /// A line or an arc of the plane. An arc runs from `Pos1` to `Pos2`, counter-clockwise when `IsCCW` is nonzero.
 struct ZVI_API T_LINE2D_G {
-    double Pos1[2] = {0.0, 0.0};
-    double Pos2[2] = {0.0, 0.0};
-    int IsCurv = 0;
-    double Center[2] = {0.0, 0.0};
-    double Radius = 0.0;
-    int IsCCW = 1;
+    double Pos1[2] = {0.0, 0.0};   ///< start
+    double Pos2[2] = {0.0, 0.0};   ///< end
+    int IsCurv = 0;                ///< 0 for a line, nonzero for an arc
+    double Center[2] = {0.0, 0.0}; ///< centre of the arc
+    double Radius = 0.0;           ///< 0 for a line
+    int IsCCW = 1;                 ///< nonzero for an arc that runs counter-clockwise
 
     /// Resets `IsCurv`, `Radius` and `IsCCW` to 0, 0 and 1 and leaves the points and the centre as they are.
     void Initialize();

@@ -172,18 +172,26 @@ void T_LINE_G::MirrorCurv() {
 }
 
 void T_LINE_G::ConvertUnitIn(zvi_interface::IUnitCtrl *unitCtrl) {
+    if (!unitCtrl)
+        return;
     ChangePlanLengths(*this, [=](double v) { return v * unitCtrl->GetConvertFactorCurrent(kLengthKind); });
 }
 
 void T_LINE_G::ConvertUnitOut(zvi_interface::IUnitCtrl *unitCtrl) {
+    if (!unitCtrl)
+        return;
     ChangePlanLengths(*this, [=](double v) { return v / unitCtrl->GetConvertFactorCurrent(kLengthKind); });
 }
 
 void T_LINE_G::ConvertUnitPrev(zvi_interface::IUnitCtrl *unitCtrl) {
+    if (!unitCtrl)
+        return;
     ChangePlanLengths(*this, [=](double v) { return v * unitCtrl->GetConvertFactorPrevious(kLengthKind); });
 }
 
 void T_LINE_G::ConvertCurUnit(MUnitCtrl *unitCtrl, unsigned int const &unit) {
+    if (!unitCtrl)
+        return;
     int const length = static_cast<int>(unit);
     ChangePlanLengths(
         *this, [=](double v) { return unitCtrl->ConvValueTgtUnit2CurUnit(kForceIndex, length, kLengthKind, v); });

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "zvi/Export.h"
 #include "zvi/core/CArray.h"
-#include "zvi/core/Export.h"
 #include "zvi/core/MArray.h"
 #include "zvi/core/MVector.h"
 #include "zvi/curves/T_REGION2D_G.h"
@@ -26,6 +26,7 @@ class MUnitCtrl;
 ///     arc.Set({1, 0, 0}, {0, 1, 0}, 1, {0, 0, 0}, {0, 0, 1}, 1, 1e-4);
 ///     arc.GetLineAngle(); // 90
 struct ZVI_API T_LINE_G {
+    /// A point, or a vector, of space.
     using Point = MVector<double, 3>;
 
     Point Pos1;                  ///< start
@@ -70,6 +71,7 @@ struct ZVI_API T_LINE_G {
     double GetLineAngle() const;
     /// Area between arc and chord; 0 for a line.
     double GetLineArea() const;
+    /// `Radius`.
     double GetRadius() const { return Radius; }
     /// Midpoint of the curve, not the centre of the arc. 0 if an arc has no radius.
     int GetLineCenter(Point &out) const;
@@ -117,6 +119,7 @@ struct ZVI_API T_LINE_G {
     int GetDistOnChordFromP1_2D(Point const &point, double &distance) const;
     /// `GetDistOnChordFromP1_2D` of b less that of a, so it is signed.
     int GetDistOnChord_2D(Point const &a, Point const &b, double &distance) const;
+    /// The same for the points (ax, ay, az) and (bx, by, bz).
     int GetDistOnChord_2D(double ax, double ay, double az, double bx, double by, double bz, double &distance) const;
     /// Unit tangent at `length` from the start. On a line it is (dx, dy, dy) made unit: the third component
     /// deliberately is the y difference again. Fails when a vector has no direction.
@@ -146,9 +149,11 @@ struct ZVI_API T_LINE_G {
     /// Turns the arc over to the other side of its chord. A full circle has none and becomes a line of length 0.
     void MirrorCurv();
     /// Multiplies by, divides by, or multiplies by the former length factor of the unit system: x and y of `Pos1`,
-    /// `Pos2` and `Center`, and `Radius`. The z coordinates deliberately stay.
+    /// `Pos2` and `Center`, and `Radius`. The z coordinates deliberately stay. Null changes nothing.
     void ConvertUnitIn(zvi_interface::IUnitCtrl *unitCtrl);
+    /// Divides the same values by the current length factor.
     void ConvertUnitOut(zvi_interface::IUnitCtrl *unitCtrl);
+    /// Moves the same values over the last change of units: former length factor over current one.
     void ConvertUnitPrev(zvi_interface::IUnitCtrl *unitCtrl);
     /// Converts the same values from the length unit with index `unit` to the current unit.
     void ConvertCurUnit(MUnitCtrl *unitCtrl, unsigned int const &unit);

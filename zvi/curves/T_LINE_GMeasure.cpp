@@ -1,9 +1,10 @@
+#include "zvi/base/Pi.h"
 #include "zvi/curves/T_LINE_G.h"
 
 #include "zvi/curves/ArcDetail.h"
 #include "zvi/curves/MGeomFunc.h"
 #include "zvi/curves/VectorDetail.h"
-#include "zvi/math/MMathFunc.h"
+#include "zvi/math/func/MMathFunc.h"
 
 #include <algorithm>
 #include <cmath>
@@ -67,7 +68,7 @@ public:
     double Least() const { return m_least; }
 
 private:
-    static double Cosine(double degrees) { return Snapped(std::cos(degrees * curves::kRadiansPerDegree)); }
+    static double Cosine(double degrees) { return Snapped(std::cos(degrees * base::kRadiansPerDegree)); }
 
     void Offer(double angle) {
         double const cosine = Cosine(angle);
@@ -86,7 +87,7 @@ private:
 double T_LINE_G::GetLineLength(int plan) const {
     if (IsCurv == 0)
         return plan != 0 ? curves::PlanDistance(Pos1, Pos2) : curves::Distance(Pos1, Pos2);
-    double const planLength = 2.0 * curves::kPi * Radius * (GetLineAngle() / 360.0);
+    double const planLength = 2.0 * base::kPi * Radius * (GetLineAngle() / 360.0);
     if (Is2D == 0 || plan != 0)
         return planLength;
     double const height = Pos1[2] - Pos2[2];
@@ -119,7 +120,7 @@ double T_LINE_G::GetLineArea() const {
     double const angle = GetLineAngle();
     if (IsCurv == 0 || angle == 0.0)
         return 0.0;
-    double const sector = Radius * Radius * angle * 0.5 * curves::kPi / 180.0;
+    double const sector = Radius * Radius * angle * 0.5 * base::kPi / 180.0;
     if (std::fabs(angle - 180.0) <= kHalfDiscAngle)
         return sector;
     double const half = HalfChord(*this);
@@ -235,7 +236,7 @@ int T_LINE_G::GetLineBreadth(double const *axis, MArray<Point> &out) const {
 }
 
 int T_LINE_G::GetLineBreadth(double angleDeg, MArray<Point> &out) const {
-    double const radians = angleDeg * curves::kRadiansPerDegree;
+    double const radians = angleDeg * base::kRadiansPerDegree;
     double const axis[3] = {std::cos(radians), Snapped(std::sin(radians)), 0.0};
     return GetLineBreadth(axis, out);
 }

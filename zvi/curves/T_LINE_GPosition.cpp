@@ -1,8 +1,9 @@
+#include "zvi/base/Pi.h"
 #include "zvi/curves/T_LINE_G.h"
 
 #include "zvi/core/MQSort.h"
 #include "zvi/curves/VectorDetail.h"
-#include "zvi/math/MMathFunc.h"
+#include "zvi/math/func/MMathFunc.h"
 
 #include <algorithm>
 #include <cmath>
@@ -45,7 +46,7 @@ bool PositionOnArc(T_LINE_G const &arc, double length, int plan, Vec3 &out) {
         length *= arc.GetLineLength(1) / arc.GetLineLength(0);
     Vec3 const &center = arc.Center;
     Vec3 radial = arc.Pos1;
-    MMathFunc::mathRotate(length / arc.Radius * 180.0 / curves::kPi, arc.Normal[0], arc.Normal[1], arc.Normal[2],
+    MMathFunc::mathRotate(length / arc.Radius * 180.0 / base::kPi, arc.Normal[0], arc.Normal[1], arc.Normal[2],
                           center[0], center[1], center[2], radial[0], radial[1], radial[2]);
     radial -= center;
     if (arc.Is2D != 0)
@@ -107,7 +108,7 @@ int T_LINE_G::GetPosByRatio(Point &out, double ratio) const {
 int T_LINE_G::GetPosByAngle(Point &out, double angle) const {
     if (IsCurv == 0)
         return 0;
-    return GetPosByLength(out, 2.0 * curves::kPi * Radius * angle / 360.0, 1);
+    return GetPosByLength(out, 2.0 * base::kPi * Radius * angle / 360.0, 1);
 }
 
 int T_LINE_G::GetPosByLength(Point &out, double length, int plan) const {
@@ -135,7 +136,7 @@ int T_LINE_G::GetDistOnChordFromP1_2D(Point const &point, double &distance) cons
         distance = curves::Dot(projected - Pos1, curves::Normalized(Pos2 - Pos1));
         return 1;
     }
-    double const planLength = GetLineAngleFromP1(projected) / 360.0 * 2.0 * curves::kPi * Radius;
+    double const planLength = GetLineAngleFromP1(projected) / 360.0 * 2.0 * base::kPi * Radius;
     double const height = Is2D != 0 ? projected[2] - Pos1[2] : 0.0;
     distance = Is2D != 0 ? std::sqrt(planLength * planLength + height * height) : planLength;
     return 1;
@@ -209,7 +210,7 @@ int T_LINE_G::SortByDist(MArray<Point> &points, double tol, MArray<int> &order) 
 int T_LINE_G::MakeCurvPoints(MArray<Point> &points, int withEnds, double stepAngle, CArray<double> *lengths,
                              int count) const {
     points.Clear();
-    if (lengths != nullptr)
+    if (lengths)
         lengths->RemoveAll();
     double unit = 0.0;
     if (count == 0)
@@ -217,7 +218,7 @@ int T_LINE_G::MakeCurvPoints(MArray<Point> &points, int withEnds, double stepAng
     double const total = GetLineLength(0);
     auto const add = [&](Vec3 const &point, double length) {
         points.PushBack(point);
-        if (lengths != nullptr)
+        if (lengths)
             lengths->Add(length);
     };
     if (withEnds != 0)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zvi/core/Export.h"
+#include "zvi/Export.h"
 #include "zvi/core/MVector.h"
 
 namespace zvi::lib {
@@ -8,12 +8,12 @@ namespace zvi::lib {
 /// Box in space. The order of the fields, both x first, differs from `T_REGION2D_G` on purpose: stored records and
 /// trees rely on each.
 struct ZVI_API T_MBR3D {
-    double MinX = 0.0;
-    double MaxX = 0.0;
-    double MinY = 0.0;
-    double MaxY = 0.0;
-    double MinZ = 0.0;
-    double MaxZ = 0.0;
+    double MinX = 0.0; ///< lowest x
+    double MaxX = 0.0; ///< highest x
+    double MinY = 0.0; ///< lowest y
+    double MaxY = 0.0; ///< highest y
+    double MinZ = 0.0; ///< lowest z
+    double MaxZ = 0.0; ///< highest z
 
     /// Makes all six sides 0.
     void Initialize();

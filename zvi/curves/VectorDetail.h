@@ -10,10 +10,6 @@ namespace zvi::lib::curves {
 
 using Vec3 = MVector<double, 3>;
 
-/// The value of 4 atan(1).
-inline constexpr double kPi = 3.14159265358979323846;
-inline constexpr double kRadiansPerDegree = kPi / 180.0;
-
 /// A length of smaller size counts as zero, and a vector of such a length has no direction (units of the input).
 inline constexpr double kZeroLength = 1e-12;
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zvi/core/Export.h"
+#include "zvi/Export.h"
 
 /// A surface to draw on, with the operations that the library uses. A program implements it over its own canvas, or
 /// over a picture file.

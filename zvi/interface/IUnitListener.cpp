@@ -34,7 +34,7 @@ IUnitListener::~IUnitListener() {
 
 void IUnitListener::AddListener(IUnitListener *listener) {
     auto const isSame = [listener](Registration const &r) { return r.listener == listener; };
-    if (listener != nullptr && std::ranges::none_of(Listeners(), isSame))
+    if (listener && std::ranges::none_of(Listeners(), isSame))
         Listeners().push_back({listener, NextNumber()});
 }
 

@@ -1,13 +1,14 @@
 #pragma once
 
+#include "zvi/Export.h"
 #include "zvi/core/CString.h"
-#include "zvi/core/Export.h"
 
 namespace zvi::lib {
 
 /// The special characters in texts that the user sees. Each sign stands in one place, the table of MSpecialChar.cpp.
 class ZVI_API MSpecialChar {
 public:
+    /// Which sign.
     enum Sign {
         kMicro,      ///< the micro sign, before a unit for its millionth part
         kDegree,     ///< the degree sign

@@ -1,23 +1,23 @@
 #pragma once
 
-#include "zvi/core/Export.h"
+#include "zvi/Export.h"
 
 namespace zvi::lib {
 
 /// A point of the plane.
 struct MQuadPoint2D {
-    double x = 0.0;
-    double y = 0.0;
+    double x = 0.0; ///< to the right
+    double y = 0.0; ///< upwards
 };
 
 /// A bounding rectangle with its sides parallel to the axes. Containment is half-open: the minimum edges belong to the
 /// rectangle, the maximum edges do not, so that quadrants never share a point. A corner that is not a number lies in
 /// nothing, and contains nothing.
 struct ZVI_API MQuadMBR2D {
-    double minX = 0.0;
-    double minY = 0.0;
-    double maxX = 0.0;
-    double maxY = 0.0;
+    double minX = 0.0; ///< left side, within
+    double minY = 0.0; ///< lower side, within
+    double maxX = 0.0; ///< right side, outside
+    double maxY = 0.0; ///< upper side, outside
 
     /// Distance within which two rectangles still count as meeting when `strict` is zero, in the unit of length.
     static constexpr double kTouchTolerance = 1e-6;

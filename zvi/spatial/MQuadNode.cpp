@@ -9,6 +9,7 @@
 #include "zvi/spatial/QuadrantFinderDetail.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <iterator>
 #include <memory>
@@ -114,15 +115,16 @@ constexpr MQuadNodeInfo kDefaultInfo;
 } // namespace
 
 MQuadNodeInfo const &MQuadNode::GetQuadNodeInfo() const {
-    return m_tree == nullptr ? kDefaultInfo : m_tree->GetInfo();
+    return m_tree ? m_tree->GetInfo() : kDefaultInfo;
 }
 
 inline bool MQuadNode::HasRoom() const {
-    return m_pool.GetCount() < (m_tree == nullptr ? kDefaultInfo : m_tree->GetInfo()).capacity;
+    return m_pool.GetCount() < (m_tree ? m_tree->GetInfo() : kDefaultInfo).capacity;
 }
 
 inline void MQuadNode::Place(MQuadObj *object, bool isTrusted) {
-    QuadCode const code = isTrusted ? QuadFrame(m_region).Encode(object->m_mbr) : kUntrustedCode;
+    spatial::QuadCode const code =
+        isTrusted ? spatial::QuadFrame(m_region).Encode(object->m_mbr) : spatial::kUntrustedCode;
     m_pool.Append(object, code);
     if (IsLeaf())
         return;
@@ -130,12 +132,12 @@ inline void MQuadNode::Place(MQuadObj *object, bool isTrusted) {
     m_pool.IndexFor(m_region);
 }
 
-MQuadNode::MQuadNode(MQuadTree *tree) : m_pool(tree == nullptr ? nullptr : tree->m_memory), m_tree(tree) {
+MQuadNode::MQuadNode(MQuadTree *tree) : m_pool(tree ? tree->m_memory : nullptr), m_tree(tree) {
     InitClassMembers();
 }
 
 MQuadNode::~MQuadNode() {
-    if (m_parent == nullptr)
+    if (!m_parent)
         StopWatchingAll();
     DeleteChild();
 }
@@ -144,11 +146,13 @@ void MQuadNode::InitClassMembers() {
     SetChildren(nullptr);
     m_region = {};
     m_parent = nullptr;
-    m_pool.m_bands = QuadBands::Everything();
+    m_pool.m_bands = spatial::QuadBands::Everything();
     m_pool.Recode(m_region);
 }
 
 int MQuadNode::Insert(MQuadObj *object) {
+    if (!object)
+        return -1;
     MQuadMBR2D const mbr = object->CurrentRectangle();
     if (!IsFinite(mbr))
         return -1;
@@ -168,12 +172,14 @@ int MQuadNode::Insert(MQuadObj *object) {
 }
 
 int MQuadNode::Insert(MQuadObj *object, MQuadMBR2D const &mbr) {
+    if (!object)
+        return -1;
     Descend(object, mbr, StartWatchingAt(*this, object, mbr));
     return 0;
 }
 
 int MQuadNode::InsertWithMBR(MQuadObj *object, MQuadMBR2D const &mbr) {
-    if (!IsFinite(mbr) || !GrowToContain(mbr))
+    if (!object || !IsFinite(mbr) || !GrowToContain(mbr))
         return -1;
     Descend(object, mbr, StartWatchingAt(*this, object, mbr));
     return 0;
@@ -211,10 +217,10 @@ bool MQuadNode::GrowToContain(MQuadMBR2D const &mbr) {
 
 void MQuadNode::Descend(MQuadObj *object, MQuadMBR2D const &mbr, bool isTrusted) {
     MQuadNode *node = DescendToward(mbr);
-    for (MQuadNode *next = node; next != nullptr && next->IsLeaf() && !next->HasRoom();) {
+    for (MQuadNode *next = node; next && next->IsLeaf() && !next->HasRoom();) {
         node = next;
         next = node->SplitFor(mbr);
-        if (next != nullptr)
+        if (next)
             node = next;
     }
     node->Place(object, isTrusted);
@@ -225,18 +231,18 @@ void MQuadNode::Descend(MQuadObj *object, MQuadMBR2D const &mbr, bool isTrusted)
 MQuadNode *MQuadNode::DescendToward(MQuadMBR2D const &mbr) {
     MQuadNode *node = this;
     MQuadNode *children = m_children[0];
-    QuadrantFinder finder(QuarteredRegion());
-    while (children != nullptr) {
+    spatial::QuadrantFinder finder(QuarteredRegion());
+    while (children) {
         int const index = finder.Enter(mbr);
         if (index == kChildCount)
             return node;
         node = children + index;
-        Prefetch(node);
-        Prefetch(&node->m_pool.m_codes);
-        QuadFamily const &family = QuadFamily::Of(children);
+        spatial::Prefetch(node);
+        spatial::Prefetch(&node->m_pool.m_codes);
+        spatial::QuadFamily const &family = spatial::QuadFamily::Of(children);
         children = family.children[index];
         if (family.isQuartered[index]) [[unlikely]]
-            finder = QuadrantFinder(*node->m_quartered);
+            finder = spatial::QuadrantFinder(*node->m_quartered);
     }
     return node;
 }
@@ -258,12 +264,13 @@ MQuadNode *MQuadNode::SplitFor(MQuadMBR2D const &mbr) {
 }
 
 bool MQuadNode::CanSplit(MQuadMBR2D const &mbr, MQuadMBR2D const *regions) {
+    assert(IsLeaf());
     if (IsIndivisible(m_region))
         return false;
     int const own = GetChildNodeIndexContainingMBR(mbr, regions);
     // Fewer than two objects set no quadrant of their own; then distance alone decides.
     int common = own;
-    if (m_pool.m_cluster != nullptr)
+    if (m_pool.m_cluster)
         common = m_pool.m_cluster->quadrant;
     else if (!IsAllSameQuad(regions, common))
         return true;
@@ -277,10 +284,10 @@ bool MQuadNode::CanSplit(MQuadMBR2D const &mbr, MQuadMBR2D const *regions) {
 void MQuadNode::NoteCluster(int quadrant, MQuadMBR2D const &mbr) {
     if (m_pool.m_hasUntrusted || m_pool.GetCount() < 2)
         return;
-    if (m_pool.m_cluster == nullptr) {
+    if (!m_pool.m_cluster) {
         MQuadPoint2D const centre = Centre(mbr);
-        m_pool.m_cluster =
-            std::make_unique<QuadCluster>(QuadCluster{quadrant, {centre.x, centre.y, centre.x, centre.y}});
+        m_pool.m_cluster = std::make_unique<spatial::QuadCluster>(
+            spatial::QuadCluster{quadrant, {centre.x, centre.y, centre.x, centre.y}});
         for (std::uint32_t i = 0; i < m_pool.m_count; ++i)
             m_pool.m_cluster->Add(Centre(m_pool.Objects()[i]->m_mbr));
     }
@@ -304,7 +311,7 @@ bool MQuadNode::IsMemberFarFrom(MQuadMBR2D const &mbr) const {
     double const diagonal = Length(m_region.maxX - m_region.minX, m_region.maxY - m_region.minY);
     double const clusterSize = diagonal / kClusterDivisor;
     MQuadPoint2D const centre = Centre(mbr);
-    if (m_pool.m_cluster != nullptr && m_pool.m_cluster->FarthestFrom(centre) < clusterSize)
+    if (m_pool.m_cluster && m_pool.m_cluster->FarthestFrom(centre) < clusterSize)
         return false;
     for (std::uint32_t i = 0; i < m_pool.m_count; ++i) {
         MQuadPoint2D const other = Centre(m_pool.Objects()[i]->CurrentRectangle());
@@ -315,14 +322,15 @@ bool MQuadNode::IsMemberFarFrom(MQuadMBR2D const &mbr) const {
 }
 
 void MQuadNode::Split(MQuadMBR2D const *regions) {
+    assert(IsLeaf());
     MakeChildren(regions);
     Distribute();
 }
 
+/// The former children, if any, have gone to another node.
 void MQuadNode::MakeChildren(MQuadMBR2D const *regions) {
-    void *const memory =
-        m_tree == nullptr ? ::operator new(kFamilySize, kNodeAlignment) : m_tree->m_memory->TakeFamily();
-    MQuadNode *const nodes = (::new (memory) QuadFamily)->Nodes();
+    void *const memory = m_tree ? m_tree->m_memory->TakeFamily() : ::operator new(spatial::kFamilySize, kNodeAlignment);
+    MQuadNode *const nodes = (::new (memory) spatial::QuadFamily)->Nodes();
     for (int i = 0; i < kChildCount; ++i) {
         MQuadNode *const child = ::new (static_cast<void *>(nodes + i)) MQuadNode(m_tree);
         child->m_parent = this;
@@ -336,51 +344,53 @@ void MQuadNode::DeleteChild() {
         return;
     MQuadNode *const nodes = m_children[0];
     std::destroy_n(nodes, kChildCount);
-    QuadFamily *const family = &QuadFamily::Of(nodes);
-    if (m_tree == nullptr)
+    spatial::QuadFamily *const family = &spatial::QuadFamily::Of(nodes);
+    if (!m_tree)
         ::operator delete(family, kNodeAlignment);
     else
         m_tree->m_memory->GiveBackFamily(family);
     SetQuartered(nullptr);
     SetChildren(nullptr);
-    m_pool.m_bands = QuadBands::Everything();
+    m_pool.m_bands = spatial::QuadBands::Everything();
 }
 
 /// The four nodes from `first` on, or none for null, become the children.
 void MQuadNode::SetChildren(MQuadNode *first) {
     for (int i = 0; i < kChildCount; ++i)
-        m_children[i] = first == nullptr ? nullptr : first + i;
-    if (QuadFamily *const family = Family())
+        m_children[i] = first ? first + i : nullptr;
+    if (spatial::QuadFamily *const family = Family())
         family->children[this - m_parent->m_children[0]] = first;
 }
 
 void MQuadNode::SetQuartered(MQuadMBR2D const *quartered) {
     delete std::exchange(m_quartered, quartered);
-    if (QuadFamily *const family = Family())
+    if (spatial::QuadFamily *const family = Family())
         family->isQuartered[this - m_parent->m_children[0]] = quartered != nullptr;
 }
 
 /// The family of this node; null for a root and for a copy, which has a parent but is none of its children.
-QuadFamily *MQuadNode::Family() const {
-    bool const isChild = m_parent != nullptr && std::find(m_parent->m_children, std::end(m_parent->m_children), this) !=
-                                                    std::end(m_parent->m_children);
-    return isChild ? &QuadFamily::Of(m_parent->m_children[0]) : nullptr;
+spatial::QuadFamily *MQuadNode::Family() const {
+    bool const isChild = m_parent && std::find(m_parent->m_children, std::end(m_parent->m_children), this) !=
+                                         std::end(m_parent->m_children);
+    return isChild ? &spatial::QuadFamily::Of(m_parent->m_children[0]) : nullptr;
 }
 
 void MQuadNode::Distribute() {
+    if (IsLeaf())
+        return;
     std::uint32_t const count = m_pool.m_count;
     MQuadObj **const objects = m_pool.Objects();
-    QuadCode *const codes = m_pool.m_codes;
+    spatial::QuadCode *const codes = m_pool.m_codes;
     std::uint32_t firstKept = count;
     m_pool.DropIndex();
     for (MQuadNode *child : m_children)
         child->m_pool.Reserve(count / 2);
     for (std::uint32_t i = 0; i < count; ++i)
-        Prefetch(&objects[i]->m_mbr);
+        spatial::Prefetch(&objects[i]->m_mbr);
     for (std::uint32_t i = count; i-- > 0;) {
         int const index = GetChildNodeIndexContainingMBR(objects[i]->CurrentRectangle());
         if (index != kChildCount) {
-            m_children[index]->Place(objects[i], codes[i] != kUntrustedCode);
+            m_children[index]->Place(objects[i], codes[i] != spatial::kUntrustedCode);
         } else {
             --firstKept;
             objects[firstKept] = objects[i];
@@ -436,10 +446,10 @@ void MQuadNode::Extend(MQuadPoint2D const &point) {
     MQuadNode *const oldChildren = m_children[0];
     MakeChildren(regions);
     MQuadNode &heir = *m_children[corner];
-    if (oldChildren != nullptr)
+    if (oldChildren)
         heir.AdoptChildren(oldChildren, oldQuartered);
     heir.m_pool.Swap(m_pool);
-    m_pool.m_bands = QuadBands::Empty();
+    m_pool.m_bands = spatial::QuadBands::Empty();
     heir.m_pool.Recode(heir.m_region);
 }
 
@@ -489,11 +499,11 @@ int MQuadNode::GetChildNodeIndexContainingPoint(MQuadPoint2D const &point) const
 }
 
 int MQuadNode::Delete(MQuadObj *object) {
-    return Delete(object, object->CurrentRectangle(), 0);
+    return object ? Delete(object, object->CurrentRectangle(), 0) : -1;
 }
 
 int MQuadNode::Delete(MQuadObj *object, MQuadMBR2D const &mbr, int anywhere) {
-    if (anywhere == 0 && mbr.IsContained4QT(m_region) == 0)
+    if (!object || (anywhere == 0 && mbr.IsContained4QT(m_region) == 0))
         return -1;
     // A watched object is in one place, which its rectangle tells, so the search of the other children is spared.
     if (object->m_home == this) {
@@ -525,8 +535,43 @@ int MQuadNode::DeleteSearching(MQuadObj *object, MQuadMBR2D const &mbr) {
 
 void MQuadNode::RemoveFromPool(int index) {
     m_pool.RemoveAt(index);
-    if (m_pool.IsEmpty() && IsLeaf() && m_parent != nullptr)
+    if (m_pool.IsEmpty() && IsLeaf() && m_parent)
         m_parent->Merge();
+}
+
+/// Whether the node, its pool and its children agree with one another; the children's own pools are not looked at.
+bool MQuadNode::IsConsistent() const {
+    spatial::QuadFrame const frame(m_region);
+    for (std::uint32_t i = 0; i < m_pool.m_count; ++i) {
+        MQuadObj const &object = *m_pool.Objects()[i];
+        bool const isTrusted = m_pool.m_codes[i] != spatial::kUntrustedCode;
+        if (isTrusted && (!object.m_home || m_pool.m_codes[i] != frame.Encode(object.m_mbr)))
+            return false;
+        if (!isTrusted && !m_pool.m_hasUntrusted)
+            return false;
+    }
+    if (IsLeaf())
+        return std::none_of(std::begin(m_children), std::end(m_children), [](MQuadNode const *child) { return child; });
+    MQuadMBR2D const &region = QuarteredRegion();
+    MQuadPoint2D const mid = Centre(region);
+    MQuadMBR2D const quadrants[kChildCount] = {{region.minX, region.minY, mid.x, mid.y},
+                                               {mid.x, region.minY, region.maxX, mid.y},
+                                               {region.minX, mid.y, mid.x, region.maxY},
+                                               {mid.x, mid.y, region.maxX, region.maxY}};
+    for (int i = 0; i < kChildCount; ++i) {
+        if (!IsChildConsistent(i, quadrants[i]))
+            return false;
+    }
+    return true;
+}
+
+/// Whether a child is where it should be, and its family tells the truth of it.
+bool MQuadNode::IsChildConsistent(int index, MQuadMBR2D const &quadrant) const {
+    MQuadNode const &child = *m_children[index];
+    spatial::QuadFamily const &family = spatial::QuadFamily::Of(m_children[0]);
+    return &child == m_children[0] + index && child.m_parent == this && child.m_tree == m_tree &&
+           IsSame(child.m_region, quadrant) && family.children[index] == child.m_children[0] &&
+           family.isQuartered[index] == (child.m_quartered != nullptr);
 }
 
 int MQuadNode::Merge() {
@@ -537,7 +582,7 @@ int MQuadNode::Merge() {
             return -1;
     }
     DeleteChild();
-    if (m_parent != nullptr)
+    if (m_parent)
         m_parent->Merge();
     return 0;
 }

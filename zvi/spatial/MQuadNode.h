@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zvi/core/Export.h"
+#include "zvi/Export.h"
 #include "zvi/core/MArray.h"
 #include "zvi/core/MList.h"
 #include "zvi/spatial/MQuadNodeInfo.h"
@@ -11,10 +11,15 @@ class CDC;
 namespace zvi::lib {
 
 class MQuadTree;
+
+namespace spatial {
+
 struct QuadFamily;
 
 /// A cache line, so that a descent reads one line of each inner node.
 struct alignas(64) QuadNodeAlignment {};
+
+} // namespace spatial
 
 /// A node of `MQuadTree`: a region, the objects that lie in it but in none of its children, and no child or four.
 ///
@@ -23,12 +28,16 @@ struct alignas(64) QuadNodeAlignment {};
 ///
 /// Nodes belong to their tree and use its settings. Copying is shallow, deliberately: the copy has the same children
 /// and the same tree and a copy of the pool's array; whoever copies a node keeps one of the two alive at the end.
-class ZVI_API MQuadNode : private QuadNodeAlignment {
+class ZVI_API MQuadNode : private spatial::QuadNodeAlignment {
 public:
+    /// Children of a node that is no leaf.
     static constexpr int kChildCount = 4;
 
+    /// A leaf without a region, for `tree`; null gives the default settings.
     explicit MQuadNode(MQuadTree *tree = nullptr);
+    /// Shares children and tree, see above.
     MQuadNode(MQuadNode const &other) = default;
+    /// Likewise.
     MQuadNode &operator=(MQuadNode const &other) = default;
     /// Deletes the children, never an object.
     virtual ~MQuadNode();
@@ -38,14 +47,16 @@ public:
 
     /// Entry at the root: makes the region of a fresh root from the object's rectangle, lets the region grow until it
     /// contains the rectangle, and puts the object into the deepest node that contains it. 0; -1 without a change of
-    /// the pools when the rectangle is not finite or the region cannot grow to it.
+    /// the pools for null, and when the rectangle is not finite or the region cannot grow to it.
     int Insert(MQuadObj *object);
-    /// Puts an object whose rectangle lies in this region into the subtree. 0.
+    /// Puts an object whose rectangle lies in this region into the subtree: 0, or -1 for null.
     int Insert(MQuadObj *object, MQuadMBR2D const &mbr);
-    /// Lets the region grow until it contains the rectangle, then inserts. 0, or -1 when it cannot grow so far.
+    /// Lets the region grow until it contains the rectangle, then inserts. 0, or -1 for null and when it cannot grow so
+    /// far.
     int InsertWithMBR(MQuadObj *object, MQuadMBR2D const &mbr);
 
-    /// Takes the object out of the subtree: 0, or -1 when its rectangle does not lie in the region or it is not found.
+    /// Takes the object out of the subtree: 0, or -1 when its rectangle does not lie in the region or it is not found,
+    /// which null never is.
     /// An object whose rectangle has changed is found by a search of all nodes.
     int Delete(MQuadObj *object);
     /// The same with the object's rectangle; a non-zero `anywhere` skips the test against this region.
@@ -62,12 +73,12 @@ public:
 
     /// The four quadrants of the region, in the order of the children.
     void GetSplitRegion(MQuadMBR2D *const regions) const;
-    /// Moves each object of this pool, from last to first, into the first child that contains it.
+    /// Moves each object of this pool, from last to first, into the first child that contains it; nothing in a leaf.
     void Distribute();
     /// Removes four empty leaf children and goes on at the parent: 0, or -1 when there is nothing to remove.
     int Merge();
 
-    /// Draws the regions of the leaves with a hollow brush, coordinates cut to whole numbers.
+    /// Draws the regions of the leaves with a hollow brush, coordinates cut to whole numbers; nothing for null.
     void Draw(CDC *dc);
 
     /// The settings of the tree.
@@ -76,12 +87,17 @@ public:
     /// First child whose region contains the argument, 4 when none does or there are no children.
     int GetChildNodeIndexContainingPoint(MQuadPoint2D const &point) const;
 
+    /// The rectangle whose objects the node is for.
     MQuadMBR2D const &GetRegion() const { return m_region; }
+    /// The node above, null for the root.
     MQuadNode *GetParent() const { return m_parent; }
     /// Child `index`, null in a leaf.
     MQuadNode *GetChild(int index) const { return m_children[index]; }
-    bool IsLeaf() const { return m_children[0] == nullptr; }
+    /// Whether there are no children.
+    bool IsLeaf() const { return !m_children[0]; }
+    /// The objects that lie in the region but in none of the children.
     MQuadObjPool &GetPool() { return m_pool; }
+    /// The same for reading.
     MQuadObjPool const &GetPool() const { return m_pool; }
 
 private:
@@ -90,6 +106,9 @@ private:
 
     struct Hits;
     struct Way;
+
+    bool IsConsistent() const;
+    bool IsChildConsistent(int index, MQuadMBR2D const &quadrant) const;
 
     void DeleteChild();
     bool ExtendRegion(MQuadMBR2D const &mbr);
@@ -115,8 +134,8 @@ private:
     void AdoptChildren(MQuadNode *first, MQuadMBR2D const &quartered);
     void SetChildren(MQuadNode *first);
     void SetQuartered(MQuadMBR2D const *quartered);
-    QuadFamily *Family() const;
-    MQuadMBR2D const &QuarteredRegion() const { return m_quartered == nullptr ? m_region : *m_quartered; }
+    spatial::QuadFamily *Family() const;
+    MQuadMBR2D const &QuarteredRegion() const { return m_quartered ? *m_quartered : m_region; }
     int DeleteSearching(MQuadObj *object, MQuadMBR2D const &mbr);
     void RemoveFromPool(int index);
     static void CollectHits(Way way, Hits &hits);

@@ -42,7 +42,7 @@ struct MQuadNode::Hits {
         return outside;
     }
 
-    bool Misses(QuadBands const &bands) const {
+    bool Misses(spatial::QuadBands const &bands) const {
         bool const missesUpright = (bounds.minX > bands.maxX) | (bands.minX > bounds.maxX);
         bool const missesLevel = (bounds.minY > bands.maxY) | (bands.minY > bounds.maxY);
         return missesUpright & missesLevel;
@@ -50,7 +50,7 @@ struct MQuadNode::Hits {
 
     /// A type beyond the array is not wanted.
     bool Wants(MQuadObj *object) const {
-        if (types == nullptr)
+        if (!types)
             return true;
         int const type = object->GetType();
         return type >= 0 && static_cast<std::size_t>(type) < types->Size() &&
@@ -79,13 +79,13 @@ struct MQuadNode::Way {
           finder(start.QuarteredRegion()) {}
 
     void Enter(unsigned int child) {
-        QuadFamily const &family = QuadFamily::Of(children);
+        spatial::QuadFamily const &family = spatial::QuadFamily::Of(children);
         node = children + child;
         children = family.children[child];
         isQuartered = family.isQuartered[child];
         finder.Enter(child);
         if (isQuartered) [[unlikely]]
-            finder = QuadrantFinder(*node->m_quartered);
+            finder = spatial::QuadrantFinder(*node->m_quartered);
     }
 
     unsigned int ChildrenMet(Hits const &hits) const;
@@ -93,7 +93,7 @@ struct MQuadNode::Way {
     MQuadNode const *node;
     MQuadNode const *children;
     bool isQuartered;
-    QuadrantFinder finder;
+    spatial::QuadrantFinder finder;
 };
 
 /// A bit for each child whose region the query does not miss. The mid lines tell them, without touching the children
@@ -103,7 +103,7 @@ inline unsigned int MQuadNode::Way::ChildrenMet(Hits const &hits) const {
     constexpr unsigned int kHighX = 0b1010;
     constexpr unsigned int kLowY = 0b0011;
     constexpr unsigned int kHighY = 0b1100;
-    if (children == nullptr)
+    if (!children)
         return 0;
     double const midX = finder.MidX();
     double const midY = finder.MidY();
@@ -121,19 +121,22 @@ inline void MQuadNode::AddHitsOfPool(Hits &hits) const {
     if (hits.Misses(m_pool.m_bands))
         return;
     auto const misses = [&](MQuadMBR2D const &box) { return hits.Misses(box); };
-    QuadPoolIndex const *const index = m_pool.m_index.get();
+    spatial::QuadPoolIndex const *const index = m_pool.m_index.get();
     std::size_t const count = m_pool.m_count;
-    if (count == 0 || (index != nullptr && index->IsMissed(misses)))
+    if (count == 0 || (index && index->IsMissed(misses)))
         return;
-    QuadCode const query = QuadFrame(m_region).EncodeQuery(hits.bounds);
-    auto const visit = [&](MQuadObj *object, QuadCode code) { hits.Try(object, QuadFrame::SurelyMeets(code, query)); };
-    if (index != nullptr) {
+    spatial::QuadCode const query = spatial::QuadFrame(m_region).EncodeQuery(hits.bounds);
+    auto const visit = [&](MQuadObj *object, spatial::QuadCode code) {
+        hits.Try(object, spatial::QuadFrame::SurelyMeets(code, query));
+    };
+    if (index) {
         index->Walk(query, misses, visit);
         return;
     }
-    QuadCode const *const codes = m_pool.m_codes;
+    spatial::QuadCode const *const codes = m_pool.m_codes;
     MQuadObj *const *const objects = m_pool.Objects();
-    for (std::size_t i = NextToMeet(codes, 0, count, query); i < count; i = NextToMeet(codes, i + 1, count, query))
+    for (std::size_t i = spatial::NextToMeet(codes, 0, count, query); i < count;
+         i = spatial::NextToMeet(codes, i + 1, count, query))
         visit(objects[i], codes[i]);
 }
 
@@ -161,12 +164,12 @@ void MQuadNode::CollectHits(Way way, Hits &hits) {
     unsigned int met = way.ChildrenMet(hits);
     while (std::has_single_bit(met) && length < kLongestPath) {
         way.Enter(static_cast<unsigned int>(std::countr_zero(met)));
-        PrefetchAll(way.node);
+        spatial::PrefetchAll(way.node);
         path[length++] = way.node;
         met = way.ChildrenMet(hits);
     }
     for (unsigned int rest = met; rest != 0; rest &= rest - 1)
-        PrefetchAll(way.children + std::countr_zero(rest));
+        spatial::PrefetchAll(way.children + std::countr_zero(rest));
     for (std::size_t i = 0; i < length; ++i)
         path[i]->AddHitsOfPool(hits);
     for (; met != 0; met &= met - 1) {
@@ -190,6 +193,8 @@ MQuadNode *MQuadNode::FindNodeContainingPoint(MQuadPoint2D const &point) {
 }
 
 void MQuadNode::Draw(CDC *dc) {
+    if (!dc)
+        return;
     if (!IsLeaf()) {
         for (MQuadNode *child : m_children)
             child->Draw(dc);
@@ -203,9 +208,9 @@ void MQuadNode::Draw(CDC *dc) {
 /// Whether an object that comes under this node is trusted from now on. One that is in a tree already, was changed in
 /// one, or has a class of its own is not: its code could grow stale unseen.
 bool MQuadNode::StartWatching(MQuadObj *object) {
-    if (object->m_home != nullptr)
+    if (object->m_home)
         object->LeaveWatch();
-    if (object->m_unwatched || !object->IsOfThisClass() || object->GetStatus() != kLiveStatus)
+    if (object->m_unwatched || !object->IsOfThisClass() || object->GetStatus() != spatial::kLiveStatus)
         return false;
     object->m_home = this;
     return true;
@@ -215,8 +220,8 @@ bool MQuadNode::StartWatching(MQuadObj *object) {
 /// subtree is for rectangles on a border that doubling moved by a rounding.
 MQuadNode *MQuadNode::FindWatched(MQuadObj const *object, int &index) {
     MQuadNode *node = DescendToward(object->m_mbr);
-    for (; node != nullptr; node = node == this ? nullptr : node->m_parent) {
-        index = node->m_pool.FindTrusted(object, QuadFrame(node->m_region).Encode(object->m_mbr));
+    for (; node; node = node == this ? nullptr : node->m_parent) {
+        index = node->m_pool.FindTrusted(object, spatial::QuadFrame(node->m_region).Encode(object->m_mbr));
         if (index >= 0)
             return node;
     }
@@ -253,7 +258,7 @@ void MQuadNode::StopWatching(MQuadObj *object) {
 
 void MQuadNode::StopWatchingAll() {
     for (std::uint32_t i = 0; i < m_pool.m_count; ++i) {
-        if (m_pool.m_codes[i] != kUntrustedCode)
+        if (m_pool.m_codes[i] != spatial::kUntrustedCode)
             m_pool.Objects()[i]->m_home = nullptr;
     }
     if (IsLeaf())

@@ -65,11 +65,11 @@ bool MQuadObj::IsOfThisClass() const {
 
 /// The rectangle as the object answers it now. `GetMBR` is left to other classes, because it ends the trust.
 MQuadMBR2D const &MQuadObj::CurrentRectangle() {
-    return m_home != nullptr || IsOfThisClass() ? m_mbr : GetMBR();
+    return m_home || IsOfThisClass() ? m_mbr : GetMBR();
 }
 
 void MQuadObj::LeaveWatch() {
-    if (m_home != nullptr)
+    if (m_home)
         m_home->StopWatching(this);
 }
 

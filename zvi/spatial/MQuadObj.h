@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zvi/core/Export.h"
+#include "zvi/Export.h"
 #include "zvi/spatial/MQuadMBR2D.h"
 
 #include <cstdint>
@@ -27,8 +27,11 @@ public:
     MQuadObj &operator=(MQuadObj const &other);
     virtual ~MQuadObj();
 
+    /// Sets the key; a tree that holds the object under another one does not learn of it.
     virtual void SetKey(unsigned int key);
+    /// The key, 0 before it is set.
     virtual unsigned int GetKey();
+    /// Copies the rectangle; the object stays in the node where it is.
     virtual void SetMBR(MQuadMBR2D &mbr);
     /// The stored rectangle itself: the caller may write to it.
     virtual MQuadMBR2D &GetMBR();

@@ -27,12 +27,12 @@ constexpr std::size_t kMostEntries = std::size_t{1} << 30;
 
 MQuadObjPool::MQuadObjPool() = default;
 
-MQuadObjPool::MQuadObjPool(QuadMemory *memory) : m_memory(memory) {}
+MQuadObjPool::MQuadObjPool(spatial::QuadMemory *memory) : m_memory(memory) {}
 
 MQuadObjPool::MQuadObjPool(MQuadObjPool const &other) : m_hasUntrusted(!other.IsEmpty()) {
     Reserve(other.m_count);
     m_count = other.m_count;
-    std::fill_n(m_codes, m_count, kUntrustedCode);
+    std::fill_n(m_codes, m_count, spatial::kUntrustedCode);
     std::copy_n(other.Objects(), m_count, Objects());
 }
 
@@ -53,7 +53,7 @@ MQuadObj *MQuadObjPool::GetAt(int index) const {
 }
 
 void MQuadObjPool::Add(MQuadObj *object) {
-    Append(object, kUntrustedCode);
+    Append(object, spatial::kUntrustedCode);
 }
 
 void MQuadObjPool::RemoveAt(int index) {
@@ -62,9 +62,9 @@ void MQuadObjPool::RemoveAt(int index) {
     auto const i = static_cast<std::size_t>(index);
     MQuadObj **const objects = Objects();
     MQuadObj *const object = objects[i];
-    if (m_codes[i] != kUntrustedCode) {
+    if (m_codes[i] != spatial::kUntrustedCode) {
         object->m_home = nullptr;
-        if (m_index != nullptr)
+        if (m_index)
             m_index->Remove(object, object->m_mbr);
     } else {
         // It may stand here several times, and the index could not tell which one goes.
@@ -85,7 +85,7 @@ int MQuadObjPool::FindFromLast(MQuadObj const *object) const {
 }
 
 /// Place of an object with its code, -1 when it is absent.
-int MQuadObjPool::FindTrusted(MQuadObj const *object, QuadCode code) const {
+int MQuadObjPool::FindTrusted(MQuadObj const *object, spatial::QuadCode code) const {
     MQuadObj *const *const objects = Objects();
     int i = GetCount() - 1;
     while (i >= 0 && !(m_codes[i] == code && objects[i] == object))
@@ -93,7 +93,7 @@ int MQuadObjPool::FindTrusted(MQuadObj const *object, QuadCode code) const {
     return i;
 }
 
-void MQuadObjPool::Append(MQuadObj *object, QuadCode code) {
+void MQuadObjPool::Append(MQuadObj *object, spatial::QuadCode code) {
     if (m_hasUntrusted)
         DropFirstUnlessLive();
     if (m_count == m_capacity)
@@ -101,14 +101,14 @@ void MQuadObjPool::Append(MQuadObj *object, QuadCode code) {
     m_codes[m_count] = code;
     Objects()[m_count] = object;
     ++m_count;
-    if (code == kUntrustedCode) {
-        m_bands = QuadBands::Everything();
+    if (code == spatial::kUntrustedCode) {
+        m_bands = spatial::QuadBands::Everything();
         m_hasUntrusted = true;
         m_cluster.reset();
     }
-    if (m_index == nullptr)
+    if (!m_index)
         return;
-    if (code == kUntrustedCode)
+    if (code == spatial::kUntrustedCode)
         m_index->AddUntrusted(object);
     else
         m_index->Add(object, object->m_mbr, code);
@@ -126,8 +126,8 @@ void MQuadObjPool::Reserve(std::size_t count) {
 /// Moves the objects and codes into a block for `capacity` of them.
 void MQuadObjPool::MoveTo(std::uint32_t capacity) {
     MQuadObjPool moved(m_memory);
-    moved.m_codes = static_cast<QuadCode *>(m_memory == nullptr ? ::operator new(QuadMemory::EntryBytes(capacity))
-                                                                : m_memory->TakeEntries(capacity));
+    moved.m_codes = static_cast<spatial::QuadCode *>(
+        m_memory ? m_memory->TakeEntries(capacity) : ::operator new(spatial::QuadMemory::EntryBytes(capacity)));
     moved.m_capacity = capacity;
     std::copy_n(m_codes, m_count, moved.m_codes);
     std::copy_n(Objects(), m_count, moved.Objects());
@@ -136,9 +136,9 @@ void MQuadObjPool::MoveTo(std::uint32_t capacity) {
 }
 
 void MQuadObjPool::ReleaseEntries() {
-    if (m_codes == nullptr)
+    if (!m_codes)
         return;
-    if (m_memory == nullptr)
+    if (!m_memory)
         ::operator delete(m_codes);
     else
         m_memory->GiveBackEntries(m_codes, m_capacity);
@@ -155,16 +155,16 @@ void MQuadObjPool::KeepFrom(std::uint32_t first) {
 }
 
 void MQuadObjPool::DropFirstUnlessLive() {
-    if (!IsEmpty() && m_codes[0] == kUntrustedCode && Objects()[0]->GetStatus() != kLiveStatus)
+    if (!IsEmpty() && m_codes[0] == spatial::kUntrustedCode && Objects()[0]->GetStatus() != spatial::kLiveStatus)
         RemoveAt(0);
 }
 
 /// The object at `index` is no longer watched.
 void MQuadObjPool::Distrust(std::size_t index) {
-    if (m_index != nullptr)
+    if (m_index)
         m_index->Distrust(Objects()[index], Objects()[index]->m_mbr);
-    m_codes[index] = kUntrustedCode;
-    m_bands = QuadBands::Everything();
+    m_codes[index] = spatial::kUntrustedCode;
+    m_bands = spatial::QuadBands::Everything();
     m_hasUntrusted = true;
     m_cluster.reset();
 }
@@ -174,22 +174,22 @@ void MQuadObjPool::Recode(MQuadMBR2D const &region) {
     if (IsEmpty())
         return;
     DropIndex();
-    QuadFrame const frame(region);
+    spatial::QuadFrame const frame(region);
     for (std::uint32_t i = 0; i < m_count; ++i) {
-        if (m_codes[i] != kUntrustedCode)
+        if (m_codes[i] != spatial::kUntrustedCode)
             m_codes[i] = frame.Encode(Objects()[i]->m_mbr);
     }
 }
 
 /// Widens the bands of an inner node for a new object, which lies across a mid line as a rule.
-void MQuadObjPool::AddToBands(QuadCode code, MQuadMBR2D const &mbr, MQuadMBR2D const &quartered) {
+void MQuadObjPool::AddToBands(spatial::QuadCode code, MQuadMBR2D const &mbr, MQuadMBR2D const &quartered) {
     double const midX = (quartered.minX + quartered.maxX) * 0.5;
     double const midY = (quartered.minY + quartered.maxY) * 0.5;
     bool const crossesX = mbr.minX <= midX && midX <= mbr.maxX;
     bool const crossesY = mbr.minY <= midY && midY <= mbr.maxY;
     bool const isUpright = mbr.maxX - mbr.minX <= mbr.maxY - mbr.minY;
-    if (code == kUntrustedCode || !(crossesX || crossesY)) {
-        m_bands = QuadBands::Everything();
+    if (code == spatial::kUntrustedCode || !(crossesX || crossesY)) {
+        m_bands = spatial::QuadBands::Everything();
     } else if (crossesX && (isUpright || !crossesY)) {
         m_bands.minX = std::min(m_bands.minX, mbr.minX);
         m_bands.maxX = std::max(m_bands.maxX, mbr.maxX);
@@ -201,19 +201,19 @@ void MQuadObjPool::AddToBands(QuadCode code, MQuadMBR2D const &mbr, MQuadMBR2D c
 
 /// Makes the bands anew for the objects of an inner node whose children are the quadrants of `quartered`.
 void MQuadObjPool::BandsFor(MQuadMBR2D const &quartered) {
-    m_bands = QuadBands::Empty();
+    m_bands = spatial::QuadBands::Empty();
     for (std::uint32_t i = 0; i < m_count; ++i)
         AddToBands(m_codes[i], Objects()[i]->m_mbr, quartered);
 }
 
 /// Makes the index of a pool of many objects that straddle the mid lines of the region.
 void MQuadObjPool::IndexFor(MQuadMBR2D const &region) {
-    if (m_index != nullptr || m_count < kLeastIndexed)
+    if (m_index || m_count < kLeastIndexed)
         return;
-    m_index = std::make_unique<QuadPoolIndex>(region);
+    m_index = std::make_unique<spatial::QuadPoolIndex>(region);
     for (std::uint32_t i = 0; i < m_count; ++i) {
         MQuadObj *const object = Objects()[i];
-        if (m_codes[i] == kUntrustedCode)
+        if (m_codes[i] == spatial::kUntrustedCode)
             m_index->AddUntrusted(object);
         else
             m_index->Add(object, object->m_mbr, m_codes[i]);

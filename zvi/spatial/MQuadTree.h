@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zvi/core/Export.h"
+#include "zvi/Export.h"
 #include "zvi/core/MArray.h"
 #include "zvi/core/MHashMap.h"
 #include "zvi/core/MList.h"
@@ -13,7 +13,9 @@ class CDC;
 
 namespace zvi::lib {
 
+namespace spatial {
 class QuadMemory;
+}
 
 /// An index of objects by their bounding rectangles, under keys or as objects of the caller.
 ///
@@ -37,7 +39,9 @@ public:
     MQuadTree();
     /// Width and height that the first object's region is widened by, and node capacity.
     MQuadTree(double width, double height, int capacity);
+    /// Shares root, keys and objects, see above.
     MQuadTree(MQuadTree const &other) = default;
+    /// Likewise; what this tree held is not freed.
     MQuadTree &operator=(MQuadTree const &other) = default;
     virtual ~MQuadTree();
 
@@ -75,11 +79,19 @@ public:
 
     /// The root, null before the first insertion and after `Clear`.
     MQuadNode const *GetRoot() const { return m_root; }
+    /// The settings given at construction.
     MQuadNodeInfo const &GetInfo() const { return m_info; }
+
+    /// Whether the tree is as it says it is: each node has four children or none, which know it and have the quadrants
+    /// of its region; no object stands in two places; each object under a key is in a pool; and what the pools noted of
+    /// objects that nobody can have changed is true of them. Time in proportion to nodes and objects. A tree with the
+    /// same object twice, or with a key that was changed in its object, fails it.
+    bool IsConsistent() const;
 
 private:
     friend class MQuadNode;
-    friend struct MQuadTreeAccess;
+
+    explicit MQuadTree(MQuadNodeInfo const &info);
 
     int InsertOwned(unsigned int key, int type, MQuadMBR2D const &mbr);
     int CheckDuplicatedItem() const;
@@ -87,7 +99,7 @@ private:
     MQuadNode *m_root = nullptr;
     MQuadNodeInfo m_info;
     MHashMap<unsigned int, MQuadObj *> *m_objects;
-    QuadMemory *m_memory;
+    spatial::QuadMemory *m_memory;
 };
 
 } // namespace zvi::lib

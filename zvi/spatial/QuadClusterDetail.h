@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace zvi::lib {
+namespace zvi::lib::spatial {
 
 /// What is known of an overfull leaf whose objects lie in one quadrant, so that the next object need not look at all
 /// of them again: that quadrant and a box around the centres.
@@ -26,4 +26,4 @@ struct QuadCluster {
     }
 };
 
-} // namespace zvi::lib
+} // namespace zvi::lib::spatial

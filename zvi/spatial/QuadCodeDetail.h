@@ -7,7 +7,7 @@
 #include <cstring>
 #include <limits>
 
-namespace zvi::lib {
+namespace zvi::lib::spatial {
 
 /// A rectangle in four bytes, coarse and never too small, so that a query looks through the rectangles of a pool
 /// without touching the objects. Each byte is a place from 1 to 127 between the edges of the node's region: minX, minY,
@@ -94,8 +94,8 @@ inline std::size_t NextToMeet(QuadCode const *codes, std::size_t first, std::siz
     // Eight codes at a time.
     using Lanes = QuadCode __attribute__((vector_size(16)));
     using Halves = std::uint64_t __attribute__((vector_size(16)));
-    constexpr QuadCode g = QuadFrame::kGuards;
-    Lanes const guards = {g, g, g, g};
+    constexpr QuadCode kGuards = QuadFrame::kGuards;
+    Lanes const guards = {kGuards, kGuards, kGuards, kGuards};
     Lanes const queries = {query, query, query, query};
     for (; first + 8 <= count; first += 8) {
         Lanes low;
@@ -114,4 +114,4 @@ inline std::size_t NextToMeet(QuadCode const *codes, std::size_t first, std::siz
     return first;
 }
 
-} // namespace zvi::lib
+} // namespace zvi::lib::spatial

@@ -4,7 +4,7 @@
 
 #include <cstddef>
 
-namespace zvi::lib {
+namespace zvi::lib::spatial {
 
 /// Stands in front of the four children of a node and tells of each what a descent asks of it. A descent then reads
 /// one cache line of each family instead of one of each node, and a whole tree's families fit a fast cache.
@@ -23,4 +23,4 @@ struct alignas(64) QuadFamily {
 /// Bytes of a family with its nodes.
 inline constexpr std::size_t kFamilySize = sizeof(QuadFamily) + MQuadNode::kChildCount * sizeof(MQuadNode);
 
-} // namespace zvi::lib
+} // namespace zvi::lib::spatial

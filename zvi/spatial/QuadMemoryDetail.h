@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zvi/core/GrowingMemory.h"
+#include "zvi/core/internal/GrowingMemory.h"
 #include "zvi/spatial/MQuadNode.h"
 #include "zvi/spatial/QuadFamilyDetail.h"
 
@@ -9,7 +9,7 @@
 #include <cstdint>
 #include <new>
 
-namespace zvi::lib {
+namespace zvi::lib::spatial {
 
 /// Memory for the objects that a tree owns, for its nodes, four at a time, and for the arrays of their pools. What is
 /// given back is taken again for the same use; the rest goes with the tree. Everything begins at a cache line.
@@ -44,26 +44,26 @@ private:
         Free *next;
     };
 
-    static void *Take(GrowingMemory &memory, Free *&free, std::size_t bytes) {
-        if (free != nullptr) {
+    static void *Take(core::GrowingMemory &memory, Free *&free, std::size_t bytes) {
+        if (free) {
             Free *const taken = free;
             free = taken->next;
             return taken;
         }
         void *const piece = memory.Take(bytes);
-        if (piece == nullptr)
+        if (!piece)
             throw std::bad_alloc();
         return piece;
     }
 
     static void GiveBack(void *piece, Free *&free) { free = ::new (piece) Free{free}; }
 
-    GrowingMemory m_objectMemory{kCacheLine};
-    GrowingMemory m_treeMemory{kCacheLine};
+    core::GrowingMemory m_objectMemory{kCacheLine};
+    core::GrowingMemory m_treeMemory{kCacheLine};
     Free *m_freeObjects = nullptr;
     Free *m_freeFamilies = nullptr;
     /// By the power of two that the capacity is.
     Free *m_freeEntries[32] = {};
 };
 
-} // namespace zvi::lib
+} // namespace zvi::lib::spatial

@@ -1,8 +1,9 @@
 #include "zvi/spatial/QuadPoolIndexDetail.h"
 
 #include <algorithm>
+#include <cassert>
 
-namespace zvi::lib {
+namespace zvi::lib::spatial {
 
 namespace {
 
@@ -35,9 +36,8 @@ void QuadPoolGroup::RemoveAt(std::size_t place) {
 }
 
 std::size_t QuadPoolGroup::PlaceOf(MQuadObj const *object) const {
-    std::size_t place = 0;
-    while (objects[place] != object)
-        ++place;
+    auto const place = static_cast<std::size_t>(std::find(objects.begin(), objects.end(), object) - objects.begin());
+    assert(place < objects.Size());
     return place;
 }
 
@@ -81,4 +81,4 @@ void QuadPoolIndex::Distrust(MQuadObj *object, MQuadMBR2D const &mbr) {
     m_groups[kOther].Add(object, kUntrustedCode, rank);
 }
 
-} // namespace zvi::lib
+} // namespace zvi::lib::spatial

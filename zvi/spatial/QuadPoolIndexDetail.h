@@ -8,8 +8,10 @@
 #include <limits>
 
 namespace zvi::lib {
-
 class MQuadObj;
+}
+
+namespace zvi::lib::spatial {
 
 /// Objects of a pool in the order in which they came, with their codes.
 struct QuadPoolGroup {
@@ -94,4 +96,4 @@ void QuadPoolIndex::Walk(QuadCode query, Misses misses, Visit visit) const {
     }
 }
 
-} // namespace zvi::lib
+} // namespace zvi::lib::spatial

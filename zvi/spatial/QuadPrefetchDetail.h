@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-namespace zvi::lib {
+namespace zvi::lib::spatial {
 
 /// Asks for the cache line of an address that is soon come to. Any address will do; nothing is read.
 inline void Prefetch([[maybe_unused]] void const *address) {
@@ -20,4 +20,4 @@ void PrefetchAll(T const *object) {
         Prefetch(bytes + i);
 }
 
-} // namespace zvi::lib
+} // namespace zvi::lib::spatial

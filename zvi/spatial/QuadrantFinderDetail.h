@@ -3,7 +3,7 @@
 #include "zvi/spatial/MQuadMBR2D.h"
 #include "zvi/spatial/MQuadNode.h"
 
-namespace zvi::lib {
+namespace zvi::lib::spatial {
 
 /// One axis of a region.
 class QuadrantAxis {
@@ -63,4 +63,4 @@ private:
     QuadrantAxis m_y;
 };
 
-} // namespace zvi::lib
+} // namespace zvi::lib::spatial

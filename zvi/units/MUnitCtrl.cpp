@@ -2,11 +2,13 @@
 
 #include "zvi/host/Messages.h"
 #include "zvi/interface/IUnitListener.h"
+#include "zvi/units/BaseUnitsDetail.h"
 #include "zvi/units/UnitFactorsDetail.h"
 #include "zvi/units/UnitLabelsDetail.h"
-#include "zvi/units/UnitTablesDetail.h"
 
 namespace zvi::lib {
+
+using namespace units;
 
 namespace {
 
@@ -156,7 +158,7 @@ void MUnitCtrl::GetUnitSystemTime(CString &label) const {
 }
 
 int MUnitCtrl::GetUnitSystem(int kind, CString &label) const {
-    if (!HasUnitLabel(kind)) {
+    if (!IsLabelled(kind)) {
         label.Empty();
         return 0;
     }
@@ -165,7 +167,7 @@ int MUnitCtrl::GetUnitSystem(int kind, CString &label) const {
 }
 
 int MUnitCtrl::GetUnitSystem4Legend(int kind, CString &label) const {
-    if (!HasUnitLabel(kind)) {
+    if (!IsLabelled(kind)) {
         label = L"None";
         return 0;
     }

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "zvi/Export.h"
 #include "zvi/core/CString.h"
-#include "zvi/core/Export.h"
 #include "zvi/core/MArray.h"
 #include "zvi/core/MVector.h"
 #include "zvi/interface/IUnitCtrl.h"
@@ -33,7 +33,9 @@ class ZVI_API MUnitCtrl : public zvi_interface::IUnitCtrl {
 public:
     /// An object without usable units: all factors are 1.0, all labels empty, the unit system type is -1.
     explicit MUnitCtrl(CDocument *document);
+    /// Copies all units, factors, labels and saved states; the document is the same.
     MUnitCtrl(MUnitCtrl const &) = default;
+    /// Likewise.
     MUnitCtrl &operator=(MUnitCtrl const &) = default;
 
     // --- Factors (virtual operations in the order of IUnitCtrl) ---
@@ -45,6 +47,7 @@ public:
     double GetConvertFactorPrevious(int kind) override { return FactorAt(m_factorsPrevious, kind); }
     /// 0 (mm) or 2 (m); any other value changes nothing. The next `Initialize` or `InitValue` makes it effective.
     void SetNeutralUnit(int neutralUnit) override;
+    /// 0 (mm) or 2 (m), as last set.
     int GetNeutralUnit() override { return m_neutralUnit; }
     /// The same as `ConvertTgtUnitData2CurUnit` with four arguments.
     double ConvValueTgtUnit2CurUnit(int force, int length, int kind, double value) override;
@@ -82,9 +85,13 @@ public:
     /// main window gets `_globalUIUpdateMessage`; both before this returns.
     void SetUnitIndexCurrent(T_UNIT_INDEX const &index, int notify);
 
+    /// The base tables of the neutral unit.
     void GetUnitNameDefault(T_UNIT_NAMEFACT &names) const { names = m_namesDefault; }
+    /// The base tables that conversions use; the same since the last `InitValue`.
     void GetUnitNameCurrent(T_UNIT_NAMEFACT &names) const { names = m_namesCurrent; }
+    /// The units that `InitValue` sets.
     void GetUnitIndexDefault(T_UNIT_INDEX &index) const { index = m_indexDefault; }
+    /// The units of the last `SetUnitIndexCurrent`.
     void GetUnitIndexCurrent(T_UNIT_INDEX &index) const { index = m_indexCurrent; }
 
     /// Keeps the current indices and both factor arrays on a stack.
@@ -98,10 +105,13 @@ public:
 
     // --- Labels ---
 
-    /// Names of the current base units, such as "mm".
+    /// Name of the current length unit, such as "mm"; the three below name the other bases.
     void GetUnitSystemLength(CString &label) const;
+    /// Such as "N".
     void GetUnitSystemForce(CString &label) const;
+    /// Such as "J".
     void GetUnitSystemHeat(CString &label) const;
+    /// Such as "sec".
     void GetUnitSystemTime(CString &label) const;
 
     /// Label of the kind, such as "N/mm^2", as the last change of units left it: 1. A kind without a label: 0 and an
@@ -141,7 +151,9 @@ public:
     /// Weight of a unit mass in current units: 9.80665 for N and kN, 386.0886 (in) or 32.17405 (other lengths) for lbf
     /// and kips, 1.0 for kgf and tonf.
     double GetMassWeightFactor() const;
+    /// v times `GetMassWeightFactor`.
     double ConvertMassToWeight(double v) const { return v * GetMassWeightFactor(); }
+    /// v over `GetMassWeightFactor`.
     double ConvertWeightToMass(double v) const { return v / GetMassWeightFactor(); }
     /// Takes the metre out of a newton when the force unit is N or kN: v times the current lengths in one metre (mm
     /// 1000, cm 100, in 39.370079, ft 3.28084); v itself for any other length or force unit.
@@ -149,27 +161,42 @@ public:
 
     // --- Conversions of a base quantity: In multiplies, Out divides, Previous moves over the last change ---
 
+    /// A force from current units to N.
     double ConvertUnitForceIn(double v) const { return v * m_factorsCurrent[kForceKind]; }
+    /// A force from N to current units.
     double ConvertUnitForceOut(double v) const { return v / m_factorsCurrent[kForceKind]; }
+    /// A force over the last change.
     double ConvertUnitForcePrevious(double v) const { return MovedOver(kForceKind, v); }
+    /// A length from current units to the neutral one.
     double ConvertUnitLengthIn(double v) const { return v * m_factorsCurrent[kLengthKind]; }
+    /// A length from the neutral unit to current ones.
     double ConvertUnitLengthOut(double v) const { return v / m_factorsCurrent[kLengthKind]; }
+    /// A length over the last change.
     double ConvertUnitLengthPrevious(double v) const { return MovedOver(kLengthKind, v); }
-    /// Each component is a length; in place.
+    /// Each component is a length, from current units to the neutral one; in place.
     void ConvertUnitVectorIn(MVector<double, 3> &v) const;
+    /// The same to current units.
     void ConvertUnitVectorOut(MVector<double, 3> &v) const;
+    /// The same over the last change.
     void ConvertUnitVectorPrevious(MVector<double, 3> &v) const;
+    /// A mass from current units to kg.
     double ConvertUnitMassIn(double v) const { return v * m_factorsCurrent[kMassKind]; }
     /// Divides by the current force factor, not by the mass factor. Deliberate: stored documents move their masses by
     /// it at a change of units.
     double ConvertUnitMassPrevious(double v) const {
         return v * m_factorsPrevious[kMassKind] / m_factorsCurrent[kForceKind];
     }
+    /// A time from current units to sec.
     double ConvertUnitTimeIn(double v) const { return v * m_factorsCurrent[kTimeKind]; }
+    /// A time from sec to current units.
     double ConvertUnitTimeOut(double v) const { return v / m_factorsCurrent[kTimeKind]; }
+    /// A time over the last change.
     double ConvertUnitTimePrevious(double v) const { return MovedOver(kTimeKind, v); }
+    /// A heat from current units to J.
     double ConvertUnitEnergyIn(double v) const { return v * m_factorsCurrent[kHeatKind]; }
+    /// A heat from J to current units.
     double ConvertUnitEnergyOut(double v) const { return v / m_factorsCurrent[kHeatKind]; }
+    /// A heat over the last change.
     double ConvertUnitEnergyPrevious(double v) const { return MovedOver(kHeatKind, v); }
 
 private:

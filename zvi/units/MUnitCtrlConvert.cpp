@@ -1,8 +1,10 @@
 #include "zvi/units/MUnitCtrl.h"
 
-#include "zvi/units/UnitTablesDetail.h"
+#include "zvi/units/BaseUnitsDetail.h"
 
 namespace zvi::lib {
+
+using namespace units;
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <iterator>
 
-namespace zvi::lib {
+namespace zvi::lib::units {
 
 namespace {
 
@@ -135,4 +135,4 @@ double KindFactor(int kind, BaseFactors const &base) {
     return formula == kNoFormula ? 1.0 : kFormulas[formula].factor(base);
 }
 
-} // namespace zvi::lib
+} // namespace zvi::lib::units

@@ -1,6 +1,6 @@
 #pragma once
 
-namespace zvi::lib {
+namespace zvi::lib::units {
 
 /// The factors that the formulas of the quantity kinds are made of.
 struct BaseFactors {
@@ -17,4 +17,4 @@ struct BaseFactors {
 /// Factor of the quantity kind; 1.0 for a kind without a formula.
 double KindFactor(int kind, BaseFactors const &base);
 
-} // namespace zvi::lib
+} // namespace zvi::lib::units

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <iterator>
 
-namespace zvi::lib {
+namespace zvi::lib::units {
 
 namespace {
 
@@ -209,8 +209,8 @@ CString ExpandPower(PowerForm const &form, LabelPieces const &pieces) {
 
 } // namespace
 
-bool HasUnitLabel(int kind) {
-    return FindForm(kForms, kind) != nullptr || FindForm(kPowerForms, kind) != nullptr;
+bool IsLabelled(int kind) {
+    return FindForm(kForms, kind) || FindForm(kPowerForms, kind);
 }
 
 void RebuildUnitLabels(LabelPieces const &pieces, LabelArray &labels) {
@@ -224,7 +224,7 @@ CString MakeLegendLabel(int kind, LabelPieces const &pieces) {
     if (PowerForm const *const form = FindForm(kPowerForms, kind))
         return ExpandPower(*form, pieces);
     LabelForm const *const form = FindForm(kForms, kind);
-    return form == nullptr ? CString() : Expand(form->form, pieces, kHourText, kDayText);
+    return form ? Expand(form->form, pieces, kHourText, kDayText) : CString();
 }
 
-} // namespace zvi::lib
+} // namespace zvi::lib::units

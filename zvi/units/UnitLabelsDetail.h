@@ -4,7 +4,7 @@
 
 #include <array>
 
-namespace zvi::lib {
+namespace zvi::lib::units {
 
 /// What labels are made of: the current names of the base units, and how a power is written.
 struct LabelPieces {
@@ -24,7 +24,7 @@ struct LabelPieces {
 using LabelArray = std::array<CString, kUnitKindCount>;
 
 /// Whether the quantity kind has a label.
-bool HasUnitLabel(int kind);
+bool IsLabelled(int kind);
 
 /// Rebuilds the labels of all kinds, in a fixed order. Labels that show the hour or the day copy the texts of kinds 35
 /// and 36 as they stand at that moment; in the very first rebuild those are still empty for the labels that come before
@@ -34,4 +34,4 @@ void RebuildUnitLabels(LabelPieces const &pieces, LabelArray &labels);
 /// The label of a kind that has one, built afresh.
 CString MakeLegendLabel(int kind, LabelPieces const &pieces);
 
-} // namespace zvi::lib
+} // namespace zvi::lib::units

@@ -13,9 +13,8 @@ namespace {
 [[noreturn]] void RefuseOption(CLI::App const &app, std::string const &name) {
     std::vector<std::string> names;
     for (CLI::Option const *option : app.get_options()) {
-        for (std::string const &longName : option->get_lnames()) {
+        for (std::string const &longName : option->get_lnames())
             names.push_back("--" + longName);
-        }
     }
     throw UsageError("unknown option '" + name + "'; " +
                      DidYouMean(name, names, "'" + app.get_name() + " -h' lists the options"));
@@ -28,7 +27,7 @@ std::string NameIn(std::string const &argument) {
 /// Parts the arguments into words and options, and puts each option together with its value.
 class Arguments {
 public:
-    Arguments(CLI::App const &verb, CommandLineForm const &wanted) : app(verb), form(wanted) {}
+    Arguments(CLI::App const &verb, CommandLineForm const &wanted) : m_app(verb), m_form(wanted) {}
 
     void Read(std::vector<std::string> const &arguments) {
         for (auto at = arguments.begin(); at != arguments.end(); ++at) {
@@ -36,15 +35,14 @@ public:
                 words.insert(words.end(), at + 1, arguments.end());
                 return;
             }
-            if (*at == "-h") {
+            if (*at == "-h")
                 options.push_back(*at);
-            } else if (at->starts_with("--")) {
+            else if (at->starts_with("--"))
                 at = ReadOption(at, arguments.end());
-            } else if (!form.takesMinusWords && at->size() > 1 && at->starts_with("-")) {
-                RefuseOption(app, NameIn(*at));
-            } else {
+            else if (!m_form.takesMinusWords && at->size() > 1 && at->starts_with("-"))
+                RefuseOption(m_app, NameIn(*at));
+            else
                 words.push_back(*at);
-            }
         }
     }
 
@@ -57,44 +55,39 @@ private:
     /// Takes the option at `at`, and returns the last place that it takes up.
     Place ReadOption(Place at, Place end) {
         std::string const name = NameIn(*at);
-        CLI::Option const *const option = app.get_option_no_throw(name);
-        if (!option) {
-            RefuseOption(app, name);
-        }
+        CLI::Option const *const option = m_app.get_option_no_throw(name);
+        if (!option)
+            RefuseOption(m_app, name);
         bool const hasValue = name.size() < at->size();
         if (option->get_items_expected_min() == 0) {
-            if (hasValue) {
+            if (hasValue)
                 throw UsageError(name + " takes no value");
-            }
             options.push_back(name);
             return at;
         }
-        bool const isAgain = std::find(given.begin(), given.end(), option) != given.end();
-        if (isAgain && option->get_multi_option_policy() == CLI::MultiOptionPolicy::Throw) {
+        bool const isAgain = std::find(m_given.begin(), m_given.end(), option) != m_given.end();
+        if (isAgain && option->get_multi_option_policy() == CLI::MultiOptionPolicy::Throw)
             throw UsageError(name + " is given more than once; give it once");
-        }
-        given.push_back(option);
+        m_given.push_back(option);
         // An option in the place of the value is a value that was forgotten.
-        if (!hasValue && (at + 1 == end || IsOption(at[1]))) {
+        if (!hasValue && (at + 1 == end || IsOption(at[1])))
             throw UsageError(name + " needs a value; write " + name + " " + option->get_type_name());
-        }
         std::string const value = hasValue ? at->substr(name.size() + 1) : *++at;
         // With "=", a value that begins with a minus is no option; an empty one is none at all.
-        if (value.empty()) {
+        if (value.empty())
             options.insert(options.end(), {name, value});
-        } else {
+        else
             options.push_back(name + "=" + value);
-        }
         return at;
     }
 
     bool IsOption(std::string const &argument) const {
-        return argument == "-h" || (argument.starts_with("--") && app.get_option_no_throw(NameIn(argument)));
+        return argument == "-h" || (argument.starts_with("--") && m_app.get_option_no_throw(NameIn(argument)));
     }
 
-    CLI::App const &app;
-    CommandLineForm const &form;
-    std::vector<CLI::Option const *> given; ///< those that hold a value
+    CLI::App const &m_app;
+    CommandLineForm const &m_form;
+    std::vector<CLI::Option const *> m_given; ///< those that hold a value
 };
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "apps/zvi/common/Console.h"
 
 #include "apps/zvi/common/ExitStatus.h"
+#include "apps/zvi/common/Terminal.h"
 
 #include <cerrno>
 
@@ -8,12 +9,10 @@ namespace zvi::app {
 
 void TellFailure(Console &console, std::string const &where, std::size_t line, std::string const &what) {
     console.err << "zvi: ";
-    if (!where.empty()) {
+    if (!where.empty())
         console.err << where << ":";
-    }
-    if (line != 0) {
+    if (line != 0)
         console.err << line << ":";
-    }
     console.err << (where.empty() && line == 0 ? "" : " ") << what << std::endl;
 }
 
@@ -21,30 +20,26 @@ int WriteResult(Console &console, std::string const &text) {
     errno = 0;
     console.out.write(text.data(), static_cast<std::streamsize>(text.size()));
     console.out.flush();
-    if (console.out.good() || errno == EPIPE) {
+    if (console.out.good() || ReaderHasGone())
         return kExitDone;
-    }
     TellFailure(console, "standard output", 0, "cannot be written; check that there is room and try again");
     return kExitBadInput;
 }
 
 void TellWaiting(Console &console, std::string const &what, std::string const &verb) {
-    if (console.inIsTerminal) {
-        console.err << "zvi: reading " << what << " from the terminal; Ctrl-D ends it, 'zvi " << verb << " -h' helps"
-                    << std::endl;
-    }
+    if (console.inIsTerminal)
+        console.err << "zvi: reading " << what << " from the terminal; " << EndOfInputKeys() << " ends it, 'zvi "
+                    << verb << " -h' helps" << std::endl;
 }
 
 void Progress::Step(std::string const &what) {
-    if (shown) {
-        console.err << "\r\x1B[K" << what << " ..." << std::flush;
-    }
+    if (m_shown)
+        m_console.err << "\r\x1B[K" << what << " ..." << std::flush;
 }
 
 void Progress::Clear() {
-    if (shown) {
-        console.err << "\r\x1B[K" << std::flush;
-    }
+    if (m_shown)
+        m_console.err << "\r\x1B[K" << std::flush;
 }
 
 } // namespace zvi::app

@@ -30,7 +30,7 @@ void TellWaiting(Console &console, std::string const &what, std::string const &v
 class Progress {
 public:
     /// Shows nothing unless `shown`.
-    Progress(Console &to, bool isShown) : console(to), shown(isShown && to.errIsTerminal) {}
+    Progress(Console &to, bool isShown) : m_console(to), m_shown(isShown && to.errIsTerminal) {}
     ~Progress() { Clear(); }
     Progress(Progress const &) = delete;
     Progress &operator=(Progress const &) = delete;
@@ -39,8 +39,8 @@ public:
     void Clear();
 
 private:
-    Console &console;
-    bool shown;
+    Console &m_console;
+    bool m_shown;
 };
 
 } // namespace zvi::app

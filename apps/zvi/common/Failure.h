@@ -11,11 +11,11 @@ namespace zvi::app {
 class InputError : public std::runtime_error {
 public:
     /// `atLine` counts from 1; 0 says that no single line is at fault.
-    InputError(std::size_t atLine, std::string const &what) : std::runtime_error(what), line(atLine) {}
-    std::size_t Line() const { return line; }
+    InputError(std::size_t atLine, std::string const &what) : std::runtime_error(what), m_line(atLine) {}
+    std::size_t Line() const { return m_line; }
 
 private:
-    std::size_t line;
+    std::size_t m_line;
 };
 
 /// Options or arguments that make no sense. The text says which, and what to try.

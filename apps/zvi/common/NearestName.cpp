@@ -16,9 +16,8 @@ std::size_t EditDistance(std::string_view a, std::string_view b) {
             }
             std::size_t const change = a[i - 1] == b[j - 1] ? 0 : 1;
             at(i, j) = std::min({at(i - 1, j) + 1, at(i, j - 1) + 1, at(i - 1, j - 1) + change});
-            if (i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1]) {
+            if (i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1])
                 at(i, j) = std::min(at(i, j), at(i - 2, j - 2) + 1);
-            }
         }
     }
     return rows.back();
@@ -31,9 +30,8 @@ std::string NearestName(std::string_view name, std::vector<std::string> const &n
     std::size_t least = 0;
     for (std::string const &candidate : names) {
         std::size_t const longer = std::max(name.size(), candidate.size());
-        if (longer > kLongestTypedName) {
+        if (longer > kLongestTypedName)
             continue;
-        }
         std::size_t const distance = EditDistance(name, candidate);
         bool const near = distance < longer && distance <= std::max<std::size_t>(1, longer / 3);
         if (near && (nearest.empty() || distance < least)) {

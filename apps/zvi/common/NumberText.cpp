@@ -9,6 +9,10 @@ namespace zvi::app {
 
 namespace {
 
+/// Sizes between which a number is written without exponent.
+constexpr double kLeastPlain = 1e-5;
+constexpr double kLeastWithExponent = 1e16;
+
 /// Long enough for every double in general form with up to 17 digits.
 constexpr std::size_t kNumberWidth = 48;
 
@@ -24,9 +28,8 @@ std::optional<double> ParseNumber(std::string_view text) {
     double value = 0.0;
     auto const [end, error] = std::from_chars(number.data(), number.data() + number.size(), value);
     bool const whole = end == number.data() + number.size();
-    if (number.empty() || !whole || error != std::errc() || !std::isfinite(value)) {
+    if (number.empty() || !whole || error != std::errc() || !std::isfinite(value))
         return std::nullopt;
-    }
     return value;
 }
 
@@ -34,9 +37,8 @@ std::optional<long long> ParseInteger(std::string_view text) {
     std::string_view const number = WithoutPlus(Trimmed(text));
     long long value = 0;
     auto const [end, error] = std::from_chars(number.data(), number.data() + number.size(), value);
-    if (number.empty() || end != number.data() + number.size() || error != std::errc()) {
+    if (number.empty() || end != number.data() + number.size() || error != std::errc())
         return std::nullopt;
-    }
     return value;
 }
 
@@ -50,6 +52,18 @@ std::string ShortNumber(double value, int digits) {
     char buffer[kNumberWidth];
     double const shown = value == 0.0 ? 0.0 : value;
     auto const result = std::to_chars(buffer, buffer + sizeof buffer, shown, std::chars_format::general, digits);
+    return std::string(buffer, result.ptr);
+}
+
+std::string PlainNumber(double value) {
+    if (std::isnan(value))
+        return "nan";
+    double const size = std::fabs(value);
+    if (std::isinf(value) || (size != 0.0 && size < kLeastPlain) || size >= kLeastWithExponent)
+        return ExactNumber(value);
+    char buffer[32];
+    double const shown = value == 0.0 ? 0.0 : value;
+    auto const result = std::to_chars(buffer, buffer + sizeof buffer, shown, std::chars_format::fixed);
     return std::string(buffer, result.ptr);
 }
 

@@ -19,4 +19,8 @@ std::string ExactNumber(double value);
 /// `value` with at most `digits` significant digits, for people; "-0" is written "0".
 std::string ShortNumber(double value, int digits = 9);
 
+/// `value` in the shortest form that reads back as the same number, without exponent from 1e-5 to 1e16; "nan" and
+/// "inf" for what is no number.
+std::string PlainNumber(double value);
+
 } // namespace zvi::app

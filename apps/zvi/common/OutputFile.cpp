@@ -1,63 +1,43 @@
 #include "apps/zvi/common/OutputFile.h"
 
+#include "apps/zvi/common/FileAccess.h"
 #include "apps/zvi/common/Terminal.h"
-
-#include <cerrno>
-#include <cstdio>
-#include <filesystem>
-#include <system_error>
 
 namespace zvi::app {
 
 namespace {
 
-std::string CannotWrite(int error) {
-    return "cannot be written (" + std::generic_category().message(error) +
+std::string CannotWrite(std::error_code const &failure) {
+    return "cannot be written (" + failure.default_error_condition().message() +
            "); check that the folder exists, may be written to and has room";
-}
-
-/// Writes and closes; gives the error number, 0 for success.
-int WriteTo(std::string const &path, char const *mode, std::string_view content) {
-    std::FILE *file = std::fopen(path.c_str(), mode);
-    if (!file) {
-        return errno;
-    }
-    errno = 0;
-    bool const written = std::fwrite(content.data(), 1, content.size(), file) == content.size();
-    int const writeError = written ? 0 : errno;
-    bool const closed = std::fclose(file) == 0;
-    return written ? (closed ? 0 : errno) : (writeError != 0 ? writeError : EIO);
 }
 
 } // namespace
 
-std::string WriteWholeFile(std::string const &path, std::string_view content) {
+std::string WriteWholeFile(std::string const &name, std::string_view content) {
     namespace fs = std::filesystem;
-    std::error_code error;
-    fs::file_status const status = fs::status(path, error);
-    if (fs::is_directory(status)) {
+    fs::path const path = PathOf(name);
+    std::error_code failure;
+    if (IsDevice(path)) {
+        failure = WriteContent(path, content);
+        return !failure || failure == std::errc::broken_pipe ? std::string() : CannotWrite(failure);
+    }
+    fs::file_status const status = fs::status(path, failure);
+    if (is_directory(status))
         return "is a folder; name a file";
-    }
-    if (fs::exists(status) && !fs::is_regular_file(status)) {
-        int const failure = WriteTo(path, "wb", content);
-        return failure == 0 || failure == EPIPE ? std::string() : CannotWrite(failure);
-    }
-    fs::path const target = fs::exists(status) ? fs::canonical(path, error) : fs::path(path);
-    if (error && fs::exists(status)) {
-        return CannotWrite(error.value());
-    }
-    std::string const beside = target.string() + "." + std::to_string(ProcessNumber()) + ".part";
+    fs::path const target = exists(status) ? fs::canonical(path, failure) : path;
+    if (failure && exists(status))
+        return CannotWrite(failure);
+    fs::path const beside = NameBeside(target);
     RemoveOnInterrupt(beside);
-    int failure = WriteTo(beside, "wb", content);
-    if (failure == 0) {
-        fs::rename(beside, target, error);
-        failure = error.value();
-    }
-    if (failure != 0) {
-        std::remove(beside.c_str());
-    }
-    RemoveOnInterrupt("");
-    return failure == 0 ? std::string() : CannotWrite(failure);
+    failure = WriteContent(beside, content);
+    if (!failure)
+        fs::rename(beside, target, failure);
+    std::error_code ignored;
+    if (failure)
+        fs::remove(beside, ignored);
+    RemoveOnInterrupt({});
+    return failure ? CannotWrite(failure) : std::string();
 }
 
 } // namespace zvi::app

@@ -5,9 +5,9 @@
 
 namespace zvi::app {
 
-/// Writes `content` to the file, which is there whole or not at all: it is written beside under another name and
-/// renamed. A link is followed. What is no regular file (a device, a pipe) is written as it is. Returns an
+/// Writes `content` to the file of that name, which is there whole or not at all: it is written beside under another
+/// name and renamed. A link is followed. What is no regular file (a device, a pipe) is written as it is. Returns an
 /// empty text, or what went wrong and what to try.
-std::string WriteWholeFile(std::string const &path, std::string_view content);
+std::string WriteWholeFile(std::string const &name, std::string_view content);
 
 } // namespace zvi::app

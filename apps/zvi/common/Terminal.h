@@ -1,24 +1,31 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
 
 namespace zvi::app {
 
-/// Whether standard input (0), standard output (1) or standard error (2) is a terminal.
+/// Lets the standard streams of C++ carry bytes as they are, and UTF-8 to and from a terminal whatever that speaks.
+/// Call it once, before anything is read or written.
+void OpenStandardStreams();
+
+/// Whether standard input (0), standard output (1) or standard error (2) is a terminal; an output counts as one only
+/// if it knows the escape sequences for colours.
 bool IsTerminal(int stream);
 
-/// Number of this process, for names that no other process uses.
-long ProcessNumber();
+/// What a user types at a terminal to say that the input ends.
+char const *EndOfInputKeys();
+
+/// Whether a write that has just failed did so because nobody reads the pipe any more. `errno` must have been 0 before
+/// the write.
+bool ReaderHasGone();
 
 /// Lets a write to a closed pipe fail instead of ending the process, and, when the user or the
-/// system ends the process, does what RemoveOnInterrupt and CallOnInterrupt were asked for last.
+/// system ends the process, does what RemoveOnInterrupt was asked for last.
 void InstallSignalHandlers();
 
 /// From now on an interrupt removes this file; an empty path withdraws that. One file at a time.
-void RemoveOnInterrupt(std::string const &path);
-
-/// From now on an interrupt calls `action`, which may do only what a signal handler may; null withdraws that.
-void CallOnInterrupt(void (*action)());
+void RemoveOnInterrupt(std::filesystem::path const &path);
 
 /// Whether to colour what goes to a terminal stream: `choice` is "always", "never" or "auto"; "auto" colours
 /// on a terminal unless the environment variable NO_COLOR is set and not empty.

@@ -16,9 +16,8 @@ char LowerAscii(char c) {
 std::string_view Trimmed(std::string_view text) {
     constexpr std::string_view kBlanks = " \t\r\n\v\f";
     std::size_t const first = text.find_first_not_of(kBlanks);
-    if (first == std::string_view::npos) {
+    if (first == std::string_view::npos)
         return {};
-    }
     return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
@@ -34,9 +33,8 @@ bool SameNoCase(std::string_view a, std::string_view b) {
 }
 
 void ReplaceAll(std::string &text, std::string_view word, std::string_view other) {
-    for (std::size_t at = text.find(word); at != std::string::npos; at = text.find(word, at + other.size())) {
+    for (std::size_t at = text.find(word); at != std::string::npos; at = text.find(word, at + other.size()))
         text.replace(at, word.size(), other);
-    }
 }
 
 std::string_view WithoutUtf8Mark(std::string_view text) {

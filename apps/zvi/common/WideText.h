@@ -1,18 +1,15 @@
 #pragma once
 
 #include "zvi/core/CString.h"
+#include "zvi/core/Utf8.h"
 
 #include <string>
 #include <string_view>
 
 namespace zvi::app {
 
-/// UTF-8 as the library's text; bytes that are no character, and NUL, become U+FFFD.
-CString WideOf(std::string_view utf8);
-
-/// The library's text, or a part of one, as UTF-8; half of a surrogate pair becomes U+FFFD.
-std::string Utf8Of(std::wstring_view text);
-std::string Utf8Of(CString const &text);
+using lib::Utf8Of;
+using lib::WideOf;
 
 /// The units of a text, as long as it lives.
 std::wstring_view View(CString const &text);

@@ -6,12 +6,11 @@
 #include "apps/zvi/common/Joined.h"
 #include "apps/zvi/common/NumberText.h"
 #include "apps/zvi/common/Text.h"
+#include "apps/zvi/common/UnitNumbers.h"
 #include "apps/zvi/common/WideText.h"
-#include "apps/zvi/eval/Diagnose.h"
-#include "apps/zvi/eval/EvalText.h"
 #include "apps/zvi/eval/Evaluate.h"
+#include "apps/zvi/eval/hints/Diagnose.h"
 #include "apps/zvi/units/UnitCatalogue.h"
-#include "apps/zvi/units/UnitNumbers.h"
 
 #include <nlohmann/json.hpp>
 
@@ -60,24 +59,19 @@ ConvertOptions Parse(std::vector<std::string> const &arguments) {
     app.add_flag("--json", options.json, "One JSON object");
     ParsedWords parsed = ParseCommandLine(app, arguments, {kExamples, kFooter});
     options.help = parsed.help;
-    if (!options.help.empty()) {
+    if (!options.help.empty())
         return options;
-    }
     std::vector<std::string> &words = parsed.words;
-    if (words.size() > 3 && SameNoCase(words[words.size() - 2], "to")) {
+    if (words.size() > 3 && SameNoCase(words[words.size() - 2], "to"))
         words.erase(words.end() - 2);
-    }
-    if (words.size() < 3) {
+    if (words.size() < 3)
         throw UsageError("convert needs VALUE FROM TO, such as 12.5 kN/m^2 kgf/cm^2");
-    }
     options.to = words.back();
     options.from = words[words.size() - 2];
-    for (std::size_t i = 0; i + 2 < words.size(); ++i) {
+    for (std::size_t i = 0; i + 2 < words.size(); ++i)
         options.value += (i == 0 ? "" : " ") + words[i];
-    }
-    if (Trimmed(options.value).empty()) {
+    if (Trimmed(options.value).empty())
         throw UsageError("VALUE is empty; convert needs VALUE FROM TO, such as 12.5 kN/m^2 kgf/cm^2");
-    }
     options.kind = kind ? std::optional(UnitKindNamed(*kind)) : std::nullopt;
     return options;
 }
@@ -88,9 +82,8 @@ double ReadValue(std::string const &text) {
     if (!outcome.parsed) {
         Diagnosis diagnosis = Diagnose(typed, {}, outcome);
         // Hints that name an option mean those of `zvi eval`.
-        if (diagnosis.hint.find("--") != std::string::npos) {
+        if (diagnosis.hint.find("--") != std::string::npos)
             diagnosis.hint = "VALUE is one number or expression, such as 3*25";
-        }
         throw InputError(0, DiagnosisText(typed, diagnosis));
     }
     return outcome.groups[0][0];
@@ -104,19 +97,17 @@ bool Agree(double a, double b) {
 
 [[noreturn]] void RefuseAmbiguity(std::vector<UnitConversion> const &conversions) {
     std::string text = "the labels belong to several kinds of quantity that differ; choose one with --kind:";
-    for (UnitConversion const &conversion : conversions) {
+    for (UnitConversion const &conversion : conversions)
         text += Joined("\n  --kind ", std::to_string(conversion.from.kind), ": ",
                        ShortNumber(conversion.value, kShownDigits), " ", conversion.to.label);
-    }
     throw InputError(0, text);
 }
 
 std::string ConversionJson(double value, std::vector<UnitConversion> const &conversions) {
     UnitConversion const &first = conversions.front();
     nlohmann::ordered_json kinds = nlohmann::ordered_json::array();
-    for (UnitConversion const &conversion : conversions) {
+    for (UnitConversion const &conversion : conversions)
         kinds.push_back(conversion.from.kind);
-    }
     nlohmann::ordered_json json = {{"schema", 1},
                                    {"value", value},
                                    {"from", first.from.label},
@@ -134,22 +125,19 @@ std::string ConversionJson(double value, std::vector<UnitConversion> const &conv
 
 int RunConvert(std::vector<std::string> const &arguments, Console &console) {
     ConvertOptions const options = Parse(arguments);
-    if (!options.help.empty()) {
+    if (!options.help.empty())
         return WriteResult(console, options.help);
-    }
     double const value = ReadValue(options.value);
     UnitCatalogue const catalogue;
     std::vector<UnitConversion> const conversions =
         FindConversions(catalogue, value, options.from, options.to, options.kind);
     UnitConversion const &first = conversions.front();
     if (!std::all_of(conversions.begin(), conversions.end(),
-                     [&first](UnitConversion const &other) { return Agree(first.value, other.value); })) {
+                     [&first](UnitConversion const &other) { return Agree(first.value, other.value); }))
         RefuseAmbiguity(conversions);
-    }
-    if (!first.ignoredBase.empty()) {
+    if (!first.ignoredBase.empty())
         console.err << "zvi: note: the factor of kind " << first.from.kind << " does not follow the unit of "
                     << first.ignoredBase << "\n";
-    }
     return WriteResult(console, options.json
                                     ? ConversionJson(value, conversions)
                                     : Joined(ShortNumber(first.value, kShownDigits), " ", first.to.label, "\n"));

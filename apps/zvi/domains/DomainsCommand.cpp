@@ -2,6 +2,7 @@
 
 #include "apps/zvi/common/ExitStatus.h"
 #include "apps/zvi/common/Failure.h"
+#include "apps/zvi/common/FileAccess.h"
 #include "apps/zvi/common/OutputFile.h"
 #include "apps/zvi/common/Terminal.h"
 #include "apps/zvi/domains/DomainsOptions.h"
@@ -14,8 +15,6 @@
 
 #include "zvi/drawing/MakeDrawingDomains.h"
 
-#include <filesystem>
-
 namespace zvi::app {
 
 namespace {
@@ -27,16 +26,14 @@ std::string ShownName(std::string const &file) {
 /// Writes one output file; false, with a message, when it cannot be written.
 bool WriteOutput(Console &console, std::string const &file, std::string const &content) {
     std::string const failure = WriteWholeFile(file, content);
-    if (!failure.empty()) {
+    if (!failure.empty())
         TellFailure(console, file, 0, failure);
-    }
     return failure.empty();
 }
 
 bool WriteFiles(Console &console, DomainsOptions const &options, DrawingInput const &input,
                 lib::DrawingResult const &result) {
-    std::string const title =
-        options.file == "-" ? ShownName("-") : std::filesystem::path(options.file).filename().string();
+    std::string const title = options.file == "-" ? ShownName("-") : NameOf(PathOf(options.file).filename());
     std::string const readable = DecodeDxfText(title, "");
     bool const drawn =
         options.svgFile.empty() || WriteOutput(console, options.svgFile, SvgPicture(readable, input, result));
@@ -45,9 +42,8 @@ bool WriteFiles(Console &console, DomainsOptions const &options, DrawingInput co
 
 int Report(Console &console, DomainsOptions const &options, DrawingInput const &input,
            lib::DrawingResult const &result) {
-    for (std::string const &line : Summary(input, result, options.drawing.joinTolerance)) {
+    for (std::string const &line : Summary(input, result, options.drawing.joinTolerance))
         console.err << "zvi: " << ShownName(options.file) << ": " << line << "\n";
-    }
     console.err.flush();
     bool const color = WantsColor(options.color, console.outIsTerminal);
     int const written = WriteResult(console, options.json ? DomainJson(input, result) : DomainTable(result, color));
@@ -57,11 +53,10 @@ int Report(Console &console, DomainsOptions const &options, DrawingInput const &
 
 int FindDomains(Console &console, DomainsOptions const &options) {
     Progress progress(console, options.progress);
-    if (options.file == "-" && console.inIsTerminal) {
+    if (options.file == "-" && console.inIsTerminal)
         TellWaiting(console, "curve text", "domains");
-    } else {
+    else
         progress.Step("reading " + ShownName(options.file));
-    }
     DrawingInput const input = ReadDrawing(options.file, ReadWhole(options.file, console.in), options.reading);
     progress.Step("finding the domains of " + std::to_string(input.curves.size()) + " curves");
     lib::DrawingResult const result = lib::MakeDrawingDomains(input.curves, options.drawing);
@@ -75,9 +70,8 @@ int FindDomains(Console &console, DomainsOptions const &options) {
 
 int RunDomains(std::vector<std::string> const &arguments, Console &console) {
     DomainsOptions const options = ParseDomainsOptions(arguments);
-    if (!options.help.empty()) {
+    if (!options.help.empty())
         return WriteResult(console, options.help);
-    }
     try {
         return FindDomains(console, options);
     } catch (InputError const &error) {

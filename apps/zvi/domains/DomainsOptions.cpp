@@ -2,6 +2,7 @@
 
 #include "apps/zvi/common/CommandLine.h"
 #include "apps/zvi/common/Failure.h"
+#include "apps/zvi/common/FileAccess.h"
 #include "apps/zvi/common/NumberText.h"
 
 #include <filesystem>
@@ -11,6 +12,8 @@
 namespace zvi::app {
 
 namespace {
+
+namespace fs = std::filesystem;
 
 constexpr char const *kExamples =
     "Examples:\n"
@@ -69,38 +72,32 @@ void Describe(CLI::App &app, DomainsOptions &options, RawOptions &raw) {
 
 double Distance(std::string const &option, std::string const &word, bool zeroAllowed) {
     std::optional<double> const value = ParseNumber(word);
-    if (!value || *value < 0.0 || (*value == 0.0 && !zeroAllowed)) {
+    if (!value || *value < 0.0 || (*value == 0.0 && !zeroAllowed))
         throw UsageError(option + " needs a distance in drawing units" + (zeroAllowed ? ", 0 or more" : " above 0") +
                          ", not '" + word + "'");
-    }
     return *value;
 }
 
 void Interpret(DomainsOptions &options, RawOptions const &raw) {
-    if (raw.join) {
+    if (raw.join)
         options.drawing.joinTolerance = Distance("--join", *raw.join, true);
-    }
-    if (raw.chordError) {
+    if (raw.chordError)
         options.reading.chordError.absolute = Distance("--chord-error", *raw.chordError, false);
-    }
     options.drawing.split = !raw.noSplit;
     options.progress = !raw.noProgress;
     options.reading.layers = raw.layers;
     options.svgFile = raw.svg.value_or("");
     options.dxfFile = raw.dxf.value_or("");
-    if (options.color != "auto" && options.color != "always" && options.color != "never") {
+    if (options.color != "auto" && options.color != "always" && options.color != "never")
         throw UsageError("--color is auto, always or never, not '" + options.color + "'");
-    }
 }
 
 /// Whether two names are those of one file, which need not be there yet. An empty name is none.
-bool SameFile(std::string const &a, std::string const &b) {
-    namespace fs = std::filesystem;
-    if (a.empty() || b.empty()) {
+bool SameFile(fs::path const &a, fs::path const &b) {
+    if (a.empty() || b.empty())
         return false;
-    }
     std::error_code error;
-    auto const whole = [&error](std::string const &name) {
+    auto const whole = [&error](fs::path const &name) {
         return fs::weakly_canonical(fs::absolute(name, error), error);
     };
     return fs::equivalent(a, b, error) || whole(a) == whole(b);
@@ -108,20 +105,17 @@ bool SameFile(std::string const &a, std::string const &b) {
 
 void CheckOutputs(DomainsOptions const &options, RawOptions const &raw) {
     for (std::optional<std::string> const &given : {raw.svg, raw.dxf}) {
-        if (given && (given->empty() || *given == "-")) {
+        if (given && (given->empty() || *given == "-"))
             throw UsageError("--svg and --dxf need the name of a file; standard output is for the table");
-        }
     }
     for (std::string const &output : {options.svgFile, options.dxfFile}) {
         std::error_code error;
-        bool const regular = std::filesystem::is_regular_file(output, error);
-        if (options.file != "-" && regular && SameFile(output, options.file)) {
+        bool const regular = fs::is_regular_file(PathOf(output), error);
+        if (options.file != "-" && regular && SameFile(PathOf(output), PathOf(options.file)))
             throw UsageError("'" + output + "' is the drawing itself; name another file to write");
-        }
     }
-    if (SameFile(options.svgFile, options.dxfFile)) {
+    if (SameFile(PathOf(options.svgFile), PathOf(options.dxfFile)))
         throw UsageError("--svg and --dxf name the same file; give each its own");
-    }
 }
 
 } // namespace
@@ -135,18 +129,14 @@ DomainsOptions ParseDomainsOptions(std::vector<std::string> const &arguments) {
     Describe(app, options, raw);
     ParsedWords const parsed = ParseCommandLine(app, arguments, {kExamples, kFooter, false});
     options.help = parsed.help;
-    if (!options.help.empty()) {
+    if (!options.help.empty())
         return options;
-    }
-    if (parsed.words.size() > 1) {
+    if (parsed.words.size() > 1)
         throw UsageError("one drawing at a time; '" + parsed.words[1] + "' is one too many");
-    }
-    if (!parsed.words.empty()) {
+    if (!parsed.words.empty())
         options.file = parsed.words[0];
-    }
-    if (options.file.empty()) {
+    if (options.file.empty())
         throw UsageError("the name of the drawing is empty; name a file, or '-' for standard input");
-    }
     Interpret(options, raw);
     CheckOutputs(options, raw);
     return options;

@@ -16,9 +16,8 @@ namespace {
 int AnswerText(EvalOptions const &options, Console &console) {
     // One text alone sets no variables and knows no commands.
     EvalReply const reply = EvalSession(options.settings, options.json, false).Read(*options.text);
-    if (!reply.failure.empty()) {
+    if (!reply.failure.empty())
         TellFailure(console, "", 0, reply.failure);
-    }
     int const written = WriteResult(console, reply.out);
     return reply.failure.empty() ? written : int(kExitBadInput);
 }
@@ -34,9 +33,8 @@ int AnswerLines(EvalOptions const &options, Console &console) {
             status = kExitBadInput;
         }
         int const written = reply.out.empty() ? int(kExitDone) : WriteResult(console, reply.out);
-        if (reply.quit || written != kExitDone || !console.out.good()) {
+        if (reply.quit || written != kExitDone || !console.out.good())
             return std::max(status, written);
-        }
     }
     return status;
 }
@@ -48,12 +46,10 @@ int AnswerPrompt(EvalOptions const &options, Console &console) {
     while (std::optional<std::string> const line = input.Next("zvi> ")) {
         EvalReply const reply = session.Enter(*line);
         console.out << reply.out << std::flush;
-        if (!reply.failure.empty()) {
+        if (!reply.failure.empty())
             TellFailure(console, "", 0, reply.failure);
-        }
-        if (reply.quit || !console.out.good()) {
+        if (reply.quit || !console.out.good())
             break;
-        }
     }
     return kExitDone;
 }
@@ -62,12 +58,10 @@ int AnswerPrompt(EvalOptions const &options, Console &console) {
 
 int RunEval(std::vector<std::string> const &arguments, Console &console) {
     EvalOptions const options = ParseEvalOptions(arguments);
-    if (!options.help.empty()) {
+    if (!options.help.empty())
         return WriteResult(console, options.help);
-    }
-    if (options.text && *options.text != "-") {
+    if (options.text && *options.text != "-")
         return AnswerText(options, console);
-    }
     bool const isTerminal = console.inIsTerminal && console.outIsTerminal;
     return options.text || !isTerminal ? AnswerLines(options, console) : AnswerPrompt(options, console);
 }

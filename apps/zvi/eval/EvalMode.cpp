@@ -36,15 +36,13 @@ EvalModeEntry const &EntryOf(EvalMode mode) {
 EvalMode EvalModeNamed(std::string const &name) {
     std::vector<std::string> names;
     for (EvalModeEntry const &entry : kModes) {
-        if (name == entry.name) {
+        if (name == entry.name)
             return entry.mode;
-        }
         names.emplace_back(entry.name);
     }
     std::string list;
-    for (std::string const &known : names) {
+    for (std::string const &known : names)
         list += (list.empty() ? "" : ", ") + known;
-    }
     throw UsageError("unknown mode '" + name + "'; " + DidYouMean(name, names, "the modes are " + list));
 }
 

@@ -2,8 +2,8 @@
 
 #include "apps/zvi/common/CommandLine.h"
 #include "apps/zvi/common/Failure.h"
+#include "apps/zvi/common/UnitNumbers.h"
 #include "apps/zvi/eval/EvalSession.h"
-#include "apps/zvi/units/UnitNumbers.h"
 
 namespace zvi::app {
 
@@ -58,41 +58,32 @@ void Describe(CLI::App &app, EvalOptions &options, RawOptions &raw) {
 void AddVariable(EvalSettings &settings, std::string const &word) {
     std::string name;
     std::string text;
-    if (!SplitAssignment(word, name, text)) {
+    if (!SplitAssignment(word, name, text))
         throw UsageError("--var needs NAME=VALUE, such as --var h=2.5, not '" + word + "'");
-    }
     std::string const why = WhyNoVariableName(name);
-    if (!why.empty()) {
+    if (!why.empty())
         throw UsageError("--var: " + why);
-    }
     double value = 0.0;
     std::string failure;
-    if (!ReadVariable(text, settings, value, failure)) {
+    if (!ReadVariable(text, settings, value, failure))
         throw UsageError("--var " + name + ": " + failure);
-    }
-    if (!SetVariable(settings.variables, name, value)) {
+    if (!SetVariable(settings.variables, name, value))
         throw UsageError("--var: there are at most " + std::to_string(kMostVariables) + " variables");
-    }
 }
 
 void Interpret(EvalOptions &options, RawOptions const &raw, std::vector<std::string> const &words) {
     options.settings.mode = EvalModeNamed(raw.mode);
-    if (raw.unitSystem) {
+    if (raw.unitSystem)
         options.settings.unitSystem = UnitSystemNamed(*raw.unitSystem);
-    }
-    if (options.settings.unitSystem && !KnowsUnits(options.settings.mode)) {
+    if (options.settings.unitSystem && !KnowsUnits(options.settings.mode))
         throw UsageError("--unit-system goes with the modes number and integer, not with " + raw.mode);
-    }
-    for (std::string const &word : raw.variables) {
+    for (std::string const &word : raw.variables)
         AddVariable(options.settings, word);
-    }
-    if (words.empty()) {
+    if (words.empty())
         return;
-    }
     options.text = words.front();
-    for (std::size_t i = 1; i < words.size(); ++i) {
+    for (std::size_t i = 1; i < words.size(); ++i)
         *options.text += " " + words[i];
-    }
 }
 
 } // namespace
@@ -106,9 +97,8 @@ EvalOptions ParseEvalOptions(std::vector<std::string> const &arguments) {
     Describe(app, options, raw);
     ParsedWords const parsed = ParseCommandLine(app, arguments, {kExamples, Footer()});
     options.help = parsed.help;
-    if (!options.help.empty()) {
+    if (!options.help.empty())
         return options;
-    }
     Interpret(options, raw, parsed.words);
     return options;
 }

@@ -1,13 +1,15 @@
 #include "apps/zvi/eval/EvalSession.h"
 
+#include "apps/zvi/common/Characters.h"
 #include "apps/zvi/common/Failure.h"
 #include "apps/zvi/common/Joined.h"
 #include "apps/zvi/common/NearestName.h"
 #include "apps/zvi/common/NumberText.h"
 #include "apps/zvi/common/Text.h"
+#include "apps/zvi/common/UnitNumbers.h"
 #include "apps/zvi/common/WideText.h"
 #include "apps/zvi/eval/EvalText.h"
-#include "apps/zvi/units/UnitNumbers.h"
+#include "apps/zvi/eval/hints/Diagnose.h"
 
 namespace zvi::app {
 
@@ -41,9 +43,8 @@ std::string ModeList(EvalMode current) {
 
 bool SplitAssignment(std::string const &text, std::string &name, std::string &expression) {
     std::size_t const equals = text.find('=');
-    if (equals == std::string::npos) {
+    if (equals == std::string::npos)
         return false;
-    }
     name = Trimmed(std::string_view(text).substr(0, equals));
     expression = text.substr(equals + 1);
     bool const begins = !name.empty() && IsNameChar(static_cast<wchar_t>(static_cast<unsigned char>(name[0])));
@@ -54,25 +55,21 @@ bool ReadVariable(std::string const &text, EvalSettings settings, double &value,
     settings.mode = EvalMode::kNumber;
     CString const typed = WideOf(text);
     EvalOutcome const outcome = Evaluate(typed, settings);
-    if (outcome.parsed) {
+    if (outcome.parsed)
         value = outcome.groups[0][0];
-    } else {
+    else
         failure = FailureOf(typed, settings, outcome);
-    }
     return outcome.parsed;
 }
 
 EvalReply EvalSession::Enter(std::string const &line) {
     std::string const text(Trimmed(line));
-    if (text.empty()) {
+    if (text.empty())
         return {};
-    }
-    if (text[0] == ':') {
+    if (text[0] == ':')
         return Command(text);
-    }
-    if (prompt && (text == "help" || text == "?" || text == "quit" || text == "exit")) {
+    if (m_prompt && (text == "help" || text == "?" || text == "quit" || text == "exit"))
         return Command(text == "?" ? ":help" : ":" + text);
-    }
     std::string name;
     std::string expression;
     return SplitAssignment(text, name, expression) ? Set(name, expression) : Read(line);
@@ -80,28 +77,24 @@ EvalReply EvalSession::Enter(std::string const &line) {
 
 EvalReply EvalSession::Read(std::string const &text) const {
     CString const typed = WideOf(text);
-    EvalOutcome const outcome = Evaluate(typed, settings);
-    if (outcome.parsed) {
-        return {json ? OutcomeJson(settings, outcome) : OutcomeText(outcome), {}, false};
-    }
-    Diagnosis const diagnosis = Diagnose(typed, settings, outcome);
-    return {json ? DiagnosisJson(settings, typed, diagnosis) : "", Told(DiagnosisText(typed, diagnosis)), false};
+    EvalOutcome const outcome = Evaluate(typed, m_settings);
+    if (outcome.parsed)
+        return {m_json ? OutcomeJson(m_settings, outcome) : OutcomeText(outcome), {}, false};
+    Diagnosis const diagnosis = Diagnose(typed, m_settings, outcome);
+    return {m_json ? DiagnosisJson(m_settings, typed, diagnosis) : "", Told(DiagnosisText(typed, diagnosis)), false};
 }
 
 EvalReply EvalSession::Set(std::string const &name, std::string const &text) {
     std::string const why = WhyNoVariableName(name);
-    if (!why.empty()) {
+    if (!why.empty())
         return {{}, why, false};
-    }
     double value = 0.0;
     std::string failure;
-    if (!ReadVariable(text, settings, value, failure)) {
+    if (!ReadVariable(text, m_settings, value, failure))
         return {{}, Told(failure), false};
-    }
-    if (!SetVariable(settings.variables, name, value)) {
+    if (!SetVariable(m_settings.variables, name, value))
         return {{}, "there are " + std::to_string(kMostVariables) + " variables already; set one of them anew", false};
-    }
-    return {prompt ? Joined(name, " = ", PlainNumber(value), "\n") : "", {}, false};
+    return {m_prompt ? Joined(name, " = ", PlainNumber(value), "\n") : "", {}, false};
 }
 
 EvalReply EvalSession::Command(std::string const &line) {
@@ -110,28 +103,24 @@ EvalReply EvalSession::Command(std::string const &line) {
     std::string const value(blank == std::string::npos ? "" : Trimmed(line.substr(blank)));
     try {
         if (command == ":mode") {
-            settings.mode = value.empty() ? settings.mode : EvalModeNamed(value);
-            return {value.empty() ? ModeList(settings.mode) : "", {}, false};
+            m_settings.mode = value.empty() ? m_settings.mode : EvalModeNamed(value);
+            return {value.empty() ? ModeList(m_settings.mode) : "", {}, false};
         }
-        if (command == ":units" && value.empty()) {
-            return {settings.unitSystem ? std::to_string(*settings.unitSystem) + "\n" : "off\n", {}, false};
-        }
+        if (command == ":units" && value.empty())
+            return {m_settings.unitSystem ? std::to_string(*m_settings.unitSystem) + "\n" : "off\n", {}, false};
         if (command == ":units") {
-            settings.unitSystem = value == "off" ? std::nullopt : std::optional(UnitSystemNamed(value));
+            m_settings.unitSystem = value == "off" ? std::nullopt : std::optional(UnitSystemNamed(value));
             return {};
         }
     } catch (UsageError const &error) {
         return {{}, error.what(), false};
     }
-    if (command == ":vars") {
+    if (command == ":vars")
         return {Listed(), {}, false};
-    }
-    if (command == ":help" || command == ":h" || command == ":?") {
+    if (command == ":help" || command == ":h" || command == ":?")
         return {kHelp, {}, false};
-    }
-    if (command == ":quit" || command == ":q" || command == ":exit") {
+    if (command == ":quit" || command == ":q" || command == ":exit")
         return {{}, {}, true};
-    }
     std::string const advice =
         DidYouMean(command, {":mode", ":units", ":vars", ":help", ":quit"}, "':help' lists the commands");
     return {{}, "unknown command '" + command + "'; " + advice, false};
@@ -139,15 +128,14 @@ EvalReply EvalSession::Command(std::string const &line) {
 
 std::string EvalSession::Listed() const {
     std::string text;
-    for (EvalVariable const &variable : settings.variables) {
+    for (EvalVariable const &variable : m_settings.variables)
         text += Joined(variable.name, " = ", PlainNumber(variable.value), "\n");
-    }
     return text.empty() ? "none; name=expression sets one\n" : text;
 }
 
 /// At a prompt, options are commands.
 std::string EvalSession::Told(std::string text) const {
-    if (prompt) {
+    if (m_prompt) {
         ReplaceAll(text, "--mode ", ":mode ");
         ReplaceAll(text, "--unit-system ", ":units ");
         ReplaceAll(text, "--var ", "");

@@ -20,14 +20,14 @@ class EvalSession {
 public:
     /// `forPeople`: lines are answered as at a prompt, where a set variable is confirmed and hints name commands.
     EvalSession(EvalSettings initial, bool asJson, bool forPeople)
-        : settings(std::move(initial)), json(asJson), prompt(forPeople) {}
+        : m_settings(std::move(initial)), m_json(asJson), m_prompt(forPeople) {}
 
     /// A line of any form; a blank one does nothing.
     EvalReply Enter(std::string const &line);
     /// A text that is nothing but an expression of the mode.
     EvalReply Read(std::string const &text) const;
 
-    EvalSettings const &Settings() const { return settings; }
+    EvalSettings const &Settings() const { return m_settings; }
 
 private:
     EvalReply Set(std::string const &name, std::string const &text);
@@ -35,9 +35,9 @@ private:
     std::string Listed() const;
     std::string Told(std::string text) const;
 
-    EvalSettings settings;
-    bool json;
-    bool prompt;
+    EvalSettings m_settings;
+    bool m_json;
+    bool m_prompt;
 };
 
 /// `NAME=EXPRESSION` as its two sides, blanks around the name dropped; false for a text of another form.

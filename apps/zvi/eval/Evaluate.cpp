@@ -1,5 +1,6 @@
 #include "apps/zvi/eval/Evaluate.h"
 
+#include "apps/zvi/common/Characters.h"
 #include "apps/zvi/common/Text.h"
 #include "apps/zvi/common/WideText.h"
 
@@ -9,63 +10,52 @@
 #include "zvi/units/MUnitCtrl.h"
 
 #include <algorithm>
-#include <iterator>
 
 namespace zvi::app {
 
 namespace {
 
-constexpr char const *kFunctions[] = {"log",  "ln",  "sqrt", "sin", "cos",  "tan",  "asin", "acos",
-                                      "atan", "exp", "deg",  "rad", "sinh", "cosh", "abs"};
-constexpr char const *kConstants[] = {"pi", "phi"};
-
-static_assert(kMostVariables + std::size(kFunctions) + std::size(kConstants) == lib::SymbolTable::kMostSymbols);
-
-/// A parser that keeps what it says and the line that it was given.
-class HearingParser : public lib::Parser {
-public:
-    std::vector<std::string> messages;
-    bool unexpectedToken = false;
-    CString line;
-
-    void ReportError(CString const &text) override { messages.push_back(Utf8Of(text)); }
-
-    int _Parsing(CString const &text) override {
-        line = text;
-        return Parser::_Parsing(text);
-    }
-
+/// A parser that keeps the standard error stream quiet: what is wrong is told from its fault.
+class QuietParser : public lib::Parser {
 protected:
-    void yyerror(char const *text) override {
-        messages.emplace_back(text);
-        unexpectedToken = true;
-    }
+    void yyerror(char const *) override {}
 };
+
+/// The built-in functions, or else the constants.
+std::vector<std::string> BuiltInNames(bool functions) {
+    lib::SymbolTable const table;
+    std::vector<std::string> names;
+    for (int i = 0; i < table.GetSymbolCount(); ++i) {
+        if ((table.GetSymbol(i).function != nullptr) == functions)
+            names.emplace_back(table.GetSymbol(i).name);
+    }
+    return names;
+}
 
 std::vector<double> Taken(CArray<int> const &list) {
     return {list.GetData(), list.GetData() + list.GetSize()};
 }
 
-void TakeList(HearingParser &parser, EvalOutcome &outcome) {
+void TakeList(QuietParser &parser, EvalOutcome &outcome) {
     CArray<double> const &list = parser.GetGridArgList();
     outcome.groups.emplace_back(list.GetData(), list.GetData() + list.GetSize());
 }
 
-bool ReadOneNumber(HearingParser &parser, CString const &text, EvalOutcome &outcome) {
+bool ReadOneNumber(QuietParser &parser, CString const &text, EvalOutcome &outcome) {
     double value = 0.0;
     bool const read = parser.ParsingNumberArg(text) && parser.GetNumberData(value);
     outcome.groups.push_back({value});
     return read;
 }
 
-bool ReadInteger(HearingParser &parser, CString const &text, EvalOutcome &outcome) {
+bool ReadInteger(QuietParser &parser, CString const &text, EvalOutcome &outcome) {
     int value = 0;
     bool const read = parser.ParsingINumberArg(text) && parser.GetINumberData(value);
     outcome.groups.push_back({double(value)});
     return read;
 }
 
-bool ReadPosition(HearingParser &parser, CString const &text, EvalOutcome &outcome) {
+bool ReadPosition(QuietParser &parser, CString const &text, EvalOutcome &outcome) {
     double x = 0.0;
     double y = 0.0;
     double z = 0.0;
@@ -74,7 +64,7 @@ bool ReadPosition(HearingParser &parser, CString const &text, EvalOutcome &outco
     return read;
 }
 
-bool ReadPoints(HearingParser &parser, CString const &text, EvalOutcome &outcome) {
+bool ReadPoints(QuietParser &parser, CString const &text, EvalOutcome &outcome) {
     CArray<double> coordinates;
     bool const read = parser.ParsingPositionXYZList(text, coordinates);
     for (int i = 0; i + 2 < coordinates.GetSize(); i += 3) {
@@ -84,7 +74,7 @@ bool ReadPoints(HearingParser &parser, CString const &text, EvalOutcome &outcome
     return read;
 }
 
-bool ReadAs(EvalMode mode, HearingParser &parser, CString const &text, EvalOutcome &outcome) {
+bool ReadAs(EvalMode mode, QuietParser &parser, CString const &text, EvalOutcome &outcome) {
     CArray<int> list;
     bool read = false;
     switch (mode) {
@@ -122,29 +112,22 @@ bool ReadAs(EvalMode mode, HearingParser &parser, CString const &text, EvalOutco
 }
 
 /// Traces the place of a failure back to the typed text, over `unitSources` if units were rewritten on the way.
-void TraceFailure(HearingParser const &parser, CString const &read, CString const &typed,
+void TraceFailure(lib::Parser const &parser, CString const &read, CString const &typed,
                   std::vector<int> const *unitSources, EvalOutcome &outcome) {
-    outcome.messages = parser.messages;
-    outcome.unexpectedToken = parser.unexpectedToken;
+    outcome.fault = parser.GetFault();
     outcome.line = lib::NormalizeCommandText(read, outcome.sources);
     if (unitSources) {
-        for (int &source : outcome.sources) {
+        for (int &source : outcome.sources)
             source = (*unitSources)[static_cast<std::size_t>(source)];
-        }
     }
-    int const startWord = parser.line.GetLength() - outcome.line.GetLength();
-    outcome.at = std::clamp(parser.GetErrorPosition() - startWord, 0, outcome.line.GetLength());
-    outcome.place = outcome.at < outcome.line.GetLength() ? outcome.sources[static_cast<std::size_t>(outcome.at)]
-                                                          : typed.GetLength();
-}
-
-bool IsNameStart(char c) {
-    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_';
+    int const stop = outcome.fault.stop;
+    outcome.place =
+        stop < outcome.line.GetLength() ? outcome.sources[static_cast<std::size_t>(stop)] : typed.GetLength();
 }
 
 bool IsName(std::string_view name) {
-    return !name.empty() && IsNameStart(name[0]) &&
-           std::all_of(name.begin(), name.end(), [](char c) { return IsNameStart(c) || (c >= '0' && c <= '9'); });
+    return !name.empty() && IsLetter(name[0]) &&
+           std::all_of(name.begin(), name.end(), [](char c) { return IsNameChar(c); });
 }
 
 bool HoldsNoCase(std::vector<std::string> const &names, std::string_view name) {
@@ -158,7 +141,7 @@ bool KnowsUnits(EvalMode mode) {
 }
 
 EvalOutcome Evaluate(CString const &text, EvalSettings const &settings) {
-    HearingParser parser;
+    QuietParser parser;
     for (EvalVariable const &variable : settings.variables) {
         std::string name = variable.name;
         parser.AddDoubleVar(name.data(), variable.value);
@@ -182,39 +165,33 @@ EvalOutcome Evaluate(CString const &text, EvalSettings const &settings) {
 }
 
 std::vector<std::string> const &BuiltInFunctions() {
-    static std::vector<std::string> const kNames(std::begin(kFunctions), std::end(kFunctions));
+    static std::vector<std::string> const kNames = BuiltInNames(true);
     return kNames;
 }
 
 std::vector<std::string> const &BuiltInConstants() {
-    static std::vector<std::string> const kNames(std::begin(kConstants), std::end(kConstants));
+    static std::vector<std::string> const kNames = BuiltInNames(false);
     return kNames;
 }
 
 std::string WhyNoVariableName(std::string const &name) {
     std::string const quoted = "'" + name + "'";
-    if (!IsName(name)) {
+    if (!IsName(name))
         return quoted + " is no name; a name is a letter, then letters, digits and _";
-    }
-    if (name.size() > lib::TagSymbolNode::kMostNameChars) {
+    if (name.size() > lib::TagSymbolNode::kMostNameChars)
         return "a name has at most " + std::to_string(lib::TagSymbolNode::kMostNameChars) + " characters";
-    }
-    if (HoldsNoCase(BuiltInFunctions(), name)) {
+    if (HoldsNoCase(BuiltInFunctions(), name))
         return quoted + " is a function; take another name";
-    }
-    if (HoldsNoCase(BuiltInConstants(), name)) {
+    if (HoldsNoCase(BuiltInConstants(), name))
         return quoted + " is 3.14159... and stays so; take another name";
-    }
     CString const wide = WideOf(name);
     CString upper = wide;
     upper.MakeUpper();
-    if (lib::NormalizeCommandText(wide) != upper) {
+    if (lib::NormalizeCommandText(wide) != upper)
         return quoted + " cannot be a name: B and T stand for BY and TO wherever they are; take a name without them";
-    }
     lib::SymbolTable const table;
-    if (table.FindReservedWord(Utf8Of(upper))) {
+    if (table.FindReservedWord(Utf8Of(upper)))
         return quoted + " is a word of the language; take another name";
-    }
     return {};
 }
 
@@ -225,9 +202,8 @@ bool SetVariable(std::vector<EvalVariable> &variables, std::string const &name, 
             return true;
         }
     }
-    if (variables.size() >= kMostVariables) {
+    if (variables.size() >= kMostVariables)
         return false;
-    }
     variables.push_back({name, value});
     return true;
 }

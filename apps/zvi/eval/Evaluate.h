@@ -2,6 +2,8 @@
 
 #include "apps/zvi/eval/EvalMode.h"
 
+#include "zvi/command/ParseFault.h"
+#include "zvi/command/SymbolTable.h"
 #include "zvi/core/CString.h"
 
 #include <optional>
@@ -31,15 +33,12 @@ struct EvalOutcome {
     std::vector<std::vector<double>> groups;
     unsigned int opCode = 0; ///< of a position: 1 relative, 2 relative polar, 3 absolute, 4 and 5 as 1 and 2 after "@@"
 
-    /// After a failure: what the parser said, in its own words, and whether it met a token that it did not expect.
-    std::vector<std::string> messages;
-    bool unexpectedToken = false;
-    /// What it read, and for each of those characters the index in the typed text of the one that it comes from.
+    /// After a failure: why, with places in `line`, what the parser read; of kind kNone when there was nothing to read.
+    lib::ParseFault fault;
     CString line;
+    /// For each character of `line` the index in the typed text of the one that it comes from.
     std::vector<int> sources;
-    /// Where it gave up, as an index into `line`, which may be its end.
-    int at = 0;
-    /// The same place in the typed text.
+    /// The character of the typed text at which the reading stopped, which may be its end.
     int place = 0;
 };
 
@@ -59,7 +58,7 @@ std::string WhyNoVariableName(std::string const &name);
 /// Puts a variable in place of one of the same name, or behind the others; false when there are as many as may be.
 bool SetVariable(std::vector<EvalVariable> &variables, std::string const &name, double value);
 
-/// Most variables: what the functions and constants leave of the symbols that the language holds.
-inline constexpr std::size_t kMostVariables = 183;
+/// Most variables.
+inline constexpr std::size_t kMostVariables = lib::SymbolTable::kMostVariables;
 
 } // namespace zvi::app

@@ -1,54 +1,25 @@
 #pragma once
 
+#include <memory>
+#include <optional>
+#include <ostream>
 #include <string>
-#include <vector>
 
 namespace zvi::app {
 
-/// The line that a user edits at a prompt, key by key, and the lines before it. Knows nothing of the terminal: keys
-/// come in as the bytes that terminals send, UTF-8 and escape sequences included.
+/// Edits the line at a prompt and brings earlier ones back: libedit, with the keys that the user's .editrc asks for.
+/// The console of Windows does all this before the program sees the line, so there is no editor there.
 class LineEditor {
 public:
-    enum class Event {
-        kNone,   ///< the line may have changed
-        kDone,   ///< Enter: `Text` is the line
-        kCancel, ///< Ctrl-C: the line is to be given up
-        kEnd     ///< Ctrl-D on an empty line: no further line comes
-    };
+    /// The editor of the terminal that the standard streams are; null where its lines are not edited here, as on a
+    /// terminal that cannot move its cursor.
+    static std::unique_ptr<LineEditor> ForTerminal();
 
-    /// Takes the next byte. Keys: left, right, Home, End, Backspace, Delete, up and down for the history, and Ctrl-A
-    /// -B -D -E -F -H -K -N -P -U -W as in most line editors; other control keys do nothing.
-    Event Feed(char byte);
+    virtual ~LineEditor() = default;
 
-    /// Begins an empty line.
-    void Begin();
-
-    /// Puts a line behind the history, unless it is empty or repeats the last one.
-    void Remember(std::string const &line);
-
-    std::string const &Text() const { return text; }
-    /// Index of the byte before which the cursor stands; always at the begin of a character.
-    std::size_t Cursor() const { return cursor; }
-
-private:
-    enum class Escape { kNone, kBegun, kSequence };
-
-    Event FeedControl(char byte);
-    void FeedSequence(char byte);
-    void Insert(char byte);
-    void Erase(std::size_t from, std::size_t to);
-    void Recall(std::size_t place);
-    std::size_t Left() const;
-    std::size_t Right() const;
-    std::size_t WordLeft() const;
-
-    std::string text;
-    std::size_t cursor = 0;
-    Escape escape = Escape::kNone;
-    std::string parameters; ///< of an escape sequence
-    std::vector<std::string> history;
-    std::size_t recalled = 0; ///< index of the line shown; the size of the history for the new one
-    std::string unfinished;   ///< the new line while an older one is shown
+    /// The next line without its end; nothing at the end of the input. Ctrl-C gives up the line begun, Ctrl-D on an
+    /// empty line ends the input. `out` is standard output.
+    virtual std::optional<std::string> Read(std::string const &prompt, std::ostream &out) = 0;
 };
 
 } // namespace zvi::app

@@ -3,28 +3,23 @@
 #include "apps/zvi/common/Console.h"
 #include "apps/zvi/eval/LineEditor.h"
 
+#include <memory>
 #include <optional>
 #include <string>
 
 namespace zvi::app {
 
-/// Reads lines at a prompt. On a terminal that can move its cursor the line can be edited, and earlier lines come back;
-/// otherwise lines are read as they come.
+/// Reads lines at a prompt: edited where there is an editor, as they come elsewhere.
 class LineInput {
 public:
-    explicit LineInput(Console &console);
+    explicit LineInput(Console &console) : m_console(console), m_editor(LineEditor::ForTerminal()) {}
 
-    /// The next line; nothing at the end of the input.
+    /// The next line without its end; nothing at the end of the input.
     std::optional<std::string> Next(std::string const &prompt);
 
 private:
-    std::optional<std::string> Edited(std::string const &prompt);
-    std::optional<std::string> Plain(std::string const &prompt);
-    void Show(std::string const &prompt);
-
-    Console &console;
-    bool editable;
-    LineEditor editor;
+    Console &m_console;
+    std::unique_ptr<LineEditor> m_editor;
 };
 
 } // namespace zvi::app

@@ -1,14 +1,16 @@
 #include "apps/zvi/numbers/NumberRuns.h"
 
+#include "apps/zvi/common/CaretText.h"
+#include "apps/zvi/common/Characters.h"
 #include "apps/zvi/common/Failure.h"
 #include "apps/zvi/common/WideText.h"
-#include "apps/zvi/eval/EvalText.h"
 
 #include "zvi/command/MNumericOptimizer.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <utility>
 
 namespace zvi::app {
 
@@ -38,67 +40,68 @@ CString WithBlanks(std::string const &text) {
 /// Walks over the tokens of a text.
 class RunReader {
 public:
-    explicit RunReader(std::string const &text) : shown(WideOf(text)), units(WithBlanks(text)) {}
+    explicit RunReader(std::string const &text) : m_shown(WideOf(text)), m_units(WithBlanks(text)) {}
 
     bool AtEnd() {
         SkipBlanks();
-        return pos >= static_cast<std::uint64_t>(units.GetLength());
+        return m_pos >= static_cast<std::uint64_t>(m_units.GetLength());
     }
 
     /// Whether the next token is of this type; if so, passes it.
     bool Pass(MNumericOptimizer::TokenType wanted) {
         SkipBlanks();
-        std::uint64_t after = pos;
+        std::uint64_t after = m_pos;
         std::uint64_t type = 0;
         std::uint64_t read = 0;
-        if (!optimizer.GetToken(units.GetString(), after, type, read) || type != wanted) {
+        if (!m_optimizer.GetToken(m_units.GetString(), after, type, read) || type != wanted)
             return false;
-        }
-        begin = pos;
-        pos = after;
-        value = static_cast<std::int64_t>(read);
+        m_begin = m_pos;
+        m_pos = after;
+        m_value = static_cast<std::int64_t>(read);
         return true;
     }
 
     long Number(char const *hint) {
         if (!Pass(MNumericOptimizer::kNumber)) {
             bool const atEnd = AtEnd();
-            std::wstring_view const rest = View(units).substr(static_cast<std::size_t>(pos));
+            std::wstring_view const rest = View(m_units).substr(static_cast<std::size_t>(m_pos));
             bool const isNumber = rest.size() > 1 && IsDigit(rest[rest[0] == L'-']);
             RefuseHere(atEnd      ? "the text ends where a number is expected"
                        : isNumber ? "the number is too large"
                                   : "no number",
                        hint);
         }
-        return static_cast<long>(value);
+        if (!std::in_range<long>(m_value))
+            RefuseFrom(m_begin, "the number is too large", hint);
+        return static_cast<long>(m_value);
     }
 
     [[noreturn]] void RefuseHere(std::string const &what, std::string const &hint) const {
-        std::wstring_view const all = View(units);
+        std::wstring_view const all = View(m_units);
         std::size_t const textEnd = all.find_last_not_of(L' ') + 1; // 0 when there is no text
-        std::size_t const at = std::min(static_cast<std::size_t>(pos), textEnd);
+        std::size_t const at = std::min(static_cast<std::size_t>(m_pos), textEnd);
         std::size_t const end = std::min(all.find(L' ', at), all.size());
-        Refuse(shown, {at, std::max<std::size_t>(1, end - at)}, what, hint);
+        Refuse(m_shown, {at, std::max<std::size_t>(1, end - at)}, what, hint);
     }
 
     /// Refuses the item from `from` to here.
     [[noreturn]] void RefuseFrom(std::uint64_t from, std::string const &what, std::string const &hint) const {
-        Refuse(shown, {static_cast<std::size_t>(from), static_cast<std::size_t>(pos - from)}, what, hint);
+        Refuse(m_shown, {static_cast<std::size_t>(from), static_cast<std::size_t>(m_pos - from)}, what, hint);
     }
 
-    std::uint64_t LastBegin() const { return begin; }
+    std::uint64_t LastBegin() const { return m_begin; }
 
 private:
     void SkipBlanks() {
-        pos = std::min(View(units).find_first_not_of(L' ', static_cast<std::size_t>(pos)), View(units).size());
+        m_pos = std::min(View(m_units).find_first_not_of(L' ', static_cast<std::size_t>(m_pos)), View(m_units).size());
     }
 
-    CString shown;
-    CString units;
-    MNumericOptimizer optimizer;
-    std::uint64_t pos = 0;
-    std::uint64_t begin = 0;
-    std::int64_t value = 0;
+    CString m_shown;
+    CString m_units;
+    MNumericOptimizer m_optimizer;
+    std::uint64_t m_pos = 0;
+    std::uint64_t m_begin = 0;
+    std::int64_t m_value = 0;
 };
 
 constexpr char const *kRunsHint = "runs are numbers and ranges such as 1to9by2 20";
@@ -113,9 +116,8 @@ std::uint64_t Distance(long a, long b) {
 bool AppendRange(std::vector<long> &numbers, long first, long last, long step) {
     std::uint64_t const size = Distance(step, 0);
     std::uint64_t const steps = size == 0 ? 0 : Distance(first, last) / size;
-    if (steps >= kMostRunNumbers - std::min(numbers.size(), kMostRunNumbers)) {
+    if (steps >= kMostRunNumbers - std::min(numbers.size(), kMostRunNumbers))
         return false;
-    }
     for (std::uint64_t i = 0; i <= steps; ++i) {
         std::uint64_t const moved = i * size;
         std::uint64_t const from = static_cast<std::uint64_t>(first);
@@ -144,9 +146,8 @@ std::vector<long> ExpandRuns(std::string const &text) {
         long const last = isRange ? reader.Number("a range is FIRSTtoLAST or FIRSTtoLASTbySTEP") : first;
         bool const hasStep = isRange && reader.Pass(MNumericOptimizer::kBy);
         long const step = hasStep ? reader.Number("a range is FIRSTtoLASTbySTEP") : 1;
-        if (!AppendRange(numbers, first, last, step)) {
+        if (!AppendRange(numbers, first, last, step))
             reader.RefuseFrom(begin, "too many numbers", "a text may name up to 10,000,000 numbers");
-        }
     }
     return numbers;
 }
@@ -154,9 +155,8 @@ std::vector<long> ExpandRuns(std::string const &text) {
 std::vector<long> ListedNumbers(std::string const &text) {
     RunReader reader(text);
     std::vector<long> numbers;
-    while (!reader.AtEnd()) {
+    while (!reader.AtEnd())
         numbers.push_back(reader.Number("compress takes integers, separated by blanks, commas or line ends"));
-    }
     return numbers;
 }
 

@@ -41,20 +41,17 @@ struct NumbersOptions {
 
 void CheckJob(NumbersOptions const &options, bool hasList) {
     std::vector<std::string> const jobs = {"compress", "expand", "select"};
-    if (std::find(jobs.begin(), jobs.end(), options.job) == jobs.end()) {
+    if (std::find(jobs.begin(), jobs.end(), options.job) == jobs.end())
         throw UsageError(options.job.empty()
                              ? "numbers needs a job: compress, expand or select"
                              : "unknown job '" + options.job + "'; " +
                                    DidYouMean(options.job, jobs, "the jobs are compress, expand and select"));
-    }
     bool const selects = options.job == "select";
-    if (selects != hasList) {
+    if (selects != hasList)
         throw UsageError(selects ? "select needs --from LIST, the numbers to select from, such as --from 1to100"
                                  : "--from goes with select, not with " + options.job);
-    }
-    if (options.keepOrder && !selects) {
+    if (options.keepOrder && !selects)
         throw UsageError("--keep-order goes with select, not with " + options.job);
-    }
 }
 
 NumbersOptions Parse(std::vector<std::string> const &arguments) {
@@ -70,9 +67,8 @@ NumbersOptions Parse(std::vector<std::string> const &arguments) {
     app.add_flag("--json", options.json, "One JSON object");
     ParsedWords const parsed = ParseCommandLine(app, arguments, {kExamples, kFooter});
     options.help = parsed.help;
-    if (!options.help.empty()) {
+    if (!options.help.empty())
         return options;
-    }
     if (!parsed.words.empty()) {
         options.job = parsed.words.front();
         options.text.assign(parsed.words.begin() + 1, parsed.words.end());
@@ -91,9 +87,8 @@ std::string TextOf(NumbersOptions const &options, Console &console) {
         return std::string(WithoutUtf8Mark(AllOf(console.in)));
     }
     std::string text;
-    for (std::string const &word : options.text) {
+    for (std::string const &word : options.text)
         text += (text.empty() ? "" : " ") + word;
-    }
     return text;
 }
 
@@ -107,9 +102,8 @@ std::vector<long> ListOf(NumbersOptions const &options) {
 }
 
 std::string NumbersText(std::vector<long> const &numbers, bool json) {
-    if (json) {
+    if (json)
         return nlohmann::ordered_json{{"schema", 1}, {"numbers", numbers}}.dump() + "\n";
-    }
     std::string text;
     for (long const number : numbers) {
         text += text.empty() ? "" : " ";
@@ -123,9 +117,8 @@ std::string Answer(NumbersOptions const &options, Console &console) {
         std::string const runs = CompressNumbers(ListedNumbers(TextOf(options, console)));
         return options.json ? nlohmann::ordered_json{{"schema", 1}, {"text", runs}}.dump() + "\n" : runs + "\n";
     }
-    if (options.job == "expand") {
+    if (options.job == "expand")
         return NumbersText(ExpandRuns(TextOf(options, console)), options.json);
-    }
     std::vector<long> const list = ListOf(options);
     return NumbersText(SelectNumbers(list, TextOf(options, console), options.keepOrder), options.json);
 }
@@ -134,9 +127,8 @@ std::string Answer(NumbersOptions const &options, Console &console) {
 
 int RunNumbers(std::vector<std::string> const &arguments, Console &console) {
     NumbersOptions const options = Parse(arguments);
-    if (!options.help.empty()) {
+    if (!options.help.empty())
         return WriteResult(console, options.help);
-    }
     try {
         return WriteResult(console, Answer(options, console));
     } catch (InputError const &error) {

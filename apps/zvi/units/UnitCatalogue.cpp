@@ -58,9 +58,8 @@ std::string WithPlainWords(std::string const &label) {
         auto const known = std::find_if(std::begin(kWords), std::end(kWords),
                                         [&word](Spelling const &entry) { return entry.typed == word; });
         plain += known == std::end(kWords) ? word : std::string(known->plain);
-        if (end < label.size()) {
+        if (end < label.size())
             plain += label[end];
-        }
         at = end + 1;
     }
     return plain;
@@ -91,18 +90,16 @@ std::string IgnoredBase(UnitCatalogue const &catalogue, UnitLabel const &from, U
         changed.*base.index = to.index.*base.index;
         changed.mass = changed.force;
         bool const differs = changed.*base.index != from.index.*base.index;
-        if (differs && catalogue.Factor(from.kind, changed) == catalogue.Factor(from.kind, from.index)) {
+        if (differs && catalogue.Factor(from.kind, changed) == catalogue.Factor(from.kind, from.index))
             return base.name;
-        }
     }
     return {};
 }
 
 std::vector<int> KindsOf(std::vector<UnitLabel> const &labels) {
     std::vector<int> kinds;
-    for (UnitLabel const &label : labels) {
+    for (UnitLabel const &label : labels)
         kinds.push_back(label.kind);
-    }
     return kinds;
 }
 
@@ -115,9 +112,8 @@ std::vector<int> KindsOf(std::vector<UnitLabel> const &labels) {
 
 std::string KindList(std::vector<int> const &kinds) {
     std::string text = kinds.size() == 1 ? "kind " : "kinds ";
-    for (std::size_t i = 0; i < kinds.size(); ++i) {
+    for (std::size_t i = 0; i < kinds.size(); ++i)
         text += (i == 0 ? "" : ", ") + std::to_string(kinds[i]);
-    }
     return text;
 }
 
@@ -125,21 +121,19 @@ std::string KindList(std::vector<int> const &kinds) {
 
 std::string PlainLabel(std::string const &label) {
     std::string plain = label;
-    for (Spelling const &sign : kSigns) {
+    for (Spelling const &sign : kSigns)
         ReplaceAll(plain, sign.typed, sign.plain);
-    }
     for (Spelling const &name : kNames) {
-        if (plain == name.typed) {
+        if (plain == name.typed)
             return std::string(name.plain);
-        }
     }
     return WithPlainWords(plain);
 }
 
-UnitCatalogue::UnitCatalogue() : units(nullptr) {
-    units.Initialize(0);
+UnitCatalogue::UnitCatalogue() : m_units(nullptr) {
+    m_units.Initialize(0);
     lib::T_UNIT_NAMEFACT names;
-    units.GetUnitNameCurrent(names);
+    m_units.GetUnitNameCurrent(names);
     // The day stands behind the time units that are counted, and conversions know it.
     std::int32_t const times = names.timeCount + 1;
     std::set<std::pair<int, std::string>> seen;
@@ -148,27 +142,25 @@ UnitCatalogue::UnitCatalogue() : units(nullptr) {
             for (i.time = 0; i.time < times; ++i.time) {
                 for (i.heat = 0; i.heat < names.heatCount; ++i.heat) {
                     i.mass = i.force;
-                    units.SetUnitIndexCurrent(i, 0);
+                    m_units.SetUnitIndexCurrent(i, 0);
                     for (int kind = 1; kind < lib::kUnitKindCount; ++kind) {
                         CString label;
-                        units.GetUnitSystem(kind, label);
-                        if (!label.IsEmpty() && seen.emplace(kind, Utf8Of(label)).second) {
-                            labels.push_back({kind, Utf8Of(label), i, Factor(kind, i)});
-                        }
+                        m_units.GetUnitSystem(kind, label);
+                        if (!label.IsEmpty() && seen.emplace(kind, Utf8Of(label)).second)
+                            m_labels.push_back({kind, Utf8Of(label), i, Factor(kind, i)});
                     }
                 }
             }
         }
     }
-    std::stable_sort(labels.begin(), labels.end(),
+    std::stable_sort(m_labels.begin(), m_labels.end(),
                      [](UnitLabel const &a, UnitLabel const &b) { return a.kind < b.kind; });
-    for (UnitLabel const &label : labels) {
-        plain.push_back(PlainLabel(label.label));
-    }
+    for (UnitLabel const &label : m_labels)
+        m_plain.push_back(PlainLabel(label.label));
 }
 
 double UnitCatalogue::Factor(int kind, lib::T_UNIT_INDEX const &index) const {
-    return units.GetConvertFactorTgtUnit(index.force, index.length, index.force, index.heat, index.time, kind);
+    return m_units.GetConvertFactorTgtUnit(index.force, index.length, index.force, index.heat, index.time, kind);
 }
 
 std::vector<UnitLabel> UnitCatalogue::Find(std::string const &typed) const {
@@ -177,12 +169,12 @@ std::vector<UnitLabel> UnitCatalogue::Find(std::string const &typed) const {
     std::vector<UnitLabel> found;
     std::vector<UnitLabel> near;
     std::set<std::string> spellings;
-    for (std::size_t i = 0; i < labels.size(); ++i) {
-        if (plain[i] == wanted) {
-            found.push_back(labels[i]);
-        } else if (SameNoCase(WithoutStars(plain[i]), joined)) {
-            near.push_back(labels[i]);
-            spellings.insert(plain[i]);
+    for (std::size_t i = 0; i < m_labels.size(); ++i) {
+        if (m_plain[i] == wanted) {
+            found.push_back(m_labels[i]);
+        } else if (SameNoCase(WithoutStars(m_plain[i]), joined)) {
+            near.push_back(m_labels[i]);
+            spellings.insert(m_plain[i]);
         }
     }
     return found.empty() && spellings.size() == 1 ? near : found;
@@ -192,27 +184,25 @@ std::string UnitCatalogue::Nearest(std::string const &typed, std::vector<int> co
     std::string const wanted = Lowered(PlainLabel(typed));
     std::vector<std::string> candidates;
     std::vector<std::size_t> places;
-    for (std::size_t i = 0; i < labels.size(); ++i) {
-        if (kinds.empty() || std::find(kinds.begin(), kinds.end(), labels[i].kind) != kinds.end()) {
-            candidates.push_back(Lowered(plain[i]));
+    for (std::size_t i = 0; i < m_labels.size(); ++i) {
+        if (kinds.empty() || std::find(kinds.begin(), kinds.end(), m_labels[i].kind) != kinds.end()) {
+            candidates.push_back(Lowered(m_plain[i]));
             places.push_back(i);
         }
     }
     std::string const nearest = NearestName(wanted, candidates);
     auto const found = std::find(candidates.begin(), candidates.end(), nearest);
-    return nearest.empty() ? "" : labels[places[static_cast<std::size_t>(found - candidates.begin())]].label;
+    return nearest.empty() ? "" : m_labels[places[static_cast<std::size_t>(found - candidates.begin())]].label;
 }
 
 std::vector<UnitConversion> FindConversions(UnitCatalogue const &catalogue, double value, std::string const &from,
                                             std::string const &to, std::optional<int> kind) {
     std::vector<UnitLabel> const sources = catalogue.Find(from);
-    if (sources.empty()) {
+    if (sources.empty())
         RefuseLabel(catalogue, from, {});
-    }
     std::vector<UnitLabel> const targets = catalogue.Find(to);
-    if (targets.empty()) {
+    if (targets.empty())
         RefuseLabel(catalogue, to, KindsOf(sources));
-    }
     std::vector<UnitConversion> conversions;
     for (UnitLabel const &source : sources) {
         for (UnitLabel const &target : targets) {
@@ -224,17 +214,14 @@ std::vector<UnitConversion> FindConversions(UnitCatalogue const &catalogue, doub
     }
     // A kind whose factor does not follow a unit that its labels show is for those who ask for it.
     auto const follows = [](UnitConversion const &conversion) { return conversion.ignoredBase.empty(); };
-    if (!kind && std::any_of(conversions.begin(), conversions.end(), follows)) {
+    if (!kind && std::any_of(conversions.begin(), conversions.end(), follows))
         std::erase_if(conversions, [follows](UnitConversion const &conversion) { return !follows(conversion); });
-    }
-    if (conversions.empty() && kind) {
+    if (conversions.empty() && kind)
         throw InputError(0, "kind " + std::to_string(*kind) + " has no labels '" + from + "' and '" + to +
                                 "'; 'zvi units --kind " + std::to_string(*kind) + "' lists its labels");
-    }
-    if (conversions.empty()) {
+    if (conversions.empty())
         throw InputError(0, "'" + from + "' (" + KindList(KindsOf(sources)) + ") and '" + to + "' (" +
                                 KindList(KindsOf(targets)) + ") are labels of different kinds of quantity");
-    }
     return conversions;
 }
 

@@ -24,7 +24,7 @@ public:
     UnitCatalogue();
 
     /// By kind, and in the order of the base units.
-    std::vector<UnitLabel> const &Labels() const { return labels; }
+    std::vector<UnitLabel> const &Labels() const { return m_labels; }
 
     /// The labels that `typed` means: as they stand; or with the signs and aliases that people use (middle dots, raised
     /// digits, "**", "um", "s", "MPa", without square brackets and blanks); or, where only one label fits, without
@@ -39,9 +39,9 @@ public:
     double Factor(int kind, lib::T_UNIT_INDEX const &index) const;
 
 private:
-    lib::MUnitCtrl units;
-    std::vector<UnitLabel> labels;
-    std::vector<std::string> plain; ///< the labels in the form in which they are compared
+    lib::MUnitCtrl m_units;
+    std::vector<UnitLabel> m_labels;
+    std::vector<std::string> m_plain; ///< the labels in the form in which they are compared
 };
 
 /// The form in which labels are compared; see `UnitCatalogue::Find`.

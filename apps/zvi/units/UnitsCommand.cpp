@@ -5,9 +5,9 @@
 #include "apps/zvi/common/Failure.h"
 #include "apps/zvi/common/Joined.h"
 #include "apps/zvi/common/NumberText.h"
+#include "apps/zvi/common/UnitNumbers.h"
 #include "apps/zvi/common/WideText.h"
 #include "apps/zvi/units/UnitCatalogue.h"
-#include "apps/zvi/units/UnitNumbers.h"
 
 #include <nlohmann/json.hpp>
 
@@ -49,12 +49,10 @@ UnitsOptions Parse(std::vector<std::string> const &arguments) {
     app.add_flag("--json", options.json, "One JSON object");
     ParsedWords const parsed = ParseCommandLine(app, arguments, {kExamples, kFooter, false});
     options.help = parsed.help;
-    if (!options.help.empty()) {
+    if (!options.help.empty())
         return options;
-    }
-    if (!parsed.words.empty()) {
+    if (!parsed.words.empty())
         throw UsageError("unexpected '" + parsed.words[0] + "'; a system is given by --system N, a kind by --kind K");
-    }
     options.system = system ? std::optional(UnitSystemNamed(*system)) : std::nullopt;
     options.kind = kind ? std::optional(UnitKindNamed(*kind)) : std::nullopt;
     return options;
@@ -85,9 +83,8 @@ std::vector<Row> RowsOfSystem(lib::MUnitCtrl &units, std::optional<int> kind) {
         // In these units no formula but that of a number without unit gives 1.
         constexpr int kKips = 5, kFoot = 4, kBtu = 3, kHour = 2;
         bool const hasFormula = units.GetConvertFactorTgtUnit(kKips, kFoot, kKips, kBtu, kHour, k) != 1.0;
-        if (k == kind.value_or(k) && (hasLabel || hasFormula || kind)) {
+        if (k == kind.value_or(k) && (hasLabel || hasFormula || kind))
             rows.push_back({k, Utf8Of(label), units.GetConvertFactorCurrent(k)});
-        }
     }
     return rows;
 }
@@ -96,9 +93,8 @@ std::vector<Row> RowsOfKind(int kind) {
     std::vector<Row> rows;
     UnitCatalogue const catalogue;
     for (UnitLabel const &label : catalogue.Labels()) {
-        if (label.kind == kind) {
+        if (label.kind == kind)
             rows.push_back({kind, label.label, label.factor});
-        }
     }
     return rows;
 }
@@ -118,9 +114,8 @@ std::vector<std::pair<char const *, std::string>> BaseUnits(lib::MUnitCtrl const
 
 std::string Table(std::vector<Row> const &rows) {
     std::size_t widest = std::string_view("label").size();
-    for (Row const &row : rows) {
+    for (Row const &row : rows)
         widest = std::max(widest, Columns(row.label));
-    }
     std::string text = Joined("kind  label", std::string(widest - 5 + 2, ' '), "factor\n");
     for (Row const &row : rows) {
         std::string const kind = std::to_string(row.kind);
@@ -148,16 +143,14 @@ std::string SystemText(UnitsOptions const &options) {
     std::vector<Row> const rows = RowsOfSystem(units, options.kind);
     if (options.json) {
         nlohmann::ordered_json json = {{"schema", 1}, {"system", system}};
-        for (auto const &[base, name] : BaseUnits(units)) {
+        for (auto const &[base, name] : BaseUnits(units))
             json["base"][base] = name;
-        }
         json["kinds"] = JsonRows(rows);
         return json.dump() + "\n";
     }
     std::string head = "system " + std::to_string(system) + ":";
-    for (auto const &[base, name] : BaseUnits(units)) {
+    for (auto const &[base, name] : BaseUnits(units))
         head += Joined(" ", base, " ", name, std::string_view(base) == "heat" ? "\n\n" : ",");
-    }
     return head + Table(rows);
 }
 
@@ -165,16 +158,13 @@ std::string SystemText(UnitsOptions const &options) {
 
 int RunUnits(std::vector<std::string> const &arguments, Console &console) {
     UnitsOptions const options = Parse(arguments);
-    if (!options.help.empty()) {
+    if (!options.help.empty())
         return WriteResult(console, options.help);
-    }
-    if (options.system || !options.kind) {
+    if (options.system || !options.kind)
         return WriteResult(console, SystemText(options));
-    }
     std::vector<Row> const rows = RowsOfKind(*options.kind);
-    if (rows.empty()) {
+    if (rows.empty())
         throw InputError(0, "kind " + std::to_string(*options.kind) + " has no label; 'zvi units' lists those that do");
-    }
     nlohmann::ordered_json const json = {{"schema", 1}, {"kinds", JsonRows(rows)}};
     return WriteResult(console, options.json ? json.dump() + "\n" : Table(rows));
 }

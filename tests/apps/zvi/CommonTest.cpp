@@ -1,8 +1,8 @@
 #include "apps/zvi/common/NearestName.h"
 #include "apps/zvi/common/NumberText.h"
 #include "apps/zvi/common/OutputFile.h"
-#include "apps/zvi/common/Utf8.h"
 #include "apps/zvi/domains/dxf/TextDecoding.h"
+#include "zvi/core/Utf8.h"
 
 #include <gtest/gtest.h>
 
@@ -30,9 +30,8 @@ TEST(NumberText, ReadsAndWritesNumbersWithoutALocale) {
     EXPECT_EQ(ParseNumber(" +1.5e3\r"), 1500.0);
     EXPECT_EQ(ParseNumber("-.5"), -0.5);
     EXPECT_EQ(ParseNumber("1."), 1.0);
-    for (char const *text : {"", "+", "+-1", "1,5", "1 2", "nan", "inf", "0x10", "1e400", "--1"}) {
+    for (char const *text : {"", "+", "+-1", "1,5", "1 2", "nan", "inf", "0x10", "1e400", "--1"})
         EXPECT_FALSE(ParseNumber(text)) << text;
-    }
     EXPECT_EQ(ParseInteger("  0"), 0);
     EXPECT_FALSE(ParseInteger("1.0"));
     EXPECT_EQ(ExactNumber(0.1), "0.1");
@@ -54,14 +53,17 @@ TEST(OutputFile, IsThereWholeOrNotAtAll) {
     EXPECT_EQ(WriteWholeFile(file.string(), "first"), "");
     EXPECT_EQ(WriteWholeFile(file.string(), "second"), "");
     EXPECT_EQ(content(), "second");
-    fs::create_symlink("out.txt", folder / "link");
+    EXPECT_NE(WriteWholeFile((folder / "sub").string(), "x"), "");
+    EXPECT_NE(WriteWholeFile((folder / "none" / "out.txt").string(), "x"), "");
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder), fs::directory_iterator()), 2);
+
+    std::error_code noLinks; // such as a host on which links need a privilege
+    fs::create_symlink("out.txt", folder / "link", noLinks);
+    if (noLinks)
+        GTEST_SKIP() << "the part about links: " << noLinks.message();
     EXPECT_EQ(WriteWholeFile((folder / "link").string(), "third"), "");
     EXPECT_EQ(content(), "third");
     EXPECT_TRUE(fs::is_symlink(folder / "link"));
-    EXPECT_NE(WriteWholeFile((folder / "sub").string(), "x"), "");
-    EXPECT_NE(WriteWholeFile((folder / "none" / "out.txt").string(), "x"), "");
-    EXPECT_EQ(std::distance(fs::directory_iterator(folder), fs::directory_iterator()), 3);
-    fs::remove_all(folder);
 }
 
 TEST(TextDecoding, GivesWellFormedUtf8) {
@@ -83,12 +85,11 @@ TEST(TextDecoding, GivesWellFormedUtf8) {
         {"\\U+D800", "", "\xEF\xBF\xBD"},
         {"a\x01z", "", "a\xEF\xBF\xBDz"},
     };
-    for (Case const &c : cases) {
+    for (Case const &c : cases)
         EXPECT_EQ(DecodeDxfText(c.text, c.codePage), c.decoded) << c.decoded;
-    }
     for (char const *bad : {"\xC0\x80", "\xED\xA0\x80", "\xF5\x80\x80\x80", "\xE2\x82", "\x80", "\xF0\x80\x80\x80"}) {
-        EXPECT_FALSE(IsUtf8(bad));
-        EXPECT_TRUE(IsUtf8(DecodeDxfText(bad, "ANSI_1252")));
+        EXPECT_FALSE(lib::IsUtf8(bad));
+        EXPECT_TRUE(lib::IsUtf8(DecodeDxfText(bad, "ANSI_1252")));
     }
 }
 

@@ -89,9 +89,8 @@ TEST(Convert, EveryLabelIsFoundAndConvertsToItself) {
     UnitCatalogue const catalogue;
     int kind = 0;
     for (UnitLabel const &label : catalogue.Labels()) {
-        if (label.kind == kind) {
+        if (label.kind == kind)
             continue; // the first label of each kind stands for all of them
-        }
         kind = label.kind;
         std::vector<UnitConversion> const same = FindConversions(catalogue, 7, label.label, label.label, kind);
         ASSERT_EQ(same.size(), 1u) << label.label;

@@ -27,22 +27,20 @@ std::string Shown(DrawingCurve const &curve) {
         at << Rounded(p.x) << "," << Rounded(p.y);
         return at.str();
     };
-    if (curve.type == DrawingCurveType::kLine) {
+    if (curve.type == DrawingCurveType::kLine)
         text << "line " << point(curve.start) << " " << point(curve.end);
-    } else if (curve.type == DrawingCurveType::kCircle) {
+    else if (curve.type == DrawingCurveType::kCircle)
         text << "circle " << point(curve.center) << " r" << Rounded(curve.radius);
-    } else {
+    else
         text << "arc " << point(curve.center) << " r" << Rounded(curve.radius) << " " << point(curve.start) << " "
              << point(curve.end) << (curve.clockwise ? " cw" : "");
-    }
     return text.str();
 }
 
 std::string Shown(DrawingInput const &input) {
     std::string text;
-    for (DrawingCurve const &curve : input.curves) {
+    for (DrawingCurve const &curve : input.curves)
         text += (text.empty() ? "" : "; ") + Shown(curve);
-    }
     return text;
 }
 
@@ -86,9 +84,8 @@ TEST(DxfReader, ReadsEachKindOfCurve) {
         {"spline of degree 1", "0 SPLINE\n71 1\n40 0\n40 0\n40 1\n40 2\n40 2\n10 0\n20 0\n10 1\n20 0\n10 1\n20 5\n",
          "line 0,0 1,0; line 1,0 1,5"},
     };
-    for (Case const &c : cases) {
+    for (Case const &c : cases)
         EXPECT_EQ(Shown(ReadDxf(DxfWith(c.entities), {})), c.curves) << c.what;
-    }
 }
 
 TEST(DxfReader, MirrorsByExtrusion) {
@@ -105,9 +102,8 @@ TEST(DxfReader, MirrorsByExtrusion) {
         {"0 ELLIPSE\n10 1\n20 0\n11 2\n21 0\n40 1\n41 0\n42 1.5707963267948966\n" + down, "arc 1,0 r2 3,0 1,-2 cw"},
         {"0 CIRCLE\n10 1\n20 2\n40 2\n210 0\n220 0\n230 0\n", "circle 1,2 r2"},
     };
-    for (Case const &c : cases) {
+    for (Case const &c : cases)
         EXPECT_EQ(Shown(ReadDxf(DxfWith(c.entity), {})), c.curves) << c.entity;
-    }
 }
 
 TEST(DxfReader, PutsBlocksIn) {
@@ -210,9 +206,8 @@ TEST(DxfReader, ReadsHeaderLayerNamesAndOddFiles) {
 
     std::string const plain = DxfWith(line);
     std::string carriage;
-    for (char const c : "\xEF\xBB\xBF" + DxfGroups("999 a comment\n") + plain) {
+    for (char const c : "\xEF\xBB\xBF" + DxfGroups("999 a comment\n") + plain)
         carriage += c == '\n' ? std::string("\r\n") : std::string(1, c);
-    }
     EXPECT_EQ(Shown(ReadDxf(carriage, {})), "line 0,0 1,0");
     EXPECT_EQ(ReadDxf(plain + "rest\nof a file", {}).notes.bytesAfterEnd, 14u);
     EXPECT_EQ(Shown(ReadDxf(plain.substr(0, plain.size() - 1), {})), "line 0,0 1,0");
@@ -254,9 +249,8 @@ TEST(DxfReader, RefusesWhatIsDamagedWithTheLine) {
 TEST(DxfReader, EveryCutOfADrawingIsRefusedOrWhole) {
     std::string const whole = DxfWith(kSquare + "0 SPLINE\n71 3\n11 0\n21 0\n11 1\n21 1\n11 2\n21 0\n");
     std::size_t const lastGroup = whole.size() - std::string("EOF\n").size();
-    for (std::size_t size = 0; size < lastGroup; ++size) {
+    for (std::size_t size = 0; size < lastGroup; ++size)
         EXPECT_NE(Refusal(whole.substr(0, size)), "") << size;
-    }
 }
 
 TEST(DxfReader, LimitsWhatSmallFilesCanAskFor) {
@@ -272,9 +266,8 @@ TEST(DxfReader, LimitsWhatSmallFilesCanAskFor) {
     for (char name = 'B'; name <= 'K'; ++name) {
         std::string const before(1, static_cast<char>(name - 1));
         nested += std::string("0 BLOCK\n2 ") + name + "\n10 0\n20 0\n";
-        for (int i = 0; i < 10; ++i) {
+        for (int i = 0; i < 10; ++i)
             nested += "0 INSERT\n2 " + before + "\n10 0\n20 0\n";
-        }
         nested += "0 ENDBLK\n";
     }
     EXPECT_NE(Refusal(DxfWith("0 INSERT\n2 K\n10 0\n20 0\n", BlockSection(nested)))
@@ -323,9 +316,8 @@ TEST(DxfReader, TakesInclinedThingsAsSeenFromAbove) {
     DrawingInput const input =
         ReadDxf(DxfWith("0 CIRCLE\n10 0\n20 0\n40 2\n210 0\n220 0.8660254037844386\n230 0.5\n"), {});
     double doubledArea = 0.0;
-    for (DrawingCurve const &curve : input.curves) {
+    for (DrawingCurve const &curve : input.curves)
         doubledArea += curve.start.x * curve.end.y - curve.end.x * curve.start.y;
-    }
     EXPECT_NEAR(doubledArea / 2.0, 2.0 * std::numbers::pi, 1e-5);
     EXPECT_EQ(input.notes.tilted, 1);
     EXPECT_EQ(ReadDxf(DxfWith("0 LINE\n10 0\n20 0\n30 0\n11 1\n21 0\n31 5\n"), {}).notes.tilted, 1);

@@ -26,9 +26,8 @@ TEST(EvalSession, AtAPromptItConfirmsAndSpeaksOfCommands) {
 
 TEST(EvalSession, HoldsAsManyVariablesAsAParserKnows) {
     EvalSession session({}, false, false);
-    for (std::size_t i = 0; i < kMostVariables; ++i) {
+    for (std::size_t i = 0; i < kMostVariables; ++i)
         EXPECT_EQ(session.Enter(Joined("q", std::to_string(i), "=", std::to_string(i))).failure, "");
-    }
     EXPECT_NE(session.Enter("w=1").failure, "");
     EXPECT_EQ(session.Enter("q182=5").failure, "");
     EXPECT_EQ(session.Enter("q182+q181").out, "186\n");

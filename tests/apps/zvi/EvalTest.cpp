@@ -1,7 +1,8 @@
 #include "tests/apps/zvi/Run.h"
 
 #include "apps/zvi/common/WideText.h"
-#include "apps/zvi/eval/EvalText.h"
+#include "apps/zvi/common/CaretText.h"
+#include "apps/zvi/eval/EvalMode.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -12,9 +13,8 @@ namespace {
 
 std::vector<std::string> Words(std::string const &mode, std::string const &text) {
     std::vector<std::string> words = {"eval", "--mode", mode};
-    if (mode == "mm") {
+    if (mode == "mm")
         words = {"eval", "--unit-system", "0"};
-    }
     words.push_back(text);
     return words;
 }
@@ -158,13 +158,11 @@ TEST(Eval, TellsTheParsersOwnMessages) {
 
 TEST(Eval, BadTextNeverHurts) {
     std::string many;
-    for (int i = 0; i < 1001; ++i) {
+    for (int i = 0; i < 1001; ++i)
         many += "1,";
-    }
     std::string foreign;
-    for (int i = 0; i < 300; ++i) {
+    for (int i = 0; i < 300; ++i)
         foreign += "1\u00D7(";
-    }
     for (std::string const &text :
          {std::string(10000, '('), std::string(1900, '('), std::string(5000, '1') + "+", std::string(1000, '/'), many,
           foreign, std::string("\xC3\x28\xFF\xED\xA0\x80"), std::string("1\0002", 3), std::string("__GET_POSITION__"),
@@ -175,9 +173,8 @@ TEST(Eval, BadTextNeverHurts) {
             EXPECT_EQ(run.status == 0, run.err.empty()) << text.substr(0, 40);
         }
     }
-    for (char const *text : {"1tO2000000000", "1to9999999 1to9999999", "1to9999999 x", "1,5to5"}) {
+    for (char const *text : {"1tO2000000000", "1to9999999 1to9999999", "1to9999999 x", "1,5to5"})
         EXPECT_EQ(RunProgramOn({"eval", "--mode", "nodes", text}).status, 1) << text;
-    }
     EXPECT_NE(RunProgramOn({"eval", std::string(3000, '1')}).err.find("too long"), std::string::npos);
     EXPECT_NE(RunProgramOn({"eval", "--mode", "nodes", many}).err.find("at most 1,000 numbers"), std::string::npos);
 }

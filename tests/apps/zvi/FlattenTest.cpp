@@ -16,9 +16,8 @@ constexpr double kPi = std::numbers::pi;
 
 double PolygonArea(std::vector<DrawingPoint> const &points) {
     double doubled = 0.0;
-    for (std::size_t i = 0, j = points.size() - 1; i < points.size(); j = i++) {
+    for (std::size_t i = 0, j = points.size() - 1; i < points.size(); j = i++)
         doubled += points[j].x * points[i].y - points[i].x * points[j].y;
-    }
     return doubled / 2.0;
 }
 
@@ -38,15 +37,12 @@ double DistanceToChords(std::vector<DrawingPoint> const &points, DrawingPoint co
 double Deviation(EllipseArc const &arc, std::vector<DrawingPoint> const &points) {
     double largest = 0.0;
     std::vector<DrawingPoint> fine;
-    for (int i = 0; i <= 20000; ++i) {
+    for (int i = 0; i <= 20000; ++i)
         fine.push_back(arc.At(arc.from + arc.sweep * i / 20000));
-    }
-    for (std::size_t i = 0; i < fine.size(); i += 7) {
+    for (std::size_t i = 0; i < fine.size(); i += 7)
         largest = std::max(largest, DistanceToChords(points, fine[i]));
-    }
-    for (DrawingPoint const &corner : points) {
+    for (DrawingPoint const &corner : points)
         largest = std::max(largest, DistanceToChords(fine, corner));
-    }
     return largest;
 }
 
@@ -111,9 +107,8 @@ TEST(Flatten, SweepsBetweenDirections) {
     };
     for (Case const &c :
          {Case{0, 90, 90}, Case{350, 10, 20}, Case{10, 350, 340}, Case{0, 360, 360}, Case{30, 30, 360},
-          Case{-720, 90, 90}, Case{0, 1e-12, 360}, Case{0, 360 - 1e-11, 360}, Case{90, 0, 270}, Case{0, 1e-6, 1e-6}}) {
+          Case{-720, 90, 90}, Case{0, 1e-12, 360}, Case{0, 360 - 1e-11, 360}, Case{90, 0, 270}, Case{0, 1e-6, 1e-6}})
         EXPECT_NEAR(SweepBetween(c.from, c.to, 360.0), c.sweep, 1e-9) << c.from << " to " << c.to;
-    }
 }
 
 TEST(Flatten, DrawsARationalQuarterCircle) {
@@ -123,9 +118,8 @@ TEST(Flatten, DrawsARationalQuarterCircle) {
     quarter.controls = {{1, 0, 0}, {1, 1, 0}, {0, 1, 0}};
     quarter.weights = {1, std::numbers::sqrt2 / 2, 1};
     std::vector<DrawingPoint> points = FlattenFitted(quarter, 1e-4);
-    for (DrawingPoint const &p : points) {
+    for (DrawingPoint const &p : points)
         EXPECT_NEAR(std::hypot(p.x, p.y), 1.0, 1e-4);
-    }
     points.push_back({0, 0});
     EXPECT_NEAR(PolygonArea(points), kPi / 4, 1e-7);
 }
@@ -145,9 +139,8 @@ TEST(Flatten, FitsASplineThroughPoints) {
     bow.startTangent = {0, 5, 0};
     bow.endTangent = {0, -2, 0};
     double highest = 0.0;
-    for (DrawingPoint const &p : FlattenFitted(bow, 1e-6)) {
+    for (DrawingPoint const &p : FlattenFitted(bow, 1e-6))
         highest = std::max(highest, p.y);
-    }
     EXPECT_NEAR(highest, 0.25, 1e-5);
 }
 
@@ -156,14 +149,12 @@ TEST(Flatten, ClosesASplineThroughPointsSmoothly) {
     // where it closes.
     DxfSpline ring;
     ring.closed = true;
-    for (int i = 0; i < 16; ++i) {
+    for (int i = 0; i < 16; ++i)
         ring.fitPoints.push_back({std::cos(kPi * i / 8), std::sin(kPi * i / 8), 0});
-    }
     std::vector<DrawingPoint> points = FlattenFitted(ring, 1e-5);
     ASSERT_GT(points.size(), 16u);
-    for (DrawingPoint const &p : points) {
+    for (DrawingPoint const &p : points)
         EXPECT_NEAR(std::hypot(p.x, p.y), 1.0, 1e-3);
-    }
     EXPECT_NEAR(PolygonArea(points), kPi, 1e-3);
     EXPECT_EQ(points.front().x, points.back().x);
     std::size_t const last = points.size() - 1;

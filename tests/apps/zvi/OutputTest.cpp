@@ -79,9 +79,8 @@ struct Keyhole {
 
 std::vector<double> SortedAreas(DrawingResult const &result) {
     std::vector<double> areas;
-    for (DrawingDomain const &domain : result.domains) {
+    for (DrawingDomain const &domain : result.domains)
         areas.push_back(domain.area);
-    }
     std::sort(areas.begin(), areas.end());
     return areas;
 }
@@ -94,13 +93,12 @@ std::string RandomCurves(unsigned seed) {
     for (int id = 1; id <= 24; ++id) {
         std::string const head = Joined(std::to_string(id), " ", number(), " ", number(), " ");
         std::string const radius = std::to_string(1 + static_cast<int>(random() % 6));
-        if (id % 3 == 0) {
+        if (id % 3 == 0)
             text += Joined("circle ", head, radius);
-        } else if (id % 3 == 1) {
+        else if (id % 3 == 1)
             text += Joined("arc ", head, radius, " ", number(), " ", std::to_string(random() % 360));
-        } else {
+        else
             text += Joined("line ", head, number(), " ", number());
-        }
         text += "\n";
     }
     return text;
@@ -125,9 +123,8 @@ TEST(SvgPicture, DrawsTrueArcsHolesLeftoversAndGaps) {
         "@media (prefers-color-scheme:dark){",
         "viewBox=\"-5.51 -5.51 18.02 ",
     };
-    for (char const *part : parts) {
+    for (char const *part : parts)
         EXPECT_NE(svg.find(part), std::string::npos) << part << " in\n" << svg;
-    }
 }
 
 TEST(SvgPicture, TakesEmptyAndBrokenResults) {
@@ -150,9 +147,8 @@ TEST(LabelPoint, LiesWellInside) {
     };
     auto const loop = [](std::vector<DrawingPoint> const &corners) {
         std::vector<DrawingPiece> pieces;
-        for (std::size_t i = 0; i < corners.size(); ++i) {
+        for (std::size_t i = 0; i < corners.size(); ++i)
             pieces.push_back(Line(1, corners[i], corners[(i + 1) % corners.size()]));
-        }
         return pieces;
     };
     Case const cases[] = {
@@ -209,9 +205,8 @@ TEST(DxfDrawing, ReadsBackWithTheSameAreas) {
         std::vector<double> const before = SortedAreas(result);
         std::vector<double> const after = SortedAreas(lib::MakeDrawingDomains(back.curves));
         ASSERT_EQ(before.size(), after.size()) << "seed " << seed;
-        for (std::size_t i = 0; i < before.size(); ++i) {
+        for (std::size_t i = 0; i < before.size(); ++i)
             EXPECT_NEAR(before[i], after[i], 1e-6) << "seed " << seed;
-        }
     }
 }
 
@@ -268,9 +263,8 @@ TEST(DomainJson, HasItsKeysInOrder) {
     Json const json = Json::parse(DomainJson(keyhole.input, keyhole.result));
     auto const keys = [](Json const &object) {
         std::string names;
-        for (auto const &item : object.items()) {
+        for (auto const &item : object.items())
             names += item.key() + " ";
-        }
         return names;
     };
     EXPECT_EQ(keys(json), "schema units domains leftovers gaps counts ");

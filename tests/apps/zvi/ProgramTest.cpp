@@ -1,8 +1,9 @@
 #include "apps/zvi/Program.h"
 
+#include "tests/apps/zvi/ProgramProcess.h"
+
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -46,11 +47,6 @@ std::string Content(fs::path const &file) {
 fs::path Written(fs::path const &file, std::string const &text) {
     std::ofstream(file, std::ios::binary) << text;
     return file;
-}
-
-int ShellStatus(std::string const &command) {
-    int const status = std::system(command.c_str());
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
 std::string const kRing = "circle 1 0 0 2\ncircle 2 0 0 1\n";
@@ -111,20 +107,21 @@ TEST(Program, RefusesWrongUsageAndSuggests) {
 
 TEST(Program, TellsWhereTheInputIsWrong) {
     fs::path const folder = Folder();
-    std::string const at = "zvi: " + folder.string();
     struct Case {
         std::string file;
         std::string text;
         std::string message;
     };
     Case const cases[] = {
-        {"bad.curves", "line 1 0 0 1 1\nlime 2 0 0 1 1\n", "/bad.curves:2: unknown curve \"lime\""},
-        {"cut.dxf", "0\nSECTION\n", "/cut.dxf:3: the drawing ends before its EOF group"},
-        {"empty.DXF", "", "/empty.DXF: the file is empty"},
-        {"letter.txt", "Dear reader,\n", "/letter.txt: is no drawing that can be read; name a .dxf or a .curves file"},
+        {"bad.curves", "line 1 0 0 1 1\nlime 2 0 0 1 1\n", ":2: unknown curve \"lime\""},
+        {"cut.dxf", "0\nSECTION\n", ":3: the drawing ends before its EOF group"},
+        {"empty.DXF", "", ": the file is empty"},
+        {"letter.txt", "Dear reader,\n", ": is no drawing that can be read; name a .dxf or a .curves file"},
     };
     for (Case const &c : cases) {
-        Outcome const run = RunWith({"domains", Written(folder / c.file, c.text).string()});
+        std::string const file = Written(folder / c.file, c.text).string();
+        std::string const at = "zvi: " + file;
+        Outcome const run = RunWith({"domains", file});
         EXPECT_EQ(run.status, 1) << c.file;
         EXPECT_EQ(run.err.substr(0, at.size() + c.message.size()), at + c.message);
         EXPECT_EQ(run.out, "");
@@ -193,31 +190,58 @@ TEST(Program, WritesPictureAndDrawing) {
 
 TEST(Program, BehavesInAShell) {
     fs::path const folder = Folder();
-    std::string const program = std::string("\"") + ZVI_PROGRAM + "\"";
-    std::string const err = " 2>" + (folder / "err").string();
-    std::string const out = " >" + (folder / "out").string();
-    std::string const ring = "printf 'circle 1 0 0 2\\ncircle 2 0 0 1\\n' | ";
-    EXPECT_EQ(ShellStatus(ring + program + " domains" + out + err), 0);
-    EXPECT_TRUE(Content(folder / "out").ends_with(kRingTotals));
-    EXPECT_EQ(ShellStatus(program + " domains --nope" + out + err), 2);
-    EXPECT_EQ(ShellStatus(ring + program + " domains --strict" + out + err), 0);
-    EXPECT_EQ(ShellStatus("printf 'line 1 0 0 1 1\\n' | " + program + " domains --strict" + out + err), 3);
-    EXPECT_EQ(ShellStatus("printf 'line 1 0 0 1\\n' | " + program + " domains" + out + err), 1);
-    EXPECT_EQ(Content(folder / "err"), "zvi: standard input:1: 4 values where 5 belong; write: line ID x1 y1 x2 y2\n");
+    struct Case {
+        std::vector<std::string> arguments;
+        char const *input;
+        int status;
+    };
+    for (Case const &c : {Case{{"domains", "--nope"}, "", 2},
+                          {{"domains", "--strict"}, "circle 1 0 0 2\r\ncircle 2 0 0 1\r\n", 0},
+                          {{"domains", "--strict"}, "line 1 0 0 1 1\n", 3},
+                          {{"domains"}, "line 1 0 0 1\n", 1}})
+        EXPECT_EQ(ProgramProcess(folder, c.arguments).Run(c.input), c.status) << c.input;
+
+    ProgramProcess ring(folder, {"domains"});
+    EXPECT_EQ(ring.Run(kRing), 0);
+    EXPECT_TRUE(ring.Out().ends_with(kRingTotals)) << ring.Out();
+    EXPECT_EQ(ring.Out().find('\r'), std::string::npos);
+    EXPECT_TRUE(ring.Err().ends_with("\nzvi: standard input: left over: nothing\n")) << ring.Err();
+}
+
+TEST(Program, TakesAndGivesAnyCharacter) {
+    fs::path const folder = Folder();
+    ProgramProcess convert(folder, {"convert", "12.5", "\u00B5m", "mm"});
+    EXPECT_EQ(convert.Run(), 0);
+    EXPECT_EQ(convert.Out(), "0.0125 mm\n") << convert.Err();
+
+    std::string const plan = "\u8A08\u753B \u0161\U0001F600"; // of no single code page
+    Written(PathOf(NameOf(folder / "") + plan + ".curves"), kRing);
+    std::string const picture = NameOf(folder / "") + plan + ".svg";
+    ProgramProcess domains(folder, {"domains", "--svg", picture, NameOf(folder / "") + plan + ".curves"});
+    EXPECT_EQ(domains.Run(), 0) << domains.Err();
+    EXPECT_NE(domains.Err().find(plan + ".curves: left over: nothing\n"), std::string::npos) << domains.Err();
+    EXPECT_NE(Content(PathOf(picture)).find(plan), std::string::npos);
+}
+
+TEST(Program, WritesADevice) {
+#ifdef _WIN32
+    char const *const device = "NUL";
+#else
+    char const *const device = "/dev/null";
+#endif
+    ProgramProcess domains(Folder(), {"domains", "--svg", device});
+    EXPECT_EQ(domains.Run(kRing), 0) << domains.Err();
 }
 
 TEST(Program, EndsSilentlyWhenTheReaderHasGone) {
     fs::path const folder = Folder();
     std::string curves;
-    for (int i = 1; i <= 5000; ++i) {
+    for (int i = 1; i <= 5000; ++i)
         curves += "circle " + std::to_string(i) + " " + std::to_string(3 * i) + " 0 1\n";
-    }
-    std::string const file = Written(folder / "many.curves", curves).string();
-    std::string const status = (folder / "status").string();
-    ShellStatus(std::string("{ \"") + ZVI_PROGRAM + "\" domains " + file + " 2>" + (folder / "err").string() +
-                "; echo $? >" + status + "; } | true");
-    EXPECT_EQ(Content(status), "0\n");
-    EXPECT_EQ(Content(folder / "err").find("cannot be written"), std::string::npos);
+    ProgramProcess domains(folder, {"domains", Written(folder / "many.curves", curves).string()});
+    EXPECT_EQ(domains.RunWithoutReader(), 0);
+    EXPECT_NE(domains.Err().find("left over: nothing"), std::string::npos);
+    EXPECT_EQ(domains.Err().find("cannot be written"), std::string::npos) << domains.Err();
 }
 
 } // namespace zvi::app

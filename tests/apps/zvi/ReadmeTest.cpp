@@ -1,7 +1,9 @@
+#include "apps/zvi/Program.h"
+
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <fstream>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -30,16 +32,36 @@ std::vector<Example> Examples() {
     return examples;
 }
 
-/// What the shell prints on both streams, with `zvi` being this build's program.
-std::string Printed(std::string const &command) {
-    std::string const script = "zvi() { \"" ZVI_PROGRAM "\" \"$@\"; }; { " + command + "; } 2>&1";
-    std::string printed;
-    std::FILE *const pipe = popen(script.c_str(), "r");
-    for (int c = std::fgetc(pipe); c != EOF; c = std::fgetc(pipe)) {
-        printed += static_cast<char>(c);
+/// The words of a command as a shell would split it: blanks part them unless they stand between single quotes.
+std::vector<std::string> WordsOf(std::string const &command) {
+    std::vector<std::string> words;
+    bool isQuoted = false;
+    bool isWord = false;
+    for (char const c : command) {
+        if (c == '\'') {
+            isQuoted = !isQuoted;
+        } else if (c == ' ' && !isQuoted) {
+            isWord = false;
+            continue;
+        }
+        if (!isWord)
+            words.emplace_back();
+        isWord = true;
+        if (c != '\'')
+            words.back() += c;
     }
-    pclose(pipe);
-    return printed;
+    return words;
+}
+
+/// What the program prints on both streams.
+std::string Printed(std::string const &command) {
+    std::vector<std::string> const words = WordsOf(command);
+    EXPECT_EQ(words.front(), "zvi") << command;
+    std::istringstream in;
+    std::ostringstream both;
+    zvi::app::Console console{in, both, both};
+    zvi::app::RunProgram({words.begin() + 1, words.end()}, console);
+    return both.str();
 }
 
 } // namespace

@@ -4,34 +4,6 @@
 
 namespace zvi::app {
 
-TEST(WideText, Utf8GoesThereAndBack) {
-    for (char const *text : {"", "1+2", "\u00E9\u00B5", "\u4E2D\uFF15", "\U0001F600 \U0010FFFF"}) {
-        EXPECT_EQ(Utf8Of(WideOf(text)), text);
-    }
-    EXPECT_EQ(WideOf("\U0001F600").GetLength(), 2) << "a surrogate pair";
-}
-
-TEST(WideText, WhatIsNoUtf8BecomesTheReplacementCharacter) {
-    struct Row {
-        char const *bytes;
-        char const *text;
-    };
-    for (Row const &row : std::initializer_list<Row>{
-             {"\xFF", "\uFFFD"},
-             {"1\xC3", "1\uFFFD"},
-             {"\xC3(", "\uFFFD("},
-             {"\xC0\xAF", "\uFFFD\uFFFD"},
-             {"\xED\xA0\x80", "\uFFFD\uFFFD\uFFFD"},
-             {"\xF4\x90\x80\x80", "\uFFFD\uFFFD\uFFFD\uFFFD"},
-         }) {
-        EXPECT_EQ(Utf8Of(WideOf(row.bytes)), row.text);
-    }
-    EXPECT_EQ(Utf8Of(std::wstring_view(L"\xD83D")), "\uFFFD");
-    EXPECT_EQ(Utf8Of(WideOf(std::string_view("1\0002", 3))), "1\uFFFD"
-                                                             "2")
-        << "a NUL hides nothing behind it";
-}
-
 TEST(WideText, CountsTheColumnsOfATerminal) {
     EXPECT_EQ(Columns(L"1+2"), 3u);
     EXPECT_EQ(Columns(L"\uFF15\u4E2D"), 4u);

@@ -1,4 +1,4 @@
-#include "zvi/host/LargeMemory.h"
+#include "zvi/host/internal/LargeMemory.h"
 
 #include <sys/mman.h>
 

@@ -71,9 +71,8 @@ Affine RotationZ(double degrees) {
 }
 
 Affine FromExtrusion(Point3 const &extrusion) {
-    if (!HasDirection(extrusion) || (extrusion.x == 0.0 && extrusion.y == 0.0 && extrusion.z > 0.0)) {
+    if (!HasDirection(extrusion) || (extrusion.x == 0.0 && extrusion.y == 0.0 && extrusion.z > 0.0))
         return {};
-    }
     Point3 const z = Unit(extrusion);
     bool const nearZAxis = std::abs(z.x) < kNearZAxis && std::abs(z.y) < kNearZAxis;
     Point3 const x = Unit(Cross(nearZAxis ? Point3{0.0, 1.0, 0.0} : Point3{0.0, 0.0, 1.0}, z));

@@ -56,14 +56,14 @@ private:
     void CountMade(std::size_t made, std::size_t line);
     void CountRepeated(std::size_t groups, std::size_t line);
 
-    DxfDocument const &document;
-    ReadingOptions const &options;
-    DxfLayers layers;
-    std::uint32_t layerZero = 0;
-    std::unordered_map<std::string, Block> blocks; ///< by name in small letters: capitals do not count
-    std::size_t madeCurves = 0;
-    std::size_t repeatedGroups = 0;
-    DrawingInput input;
+    DxfDocument const &m_document;
+    ReadingOptions const &m_options;
+    DxfLayers m_layers;
+    std::uint32_t m_layerZero = 0;
+    std::unordered_map<std::string, Block> m_blocks; ///< by name in small letters: capitals do not count
+    std::size_t m_madeCurves = 0;
+    std::size_t m_repeatedGroups = 0;
+    DrawingInput m_input;
 };
 
 } // namespace zvi::app

@@ -43,9 +43,9 @@ struct EntityArc {
 
 class ShapeDrawer {
 public:
-    ShapeDrawer(Affine const &placed, ChordError const &error) : place(placed), chordError(error) {}
+    ShapeDrawer(Affine const &placed, ChordError const &error) : m_place(placed), m_chordError(error) {}
 
-    DrawnShape Take() { return std::move(drawn); }
+    DrawnShape Take() { return std::move(m_drawn); }
 
     void operator()(DxfNoCurve const &) {}
     void operator()(DxfMesh const &) {}
@@ -66,16 +66,16 @@ private:
     void AddSegment(Affine const &map, DxfVertex const &from, DxfVertex const &to);
     void NotePlane(Affine const &map);
 
-    Affine const &place;
-    ChordError const &chordError;
-    DrawnShape drawn;
+    Affine const &m_place;
+    ChordError const &m_chordError;
+    DrawnShape m_drawn;
 };
 
 void ShapeDrawer::AddLine(DrawingPoint const &start, DrawingPoint const &end) {
     DrawingCurve curve;
     curve.start = start;
     curve.end = end;
-    drawn.curves.push_back(curve);
+    m_drawn.curves.push_back(curve);
 }
 
 void ShapeDrawer::AddArc(DrawingPoint const &center, DrawingPoint const &start, DrawingPoint const &end,
@@ -87,7 +87,7 @@ void ShapeDrawer::AddArc(DrawingPoint const &center, DrawingPoint const &start, 
     curve.center = center;
     curve.radius = std::hypot(start.x - center.x, start.y - center.y);
     curve.clockwise = clockwise;
-    drawn.curves.push_back(curve);
+    m_drawn.curves.push_back(curve);
 }
 
 void ShapeDrawer::AddCircle(DrawingPoint const &center, double radius) {
@@ -96,14 +96,14 @@ void ShapeDrawer::AddCircle(DrawingPoint const &center, double radius) {
     curve.center = center;
     curve.radius = radius;
     curve.start = curve.end = {center.x + radius, center.y};
-    drawn.curves.push_back(curve);
+    m_drawn.curves.push_back(curve);
 }
 
 void ShapeDrawer::AddChords(std::vector<DrawingPoint> const &points) {
     for (std::size_t i = 1; i < points.size(); ++i) {
         if (!Same(points[i - 1], points[i])) {
             AddLine(points[i - 1], points[i]);
-            ++drawn.chords;
+            ++m_drawn.chords;
         }
     }
 }
@@ -112,7 +112,7 @@ void ShapeDrawer::AddChords(std::vector<DrawingPoint> const &points) {
 /// turn they are one point.
 void ShapeDrawer::AddEllipseArc(EllipseArc const &arc, DrawingPoint const &start, DrawingPoint const &end) {
     if (IsCollapsed(arc)) {
-        drawn.unusable = true;
+        m_drawn.unusable = true;
         return;
     }
     bool const mirrored = arc.cosineAxis.x * arc.sineAxis.y - arc.cosineAxis.y * arc.sineAxis.x < 0.0;
@@ -125,7 +125,7 @@ void ShapeDrawer::AddEllipseArc(EllipseArc const &arc, DrawingPoint const &start
         EllipseArc const principal = arc.WithPrincipalAxes();
         double const size = 2.0 * std::max(std::hypot(principal.cosineAxis.x, principal.cosineAxis.y),
                                            std::hypot(principal.sineAxis.x, principal.sineAxis.y));
-        std::vector<DrawingPoint> points = FlattenEllipse(arc, chordError.ForSize(size));
+        std::vector<DrawingPoint> points = FlattenEllipse(arc, m_chordError.ForSize(size));
         points.front() = start;
         points.back() = end;
         AddChords(points);
@@ -148,19 +148,19 @@ void ShapeDrawer::NotePlane(Affine const &map) {
         Point3 const v = map.Direction(direction);
         return std::abs(v.z) > kLevel * std::hypot(v.x, v.y, v.z);
     };
-    drawn.tilted = drawn.tilted || rises({1.0, 0.0, 0.0}) || rises({0.0, 1.0, 0.0});
+    m_drawn.tilted = m_drawn.tilted || rises({1.0, 0.0, 0.0}) || rises({0.0, 1.0, 0.0});
 }
 
 void ShapeDrawer::operator()(DxfLine const &line) {
-    Point3 const start = place.Point(line.start);
-    Point3 const end = place.Point(line.end);
+    Point3 const start = m_place.Point(line.start);
+    Point3 const end = m_place.Point(line.end);
     double const length = std::hypot(end.x - start.x, end.y - start.y, end.z - start.z);
-    drawn.tilted = std::abs(end.z - start.z) > kLevel * length;
+    m_drawn.tilted = std::abs(end.z - start.z) > kLevel * length;
     AddLine(FromAbove(start), FromAbove(end));
 }
 
 void ShapeDrawer::operator()(DxfArc const &arc) {
-    Affine const map = Then(FromExtrusion(arc.extrusion), place);
+    Affine const map = Then(FromExtrusion(arc.extrusion), m_place);
     NotePlane(map);
     EntityArc drawnArc{arc.center, arc.radius, 0.0, kTurn, {}, {}};
     double const sweepDegrees = SweepBetween(arc.startDegrees, arc.endDegrees, 360.0);
@@ -190,9 +190,8 @@ void ShapeDrawer::AddSegment(Affine const &map, DxfVertex const &from, DxfVertex
     Point3 const &q = to.at;
     DrawingPoint const start = FromAbove(map.Point(p));
     DrawingPoint const end = FromAbove(map.Point(q));
-    if (p.x == q.x && p.y == q.y && p.z == q.z) {
+    if (p.x == q.x && p.y == q.y && p.z == q.z)
         return;
-    }
     double const bulge = from.bulge;
     if (std::abs(bulge) < kStraightBulge) {
         AddLine(start, end);
@@ -210,16 +209,14 @@ void ShapeDrawer::AddSegment(Affine const &map, DxfVertex const &from, DxfVertex
 }
 
 void ShapeDrawer::operator()(DxfPolyline const &polyline) {
-    Affine const map = Then(FromExtrusion(polyline.extrusion), place);
+    Affine const map = Then(FromExtrusion(polyline.extrusion), m_place);
     NotePlane(map);
     auto const &vertices = polyline.vertices;
-    for (std::size_t i = 1; i < vertices.size(); ++i) {
+    for (std::size_t i = 1; i < vertices.size(); ++i)
         AddSegment(map, vertices[i - 1], vertices[i]);
-    }
-    if (polyline.closed && vertices.size() > 1) {
+    if (polyline.closed && vertices.size() > 1)
         AddSegment(map, vertices.back(), vertices.front());
-    }
-    drawn.unusable = drawn.unusable || vertices.size() < 2;
+    m_drawn.unusable = m_drawn.unusable || vertices.size() < 2;
 }
 
 void ShapeDrawer::operator()(DxfEllipse const &ellipse) {
@@ -227,11 +224,11 @@ void ShapeDrawer::operator()(DxfEllipse const &ellipse) {
     Point3 const normal = length > 0.0 ? ellipse.extrusion : Point3{0.0, 0.0, 1.0};
     Point3 const across = Cross(normal, ellipse.majorAxis);
     double const factor = ellipse.ratio / (length > 0.0 ? length : 1.0);
-    Point3 const major = place.Direction(ellipse.majorAxis);
-    Point3 const minor = place.Direction({factor * across.x, factor * across.y, factor * across.z});
-    drawn.tilted = std::abs(major.z) > kLevel * std::hypot(major.x, major.y, major.z) ||
-                   std::abs(minor.z) > kLevel * std::hypot(minor.x, minor.y, minor.z);
-    EllipseArc arc{FromAbove(place.Point(ellipse.center)), FromAbove(major), FromAbove(minor), 0.0, 0.0};
+    Point3 const major = m_place.Direction(ellipse.majorAxis);
+    Point3 const minor = m_place.Direction({factor * across.x, factor * across.y, factor * across.z});
+    m_drawn.tilted = std::abs(major.z) > kLevel * std::hypot(major.x, major.y, major.z) ||
+                     std::abs(minor.z) > kLevel * std::hypot(minor.x, minor.y, minor.z);
+    EllipseArc arc{FromAbove(m_place.Point(ellipse.center)), FromAbove(major), FromAbove(minor), 0.0, 0.0};
     arc.from = std::fmod(ellipse.from, kTurn);
     arc.sweep = SweepBetween(ellipse.from, ellipse.to, kTurn);
     DrawingPoint const start = arc.At(arc.from);
@@ -241,22 +238,21 @@ void ShapeDrawer::operator()(DxfEllipse const &ellipse) {
 void ShapeDrawer::operator()(DxfSpline const &given) {
     std::optional<DxfSpline> const spline = WithControlPoints(given);
     if (!spline) {
-        drawn.unusable = true;
+        m_drawn.unusable = true;
         return;
     }
-    Point3 low = place.Point(spline->controls.front());
+    Point3 low = m_place.Point(spline->controls.front());
     Point3 high = low;
     for (Point3 const &control : spline->controls) {
-        Point3 const p = place.Point(control);
+        Point3 const p = m_place.Point(control);
         low = {std::min(low.x, p.x), std::min(low.y, p.y), std::min(low.z, p.z)};
         high = {std::max(high.x, p.x), std::max(high.y, p.y), std::max(high.z, p.z)};
     }
     double const size = std::hypot(high.x - low.x, high.y - low.y);
-    drawn.tilted = high.z - low.z > kLevel * std::max(size, high.z - low.z);
-    drawn.unusable = !(size > 0.0) || !std::isfinite(size);
-    if (!drawn.unusable) {
-        AddChords(FlattenSpline(*spline, place, chordError.ForSize(size), kMostChordsOfEntity));
-    }
+    m_drawn.tilted = high.z - low.z > kLevel * std::max(size, high.z - low.z);
+    m_drawn.unusable = !(size > 0.0) || !std::isfinite(size);
+    if (!m_drawn.unusable)
+        AddChords(FlattenSpline(*spline, m_place, m_chordError.ForSize(size), kMostChordsOfEntity));
 }
 
 } // namespace

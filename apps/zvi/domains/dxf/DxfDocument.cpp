@@ -14,13 +14,13 @@ namespace {
 
 class DocumentReader {
 public:
-    explicit DocumentReader(std::string_view text) : source(text) {}
+    explicit DocumentReader(std::string_view text) : m_source(text) {}
 
     DxfDocument Read();
 
 private:
     void Advance();
-    bool At(std::string_view keyword) const { return current.code == 0 && Trimmed(current.value) == keyword; }
+    bool At(std::string_view keyword) const { return m_current.code == 0 && Trimmed(m_current.value) == keyword; }
     bool AtSectionEnd() const;
     std::string_view SectionName();
     void ReadSection();
@@ -32,159 +32,147 @@ private:
     void ReadBlock();
     DxfRecord ReadRecord();
 
-    DxfPairs source;
-    DxfPair current;
-    DxfDocument document;
+    DxfPairs m_source;
+    DxfPair m_current;
+    DxfDocument m_document;
 };
 
 /// Steps to the next group, comments passed over.
 void DocumentReader::Advance() {
     constexpr int kComment = 999;
     do {
-        std::optional<DxfPair> const next = source.Next();
-        if (!next) {
-            throw InputError(source.Line(), "the drawing ends before its EOF group; it was cut short, export it again");
-        }
-        current = *next;
-    } while (current.code == kComment);
+        std::optional<DxfPair> const next = m_source.Next();
+        if (!next)
+            throw InputError(m_source.Line(),
+                             "the drawing ends before its EOF group; it was cut short, export it again");
+        m_current = *next;
+    } while (m_current.code == kComment);
 }
 
 DxfDocument DocumentReader::Read() {
     for (Advance(); !At("EOF"); Advance()) {
-        if (!At("SECTION")) {
-            throw InputError(current.line, "expected a SECTION or EOF; the file is damaged or no DXF drawing");
-        }
+        if (!At("SECTION"))
+            throw InputError(m_current.line, "expected a SECTION or EOF; the file is damaged or no DXF drawing");
         ReadSection();
-        if (At("EOF")) {
+        if (At("EOF"))
             break;
-        }
     }
-    document.bytesAfterEnd = source.BytesLeft();
-    return std::move(document);
+    m_document.bytesAfterEnd = m_source.BytesLeft();
+    return std::move(m_document);
 }
 
 /// True at ENDSEC, and at EOF, which closes a section that a writer left open. A section within a section is refused.
 bool DocumentReader::AtSectionEnd() const {
-    if (At("SECTION")) {
-        throw InputError(current.line, "a SECTION starts inside another one; the file is damaged, export it again");
-    }
+    if (At("SECTION"))
+        throw InputError(m_current.line, "a SECTION starts inside another one; the file is damaged, export it again");
     return At("ENDSEC") || At("EOF");
 }
 
 std::string_view DocumentReader::SectionName() {
     Advance();
-    if (current.code != 2) {
-        throw InputError(current.line, "a SECTION has no name; the file is damaged, export it again");
-    }
-    std::string_view const name = Trimmed(current.value);
+    if (m_current.code != 2)
+        throw InputError(m_current.line, "a SECTION has no name; the file is damaged, export it again");
+    std::string_view const name = Trimmed(m_current.value);
     Advance();
     return name;
 }
 
 void DocumentReader::ReadSection() {
     std::string_view const name = SectionName();
-    if (name == "HEADER") {
+    if (name == "HEADER")
         ReadHeader();
-    } else if (name == "TABLES") {
+    else if (name == "TABLES")
         ReadTables();
-    } else if (name == "BLOCKS") {
+    else if (name == "BLOCKS")
         ReadBlocks();
-    }
     while (!AtSectionEnd()) {
-        if (name == "ENTITIES" && current.code == 0) {
-            document.records.push_back(ReadRecord());
-        } else {
+        if (name == "ENTITIES" && m_current.code == 0)
+            m_document.records.push_back(ReadRecord());
+        else
             Advance();
-        }
     }
 }
 
 void DocumentReader::ReadHeader() {
     std::string_view variable;
     for (; !AtSectionEnd(); Advance()) {
-        if (current.code == 9) {
-            variable = Trimmed(current.value);
-        } else {
+        if (m_current.code == 9)
+            variable = Trimmed(m_current.value);
+        else
             ReadHeaderVariable(variable);
-        }
     }
 }
 
 void DocumentReader::ReadHeaderVariable(std::string_view name) {
-    if (name == "$DWGCODEPAGE" && current.code == 3) {
-        document.codePage = Trimmed(current.value);
-    } else if (name == "$INSUNITS" && current.code == 70) {
-        document.units = DxfUnitName(IntegerOf(current));
-    }
+    if (name == "$DWGCODEPAGE" && m_current.code == 3)
+        m_document.codePage = Trimmed(m_current.value);
+    else if (name == "$INSUNITS" && m_current.code == 70)
+        m_document.units = DxfUnitName(IntegerOf(m_current));
 }
 
 void DocumentReader::ReadTables() {
     while (!AtSectionEnd()) {
-        if (At("LAYER")) {
+        if (At("LAYER"))
             ReadLayer();
-        } else {
+        else
             Advance();
-        }
     }
 }
 
 void DocumentReader::ReadLayer() {
     constexpr int kFrozenBit = 1;
     DxfLayer layer;
-    for (Advance(); current.code != 0; Advance()) {
-        if (current.code == 2) {
-            layer.name = Trimmed(current.value);
-        } else if (current.code == 62) {
-            layer.off = IntegerOf(current) < 0;
-        } else if (current.code == 70) {
-            layer.frozen = (IntegerOf(current) & kFrozenBit) != 0;
-        }
+    for (Advance(); m_current.code != 0; Advance()) {
+        if (m_current.code == 2)
+            layer.name = Trimmed(m_current.value);
+        else if (m_current.code == 62)
+            layer.off = IntegerOf(m_current) < 0;
+        else if (m_current.code == 70)
+            layer.frozen = (IntegerOf(m_current) & kFrozenBit) != 0;
     }
-    document.layers.push_back(layer);
+    m_document.layers.push_back(layer);
 }
 
 void DocumentReader::ReadBlocks() {
     while (!AtSectionEnd()) {
-        if (At("BLOCK")) {
+        if (At("BLOCK"))
             ReadBlock();
-        } else {
+        else
             Advance();
-        }
     }
 }
 
 void DocumentReader::ReadBlock() {
     DxfBlock block;
-    block.line = current.line;
-    for (Advance(); current.code != 0; Advance()) {
-        switch (current.code) {
+    block.line = m_current.line;
+    for (Advance(); m_current.code != 0; Advance()) {
+        switch (m_current.code) {
         case 2:
-            block.name = Trimmed(current.value);
+            block.name = Trimmed(m_current.value);
             break;
         case 10:
-            block.base.x = NumberOf(current);
+            block.base.x = NumberOf(m_current);
             break;
         case 20:
-            block.base.y = NumberOf(current);
+            block.base.y = NumberOf(m_current);
             break;
         case 30:
-            block.base.z = NumberOf(current);
+            block.base.z = NumberOf(m_current);
             break;
         default:
             break;
         }
     }
-    while (!AtSectionEnd() && !At("ENDBLK") && !At("BLOCK")) {
+    while (!AtSectionEnd() && !At("ENDBLK") && !At("BLOCK"))
         block.records.push_back(ReadRecord());
-    }
-    document.blocks.push_back(std::move(block));
+    m_document.blocks.push_back(std::move(block));
 }
 
 /// Takes the record that starts at the current group.
 DxfRecord DocumentReader::ReadRecord() {
-    DxfRecord record{Trimmed(current.value), current.line, document.pairs.size(), 0};
-    for (Advance(); current.code != 0; Advance()) {
-        document.pairs.push_back(current);
+    DxfRecord record{Trimmed(m_current.value), m_current.line, m_document.pairs.size(), 0};
+    for (Advance(); m_current.code != 0; Advance()) {
+        m_document.pairs.push_back(m_current);
         ++record.count;
     }
     return record;
@@ -198,10 +186,9 @@ DxfDocument ReadDxfDocument(std::string_view text) {
 
 double NumberOf(DxfPair const &pair) {
     std::optional<double> const number = ParseNumber(pair.value);
-    if (!number) {
+    if (!number)
         throw InputError(pair.line, "group " + std::to_string(pair.code) + " should hold a number, not " +
                                         Quoted(Trimmed(pair.value)) + "; the file is damaged, export it again");
-    }
     return *number;
 }
 

@@ -17,14 +17,14 @@ namespace {
 class Groups {
 public:
     Groups(DxfDocument const &document, DxfRecord const &of)
-        : record(of), pairs(std::span(document.pairs).subspan(of.first, of.count)) {}
+        : m_record(of), m_pairs(std::span(document.pairs).subspan(of.first, of.count)) {}
 
-    std::span<DxfPair const> All() const { return pairs; }
+    std::span<DxfPair const> All() const { return m_pairs; }
 
     DxfPair const *Find(int code) const {
         auto const found =
-            std::find_if(pairs.begin(), pairs.end(), [code](DxfPair const &p) { return p.code == code; });
-        return found == pairs.end() ? nullptr : &*found;
+            std::find_if(m_pairs.begin(), m_pairs.end(), [code](DxfPair const &p) { return p.code == code; });
+        return found == m_pairs.end() ? nullptr : &*found;
     }
 
     double Number(int code, double otherwise) const {
@@ -34,10 +34,9 @@ public:
 
     double Number(int code) const {
         DxfPair const *pair = Find(code);
-        if (!pair) {
-            throw InputError(record.line, std::string(record.type) + " has no group " + std::to_string(code) +
-                                              "; the file is damaged, export it again");
-        }
+        if (!pair)
+            throw InputError(m_record.line, std::string(m_record.type) + " has no group " + std::to_string(code) +
+                                                "; the file is damaged, export it again");
         return NumberOf(*pair);
     }
 
@@ -61,8 +60,8 @@ public:
     Point3 Extrusion() const { return Direction(210, {0.0, 0.0, 1.0}); }
 
 private:
-    DxfRecord const &record;
-    std::span<DxfPair const> pairs;
+    DxfRecord const &m_record;
+    std::span<DxfPair const> m_pairs;
 };
 
 /// Bits of group 70 of a POLYLINE; the first also of LWPOLYLINE and SPLINE.
@@ -99,13 +98,12 @@ DxfShape ParseLwPolyline(Groups const &groups) {
     polyline.extrusion = groups.Extrusion();
     double const elevation = groups.Number(38, 0.0);
     for (DxfPair const &pair : groups.All()) {
-        if (pair.code == 10) {
+        if (pair.code == 10)
             polyline.vertices.push_back({{NumberOf(pair), 0.0, elevation}, 0.0});
-        } else if (pair.code == 20 && !polyline.vertices.empty()) {
+        else if (pair.code == 20 && !polyline.vertices.empty())
             polyline.vertices.back().at.y = NumberOf(pair);
-        } else if (pair.code == 42 && !polyline.vertices.empty()) {
+        else if (pair.code == 42 && !polyline.vertices.empty())
             polyline.vertices.back().bulge = NumberOf(pair);
-        }
     }
     return polyline;
 }
@@ -113,11 +111,10 @@ DxfShape ParseLwPolyline(Groups const &groups) {
 /// Sorts the points that a SPLINE spreads over groups x, x + 10, x + 20 into `points`.
 void AddCoordinate(std::vector<Point3> &points, int axis, DxfPair const &pair) {
     double const value = NumberOf(pair);
-    if (axis == 0) {
+    if (axis == 0)
         points.push_back({value, 0.0, 0.0});
-    } else if (!points.empty()) {
+    else if (!points.empty())
         (axis == 1 ? points.back().y : points.back().z) = value;
-    }
 }
 
 DxfShape ParseSpline(Groups const &groups) {
@@ -168,23 +165,20 @@ DxfShape ParseInsert(Groups const &groups) {
 /// The POLYLINE whose groups are given, still without its vertices.
 DxfShape ParsePolylineHead(Groups const &groups) {
     int const flags = groups.Integer(70, 0);
-    if ((flags & kMeshBits) != 0) {
+    if ((flags & kMeshBits) != 0)
         return DxfMesh{};
-    }
     DxfPolyline polyline;
     polyline.closed = (flags & kClosedBit) != 0;
-    if ((flags & k3dBit) == 0) {
+    if ((flags & k3dBit) == 0)
         polyline.extrusion = groups.Extrusion();
-    }
     return polyline;
 }
 
 /// Adds a VERTEX to its POLYLINE. Control points of a spline frame only shape the curve and are not on it.
 void AddVertex(DxfPolyline &polyline, Groups const &groups) {
     constexpr int kFramePointBit = 16;
-    if ((groups.Integer(70, 0) & kFramePointBit) == 0) {
+    if ((groups.Integer(70, 0) & kFramePointBit) == 0)
         polyline.vertices.push_back({groups.Point(10), groups.Number(42, 0.0)});
-    }
 }
 
 using ShapeParser = DxfShape (*)(Groups const &);
@@ -202,9 +196,8 @@ constexpr std::pair<std::string_view, ShapeParser> kShapeParsers[] = {
 
 DxfShape ParseShape(std::string_view type, Groups const &groups) {
     for (auto const &[name, parse] : kShapeParsers) {
-        if (name == type) {
+        if (name == type)
             return parse(groups);
-        }
     }
     return DxfNoCurve{};
 }
@@ -223,12 +216,10 @@ DxfEntity ParseEntity(DxfRecord const &record, Groups const &groups) {
 
 /// The elevation of a plane POLYLINE stands in its head; its vertices may repeat it or leave it out.
 void SetElevation(DxfEntity &polyline, Groups const &head) {
-    if ((head.Integer(70, 0) & k3dBit) != 0) {
+    if ((head.Integer(70, 0) & k3dBit) != 0)
         return;
-    }
-    for (DxfVertex &vertex : std::get<DxfPolyline>(polyline.shape).vertices) {
+    for (DxfVertex &vertex : std::get<DxfPolyline>(polyline.shape).vertices)
         vertex.at.z = head.Number(30, 0.0);
-    }
 }
 
 } // namespace
@@ -236,23 +227,19 @@ void SetElevation(DxfEntity &polyline, Groups const &head) {
 std::vector<DxfEntity> ParseDxfEntities(DxfDocument const &document, std::vector<DxfRecord> const &records) {
     std::vector<DxfEntity> entities;
     for (std::size_t i = 0; i < records.size(); ++i) {
-        if (records[i].type == "SEQEND") {
+        if (records[i].type == "SEQEND")
             continue;
-        }
         Groups const head(document, records[i]);
         entities.push_back(ParseEntity(records[i], head));
-        if (records[i].type != "POLYLINE") {
+        if (records[i].type != "POLYLINE")
             continue;
-        }
         auto *polyline = std::get_if<DxfPolyline>(&entities.back().shape);
         for (; i + 1 < records.size() && records[i + 1].type == "VERTEX"; ++i) {
-            if (polyline) {
+            if (polyline)
                 AddVertex(*polyline, Groups(document, records[i + 1]));
-            }
         }
-        if (polyline) {
+        if (polyline)
             SetElevation(entities.back(), head);
-        }
     }
     return entities;
 }

@@ -16,18 +16,17 @@ namespace {
 std::string ShownNames(std::vector<std::string> const &names) {
     constexpr std::size_t kMostShown = 12;
     std::string text;
-    for (std::size_t i = 0; i < std::min(names.size(), kMostShown); ++i) {
+    for (std::size_t i = 0; i < std::min(names.size(), kMostShown); ++i)
         text += Joined(i == 0 ? "\"" : ", \"", names[i], "\"");
-    }
     return names.size() > kMostShown ? Joined(text, " and ", std::to_string(names.size() - kMostShown), " more") : text;
 }
 
 } // namespace
 
 DxfLayers::DxfLayers(DxfDocument const &document, std::vector<std::string> const &chosen)
-    : codePage(document.codePage), wanted(chosen) {
+    : m_codePage(document.codePage), m_wanted(chosen) {
     for (DxfLayer const &layer : document.layers) {
-        State &state = states[IndexOf(layer.name)];
+        State &state = m_states[IndexOf(layer.name)];
         state.off = layer.off;
         state.frozen = layer.frozen;
     }
@@ -35,27 +34,26 @@ DxfLayers::DxfLayers(DxfDocument const &document, std::vector<std::string> const
 }
 
 std::uint32_t DxfLayers::IndexOf(std::string_view name) {
-    auto const [entry, isNew] = numbers.try_emplace(Lowered(name), static_cast<std::uint32_t>(names.size()));
+    auto const [entry, isNew] = m_numbers.try_emplace(Lowered(name), static_cast<std::uint32_t>(m_names.size()));
     if (isNew) {
-        names.push_back(DecodeDxfText(name, codePage));
-        bool const chosen = std::any_of(wanted.begin(), wanted.end(),
-                                        [this](std::string const &w) { return SameNoCase(w, names.back()); });
-        states.push_back({false, false, chosen});
+        m_names.push_back(DecodeDxfText(name, m_codePage));
+        bool const chosen = std::any_of(m_wanted.begin(), m_wanted.end(),
+                                        [this](std::string const &w) { return SameNoCase(w, m_names.back()); });
+        m_states.push_back({false, false, chosen});
     }
     return entry->second;
 }
 
 void DxfLayers::CheckChoice() const {
-    for (std::string const &name : wanted) {
+    for (std::string const &name : m_wanted) {
         bool const met =
-            std::any_of(names.begin(), names.end(), [&name](std::string const &n) { return SameNoCase(n, name); });
-        if (met) {
+            std::any_of(m_names.begin(), m_names.end(), [&name](std::string const &n) { return SameNoCase(n, name); });
+        if (met)
             continue;
-        }
-        std::string const nearest = NearestName(name, names);
+        std::string const nearest = NearestName(name, m_names);
         throw InputError(
             0, "there is no layer \"" + name + "\"; " +
-                   (nearest.empty() ? "there are " + ShownNames(names) : "did you mean \"" + nearest + "\"?"));
+                   (nearest.empty() ? "there are " + ShownNames(m_names) : "did you mean \"" + nearest + "\"?"));
     }
 }
 

@@ -26,16 +26,16 @@ public:
     std::optional<DxfPair> Next();
 
     /// The line that Next looks at first, counted from 1.
-    std::size_t Line() const { return line; }
+    std::size_t Line() const { return m_line; }
 
     /// How many bytes Next has not looked at yet.
-    std::size_t BytesLeft() const { return rest.size(); }
+    std::size_t BytesLeft() const { return m_rest.size(); }
 
 private:
     std::string_view TakeLine();
 
-    std::string_view rest;
-    std::size_t line = 1;
+    std::string_view m_rest;
+    std::size_t m_line = 1;
 };
 
 /// Whether `text` starts as a DXF drawing does, ASCII or binary: a comment (999) or the start of a section.

@@ -21,9 +21,8 @@ std::string DxfUnitName(int value) {
 
 std::optional<int> DxfUnitValue(std::string const &name) {
     auto const found = std::find(kUnitNames.begin(), kUnitNames.end(), name);
-    if (found == kUnitNames.end()) {
+    if (found == kUnitNames.end())
         return std::nullopt;
-    }
     return static_cast<int>(found - kUnitNames.begin());
 }
 

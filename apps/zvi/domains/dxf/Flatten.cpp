@@ -73,9 +73,8 @@ Chords CutEvenly(PlaneCurve const &curve, double from, double to, int count) {
         DrawingPoint const end = at(i + 1);
         chords.ends.push_back(end);
         chords.rises.push_back(Rise(start, end, at(i + 0.5)));
-        for (double const part : {0.25, 0.5, 0.75}) {
+        for (double const part : {0.25, 0.5, 0.75})
             chords.largestRise = std::max(chords.largestRise, Length(Rise(start, end, at(i + part))));
-        }
     }
     return chords;
 }
@@ -83,9 +82,8 @@ Chords CutEvenly(PlaneCurve const &curve, double from, double to, int count) {
 /// The fewest even chords within the allowed sagitta, found by its falling with the square of their number.
 Chords CutToError(PlaneCurve const &curve, double from, double to, double error) {
     Chords chords = CutEvenly(curve, from, to, 1);
-    if (!(chords.largestRise > kStraightShare * error)) {
+    if (!(chords.largestRise > kStraightShare * error))
         return chords;
-    }
     double const allowed = kSagittaShare * error;
     int count = kFewestChords;
     for (chords = CutEvenly(curve, from, to, count); chords.largestRise > allowed && count < kMostChords;
@@ -105,9 +103,8 @@ void KeepArea(Chords &chords) {
     for (std::size_t i = 1; i < count; ++i) {
         double const before = length(i - 1);
         double const after = length(i);
-        if (!(before + after > 0.0)) {
+        if (!(before + after > 0.0))
             continue;
-        }
         double const shareBefore = i == 1 ? 1.0 : 0.5;
         double const shareAfter = i + 1 == count ? 1.0 : 0.5;
         DrawingPoint const area =

@@ -29,17 +29,15 @@ double Length(Point3 const &a) {
 std::vector<double> EvenKnots(std::size_t controls, int degree) {
     std::vector<double> knots;
     int const last = static_cast<int>(controls) - degree;
-    for (int i = -degree; i <= last + degree; ++i) {
+    for (int i = -degree; i <= last + degree; ++i)
         knots.push_back(std::clamp(i, 0, last));
-    }
     return knots;
 }
 
 bool HasUsableControls(DxfSpline const &spline) {
     std::size_t const count = spline.controls.size();
-    if (spline.degree < 1 || spline.degree > kHighestDegree || count < static_cast<std::size_t>(spline.degree) + 1) {
+    if (spline.degree < 1 || spline.degree > kHighestDegree || count < static_cast<std::size_t>(spline.degree) + 1)
         return false;
-    }
     auto const &weights = spline.weights;
     bool const positive = std::all_of(weights.begin(), weights.end(), [](double w) { return w > 0.0; });
     auto const degree = static_cast<std::size_t>(spline.degree);
@@ -51,13 +49,11 @@ bool HasUsableControls(DxfSpline const &spline) {
 std::vector<Point3> DistinctFitPoints(DxfSpline const &spline) {
     std::vector<Point3> points;
     for (Point3 const &p : spline.fitPoints) {
-        if (points.empty() || Length(p - points.back()) > 0.0) {
+        if (points.empty() || Length(p - points.back()) > 0.0)
             points.push_back(p);
-        }
     }
-    if (spline.closed && points.size() > 2 && Length(points.back() - points.front()) > 0.0) {
+    if (spline.closed && points.size() > 2 && Length(points.back() - points.front()) > 0.0)
         points.push_back(points.front());
-    }
     return points;
 }
 
@@ -94,18 +90,16 @@ std::vector<Point3> SolveCyclicRows(std::vector<Row> rows) {
     rows.front().own -= gamma;
     rows.back().own -= corner * otherCorner / gamma;
     std::vector<Point3> solution = SolveRows(rows);
-    for (Row &row : rows) {
+    for (Row &row : rows)
         row.right = {};
-    }
     rows.front().right.x = gamma;
     rows.back().right.x = otherCorner;
     std::vector<Point3> const change = SolveRows(rows);
     double const share = corner / gamma;
     double const scale = 1.0 / (1.0 + change.front().x + share * change.back().x);
     Point3 const factor = scale * (solution.front() + share * solution.back());
-    for (std::size_t i = 0; i < solution.size(); ++i) {
+    for (std::size_t i = 0; i < solution.size(); ++i)
         solution[i] = solution[i] - change[i].x * factor;
-    }
     return solution;
 }
 
@@ -117,9 +111,8 @@ Row SmoothRow(Point3 const &a, Point3 const &b, Point3 const &c, double h, doubl
 /// The row of an end: its speed is the unit tangent where one is given, otherwise the curvature there is zero.
 Row EndRow(Point3 const &tangent, Point3 const &chord, double length) {
     double const given = Length(tangent);
-    if (given > 0.0) {
+    if (given > 0.0)
         return {0.0, 1.0, 0.0, (1.0 / given) * tangent};
-    }
     return {1.0, 2.0, 1.0, (3.0 / length) * chord};
 }
 
@@ -133,30 +126,26 @@ std::vector<Point3> Speeds(DxfSpline const &spline, std::vector<Point3> const &p
     };
     if (spline.closed && last > 2) {
         rows.push_back(SmoothRow(points[last - 1], points[0], points[1], lengths[last - 1], lengths[0]));
-        for (std::size_t i = 1; i < last; ++i) {
+        for (std::size_t i = 1; i < last; ++i)
             rows.push_back(smoothRow(i));
-        }
         std::vector<Point3> speeds = SolveCyclicRows(std::move(rows));
         speeds.push_back(speeds.front());
         return speeds;
     }
     rows.push_back(EndRow(spline.startTangent, points[1] - points[0], lengths[0]));
-    for (std::size_t i = 1; i < last; ++i) {
+    for (std::size_t i = 1; i < last; ++i)
         rows.push_back(smoothRow(i));
-    }
     rows.push_back(EndRow(spline.endTangent, points[last] - points[last - 1], lengths[last - 1]));
     return SolveRows(std::move(rows));
 }
 
 std::optional<DxfSpline> ThroughFitPoints(DxfSpline const &spline) {
     std::vector<Point3> const points = DistinctFitPoints(spline);
-    if (points.size() < 2) {
+    if (points.size() < 2)
         return std::nullopt;
-    }
     std::vector<double> lengths;
-    for (std::size_t i = 1; i < points.size(); ++i) {
+    for (std::size_t i = 1; i < points.size(); ++i)
         lengths.push_back(Length(points[i] - points[i - 1]));
-    }
     std::vector<Point3> const speeds = Speeds(spline, points, lengths);
     DxfSpline fitted;
     fitted.closed = spline.closed;
@@ -200,12 +189,10 @@ lib::DrawingPoint AtParameter(DxfSpline const &spline, std::vector<Weighted> con
 
 std::optional<DxfSpline> WithControlPoints(DxfSpline const &spline) {
     DxfSpline candidate = spline;
-    if (candidate.knots.empty() && candidate.degree >= 1 && candidate.degree <= kHighestDegree) {
+    if (candidate.knots.empty() && candidate.degree >= 1 && candidate.degree <= kHighestDegree)
         candidate.knots = EvenKnots(candidate.controls.size(), candidate.degree);
-    }
-    if (HasUsableControls(candidate)) {
+    if (HasUsableControls(candidate))
         return candidate;
-    }
     return ThroughFitPoints(spline);
 }
 
@@ -220,13 +207,11 @@ std::vector<lib::DrawingPoint> FlattenSpline(DxfSpline const &spline, Affine con
     auto const degree = static_cast<std::size_t>(spline.degree);
     std::vector<lib::DrawingPoint> points;
     for (std::size_t k = degree; k < controls.size() && points.size() <= mostPoints; ++k) {
-        if (!(spline.knots[k] < spline.knots[k + 1])) {
+        if (!(spline.knots[k] < spline.knots[k + 1]))
             continue;
-        }
         PlaneCurve const span = [&](double t) { return AtParameter(spline, controls, k, t); };
-        if (points.empty()) {
+        if (points.empty())
             points.push_back(span(spline.knots[k]));
-        }
         FlattenSpan(span, spline.knots[k], spline.knots[k + 1], error, points);
     }
     return points;

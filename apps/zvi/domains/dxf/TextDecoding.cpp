@@ -1,17 +1,14 @@
 #include "apps/zvi/domains/dxf/TextDecoding.h"
 
+#include "apps/zvi/common/CodePage.h"
 #include "apps/zvi/common/Joined.h"
 #include "apps/zvi/common/Text.h"
-#include "apps/zvi/common/Utf8.h"
+#include "zvi/core/Utf8.h"
+#include "zvi/core/WideUnits.h"
 
 #include <array>
 #include <cstdint>
 #include <optional>
-
-#if __has_include(<iconv.h>)
-#include <iconv.h>
-#define ZVI_HAS_ICONV 1
-#endif
 
 namespace zvi::app {
 
@@ -27,7 +24,7 @@ std::string From1252(std::string_view text) {
     std::string decoded;
     for (char const c : text) {
         std::uint32_t const byte = static_cast<unsigned char>(c);
-        AppendUtf8(decoded, byte >= 0x80 && byte < 0xA0 ? k1252[byte - 0x80] : byte);
+        lib::AppendUtf8(decoded, byte >= 0x80 && byte < 0xA0 ? k1252[byte - 0x80] : byte);
     }
     return decoded;
 }
@@ -35,74 +32,38 @@ std::string From1252(std::string_view text) {
 /// The converter's name for a drawing's code page: "ANSI_1250" is CP1250, "DOS437" is CP437, others as they stand.
 std::string ConverterName(std::string_view codePage) {
     for (std::string_view const prefix : {"ANSI_", "DOS"}) {
-        if (codePage.size() > prefix.size() && SameNoCase(codePage.substr(0, prefix.size()), prefix)) {
+        if (codePage.size() > prefix.size() && SameNoCase(codePage.substr(0, prefix.size()), prefix))
             return "CP" + std::string(codePage.substr(prefix.size()));
-        }
     }
     constexpr std::string_view kNameLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-_";
     bool const wellFormed = codePage.find_first_not_of(kNameLetters) == std::string_view::npos;
     return wellFormed ? std::string(codePage) : std::string();
 }
 
-#ifdef ZVI_HAS_ICONV
-/// The text in UTF-8, or nothing when the code page is unknown. A byte that means nothing becomes U+FFFD.
-std::optional<std::string> ThroughConverter(std::string_view text, std::string const &codePage) {
-    iconv_t const converter = iconv_open("UTF-8", codePage.c_str());
-    if (converter == reinterpret_cast<iconv_t>(-1)) {
-        return std::nullopt;
-    }
-    std::string source(text);
-    std::string decoded;
-    char *from = source.data();
-    std::size_t left = source.size();
-    while (left > 0) {
-        std::array<char, 256> buffer;
-        char *to = buffer.data();
-        std::size_t room = buffer.size();
-        std::size_t const before = left;
-        iconv(converter, &from, &left, &to, &room);
-        decoded.append(buffer.data(), buffer.size() - room);
-        if (left == before && room == buffer.size()) {
-            AppendUtf8(decoded, kReplacement);
-            ++from;
-            --left;
-        }
-    }
-    iconv_close(converter);
-    return decoded;
-}
-#else
-std::optional<std::string> ThroughConverter(std::string_view, std::string const &) {
-    return std::nullopt;
-}
-#endif
-
 /// The character of "\U+XXXX" at the start of `text`.
 std::optional<std::uint32_t> EscapedCharacter(std::string_view text) {
     constexpr std::size_t kDigits = 4;
-    if (text.size() < 3 + kDigits || !text.starts_with("\\U+")) {
+    if (text.size() < 3 + kDigits || !text.starts_with("\\U+"))
         return std::nullopt;
-    }
     std::uint32_t value = 0;
     for (char const c : text.substr(3, kDigits)) {
         std::size_t const digit = std::string_view("0123456789abcdef0123456789ABCDEF").find(c);
-        if (digit == std::string_view::npos) {
+        if (digit == std::string_view::npos)
             return std::nullopt;
-        }
         value = value * 16 + static_cast<std::uint32_t>(digit % 16);
     }
     bool const surrogate = value >= 0xD800 && value < 0xE000;
-    return surrogate ? kReplacement : value;
+    return surrogate ? lib::kReplacementCharacter : value;
 }
 
 std::string Cleaned(std::string_view text) {
     std::string cleaned;
     for (std::size_t i = 0; i < text.size(); ++i) {
         if (std::optional<std::uint32_t> const escaped = EscapedCharacter(text.substr(i))) {
-            AppendUtf8(cleaned, *escaped < ' ' ? kReplacement : *escaped);
+            lib::AppendUtf8(cleaned, *escaped < ' ' ? lib::kReplacementCharacter : *escaped);
             i += 6;
         } else if (static_cast<unsigned char>(text[i]) < ' ' || text[i] == '\x7F') {
-            AppendUtf8(cleaned, kReplacement);
+            lib::AppendUtf8(cleaned, lib::kReplacementCharacter);
         } else {
             cleaned += text[i];
         }
@@ -113,25 +74,21 @@ std::string Cleaned(std::string_view text) {
 } // namespace
 
 std::string DecodeDxfText(std::string_view text, std::string_view codePage) {
-    if (IsUtf8(text)) {
+    if (lib::IsUtf8(text))
         return Cleaned(text);
-    }
     std::string const name = ConverterName(Trimmed(codePage));
     std::optional<std::string> decoded;
-    if (!name.empty() && !SameNoCase(name, "CP1252") && !SameNoCase(name, "UTF-8")) {
-        decoded = ThroughConverter(text, name);
-    }
-    std::string const readable = decoded && IsUtf8(*decoded) ? *decoded : From1252(text);
+    if (!name.empty() && !SameNoCase(name, "CP1252") && !SameNoCase(name, "UTF-8"))
+        decoded = FromCodePage(text, name);
+    std::string const readable = decoded && lib::IsUtf8(*decoded) ? *decoded : From1252(text);
     return Cleaned(readable);
 }
 
 std::string Quoted(std::string_view text) {
     constexpr std::size_t kMostShown = 40;
     std::size_t shown = kMostShown;
-    while (shown < text.size() && shown + 3 > kMostShown &&
-           (static_cast<unsigned char>(text[shown]) & 0xC0u) == 0x80u) {
+    while (shown < text.size() && shown + 3 > kMostShown && (static_cast<unsigned char>(text[shown]) & 0xC0u) == 0x80u)
         --shown; // not within a character
-    }
     return Joined("\"", DecodeDxfText(text.substr(0, shown), ""), shown < text.size() ? "...\"" : "\"");
 }
 

@@ -43,9 +43,8 @@ DrawingCurve Circle(Numbers const &n, std::size_t) {
 
 DrawingCurve Arc(Numbers const &n, std::size_t line) {
     constexpr double kTurn = 360.0;
-    if (SweepBetween(n[3], n[4], kTurn) >= kTurn) {
+    if (SweepBetween(n[3], n[4], kTurn) >= kTurn)
         return Circle(n, line);
-    }
     auto const at = [&n](double degrees) {
         Point3 const unit = UnitAtDegrees(degrees);
         return DrawingPoint{n[0] + n[2] * unit.x, n[1] + n[2] * unit.y};
@@ -63,13 +62,11 @@ DrawingCurve Arc(Numbers const &n, std::size_t line) {
 DrawingCurve StraightArc(Numbers const &n, std::size_t line) {
     double const along = (n[2] - n[0]) * (n[4] - n[0]) + (n[3] - n[1]) * (n[5] - n[1]);
     double const chord = (n[4] - n[0]) * (n[4] - n[0]) + (n[5] - n[1]) * (n[5] - n[1]);
-    if (chord == 0.0) {
+    if (chord == 0.0)
         throw InputError(line, "arc3 starts and ends at one point; write a circle instead");
-    }
-    if (!(along >= 0.0 && along <= chord)) {
+    if (!(along >= 0.0 && along <= chord))
         throw InputError(line, "the points of arc3 are on one line with the middle point outside; no arc runs through "
                                "them, check the order of the points");
-    }
     return Line({n[0], n[1], n[4], n[5]}, line);
 }
 
@@ -80,9 +77,8 @@ DrawingCurve ArcThrough(Numbers const &n, std::size_t line) {
     double const cross = m.x * e.y - m.y * e.x;
     double const squaredM = m.x * m.x + m.y * m.y;
     double const squaredE = e.x * e.x + e.y * e.y;
-    if (!(std::abs(cross) > kOnOneLine * squaredE) || squaredM == 0.0) {
+    if (!(std::abs(cross) > kOnOneLine * squaredE) || squaredM == 0.0)
         return StraightArc(n, line);
-    }
     DrawingCurve curve;
     curve.type = DrawingCurveType::kArc;
     curve.start = {n[0], n[1]};
@@ -125,9 +121,8 @@ std::vector<std::string_view> Words(std::string_view line) {
 Kind const &KindOf(std::string_view word, std::size_t line) {
     std::vector<std::string> known;
     for (Kind const &kind : kKinds) {
-        if (word == kind.word) {
+        if (word == kind.word)
             return kind;
-        }
         known.emplace_back(kind.word);
     }
     std::string const nearest = NearestName(word, known);
@@ -138,25 +133,22 @@ Kind const &KindOf(std::string_view word, std::size_t line) {
 
 unsigned int ParseId(std::string_view word, std::size_t line) {
     std::optional<long long> const id = ParseInteger(word);
-    if (!id || *id < 1 || *id > std::numeric_limits<unsigned int>::max()) {
+    if (!id || *id < 1 || *id > std::numeric_limits<unsigned int>::max())
         throw InputError(line, "the id " + Quoted(word) + " is not an integer from 1 to 4294967295");
-    }
     return static_cast<unsigned int>(*id);
 }
 
 DrawingCurve ParseCurve(std::vector<std::string_view> const &words, std::size_t line) {
     Kind const &kind = KindOf(words[0], line);
-    if (words.size() != kind.count + 2) {
+    if (words.size() != kind.count + 2)
         throw InputError(line, std::to_string(words.size() - 1) + " values where " + std::to_string(kind.count + 1) +
                                    " belong; write: " + kind.form);
-    }
     unsigned int const id = ParseId(words[1], line);
     Numbers numbers;
     for (std::size_t i = 2; i < words.size(); ++i) {
         std::optional<double> const number = ParseNumber(words[i]);
-        if (!number) {
+        if (!number)
             throw InputError(line, Quoted(words[i]) + " is not a number; write: " + kind.form);
-        }
         numbers.push_back(*number);
     }
     DrawingCurve curve = kind.make(numbers, line);
@@ -166,11 +158,10 @@ DrawingCurve ParseCurve(std::vector<std::string_view> const &words, std::size_t 
 
 void AddCurve(DrawingInput &input, DrawingCurve const &curve, std::size_t line) {
     auto const [entry, isNew] = input.indexOfId.try_emplace(curve.id, input.curves.size());
-    if (!isNew) {
+    if (!isNew)
         throw InputError(line, "id " + std::to_string(curve.id) + " was used in line " +
                                    std::to_string(input.entities[entry->second].line) +
                                    " already; give each curve an id of its own");
-    }
     input.curves.push_back(curve);
     input.origins.push_back({0, static_cast<std::uint32_t>(input.entities.size())});
     input.entities.push_back({"", "", line});
@@ -186,9 +177,8 @@ DrawingInput ReadCurveText(std::string_view text) {
         std::size_t const end = text.find('\n');
         std::vector<std::string_view> const words = Words(text.substr(0, end));
         text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-        if (!words.empty()) {
+        if (!words.empty())
             AddCurve(input, ParseCurve(words, line), line);
-        }
     }
     return input;
 }

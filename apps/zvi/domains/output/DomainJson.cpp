@@ -33,9 +33,8 @@ Json PieceJson(DrawingInput const &input, DrawingPiece const &piece, std::string
     EntityLabel const &entity = input.EntityOf(piece.curve);
     Json json;
     json["curve"] = piece.curve;
-    if (!reason.empty()) {
+    if (!reason.empty())
         json["reason"] = reason;
-    }
     json["layer"] = input.LayerOf(piece.curve);
     json["entity"] = entity.type;
     json["handle"] = entity.handle;
@@ -49,9 +48,8 @@ Json PieceJson(DrawingInput const &input, DrawingPiece const &piece, std::string
 
 Json LoopJson(DrawingInput const &input, std::vector<DrawingPiece> const &loop) {
     Json json = Json::array();
-    for (DrawingPiece const &piece : loop) {
+    for (DrawingPiece const &piece : loop)
         json.push_back(PieceJson(input, piece, ""));
-    }
     return json;
 }
 
@@ -61,9 +59,8 @@ Json DomainObject(DrawingInput const &input, lib::DrawingDomain const &domain) {
     json["perimeter"] = domain.perimeter;
     json["outer"] = LoopJson(input, domain.outer);
     json["holes"] = Json::array();
-    for (auto const &hole : domain.holes) {
+    for (auto const &hole : domain.holes)
         json["holes"].push_back(LoopJson(input, hole));
-    }
     return json;
 }
 

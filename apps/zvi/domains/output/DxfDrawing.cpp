@@ -42,19 +42,18 @@ struct Corner {
 void AddCorners(std::vector<Corner> &corners, DrawingPiece const &piece) {
     double const sweep = SweepOf(piece);
     int const parts = std::abs(sweep) > std::numbers::pi ? 2 : 1;
-    for (int i = 0; i < parts; ++i) {
+    for (int i = 0; i < parts; ++i)
         corners.push_back({PointOn(piece, double(i) / parts), std::tan(sweep / (4.0 * parts))});
-    }
 }
 
 class DxfWriter {
 public:
-    DxfWriter(lib::DrawingResult const &domains, std::string const &unitName) : result(domains), units(unitName) {}
+    DxfWriter(lib::DrawingResult const &domains, std::string const &unitName) : m_result(domains), m_units(unitName) {}
 
     std::string Write();
 
 private:
-    void Group(int code, std::string const &value) { text += std::to_string(code) + "\n" + value + "\n"; }
+    void Group(int code, std::string const &value) { m_text += std::to_string(code) + "\n" + value + "\n"; }
     void Group(int code, int value) { Group(code, std::to_string(value)); }
     void Open(char const *section);
     void Close() { Group(0, "ENDSEC"); }
@@ -73,20 +72,19 @@ private:
     void Loop(std::vector<DrawingPiece> const &loop, std::string const &layer);
     void Objects();
 
-    lib::DrawingResult const &result;
-    std::string const &units;
-    std::string text;
-    std::string body;
-    unsigned nextHandle = kFirstFreeHandle;
+    lib::DrawingResult const &m_result;
+    std::string const &m_units;
+    std::string m_text;
+    std::string m_body;
+    unsigned m_nextHandle = kFirstFreeHandle;
 };
 
 std::string HexText(unsigned value) {
     char buffer[16];
     auto const end = std::to_chars(buffer, buffer + sizeof buffer, value, 16).ptr;
     std::string hex(buffer, end);
-    for (char &c : hex) {
+    for (char &c : hex)
         c = c >= 'a' ? static_cast<char>(c - 'a' + 'A') : c;
-    }
     return hex;
 }
 
@@ -97,9 +95,9 @@ std::string DxfWriter::Write() {
     Entities();
     Objects();
     Group(0, "EOF");
-    body.swap(text);
+    m_body.swap(m_text);
     Header();
-    return text + body;
+    return m_text + m_body;
 }
 
 void DxfWriter::Open(char const *section) {
@@ -108,7 +106,7 @@ void DxfWriter::Open(char const *section) {
 }
 
 std::string DxfWriter::NewHandle() {
-    return HexText(nextHandle++);
+    return HexText(m_nextHandle++);
 }
 
 void DxfWriter::Header() {
@@ -116,8 +114,8 @@ void DxfWriter::Header() {
     Group(9, "$ACADVER");
     Group(1, "AC1015");
     Group(9, "$HANDSEED");
-    Group(5, HexText(nextHandle));
-    if (std::optional<int> const value = DxfUnitValue(units)) {
+    Group(5, HexText(m_nextHandle));
+    if (std::optional<int> const value = DxfUnitValue(m_units)) {
         Group(9, "$INSUNITS");
         Group(70, *value);
     }
@@ -166,11 +164,10 @@ void DxfWriter::Layer(std::string const &handle, std::string const &name, int co
 
 void DxfWriter::Layers() {
     constexpr int kWhite = 7;
-    Table("LAYER", "3", static_cast<int>(result.domains.size()) + 1);
+    Table("LAYER", "3", static_cast<int>(m_result.domains.size()) + 1);
     Layer("14", "0", kWhite);
-    for (std::size_t i = 0; i < result.domains.size(); ++i) {
+    for (std::size_t i = 0; i < m_result.domains.size(); ++i)
         Layer(NewHandle(), LayerName(i), LayerColor(i));
-    }
     Group(0, "ENDTAB");
 }
 
@@ -233,9 +230,8 @@ void DxfWriter::Blocks() {
 
 void DxfWriter::Loop(std::vector<DrawingPiece> const &loop, std::string const &layer) {
     std::vector<Corner> corners;
-    for (DrawingPiece const &piece : loop) {
+    for (DrawingPiece const &piece : loop)
         AddCorners(corners, piece);
-    }
     Group(0, "LWPOLYLINE");
     Group(5, NewHandle());
     Group(330, kModelSpace);
@@ -247,19 +243,17 @@ void DxfWriter::Loop(std::vector<DrawingPiece> const &loop, std::string const &l
     for (Corner const &corner : corners) {
         Group(10, ExactNumber(corner.at.x));
         Group(20, ExactNumber(corner.at.y));
-        if (corner.bulge != 0.0) {
+        if (corner.bulge != 0.0)
             Group(42, ExactNumber(corner.bulge));
-        }
     }
 }
 
 void DxfWriter::Entities() {
     Open("ENTITIES");
-    for (std::size_t i = 0; i < result.domains.size(); ++i) {
-        Loop(result.domains[i].outer, LayerName(i));
-        for (auto const &hole : result.domains[i].holes) {
+    for (std::size_t i = 0; i < m_result.domains.size(); ++i) {
+        Loop(m_result.domains[i].outer, LayerName(i));
+        for (auto const &hole : m_result.domains[i].holes)
             Loop(hole, LayerName(i));
-        }
     }
     Close();
 }

@@ -51,9 +51,8 @@ double SignedDistance(std::vector<Polygon> const &polygons, DrawingPoint const &
         for (std::size_t i = 0, j = polygon.size() - 1; i < polygon.size(); j = i++) {
             DrawingPoint const &a = polygon[i];
             DrawingPoint const &b = polygon[j];
-            if ((a.y > p.y) != (b.y > p.y) && p.x < (b.x - a.x) * (p.y - a.y) / (b.y - a.y) + a.x) {
+            if ((a.y > p.y) != (b.y > p.y) && p.x < (b.x - a.x) * (p.y - a.y) / (b.y - a.y) + a.x)
                 inside = !inside;
-            }
             least = std::min(least, SquaredDistance(p, a, b));
         }
     }
@@ -75,9 +74,8 @@ struct Square {
 
 std::vector<Polygon> PolygonsOf(lib::DrawingDomain const &domain) {
     std::vector<Polygon> polygons{PolygonOf(domain.outer, kArcStep)};
-    for (auto const &hole : domain.holes) {
+    for (auto const &hole : domain.holes)
         polygons.push_back(PolygonOf(hole, kArcStep));
-    }
     std::erase_if(polygons, [](Polygon const &polygon) { return polygon.empty(); });
     return polygons;
 }
@@ -87,9 +85,8 @@ std::priority_queue<Square> FirstSquares(std::vector<Polygon> const &polygons, B
     double const side = std::max(std::min(box.Width(), box.Height()), longer / kMostFirstSquares);
     std::priority_queue<Square> squares;
     for (double x = box.minX; x < box.maxX; x += side) {
-        for (double y = box.minY; y < box.maxY; y += side) {
+        for (double y = box.minY; y < box.maxY; y += side)
             squares.emplace(polygons, DrawingPoint{x + side / 2.0, y + side / 2.0}, side / 2.0);
-        }
     }
     return squares;
 }
@@ -101,17 +98,14 @@ LabelPoint Search(std::vector<Polygon> const &polygons, Box const &box, double p
     for (int looked = 0; !squares.empty() && looked < kMostSquares; ++looked) {
         Square const square = squares.top();
         squares.pop();
-        if (square.distance > best.radius) {
+        if (square.distance > best.radius)
             best = {square.center, square.distance};
-        }
-        if (square.reach - best.radius <= precision) {
+        if (square.reach - best.radius <= precision)
             break;
-        }
         double const half = square.half / 2.0;
         for (double const dx : {-half, half}) {
-            for (double const dy : {-half, half}) {
+            for (double const dy : {-half, half})
                 squares.emplace(polygons, DrawingPoint{square.center.x + dx, square.center.y + dy}, half);
-            }
         }
     }
     return best;
@@ -139,18 +133,15 @@ DrawingPoint Centroid(std::vector<Polygon> const &polygons) {
 
 LabelPoint FindLabelPoint(lib::DrawingDomain const &domain) {
     std::vector<Polygon> const polygons = PolygonsOf(domain);
-    if (polygons.empty()) {
+    if (polygons.empty())
         return {};
-    }
     Box box;
-    for (DrawingPoint const &corner : polygons.front()) {
+    for (DrawingPoint const &corner : polygons.front())
         box.Add(corner);
-    }
     double const precision = kPrecision * std::max(box.Width(), box.Height());
     bool const resolved = box.minX + precision > box.minX && box.minY + precision > box.minY;
-    if (!(precision > 0.0) || !std::isfinite(precision) || !resolved) {
+    if (!(precision > 0.0) || !std::isfinite(precision) || !resolved)
         return {polygons.front().front(), 0.0};
-    }
     LabelPoint const best = Search(polygons, box, precision);
     DrawingPoint const middle = Centroid(polygons);
     double const around = SignedDistance(polygons, middle);

@@ -26,9 +26,8 @@ int ChordCount(DrawingPiece const &piece, double degrees) {
 } // namespace
 
 void Box::Add(DrawingPoint const &p) {
-    if (!std::isfinite(p.x) || !std::isfinite(p.y)) {
+    if (!std::isfinite(p.x) || !std::isfinite(p.y))
         return;
-    }
     minX = empty ? p.x : std::min(minX, p.x);
     minY = empty ? p.y : std::min(minY, p.y);
     maxX = empty ? p.x : std::max(maxX, p.x);
@@ -41,25 +40,21 @@ double Box::Diagonal() const {
 }
 
 double SweepOf(DrawingPiece const &piece) {
-    if (piece.type == DrawingCurveType::kLine) {
+    if (piece.type == DrawingCurveType::kLine)
         return 0.0;
-    }
     double const direction = piece.clockwise ? -1.0 : 1.0;
-    if (piece.type == DrawingCurveType::kCircle) {
+    if (piece.type == DrawingCurveType::kCircle)
         return direction * kTurn;
-    }
     double const turned = direction * (AngleAt(piece, piece.end) - AngleAt(piece, piece.start));
     return direction * (turned > 0.0 ? turned : turned + kTurn);
 }
 
 DrawingPoint PointOn(DrawingPiece const &piece, double part) {
-    if (piece.type == DrawingCurveType::kLine) {
+    if (piece.type == DrawingCurveType::kLine)
         return {piece.start.x + part * (piece.end.x - piece.start.x),
                 piece.start.y + part * (piece.end.y - piece.start.y)};
-    }
-    if (piece.type == DrawingCurveType::kArc && (part == 0.0 || part == 1.0)) {
+    if (piece.type == DrawingCurveType::kArc && (part == 0.0 || part == 1.0))
         return part == 0.0 ? piece.start : piece.end;
-    }
     double const from = piece.type == DrawingCurveType::kCircle ? 0.0 : AngleAt(piece, piece.start);
     double const angle = from + part * SweepOf(piece);
     return {piece.center.x + piece.radius * std::cos(angle), piece.center.y + piece.radius * std::sin(angle)};
@@ -68,18 +63,16 @@ DrawingPoint PointOn(DrawingPiece const &piece, double part) {
 void AddToBox(Box &box, DrawingPiece const &piece) {
     constexpr double kStepDegrees = 10.0;
     int const count = ChordCount(piece, kStepDegrees);
-    for (int i = 0; i <= count; ++i) {
+    for (int i = 0; i <= count; ++i)
         box.Add(PointOn(piece, double(i) / count));
-    }
 }
 
 std::vector<DrawingPoint> PolygonOf(std::vector<DrawingPiece> const &loop, double degrees) {
     std::vector<DrawingPoint> corners;
     for (DrawingPiece const &piece : loop) {
         int const count = ChordCount(piece, degrees);
-        for (int i = 0; i < count; ++i) {
+        for (int i = 0; i < count; ++i)
             corners.push_back(PointOn(piece, double(i) / count));
-        }
     }
     return corners;
 }

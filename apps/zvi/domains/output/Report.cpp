@@ -36,9 +36,8 @@ std::string TypeCounts(std::map<std::string, int> const &counts) {
     std::string text;
     std::size_t shown = 0;
     for (auto const &[type, count] : counts) {
-        if (shown == kShownTypes) {
+        if (shown == kShownTypes)
             return text + " and " + Count(counts.size() - shown, "other type", "other types");
-        }
         text += (shown++ == 0 ? "" : ", ") + std::to_string(count) + " " + type;
     }
     return text;
@@ -47,23 +46,19 @@ std::string TypeCounts(std::map<std::string, int> const &counts) {
 void AddReading(Lines &lines, DrawingInput const &input) {
     ReadingNotes const &notes = input.notes;
     lines.push_back("read " + Count(input.curves.size(), "curve", "curves") + ", units: " + input.units);
-    if (!notes.flattened.empty()) {
+    if (!notes.flattened.empty())
         lines.push_back("flattened " + TypeCounts(notes.flattened) + " into " + Count(notes.chords, "chord", "chords") +
                         " (--chord-error sets how closely)");
-    }
-    if (notes.tilted > 0) {
+    if (notes.tilted > 0)
         lines.push_back("took " + Count(notes.tilted, "entity that is", "entities that are") +
                         " not level as seen from above");
-    }
-    if (notes.bytesAfterEnd > 0) {
+    if (notes.bytesAfterEnd > 0)
         lines.push_back("passed over " + Count(notes.bytesAfterEnd, "byte", "bytes") + " after the end of the drawing");
-    }
 }
 
 void AddLeftOut(Lines &lines, ReadingNotes const &notes) {
-    if (!notes.notCurves.empty()) {
+    if (!notes.notCurves.empty())
         lines.push_back("left out what is no curve: " + TypeCounts(notes.notCurves));
-    }
     struct Cause {
         int count;
         char const *what;
@@ -77,29 +72,24 @@ void AddLeftOut(Lines &lines, ReadingNotes const &notes) {
                                           {notes.missingBlocks, "INSERT of a block that is not defined"}}};
     std::string text;
     for (Cause const &cause : causes) {
-        if (cause.count > 0) {
+        if (cause.count > 0)
             text += (text.empty() ? "left out " : ", ") + std::to_string(cause.count) + " " + cause.what;
-        }
     }
-    if (!text.empty()) {
+    if (!text.empty())
         lines.push_back(text);
-    }
-    if (!notes.unusable.empty()) {
+    if (!notes.unusable.empty())
         lines.push_back("left out curves that cannot be drawn (no extent seen from above, or bad knots, weights or "
                         "points): " +
                         TypeCounts(notes.unusable));
-    }
 }
 
 void AddLeftovers(Lines &lines, lib::DrawingResult const &result) {
     std::map<lib::LeftoverReason, int> counts;
-    for (lib::DrawingLeftover const &leftover : result.leftovers) {
+    for (lib::DrawingLeftover const &leftover : result.leftovers)
         ++counts[leftover.reason];
-    }
     std::string text;
-    for (auto const &[reason, count] : counts) {
+    for (auto const &[reason, count] : counts)
         text += (text.empty() ? "" : ", ") + std::to_string(count) + " " + ReasonName(reason);
-    }
     lines.push_back("left over: " + (text.empty() ? "nothing" : text));
 }
 
@@ -137,9 +127,8 @@ char const *TypeName(lib::DrawingCurveType type) {
 std::string CurveName(DrawingInput const &input, unsigned int id) {
     EntityLabel const &entity = input.EntityOf(id);
     std::string name = "curve " + std::to_string(id);
-    if (entity.type.empty()) {
+    if (entity.type.empty())
         return name;
-    }
     name += " (" + entity.type + (entity.handle.empty() ? "" : " " + entity.handle);
     return name + " on layer " + input.LayerOf(id) + ", line " + std::to_string(entity.line) + ")";
 }
@@ -160,26 +149,23 @@ std::string DomainTable(lib::DrawingResult const &result, bool color) {
     std::vector<Row> rows{{"number", "area", "perimeter", "curves", "holes"}};
     for (lib::DrawingDomain const &domain : result.domains) {
         std::size_t curves = domain.outer.size();
-        for (auto const &hole : domain.holes) {
+        for (auto const &hole : domain.holes)
             curves += hole.size();
-        }
         rows.push_back({std::to_string(rows.size()), ShortNumber(domain.area), ShortNumber(domain.perimeter),
                         std::to_string(curves), std::to_string(domain.holes.size())});
     }
     Row::size_type const columns = rows.front().size();
     std::array<std::size_t, 5> widths{};
     for (Row const &row : rows) {
-        for (std::size_t i = 0; i < columns; ++i) {
+        for (std::size_t i = 0; i < columns; ++i)
             widths[i] = std::max(widths[i], row[i].size());
-        }
     }
     std::string table;
     for (std::size_t r = 0; r < rows.size(); ++r) {
         bool const bold = color && r == 0;
         table += bold ? "\x1B[1m" : "";
-        for (std::size_t i = 0; i < columns; ++i) {
+        for (std::size_t i = 0; i < columns; ++i)
             table += (i == 0 ? "" : "  ") + Padded(rows[r][i], widths[i]);
-        }
         table += bold ? "\x1B[0m\n" : "\n";
     }
     return table + TotalsLine(result) + "\n";

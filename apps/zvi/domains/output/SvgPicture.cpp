@@ -87,9 +87,8 @@ bool IsFinite(DrawingPiece const &piece) {
 /// Path commands that draw a piece from where the pen is. An arc over more than half a turn is drawn in two, because a
 /// single command cannot tell an arc that nearly closes from one that has no length.
 std::string PathAlong(DrawingPiece const &piece) {
-    if (piece.type == DrawingCurveType::kLine) {
+    if (piece.type == DrawingCurveType::kLine)
         return Joined("L", Place(piece.end));
-    }
     std::string const radii = Joined("A", Number(piece.radius), " ", Number(piece.radius));
     std::string const flags = piece.clockwise ? " 0 0 1 " : " 0 0 0 ";
     std::string const end = radii + flags + Place(PointOn(piece, 1.0));
@@ -99,9 +98,8 @@ std::string PathAlong(DrawingPiece const &piece) {
 
 std::string LoopPath(std::vector<DrawingPiece> const &loop) {
     std::string path = Joined("M", Place(PointOn(loop.front(), 0.0)));
-    for (DrawingPiece const &piece : loop) {
+    for (DrawingPiece const &piece : loop)
         path += PathAlong(piece);
-    }
     return path + "Z";
 }
 
@@ -110,9 +108,8 @@ std::string Dashes(double stroke) {
 }
 
 double LengthOf(DrawingPiece const &piece) {
-    if (piece.type == DrawingCurveType::kLine) {
+    if (piece.type == DrawingCurveType::kLine)
         return std::hypot(piece.end.x - piece.start.x, piece.end.y - piece.start.y);
-    }
     return piece.radius * std::abs(SweepOf(piece));
 }
 
@@ -137,12 +134,10 @@ std::vector<Chain> ChainsOf(std::vector<lib::DrawingLeftover> const &leftovers) 
     for (lib::DrawingLeftover const &leftover : leftovers) {
         DrawingPiece const &piece = leftover.piece;
         bool const isArc = piece.type != DrawingCurveType::kLine;
-        if (!IsFinite(piece) || (isArc && !(piece.radius > 0.0))) {
+        if (!IsFinite(piece) || (isArc && !(piece.radius > 0.0)))
             continue;
-        }
-        if (chains.empty() || !Continues(*chains.back().last, leftover)) {
+        if (chains.empty() || !Continues(*chains.back().last, leftover))
             chains.push_back({&leftover, &leftover, Joined("M", Place(PointOn(piece, 0.0))), 0.0});
-        }
         chains.back().last = &leftover;
         chains.back().path += PathAlong(piece);
         chains.back().length += LengthOf(piece);
@@ -153,7 +148,7 @@ std::vector<Chain> ChainsOf(std::vector<lib::DrawingLeftover> const &leftovers) 
 class Picture {
 public:
     Picture(std::string const &name, DrawingInput const &read, lib::DrawingResult const &domains)
-        : input(read), result(domains) {
+        : m_input(read), m_result(domains) {
         Measure();
         Head(name);
         Style();
@@ -161,10 +156,10 @@ public:
         Leftovers();
         Gaps();
         Numbers();
-        svg += "</svg>\n";
+        m_svg += "</svg>\n";
     }
 
-    std::string Take() { return std::move(svg); }
+    std::string Take() { return std::move(m_svg); }
 
 private:
     void Measure();
@@ -175,138 +170,132 @@ private:
     void Gaps();
     void Numbers();
 
-    DrawingInput const &input;
-    lib::DrawingResult const &result;
-    Box box;
-    double size = 1.0;              ///< longer side of the drawing
-    std::vector<LabelPoint> labels; ///< beside the domains
-    std::string svg;
+    DrawingInput const &m_input;
+    lib::DrawingResult const &m_result;
+    Box m_box;
+    double m_size = 1.0;              ///< longer side of the drawing
+    std::vector<LabelPoint> m_labels; ///< beside the domains
+    std::string m_svg;
 };
 
 void Picture::Measure() {
-    for (lib::DrawingDomain const &domain : result.domains) {
-        for (DrawingPiece const &piece : domain.outer) {
-            AddToBox(box, piece);
-        }
-        labels.push_back(FindLabelPoint(domain));
+    for (lib::DrawingDomain const &domain : m_result.domains) {
+        for (DrawingPiece const &piece : domain.outer)
+            AddToBox(m_box, piece);
+        m_labels.push_back(FindLabelPoint(domain));
     }
-    for (lib::DrawingLeftover const &leftover : result.leftovers) {
-        if (IsFinite(leftover.piece)) {
-            AddToBox(box, leftover.piece);
-        }
+    for (lib::DrawingLeftover const &leftover : m_result.leftovers) {
+        if (IsFinite(leftover.piece))
+            AddToBox(m_box, leftover.piece);
     }
-    double const longer = std::max(box.Width(), box.Height());
-    size = longer > 0.0 && std::isfinite(longer) ? longer : 1.0;
+    double const longer = std::max(m_box.Width(), m_box.Height());
+    m_size = longer > 0.0 && std::isfinite(longer) ? longer : 1.0;
 }
 
 void Picture::Head(std::string const &name) {
-    double const margin = kMargin * size;
-    double const width = box.Width() + 2.0 * margin;
-    double const height = box.Height() + 2.0 * margin;
+    double const margin = kMargin * m_size;
+    double const width = m_box.Width() + 2.0 * margin;
+    double const height = m_box.Height() + 2.0 * margin;
     double const scale = kPagePixels / std::max(width, height);
-    std::string const x = Number(box.minX - margin);
-    std::string const y = Number(-box.maxY - margin);
+    std::string const x = Number(m_box.minX - margin);
+    std::string const y = Number(-m_box.maxY - margin);
     std::string const extent = " width=\"" + Number(width) + "\" height=\"" + Number(height) + "\"";
-    svg += "<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"" + x + " " + y + " " + Number(width) + " " +
-           Number(height) + "\" width=\"" + ShortNumber(width * scale, 6) + "\" height=\"" +
-           ShortNumber(height * scale, 6) + "\" role=\"img\" aria-labelledby=\"title desc\">\n";
-    svg += "<title id=\"title\">Domains of " + Escaped(name) + "</title>\n";
-    svg += "<desc id=\"desc\">" + Escaped(TotalsLine(result)) + "; units: " + Escaped(input.units) + "</desc>\n";
-    svg += "<rect class=\"paper\" x=\"" + x + "\" y=\"" + y + "\"" + extent + "/>\n";
+    m_svg += "<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"" + x + " " + y + " " + Number(width) + " " +
+             Number(height) + "\" width=\"" + ShortNumber(width * scale, 6) + "\" height=\"" +
+             ShortNumber(height * scale, 6) + "\" role=\"img\" aria-labelledby=\"title desc\">\n";
+    m_svg += "<title id=\"title\">Domains of " + Escaped(name) + "</title>\n";
+    m_svg += "<desc id=\"desc\">" + Escaped(TotalsLine(m_result)) + "; units: " + Escaped(m_input.units) + "</desc>\n";
+    m_svg += "<rect class=\"paper\" x=\"" + x + "\" y=\"" + y + "\"" + extent + "/>\n";
 }
 
 void Picture::Style() {
-    std::string const border = Number(kBorderStroke * size);
-    std::string const dashes = Dashes(kLeftoverStroke * size);
-    svg += "<style>\n"
-           ".paper{fill:#ffffff}\n"
-           ".domain{stroke:#3b4252;stroke-width:" +
-           border +
-           ";stroke-linejoin:round;fill-rule:evenodd}\n"
-           ".leftover{fill:none;stroke:#c2410c;stroke-linecap:butt;stroke-width:" +
-           Number(kLeftoverStroke * size) + ";stroke-dasharray:" + dashes +
-           "}\n"
-           ".duplicate,.zero-length{opacity:0.35}\n"
-           ".gap{fill:none;stroke:#dc2626;stroke-width:" +
-           Number(1.5 * kLeftoverStroke * size) +
-           "}\n"
-           ".number{fill:#1f2937;font-family:system-ui,sans-serif;font-weight:600;text-anchor:middle;"
-           "pointer-events:none}\n";
+    std::string const border = Number(kBorderStroke * m_size);
+    std::string const dashes = Dashes(kLeftoverStroke * m_size);
+    m_svg += "<style>\n"
+             ".paper{fill:#ffffff}\n"
+             ".domain{stroke:#3b4252;stroke-width:" +
+             border +
+             ";stroke-linejoin:round;fill-rule:evenodd}\n"
+             ".leftover{fill:none;stroke:#c2410c;stroke-linecap:butt;stroke-width:" +
+             Number(kLeftoverStroke * m_size) + ";stroke-dasharray:" + dashes +
+             "}\n"
+             ".duplicate,.zero-length{opacity:0.35}\n"
+             ".gap{fill:none;stroke:#dc2626;stroke-width:" +
+             Number(1.5 * kLeftoverStroke * m_size) +
+             "}\n"
+             ".number{fill:#1f2937;font-family:system-ui,sans-serif;font-weight:600;text-anchor:middle;"
+             "pointer-events:none}\n";
     std::string dark;
-    for (std::size_t i = 0; i < result.domains.size(); ++i) {
+    for (std::size_t i = 0; i < m_result.domains.size(); ++i) {
         DomainColors const colors = ColorsOf(i);
-        svg += ".d" + std::to_string(i + 1) + "{fill:" + colors.light + "}\n";
+        m_svg += ".d" + std::to_string(i + 1) + "{fill:" + colors.light + "}\n";
         dark += ".d" + std::to_string(i + 1) + "{fill:" + colors.dark + "}\n";
     }
-    svg += "@media (prefers-color-scheme:dark){\n"
-           ".paper{fill:#11151c}\n"
-           ".domain{stroke:#c3cad6}\n"
-           ".leftover{stroke:#fb923c}\n"
-           ".gap{stroke:#f87171}\n"
-           ".number{fill:#f3f4f6}\n" +
-           dark + "}\n</style>\n";
+    m_svg += "@media (prefers-color-scheme:dark){\n"
+             ".paper{fill:#11151c}\n"
+             ".domain{stroke:#c3cad6}\n"
+             ".leftover{stroke:#fb923c}\n"
+             ".gap{stroke:#f87171}\n"
+             ".number{fill:#f3f4f6}\n" +
+             dark + "}\n</style>\n";
 }
 
 void Picture::Domains() {
-    svg += "<g>\n";
-    for (std::size_t i = 0; i < result.domains.size(); ++i) {
-        lib::DrawingDomain const &domain = result.domains[i];
+    m_svg += "<g>\n";
+    for (std::size_t i = 0; i < m_result.domains.size(); ++i) {
+        lib::DrawingDomain const &domain = m_result.domains[i];
         std::string const number = std::to_string(i + 1);
         std::string path = LoopPath(domain.outer);
-        for (auto const &hole : domain.holes) {
+        for (auto const &hole : domain.holes)
             path += LoopPath(hole);
-        }
-        double const stroke = kBorderShare * labels[i].radius;
-        bool const thin = stroke > 0.0 && stroke < kBorderStroke * size;
+        double const stroke = kBorderShare * m_labels[i].radius;
+        bool const thin = stroke > 0.0 && stroke < kBorderStroke * m_size;
         std::string const style = thin ? " style=\"stroke-width:" + ShortNumber(stroke, 4) + "\"" : std::string();
-        svg += "<path class=\"domain d" + number + "\"" + style + " d=\"" + path + "\"><title>Domain " + number +
-               ": area " + ShortNumber(domain.area) + "</title></path>\n";
+        m_svg += "<path class=\"domain d" + number + "\"" + style + " d=\"" + path + "\"><title>Domain " + number +
+                 ": area " + ShortNumber(domain.area) + "</title></path>\n";
     }
-    svg += "</g>\n";
+    m_svg += "</g>\n";
 }
 
 void Picture::Leftovers() {
-    svg += "<g>\n";
-    for (Chain const &chain : ChainsOf(result.leftovers)) {
+    m_svg += "<g>\n";
+    for (Chain const &chain : ChainsOf(m_result.leftovers)) {
         double const stroke = kLeftoverShare * chain.length;
         std::string style;
-        if (stroke < kLeftoverStroke * size) {
+        if (stroke < kLeftoverStroke * m_size)
             style = " style=\"stroke-width:" + ShortNumber(stroke, 4) + ";stroke-dasharray:" + Dashes(stroke) + "\"";
-        }
-        svg += "<path class=\"leftover " + std::string(ReasonName(chain.first->reason)) + "\"" + style + " d=\"" +
-               chain.path + "\"><title>" + Escaped(CurveName(input, chain.first->piece.curve)) + ": " +
-               ReasonName(chain.first->reason) + "</title></path>\n";
+        m_svg += "<path class=\"leftover " + std::string(ReasonName(chain.first->reason)) + "\"" + style + " d=\"" +
+                 chain.path + "\"><title>" + Escaped(CurveName(m_input, chain.first->piece.curve)) + ": " +
+                 ReasonName(chain.first->reason) + "</title></path>\n";
     }
-    svg += "</g>\n";
+    m_svg += "</g>\n";
 }
 
 void Picture::Gaps() {
-    svg += "<g>\n";
-    for (lib::DrawingGap const &gap : result.gaps) {
-        svg += "<circle class=\"gap\" cx=\"" + Number(gap.at.x) + "\" cy=\"" + Number(-gap.at.y) + "\" r=\"" +
-               Number(std::max(kRing * size, 1.5 * gap.distance)) + "\"><title>gap of " + ShortNumber(gap.distance) +
-               "</title></circle>\n";
-    }
-    svg += "</g>\n";
+    m_svg += "<g>\n";
+    for (lib::DrawingGap const &gap : m_result.gaps)
+        m_svg += "<circle class=\"gap\" cx=\"" + Number(gap.at.x) + "\" cy=\"" + Number(-gap.at.y) + "\" r=\"" +
+                 Number(std::max(kRing * m_size, 1.5 * gap.distance)) + "\"><title>gap of " +
+                 ShortNumber(gap.distance) + "</title></circle>\n";
+    m_svg += "</g>\n";
 }
 
 /// Puts each number on the centre of the free circle of its domain, as large as fits.
 void Picture::Numbers() {
-    svg += "<g>\n";
-    for (std::size_t i = 0; i < result.domains.size(); ++i) {
+    m_svg += "<g>\n";
+    for (std::size_t i = 0; i < m_result.domains.size(); ++i) {
         std::string const number = std::to_string(i + 1);
-        LabelPoint const &label = labels[i];
+        LabelPoint const &label = m_labels[i];
         double const halfWidth = 0.5 * kDigitWidth * static_cast<double>(number.size());
         double const fitting = kNumberFill * label.radius / std::hypot(halfWidth, kHalfDigitHeight);
-        double const fontSize = std::min(fitting, kLargestNumber * size);
-        if (!(fontSize > 0.0)) {
+        double const fontSize = std::min(fitting, kLargestNumber * m_size);
+        if (!(fontSize > 0.0))
             continue;
-        }
-        svg += "<text class=\"number\" x=\"" + Number(label.at.x) + "\" y=\"" +
-               Number(-label.at.y + kHalfDigitHeight * fontSize) + "\" font-size=\"" + ShortNumber(fontSize, 6) +
-               "\">" + number + "</text>\n";
+        m_svg += "<text class=\"number\" x=\"" + Number(label.at.x) + "\" y=\"" +
+                 Number(-label.at.y + kHalfDigitHeight * fontSize) + "\" font-size=\"" + ShortNumber(fontSize, 6) +
+                 "\">" + number + "</text>\n";
     }
-    svg += "</g>\n";
+    m_svg += "</g>\n";
 }
 
 } // namespace

@@ -1,0 +1,67 @@
+#include "apps/zvi/common/Terminal.h"
+
+#include <unistd.h>
+
+#include <array>
+#include <atomic>
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+
+namespace zvi::app {
+
+namespace {
+
+/// Longest path that an interrupt can remove, its end included; the handler may not allocate.
+constexpr std::size_t kLongestPath = 4096;
+
+std::array<char, kLongestPath> pendingPath;
+std::atomic<bool> hasPendingPath = false;
+
+extern "C" void TidyAndEnd(int signal) {
+    if (hasPendingPath.load())
+        unlink(pendingPath.data());
+    std::signal(signal, SIG_DFL);
+    std::raise(signal);
+}
+
+/// Handles the signal unless the one who started the program has it ignored, as for runs in the background.
+void Handle(int signal) {
+    if (std::signal(signal, TidyAndEnd) == SIG_IGN)
+        std::signal(signal, SIG_IGN);
+}
+
+} // namespace
+
+/// Streams carry bytes here, and terminals speak UTF-8.
+void OpenStandardStreams() {}
+
+bool IsTerminal(int stream) {
+    return isatty(stream) != 0;
+}
+
+char const *EndOfInputKeys() {
+    return "Ctrl-D";
+}
+
+bool ReaderHasGone() {
+    return errno == EPIPE;
+}
+
+void InstallSignalHandlers() {
+    std::signal(SIGPIPE, SIG_IGN);
+    Handle(SIGHUP);
+    Handle(SIGINT);
+    Handle(SIGTERM);
+}
+
+void RemoveOnInterrupt(std::filesystem::path const &path) {
+    hasPendingPath.store(false);
+    std::size_t const size = path.native().size();
+    if (size > 0 && size < pendingPath.size()) {
+        std::memcpy(pendingPath.data(), path.c_str(), size + 1);
+        hasPendingPath.store(true);
+    }
+}
+
+} // namespace zvi::app

@@ -1,0 +1,89 @@
+#include "apps/zvi/common/Terminal.h"
+
+#include "apps/zvi/common/windows/ConsoleBuffers.h"
+
+#include <fcntl.h>
+#include <io.h>
+
+#include <array>
+#include <atomic>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cwchar>
+#include <iostream>
+
+namespace zvi::app {
+
+namespace {
+
+/// Longest path that an interrupt can remove, its end included; the handler may not allocate.
+constexpr std::size_t kLongestPath = 32768;
+
+std::array<wchar_t, kLongestPath> pendingPath;
+std::atomic<bool> hasPendingPath = false;
+
+/// Runs on a thread of its own; the host ends the process behind it.
+BOOL WINAPI TidyUp(DWORD) {
+    if (hasPendingPath.load())
+        DeleteFileW(pendingPath.data());
+    return FALSE;
+}
+
+HANDLE HandleOf(int stream) {
+    constexpr DWORD kNumbers[] = {STD_INPUT_HANDLE, STD_OUTPUT_HANDLE, STD_ERROR_HANDLE};
+    return GetStdHandle(kNumbers[stream]);
+}
+
+/// Puts a console's own buffer under an output stream.
+void OpenOutput(std::ostream &stream, int number) {
+    DWORD mode = 0;
+    HANDLE const handle = HandleOf(number);
+    if (!GetConsoleMode(handle, &mode))
+        return;
+    SetConsoleMode(handle, mode | ENABLE_PROCESSED_OUTPUT | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
+    // Never destroyed: the stream writes what is left when the process ends.
+    stream.rdbuf(new ConsoleOutput(handle));
+}
+
+} // namespace
+
+void OpenStandardStreams() {
+    for (std::FILE *const file : {stdin, stdout, stderr})
+        _setmode(_fileno(file), _O_BINARY);
+    DWORD mode = 0;
+    if (GetConsoleMode(HandleOf(0), &mode))
+        std::cin.rdbuf(new ConsoleInput(HandleOf(0)));
+    OpenOutput(std::cout, 1);
+    OpenOutput(std::cerr, 2);
+}
+
+bool IsTerminal(int stream) {
+    DWORD mode = 0;
+    if (!GetConsoleMode(HandleOf(stream), &mode))
+        return false;
+    return stream == 0 || (mode & ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
+}
+
+char const *EndOfInputKeys() {
+    return "Ctrl-Z and Enter";
+}
+
+bool ReaderHasGone() {
+    return errno == EPIPE || (errno == EINVAL && _doserrno == ERROR_NO_DATA);
+}
+
+void InstallSignalHandlers() {
+    SetConsoleCtrlHandler(TidyUp, TRUE);
+}
+
+void RemoveOnInterrupt(std::filesystem::path const &path) {
+    hasPendingPath.store(false);
+    std::size_t const size = path.native().size();
+    if (size > 0 && size < pendingPath.size()) {
+        std::wmemcpy(pendingPath.data(), path.c_str(), size + 1);
+        hasPendingPath.store(true);
+    }
+}
+
+} // namespace zvi::app

@@ -1,0 +1,116 @@
+// Mistakes as a table: the fault that they lead to, how they are seen, and what is said of them.
+
+#include "apps/zvi/eval/hints/Diagnose.h"
+
+#include "apps/zvi/common/Characters.h"
+#include "apps/zvi/common/WideText.h"
+#include "apps/zvi/eval/hints/Mistakes.h"
+#include "apps/zvi/eval/hints/Repairs.h"
+#include "apps/zvi/eval/hints/TypedRange.h"
+
+#include "zvi/command/Parser.h"
+
+namespace zvi::app {
+
+namespace {
+
+using lib::ParseFaultKind;
+
+/// Texts that name more numbers than this are not read again in search of a mistake, which could take seconds.
+constexpr long long kMostToReadAgain = 100'000;
+
+/// Longest corrected text that a hint shows, in characters.
+constexpr std::size_t kLongestShown = 100;
+
+/// More numbers than a list may hold.
+std::optional<Mistake> FindTooManyNamed(FailedText const &failed) {
+    long long const named = CountNamed(failed.typed);
+    bool const isList = !ReadsDoubles(failed.settings.mode) && !ReadsOneExpression(failed.settings.mode);
+    if (!isList || named <= lib::Parser::kMostArguments)
+        return std::nullopt;
+    return Mistake{{0, failed.typed.size()},
+                   "the text names " + std::to_string(named) + " numbers; a list holds at most 10,000,000"};
+}
+
+/// `name=expression`, which is no expression.
+std::optional<Mistake> FindAssignment(FailedText const &failed) {
+    std::size_t const equals = failed.typed.find(L'=');
+    std::size_t const first = NextItem(failed.typed, 0);
+    if (equals == kNowhere || first >= equals || !IsLetter(failed.typed[first]))
+        return std::nullopt;
+    return Mistake{{equals, 1}, "a variable is set apart from the text, by --var " + Utf8Of(failed.typed)};
+}
+
+std::optional<Mistake> FindZeroDivisor(FailedText const &failed) {
+    std::string const divisor = failed.Typed(failed.CulpritSpan());
+    return Mistake{failed.CulpritSpan(),
+                   divisor == "0" ? "division by zero" : "division by zero: " + divisor + " is 0"};
+}
+
+/// A slip that is mended; if another mistake is left then, that one is told too.
+std::optional<Mistake> FindSlip(FailedText const &failed) {
+    std::optional<RepairedText> const repaired = FindRepair(failed);
+    if (!repaired)
+        return std::nullopt;
+    Mistake slip{{failed.Place(), 1}, repaired->why};
+    if (!repaired->outcome.parsed) {
+        FailedText const left{repaired->text, failed.settings, repaired->outcome};
+        if (left.Fault() != ParseFaultKind::kZeroDivisor && left.Fault() != ParseFaultKind::kExponent)
+            return std::nullopt;
+        slip.hint +=
+            "; " + (left.Fault() == ParseFaultKind::kExponent ? FindExponent(left) : FindZeroDivisor(left))->hint;
+    } else if (repaired->text.size() <= kLongestShown) {
+        slip.hint += "; write " + Utf8Of(repaired->text);
+    }
+    return slip;
+}
+
+/// A kind of mistake. The first row that fits a failed text and finds its mistake tells the hint.
+struct MistakeRow {
+    ParseFaultKind fault;                                     ///< what it makes the parser fail with; kNone: anything
+    std::optional<Mistake> (*find)(FailedText const &failed); ///< null: it is where the fault is
+    char const *hint = nullptr;
+    bool readsAgain = false; ///< it reads parts of the text again
+};
+
+constexpr MistakeRow kMistakes[] = {
+    {ParseFaultKind::kTooLong, nullptr,
+     "the text is too long; a line holds about 2,000 characters, and a B or T that stands for BY or TO counts as 12"},
+    {ParseFaultKind::kTooManyNumbers, nullptr,
+     "a line holds at most 1,000 numbers; write runs as ranges, or two lines"},
+    {ParseFaultKind::kNone, FindTooManyNamed},
+    {ParseFaultKind::kNone, FindAssignment},
+    {ParseFaultKind::kNone, FindUnknownWord},
+    {ParseFaultKind::kRightAngleTangent, nullptr, "angles are in degrees, and the tangent of 90 has no value"},
+    {ParseFaultKind::kInverseSine, nullptr, "asin and acos take a number from -1 to 1"},
+    {ParseFaultKind::kZeroDivisor, FindZeroDivisor},
+    {ParseFaultKind::kExponent, FindExponent, nullptr, true},
+    {ParseFaultKind::kNone, FindSlip, nullptr, true},
+    {ParseFaultKind::kNone, FindItem, nullptr, true},
+    {ParseFaultKind::kNone, FindOtherMode, nullptr, true},
+    {ParseFaultKind::kNone, DescribePlace},
+};
+
+Mistake FindMistake(FailedText const &failed) {
+    bool const isLong = CountNamed(failed.typed) > kMostToReadAgain;
+    for (MistakeRow const &row : kMistakes) {
+        bool const fits = row.fault == ParseFaultKind::kNone || row.fault == failed.Fault();
+        if (!fits || (row.readsAgain && isLong))
+            continue;
+        if (!row.find)
+            return {failed.CulpritSpan(), row.hint};
+        if (std::optional<Mistake> const mistake = row.find(failed))
+            return *mistake;
+    }
+    return {{failed.Place(), 1}, ""};
+}
+
+} // namespace
+
+Diagnosis Diagnose(CString const &typed, EvalSettings const &settings, EvalOutcome const &outcome) {
+    Mistake const mistake = FindMistake({typed.GetString(), settings, outcome});
+    std::string const what = lib::ParseFaultText(outcome.fault.kind);
+    return {mistake.where, what.empty() ? "there is no number in the text" : what, mistake.hint};
+}
+
+} // namespace zvi::app

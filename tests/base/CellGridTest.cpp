@@ -1,0 +1,57 @@
+#include "zvi/base/CellGrid.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <map>
+#include <random>
+#include <set>
+
+namespace zvi::lib::test {
+
+using namespace base;
+
+TEST(CellGrid, HoldsWhatWasAddedAndNotRemoved) {
+    // Few keys, alike in their low bits, so that they meet in the table.
+    constexpr std::uint32_t kKeyStep = 1u << 20;
+    std::mt19937 random(7);
+    CellGrid grid;
+    std::map<int, std::uint32_t> keyOf;
+    for (int number = 0; number < 2000; ++number) {
+        keyOf[number] = static_cast<std::uint32_t>(random() % 400 * kKeyStep + random() % 3);
+        grid.Add(keyOf[number], number);
+        if (random() % 3 == 0) {
+            auto const removed = std::next(keyOf.begin(), static_cast<int>(random() % keyOf.size()));
+            grid.Remove(removed->second, removed->first);
+            keyOf.erase(removed);
+        }
+    }
+    std::map<std::uint32_t, std::multiset<int>> cells;
+    for (auto const &[number, key] : keyOf)
+        cells[key].insert(number);
+    for (std::uint32_t step = 0; step < 1200; ++step) {
+        std::uint32_t const key = step / 3 * kKeyStep + step % 3;
+        std::multiset<int> found;
+        grid.ForEach(key, [&](int number) { found.insert(number); });
+        EXPECT_EQ(found, cells[key]);
+    }
+}
+
+TEST(CellGrid, FindsTheStepsOfCoordinates) {
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    for (double const value : {-1.5, -1.0, -0.0, 0.5, 1.0, 4503599627370495.5, -4503599627370495.5, 1e300, kInfinity})
+        EXPECT_EQ(Floor(value), std::floor(value)) << value;
+    EXPECT_TRUE(std::isnan(Floor(std::numeric_limits<double>::quiet_NaN())));
+    EXPECT_EQ(CellKey(0.0, -0.0), CellKey(-0.0, 0.0));
+    std::set<std::uint32_t> keys;
+    for (double x = -10; x < 10; ++x) {
+        for (double y = -10; y < 10; ++y) {
+            for (double z = -10; z < 10; ++z)
+                keys.insert(CellKey(x, y, z));
+        }
+    }
+    EXPECT_GE(keys.size(), 7990u) << "8000 cells that are neighbours have keys of their own";
+}
+
+} // namespace zvi::lib::test
