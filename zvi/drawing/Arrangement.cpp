@@ -1,5 +1,6 @@
 #include "zvi/drawing/ArrangementDetail.h"
 
+#include "zvi/base/Buckets.h"
 #include "zvi/drawing/BoxIndexDetail.h"
 #include "zvi/drawing/CandidatePairsDetail.h"
 #include "zvi/drawing/ConnectorsDetail.h"
@@ -73,7 +74,7 @@ public:
             Foot foot;
             if (FootOn(EdgeAt(i.edge).stretch, m_network.Place(i.place), foot) &&
                 foot.distance > kDrawnInRoundings * m_network.rounding)
-                any = draws[At(i.place)] = true;
+                any = draws[Index(i.place)] = true;
         }
         if (!any)
             return;
@@ -83,7 +84,7 @@ public:
         BoxIndex index(boxes);
         std::vector<int> found;
         for (int place = 0; place < static_cast<int>(draws.size()); ++place) {
-            if (!draws[At(place)])
+            if (!draws[Index(place)])
                 continue;
             DrawingPoint const p = m_network.Place(place);
             index.Find({p.x, p.y, p.x, p.y}, found);
@@ -97,16 +98,13 @@ public:
     /// The incidences by edge and along each edge; `begins` gets where those of each edge begin.
     std::vector<Incidence> Sorted(std::vector<std::size_t> &begins) const {
         begins.assign(m_network.edges.size() + 1, 0);
-        for (Incidence const &i : m_incidences)
-            ++begins[At(i.edge) + 1];
-        for (std::size_t e = 0; e + 1 < begins.size(); ++e)
-            begins[e + 1] += begins[e];
         std::vector<Incidence> sorted(m_incidences.size());
-        std::vector<std::size_t> next(begins.begin(), begins.end() - 1);
-        for (Incidence i : m_incidences) {
-            i.t = FractionAt(EdgeAt(i.edge).stretch, m_network.Place(i.place));
-            sorted[next[At(i.edge)]++] = i;
-        }
+        base::SortIntoBuckets(
+            m_incidences.size(), std::span(begins), [&](std::size_t i) { return m_incidences[i].edge; },
+            [&](std::size_t place, std::size_t i) {
+                Incidence &incidence = sorted[place] = m_incidences[i];
+                incidence.t = FractionAt(EdgeAt(incidence.edge).stretch, m_network.Place(incidence.place));
+            });
         for (std::size_t e = 0; e + 1 < begins.size(); ++e)
             std::sort(sorted.begin() + static_cast<std::ptrdiff_t>(begins[e]),
                       sorted.begin() + static_cast<std::ptrdiff_t>(begins[e + 1]),
@@ -115,7 +113,7 @@ public:
     }
 
 private:
-    NetworkEdge const &EdgeAt(int i) const { return m_network.edges[At(i)]; }
+    NetworkEdge const &EdgeAt(int i) const { return m_network.edges[Index(i)]; }
 
     void LookAtEnd(int place, int other) {
         NetworkEdge const &e = EdgeAt(other);
@@ -124,7 +122,7 @@ private:
         bool const isEnd = e.EndsAt(place);
         if (!isEnd && (!FootOn(e.stretch, p, foot) || foot.distance >= m_network.snap))
             return;
-        m_contacts[At(m_contactCount++)] = p;
+        m_contacts[Index(m_contactCount++)] = p;
         if (!isEnd)
             m_incidences.push_back({other, place, 0.0});
     }
@@ -162,7 +160,7 @@ public:
         for (std::size_t e = 0; e < m_network.edges.size(); ++e) {
             NetworkEdge const &edge = m_network.edges[e];
             Incidence const *first = m_incidences.data() + m_begins[e], *last = m_incidences.data() + m_begins[e + 1];
-            if (first != last && !keepStarts && edge.stretch.IsFullTurn() && isStart[At(edge.startPlace)])
+            if (first != last && !keepStarts && edge.stretch.IsFullTurn() && isStart[Index(edge.startPlace)])
                 AddParts(TurnedTo(edge, *first), first + 1, last, first->t);
             else
                 AddParts(edge, first, last, 0.0);
@@ -176,11 +174,11 @@ private:
     std::vector<bool> BareStarts() const {
         std::vector<int> counts(m_network.places.Places().size(), 0);
         for (NetworkEdge const &e : m_network.edges) {
-            counts[At(e.startPlace)] += e.stretch.IsFullTurn() ? 1 : 2;
-            counts[At(e.endPlace)] += e.stretch.IsFullTurn() ? 0 : 2;
+            counts[Index(e.startPlace)] += e.stretch.IsFullTurn() ? 1 : 2;
+            counts[Index(e.endPlace)] += e.stretch.IsFullTurn() ? 0 : 2;
         }
         for (Incidence const &i : m_incidences)
-            ++counts[At(i.place)];
+            ++counts[Index(i.place)];
         std::vector<bool> isBare;
         for (int const count : counts)
             isBare.push_back(count == 1);

@@ -48,21 +48,21 @@ std::vector<EdgePair> CandidatePairs(Network const &network, double reach) {
     std::vector<EdgePair> pairs;
     std::vector<int> found;
     for (int i = 0; i < static_cast<int>(boxes.size()); ++i) {
-        index.Find(boxes[At(i)], found);
+        index.Find(boxes[Index(i)], found);
         for (int const other : found)
-            if (i < other && !AreApart(network.edges[At(i)], network.edges[At(other)], reach))
+            if (i < other && !AreApart(network.edges[Index(i)], network.edges[Index(other)], reach))
                 pairs.push_back({i, other});
     }
     return pairs;
 }
 
 std::vector<EdgePair> CandidatePairsOfLatest(Network const &network, int first) {
-    std::vector<Box> const boxes = BoxesFrom(network, At(first), 2.0 * network.snap);
+    std::vector<Box> const boxes = BoxesFrom(network, Index(first), 2.0 * network.snap);
     BoxIndex index(boxes);
     std::vector<EdgePair> pairs;
     std::vector<int> found;
     for (int i = 0; i < static_cast<int>(network.edges.size()); ++i) {
-        index.Find(i < first ? BoxOf(network.edges[At(i)].stretch) : boxes[At(i - first)], found);
+        index.Find(i < first ? BoxOf(network.edges[Index(i)].stretch) : boxes[Index(i - first)], found);
         for (int const k : found)
             if (int const other = first + k; i < other)
                 pairs.push_back({i, other});

@@ -39,7 +39,7 @@ public:
         for (NetworkEdge const &e : m_network.edges)
             if (!e.stretch.IsFullTurn())
                 for (int const place : {e.startPlace, e.endPlace})
-                    ++m_endCounts[At(place)];
+                    ++m_endCounts[Index(place)];
     }
 
     /// Gaps between an end and a curve, and between two curves. Finds which ends lie on a curve, too.
@@ -55,14 +55,14 @@ public:
             CrossingsOf(a.stretch, b.stretch).count > 0)
             return;
         for (int i = 0; i < m_contactCount; ++i)
-            if (StayNear(a.stretch, b.stretch, m_contacts[At(i)], approach.onFirst, m_tolerance))
+            if (StayNear(a.stretch, b.stretch, m_contacts[Index(i)], approach.onFirst, m_tolerance))
                 return;
         m_gaps.push_back(
             {kCorner, approach.distance, approach.onFirst, approach.onSecond, -1, -1, pair.first, pair.second});
     }
 
     void LookAtPlaces() {
-        PlaceIndex near(m_tolerance, m_endCounts.size());
+        PlaceIndex near(m_tolerance);
         for (DrawingPoint const p : m_network.places.Places())
             near.Add(p);
         for (int place = 0; place < static_cast<int>(m_endCounts.size()); ++place)
@@ -88,14 +88,14 @@ public:
         }
         SortShortestFirst(order, m_network.snap);
         for (Measured const &gap : order)
-            Connect(m_gaps[At(gap.number)]);
+            Connect(m_gaps[Index(gap.number)]);
     }
 
 private:
-    NetworkEdge const &EdgeAt(int i) const { return m_network.edges[At(i)]; }
+    NetworkEdge const &EdgeAt(int i) const { return m_network.edges[Index(i)]; }
     /// Where a circle is taken to start is no end.
-    bool IsEnd(int place) const { return m_endCounts[At(place)] > 0; }
-    bool IsLoose(int place) const { return m_endCounts[At(place)] == 1 && !m_isOnCurve[At(place)]; }
+    bool IsEnd(int place) const { return m_endCounts[Index(place)] > 0; }
+    bool IsLoose(int place) const { return m_endCounts[Index(place)] == 1 && !m_isOnCurve[Index(place)]; }
 
     bool IsNearEnd(Stretch const &s, DrawingPoint p) const {
         return std::min(Distance(p, s.start), Distance(p, s.end)) < m_tolerance;
@@ -108,15 +108,15 @@ private:
         if (!IsEnd(place))
             return;
         if (e.EndsAt(place) || (!e.stretch.IsFullTurn() && IsNearEnd(e.stretch, p))) {
-            m_contacts[At(m_contactCount++)] = p;
+            m_contacts[Index(m_contactCount++)] = p;
             return;
         }
         Foot foot;
         if (!FootOn(e.stretch, p, foot) || foot.distance >= m_tolerance)
             return;
-        m_contacts[At(m_contactCount++)] = p;
+        m_contacts[Index(m_contactCount++)] = p;
         if (foot.distance < m_network.snap)
-            m_isOnCurve[At(place)] = true;
+            m_isOnCurve[Index(place)] = true;
         else
             m_gaps.push_back({kLooseEnd, foot.distance, p, foot.point, place, -1, own, other});
     }

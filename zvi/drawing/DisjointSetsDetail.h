@@ -15,14 +15,14 @@ public:
 
     /// The smallest number of the set.
     int Find(int i) {
-        while (m_parent[At(i)] != i)
-            i = m_parent[At(i)] = m_parent[At(m_parent[At(i)])];
+        while (m_parent[Index(i)] != i)
+            i = m_parent[Index(i)] = m_parent[Index(m_parent[Index(i)])];
         return i;
     }
     /// Returns whether the two were in different sets.
     bool Unite(int a, int b) {
         int const rootOfA = Find(a), rootOfB = Find(b);
-        m_parent[At(std::max(rootOfA, rootOfB))] = std::min(rootOfA, rootOfB);
+        m_parent[Index(std::max(rootOfA, rootOfB))] = std::min(rootOfA, rootOfB);
         return rootOfA != rootOfB;
     }
 

@@ -1,10 +1,11 @@
 #include "zvi/drawing/DivideDrawingDetail.h"
 
 #include "zvi/drawing/ArrangementDetail.h"
-#include "zvi/drawing/ContractionDetail.h"
+#include "zvi/drawing/FaceWalkDetail.h"
 #include "zvi/drawing/FitEdgesDetail.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace zvi::lib::drawing {
 
@@ -16,25 +17,42 @@ constexpr double kThinInSnaps = 4.0;
 /// Cuts what runs past the start of a circle there, so that fractions of circles are below 1.
 void CutCirclesAtStarts(DividedDrawing &drawing) {
     int const count = drawing.map.EdgeCount();
-    std::vector<int> second(At(count), -1);
+    std::vector<int> second(Index(count), -1);
     for (int e = 0; e < count; ++e) {
         Stretch const &s = drawing.map.Edge(e).stretch;
         if (s.to <= 1.0)
             continue;
         if (s.from < 1.0) {
-            second[At(e)] = drawing.map.Split(e, (1.0 - s.from) / (s.to - s.from));
+            second[Index(e)] = drawing.map.Split(e, (1.0 - s.from) / (s.to - s.from));
             drawing.map.StretchOf(e).to = 1.0;
         }
-        Stretch &past = drawing.map.StretchOf(second[At(e)] < 0 ? e : second[At(e)]);
-        past.from = second[At(e)] < 0 ? past.from - 1.0 : 0.0;
+        Stretch &past = drawing.map.StretchOf(second[Index(e)] < 0 ? e : second[Index(e)]);
+        past.from = second[Index(e)] < 0 ? past.from - 1.0 : 0.0;
         past.to -= 1.0;
     }
     std::size_t const dropped = drawing.dropped.size();
     for (std::size_t d = 0; d < dropped; ++d)
-        if (DroppedEdge more = drawing.dropped[d]; second[At(more.edge)] >= 0) {
-            more.edge = second[At(more.edge)];
+        if (DroppedEdge more = drawing.dropped[d]; second[Index(more.edge)] >= 0) {
+            more.edge = second[Index(more.edge)];
             drawing.dropped.push_back(more);
         }
+}
+
+/// What must hold at the end: the map is planar, its edges meet at their ends to the last bit, each bounded face has a
+/// positive area, and those of each connected part make up what its outside encloses.
+[[maybe_unused]] bool IsSound(PlanarMap const &map, double snap) {
+    FaceWalks const faces = WalkFaces(map);
+    double areas = 0.0, length = 0.0;
+    for (FaceWalk const &face : faces.walks) {
+        areas += face.area;
+        length += face.perimeter;
+        if (!face.isOutside && !(face.area > 0.0))
+            return false;
+        for (HalfEdge const h : WalkFrom(map, face.first))
+            if (!(EndOf(map, h) == BeginOf(map, map.Next(h))))
+                return false;
+    }
+    return map.IsPlanar() && std::fabs(areas) <= snap * length;
 }
 
 } // namespace
@@ -51,6 +69,7 @@ DividedDrawing DivideDrawing(std::vector<DrawingCurve> const &curves, DrawingOpt
     drawing.positions = FitEdges(drawing.map, drawing.snap);
     DropEmptyFaces(drawing.map, drawing.snap, drawing.dropped);
     AbsorbContracted(drawing.map, drawing.vanished);
+    assert(!options.split || IsSound(drawing.map, drawing.snap));
     return drawing;
 }
 

@@ -32,16 +32,16 @@ private:
 };
 
 std::vector<int> NumberWalks(PlanarMap const &map, std::vector<HalfEdge> &firsts) {
-    std::vector<int> walkOfHalf(2 * At(map.EdgeCount()), -1);
+    std::vector<int> walkOfHalf(2 * Index(map.EdgeCount()), -1);
     for (int number = 0; number < 2 * map.EdgeCount(); ++number) {
         HalfEdge const first{number};
-        if (!map.IsInMap(first.Edge()) || walkOfHalf[At(number)] >= 0)
+        if (!map.IsInMap(first.Edge()) || walkOfHalf[Index(number)] >= 0)
             continue;
         int const walk = static_cast<int>(firsts.size());
         firsts.push_back(first);
         HalfEdge h = first;
         do {
-            walkOfHalf[At(h.number)] = walk;
+            walkOfHalf[Index(h.number)] = walk;
             h = map.Next(h);
         } while (!(h == first));
     }
@@ -55,13 +55,13 @@ void MarkOutsides(PlanarMap const &map, FaceWalks &faces) {
             parts.Unite(faces.Of(HalfEdge::Along(e)), faces.Of(HalfEdge::Against(e)));
     std::vector<int> least(faces.walks.size(), -1);
     for (int w = 0; w < static_cast<int>(faces.walks.size()); ++w) {
-        int &outside = least[At(parts.Find(w))];
-        if (outside < 0 || faces.walks[At(w)].area < faces.walks[At(outside)].area)
+        int &outside = least[Index(parts.Find(w))];
+        if (outside < 0 || faces.walks[Index(w)].area < faces.walks[Index(outside)].area)
             outside = w;
     }
     for (int const outside : least)
         if (outside >= 0)
-            faces.walks[At(outside)].isOutside = true;
+            faces.walks[Index(outside)].isOutside = true;
 }
 
 } // namespace
@@ -113,7 +113,8 @@ void SetAsideUnboundingEdges(PlanarMap &map) {
     std::vector<HalfEdge> firsts;
     std::vector<int> const walkOfHalf = NumberWalks(map, firsts);
     for (int e = 0; e < map.EdgeCount(); ++e)
-        if (map.IsInMap(e) && walkOfHalf[At(HalfEdge::Along(e).number)] == walkOfHalf[At(HalfEdge::Against(e).number)])
+        if (map.IsInMap(e) &&
+            walkOfHalf[Index(HalfEdge::Along(e).number)] == walkOfHalf[Index(HalfEdge::Against(e).number)])
             map.Remove(e, EdgeState::kSetAside);
 }
 

@@ -19,7 +19,7 @@ struct FaceWalks {
     std::vector<FaceWalk> walks;
     std::vector<int> walkOfHalf; ///< -1 for half-edges that are not in the map
 
-    int Of(HalfEdge h) const { return walkOfHalf[At(h.number)]; }
+    int Of(HalfEdge h) const { return walkOfHalf[Index(h.number)]; }
 };
 
 /// All walks of the map. The outside of each connected part is the walk of least area. Lengths and areas are those of

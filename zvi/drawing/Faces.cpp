@@ -12,18 +12,18 @@ namespace {
 /// Takes walks apart where they come back to a place.
 class LoopSplitter {
 public:
-    explicit LoopSplitter(PlanarMap const &map) : m_map(map), m_stackOfPlace(At(map.Places().Count()), -1) {}
+    explicit LoopSplitter(PlanarMap const &map) : m_map(map), m_stackOfPlace(Index(map.Places().Count()), -1) {}
 
     std::vector<Loop> LoopsOf(HalfEdge first) {
         std::vector<Loop> loops;
         std::vector<HalfEdge> open;
         HalfEdge h = first;
         do {
-            m_stackOfPlace[At(m_map.Origin(h))] = static_cast<int>(open.size());
+            m_stackOfPlace[Index(m_map.Origin(h))] = static_cast<int>(open.size());
             open.push_back(h);
-            if (int const begin = m_stackOfPlace[At(m_map.Target(h))]; begin >= 0) {
+            if (int const begin = m_stackOfPlace[Index(m_map.Target(h))]; begin >= 0) {
                 loops.push_back(MakeLoop({open.begin() + begin, open.end()}));
-                open.resize(At(begin));
+                open.resize(Index(begin));
             }
             h = m_map.Next(h);
         } while (!(h == first));
@@ -35,7 +35,7 @@ private:
     Loop MakeLoop(std::vector<HalfEdge> halves) {
         auto first = halves.begin();
         for (auto h = halves.begin(); h != halves.end(); ++h) {
-            m_stackOfPlace[At(m_map.Origin(*h))] = -1;
+            m_stackOfPlace[Index(m_map.Origin(*h))] = -1;
             if (ComesFirst(BeginOf(m_map, *h), BeginOf(m_map, *first)))
                 first = h;
         }
@@ -89,9 +89,9 @@ std::vector<Face> FindFaces(PlanarMap const &map, double snap) {
         faces.push_back(FaceOf(splitter.LoopsOf(walks.walks[w].first)));
     }
     for (std::size_t w = 0; w < walks.walks.size(); ++w) {
-        if (parents[w] < 0 || faceOfWalk[At(parents[w])] < 0)
+        if (parents[w] < 0 || faceOfWalk[Index(parents[w])] < 0)
             continue;
-        std::vector<Loop> &holes = faces[At(faceOfWalk[At(parents[w])])].holes;
+        std::vector<Loop> &holes = faces[Index(faceOfWalk[Index(parents[w])])].holes;
         for (Loop &loop : splitter.LoopsOf(walks.walks[w].first))
             holes.push_back(std::move(loop));
     }

@@ -12,11 +12,11 @@ bool IsLeft(MapEdge const &e) {
 
 /// Of each place how many edges end there.
 std::vector<int> CountEnds(PlanarMap const &map) {
-    std::vector<int> counts(At(map.Places().Count()), 0);
+    std::vector<int> counts(Index(map.Places().Count()), 0);
     for (int e = 0; e < map.EdgeCount(); ++e)
         if (IsLeft(map.Edge(e)))
             for (int const place : {map.Edge(e).startPlace, map.Edge(e).endPlace})
-                ++counts[At(place)];
+                ++counts[Index(place)];
     return counts;
 }
 
@@ -24,7 +24,7 @@ std::vector<int> CountEnds(PlanarMap const &map) {
 std::vector<DrawingPoint> ClusterPositions(PlanarMap const &map) {
     PlaceClusters const &places = map.Places();
     std::vector<int> const counts = CountEnds(map);
-    std::vector<DrawingPoint> positions(At(places.Count()));
+    std::vector<DrawingPoint> positions(Index(places.Count()));
     for (int root = 0; root < places.Count(); ++root) {
         if (places.Root(root) != root)
             continue;
@@ -39,15 +39,15 @@ std::vector<DrawingPoint> ClusterPositions(PlanarMap const &map) {
         double bestDistance = members > 1 ? Distance(places.Position(root), middle) : 0.0;
         places.ForEachMember(root, [&](int p) {
             double const distance = Distance(places.Position(p), middle);
-            if (counts[At(p)] > counts[At(best)] ||
-                (counts[At(p)] == counts[At(best)] &&
+            if (counts[Index(p)] > counts[Index(best)] ||
+                (counts[Index(p)] == counts[Index(best)] &&
                  (distance < bestDistance ||
                   (distance == bestDistance && ComesFirst(places.Position(p), places.Position(best)))))) {
                 best = p;
                 bestDistance = distance;
             }
         });
-        positions[At(root)] = places.Position(best);
+        positions[Index(root)] = places.Position(best);
     }
     return positions;
 }
@@ -60,8 +60,8 @@ std::vector<DrawingPoint> FitEdges(PlanarMap &map, double snap) {
     for (int e = 0; e < count; ++e) {
         if (!IsLeft(map.Edge(e)))
             continue;
-        DrawingPoint const start = positions[At(map.Origin(HalfEdge::Along(e)))];
-        DrawingPoint const end = positions[At(map.Target(HalfEdge::Along(e)))];
+        DrawingPoint const start = positions[Index(map.Origin(HalfEdge::Along(e)))];
+        DrawingPoint const end = positions[Index(map.Target(HalfEdge::Along(e)))];
         if (!IsBetterHalved(map.Edge(e).stretch, start, end, snap)) {
             FitToEnds(map.StretchOf(e), start, end, snap);
             continue;
@@ -77,7 +77,7 @@ std::vector<DrawingPoint> FitEdges(PlanarMap &map, double snap) {
 
 std::vector<int> EdgesAlongCurves(PlanarMap const &map) {
     std::vector<int> edges;
-    edges.reserve(At(map.EdgeCount()));
+    edges.reserve(Index(map.EdgeCount()));
     for (int e = 0; e < map.EdgeCount(); ++e)
         if (!map.Edge(e).stretch.IsConnector())
             edges.push_back(e);

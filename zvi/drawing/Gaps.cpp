@@ -36,7 +36,7 @@ Nearest NearestTo(LooseEnd const &end, std::vector<Stretch> const &stretches, st
                   double reach) {
     Nearest nearest{-1, reach};
     for (int const i : candidates) {
-        double const d = MissOf(end, stretches[At(i)]);
+        double const d = MissOf(end, stretches[Index(i)]);
         if (d < nearest.distance || (d == nearest.distance && (nearest.stretch < 0 || i < nearest.stretch)))
             nearest = {i, d};
     }
@@ -44,13 +44,13 @@ Nearest NearestTo(LooseEnd const &end, std::vector<Stretch> const &stretches, st
 }
 
 std::vector<LooseEnd> LooseEnds(PlanarMap const &map) {
-    std::vector<int> endCounts(At(map.Places().Count()), 0);
+    std::vector<int> endCounts(Index(map.Places().Count()), 0);
     std::vector<HalfEdge> only(endCounts.size());
     for (int e = 0; e < map.EdgeCount(); ++e)
         if (EdgeState const state = map.Edge(e).state; state == EdgeState::kInMap || state == EdgeState::kSetAside)
             for (HalfEdge const h : {HalfEdge::Along(e), HalfEdge::Against(e)}) {
-                ++endCounts[At(map.Origin(h))];
-                only[At(map.Origin(h))] = h;
+                ++endCounts[Index(map.Origin(h))];
+                only[Index(map.Origin(h))] = h;
             }
     std::vector<LooseEnd> loose;
     for (std::size_t place = 0; place < endCounts.size(); ++place)
@@ -82,7 +82,7 @@ std::vector<DrawingGap> FindGaps(DividedDrawing const &drawing, std::vector<Draw
         if (nearest.stretch >= 0)
             gaps.push_back({end.at,
                             nearest.distance,
-                            {curves[At(end.curve)].id, curves[At(stretches[At(nearest.stretch)].curve)].id},
+                            {curves[Index(end.curve)].id, curves[Index(stretches[Index(nearest.stretch)].curve)].id},
                             nearest.distance * (1.0 + kAboveDistance)});
     }
     return gaps;

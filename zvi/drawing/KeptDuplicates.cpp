@@ -9,9 +9,9 @@ namespace {
 class DuplicateFinder {
 public:
     explicit DuplicateFinder(DividedDrawing const &drawing)
-        : m_map(drawing.map), m_drop(At(drawing.map.EdgeCount()), nullptr) {
+        : m_map(drawing.map), m_drop(Index(drawing.map.EdgeCount()), nullptr) {
         for (DroppedEdge const &d : drawing.dropped)
-            m_drop[At(d.edge)] = &d;
+            m_drop[Index(d.edge)] = &d;
     }
 
     /// The edges that are left of those that bound what the dropped edge bounded.
@@ -22,8 +22,8 @@ public:
             DroppedEdge const *d = pending.back();
             pending.pop_back();
             for (int e = d->original; e >= 0 && e != d->stop; e = m_map.NextPart(e)) {
-                if (m_drop[At(e)])
-                    pending.push_back(m_drop[At(e)]);
+                if (m_drop[Index(e)])
+                    pending.push_back(m_drop[Index(e)]);
                 else
                     originals.push_back(e);
             }

@@ -7,20 +7,36 @@
 
 namespace zvi::lib {
 
-/// From a loose, untidy set of curves to its true closed domains, in one call: ends are joined, curves are cut where
+/// From a loose, untidy set of curves to its true closed domains, in one call: gaps are closed, curves are cut where
 /// they meet, duplicates are dropped, and what encloses nothing is returned with its reason.
 ///
 /// What holds for every result:
-/// - each stretch of each curve is on the border of a domain, at most once on each side, or among the leftovers, once;
-/// - loops are closed and simple, outer ones run counter-clockwise, holes clockwise; domains do not overlap;
-/// - arcs stay arcs, and areas are those of the true curves;
-/// - the same curves in the same order give the same result, whatever the host.
-/// The second needs curves that do not cross, so it may fail with `split` off.
+/// 1. Each stretch of each curve is on the border of a domain, at most once on each side, or among the leftovers, once.
+/// 2. Loops are closed to the last bit and run through no place twice; outer ones run counter-clockwise, holes
+///    clockwise and inside their domain. A hole is a simple loop: parts of the drawing that touch in one point are
+///    holes of their own.
+/// 3. Every area is positive, domains do not overlap, and the sum of their areas is the area that the curves enclose,
+///    within the join tolerance times their length. Arcs stay arcs, and areas are those of the pieces that are
+///    returned.
+/// 4. The number of domains and their areas, within the tolerance times the length, do not depend on the order of the
+///    curves, nor on turning, mirroring, moving, or scaling the drawing together with the tolerance, as long as no
+///    distance equals the tolerance but for rounding.
+/// 5. A larger tolerance closes gaps, and otherwise only merges or drops what is thinner.
+/// 6. The same curves in the same order give the same result. Domains come in the order of the places where their outer
+///    loops begin, from left to right and then from below; each loop begins at its first place in that order.
+/// With `split` off 1 holds, loops are closed, and areas are positive; the rest needs curves that meet at their ends
+/// alone. With `keepDuplicates` the pieces of a domain are those of the curves that were drawn for it, so that areas
+/// are within the tolerance times the length of those without, and 2 and 3 hold up to that.
 ///
-/// Joining: an end joins the nearest place that is nearer than the tolerance, else founds one. A loose end is moved
-/// onto a curve that passes nearer than the tolerance; a corner, where several ends met, onto one that passes nearer
-/// than a tenth of it. Curves between the same two places that stay nearer than the tolerance to one another are
-/// duplicates. A hole is a simple loop: parts of the drawing that touch in one point are holes of their own.
+/// Method: the curves, and a connector across each gap below the tolerance, are cut at every place where they meet at
+/// the precision of rounding, and ordered round each place. Euler's formula proves the map planar. Only then comes the
+/// tolerance, as steps on that map which keep it planar: connectors and short edges are contracted, and faces thinner
+/// than it are folded up, of whose two sides the later curve is the duplicate.
+///
+/// Joining: a loose end is joined to the ends and curves nearer than the tolerance, near ones first; a corner, where
+/// several ends meet already, to other corners, and to curves nearer than a tenth of the tolerance; curves that nearly
+/// touch, to one another. Places that become one are nearer to one another than the tolerance, all of them, so that a
+/// chain of gaps does not close into one place. A curve of which all becomes one place has no length.
 ///
 /// Ids are carried through and not looked at. Curves with coordinates or radii that are not finite, beyond 1e150, or
 /// with a radius below 1e-150, and arcs whose ends miss their circle by more than the join tolerance and a millionth of

@@ -28,7 +28,7 @@ int RunsOf(Stretch const &s, std::array<Run, 3> &runs) {
     double const turn = std::fabs(s.sweep);
     std::array<std::pair<double, double>, 4> stops; // turn, y
     int stopCount = 0;
-    auto const addStop = [&](double at, double y) { stops[At(stopCount++)] = {at, y}; };
+    auto const addStop = [&](double at, double y) { stops[Index(stopCount++)] = {at, y}; };
     addStop(0.0, s.start.y);
     bool const topFirst = top < bottom;
     for (bool const isTop : {topFirst, !topFirst})
@@ -37,12 +37,13 @@ int RunsOf(Stretch const &s, std::array<Run, 3> &runs) {
     addStop(turn, s.end.y);
     int count = 0;
     for (int i = 0; i + 1 < stopCount; ++i) {
-        auto const &a = stops[At(i)], &b = stops[At(i + 1)];
+        auto const &a = stops[Index(i)], &b = stops[Index(i + 1)];
         // The right half of a counter-clockwise arc rises.
         double const middle = 0.5 * (a.first + b.first);
         double const x = PointAt(s, middle / turn).x - s.center.x;
         double const side = x < 0.0 ? -1.0 : 1.0;
-        runs[At(count++)] = {std::min(a.second, b.second), std::max(a.second, b.second), side, counter == (side > 0.0)};
+        runs[Index(count++)] = {std::min(a.second, b.second), std::max(a.second, b.second), side,
+                                counter == (side > 0.0)};
     }
     return count;
 }
@@ -75,16 +76,16 @@ public:
     std::vector<int> SeenWalks(std::vector<int> &order) {
         FindLeftmost();
         for (int w = 0; w < static_cast<int>(m_walks.walks.size()); ++w)
-            if (m_walks.walks[At(w)].isOutside)
+            if (m_walks.walks[Index(w)].isOutside)
                 order.push_back(w);
         std::sort(order.begin(), order.end(),
-                  [this](int a, int b) { return ComesFirst(m_leftmost[At(a)], m_leftmost[At(b)]); });
+                  [this](int a, int b) { return ComesFirst(m_leftmost[Index(a)], m_leftmost[Index(b)]); });
         std::vector<int> seen(m_walks.walks.size(), -1);
         if (order.size() < 2)
             return seen;
         BoxIndex index(m_boxes);
         for (int const outside : order)
-            seen[At(outside)] = WalkLeftOf(index, outside);
+            seen[Index(outside)] = WalkLeftOf(index, outside);
         return seen;
     }
 
@@ -94,18 +95,18 @@ private:
         std::vector<int> parts(m_walks.walks.size(), -1);
         std::vector<int> pending;
         for (int w = 0; w < static_cast<int>(parts.size()); ++w) {
-            if (!m_walks.walks[At(w)].isOutside)
+            if (!m_walks.walks[Index(w)].isOutside)
                 continue;
-            parts[At(w)] = w;
+            parts[Index(w)] = w;
             pending.push_back(w);
             while (!pending.empty()) {
-                HalfEdge const first = m_walks.walks[At(pending.back())].first;
+                HalfEdge const first = m_walks.walks[Index(pending.back())].first;
                 pending.pop_back();
                 HalfEdge h = first;
                 do {
                     int const other = m_walks.Of(h.Twin());
-                    if (parts[At(other)] < 0) {
-                        parts[At(other)] = w;
+                    if (parts[Index(other)] < 0) {
+                        parts[Index(other)] = w;
                         pending.push_back(other);
                     }
                     h = m_map.Next(h);
@@ -115,7 +116,7 @@ private:
         return parts;
     }
 
-    int PartOf(int edge) const { return m_parts[At(m_walks.Of(HalfEdge::Along(edge)))]; }
+    int PartOf(int edge) const { return m_parts[Index(m_walks.Of(HalfEdge::Along(edge)))]; }
 
     void FindLeftmost() {
         m_leftmost.assign(m_walks.walks.size(), {HUGE_VAL, HUGE_VAL});
@@ -130,7 +131,7 @@ private:
             width += box.maxX - box.minX;
             m_farLeft = std::min(m_farLeft, box.minX);
             double const y = s.start.x == box.minX ? s.start.y : s.end.x == box.minX ? s.end.y : s.center.y;
-            DrawingPoint &leftmost = m_leftmost[At(PartOf(e))];
+            DrawingPoint &leftmost = m_leftmost[Index(PartOf(e))];
             if (ComesFirst({box.minX, y}, leftmost))
                 leftmost = {box.minX, y};
         }
@@ -140,14 +141,14 @@ private:
 
     /// The walk on the near side of the curve next to the left of the part's leftmost point.
     int WalkLeftOf(BoxIndex &index, int part) {
-        DrawingPoint const p = m_leftmost[At(part)];
+        DrawingPoint const p = m_leftmost[Index(part)];
         for (double width = m_firstWidth;; width *= 4.0) {
             double const left = p.x - width;
             index.Find({left, p.y, p.x, p.y}, m_found);
             Sight nearest;
             for (int const i : m_found)
-                if (PartOf(m_edges[At(i)]) != part)
-                    LookAt(m_edges[At(i)], p, nearest);
+                if (PartOf(m_edges[Index(i)]) != part)
+                    LookAt(m_edges[Index(i)], p, nearest);
             if (nearest.x >= left || left <= m_farLeft)
                 return nearest.edge < 0 ? -1
                                         : m_walks.Of(nearest.run.upward ? HalfEdge::Against(nearest.edge)
@@ -161,7 +162,7 @@ private:
         std::array<Run, 3> runs;
         int const count = RunsOf(s, runs);
         for (int k = 0; k < count; ++k) {
-            Run const &run = runs[At(k)];
+            Run const &run = runs[Index(k)];
             if (!(run.lowY <= p.y) || !(p.y < run.highY))
                 continue;
             double const x = XAt(s, run, p.y);
@@ -203,9 +204,9 @@ std::vector<int> NestOutsides(PlanarMap const &map, FaceWalks const &walks, doub
     std::vector<int> const seen = LeftView(map, walks, snap).SeenWalks(order);
     std::vector<int> parents(walks.walks.size(), -1);
     for (int const outside : order) {
-        int const around = seen[At(outside)];
+        int const around = seen[Index(outside)];
         if (around >= 0)
-            parents[At(outside)] = walks.walks[At(around)].isOutside ? parents[At(around)] : around;
+            parents[Index(outside)] = walks.walks[Index(around)].isOutside ? parents[Index(around)] : around;
     }
     return parents;
 }

@@ -13,7 +13,7 @@ bool GoesRound(Stretch const &s, double snap) {
 
 Network::Network(std::vector<Stretch> const &stretches, double snapDistance, double roundingDistance,
                  bool circlesMeetEnds)
-    : snap(snapDistance), rounding(roundingDistance), places(snapDistance, 2 * stretches.size()) {
+    : snap(snapDistance), rounding(roundingDistance), places(snapDistance) {
     edges.reserve(stretches.size());
     for (Stretch const &s : stretches) {
         NetworkEdge edge{s, 0, 0};

@@ -30,7 +30,7 @@ struct Network {
     std::vector<NetworkEdge> edges;
     std::vector<Stretch> vanished; ///< curves shorter than the snap distance
 
-    DrawingPoint Place(int place) const { return places.Places()[At(place)]; }
+    DrawingPoint Place(int place) const { return places.Places()[Index(place)]; }
 };
 
 /// Two edges that may meet.

@@ -47,13 +47,13 @@ int PlaceClusters::Add(DrawingPoint p) {
 }
 
 int PlaceClusters::Root(int place) const {
-    while (m_parent[At(place)] != place)
-        place = m_parent[At(place)] = m_parent[At(m_parent[At(place)])];
+    while (m_parent[Index(place)] != place)
+        place = m_parent[Index(place)] = m_parent[Index(m_parent[Index(place)])];
     return place;
 }
 
 bool PlaceClusters::Fit(int a, DrawingPoint p, double distance) const {
-    switch (JudgeByBox(Around(m_boxes[At(Root(a))], PointBox(p)), distance)) {
+    switch (JudgeByBox(Around(m_boxes[Index(Root(a))], PointBox(p)), distance)) {
     case Verdict::kBelow:
         return true;
     case Verdict::kNotBelow:
@@ -67,7 +67,7 @@ bool PlaceClusters::Fit(int a, DrawingPoint p, double distance) const {
 }
 
 bool PlaceClusters::Fit(int a, int b, double distance) const {
-    switch (JudgeByBox(Around(m_boxes[At(Root(a))], m_boxes[At(Root(b))]), distance)) {
+    switch (JudgeByBox(Around(m_boxes[Index(Root(a))], m_boxes[Index(Root(b))]), distance)) {
     case Verdict::kBelow:
         return true;
     case Verdict::kNotBelow:
@@ -84,9 +84,9 @@ void PlaceClusters::Unite(int a, int b) {
     int const root = std::min(Root(a), Root(b)), other = std::max(Root(a), Root(b));
     if (root == other)
         return;
-    m_parent[At(other)] = root;
-    m_boxes[At(root)] = Around(m_boxes[At(root)], m_boxes[At(other)]);
-    std::swap(m_nextMember[At(root)], m_nextMember[At(other)]);
+    m_parent[Index(other)] = root;
+    m_boxes[Index(root)] = Around(m_boxes[Index(root)], m_boxes[Index(other)]);
+    std::swap(m_nextMember[Index(root)], m_nextMember[Index(other)]);
 }
 
 } // namespace zvi::lib::drawing

@@ -13,7 +13,7 @@ public:
     explicit PlaceClusters(std::vector<DrawingPoint> places);
 
     int Count() const { return static_cast<int>(m_places.size()); }
-    DrawingPoint Position(int place) const { return m_places[At(place)]; }
+    DrawingPoint Position(int place) const { return m_places[Index(place)]; }
 
     /// Adds a place that is a cluster by itself.
     int Add(DrawingPoint p);
@@ -35,7 +35,7 @@ public:
         int member = place;
         do {
             look(member);
-            member = m_nextMember[At(member)];
+            member = m_nextMember[Index(member)];
         } while (member != place);
     }
 

@@ -1,17 +1,17 @@
 #pragma once
 
+#include "zvi/base/CellGrid.h"
 #include "zvi/drawing/PlaneDetail.h"
 
-#include <cstdint>
 #include <vector>
 
 namespace zvi::lib::drawing {
 
-/// Points with numbers, found by position in a grid of square cells.
+/// Points with numbers, found by position.
 class PlaceIndex {
 public:
-    /// `reach` is the largest distance that searches will be asked for, `expected` about how many places there will be.
-    PlaceIndex(double reach, std::size_t expected);
+    /// `reach` is the largest distance that searches will be asked for.
+    explicit PlaceIndex(double reach);
 
     std::vector<DrawingPoint> const &Places() const { return m_places; }
 
@@ -25,36 +25,35 @@ public:
     /// The place found by Nearest, or a new one.
     int NearestOrAdd(DrawingPoint p, double distance);
 
-    /// Calls `look(place, distance)` for each place nearer to `p` than `distance`, in no fixed order.
+    /// Calls `look(place, distance)` for each place nearer to `p` than `distance`, in no fixed order; one may
+    /// come twice.
     template <typename Look>
     void ForEachNear(DrawingPoint p, double distance, Look look) const {
-        Range const range = RangeAround(p, distance);
-        for (double y = range.y0; y <= range.y1; ++y)
-            for (double x = range.x0; x <= range.x1; ++x)
-                for (int i = FirstIn(x, y); i >= 0; i = m_next[At(i)])
-                    if (double const d = Distance(m_places[At(i)], p); d < distance)
-                        look(i, d);
+        ForEachBeside(p, distance, [&](int place) {
+            if (double const d = Distance(m_places[Index(place)], p); d < distance)
+                look(place, d);
+        });
     }
 
 private:
-    struct Cell {
-        double x = 0.0, y = 0.0;
-        int first = -1; ///< latest place of the cell, -1 in an empty slot
-    };
-    /// Cells, by the whole numbers of their corners; at most two each way.
-    struct Range {
-        double x0, y0, x1, y1;
-    };
+    double Step(double coordinate) const { return base::Floor(coordinate * m_inverseSize); }
 
-    Range RangeAround(DrawingPoint p, double distance) const;
-    std::size_t SlotOf(double x, double y) const;
-    int FirstIn(double x, double y) const { return m_cells[SlotOf(x, y)].first; }
-    void Grow();
+    /// Calls `look(place)` for each place of the cells that a square about `p` meets: at most two each way.
+    template <typename Look>
+    void ForEachBeside(DrawingPoint p, double distance, Look look) const {
+        double const x0 = Step(p.x - distance), x1 = Step(p.x + distance);
+        double const y0 = Step(p.y - distance), y1 = Step(p.y + distance);
+        for (double const y : {y0, y1}) {
+            m_cells.ForEach(base::CellKey(x0, y), look);
+            if (x1 != x0)
+                m_cells.ForEach(base::CellKey(x1, y), look);
+            if (y1 == y0)
+                break;
+        }
+    }
 
     std::vector<DrawingPoint> m_places;
-    std::vector<Cell> m_cells;
-    std::vector<int> m_next; ///< earlier place of the same cell
-    std::size_t m_used = 0;
+    base::CellGrid m_cells;
     double m_inverseSize;
 };
 

@@ -25,18 +25,18 @@ void PlanarMap::SetOrder(std::vector<HalfEdge> const &leaving) {
 }
 
 void PlanarMap::Unlink(HalfEdge h) {
-    Link(m_cw[At(h.number)], Ccw(h));
+    Link(m_cw[Index(h.number)], Ccw(h));
     Link(h, h);
 }
 
 void PlanarMap::Remove(int edge, EdgeState why) {
     Unlink(HalfEdge::Along(edge));
     Unlink(HalfEdge::Against(edge));
-    m_edges[At(edge)].state = why;
+    m_edges[Index(edge)].state = why;
 }
 
 void PlanarMap::SetBorder(HalfEdge h, Stretch const &border) {
-    m_borderOf[At(h.number)] = static_cast<int>(m_borders.size());
+    m_borderOf[Index(h.number)] = static_cast<int>(m_borders.size());
     m_borders.push_back(border);
 }
 
@@ -53,8 +53,8 @@ void PlanarMap::ForgetBorders() {
 
 void PlanarMap::Contract(int edge) {
     HalfEdge const along = HalfEdge::Along(edge), against = HalfEdge::Against(edge);
-    HalfEdge const before = m_cw[At(along.number)], beforeTwin = m_cw[At(against.number)];
-    int const start = m_edges[At(edge)].startPlace, end = m_edges[At(edge)].endPlace;
+    HalfEdge const before = m_cw[Index(along.number)], beforeTwin = m_cw[Index(against.number)];
+    int const start = m_edges[Index(edge)].startPlace, end = m_edges[Index(edge)].endPlace;
     Remove(edge, EdgeState::kContracted);
     if (!(before == along) && !(beforeTwin == against))
         MergeAcrossFace(before, beforeTwin);
@@ -63,29 +63,29 @@ void PlanarMap::Contract(int edge) {
 }
 
 int PlanarMap::Split(int edge, double t, DrawingPoint p) {
-    MapEdge second = m_edges[At(edge)];
+    MapEdge second = m_edges[Index(edge)];
     Stretch const whole = second.stretch;
     int const middle = m_places.Add(p);
     second.stretch = PartOf(whole, t, 1.0);
     second.startPlace = middle;
-    MapEdge &first = m_edges[At(edge)];
+    MapEdge &first = m_edges[Index(edge)];
     first.stretch = PartOf(whole, 0.0, t);
     first.endPlace = middle;
     int const number = AddEdge(second);
-    m_nextPart[At(number)] = std::exchange(m_nextPart[At(edge)], number);
+    m_nextPart[Index(number)] = std::exchange(m_nextPart[Index(edge)], number);
     for (HalfEdge const h : {HalfEdge::Along(edge), HalfEdge::Against(edge)}) {
-        if (m_borderOf[At(h.number)] < 0)
+        if (m_borderOf[Index(h.number)] < 0)
             continue;
         Stretch const border = Border(h);
         double const at = std::clamp(FractionAt(border, m_places.Position(middle)), 0.0, 1.0);
-        m_borders[At(m_borderOf[At(h.number)])] = PartOf(border, 0.0, at);
+        m_borders[Index(m_borderOf[Index(h.number)])] = PartOf(border, 0.0, at);
         SetBorder(h.IsReversed() ? HalfEdge::Against(number) : HalfEdge::Along(number), PartOf(border, at, 1.0));
     }
     if (!IsInMap(edge))
         return number;
     // The second part takes the place of the old end; the new place has two half-edges.
     HalfEdge const oldEnd = HalfEdge::Against(edge), newEnd = HalfEdge::Against(number);
-    if (HalfEdge const before = m_cw[At(oldEnd.number)]; !(before == oldEnd)) {
+    if (HalfEdge const before = m_cw[Index(oldEnd.number)]; !(before == oldEnd)) {
         Link(newEnd, Ccw(oldEnd));
         Link(before, newEnd);
     }
@@ -101,14 +101,14 @@ void PlanarMap::MergeAcrossFace(HalfEdge a, HalfEdge b) {
 }
 
 bool PlanarMap::IsPlanar() const {
-    DisjointSets parts(At(m_places.Count()));
+    DisjointSets parts(Index(m_places.Count()));
     std::vector<bool> isSeen(m_ccw.size(), false);
-    std::vector<bool> hasEdge(At(m_places.Count()), false);
+    std::vector<bool> hasEdge(Index(m_places.Count()), false);
     int faces = 0, edges = 0, places = 0, partCount = 0;
     auto const note = [&](int place) {
-        if (hasEdge[At(place)])
+        if (hasEdge[Index(place)])
             return;
-        hasEdge[At(place)] = true;
+        hasEdge[Index(place)] = true;
         ++places;
         ++partCount;
     };
@@ -121,12 +121,12 @@ bool PlanarMap::IsPlanar() const {
         note(end);
         partCount -= parts.Unite(start, end) ? 1 : 0;
         for (HalfEdge const first : {HalfEdge::Along(e), HalfEdge::Against(e)}) {
-            if (isSeen[At(first.number)])
+            if (isSeen[Index(first.number)])
                 continue;
             ++faces;
             HalfEdge h = first;
             do {
-                isSeen[At(h.number)] = true;
+                isSeen[Index(h.number)] = true;
                 h = Next(h);
             } while (!(h == first));
         }

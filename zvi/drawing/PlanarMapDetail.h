@@ -48,19 +48,19 @@ public:
     void SetOrder(std::vector<HalfEdge> const &leaving);
 
     int EdgeCount() const { return static_cast<int>(m_edges.size()); }
-    MapEdge const &Edge(int edge) const { return m_edges[At(edge)]; }
-    MapEdge const &Edge(HalfEdge h) const { return m_edges[At(h.Edge())]; }
+    MapEdge const &Edge(int edge) const { return m_edges[Index(edge)]; }
+    MapEdge const &Edge(HalfEdge h) const { return m_edges[Index(h.Edge())]; }
     /// The geometry of an edge; the map itself does not look at it.
-    Stretch &StretchOf(int edge) { return m_edges[At(edge)].stretch; }
+    Stretch &StretchOf(int edge) { return m_edges[Index(edge)].stretch; }
     PlaceClusters const &Places() const { return m_places; }
     /// The stretch that the face on the left of the half-edge has on its border, in the direction of the edge: that of
     /// the edge itself, or of a dropped one that lay on this side of it.
     Stretch const &Border(HalfEdge h) const {
-        int const border = m_borderOf[At(h.number)];
-        return border < 0 ? Edge(h).stretch : m_borders[At(border)];
+        int const border = m_borderOf[Index(h.number)];
+        return border < 0 ? Edge(h).stretch : m_borders[Index(border)];
     }
 
-    bool IsInMap(int edge) const { return m_edges[At(edge)].state == EdgeState::kInMap; }
+    bool IsInMap(int edge) const { return m_edges[Index(edge)].state == EdgeState::kInMap; }
     /// The cluster of places that the half-edge leaves.
     int Origin(HalfEdge h) const {
         MapEdge const &e = Edge(h);
@@ -68,7 +68,7 @@ public:
     }
     int Target(HalfEdge h) const { return Origin(h.Twin()); }
     /// The next half-edge of the face on the left of `h`.
-    HalfEdge Next(HalfEdge h) const { return m_cw[At(h.Twin().number)]; }
+    HalfEdge Next(HalfEdge h) const { return m_cw[Index(h.Twin().number)]; }
 
     /// Takes an edge out of the map.
     void Remove(int edge, EdgeState why);
@@ -85,7 +85,7 @@ public:
     /// The same with the place on the edge.
     int Split(int edge, double t) { return Split(edge, t, PointAt(Edge(edge).stretch, t)); }
     /// The edge of the part behind `edge` when it was split, -1 when it was not or is the last part.
-    int NextPart(int edge) const { return m_nextPart[At(edge)]; }
+    int NextPart(int edge) const { return m_nextPart[Index(edge)]; }
     /// Makes one place of the origins of two half-edges of one face, so that the face falls into two. They must be
     /// different places.
     void MergeAcrossFace(HalfEdge a, HalfEdge b);
@@ -95,12 +95,12 @@ public:
 
 private:
     void Link(HalfEdge h, HalfEdge ccw) {
-        m_ccw[At(h.number)] = ccw;
-        m_cw[At(ccw.number)] = h;
+        m_ccw[Index(h.number)] = ccw;
+        m_cw[Index(ccw.number)] = h;
     }
     void Unlink(HalfEdge h);
     void SetBorder(HalfEdge h, Stretch const &border);
-    HalfEdge Ccw(HalfEdge h) const { return m_ccw[At(h.number)]; }
+    HalfEdge Ccw(HalfEdge h) const { return m_ccw[Index(h.number)]; }
 
     PlaceClusters m_places;
     std::vector<MapEdge> m_edges;

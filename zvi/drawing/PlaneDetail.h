@@ -2,15 +2,17 @@
 
 // Points of the plane as vectors, boxes, and what rounding means here.
 
+#include "zvi/base/Index.h"
+#include "zvi/base/Pi.h"
 #include "zvi/drawing/DrawingRecords.h"
 
 #include <cmath>
-#include <cstddef>
 
 namespace zvi::lib::drawing {
 
-inline constexpr double kPi = 3.14159265358979323846;
-inline constexpr double kTwoPi = 2.0 * kPi;
+using base::Index;
+using base::kPi;
+using base::kTwoPi;
 
 /// Rounding of a coordinate as a share of the largest coordinate: sixteen units in the last place.
 inline constexpr double kRounding = 0x1p-48;
@@ -46,11 +48,6 @@ inline DrawingPoint Left(DrawingPoint a) {
 /// Whether `a` lies further left than `b`, or as far left and lower: the order that settles ties.
 inline bool ComesFirst(DrawingPoint a, DrawingPoint b) {
     return a.x != b.x ? a.x < b.x : a.y < b.y;
-}
-
-/// The numbers of edges, places and faces are int, and -1 says none; this is one as an index.
-inline std::size_t At(int i) {
-    return static_cast<std::size_t>(i);
 }
 
 struct Box {

@@ -27,10 +27,10 @@ public:
     PieceMaker(DividedDrawing const &drawing, std::vector<DrawingCurve> const &curves,
                std::vector<KeptDuplicate> const &duplicates)
         : m_map(drawing.map), m_curves(curves), m_snap(drawing.snap), m_duplicates(duplicates),
-          m_isTaken(At(drawing.map.EdgeCount()), false), m_isDuplicateTaken(duplicates.size(), false),
-          m_duplicatesOf(duplicates.empty() ? 0 : At(drawing.map.EdgeCount())) {
+          m_isTaken(Index(drawing.map.EdgeCount()), false), m_isDuplicateTaken(duplicates.size(), false),
+          m_duplicatesOf(duplicates.empty() ? 0 : Index(drawing.map.EdgeCount())) {
         for (std::size_t d = duplicates.size(); d-- > 0;)
-            m_duplicatesOf[At(duplicates[d].original)].push_back(static_cast<int>(d));
+            m_duplicatesOf[Index(duplicates[d].original)].push_back(static_cast<int>(d));
     }
 
     bool IsDuplicateTaken(std::size_t duplicate) const { return m_isDuplicateTaken[duplicate]; }
@@ -66,12 +66,12 @@ private:
     /// The edge of the half-edge for the loop that asks first, and for the one on its other side the next of its
     /// duplicates.
     Step Take(HalfEdge h) {
-        std::size_t const e = At(h.Edge());
+        std::size_t const e = Index(h.Edge());
         if (!m_isTaken[e] || m_duplicatesOf.empty() || m_duplicatesOf[e].empty()) {
             m_isTaken[e] = true;
             return {&m_map.Edge(h).stretch, h.IsReversed()};
         }
-        std::size_t const d = At(m_duplicatesOf[e].back());
+        std::size_t const d = Index(m_duplicatesOf[e].back());
         m_duplicatesOf[e].pop_back();
         m_isDuplicateTaken[d] = true;
         return {&m_duplicates[d].stretch, h.IsReversed() != m_duplicates[d].isReversed};
@@ -118,32 +118,32 @@ private:
 
 /// Marks the edges that hang on one end, or on a chain that does, of those that are left.
 std::vector<bool> FindDangles(PlanarMap const &map) {
-    std::vector<std::vector<int>> edgesAt(At(map.Places().Count()));
+    std::vector<std::vector<int>> edgesAt(Index(map.Places().Count()));
     std::vector<int> degree(edgesAt.size(), 0);
     for (int e = 0; e < map.EdgeCount(); ++e) {
         if (!IsLeft(map.Edge(e)))
             continue;
         for (HalfEdge const h : {HalfEdge::Along(e), HalfEdge::Against(e)}) {
-            ++degree[At(map.Origin(h))];
+            ++degree[Index(map.Origin(h))];
             if (map.Edge(e).state == EdgeState::kSetAside)
-                edgesAt[At(map.Origin(h))].push_back(e);
+                edgesAt[Index(map.Origin(h))].push_back(e);
         }
     }
     std::vector<int> pending;
     for (std::size_t p = 0; p < degree.size(); ++p)
         if (degree[p] == 1)
             pending.push_back(static_cast<int>(p));
-    std::vector<bool> isDangle(At(map.EdgeCount()), false);
+    std::vector<bool> isDangle(Index(map.EdgeCount()), false);
     while (!pending.empty()) {
         int const place = pending.back();
         pending.pop_back();
-        for (int const e : edgesAt[At(place)]) {
-            if (isDangle[At(e)])
+        for (int const e : edgesAt[Index(place)]) {
+            if (isDangle[Index(e)])
                 continue;
-            isDangle[At(e)] = true;
+            isDangle[Index(e)] = true;
             HalfEdge const h = HalfEdge::Along(e);
             int const far = map.Origin(h) == place ? map.Target(h) : map.Origin(h);
-            if (--degree[At(far)] == 1)
+            if (--degree[Index(far)] == 1)
                 pending.push_back(far);
         }
     }
@@ -172,14 +172,14 @@ std::vector<Stretch> Merged(std::vector<Stretch> stretches) {
 int CountJoined(DividedDrawing const &drawing, std::vector<DrawingCurve> const &curves) {
     PlanarMap const &map = drawing.map;
     std::vector<int> const edges = EdgesAlongCurves(map);
-    auto const standsAt = [&](HalfEdge h) { return drawing.positions[At(map.Origin(h))]; };
+    auto const standsAt = [&](HalfEdge h) { return drawing.positions[Index(map.Origin(h))]; };
     int joined = 0;
     for (std::size_t i = 0, j = 0; i < edges.size(); i = j) {
         int const curve = map.Edge(edges[i]).stretch.curve;
         bool isLeft = false;
         for (j = i; j < edges.size() && map.Edge(edges[j]).stretch.curve == curve; ++j)
             isLeft = isLeft || map.Edge(edges[j]).state != EdgeState::kContracted;
-        DrawingCurve const &c = curves[At(curve)];
+        DrawingCurve const &c = curves[Index(curve)];
         if (!isLeft || c.type == DrawingCurveType::kCircle)
             continue;
         joined += standsAt(HalfEdge::Along(edges[i])) == c.start ? 0 : 1;
@@ -190,17 +190,17 @@ int CountJoined(DividedDrawing const &drawing, std::vector<DrawingCurve> const &
 
 /// Places between two stretches of one curve at which another edge ends as well.
 int CountCuts(PlanarMap const &map) {
-    std::vector<int> endCounts(At(map.Places().Count()), 0);
+    std::vector<int> endCounts(Index(map.Places().Count()), 0);
     for (int e = 0; e < map.EdgeCount(); ++e)
         if (map.Edge(e).state != EdgeState::kContracted)
             for (HalfEdge const h : {HalfEdge::Along(e), HalfEdge::Against(e)})
-                ++endCounts[At(map.Origin(h))];
+                ++endCounts[Index(map.Origin(h))];
     int cuts = 0, last = -1;
     for (int const e : EdgesAlongCurves(map)) {
         if (map.Edge(e).state == EdgeState::kContracted)
             continue;
         if (last >= 0 && map.Edge(last).stretch.curve == map.Edge(e).stretch.curve &&
-            endCounts[At(map.Origin(HalfEdge::Along(e)))] > 2)
+            endCounts[Index(map.Origin(HalfEdge::Along(e)))] > 2)
             ++cuts;
         last = e;
     }
@@ -217,7 +217,7 @@ public:
         leftovers = m_drawing.curves.leftovers;
         for (Stretch const &s : m_drawing.vanished) {
             DrawingPiece piece = PieceOf(s, m_curves, false);
-            piece.type = m_curves[At(s.curve)].type;
+            piece.type = m_curves[Index(s.curve)].type;
             leftovers.push_back({piece, LeftoverReason::kZeroLength});
         }
         counts.joined = CountJoined(m_drawing, m_curves);
@@ -229,7 +229,7 @@ public:
         for (int const e : EdgesAlongCurves(m_drawing.map))
             if (m_drawing.map.Edge(e).state == EdgeState::kSetAside)
                 leftovers.push_back({PieceOf(m_drawing.map.Edge(e).stretch, m_curves, false),
-                                     isDangle[At(e)] ? LeftoverReason::kDangle : LeftoverReason::kBridge});
+                                     isDangle[Index(e)] ? LeftoverReason::kDangle : LeftoverReason::kBridge});
     }
 
     void AddDuplicates(std::vector<Stretch> stretches, std::vector<DrawingLeftover> &leftovers,

@@ -1,5 +1,7 @@
 #include "zvi/drawing/RotationDetail.h"
 
+#include "zvi/base/Buckets.h"
+
 #include <algorithm>
 
 namespace zvi::lib::drawing {
@@ -118,19 +120,13 @@ private:
 } // namespace
 
 void OrderRoundPlaces(PlanarMap &map, double snap) {
-    std::vector<int> begins(At(map.Places().Count()) + 1, 0);
-    for (int e = 0; e < map.EdgeCount(); ++e) {
-        ++begins[At(map.Edge(e).startPlace) + 1];
-        ++begins[At(map.Edge(e).endPlace) + 1];
-    }
-    for (std::size_t p = 0; p + 1 < begins.size(); ++p)
-        begins[p + 1] += begins[p];
-    std::vector<HalfEdge> halves(At(begins.back()));
-    std::vector<int> next(begins.begin(), begins.end() - 1);
-    for (int e = 0; e < map.EdgeCount(); ++e) {
-        halves[At(next[At(map.Edge(e).startPlace)]++)] = HalfEdge::Along(e);
-        halves[At(next[At(map.Edge(e).endPlace)]++)] = HalfEdge::Against(e);
-    }
+    std::size_t const halfCount = 2 * Index(map.EdgeCount());
+    std::vector<int> begins(Index(map.Places().Count()) + 1, 0);
+    std::vector<HalfEdge> halves(halfCount);
+    auto const halfOf = [](std::size_t i) { return HalfEdge{static_cast<int>(i)}; };
+    base::SortIntoBuckets(
+        halfCount, std::span(begins), [&](std::size_t i) { return map.Origin(halfOf(i)); },
+        [&](std::size_t place, std::size_t i) { halves[place] = halfOf(i); });
     SpokeOrder order(snap);
     std::vector<Spoke> spokes;
     std::vector<HalfEdge> leaving;

@@ -246,7 +246,7 @@ void FitToEnds(Stretch &s, DrawingPoint start, DrawingPoint end, double allowed)
 
 DrawingPiece PieceOf(Stretch const &s, std::vector<DrawingCurve> const &curves, bool reversed) {
     DrawingPiece piece;
-    piece.curve = curves[At(s.curve)].id;
+    piece.curve = curves[Index(s.curve)].id;
     piece.type = !s.isArc           ? DrawingCurveType::kLine
                  : s.start == s.end ? DrawingCurveType::kCircle
                                     : DrawingCurveType::kArc;

@@ -164,7 +164,7 @@ public:
         SortShortestFirst(thin, snap);
         bool any = false;
         for (Measured const &face : thin)
-            if (HalfEdge const first = faces.walks[At(face.number)].first; m_map.IsInMap(first.Edge()))
+            if (HalfEdge const first = faces.walks[Index(face.number)].first; m_map.IsInMap(first.Edge()))
                 any = CollapseFace(first) || any;
         return any;
     }
@@ -286,9 +286,9 @@ void DropEmptyFaces(PlanarMap &map, double thinnest, std::vector<DroppedEdge> &d
             int const neighbour = faces.Of(HalfEdge::Along(edge)) == static_cast<int>(w)
                                       ? faces.Of(HalfEdge::Against(edge))
                                       : faces.Of(HalfEdge::Along(edge));
-            if (isTouched[At(neighbour)])
+            if (isTouched[Index(neighbour)])
                 continue;
-            isTouched[w] = isTouched[At(neighbour)] = true;
+            isTouched[w] = isTouched[Index(neighbour)] = true;
             map.Remove(edge, EdgeState::kDuplicate);
             dropped.push_back({edge});
             any = true;
