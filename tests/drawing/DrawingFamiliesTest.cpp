@@ -118,6 +118,9 @@ std::string CompareReordered(Drawing const &d, DrawingResult const &result, Dice
     DrawingResult const other = MakeDrawingDomains(dice.Shuffled(d.curves), d.options);
     std::string wrong = CompareResults(d, result, other, 1.0);
     double const allowed = 2.0 * AreaAllowed(d.curves, d.options.joinTolerance);
+    // Where a duplicate was dropped, places lie on the curve that comes first.
+    if (result.counts.duplicates > 0)
+        return wrong;
     for (std::size_t i = 0; i < result.domains.size() && wrong.empty(); ++i)
         if (std::fabs(result.domains[i].area - other.domains[i].area) > allowed)
             wrong = "the same domains in another order\n";

@@ -9,10 +9,48 @@ namespace zvi::lib::drawing {
 
 namespace {
 
+/// The places of a map from left to right, and those above one another from below. Places whose distances from the left
+/// follow one another by less than the snap distance are above one another.
+class PlaceOrder {
+public:
+    PlaceOrder(PlanarMap const &map, double snap) : m_map(map), m_ranks(Index(map.Places().Count()), -1) {
+        std::vector<Ranked> places;
+        for (int e = 0; e < map.EdgeCount(); ++e)
+            if (map.IsInMap(e))
+                for (HalfEdge const h : {HalfEdge::Along(e), HalfEdge::Against(e)})
+                    if (int &rank = m_ranks[Index(map.Origin(h))]; rank < 0) {
+                        rank = 0;
+                        places.push_back({BeginOf(map, h), map.Origin(h)});
+                    }
+        std::sort(places.begin(), places.end(), [](Ranked const &a, Ranked const &b) { return a.at.x < b.at.x; });
+        for (auto begin = places.begin(); begin != places.end();) {
+            auto end = begin + 1;
+            while (end != places.end() && end->at.x - (end - 1)->at.x < snap)
+                ++end;
+            std::sort(begin, end, [](Ranked const &a, Ranked const &b) { return a.at.y < b.at.y; });
+            begin = end;
+        }
+        for (std::size_t i = 0; i < places.size(); ++i)
+            m_ranks[Index(places[i].place)] = static_cast<int>(i);
+    }
+
+    int RankOf(HalfEdge h) const { return m_ranks[Index(m_map.Origin(h))]; }
+
+private:
+    struct Ranked {
+        DrawingPoint at;
+        int place;
+    };
+
+    PlanarMap const &m_map;
+    std::vector<int> m_ranks; ///< of each place that stands for a cluster
+};
+
 /// Takes walks apart where they come back to a place.
 class LoopSplitter {
 public:
-    explicit LoopSplitter(PlanarMap const &map) : m_map(map), m_stackOfPlace(Index(map.Places().Count()), -1) {}
+    LoopSplitter(PlanarMap const &map, PlaceOrder const &order)
+        : m_map(map), m_order(order), m_stackOfPlace(Index(map.Places().Count()), -1) {}
 
     std::vector<Loop> LoopsOf(HalfEdge first) {
         std::vector<Loop> loops;
@@ -36,7 +74,7 @@ private:
         auto first = halves.begin();
         for (auto h = halves.begin(); h != halves.end(); ++h) {
             m_stackOfPlace[Index(m_map.Origin(*h))] = -1;
-            if (ComesFirst(BeginOf(m_map, *h), BeginOf(m_map, *first)))
+            if (m_order.RankOf(*h) < m_order.RankOf(*first))
                 first = h;
         }
         std::rotate(halves.begin(), first, halves.end());
@@ -45,22 +83,19 @@ private:
     }
 
     PlanarMap const &m_map;
+    PlaceOrder const &m_order;
     std::vector<int> m_stackOfPlace; ///< where the walk left each place, -1 when the place is not open
 };
 
-/// Orders loops by their places, then by their edges.
-bool LoopComesFirst(PlanarMap const &map, Loop const &a, Loop const &b) {
-    return std::lexicographical_compare(a.halves.begin(), a.halves.end(), b.halves.begin(), b.halves.end(),
-                                        [&](HalfEdge h, HalfEdge other) {
-                                            DrawingPoint const p = BeginOf(map, h), q = BeginOf(map, other);
-                                            if (!(p == q))
-                                                return ComesFirst(p, q);
-                                            // Two faces may share two places and the edge between them differ: the one
-                                            // that bulges less comes first.
-                                            DrawingPoint const middle = PointAt(map.Edge(h).stretch, 0.5);
-                                            DrawingPoint const otherMiddle = PointAt(map.Edge(other).stretch, 0.5);
-                                            return !(middle == otherMiddle) && ComesFirst(middle, otherMiddle);
-                                        });
+/// Orders loops by their places, and by how far left the edges between the same places bulge.
+bool LoopComesFirst(PlanarMap const &map, PlaceOrder const &order, Loop const &a, Loop const &b) {
+    return std::lexicographical_compare(
+        a.halves.begin(), a.halves.end(), b.halves.begin(), b.halves.end(), [&](HalfEdge h, HalfEdge other) {
+            if (order.RankOf(h) != order.RankOf(other))
+                return order.RankOf(h) < order.RankOf(other);
+            return h.Edge() != other.Edge() &&
+                   ComesFirst(PointAt(map.Edge(h).stretch, 0.5), PointAt(map.Edge(other).stretch, 0.5));
+        });
 }
 
 /// The face that a walk bounds: of its loops the one that runs counter-clockwise is the border.
@@ -78,7 +113,8 @@ Face FaceOf(std::vector<Loop> loops) {
 
 std::vector<Face> FindFaces(PlanarMap const &map, double snap) {
     FaceWalks const walks = WalkFaces(map);
-    LoopSplitter splitter(map);
+    PlaceOrder const order(map, snap);
+    LoopSplitter splitter(map, order);
     std::vector<int> const parents = NestOutsides(map, walks, snap);
     std::vector<int> faceOfWalk(walks.walks.size(), -1);
     std::vector<Face> faces;
@@ -95,7 +131,7 @@ std::vector<Face> FindFaces(PlanarMap const &map, double snap) {
         for (Loop &loop : splitter.LoopsOf(walks.walks[w].first))
             holes.push_back(std::move(loop));
     }
-    auto const comesFirst = [&](Loop const &a, Loop const &b) { return LoopComesFirst(map, a, b); };
+    auto const comesFirst = [&](Loop const &a, Loop const &b) { return LoopComesFirst(map, order, a, b); };
     for (Face &face : faces)
         std::sort(face.holes.begin(), face.holes.end(), comesFirst);
     std::sort(faces.begin(), faces.end(), [&](Face const &a, Face const &b) { return comesFirst(a.outer, b.outer); });

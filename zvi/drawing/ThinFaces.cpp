@@ -11,6 +11,9 @@ namespace zvi::lib::drawing {
 
 namespace {
 
+/// A foot nearer to an end of a side than so many snap distances is that end.
+constexpr double kAtEnd = 16.0;
+
 /// An edge is cut this fraction from its end where the point to cut it at falls beyond.
 constexpr double kNearEnd = 0x1p-40;
 
@@ -54,8 +57,8 @@ struct TipFold {
 /// map.
 class FoldPlan {
 public:
-    FoldPlan(PlanarMap const &map, std::vector<HalfEdge> const &walk, double tolerance)
-        : m_map(map), m_tolerance(tolerance), m_left(walk.size()) {
+    FoldPlan(PlanarMap const &map, std::vector<HalfEdge> const &walk, double tolerance, double snap)
+        : m_map(map), m_tolerance(tolerance), m_snap(snap), m_left(walk.size()) {
         for (HalfEdge const h : walk) {
             std::size_t const i = m_sides.size();
             m_sides.push_back(
@@ -91,6 +94,11 @@ private:
                DeviationOf(a.back, b.back) < m_tolerance && DeviationOf(b.back, a.back) < m_tolerance;
     }
 
+    /// Whether a foot is one of the ends of the side but for rounding: there is a place already.
+    bool IsAtEnd(Side const &side, DrawingPoint foot) const {
+        return std::min(Distance(foot, side.part.start), Distance(foot, side.part.end)) < kAtEnd * m_snap;
+    }
+
     bool IsSmall(Side const &side) const {
         Stretch const &s = side.part;
         double const extent = !s.isArc ? LengthOf(s) : std::min(LengthOf(s), 2.0 * s.radius);
@@ -107,7 +115,7 @@ private:
         int const farPlace = isFirstShort ? m_map.Origin(a.half) : m_map.Target(b.half);
         Fold fold{isFirstShort ? i : j, isFirstShort ? j : i, {}};
         if (FootOn(longSide.part, far, fold.foot) && fold.foot.distance < m_tolerance &&
-            m_map.Places().Fit(farPlace, fold.foot.point, m_tolerance) &&
+            !IsAtEnd(longSide, fold.foot.point) && m_map.Places().Fit(farPlace, fold.foot.point, m_tolerance) &&
             DeviationOf(shortSide.part, longSide.part) < m_tolerance &&
             DeviationOf(shortSide.back, longSide.back) < m_tolerance)
             m_tips.push({fold, i, a.changes, b.changes});
@@ -137,6 +145,7 @@ private:
 
     PlanarMap const &m_map;
     double m_tolerance;
+    double m_snap;
     std::vector<Side> m_sides;
     std::size_t m_left;    ///< how many sides are left
     std::size_t m_any = 0; ///< one that is left
@@ -146,11 +155,11 @@ private:
 
 class ThinFaces {
 public:
-    ThinFaces(PlanarMap &map, double tolerance, std::vector<DroppedEdge> &dropped)
-        : m_map(map), m_tolerance(tolerance), m_dropped(dropped) {}
+    ThinFaces(PlanarMap &map, double tolerance, double snap, std::vector<DroppedEdge> &dropped)
+        : m_map(map), m_tolerance(tolerance), m_snap(snap), m_dropped(dropped) {}
 
     /// Collapses what is thin now, the thinnest first. Returns whether there was anything.
-    bool Collapse(double snap, Landmarks const &landmarks) {
+    bool Collapse(Landmarks const &landmarks) {
         FaceWalks const faces = WalkFaces(m_map);
         std::vector<Measured> thin;
         for (std::size_t w = 0; w < faces.walks.size(); ++w) {
@@ -161,7 +170,7 @@ public:
             DrawingPoint const middle = MiddleOf(face.first);
             thin.push_back({0, face.area / face.perimeter, landmarks.Rank(middle), middle, static_cast<int>(w)});
         }
-        SortShortestFirst(thin, snap);
+        SortShortestFirst(thin, m_snap);
         bool any = false;
         for (Measured const &face : thin)
             if (HalfEdge const first = faces.walks[Index(face.number)].first; m_map.IsInMap(first.Edge()))
@@ -186,7 +195,7 @@ private:
         std::vector<HalfEdge> const walk = WalkFrom(m_map, first);
         if (HasBothSidesOfAnEdge(walk))
             return false;
-        FoldPlan plan(m_map, walk, m_tolerance);
+        FoldPlan plan(m_map, walk, m_tolerance, m_snap);
         if (!plan.Make())
             return false;
         Apply(plan, walk);
@@ -246,6 +255,7 @@ private:
 
     PlanarMap &m_map;
     double m_tolerance;
+    double m_snap;
     std::vector<DroppedEdge> &m_dropped;
 };
 
@@ -268,7 +278,7 @@ void CollapseThinFaces(PlanarMap &map, double tolerance, double snap, Landmarks 
     do {
         ContractShortEdges(map, tolerance, snap, landmarks);
         SetAsideUnboundingEdges(map);
-    } while (ThinFaces(map, tolerance, dropped).Collapse(snap, landmarks));
+    } while (ThinFaces(map, tolerance, snap, dropped).Collapse(landmarks));
 }
 
 void DropEmptyFaces(PlanarMap &map, double thinnest, std::vector<DroppedEdge> &dropped) {
