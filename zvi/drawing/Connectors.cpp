@@ -33,9 +33,10 @@ struct Gap {
 
 class Connectors {
 public:
-    Connectors(Network &network, double tolerance)
-        : m_network(network), m_tolerance(tolerance), m_endCounts(network.places.Places().size(), 0),
-          m_isOnCurve(m_endCounts.size(), false), m_joined(network.places.Places()) {
+    Connectors(Network &network, double tolerance, Landmarks const &landmarks)
+        : m_network(network), m_tolerance(tolerance), m_landmarks(landmarks),
+          m_endCounts(network.places.Places().size(), 0), m_isOnCurve(m_endCounts.size(), false),
+          m_joined(network.places.Places()) {
         for (NetworkEdge const &e : m_network.edges)
             if (!e.stretch.IsFullTurn())
                 for (int const place : {e.startPlace, e.endPlace})
@@ -73,7 +74,7 @@ public:
             });
     }
 
-    void Close(Landmarks const &landmarks) {
+    void Close() {
         for (Gap &gap : m_gaps)
             if (gap.fromEdge >= 0 && gap.fromPlace >= 0 && !IsLoose(gap.fromPlace))
                 gap.kind = kCorner;
@@ -84,7 +85,8 @@ public:
         std::vector<Measured> order;
         for (std::size_t i = 0; i < m_gaps.size(); ++i) {
             DrawingPoint const middle = (m_gaps[i].from + m_gaps[i].to) * 0.5;
-            order.push_back({m_gaps[i].kind, m_gaps[i].distance, landmarks.Rank(middle), middle, static_cast<int>(i)});
+            order.push_back(
+                {m_gaps[i].kind, m_gaps[i].distance, m_landmarks.Rank(middle), middle, static_cast<int>(i)});
         }
         SortShortestFirst(order, m_network.snap);
         for (Measured const &gap : order)
@@ -153,7 +155,9 @@ private:
             return there;
         Stretch const &s = EdgeAt(edge).stretch;
         double const step = kBeside * snap / LengthOf(s);
-        for (double const t : {FractionAt(s, p) - step, FractionAt(s, p) + step}) {
+        double const at = FractionAt(s, p);
+        bool const isForward = m_landmarks.Rank(PointAt(s, at + step)) < m_landmarks.Rank(PointAt(s, at - step));
+        for (double const t : {isForward ? at + step : at - step, isForward ? at - step : at + step}) {
             DrawingPoint const beside = PointAt(s, t);
             if (t > 0.0 && t < 1.0 && m_network.places.Nearest(beside, snap) < 0)
                 return AddPlace(beside);
@@ -168,6 +172,7 @@ private:
 
     Network &m_network;
     double m_tolerance;
+    Landmarks const &m_landmarks;
     std::vector<int> m_endCounts;
     std::vector<bool> m_isOnCurve; ///< of each place, whether a curve that does not end there passes through it
     PlaceClusters m_joined;
@@ -180,12 +185,12 @@ private:
 
 void AddConnectors(Network &network, std::vector<EdgePair> const &pairs, double tolerance, bool split,
                    Landmarks const &landmarks) {
-    Connectors connectors(network, tolerance);
+    Connectors connectors(network, tolerance, landmarks);
     if (split)
         for (EdgePair const pair : pairs)
             connectors.LookAt(pair);
     connectors.LookAtPlaces();
-    connectors.Close(landmarks);
+    connectors.Close();
 }
 
 } // namespace zvi::lib::drawing

@@ -5,11 +5,15 @@
 
 #include <algorithm>
 #include <queue>
+#include <tuple>
 #include <utility>
 
 namespace zvi::lib::drawing {
 
 namespace {
+
+/// Distances of folds are compared in steps of so many snap distances.
+constexpr double kStep = 1024.0;
 
 /// A foot nearer to an end of a side than so many snap distances is that end.
 constexpr double kAtEnd = 16.0;
@@ -45,11 +49,12 @@ struct TipFold {
     std::size_t side = 0;
     unsigned changes = 0;
     unsigned nextChanges = 0;
+    double steps = 0.0; ///< the distance of the fold in steps that rounding does not change
+    double rank = 0.0;  ///< by the landmarks
 
     /// The least far fold is on top of a heap.
     bool operator<(TipFold const &other) const {
-        return fold.foot.distance != other.fold.foot.distance ? fold.foot.distance > other.fold.foot.distance
-                                                              : side > other.side;
+        return std::tie(steps, rank, side) > std::tie(other.steps, other.rank, other.side);
     }
 };
 
@@ -57,8 +62,9 @@ struct TipFold {
 /// map.
 class FoldPlan {
 public:
-    FoldPlan(PlanarMap const &map, std::vector<HalfEdge> const &walk, double tolerance, double snap)
-        : m_map(map), m_tolerance(tolerance), m_snap(snap), m_left(walk.size()) {
+    FoldPlan(PlanarMap const &map, std::vector<HalfEdge> const &walk, double tolerance, double snap,
+             Landmarks const &landmarks)
+        : m_map(map), m_tolerance(tolerance), m_snap(snap), m_landmarks(landmarks), m_left(walk.size()) {
         for (HalfEdge const h : walk) {
             std::size_t const i = m_sides.size();
             m_sides.push_back(
@@ -94,9 +100,12 @@ private:
                DeviationOf(a.back, b.back) < m_tolerance && DeviationOf(b.back, a.back) < m_tolerance;
     }
 
-    /// Whether a foot is one of the ends of the side but for rounding: there is a place already.
+    /// Whether a foot is one of the ends of the side, or of its edge, but for rounding: there is a place already.
     bool IsAtEnd(Side const &side, DrawingPoint foot) const {
-        return std::min(Distance(foot, side.part.start), Distance(foot, side.part.end)) < kAtEnd * m_snap;
+        Stretch const &edge = m_map.Edge(side.half).stretch;
+        double const t = FractionAt(edge, foot), near = kAtEnd * m_snap;
+        return std::min(Distance(foot, side.part.start), Distance(foot, side.part.end)) < near ||
+               std::min(t, 1.0 - t) * LengthOf(edge) < near;
     }
 
     bool IsSmall(Side const &side) const {
@@ -105,20 +114,31 @@ private:
         return extent < m_tolerance;
     }
 
-    /// Notes the fold at the tip between the side `i` and the next one, when they stay near one another that far.
+    /// Notes the folds at the tip between the side `i` and the next one: the shorter side on the longer one, and both
+    /// when they are equally long.
     void LookAtTip(std::size_t i) {
         std::size_t const j = m_sides[i].next;
-        Side const &a = m_sides[i], &b = m_sides[j];
-        bool const isFirstShort = LengthOf(a.part) <= LengthOf(b.part);
-        Side const &shortSide = isFirstShort ? a : b, &longSide = isFirstShort ? b : a;
-        DrawingPoint const far = isFirstShort ? a.Begin() : b.End();
-        int const farPlace = isFirstShort ? m_map.Origin(a.half) : m_map.Target(b.half);
-        Fold fold{isFirstShort ? i : j, isFirstShort ? j : i, {}};
+        double const difference = LengthOf(m_sides[i].part) - LengthOf(m_sides[j].part);
+        if (difference < kStep * m_snap)
+            LookAtFold(i, i, j);
+        if (difference > -kStep * m_snap)
+            LookAtFold(i, j, i);
+    }
+
+    /// Notes the fold of one side on the other when they stay near one another that far.
+    void LookAtFold(std::size_t tip, std::size_t shorter, std::size_t longer) {
+        Side const &shortSide = m_sides[shorter], &longSide = m_sides[longer];
+        bool const isFirst = shorter == tip;
+        DrawingPoint const far = isFirst ? shortSide.Begin() : shortSide.End();
+        int const farPlace = isFirst ? m_map.Origin(shortSide.half) : m_map.Target(shortSide.half);
+        Fold fold{shorter, longer, {}};
         if (FootOn(longSide.part, far, fold.foot) && fold.foot.distance < m_tolerance &&
             !IsAtEnd(longSide, fold.foot.point) && m_map.Places().Fit(farPlace, fold.foot.point, m_tolerance) &&
             DeviationOf(shortSide.part, longSide.part) < m_tolerance &&
             DeviationOf(shortSide.back, longSide.back) < m_tolerance)
-            m_tips.push({fold, i, a.changes, b.changes});
+            m_tips.push({fold, tip, m_sides[tip].changes, m_sides[m_sides[tip].next].changes,
+                         std::round(fold.foot.distance / (kStep * m_snap)),
+                         m_landmarks.Rank((far + fold.foot.point) * 0.5)});
     }
 
     void Make(Fold const &fold) {
@@ -146,6 +166,7 @@ private:
     PlanarMap const &m_map;
     double m_tolerance;
     double m_snap;
+    Landmarks const &m_landmarks;
     std::vector<Side> m_sides;
     std::size_t m_left;    ///< how many sides are left
     std::size_t m_any = 0; ///< one that is left
@@ -155,11 +176,12 @@ private:
 
 class ThinFaces {
 public:
-    ThinFaces(PlanarMap &map, double tolerance, double snap, std::vector<DroppedEdge> &dropped)
-        : m_map(map), m_tolerance(tolerance), m_snap(snap), m_dropped(dropped) {}
+    ThinFaces(PlanarMap &map, double tolerance, double snap, Landmarks const &landmarks,
+              std::vector<DroppedEdge> &dropped)
+        : m_map(map), m_tolerance(tolerance), m_snap(snap), m_landmarks(landmarks), m_dropped(dropped) {}
 
     /// Collapses what is thin now, the thinnest first. Returns whether there was anything.
-    bool Collapse(Landmarks const &landmarks) {
+    bool Collapse() {
         FaceWalks const faces = WalkFaces(m_map);
         std::vector<Measured> thin;
         for (std::size_t w = 0; w < faces.walks.size(); ++w) {
@@ -168,7 +190,7 @@ public:
             if (face.isOutside || face.area >= 0.5 * m_tolerance * face.perimeter)
                 continue;
             DrawingPoint const middle = MiddleOf(face.first);
-            thin.push_back({0, face.area / face.perimeter, landmarks.Rank(middle), middle, static_cast<int>(w)});
+            thin.push_back({0, face.area / face.perimeter, m_landmarks.Rank(middle), middle, static_cast<int>(w)});
         }
         SortShortestFirst(thin, m_snap);
         bool any = false;
@@ -195,7 +217,7 @@ private:
         std::vector<HalfEdge> const walk = WalkFrom(m_map, first);
         if (HasBothSidesOfAnEdge(walk))
             return false;
-        FoldPlan plan(m_map, walk, m_tolerance, m_snap);
+        FoldPlan plan(m_map, walk, m_tolerance, m_snap, m_landmarks);
         if (!plan.Make())
             return false;
         Apply(plan, walk);
@@ -256,6 +278,7 @@ private:
     PlanarMap &m_map;
     double m_tolerance;
     double m_snap;
+    Landmarks const &m_landmarks;
     std::vector<DroppedEdge> &m_dropped;
 };
 
@@ -278,7 +301,7 @@ void CollapseThinFaces(PlanarMap &map, double tolerance, double snap, Landmarks 
     do {
         ContractShortEdges(map, tolerance, snap, landmarks);
         SetAsideUnboundingEdges(map);
-    } while (ThinFaces(map, tolerance, snap, dropped).Collapse(landmarks));
+    } while (ThinFaces(map, tolerance, snap, landmarks, dropped).Collapse());
 }
 
 void DropEmptyFaces(PlanarMap &map, double thinnest, std::vector<DroppedEdge> &dropped) {
