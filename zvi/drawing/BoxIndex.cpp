@@ -1,52 +1,94 @@
 #include "zvi/drawing/BoxIndexDetail.h"
 
 #include <algorithm>
+#include <cstdint>
 
 namespace zvi::lib::drawing {
 
 namespace {
 
-/// Extent to which the boxes are scaled. The tree takes boxes 1e-6 apart for touching, a millionth of a millionth of
-/// it.
-constexpr double kExtent = 0x1p20;
+/// Boxes that a node holds.
+constexpr std::size_t kWidth = 8;
 
-/// Boxes that a node of the tree holds before it splits.
-constexpr int kNodeCapacity = 16;
+/// Steps along each axis in which middles are told apart.
+constexpr double kSteps = 65535.0;
 
-Box Around(std::vector<Box> const &boxes) {
-    Box all = boxes.empty() ? Box{} : boxes.front();
-    for (Box const &box : boxes)
-        all = {std::min(all.minX, box.minX), std::min(all.minY, box.minY), std::max(all.maxX, box.maxX),
-               std::max(all.maxY, box.maxY)};
-    return all;
+bool Meet(Box const &a, Box const &b) {
+    return a.minX <= b.maxX && b.minX <= a.maxX && a.minY <= b.maxY && b.minY <= a.maxY;
+}
+
+Box Around(Box const &a, Box const &b) {
+    return {std::min(a.minX, b.minX), std::min(a.minY, b.minY), std::max(a.maxX, b.maxX), std::max(a.maxY, b.maxY)};
+}
+
+/// The bits of a 16-bit number, one at every second place.
+std::uint32_t Spread(std::uint32_t v) {
+    v = (v | (v << 8)) & 0x00FF00FFu;
+    v = (v | (v << 4)) & 0x0F0F0F0Fu;
+    v = (v | (v << 2)) & 0x33333333u;
+    return (v | (v << 1)) & 0x55555555u;
+}
+
+/// Where the middle of a box lies along Morton's curve through the box of all.
+std::uint32_t KeyOf(Box const &box, Box const &all) {
+    auto const step = [](double low, double high, double min, double max) {
+        double const share = max > min ? (0.5 * low + 0.5 * high - min) / (max - min) : 0.0;
+        return static_cast<std::uint32_t>(std::clamp(share, 0.0, 1.0) * kSteps);
+    };
+    return Spread(step(box.minX, box.maxX, all.minX, all.maxX)) |
+           (Spread(step(box.minY, box.maxY, all.minY, all.maxY)) << 1);
 }
 
 } // namespace
 
-BoxIndex::BoxIndex(std::vector<Box> const &boxes) : objects(boxes.size()), tree(kExtent, kExtent, kNodeCapacity) {
-    Box const all = Around(boxes);
-    double const extent = std::max(all.maxX - all.minX, all.maxY - all.minY);
-    origin = {all.minX, all.minY};
-    scale = extent > 0.0 ? kExtent / extent : 1.0;
-    for (std::size_t i = 0; i < boxes.size(); ++i) {
-        MQuadMBR2D mbr = Scaled(boxes[i]);
-        objects[i].SetKey(static_cast<unsigned int>(i));
-        objects[i].SetMBR(mbr);
-        tree.Insert(&objects[i]);
+BoxIndex::BoxIndex(std::vector<Box> const &boxes) {
+    Box all = boxes.empty() ? Box{} : boxes.front();
+    for (Box const &box : boxes)
+        all = Around(all, box);
+    std::vector<std::pair<std::uint32_t, int>> keys;
+    keys.reserve(boxes.size());
+    for (std::size_t i = 0; i < boxes.size(); ++i)
+        keys.emplace_back(KeyOf(boxes[i], all), static_cast<int>(i));
+    std::sort(keys.begin(), keys.end());
+    m_order.reserve(boxes.size());
+    m_boxes.reserve(boxes.size() + boxes.size() / (kWidth - 1) + kWidth);
+    for (auto const &[key, box] : keys) {
+        m_order.push_back(box);
+        m_boxes.push_back(boxes[Index(box)]);
+    }
+    AddLevels();
+}
+
+void BoxIndex::AddLevels() {
+    m_levels = {0, m_boxes.size()};
+    while (m_levels.back() - m_levels[m_levels.size() - 2] > 1) {
+        std::size_t const begin = m_levels[m_levels.size() - 2], end = m_levels.back();
+        for (std::size_t i = begin; i < end; i += kWidth) {
+            Box box = m_boxes[i];
+            for (std::size_t k = i + 1; k < std::min(i + kWidth, end); ++k)
+                box = Around(box, m_boxes[k]);
+            m_boxes.push_back(box);
+        }
+        m_levels.push_back(m_boxes.size());
     }
 }
 
-MQuadMBR2D BoxIndex::Scaled(Box const &box) const {
-    return {(box.minX - origin.x) * scale, (box.minY - origin.y) * scale, (box.maxX - origin.x) * scale,
-            (box.maxY - origin.y) * scale};
+void BoxIndex::Visit(std::size_t level, std::size_t node, Box const &query, std::vector<int> &out) const {
+    if (!Meet(m_boxes[m_levels[level] + node], query))
+        return;
+    if (level == 0) {
+        out.push_back(m_order[node]);
+        return;
+    }
+    std::size_t const count = m_levels[level] - m_levels[level - 1];
+    for (std::size_t child = node * kWidth; child < std::min((node + 1) * kWidth, count); ++child)
+        Visit(level - 1, child, query, out);
 }
 
-void BoxIndex::Find(Box const &query, std::vector<int> &out) {
+void BoxIndex::Find(Box const &query, std::vector<int> &out) const {
     out.clear();
-    hits.RemoveAll();
-    tree.GetIntersectObjList(Scaled(query), hits, 0);
-    for (MQuadObj *const hit : hits)
-        out.push_back(static_cast<int>(hit->GetKey()));
+    if (!m_order.empty())
+        Visit(m_levels.size() - 2, 0, query, out);
 }
 
 } // namespace zvi::lib::drawing

@@ -1,30 +1,28 @@
 #pragma once
 
 #include "zvi/drawing/PlaneDetail.h"
-#include "zvi/spatial/MQuadTree.h"
 
 #include <vector>
 
 namespace zvi::lib::drawing {
 
-/// Tells which of a fixed set of boxes meet a box, by a quadtree. The tree sees the boxes moved to the origin and
-/// scaled to a common extent, so that its own absolute tolerance means the same share of every drawing.
+/// Tells which of a fixed set of boxes meet a box: a tree of boxes, packed in the order of a space-filling curve
+/// through their middles (Kamel and Faloutsos 1993, with Morton's curve).
 class BoxIndex {
 public:
     explicit BoxIndex(std::vector<Box> const &boxes);
 
     /// Fills `out` with the indices of the boxes that meet `query` (touching counts), in an order that depends on the
     /// boxes alone.
-    void Find(Box const &query, std::vector<int> &out);
+    void Find(Box const &query, std::vector<int> &out) const;
 
 private:
-    MQuadMBR2D Scaled(Box const &box) const;
+    void AddLevels();
+    void Visit(std::size_t level, std::size_t node, Box const &query, std::vector<int> &out) const;
 
-    std::vector<MQuadObj> objects;
-    MQuadTree tree;
-    MList<MQuadObj *> hits;
-    DrawingPoint origin;
-    double scale = 1.0;
+    std::vector<int> m_order;          ///< of the leaves, which box each is
+    std::vector<Box> m_boxes;          ///< of the leaves, then of each level above them
+    std::vector<std::size_t> m_levels; ///< where each level begins in `m_boxes`, and the end
 };
 
 } // namespace zvi::lib::drawing

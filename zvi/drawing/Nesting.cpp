@@ -140,7 +140,7 @@ private:
     }
 
     /// The walk on the near side of the curve next to the left of the part's leftmost point.
-    int WalkLeftOf(BoxIndex &index, int part) {
+    int WalkLeftOf(BoxIndex const &index, int part) {
         DrawingPoint const p = m_leftmost[Index(part)];
         for (double width = m_firstWidth;; width *= 4.0) {
             double const left = p.x - width;
