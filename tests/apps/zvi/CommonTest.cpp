@@ -1,7 +1,7 @@
 #include "apps/zvi/common/NearestName.h"
 #include "apps/zvi/common/NumberText.h"
 #include "apps/zvi/common/OutputFile.h"
-#include "apps/zvi/domains/dxf/TextDecoding.h"
+#include "apps/zvi/common/TextDecoding.h"
 #include "zvi/core/Utf8.h"
 
 #include <gtest/gtest.h>

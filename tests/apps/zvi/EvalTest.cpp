@@ -1,8 +1,8 @@
 #include "tests/apps/zvi/Run.h"
 
-#include "apps/zvi/common/WideText.h"
 #include "apps/zvi/common/CaretText.h"
-#include "apps/zvi/eval/EvalMode.h"
+#include "apps/zvi/common/WideText.h"
+#include "apps/zvi/common/typed/EvalMode.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>

@@ -1,5 +1,5 @@
-#include "apps/zvi/domains/dxf/Flatten.h"
-#include "apps/zvi/domains/dxf/Spline.h"
+#include "apps/zvi/domains/geometry/Flatten.h"
+#include "apps/zvi/domains/geometry/Spline.h"
 
 #include <gtest/gtest.h>
 
@@ -46,8 +46,8 @@ double Deviation(EllipseArc const &arc, std::vector<DrawingPoint> const &points)
     return largest;
 }
 
-std::vector<DrawingPoint> FlattenFitted(DxfSpline const &spline, double error) {
-    std::optional<DxfSpline> const fitted = WithControlPoints(spline);
+std::vector<DrawingPoint> FlattenFitted(Spline const &spline, double error) {
+    std::optional<Spline> const fitted = WithControlPoints(spline);
     return fitted ? FlattenSpline(*fitted, {}, error, 1000000) : std::vector<DrawingPoint>();
 }
 
@@ -112,7 +112,7 @@ TEST(Flatten, SweepsBetweenDirections) {
 }
 
 TEST(Flatten, DrawsARationalQuarterCircle) {
-    DxfSpline quarter;
+    Spline quarter;
     quarter.degree = 2;
     quarter.knots = {0, 0, 0, 1, 1, 1};
     quarter.controls = {{1, 0, 0}, {1, 1, 0}, {0, 1, 0}};
@@ -127,14 +127,14 @@ TEST(Flatten, DrawsARationalQuarterCircle) {
 TEST(Flatten, FitsASplineThroughPoints) {
     // The natural cubic spline through (0,0), (1,1), (2,0), its parameter s the length of the chords of sqrt(2): on the
     // first half y = (3 s / h - (s / h)^3) / 2 and x = s / h.
-    DxfSpline hill;
+    Spline hill;
     hill.fitPoints = {{0, 0, 0}, {1, 1, 0}, {1, 1, 0}, {2, 0, 0}};
     for (DrawingPoint const &p : FlattenFitted(hill, 1e-6)) {
         double const x = p.x <= 1 ? p.x : 2 - p.x;
         EXPECT_NEAR(p.y, (3 * x - x * x * x) / 2, 1e-6);
     }
     // Two points with tangents make the cubic of Hermite; it leaves and arrives along them.
-    DxfSpline bow;
+    Spline bow;
     bow.fitPoints = {{0, 0, 0}, {1, 0, 0}};
     bow.startTangent = {0, 5, 0};
     bow.endTangent = {0, -2, 0};
@@ -147,7 +147,7 @@ TEST(Flatten, FitsASplineThroughPoints) {
 TEST(Flatten, ClosesASplineThroughPointsSmoothly) {
     // Points of a circle: the closed spline differs from it by the fourth power of their distance, and has no corner
     // where it closes.
-    DxfSpline ring;
+    Spline ring;
     ring.closed = true;
     for (int i = 0; i < 16; ++i)
         ring.fitPoints.push_back({std::cos(kPi * i / 8), std::sin(kPi * i / 8), 0});

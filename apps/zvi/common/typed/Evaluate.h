@@ -1,6 +1,6 @@
 #pragma once
 
-#include "apps/zvi/eval/EvalMode.h"
+#include "apps/zvi/common/typed/EvalMode.h"
 
 #include "zvi/command/ParseFault.h"
 #include "zvi/command/SymbolTable.h"

@@ -1,4 +1,4 @@
-#include "apps/zvi/eval/EvalMode.h"
+#include "apps/zvi/common/typed/EvalMode.h"
 
 #include "apps/zvi/common/Failure.h"
 #include "apps/zvi/common/NearestName.h"

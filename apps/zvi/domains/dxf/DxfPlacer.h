@@ -2,8 +2,8 @@
 
 #include "apps/zvi/domains/dxf/DxfEntities.h"
 #include "apps/zvi/domains/dxf/DxfLayers.h"
-#include "apps/zvi/domains/input/DrawingInput.h"
-#include "apps/zvi/domains/input/ReadingOptions.h"
+#include "apps/zvi/domains/model/DrawingInput.h"
+#include "apps/zvi/domains/model/ReadingOptions.h"
 
 #include <optional>
 #include <string>

@@ -1,4 +1,4 @@
-#include "apps/zvi/domains/dxf/TextDecoding.h"
+#include "apps/zvi/common/TextDecoding.h"
 
 #include "apps/zvi/common/CodePage.h"
 #include "apps/zvi/common/Joined.h"

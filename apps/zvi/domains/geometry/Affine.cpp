@@ -1,4 +1,4 @@
-#include "apps/zvi/domains/dxf/Affine.h"
+#include "apps/zvi/domains/geometry/Affine.h"
 
 #include <cmath>
 #include <numbers>

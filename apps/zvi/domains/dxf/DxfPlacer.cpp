@@ -1,10 +1,10 @@
-#include "apps/zvi/domains/dxf/DxfBlocks.h"
+#include "apps/zvi/domains/dxf/DxfPlacer.h"
 
 #include "apps/zvi/common/Failure.h"
 #include "apps/zvi/common/Text.h"
+#include "apps/zvi/common/TextDecoding.h"
 #include "apps/zvi/domains/dxf/DxfCurves.h"
 #include "apps/zvi/domains/dxf/ReadDxf.h"
-#include "apps/zvi/domains/dxf/TextDecoding.h"
 
 #include <algorithm>
 
@@ -186,11 +186,6 @@ void DxfPlacer::PlaceCopies(DxfInsert const &insert, Block const &block, std::si
             PlaceAll(*block.content, {Then(Then(scaled, shift), turned), around.layer, around.depth + 1});
         }
     }
-}
-
-DrawingInput ReadDxf(std::string_view text, ReadingOptions const &options) {
-    DxfDocument const document = ReadDxfDocument(text);
-    return DxfPlacer(document, options).Place();
 }
 
 } // namespace zvi::app

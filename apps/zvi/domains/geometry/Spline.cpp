@@ -1,6 +1,6 @@
-#include "apps/zvi/domains/dxf/Spline.h"
+#include "apps/zvi/domains/geometry/Spline.h"
 
-#include "apps/zvi/domains/dxf/Flatten.h"
+#include "apps/zvi/domains/geometry/Flatten.h"
 
 #include <algorithm>
 #include <array>
@@ -34,7 +34,7 @@ std::vector<double> EvenKnots(std::size_t controls, int degree) {
     return knots;
 }
 
-bool HasUsableControls(DxfSpline const &spline) {
+bool HasUsableControls(Spline const &spline) {
     std::size_t const count = spline.controls.size();
     if (spline.degree < 1 || spline.degree > kHighestDegree || count < static_cast<std::size_t>(spline.degree) + 1)
         return false;
@@ -46,7 +46,7 @@ bool HasUsableControls(DxfSpline const &spline) {
 }
 
 /// The fit points without those that repeat their forerunner; closed splines end where they start.
-std::vector<Point3> DistinctFitPoints(DxfSpline const &spline) {
+std::vector<Point3> DistinctFitPoints(Spline const &spline) {
     std::vector<Point3> points;
     for (Point3 const &p : spline.fitPoints) {
         if (points.empty() || Length(p - points.back()) > 0.0)
@@ -117,7 +117,7 @@ Row EndRow(Point3 const &tangent, Point3 const &chord, double length) {
 }
 
 /// The speed of the spline at each of its points, its parameter being the length of the chords.
-std::vector<Point3> Speeds(DxfSpline const &spline, std::vector<Point3> const &points,
+std::vector<Point3> Speeds(Spline const &spline, std::vector<Point3> const &points,
                            std::vector<double> const &lengths) {
     std::size_t const last = points.size() - 1;
     std::vector<Row> rows;
@@ -139,7 +139,7 @@ std::vector<Point3> Speeds(DxfSpline const &spline, std::vector<Point3> const &p
     return SolveRows(std::move(rows));
 }
 
-std::optional<DxfSpline> ThroughFitPoints(DxfSpline const &spline) {
+std::optional<Spline> ThroughFitPoints(Spline const &spline) {
     std::vector<Point3> const points = DistinctFitPoints(spline);
     if (points.size() < 2)
         return std::nullopt;
@@ -147,7 +147,7 @@ std::optional<DxfSpline> ThroughFitPoints(DxfSpline const &spline) {
     for (std::size_t i = 1; i < points.size(); ++i)
         lengths.push_back(Length(points[i] - points[i - 1]));
     std::vector<Point3> const speeds = Speeds(spline, points, lengths);
-    DxfSpline fitted;
+    Spline fitted;
     fitted.closed = spline.closed;
     fitted.controls = {points[0]};
     fitted.knots = {0.0, 0.0, 0.0, 0.0};
@@ -170,7 +170,7 @@ struct Weighted {
 };
 
 /// Point of the spline in the span [knots[k], knots[k + 1]] (de Boor's algorithm).
-lib::DrawingPoint AtParameter(DxfSpline const &spline, std::vector<Weighted> const &controls, std::size_t k, double t) {
+lib::DrawingPoint AtParameter(Spline const &spline, std::vector<Weighted> const &controls, std::size_t k, double t) {
     auto const degree = static_cast<std::size_t>(spline.degree);
     std::array<Weighted, kHighestDegree + 1> d;
     std::copy_n(controls.begin() + static_cast<std::ptrdiff_t>(k - degree), degree + 1, d.begin());
@@ -187,8 +187,8 @@ lib::DrawingPoint AtParameter(DxfSpline const &spline, std::vector<Weighted> con
 
 } // namespace
 
-std::optional<DxfSpline> WithControlPoints(DxfSpline const &spline) {
-    DxfSpline candidate = spline;
+std::optional<Spline> WithControlPoints(Spline const &spline) {
+    Spline candidate = spline;
     if (candidate.knots.empty() && candidate.degree >= 1 && candidate.degree <= kHighestDegree)
         candidate.knots = EvenKnots(candidate.controls.size(), candidate.degree);
     if (HasUsableControls(candidate))
@@ -196,7 +196,7 @@ std::optional<DxfSpline> WithControlPoints(DxfSpline const &spline) {
     return ThroughFitPoints(spline);
 }
 
-std::vector<lib::DrawingPoint> FlattenSpline(DxfSpline const &spline, Affine const &map, double error,
+std::vector<lib::DrawingPoint> FlattenSpline(Spline const &spline, Affine const &map, double error,
                                              std::size_t mostPoints) {
     std::vector<Weighted> controls;
     for (std::size_t i = 0; i < spline.controls.size(); ++i) {

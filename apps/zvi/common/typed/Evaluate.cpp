@@ -1,4 +1,4 @@
-#include "apps/zvi/eval/Evaluate.h"
+#include "apps/zvi/common/typed/Evaluate.h"
 
 #include "apps/zvi/common/Characters.h"
 #include "apps/zvi/common/Text.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "apps/zvi/domains/dxf/DxfCurves.h"
+#include "apps/zvi/domains/model/ChordError.h"
 
 #include <string>
 #include <vector>

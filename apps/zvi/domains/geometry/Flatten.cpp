@@ -1,4 +1,4 @@
-#include "apps/zvi/domains/dxf/Flatten.h"
+#include "apps/zvi/domains/geometry/Flatten.h"
 
 #include <algorithm>
 #include <cmath>
