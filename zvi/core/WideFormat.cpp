@@ -198,7 +198,7 @@ std::int64_t NextSigned(Arguments &arguments, Size size) {
         return static_cast<short>(va_arg(arguments.list, int));
     case Size::kLong:
         return va_arg(arguments.list, long);
-    case Size::kLongLong:
+    case Size::kLongLong: // NOLINT(bugprone-branch-clone): types that are one on this host
     case Size::kLongDouble:
         return va_arg(arguments.list, long long);
     case Size::kIntMax:

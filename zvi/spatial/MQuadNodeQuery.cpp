@@ -13,8 +13,6 @@
 
 namespace zvi::lib {
 
-namespace {} // namespace
-
 /// A query under way. The bounds are those that `Intersect4QT` compares with, computed once.
 struct MQuadNode::Hits {
     Hits(MQuadMBR2D const &query, MList<MQuadObj *> &found, MArray<int> const *wantedTypes, int strict)
