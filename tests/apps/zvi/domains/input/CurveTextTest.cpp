@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-namespace zvi::app {
+namespace zvi::app::test {
 
 using lib::DrawingCurve;
 using lib::DrawingCurveType;
@@ -75,4 +75,4 @@ TEST(CurveText, RefusesWithTheLineAndAdvice) {
     }
 }
 
-} // namespace zvi::app
+} // namespace zvi::app::test

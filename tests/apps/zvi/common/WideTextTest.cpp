@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace zvi::app {
+namespace zvi::app::test {
 
 TEST(WideText, CountsTheColumnsOfATerminal) {
     EXPECT_EQ(Columns(L"1+2"), 3u);
@@ -12,4 +12,4 @@ TEST(WideText, CountsTheColumnsOfATerminal) {
     EXPECT_EQ(Printable(L"a\tb\x01\x9F"), L"a b??");
 }
 
-} // namespace zvi::app
+} // namespace zvi::app::test

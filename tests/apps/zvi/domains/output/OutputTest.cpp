@@ -19,7 +19,7 @@
 #include <numbers>
 #include <random>
 
-namespace zvi::app {
+namespace zvi::app::test {
 
 namespace {
 
@@ -285,4 +285,4 @@ TEST(DomainJson, HasItsKeysInOrder) {
     EXPECT_EQ(DomainJson(keyhole.input, {}).find("nan"), std::string::npos);
 }
 
-} // namespace zvi::app
+} // namespace zvi::app::test

@@ -14,7 +14,7 @@
 #include <fstream>
 #include <iostream>
 
-namespace zvi::app {
+namespace zvi::app::test {
 
 namespace {
 
@@ -112,4 +112,4 @@ TEST(RealDrawings, TheFloorPlanIsTidy) {
     EXPECT_EQ(input.units, "m");
 }
 
-} // namespace zvi::app
+} // namespace zvi::app::test

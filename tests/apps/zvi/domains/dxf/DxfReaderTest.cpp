@@ -1,4 +1,4 @@
-#include "tests/apps/zvi/DxfText.h"
+#include "tests/apps/zvi/domains/dxf/DxfText.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 #include <numbers>
 #include <sstream>
 
-namespace zvi::app {
+namespace zvi::app::test {
 
 namespace {
 
@@ -323,4 +323,4 @@ TEST(DxfReader, TakesInclinedThingsAsSeenFromAbove) {
     EXPECT_EQ(ReadDxf(DxfWith("0 LINE\n10 0\n20 0\n30 0\n11 1\n21 0\n31 5\n"), {}).notes.tilted, 1);
 }
 
-} // namespace zvi::app
+} // namespace zvi::app::test

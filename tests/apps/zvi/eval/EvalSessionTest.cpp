@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-namespace zvi::app {
+namespace zvi::app::test {
 
 TEST(EvalSession, AtAPromptItConfirmsAndSpeaksOfCommands) {
     EvalSession session({}, false, true);
@@ -33,4 +33,4 @@ TEST(EvalSession, HoldsAsManyVariablesAsAParserKnows) {
     EXPECT_EQ(session.Enter("q182+q181").out, "186\n");
 }
 
-} // namespace zvi::app
+} // namespace zvi::app::test

@@ -7,7 +7,7 @@
 #include <cmath>
 #include <numbers>
 
-namespace zvi::app {
+namespace zvi::app::test {
 
 namespace {
 
@@ -163,4 +163,4 @@ TEST(Flatten, ClosesASplineThroughPointsSmoothly) {
     EXPECT_LT(std::abs(turn), 0.05);
 }
 
-} // namespace zvi::app
+} // namespace zvi::app::test

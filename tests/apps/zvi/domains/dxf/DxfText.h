@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace zvi::app {
+namespace zvi::app::test {
 
 /// Groups written "CODE VALUE", one to a line of `groups`, as the two lines each that a DXF text has.
 inline std::string DxfGroups(std::string const &groups) {
@@ -42,4 +42,4 @@ inline std::string Refusal(std::string const &text, ReadingOptions const &option
     }
 }
 
-} // namespace zvi::app
+} // namespace zvi::app::test
