@@ -58,7 +58,7 @@ std::vector<std::string> WordsOf(std::string const &command) {
 std::string Printed(std::string const &command) {
     std::vector<std::string> const words = WordsOf(command);
     EXPECT_EQ(words.front(), "zvi") << command;
-    RunOutcome const run = Run({words.begin() + 1, words.end()});
+    RunOutcome const run = RunZvi({words.begin() + 1, words.end()});
     return run.out + run.err;
 }
 

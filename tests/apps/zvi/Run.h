@@ -16,7 +16,7 @@ struct RunOutcome {
 };
 
 /// Runs the program on these words behind its name, with this on standard input; no stream is a terminal.
-inline RunOutcome Run(std::vector<std::string> const &arguments, std::string const &input = "") {
+inline RunOutcome RunZvi(std::vector<std::string> const &arguments, std::string const &input = "") {
     std::istringstream in(input);
     std::ostringstream out;
     std::ostringstream err;

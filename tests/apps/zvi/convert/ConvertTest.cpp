@@ -11,7 +11,7 @@ namespace zvi::app::test {
 namespace {
 
 RunOutcome Convert(std::string const &value, std::string const &from, std::string const &to) {
-    return Run({"convert", value, from, to});
+    return RunZvi({"convert", value, from, to});
 }
 
 } // namespace
@@ -76,11 +76,11 @@ TEST(Convert, SaysWhatItDoesNotUnderstand) {
          }) {
         std::vector<std::string> words = row.words;
         words.insert(words.begin(), "convert");
-        RunOutcome const run = Run(words);
+        RunOutcome const run = RunZvi(words);
         EXPECT_EQ(run.status, row.status) << run.err;
         EXPECT_NE(run.err.find(row.err), std::string::npos) << run.err;
     }
-    nlohmann::json const json = nlohmann::json::parse(Run({"convert", "--json", "2", "kPa", "N/m^2"}).out);
+    nlohmann::json const json = nlohmann::json::parse(RunZvi({"convert", "--json", "2", "kPa", "N/m^2"}).out);
     EXPECT_NEAR(json["result"].get<double>(), 2000, 1e-9);
     EXPECT_EQ(json["kinds"], (std::vector<int>{17, 18}));
 }
@@ -100,15 +100,15 @@ TEST(Convert, EveryLabelIsFoundAndConvertsToItself) {
 }
 
 TEST(Units, ListsKindsWithLabelsAndFactors) {
-    std::string const table = Run({"units", "--system", "4"}).out;
+    std::string const table = RunZvi({"units", "--system", "4"}).out;
     EXPECT_TRUE(table.starts_with("system 4: force kgf, length cm, mass kg, time sec, heat J\n")) << table;
     EXPECT_NE(table.find("\n  17  kgf/cm^2           0.0980665\n"), std::string::npos) << table;
     EXPECT_NE(table.find("\n  39  cm^3/day "), std::string::npos) << "the day is there from the start";
-    nlohmann::json const json = nlohmann::json::parse(Run({"units", "--kind", "17", "--json"}).out);
+    nlohmann::json const json = nlohmann::json::parse(RunZvi({"units", "--kind", "17", "--json"}).out);
     EXPECT_EQ(json["kinds"].size(), 36u);
-    EXPECT_EQ(Run({"units", "--kind", "7"}).status, 1);
-    EXPECT_EQ(Run({"units", "--system", "6"}).status, 2);
-    EXPECT_EQ(Run({"units", "17"}).status, 2);
+    EXPECT_EQ(RunZvi({"units", "--kind", "7"}).status, 1);
+    EXPECT_EQ(RunZvi({"units", "--system", "6"}).status, 2);
+    EXPECT_EQ(RunZvi({"units", "17"}).status, 2);
 }
 
 } // namespace zvi::app::test

@@ -56,7 +56,7 @@ TEST(Eval, PrintsOneGroupPerLine) {
              {"points", "[1,2,3] [4,5]", "1 2 3\n4 5 0\n"},
              {"mm", "2m+1,000mm", "3000\n"},
          }) {
-        RunOutcome const run = Run(Words(row.mode, row.text));
+        RunOutcome const run = RunZvi(Words(row.mode, row.text));
         EXPECT_EQ(run.out, row.out) << row.mode << ": " << row.text << run.err;
         EXPECT_EQ(run.status, *row.out ? 0 : 1) << row.text;
     }
@@ -134,7 +134,7 @@ TEST(Eval, AFailureShowsThePlaceAndWhatToWrite) {
              {"points", "(1,2) (3,4)", "^", "write [1,2] [3,4]"},
              {"points", "[1,2] [1,2,3,4]", "      ^~~~~~~~~", "one to three"},
          }) {
-        RunOutcome const run = Run(Words(row.mode, row.text));
+        RunOutcome const run = RunZvi(Words(row.mode, row.text));
         std::string const shown = std::string(row.text) == "1\x01+2" ? "1?+2" : row.text;
         std::string const carets = "\n  " + shown + "\n  " + row.caret + "\n  hint: ";
         EXPECT_EQ(run.status, 1) << row.text;
@@ -144,15 +144,15 @@ TEST(Eval, AFailureShowsThePlaceAndWhatToWrite) {
         std::string const correction = Correction(run.err);
         std::string const text = correction.substr(0, correction.find(" or "));
         if (!text.empty()) {
-            EXPECT_EQ(Run(Words(row.mode, text)).status, 0) << row.text << " -> " << text;
+            EXPECT_EQ(RunZvi(Words(row.mode, text)).status, 0) << row.text << " -> " << text;
         }
     }
 }
 
 TEST(Eval, TellsTheParsersOwnMessages) {
-    EXPECT_TRUE(Run({"eval", "tan(90)"}).err.starts_with("zvi: Function error tan(90)\n"));
-    EXPECT_TRUE(Run({"eval", "--mode", "two", "1,2,3"}).err.starts_with("zvi: extra arguement!\n"));
-    EXPECT_TRUE(Run({"eval", "--mode", "position", "3@2"})
+    EXPECT_TRUE(RunZvi({"eval", "tan(90)"}).err.starts_with("zvi: Function error tan(90)\n"));
+    EXPECT_TRUE(RunZvi({"eval", "--mode", "two", "1,2,3"}).err.starts_with("zvi: extra arguement!\n"));
+    EXPECT_TRUE(RunZvi({"eval", "--mode", "position", "3@2"})
                     .err.starts_with("zvi: Syntax error : Iteration Number must be integer !\n"));
 }
 
@@ -168,21 +168,21 @@ TEST(Eval, BadTextNeverHurts) {
           foreign, std::string("\xC3\x28\xFF\xED\xA0\x80"), std::string("1\0002", 3), std::string("__GET_POSITION__"),
           std::string("__ARG_TO__ __AGR_ERROR__"), std::string("\t\r\n,"), std::string("[[[]]]@<@@")}) {
         for (EvalModeEntry const &entry : EvalModes()) {
-            RunOutcome const run = Run({"eval", "--mode", entry.name, "--", text});
+            RunOutcome const run = RunZvi({"eval", "--mode", entry.name, "--", text});
             EXPECT_LE(run.status, 1) << entry.name << ": " << text.substr(0, 40);
             EXPECT_EQ(run.status == 0, run.err.empty()) << text.substr(0, 40);
         }
     }
     for (char const *text : {"1tO2000000000", "1to9999999 1to9999999", "1to9999999 x", "1,5to5"})
-        EXPECT_EQ(Run({"eval", "--mode", "nodes", text}).status, 1) << text;
-    EXPECT_NE(Run({"eval", std::string(3000, '1')}).err.find("too long"), std::string::npos);
-    EXPECT_NE(Run({"eval", "--mode", "nodes", many}).err.find("at most 1,000 numbers"), std::string::npos);
+        EXPECT_EQ(RunZvi({"eval", "--mode", "nodes", text}).status, 1) << text;
+    EXPECT_NE(RunZvi({"eval", std::string(3000, '1')}).err.find("too long"), std::string::npos);
+    EXPECT_NE(RunZvi({"eval", "--mode", "nodes", many}).err.find("at most 1,000 numbers"), std::string::npos);
 }
 
 TEST(Eval, AnswersMachines) {
     auto const json = [](std::vector<std::string> words) {
         words.insert(words.begin() + 1, "--json");
-        return nlohmann::json::parse(Run(words).out);
+        return nlohmann::json::parse(RunZvi(words).out);
     };
     EXPECT_EQ(json({"eval", "1+2"}), nlohmann::json::parse(R"({"schema":1,"mode":"number","groups":[[3]]})"));
     EXPECT_EQ(json({"eval", "--mode", "position", "@1,2"}),
@@ -195,27 +195,27 @@ TEST(Eval, AnswersMachines) {
 }
 
 TEST(Eval, ReadsLinesAndKeepsVariables) {
-    RunOutcome const run = Run({"eval", "-"}, "h = 3\n2*h\n\n1 + 2\n:mode nodes\n1to3\n:units 1\n:mode number\n"
-                                              "h*5mm\nh=4\n:units off\nh\n:quit\n99\n");
+    RunOutcome const run = RunZvi({"eval", "-"}, "h = 3\n2*h\n\n1 + 2\n:mode nodes\n1to3\n:units 1\n:mode number\n"
+                                                 "h*5mm\nh=4\n:units off\nh\n:quit\n99\n");
     EXPECT_EQ(run.out, "6\n1 2 3\n0.015\n4\n");
     EXPECT_EQ(run.status, 1);
     EXPECT_TRUE(run.err.starts_with("zvi: standard input:4: syntax error\n")) << run.err;
-    EXPECT_EQ(Run({"eval"}, "\xEF\xBB\xBF"
-                            "1+1\n2+2")
+    EXPECT_EQ(RunZvi({"eval"}, "\xEF\xBB\xBF"
+                               "1+1\n2+2")
                   .out,
               "2\n4\n");
     for (char const *line : {":mde nodes", ":mode nods", ":units 7", "sin=3", "b1=3", "x=1 + 2", "x=", "1=2"}) {
-        RunOutcome const failed = Run({"eval"}, std::string(line) + "\n");
+        RunOutcome const failed = RunZvi({"eval"}, std::string(line) + "\n");
         EXPECT_EQ(failed.status, 1) << line;
         EXPECT_FALSE(failed.err.empty()) << line;
     }
 }
 
 TEST(Eval, TextsMayBeginWithAMinusAndOptionsStandAnywhere) {
-    EXPECT_EQ(Run({"eval", "-5+3"}).out, "-2\n");
-    EXPECT_EQ(Run({"eval", "-pi*0-1", "--mode=integer"}).out, "-1\n");
-    EXPECT_EQ(Run({"eval", "--var", "x=-5", "x"}).out, "-5\n");
-    EXPECT_EQ(Run({"eval", "--mode", "nodes", "1to3", "7"}).out, "1 2 3 7\n");
+    EXPECT_EQ(RunZvi({"eval", "-5+3"}).out, "-2\n");
+    EXPECT_EQ(RunZvi({"eval", "-pi*0-1", "--mode=integer"}).out, "-1\n");
+    EXPECT_EQ(RunZvi({"eval", "--var", "x=-5", "x"}).out, "-5\n");
+    EXPECT_EQ(RunZvi({"eval", "--mode", "nodes", "1to3", "7"}).out, "1 2 3 7\n");
     for (std::vector<std::string> const &words : std::initializer_list<std::vector<std::string>>{
              {"eval", "--mode", "nods", "1"},
              {"eval", "--moed", "nodes", "1"},
@@ -227,11 +227,11 @@ TEST(Eval, TextsMayBeginWithAMinusAndOptionsStandAnywhere) {
              {"eval", "--var", "x=1 + 2", "1"},
              {"eval", "--mode"},
          }) {
-        RunOutcome const run = Run(words);
+        RunOutcome const run = RunZvi(words);
         EXPECT_EQ(run.status, 2) << words[1];
         EXPECT_TRUE(run.err.starts_with("zvi: ")) << run.err;
     }
-    EXPECT_TRUE(Run({"eval", "-h"}).out.starts_with("Examples:"));
+    EXPECT_TRUE(RunZvi({"eval", "-h"}).out.starts_with("Examples:"));
 }
 
 TEST(Eval, ALongTextShowsTheSurroundingsOfThePlace) {

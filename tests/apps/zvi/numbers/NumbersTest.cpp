@@ -46,20 +46,20 @@ TEST(Numbers, DoTheirThreeJobs) {
          }) {
         std::vector<std::string> words = row.words;
         words.insert(words.begin(), "numbers");
-        RunOutcome const run = Run(words);
+        RunOutcome const run = RunZvi(words);
         EXPECT_EQ(run.out, row.out) << run.err;
         EXPECT_EQ(run.status, row.status) << run.err;
         EXPECT_NE(run.err.find(row.err), std::string::npos) << run.err;
     }
-    EXPECT_EQ(Run({"numbers", "compress"}, "\xEF\xBB\xBF"
-                                           "1\r\n2\n3\n\n7\n")
+    EXPECT_EQ(RunZvi({"numbers", "compress"}, "\xEF\xBB\xBF"
+                                              "1\r\n2\n3\n\n7\n")
                   .out,
               "1to3 7\n");
-    std::string const told = Run({"numbers", "expand"}, "1to3\r\n5 2to\r\n\r\n").err;
+    std::string const told = RunZvi({"numbers", "expand"}, "1to3\r\n5 2to\r\n\r\n").err;
     EXPECT_TRUE(
         told.starts_with("zvi: standard input:2: the text ends where a number is expected\n  5 2to\n       ^\n"))
         << told;
-    EXPECT_EQ(Run({"numbers", "expand", "--json", "-"}, "1to3").out, "{\"schema\":1,\"numbers\":[1,2,3]}\n");
+    EXPECT_EQ(RunZvi({"numbers", "expand", "--json", "-"}, "1to3").out, "{\"schema\":1,\"numbers\":[1,2,3]}\n");
 }
 
 TEST(Numbers, WhatWasCompressedExpandsToTheSameNumbers) {
