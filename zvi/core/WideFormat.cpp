@@ -198,10 +198,10 @@ std::int64_t NextSigned(Arguments &arguments, Size size) {
         return static_cast<short>(va_arg(arguments.list, int));
     case Size::kLong:
         return va_arg(arguments.list, long);
-    case Size::kLongLong: // NOLINT(bugprone-branch-clone): types that are one on this host
+    case Size::kLongLong:
     case Size::kLongDouble:
         return va_arg(arguments.list, long long);
-    case Size::kIntMax:
+    case Size::kIntMax: // NOLINT(bugprone-branch-clone): types that are one on this host
         return va_arg(arguments.list, std::intmax_t);
     case Size::kSizeT:
     case Size::kPtrDiff:
