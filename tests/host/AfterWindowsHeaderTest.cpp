@@ -1,7 +1,9 @@
 // Public headers behind the host's own, whose names and macros they meet in every program for Windows.
 
 #ifdef _WIN32
+#ifndef NOMINMAX
 #define NOMINMAX // its macros come below, behind the standard library, which does not bear them
+#endif
 #include <windows.h>
 #endif
 
