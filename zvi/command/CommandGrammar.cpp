@@ -77,7 +77,7 @@ bool CommandGrammar::FailAt(ParseFaultKind kind, int begin, int end) {
     if (kind == ParseFaultKind::kUnexpectedToken)
         m_parser.yyerror(text.data());
     else if (text != kAnyFaultText)
-        m_parser.Report(text.data());
+        m_parser.Report(text);
     m_parser.Report(kAnyFaultText);
     return false;
 }

@@ -11,6 +11,7 @@
 #include "zvi/core/CStringArray.h"
 
 #include <cstdint>
+#include <string_view>
 
 namespace zvi::lib {
 
@@ -127,7 +128,7 @@ public:
 private:
     friend class command::CommandGrammar;
 
-    void Report(char const *text);
+    void Report(std::string_view text);
     int ParseAs(int startWord, CString const &text);
     int ParseAsIntegers(int startWord, CString const &text);
     template <class Number>
