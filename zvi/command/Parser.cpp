@@ -199,4 +199,7 @@ void Parser::GetGridArgList(CArray<double> &list) const {
         *out++ = argument->AsDouble();
 }
 
+// A program that takes the address of these finds them in the library also where they are imported.
+constexpr std::int64_t Parser::kMostArguments;
+
 } // namespace zvi::lib
