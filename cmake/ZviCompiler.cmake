@@ -19,8 +19,11 @@ function(zvi_target_defaults target)
   set_target_properties(${target} PROPERTIES
     CXX_EXTENSIONS OFF
     CXX_VISIBILITY_PRESET hidden
-    VISIBILITY_INLINES_HIDDEN ON
     POSITION_INDEPENDENT_CODE ON)
+  if(NOT WIN32)
+    # There, inline parts of an exported class belong to the library too.
+    set_target_properties(${target} PROPERTIES VISIBILITY_INLINES_HIDDEN ON)
+  endif()
   if(MSVC)
     target_compile_options(${target} PRIVATE /W4 /permissive- /fp:precise /utf-8)
   else()

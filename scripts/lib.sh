@@ -1,7 +1,7 @@
 # What scripts/demo, scripts/test and .ci/run share. Sourced, not run.
 
 # With ccache installed, one clone uses what another has compiled.
-export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
+export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1 CCACHE_SLOPPINESS=pch_defines,time_macros
 
 # Debian packages that a build needs, each with a file that shows it is there.
 zvi_packages=(

@@ -52,6 +52,12 @@ TEST(CellGrid, FindsTheStepsOfCoordinates) {
         }
     }
     EXPECT_GE(keys.size(), 7990u) << "8000 cells that are neighbours have keys of their own";
+    for (bool const upright : {false, true}) {
+        std::set<std::uint32_t> slots;
+        for (double step = 0; step < 4096; ++step)
+            slots.insert((upright ? CellKey(7.0, step) : CellKey(step, 7.0)) % 4096);
+        EXPECT_GE(slots.size(), 2400u) << "a column or a row of cells is spread over the table";
+    }
 }
 
 } // namespace zvi::lib::test

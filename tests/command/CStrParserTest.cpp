@@ -7,8 +7,7 @@
 #include <string>
 #include <vector>
 
-using namespace zvi;
-using namespace zvi::lib;
+namespace zvi::lib::test {
 
 namespace {
 
@@ -166,3 +165,5 @@ TEST(MParser, TurnsLengthUnitsIntoFactors) {
     EXPECT_TRUE(parser.IsAlpahbetUpper(L'Z') && parser.IsAlpahbetLower(L'a') && !parser.IsAlpahbetLower(L'A'));
     EXPECT_EQ(testing::internal::GetCapturedStderr(), kSyntaxError + kSyntaxError + kSyntaxError);
 }
+
+} // namespace zvi::lib::test

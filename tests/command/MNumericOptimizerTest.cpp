@@ -8,8 +8,7 @@
 #include <string>
 #include <vector>
 
-using namespace zvi;
-using namespace zvi::lib;
+namespace zvi::lib::test {
 
 namespace {
 
@@ -193,3 +192,5 @@ TEST(MNumericOptimizer, FindsTokens) {
         EXPECT_EQ(static_cast<std::int64_t>(value), row.value) << row.text;
     }
 }
+
+} // namespace zvi::lib::test

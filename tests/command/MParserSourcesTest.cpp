@@ -3,8 +3,7 @@
 
 #include <gtest/gtest.h>
 
-using zvi::lib::MParser;
-using zvi::lib::MUnitCtrl;
+namespace zvi::lib::test {
 
 TEST(MParserSources, EveryCharacterComesFromTheTypedOneItStandsFor) {
     MUnitCtrl metres(nullptr);
@@ -33,3 +32,5 @@ TEST(MParserSources, EveryCharacterComesFromTheTypedOneItStandsFor) {
     for (std::size_t i = 1; i < sources.size(); ++i)
         EXPECT_LE(sources[i - 1], sources[i]) << i;
 }
+
+} // namespace zvi::lib::test

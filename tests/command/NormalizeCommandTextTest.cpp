@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-using namespace zvi::lib;
+namespace zvi::lib::test {
 
 namespace {
 
@@ -97,3 +97,5 @@ TEST(NormalizeCommandText, GivesWhatTheReplacementsGive) {
         }
     }
 }
+
+} // namespace zvi::lib::test

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-using namespace zvi::lib;
+namespace zvi::lib::test {
 
 namespace {
 
@@ -200,19 +200,31 @@ TEST(Parser, ReadsPositions) {
     double const r = 10 * std::cos(45 * 0.01745329238474369);
     struct PositionRow {
         wchar_t const *text;
-        int mode;
-        int parsed;
-        unsigned int op;
-        double x, y, z;
+        int mode = 0;
+        int parsed = 1;
+        unsigned int op = 0;
+        double x = 0, y = 0, z = 0;
     };
     PositionRow const rows[] = {
-        {L"", 0, 1, 3, 0, 0, 0},         {L"10 20", 0, 1, 3, 10, 20, 0}, {L"1,2,3", 0, 1, 3, 1, 2, 3},
-        {L"5", 0, 1, 3, 5, 0, 0},        {L"1,2", 1, 1, 1, 1, 2, 0},     {L"@1,2,3", 0, 1, 1, 1, 2, 3},
-        {L"@@1,2", 0, 1, 4, 1, 2, 0},    {L"@10<45", 0, 1, 2, r, r, 0},  {L"@@10<45", 0, 1, 5, r, r, 0},
-        {L"10,45", 2, 1, 2, r, r, 0},    {L"10", 2, 1, 2, 10, 0, 0},     {L"", 2, 1, 3, 0, 0, 0},
-        {L"1,2", 7, 1, 0, 0, 0, 0},      {L"1,2,3", 2, 0, 0, 0, 0, 0},   {L"1,2,3,4", 0, 0, 0, 0, 0, 0},
-        {L"@1,2,3,4", 0, 0, 0, 0, 0, 0}, {L"10<45", 0, 0, 0, 0, 0, 0},   {L"1,NAME", 0, 0, 0, 0, 0, 0},
-        {L"3@2", 0, 0, 0, 0, 0, 0},
+        {.text = L"", .op = 3},
+        {.text = L"10 20", .op = 3, .x = 10, .y = 20},
+        {.text = L"1,2,3", .op = 3, .x = 1, .y = 2, .z = 3},
+        {.text = L"5", .op = 3, .x = 5},
+        {.text = L"1,2", .mode = 1, .op = 1, .x = 1, .y = 2},
+        {.text = L"@1,2,3", .op = 1, .x = 1, .y = 2, .z = 3},
+        {.text = L"@@1,2", .op = 4, .x = 1, .y = 2},
+        {.text = L"@10<45", .op = 2, .x = r, .y = r},
+        {.text = L"@@10<45", .op = 5, .x = r, .y = r},
+        {.text = L"10,45", .mode = 2, .op = 2, .x = r, .y = r},
+        {.text = L"10", .mode = 2, .op = 2, .x = 10},
+        {.text = L"", .mode = 2, .op = 3},
+        {.text = L"1,2", .mode = 7, .op = 0},
+        {.text = L"1,2,3", .mode = 2, .parsed = 0},
+        {.text = L"1,2,3,4", .parsed = 0},
+        {.text = L"@1,2,3,4", .parsed = 0},
+        {.text = L"10<45", .parsed = 0},
+        {.text = L"1,NAME", .parsed = 0},
+        {.text = L"3@2", .parsed = 0},
     };
     for (PositionRow const &row : rows) {
         ListeningParser parser;
@@ -418,3 +430,5 @@ TEST(Parser, AcceptsTextUpToItsLimit) {
     EXPECT_EQ(parser.ParsingNumberArg(std::wstring(2030, L'0').c_str()), 0);
     EXPECT_EQ(parser.GetFault().kind, ParseFaultKind::kTooLong);
 }
+
+} // namespace zvi::lib::test

@@ -6,8 +6,7 @@
 #include <string>
 #include <vector>
 
-using namespace zvi;
-using namespace zvi::lib;
+namespace zvi::lib::test {
 
 TEST(MArrayParser, SkipsPiecesThatDoNotConvert) {
     MArray<int> ints{1};
@@ -56,3 +55,5 @@ TEST(MStringToken, KeepsThePiecesBetweenDelimiters) {
     EXPECT_EQ(MStringToken(L"", L",").Size(), 0);
     EXPECT_EQ(MStringToken(L"a b", L"").Size(), 1);
 }
+
+} // namespace zvi::lib::test

@@ -182,59 +182,14 @@ void MDomainMakerOracle::Scan(std::vector<int> const &candidates) {
         int const s = candidates[at++];
         if (doneVtex.count(s) || m_edges[U(s)].empty())
             continue;
-        int first = -1;
-        double least = 0;
-        for (int const edge : m_edges[U(s)]) {
-            DM_VTEX const &far = Coord[U(Far(edge, s))];
-            double const dx = far.x - Coord[U(s)].x;
-            double const dy = far.y - Coord[U(s)].y;
-            double const length = std::sqrt(dx * dx + dy * dy);
-            double const sine = length == 0 ? dy : dy / length;
-            if (first < 0 || sine < least) {
-                first = edge;
-                least = sine;
-            }
-        }
+        int const first = SteepestEdge(s);
         OracleLoop path;
         OracleSurf loop;
         int status = 0;
         if (!Walk(first, m_ends[U(first)].first != s, true, {}, path, loop, status, doneEdge))
             continue;
-
-        DM_VTEX const middle = Coord[U(loop.Vtex[loop.Vtex.size() / 2])];
-        for (OracleSurf &surf : Surfs) {
-            if (IsIn(middle, surf)) {
-                OracleLoop hole = loop;
-                Reverse(hole);
-                surf.Holes.push_back(hole);
-                break;
-            }
-        }
-
-        std::size_t const limit = 10 * m_ends.size();
-        std::size_t counter = 0;
-        std::vector<OracleSurf> work{loop};
-        std::vector<OracleSurf> done;
-        while (!work.empty()) {
-            std::vector<OracleSurf> next;
-            for (OracleSurf const &surf : work) {
-                if (++counter > limit) {
-                    done.clear();
-                    next.clear();
-                    Abandoned = true;
-                    break;
-                }
-                OracleSurf outA;
-                OracleSurf outB;
-                if (Divide(surf, outA, outB)) {
-                    next.push_back(outA);
-                    next.push_back(outB);
-                } else {
-                    done.push_back(surf);
-                }
-            }
-            work = next;
-        }
+        AddToHoles(loop);
+        std::vector<OracleSurf> const done = DivideInRounds(loop);
         Surfs.insert(Surfs.end(), done.begin(), done.end());
         for (OracleSurf const &surf : done) {
             std::vector<OracleLoop> loops = surf.Holes;
@@ -244,34 +199,91 @@ void MDomainMakerOracle::Scan(std::vector<int> const &candidates) {
                 doneEdge.insert(l.Curv.begin(), l.Curv.end());
             }
         }
-        for (bool changed = true; changed;) {
-            changed = false;
-            for (auto const &list : m_edges) {
-                auto const isOpen = [&](int edge) { return !doneEdge.count(edge); };
-                if (std::count_if(list.begin(), list.end(), isOpen) == 1) {
-                    doneEdge.insert(*std::find_if(list.begin(), list.end(), isOpen));
-                    changed = true;
-                }
-            }
-        }
+        BarStubs(doneEdge);
         if (!done.empty())
             at = 0;
     }
+}
+
+/// The edge that leaves the vertex with the smallest sine.
+int MDomainMakerOracle::SteepestEdge(int s) const {
+    int first = -1;
+    double least = 0;
+    for (int const edge : m_edges[U(s)]) {
+        DM_VTEX const &far = Coord[U(Far(edge, s))];
+        double const dx = far.x - Coord[U(s)].x;
+        double const dy = far.y - Coord[U(s)].y;
+        double const length = std::sqrt(dx * dx + dy * dy);
+        double const sine = length == 0 ? dy : dy / length;
+        if (first < 0 || sine < least) {
+            first = edge;
+            least = sine;
+        }
+    }
+    return first;
+}
+
+void MDomainMakerOracle::AddToHoles(OracleLoop const &loop) {
+    DM_VTEX const middle = Coord[U(loop.Vtex[loop.Vtex.size() / 2])];
+    auto const holder = std::find_if(Surfs.begin(), Surfs.end(), [&](OracleSurf const &s) { return IsIn(middle, s); });
+    if (holder == Surfs.end())
+        return;
+    holder->Holes.push_back(loop);
+    Reverse(holder->Holes.back());
+}
+
+/// Nothing when there are too many to look at.
+std::vector<OracleSurf> MDomainMakerOracle::DivideInRounds(OracleSurf const &loop) {
+    std::size_t const limit = 10 * m_ends.size();
+    std::size_t counter = 0;
+    std::vector<OracleSurf> done;
+    for (std::vector<OracleSurf> work{loop}, next; !work.empty(); work.swap(next), next.clear()) {
+        for (OracleSurf const &surf : work) {
+            if (++counter > limit) {
+                Abandoned = true;
+                return {};
+            }
+            OracleSurf outA;
+            OracleSurf outB;
+            if (Divide(surf, outA, outB)) {
+                next.push_back(outA);
+                next.push_back(outB);
+            } else {
+                done.push_back(surf);
+            }
+        }
+    }
+    return done;
+}
+
+/// Until nothing changes, bars the only edge of each vertex that is not barred.
+void MDomainMakerOracle::BarStubs(IntSet &barred) const {
+    for (bool changed = true; changed;) {
+        changed = false;
+        for (auto const &list : m_edges) {
+            auto const isOpen = [&](int edge) { return !barred.count(edge); };
+            if (std::count_if(list.begin(), list.end(), isOpen) == 1) {
+                barred.insert(*std::find_if(list.begin(), list.end(), isOpen));
+                changed = true;
+            }
+        }
+    }
+}
+
+std::ptrdiff_t MDomainMakerOracle::OpenCount(int v, IntSet const &barred) const {
+    return std::count_if(m_edges[U(v)].begin(), m_edges[U(v)].end(), [&](int e) { return !barred.count(e); });
 }
 
 int MDomainMakerOracle::Divide(OracleSurf const &surf, OracleSurf &outA, OracleSurf &outB) {
     IntSet barred;
     for (OracleLoop const &hole : surf.Holes)
         barred.insert(hole.Curv.begin(), hole.Curv.end());
-    auto const openCount = [&](int v) {
-        return std::count_if(m_edges[U(v)].begin(), m_edges[U(v)].end(), [&](int e) { return !barred.count(e); });
-    };
     for (std::size_t i = 1; i < surf.Vtex.size(); ++i) {
         int const v = surf.Vtex[i % surf.Vtex.size()];
         int const in = surf.Curv[i - 1];
         int const out = surf.Curv[i % surf.Curv.size()];
         int const p = surf.Vtex[i - 1];
-        if (openCount(v) <= 2)
+        if (OpenCount(v, barred) <= 2)
             continue;
         DM_VTEX const back = Unit(Coord[U(v)], Coord[U(p)]);
         DM_VTEX const ahead = Unit(Coord[U(v)], Coord[U(Far(out, v))]);
@@ -295,51 +307,60 @@ int MDomainMakerOracle::Divide(OracleSurf const &surf, OracleSurf &outA, OracleS
         if (!Walk(chord, m_ends[U(chord)].first != v, false, surf, path, loop, status, barred))
             return 0;
         path.CurvDir = Directions(path);
-        if (status != 1) {
-            LoopsHung = true;
-            for (std::size_t k = path.Curv.size() - loop.Curv.size(); k-- > 0;) {
-                if (openCount(path.Vtex[k]) > 2) {
-                    EraseFront(path.Vtex, k);
-                    EraseFront(path.Curv, k);
-                    EraseFront(path.CurvDir, k);
-                    break;
-                }
-            }
-            outA = surf;
-            outA.Holes.push_back(path);
-            outB = loop;
-            Reverse(outB);
-            return 1;
-        }
-        std::vector<int> const dirs = Directions(surf);
-        int ia = -1;
-        int ib = -1;
-        int const n = static_cast<int>(surf.Curv.size());
-        for (int k = 0; k < n; ++k) {
-            auto const &[first, second] = m_ends[U(surf.Curv[U(k)])];
-            int const start = dirs[U(k)] == 0 ? first : second;
-            ia = start == path.Vtex.front() ? k : ia;
-            ib = start == path.Vtex.back() ? k : ib;
-        }
-        if (ia < 0 || ib < 0)
-            return 0;
-        for (int k = 0; k < (ib - ia + n) % n; ++k)
-            outA.Curv.push_back(surf.Curv[U((ia + k) % n)]);
-        for (int k = 0; k < (ia - ib + n) % n; ++k)
-            outB.Curv.push_back(surf.Curv[U((ib + k) % n)]);
-        outA.Curv.insert(outA.Curv.end(), path.Curv.rbegin(), path.Curv.rend());
-        outB.Curv.insert(outB.Curv.end(), path.Curv.begin(), path.Curv.end());
-        for (OracleSurf *half : {&outA, &outB}) {
-            half->CurvDir = Directions(*half);
-            half->Vtex = Vertices(*half);
-        }
-        for (OracleLoop const &hole : surf.Holes) {
-            bool const inA = IsIn(Coord[U(hole.Vtex[hole.Vtex.size() / 2])], static_cast<OracleLoop const &>(outA));
-            (inA ? outA : outB).Holes.push_back(hole);
-        }
+        if (status == 1)
+            return Split(surf, path, outA, outB);
+        LoopsHung = true;
+        Hang(surf, path, loop, barred, outA, outB);
         return 1;
     }
     return 0;
+}
+
+void MDomainMakerOracle::Hang(OracleSurf const &surf, OracleLoop path, OracleSurf const &loop, IntSet const &barred,
+                              OracleSurf &outA, OracleSurf &outB) const {
+    for (std::size_t k = path.Curv.size() - loop.Curv.size(); k-- > 0;) {
+        if (OpenCount(path.Vtex[k], barred) > 2) {
+            EraseFront(path.Vtex, k);
+            EraseFront(path.Curv, k);
+            EraseFront(path.CurvDir, k);
+            break;
+        }
+    }
+    outA = surf;
+    outA.Holes.push_back(path);
+    outB = loop;
+    Reverse(outB);
+}
+
+int MDomainMakerOracle::Split(OracleSurf const &surf, OracleLoop const &path, OracleSurf &outA,
+                              OracleSurf &outB) const {
+    std::vector<int> const dirs = Directions(surf);
+    int ia = -1;
+    int ib = -1;
+    int const n = static_cast<int>(surf.Curv.size());
+    for (int k = 0; k < n; ++k) {
+        auto const &[first, second] = m_ends[U(surf.Curv[U(k)])];
+        int const start = dirs[U(k)] == 0 ? first : second;
+        ia = start == path.Vtex.front() ? k : ia;
+        ib = start == path.Vtex.back() ? k : ib;
+    }
+    if (ia < 0 || ib < 0)
+        return 0;
+    for (int k = 0; k < (ib - ia + n) % n; ++k)
+        outA.Curv.push_back(surf.Curv[U((ia + k) % n)]);
+    for (int k = 0; k < (ia - ib + n) % n; ++k)
+        outB.Curv.push_back(surf.Curv[U((ib + k) % n)]);
+    outA.Curv.insert(outA.Curv.end(), path.Curv.rbegin(), path.Curv.rend());
+    outB.Curv.insert(outB.Curv.end(), path.Curv.begin(), path.Curv.end());
+    for (OracleSurf *half : {&outA, &outB}) {
+        half->CurvDir = Directions(*half);
+        half->Vtex = Vertices(*half);
+    }
+    for (OracleLoop const &hole : surf.Holes) {
+        bool const inA = IsIn(Coord[U(hole.Vtex[hole.Vtex.size() / 2])], static_cast<OracleLoop const &>(outA));
+        (inA ? outA : outB).Holes.push_back(hole);
+    }
+    return 1;
 }
 
 int MDomainMakerOracle::Walk(int edge, int reverse, bool ccw, OracleSurf const &boundary, OracleLoop &path,

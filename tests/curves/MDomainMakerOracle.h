@@ -2,6 +2,7 @@
 
 #include "zvi/curves/DomainRecords.h"
 
+#include <cstddef>
 #include <map>
 #include <set>
 #include <span>
@@ -45,7 +46,15 @@ private:
     int Far(int edge, int vtex) const;
     void Prepare();
     void Scan(std::vector<int> const &candidates);
+    int SteepestEdge(int s) const;
+    void AddToHoles(OracleLoop const &loop);
+    std::vector<OracleSurf> DivideInRounds(OracleSurf const &loop);
+    void BarStubs(IntSet &barred) const;
+    std::ptrdiff_t OpenCount(int v, IntSet const &barred) const;
     int Divide(OracleSurf const &surf, OracleSurf &outA, OracleSurf &outB);
+    void Hang(OracleSurf const &surf, OracleLoop path, OracleSurf const &loop, IntSet const &barred, OracleSurf &outA,
+              OracleSurf &outB) const;
+    int Split(OracleSurf const &surf, OracleLoop const &path, OracleSurf &outA, OracleSurf &outB) const;
     int Walk(int edge, int reverse, bool ccw, OracleSurf const &boundary, OracleLoop &path, OracleLoop &loop,
              int &status, IntSet const &barred) const;
     void Next(int edge, int reverse, int &vtex, int &next, bool clockwise, IntSet const &barred) const;

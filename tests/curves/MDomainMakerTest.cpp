@@ -201,34 +201,6 @@ TEST(MDomainMaker, FindsTheDomainsOfSmallFigures) {
     }
 }
 
-TEST(MDomainMaker, NamesARefinedCurveOnceUnlessItSpansTheSeam) {
-    MDomainMaker maker;
-    Points const square = Square(1);
-    AddRing(maker, 1, square);
-    MArray<DM_VTEX> bow = {{0.7, -0.6}, {0.8, -0.4}, {0.9, -0.2}};
-    maker.AddCurvMidPoint(2, bow);        // four pieces
-    MArray<DM_VTEX> seam = {{-1.5, 0.3}}; // the leftmost vertex, where the walk starts
-    maker.AddCurvMidPoint(4, seam);
-    maker.MakeDomain();
-    ASSERT_EQ(maker.GetResultSurf().Size(), 1u);
-    EXPECT_EQ(Values(maker.GetResultSurf()[0].Curv), (Ints{4, 1, 2, 3, 4}));
-    EXPECT_EQ(maker.GetResultSurf()[0].Vtex.Size(), 6u);
-}
-
-// A second way of its own to split a curve: two curves between the same vertices are duplicates unless refined.
-TEST(MDomainMaker, KeepsArcsBetweenTheSameEndsApartWhenTheyAreRefined) {
-    for (bool const isRefined : {false, true}) {
-        MDomainMaker maker;
-        maker.AddCurv(1, {0, 0}, {2, 0.1});
-        maker.AddCurv(2, {2, 0.1}, {0, 0});
-        MArray<DM_VTEX> below = {{1, -1}};
-        if (isRefined)
-            maker.AddCurvMidPoint(2, below);
-        maker.MakeDomain();
-        EXPECT_EQ(maker.GetResultSurf().Size(), isRefined ? 1u : 0u);
-    }
-}
-
 TEST(MDomainMaker, CopiesShareNothing) {
     MDomainMaker original;
     AddRing(original, 1, Square(3));

@@ -27,7 +27,8 @@ template <std::same_as<double>... Steps>
 constexpr std::uint32_t CellKey(Steps... steps) {
     std::uint64_t hash = 0;
     ((hash = Mix(hash, BitsOf(steps))), ...);
-    return HighHalf(hash);
+    // What tells small whole numbers apart are the topmost bits; once more, so that they reach all bits of the key.
+    return HighHalf(Mix(hash, 0));
 }
 
 /// Numbers in the cells of a grid without bounds, of any dimension. Only cells that hold a number take room, so a

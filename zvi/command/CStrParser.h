@@ -23,22 +23,32 @@ public:
     static int GetNumberOfTimes(CString const &text, int &value);
     /// A position or vector; missing coordinates are 0, and so are all three on failure.
     static int GetEQDistance(CString const &text, double &x, double &y, double &z);
+    /// The same; the vector is not made a unit one.
     static int GetDirectionVector(CString const &text, double &x, double &y, double &z);
     /// Distances with repeat items: "3@2,5" gives 2, 2, 2, 5.
     static int GetUEDistance(CString const &text, CArray<double> &distances);
+    /// A position; missing coordinates are 0.
     static int GetPosition(CString const &text, double &x, double &y, double &z);
-    /// Two numbers, one number: these know the variables.
+    /// Up to two numbers, a missing one 0, which know the variables.
     static int Get2FloatNumber(CString const &text, double &a, double &b);
+    /// One number, which knows the variables. An empty text is 0.
     static int GetFloatNumber(CString const &text, double &value);
+    /// One integer; a fraction is cut off. An empty text is 0.
     static int GetINumber(CString const &text, int &value);
+    /// Integers and ranges such as "1to9by2 20", which replace the contents of `list`.
     static int GetNodeList(CString const &text, CArray<int> &list);
+    /// The same; a negative number becomes its value modulo 2^32.
     static int GetNodeList(CString const &text, CArray<unsigned int> &list);
-    /// See `Parser`; these two know the variables.
+    /// As the operation of `Parser`; this one and the next know the variables.
     static int ParsingPositionXYZList(CString const &text, CArray<double> &coordinates);
+    /// `mode` is that of `Parser::SetPreModePosNOp`.
     static int ParsingPositionNOp(CString const &text, double &x, double &y, double &z, unsigned int &op, int mode);
+    /// Whether the text is a command line; its arguments are dropped.
     static int ParsingCommandLine(CString const &text);
+    /// As `GetNodeList`, by the start word of plain integer lists.
     static int ParsingListByTo(CString const &text, CArray<int> &list);
 
+    /// Forgets all variables.
     static void ClearVariables();
     /// Appends a variable, without a look at those there are. Returns 1.
     static int AddDoubleVar(wchar_t const *name, double value);

@@ -77,7 +77,7 @@ bool CommandGrammar::FailAt(ParseFaultKind kind, int begin, int end) {
     if (kind == ParseFaultKind::kUnexpectedToken)
         m_parser.yyerror(text.data());
     else if (text != kAnyFaultText)
-        m_parser.Report(text.data());
+        m_parser.Report(text);
     m_parser.Report(kAnyFaultText);
     return false;
 }
@@ -283,10 +283,11 @@ bool CommandGrammar::PositionOfList() {
         m_result.TakeFrom(m_working);
         m_result.SetOpCode(mode == kModeAbsolute ? kOpAbsolute : kOpRelative);
     } else if (mode == kModePolar) {
-        if (m_working.GetCount() != 2 || !numbers)
+        double length = 0.0;
+        double degrees = 0.0;
+        if (m_working.GetCount() != 2 || !m_working.ReadNumbers(length, degrees))
             return Fail(ParseFaultKind::kExtraArgument);
-        VMArguement const *const length = m_working.First();
-        AddPolar(length->AsDouble(), length->next->AsDouble(), kOpRelativePolar);
+        AddPolar(length, degrees, kOpRelativePolar);
     }
     return true;
 }

@@ -14,6 +14,7 @@ class ZVI_API MArrayParser {
 public:
     /// Empties `values` and appends every piece that converts; the others are skipped. Returns 1.
     static int ParseArray_Int(wchar_t const *text, wchar_t separator, MArray<int> &values);
+    /// The same for decimal numbers.
     static int ParseArray_Double(wchar_t const *text, wchar_t separator, MArray<double> &values);
 
     /// Empties `values` and appends the pieces without the white space around them. Empty pieces are skipped unless
@@ -23,7 +24,9 @@ public:
     /// Cuts at the first separator and reads both sides. Returns 1, or 0 with the outputs as they were when there is no
     /// separator or a side does not convert.
     static int Parse2Number(wchar_t const *text, wchar_t separator, int &first, int &second);
+    /// The same for an integer and a decimal number.
     static int Parse2Number(wchar_t const *text, wchar_t separator, int &first, double &second);
+    /// The same for two decimal numbers.
     static int Parse2Number(wchar_t const *text, wchar_t separator, double &first, double &second);
 };
 

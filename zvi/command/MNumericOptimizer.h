@@ -11,9 +11,9 @@ namespace zvi::lib {
 
 /// One run of a number list: `first`, `first + step`, ..., `last`. A single number is a run of step 1.
 struct STB_OPT_NODE {
-    std::int32_t first;
-    std::int32_t last;
-    std::int32_t step;
+    std::int32_t first; ///< the number it begins with
+    std::int32_t last;  ///< the number it ends with, itself a part of it
+    std::int32_t step;  ///< from one number to the next; 0 for a run of equal numbers
 };
 
 /// Node and element numbers as compact text, such as "1to9by2 20", and the way back.
@@ -50,23 +50,29 @@ public:
     /// its own. An empty list leaves `result` empty. Runs are taken in the order of the list, so a descending stretch
     /// gives a negative step. Returns 1.
     int OptimizeSortedArray(MArray<long> &numbers, MArray<STB_OPT_NODE> &result);
+    /// The same after `numbers` was sorted in place, each number once.
     int OptimizeUnsortedArray(MArray<long> &numbers, MArray<STB_OPT_NODE> &result);
 
     /// The text of `OptimizeSortedArray`, from an array or from a pointer and a count; the input is not changed.
     CString Optimize(MArray<long> &numbers);
+    /// The same for `count` numbers from a pointer on.
     CString Optimize(long *numbers, std::int64_t count);
 
     /// The numbers of an ascending list that `text` names, ascending, each once. `result` is emptied first.
     /// Numbers that are not in the list are passed over. Returns 1, or 0 for a text that cannot be read; an empty list
     /// returns 1 at once.
     int SelectNumByStr(MTArray<long> &numbers, wchar_t const *text, MArray<long> &result);
+    /// The same for an array that owns its numbers.
     int SelectNumByStr(MArray<long> &numbers, wchar_t const *text, MArray<long> &result);
+    /// The same for `count` numbers from a pointer on.
     int SelectNumByStr(long *numbers, std::int64_t count, wchar_t const *text, MArray<long> &result);
 
     /// The same in the order of the text: a range from high to low gives its numbers from high to low. With `unique`
     /// non-zero a repeated number keeps its last place alone.
     int SelectNumByStrKeepSeq(MTArray<long> &numbers, wchar_t const *text, MArray<long> &result, int unique);
+    /// The same for an array that owns its numbers.
     int SelectNumByStrKeepSeq(MArray<long> &numbers, wchar_t const *text, MArray<long> &result, int unique);
+    /// The same for `count` numbers from a pointer on.
     int SelectNumByStrKeepSeq(long *numbers, std::int64_t count, wchar_t const *text, MArray<long> &result, int unique);
 
     /// Copies a selection text with one blank between its words and none inside them: "1 to 9  by 2 20" becomes
@@ -89,8 +95,8 @@ protected:
     /// The numbers that the words of `text` name, in the order of the text.
     int SelectNumByStrBase(MTArray<long> &numbers, wchar_t const *text, MArray<long> &result);
 
-    MArray<STB_OPT_NODE> m_runs;
-    MArray<long> m_rest;
+    MArray<STB_OPT_NODE> m_runs; ///< the runs found so far
+    MArray<long> m_rest;         ///< the numbers in no run, in the order of the list
 
 private:
     void ExtractAll(MTArray<long> const &numbers);

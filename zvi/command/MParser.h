@@ -7,17 +7,20 @@
 
 namespace zvi::lib {
 
+/// The unit system whose length unit the results are in; see zvi/units/MUnitCtrl.h.
 class MUnitCtrl;
 
 /// A parser whose numbers may bear a length unit: 5MM, 1,000MM, 2M+30CM.
 class ZVI_API MParser : public MyParser {
 public:
+    /// Makes the parser that it owns.
     MParser();
     ~MParser() override;
 
-    /// As `ParsingNumberArg` and `ParsingINumberArg`, once the length units have become factors to the current length
+    /// As `ParsingNumberArg`, once the length units have become factors to the current length
     /// unit of `unit`. Returns 0 for an empty text too.
     int ParsingUNumberArg(CString const &text, MUnitCtrl *unit);
+    /// The same for one integer.
     int ParsingUINumberArg(CString const &text, MUnitCtrl *unit);
 
     /// The normalised text with each length unit behind a number as a multiplication: "5MM+3" becomes

@@ -18,7 +18,9 @@ public:
     int Size() const;
     /// Piece `index`, counted from 0; an empty text outside the range. The pointer lives as long as this object.
     wchar_t const *Get(int index) const;
+    /// The same as a text of its own.
     CString GetCstring(int index) const;
+    /// The same as a standard text.
     std::wstring GetStdwstring(int index) const;
 
 private:

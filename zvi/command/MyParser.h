@@ -9,10 +9,13 @@ namespace zvi::lib {
 /// A handle of a `Parser` of its own; every entry forwards to it and is documented there.
 class ZVI_API MyParser {
 public:
+    /// Makes the parser that it owns.
     MyParser();
     virtual ~MyParser();
     MyParser(MyParser const &) = delete;
     MyParser &operator=(MyParser const &) = delete;
+
+    // The entries of `Parser`, each of which says there what it does.
 
     void SetPreModePosNOp(int mode) { m_parser->SetPreModePosNOp(mode); }
     int _Parsing(CString const &text) { return m_parser->_Parsing(text); }
@@ -61,7 +64,7 @@ protected:
     /// Holds `parser` instead of a plain one, for a class that wants to hear its messages.
     explicit MyParser(std::unique_ptr<Parser> parser) : m_parser(std::move(parser)) {}
 
-    std::unique_ptr<Parser> m_parser;
+    std::unique_ptr<Parser> m_parser; ///< never null
 };
 
 } // namespace zvi::lib

@@ -32,11 +32,11 @@ enum class ParseFaultKind : std::int32_t {
 /// What is wrong with a text, and where. Places are indices into the text of `Parser::_Parsing`; after any other entry
 /// into `NormalizeCommandText` of what was typed, whose `sources` lead on to the typed character.
 struct ParseFault {
-    ParseFaultKind kind = ParseFaultKind::kNone;
+    ParseFaultKind kind = ParseFaultKind::kNone; ///< why
     /// What is at fault, from `begin` to before `end`: the unexpected token, the divisor, the exponent, the call of
     /// the function. Empty, where the reading stopped, for every other kind.
     std::int32_t begin = 0;
-    std::int32_t end = 0;
+    std::int32_t end = 0; ///< one behind its last character
     /// Where the reading stopped: the begin of the first token that was not taken in; 0 for kTooLong.
     std::int32_t stop = 0;
 };

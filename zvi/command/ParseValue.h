@@ -6,16 +6,16 @@ namespace zvi::lib {
 
 /// What a value of the command language is.
 enum ParseKind : std::int32_t {
-    kParseInteger = 1,
-    kParseDouble = 2,
+    kParseInteger = 1,  ///< a 32-bit integer
+    kParseDouble = 2,   ///< a double
     kParseComputed = 3, ///< only as a shape: the value came out of an operator, a parenthesis or a function
-    kParseRepeat = 7,
+    kParseRepeat = 7,   ///< a count and the value that it repeats
     kParseByTo = 9
 };
 
 /// The part of a value that expressions compute with: an integer or a double.
 struct ParseNumber {
-    std::int32_t kind;
+    std::int32_t kind; ///< one of ParseKind
     /// Equal to `kind` for a value as it was typed, `kParseComputed` once it was computed.
     std::int32_t shape;
     /// The member that `kind` names; a repeat item holds the repeated value in `real`.
@@ -24,24 +24,28 @@ struct ParseNumber {
         double real;
     };
 
+    /// An integer as it was typed, or of another shape.
     static ParseNumber Integer(std::int32_t value, std::int32_t shape = kParseInteger) {
         ParseNumber result;
         result.SetInteger(value, shape);
         return result;
     }
 
+    /// A double as it was typed, or of another shape.
     static ParseNumber Double(double value, std::int32_t shape = kParseDouble) {
         ParseNumber result;
         result.SetDouble(value, shape);
         return result;
     }
 
+    /// Becomes an integer.
     void SetInteger(std::int32_t value, std::int32_t newShape = kParseInteger) {
         kind = kParseInteger;
         shape = newShape;
         integer = value;
     }
 
+    /// Becomes a double.
     void SetDouble(double value, std::int32_t newShape = kParseDouble) {
         kind = kParseDouble;
         shape = newShape;
@@ -54,10 +58,10 @@ struct ParseNumber {
 
 /// The value that every symbol of the grammar carries.
 struct ParseValue : ParseNumber {
-    /// By-to range: first value, bound, step.
+    /// By-to range: the first value.
     std::int32_t from;
-    std::int32_t to;
-    std::int32_t by;
+    std::int32_t to; ///< the bound
+    std::int32_t by; ///< the step
     /// Repeat item: how often.
     std::int32_t count;
 };

@@ -4,6 +4,7 @@
 #include "zvi/command/NormalizedLineDetail.h"
 
 #include <algorithm>
+#include <string>
 #include <string_view>
 
 namespace zvi::lib {
@@ -24,10 +25,9 @@ Parser::~Parser() = default;
 
 void Parser::ReportError(CString const &) {}
 
-void Parser::Report(char const *text) {
-    CString wide;
-    wide.Format(L"%S", text);
-    ReportError(wide);
+void Parser::Report(std::string_view text) {
+    std::wstring const wide(text.begin(), text.end());
+    ReportError(CString(std::wstring_view(wide)));
 }
 
 void Parser::SetPreModePosNOp(int mode) {
@@ -198,5 +198,8 @@ void Parser::GetGridArgList(CArray<double> &list) const {
     for (VMArguement const *argument = m_result.First(); argument; argument = argument->next)
         *out++ = argument->AsDouble();
 }
+
+// A program that takes the address of these finds them in the library also where they are imported.
+constexpr std::int64_t Parser::kMostArguments;
 
 } // namespace zvi::lib

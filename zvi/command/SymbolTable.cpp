@@ -171,4 +171,11 @@ TagNumberNode *SymbolTable::NodeBeyondThoseInPlace() {
     return &m_moreNumbers[static_cast<std::size_t>(m_numberCount - kNumbersInPlace)];
 }
 
+// A program that takes the address of these finds them in the library also where they are imported.
+constexpr int SymbolTable::kMostSymbols;
+constexpr int SymbolTable::kMostVariables;
+constexpr int SymbolTable::kMostReservedWords;
+constexpr int SymbolTable::kMostNumbers;
+constexpr int SymbolTable::kMostStrings;
+
 } // namespace zvi::lib

@@ -20,21 +20,22 @@ struct ZVI_API TagSymbolNode {
     static constexpr int kMostNameChars = 103;
 
     TagSymbolNode() = default;
+    /// A node of this name, of which at most `kMostNameChars` characters are taken.
     TagSymbolNode(char const *symbolName, double (*symbolFunction)(double), double symbolValue);
     virtual ~TagSymbolNode() = default;
 
-    char name[kMostNameChars + 1] = {};
-    double (*function)(double) = nullptr;
-    double value = 0.0;
-    std::uint64_t reserved = 0; ///< stays zero
+    char name[kMostNameChars + 1] = {};   ///< ends with a zero
+    double (*function)(double) = nullptr; ///< null for a variable
+    double value = 0.0;                   ///< of a variable
+    std::uint64_t reserved = 0;           ///< stays zero
 };
 
 /// A word that stands for a token.
 struct ZVI_API TagResWordNode {
     virtual ~TagResWordNode() = default;
 
-    std::string text;
-    std::int32_t token = -1;
+    std::string text;           ///< the word
+    std::int32_t token = -1;    ///< its token number
     std::uint64_t reserved = 0; ///< stays zero
 };
 
@@ -42,7 +43,7 @@ struct ZVI_API TagResWordNode {
 struct ZVI_API TagStringNode {
     virtual ~TagStringNode() = default;
 
-    std::string text;
+    std::string text; ///< the word
 };
 
 /// A number literal, laid out as the value it carries.
@@ -58,6 +59,7 @@ public:
     static constexpr int kMostNumbers = 1000;      ///< literals and variables of one line
     static constexpr int kMostStrings = 1000;      ///< unknown words of one line
 
+    /// Knows the built-in names.
     SymbolTable();
     ~SymbolTable();
     SymbolTable(SymbolTable const &) = delete;
@@ -66,32 +68,37 @@ public:
     /// A new variable with the value 0, or null at the limit or for a null or over-long name. A variable may bear the
     /// name of a function, which then hides it.
     TagSymbolNode *AddSymbol(char const *name);
-    /// The first function, or variable, of this name, whatever its case; null if there is none.
+    /// The first function of this name, whatever its case; null if there is none.
     TagSymbolNode const *FindFunction(std::string_view name) const;
+    /// The first variable of this name in the same way.
     TagSymbolNode const *FindVariable(std::string_view name) const;
     /// The functions and variables, counted from 0: the built-in ones, of which the functions come first, then the
     /// others in the order in which they were added. `index` must be below the count.
     int GetSymbolCount() const;
+    /// The symbol of this number.
     TagSymbolNode const &GetSymbol(int index) const;
 
-    /// The reserved word with exactly this text, or with this token number; null if there is none.
+    /// The reserved word with exactly this text; null if there is none.
     TagResWordNode const *FindReservedWord(std::string_view text) const;
+    /// The text of the reserved word with this token number; null if there is none.
     char const *ReservedWordName(int token) const;
     /// The reserved words, counted from 0 in the same way. `index` must be below the count.
     int GetReservedWordCount() const;
+    /// The reserved word of this number.
     TagResWordNode const &GetReservedWord(int index) const;
     /// A further reserved word, or null at the limit.
     TagResWordNode *AddReservedWord(char const *text, int token);
 
     /// A new string node with a copy of the text, or null at the limit.
     TagStringNode *AddString(std::string_view text);
-    /// A new number node, or null at the limit: a double, or an integer of value 0 for the scanner to fill.
+    /// A new number node with a double, or null at the limit.
     TagNumberNode *AddNumber(double value) {
         TagNumberNode *const node = NewNumber();
         if (node)
             node->SetDouble(value);
         return node;
     }
+    /// The same for an integer of value 0, which the scanner fills.
     TagNumberNode *AddNumber() {
         TagNumberNode *const node = NewNumber();
         if (node)

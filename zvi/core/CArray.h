@@ -73,8 +73,8 @@ public:
         std::size_t const added = IndexOf(count);
         std::size_t const size = m_elements.Size();
         OrCutBack([&] {
-            m_elements.Reserve(std::max(at, size) - size + added);
-            m_elements.Resize(std::max(at, size));
+            m_elements.Reserve((std::max)(at, size) - size + added);
+            m_elements.Resize((std::max)(at, size));
             for (std::size_t i = 0; i < added; ++i)
                 m_elements.PushBack(value);
         });

@@ -184,7 +184,7 @@ public:
     }
 
     /// The largest count that fits the address space: the greatest whole number not above (2^64 - 1) / sizeof(T).
-    static constexpr std::size_t MaxCount() { return std::numeric_limits<std::size_t>::max() / sizeof(T); }
+    static constexpr std::size_t MaxCount() { return (std::numeric_limits<std::size_t>::max)() / sizeof(T); }
 
     /// Whether the elements are equal, one by one.
     friend bool operator==(MArray const &left, MArray const &right) requires requires(T const &a, T const &b) {
@@ -256,7 +256,7 @@ private:
         copies.AdoptNewBlock(Capacity());
         copies.m_last = Block::CopyTo(source, count, copies.m_first);
         if constexpr (std::is_nothrow_move_assignable_v<T> && std::is_nothrow_move_constructible_v<T>) {
-            T *const middle = copies.m_first + std::min(Size(), count);
+            T *const middle = copies.m_first + (std::min)(Size(), count);
             T *const end = std::move(copies.m_first, middle, m_first);
             std::destroy(end, m_last);
             m_last = Block::MoveTo(middle, copies.m_last, end);
@@ -272,7 +272,7 @@ private:
             RaiseTooLong();
         std::size_t const half = capacity / 2;
         std::size_t const grown = MaxCount() - half < capacity ? 0 : capacity + half;
-        return std::max(grown, size + more);
+        return (std::max)(grown, size + more);
     }
 
     /// Makes room for `more` elements. `fill(end)` constructs as many of them as it likes, and gives the place behind

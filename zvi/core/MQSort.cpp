@@ -300,7 +300,7 @@ int MQSort::CompareKey20Serial12(void const *left, void const *right) {
 }
 
 void MQSort::SeparateStringNum(CString const &text, CString &prefix, int &zeros, int &number) {
-    CString const whole = text;
+    CString const whole = text; // NOLINT(performance-unnecessary-copy-initialization): `prefix` may be `text`
     zeros = 0;
     number = 0;
     int tail = whole.GetLength();

@@ -7,6 +7,7 @@
 #include <bit>
 #include <cstddef>
 #include <memory>
+#include <type_traits>
 #include <utility>
 
 namespace zvi::lib::core {
@@ -171,7 +172,7 @@ void DigitSort(Record *records, Record *scratch, std::size_t count, KeyOf keyOf)
     auto const first = keyOf(records[0]);
     auto smallest = first;
     auto largest = first;
-    auto varying = first ^ first;
+    std::remove_const_t<decltype(first)> varying = 0;
     for (std::size_t i = 1; i < count; ++i) {
         auto const key = keyOf(records[i]);
         smallest = std::min(smallest, key);

@@ -201,7 +201,7 @@ std::int64_t NextSigned(Arguments &arguments, Size size) {
     case Size::kLongLong:
     case Size::kLongDouble:
         return va_arg(arguments.list, long long);
-    case Size::kIntMax:
+    case Size::kIntMax: // NOLINT(bugprone-branch-clone): types that are one on this host
         return va_arg(arguments.list, std::intmax_t);
     case Size::kSizeT:
     case Size::kPtrDiff:

@@ -587,4 +587,7 @@ int MQuadNode::Merge() {
     return 0;
 }
 
+// A program that takes the address of these finds them in the library also where they are imported.
+constexpr int MQuadNode::kChildCount;
+
 } // namespace zvi::lib

@@ -1,5 +1,6 @@
 #include "zvi/spatial/MQuadNode.h"
 
+#include "zvi/base/SaturatedInt.h"
 #include "zvi/host/CDC.h"
 #include "zvi/spatial/MQuadTree.h"
 #include "zvi/spatial/QuadCodeDetail.h"
@@ -9,24 +10,8 @@
 #include "zvi/spatial/QuadrantFinderDetail.h"
 
 #include <bit>
-#include <limits>
 
 namespace zvi::lib {
-
-namespace {
-
-/// Cut to a whole number; coordinates beyond `int` go to its ends, what is not a number to 0.
-int Truncate(double value) {
-    if (value != value)
-        return 0;
-    if (value <= static_cast<double>(std::numeric_limits<int>::min()))
-        return std::numeric_limits<int>::min();
-    if (value >= static_cast<double>(std::numeric_limits<int>::max()))
-        return std::numeric_limits<int>::max();
-    return static_cast<int>(value);
-}
-
-} // namespace
 
 /// A query under way. The bounds are those that `Intersect4QT` compares with, computed once.
 struct MQuadNode::Hits {
@@ -201,7 +186,8 @@ void MQuadNode::Draw(CDC *dc) {
         return;
     }
     void *const brush = dc->SelectHollowBrush();
-    dc->Rectangle(Truncate(m_region.minX), Truncate(m_region.minY), Truncate(m_region.maxX), Truncate(m_region.maxY));
+    dc->Rectangle(base::SaturatedInt(m_region.minX), base::SaturatedInt(m_region.minY),
+                  base::SaturatedInt(m_region.maxX), base::SaturatedInt(m_region.maxY));
     dc->SelectBrush(brush);
 }
 

@@ -4,6 +4,7 @@
 #include "apps/zvi/common/NumberText.h"
 
 #include "zvi/units/UnitRecords.h"
+#include "zvi/units/UnitTables.h"
 
 namespace zvi::app {
 
@@ -16,9 +17,8 @@ int UnitKindNamed(std::string const &text) {
 }
 
 int UnitSystemNamed(std::string const &text) {
-    constexpr int kLastSystem = 5;
     std::optional<long long> const number = ParseInteger(text);
-    if (!number || *number < 0 || *number > kLastSystem)
+    if (!number || *number < 0 || *number >= lib::kUnitSystemCount)
         throw UsageError("a unit system is a number from 0 to 5, not '" + text +
                          "'; 0: N mm, 1: N m, 2: N mm ton, 3: lbf ft, 4: kgf cm, 5: lbf in");
     return static_cast<int>(*number);

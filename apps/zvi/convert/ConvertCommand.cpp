@@ -8,7 +8,7 @@
 #include "apps/zvi/common/Text.h"
 #include "apps/zvi/common/UnitNumbers.h"
 #include "apps/zvi/common/WideText.h"
-#include "apps/zvi/eval/Evaluate.h"
+#include "apps/zvi/common/typed/Evaluate.h"
 #include "apps/zvi/eval/hints/Diagnose.h"
 #include "apps/zvi/units/UnitCatalogue.h"
 

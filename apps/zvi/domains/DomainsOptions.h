@@ -1,6 +1,6 @@
 #pragma once
 
-#include "apps/zvi/domains/input/ReadingOptions.h"
+#include "apps/zvi/domains/model/ReadingOptions.h"
 
 #include "zvi/drawing/DrawingRecords.h"
 

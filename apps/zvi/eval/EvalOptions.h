@@ -1,6 +1,6 @@
 #pragma once
 
-#include "apps/zvi/eval/Evaluate.h"
+#include "apps/zvi/common/typed/Evaluate.h"
 
 #include <optional>
 #include <string>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "apps/zvi/common/CaretText.h"
-#include "apps/zvi/eval/Evaluate.h"
+#include "apps/zvi/common/typed/Evaluate.h"
 
 #include <string>
 

@@ -5,10 +5,11 @@
 #include "apps/zvi/common/Text.h"
 #include "apps/zvi/common/WideText.h"
 
+#include "zvi/units/UnitTables.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <set>
-#include <utility>
 
 namespace zvi::app {
 
@@ -132,31 +133,10 @@ std::string PlainLabel(std::string const &label) {
 
 UnitCatalogue::UnitCatalogue() : m_units(nullptr) {
     m_units.Initialize(0);
-    lib::T_UNIT_NAMEFACT names;
-    m_units.GetUnitNameCurrent(names);
-    // The day stands behind the time units that are counted, and conversions know it.
-    std::int32_t const times = names.timeCount + 1;
-    std::set<std::pair<int, std::string>> seen;
-    for (lib::T_UNIT_INDEX i; i.force < names.forceCount; ++i.force) {
-        for (i.length = 0; i.length < names.lengthCount; ++i.length) {
-            for (i.time = 0; i.time < times; ++i.time) {
-                for (i.heat = 0; i.heat < names.heatCount; ++i.heat) {
-                    i.mass = i.force;
-                    m_units.SetUnitIndexCurrent(i, 0);
-                    for (int kind = 1; kind < lib::kUnitKindCount; ++kind) {
-                        CString label;
-                        m_units.GetUnitSystem(kind, label);
-                        if (!label.IsEmpty() && seen.emplace(kind, Utf8Of(label)).second)
-                            m_labels.push_back({kind, Utf8Of(label), i, Factor(kind, i)});
-                    }
-                }
-            }
-        }
+    for (lib::UnitLabel const &label : lib::ListUnitLabels()) {
+        m_labels.push_back({label.kind, Utf8Of(label.label), label.index, label.factor});
+        m_plain.push_back(PlainLabel(m_labels.back().label));
     }
-    std::stable_sort(m_labels.begin(), m_labels.end(),
-                     [](UnitLabel const &a, UnitLabel const &b) { return a.kind < b.kind; });
-    for (UnitLabel const &label : m_labels)
-        m_plain.push_back(PlainLabel(label.label));
 }
 
 double UnitCatalogue::Factor(int kind, lib::T_UNIT_INDEX const &index) const {

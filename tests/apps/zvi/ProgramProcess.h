@@ -16,7 +16,7 @@
 #include <sys/wait.h>
 #endif
 
-namespace zvi::app {
+namespace zvi::app::test {
 
 /// A command that runs the program as a process of its own, through the host's shell. Arguments are UTF-8 and hold no
 /// quotes. Files of a run lie in the folder.
@@ -93,4 +93,4 @@ private:
     std::string m_command;
 };
 
-} // namespace zvi::app
+} // namespace zvi::app::test

@@ -1,34 +1,17 @@
-#include "apps/zvi/Program.h"
-
 #include "tests/apps/zvi/ProgramProcess.h"
+#include "tests/apps/zvi/Run.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <sstream>
 
-namespace zvi::app {
+namespace zvi::app::test {
 
 namespace {
 
 namespace fs = std::filesystem;
-
-struct Outcome {
-    int status = 0;
-    std::string out;
-    std::string err;
-};
-
-Outcome RunWith(std::vector<std::string> const &arguments, std::string const &input = "") {
-    std::istringstream in(input);
-    std::ostringstream out;
-    std::ostringstream err;
-    Console console{in, out, err};
-    int const status = RunProgram(arguments, console);
-    return {status, out.str(), err.str()};
-}
 
 /// A folder for the files of one test, emptied before.
 fs::path Folder() {
@@ -57,13 +40,13 @@ std::string const kRingTotals = "2 domains, 1 holes, total area 12.5663706\n";
 TEST(Program, TellsWhatItCanDo) {
     for (std::vector<std::string> const &arguments :
          std::vector<std::vector<std::string>>{{"-h"}, {"--help"}, {"domains", "-h"}, {"domains", "x", "--help"}}) {
-        Outcome const run = RunWith(arguments);
+        RunOutcome const run = RunZvi(arguments);
         EXPECT_EQ(run.status, 0);
         EXPECT_TRUE(run.out.starts_with("Examples:\n")) << run.out;
         EXPECT_EQ(run.err, "");
     }
-    EXPECT_TRUE(RunWith({"--version"}).out.starts_with("zvi 0."));
-    Outcome const bare = RunWith({});
+    EXPECT_TRUE(RunZvi({"--version"}).out.starts_with("zvi 0."));
+    RunOutcome const bare = RunZvi({});
     EXPECT_EQ(bare.status, 2);
     EXPECT_EQ(bare.out, "");
 }
@@ -98,7 +81,7 @@ TEST(Program, RefusesWrongUsageAndSuggests) {
         {{"domains", ""}, "zvi: the name of the drawing is empty"},
     };
     for (Case const &c : cases) {
-        Outcome const run = RunWith(c.arguments, kRing);
+        RunOutcome const run = RunZvi(c.arguments, kRing);
         EXPECT_EQ(run.status, 2) << c.message;
         EXPECT_EQ(run.err.substr(0, std::string(c.message).size()), c.message);
         EXPECT_EQ(run.out, "");
@@ -121,52 +104,52 @@ TEST(Program, TellsWhereTheInputIsWrong) {
     for (Case const &c : cases) {
         std::string const file = Written(folder / c.file, c.text).string();
         std::string const at = "zvi: " + file;
-        Outcome const run = RunWith({"domains", file});
+        RunOutcome const run = RunZvi({"domains", file});
         EXPECT_EQ(run.status, 1) << c.file;
         EXPECT_EQ(run.err.substr(0, at.size() + c.message.size()), at + c.message);
         EXPECT_EQ(run.out, "");
     }
-    EXPECT_NE(RunWith({"domains", (folder / "none.dxf").string()}).err.find("none.dxf: there is no such file"),
+    EXPECT_NE(RunZvi({"domains", (folder / "none.dxf").string()}).err.find("none.dxf: there is no such file"),
               std::string::npos);
-    EXPECT_NE(RunWith({"domains", folder.string()}).err.find(": is a folder; name a drawing in it"), std::string::npos);
-    EXPECT_EQ(RunWith({"domains"}, "rubbish").err.substr(0, 40), "zvi: standard input:1: unknown curve \"ru");
+    EXPECT_NE(RunZvi({"domains", folder.string()}).err.find(": is a folder; name a drawing in it"), std::string::npos);
+    EXPECT_EQ(RunZvi({"domains"}, "rubbish").err.substr(0, 40), "zvi: standard input:1: unknown curve \"ru");
 }
 
 TEST(Program, ReadsStandardInputAndDxfByItsLook) {
     for (std::vector<std::string> const &arguments :
          std::vector<std::vector<std::string>>{{"domains"}, {"domains", "-"}}) {
-        Outcome const run = RunWith(arguments, kRing);
+        RunOutcome const run = RunZvi(arguments, kRing);
         EXPECT_EQ(run.status, 0);
         EXPECT_TRUE(run.out.ends_with(kRingTotals)) << run.out;
         EXPECT_NE(run.err.find("zvi: standard input: left over: nothing\n"), std::string::npos);
     }
     std::string const dxf = "0\nSECTION\n2\nENTITIES\n0\nCIRCLE\n8\nA\n10\n0\n20\n0\n40\n1\n0\nENDSEC\n0\nEOF\n";
-    EXPECT_TRUE(RunWith({"domains", "--layer", "a"}, dxf).out.ends_with("1 domains, 0 holes, total area 3.14159265\n"));
-    EXPECT_TRUE(RunWith({"domains"}, "").out.ends_with("0 domains, 0 holes, total area 0\n"));
+    EXPECT_TRUE(RunZvi({"domains", "--layer", "a"}, dxf).out.ends_with("1 domains, 0 holes, total area 3.14159265\n"));
+    EXPECT_TRUE(RunZvi({"domains"}, "").out.ends_with("0 domains, 0 holes, total area 0\n"));
 }
 
 TEST(Program, FollowsItsOptions) {
     std::string const square = "line 1 0 0 4 0\nline 2 4 0 4 4\nline 3 4 4 0 4\nline 4 0 4.01 0 0\n";
-    EXPECT_EQ(RunWith({"domains"}, square).status, 0);
-    EXPECT_EQ(RunWith({"domains", "--strict"}, square).status, 3);
-    EXPECT_EQ(RunWith({"domains", "--strict", "--join", "0.02"}, square).status, 0);
-    EXPECT_NE(RunWith({"domains", "--join", "0.02"}, square).out.find("1 domains,"), std::string::npos);
-    EXPECT_NE(RunWith({"domains", "--join", "0.001"}, square).err.find("near miss at (0, 4"), std::string::npos);
-    EXPECT_EQ(RunWith({"domains", "--strict"}, "circle 1 0 0 0\n").status, 3);
+    EXPECT_EQ(RunZvi({"domains"}, square).status, 0);
+    EXPECT_EQ(RunZvi({"domains", "--strict"}, square).status, 3);
+    EXPECT_EQ(RunZvi({"domains", "--strict", "--join", "0.02"}, square).status, 0);
+    EXPECT_NE(RunZvi({"domains", "--join", "0.02"}, square).out.find("1 domains,"), std::string::npos);
+    EXPECT_NE(RunZvi({"domains", "--join", "0.001"}, square).err.find("near miss at (0, 4"), std::string::npos);
+    EXPECT_EQ(RunZvi({"domains", "--strict"}, "circle 1 0 0 0\n").status, 3);
 
     std::string const crossing = "circle 1 0 0 2\nline 2 -3 0 3 0\n";
-    EXPECT_NE(RunWith({"domains"}, crossing).out.find("2 domains"), std::string::npos);
-    EXPECT_NE(RunWith({"domains", "--no-split"}, crossing).out.find("1 domains,"), std::string::npos);
+    EXPECT_NE(RunZvi({"domains"}, crossing).out.find("2 domains"), std::string::npos);
+    EXPECT_NE(RunZvi({"domains", "--no-split"}, crossing).out.find("1 domains,"), std::string::npos);
     // Two squares side by side, each drawn whole: what they share is drawn twice.
     std::string const twice = "line 1 0 0 1 0\nline 2 1 0 1 1\nline 3 1 1 0 1\nline 4 0 1 0 0\n"
                               "line 5 1 0 2 0\nline 6 2 0 2 1\nline 7 2 1 1 1\nline 8 1 1 1 0\n";
-    EXPECT_NE(RunWith({"domains"}, twice).err.find("dropped 1 duplicate"), std::string::npos);
-    EXPECT_NE(RunWith({"domains", "--keep-duplicates"}, twice).err.find("dropped 0 duplicates"), std::string::npos);
+    EXPECT_NE(RunZvi({"domains"}, twice).err.find("dropped 1 duplicate"), std::string::npos);
+    EXPECT_NE(RunZvi({"domains", "--keep-duplicates"}, twice).err.find("dropped 0 duplicates"), std::string::npos);
 
-    Outcome const json = RunWith({"domains", "--json"}, kRing);
+    RunOutcome const json = RunZvi({"domains", "--json"}, kRing);
     EXPECT_TRUE(json.out.starts_with("{\"schema\":1,\"units\":\"absent\",\n\"domains\":[")) << json.out;
-    EXPECT_NE(RunWith({"domains", "--color=always"}, kRing).out.find("\x1B[1m"), std::string::npos);
-    EXPECT_EQ(RunWith({"domains", "--color=auto"}, kRing).out.find("\x1B"), std::string::npos);
+    EXPECT_NE(RunZvi({"domains", "--color=always"}, kRing).out.find("\x1B[1m"), std::string::npos);
+    EXPECT_EQ(RunZvi({"domains", "--color=auto"}, kRing).out.find("\x1B"), std::string::npos);
 }
 
 TEST(Program, WritesPictureAndDrawing) {
@@ -174,14 +157,14 @@ TEST(Program, WritesPictureAndDrawing) {
     fs::path const curves = Written(folder / "ring.curves", kRing);
     std::string const svg = (folder / "ring.svg").string();
     std::string const dxf = (folder / "ring.dxf").string();
-    EXPECT_EQ(RunWith({"domains", "--svg", svg, "--dxf", dxf, curves.string()}).status, 0);
+    EXPECT_EQ(RunZvi({"domains", "--svg", svg, "--dxf", dxf, curves.string()}).status, 0);
     EXPECT_TRUE(Content(svg).ends_with("</svg>\n"));
-    EXPECT_TRUE(RunWith({"domains", dxf}).out.ends_with(kRingTotals));
+    EXPECT_TRUE(RunZvi({"domains", dxf}).out.ends_with(kRingTotals));
 
-    Outcome const over = RunWith({"domains", "--svg", curves.string(), curves.string()});
+    RunOutcome const over = RunZvi({"domains", "--svg", curves.string(), curves.string()});
     EXPECT_EQ(over.status, 2);
     EXPECT_EQ(Content(curves), kRing);
-    Outcome const nowhere = RunWith({"domains", "--svg", (folder / "no" / "x.svg").string(), curves.string()});
+    RunOutcome const nowhere = RunZvi({"domains", "--svg", (folder / "no" / "x.svg").string(), curves.string()});
     EXPECT_EQ(nowhere.status, 1);
     EXPECT_NE(nowhere.err.find("x.svg: cannot be written"), std::string::npos);
     EXPECT_EQ(nowhere.out, "");
@@ -244,4 +227,4 @@ TEST(Program, EndsSilentlyWhenTheReaderHasGone) {
     EXPECT_EQ(domains.Err().find("cannot be written"), std::string::npos) << domains.Err();
 }
 
-} // namespace zvi::app
+} // namespace zvi::app::test

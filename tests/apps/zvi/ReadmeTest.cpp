@@ -1,11 +1,12 @@
-#include "apps/zvi/Program.h"
+#include "tests/apps/zvi/Run.h"
 
 #include <gtest/gtest.h>
 
 #include <fstream>
-#include <sstream>
 #include <string>
 #include <vector>
+
+namespace zvi::app::test {
 
 namespace {
 
@@ -53,15 +54,12 @@ std::vector<std::string> WordsOf(std::string const &command) {
     return words;
 }
 
-/// What the program prints on both streams.
+/// What the program prints, the messages behind the results.
 std::string Printed(std::string const &command) {
     std::vector<std::string> const words = WordsOf(command);
     EXPECT_EQ(words.front(), "zvi") << command;
-    std::istringstream in;
-    std::ostringstream both;
-    zvi::app::Console console{in, both, both};
-    zvi::app::RunProgram({words.begin() + 1, words.end()}, console);
-    return both.str();
+    RunOutcome const run = RunZvi({words.begin() + 1, words.end()});
+    return run.out + run.err;
 }
 
 } // namespace
@@ -73,3 +71,5 @@ TEST(Readme, ItsExamplesPrintWhatItSays) {
         EXPECT_EQ(Printed(example.command), example.printed) << example.command;
     }
 }
+
+} // namespace zvi::app::test

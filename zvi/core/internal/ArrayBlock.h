@@ -24,7 +24,7 @@ struct ArrayBlock {
 
     /// Bytes of `count` elements; raises `std::bad_alloc` when no block can be so large.
     static std::size_t BytesOf(std::size_t count) {
-        if (count > static_cast<std::size_t>(std::numeric_limits<std::ptrdiff_t>::max()) / sizeof(T))
+        if (count > static_cast<std::size_t>((std::numeric_limits<std::ptrdiff_t>::max)()) / sizeof(T))
             throw std::bad_alloc();
         return count * sizeof(T);
     }

@@ -58,8 +58,10 @@ public:
     }
 
     /// The first node of the walk, and the one behind a node; null at the end.
-    Node *First() const { return m_count == 0 ? nullptr : FirstFrom(0); }
-    Node *Next(Node const *node) const { return node->next ? node->next : FirstFrom(node->hash % m_binCount + 1); }
+    Node *First() const { return m_count == 0 ? nullptr : FirstFrom(m_bins); }
+    Node *Next(Node const *node) const {
+        return node->next ? node->next : FirstFrom(m_bins + node->hash % m_binCount + 1);
+    }
 
     Node *Find(K key) const {
         if (!m_bins)
@@ -70,18 +72,18 @@ public:
 
     void SetAt(K key, V &&value) {
         std::uint32_t const hash = HashOf(key);
-        std::uint32_t const bin = hash % m_binCount;
-        if (m_bins) {
-            if (Node *const node = FindInChain(m_bins[bin], hash, key)) {
-                node->entry.value = std::move(value);
-                return;
-            }
+        if (!m_bins) [[unlikely]] {
+            StoreFirst(key, std::move(value), hash);
+            return;
+        }
+        Node *&head = m_bins[hash % m_binCount];
+        if (Node *const node = FindInChain(head, hash, key)) {
+            node->entry.value = std::move(value);
+            return;
         }
         Node *const node = NewNode(key, std::move(value), hash);
-        if (!m_bins)
-            AllocateBinsFor(node);
-        node->next = m_bins[bin];
-        m_bins[bin] = node;
+        node->next = head;
+        head = node;
         if (m_count > m_highThreshold && m_lockCount == 0)
             Rehash(0);
     }
@@ -163,11 +165,11 @@ private:
     /// Puts `bins`, which may be null, in the place of the bin array; the bin count is still the old one.
     void ReplaceBins(Node **bins) { ReleaseBins(std::exchange(m_bins, bins), m_binCount); }
 
-    Node *FirstFrom(std::uint32_t bin) const {
-        Node *node = nullptr;
-        while (!node && bin < m_binCount)
-            node = m_bins[bin++];
-        return node;
+    Node *FirstFrom(Node *const *bin) const {
+        for (Node *const *const end = m_bins + m_binCount; bin != end; ++bin)
+            if (*bin)
+                return *bin;
+        return nullptr;
     }
 
     static Node *FindInChain(Node *node, std::uint32_t hash, K key) {
@@ -210,14 +212,17 @@ private:
         --m_count;
     }
 
-    /// The bins of the first pair, whose node is given back when they cannot be had.
-    [[gnu::noinline]] void AllocateBinsFor(Node *node) {
+    /// Stores a pair in a table without bins. Its node is given back when they cannot be had.
+    [[gnu::noinline]] void StoreFirst(K key, V &&value, std::uint32_t hash) {
+        Node *const node = NewNode(key, std::move(value), hash);
         try {
             m_bins = NewBins(m_binCount);
         } catch (...) {
             FreeNode(node);
             throw;
         }
+        node->next = nullptr;
+        m_bins[hash % m_binCount] = node;
     }
 
     void Unlink(Node **link) {

@@ -21,7 +21,7 @@ static_assert(sizeof(NodeBlock) == 16);
 template <typename Node, typename Allocate>
 void AddNodeBlock(NodeBlock *&newest, Node *&freeHead, std::uint64_t nodesPerBlock, Allocate allocate) {
     static_assert(alignof(Node) <= alignof(NodeBlock), "nodes are aligned to 16 bytes");
-    constexpr std::uint64_t kLargestBlock = std::numeric_limits<std::ptrdiff_t>::max();
+    constexpr std::uint64_t kLargestBlock = (std::numeric_limits<std::ptrdiff_t>::max)();
     if (nodesPerBlock > (kLargestBlock - sizeof(NodeBlock)) / sizeof(Node))
         RaiseStatus(kStatusOutOfMemory);
     void *const memory = allocate(sizeof(NodeBlock) + nodesPerBlock * sizeof(Node));

@@ -293,20 +293,7 @@ LoopDivider::Step LoopDivider::Split(int loop, int cornerA, int cornerB, int &ou
     for (int half = isLeftShorter ? cornerB : cornerA; half != end; half = At(half).next)
         SetLoop(half, added);
 
-    int const beforeA = At(cornerA).previous;
-    int const beforeB = At(cornerB).previous;
-    int previousLeft = beforeA;
-    int nextRight = cornerA;
-    for (int const half : m_walk) {
-        SetLoop(half, outB);
-        SetLoop(m_graph.Twin(half), outA);
-        Join(previousLeft, half);
-        Join(m_graph.Twin(half), nextRight);
-        previousLeft = half;
-        nextRight = m_graph.Twin(half);
-    }
-    Join(previousLeft, cornerB);
-    Join(beforeB, nextRight);
+    LinkChord(cornerA, cornerB, outA, outB);
 
     OpenList right;
     OpenList left;
@@ -318,6 +305,23 @@ LoopDivider::Step LoopDivider::Split(int loop, int cornerA, int cornerB, int &ou
     if (firstHole >= 0)
         ShareHoles(firstHole, outA, outB);
     return Step::kDivided;
+}
+
+/// Relinks the two rings at the ends of the chord, and gives its sides to the right and the left loop.
+void LoopDivider::LinkChord(int cornerA, int cornerB, int right, int left) {
+    int previousLeft = At(cornerA).previous;
+    int const beforeB = At(cornerB).previous;
+    int nextRight = cornerA;
+    for (int const half : m_walk) {
+        SetLoop(half, left);
+        SetLoop(m_graph.Twin(half), right);
+        Join(previousLeft, half);
+        Join(m_graph.Twin(half), nextRight);
+        previousLeft = half;
+        nextRight = m_graph.Twin(half);
+    }
+    Join(previousLeft, cornerB);
+    Join(beforeB, nextRight);
 }
 
 /// Which of the runs from b to a and from a to b has fewer edges; both are walked side by side until one ends.

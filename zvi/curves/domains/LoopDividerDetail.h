@@ -130,6 +130,7 @@ private:
     bool IsBarred(int half, int loop) const;
     Step FollowChord(int loop, int corner, int chord, int &outA, int &outB);
     Step Split(int loop, int cornerA, int cornerB, int &outA, int &outB);
+    void LinkChord(int cornerA, int cornerB, int right, int left);
     bool IsLeftShorter(int cornerA, int cornerB) const;
     void SplitOpenCorners(int cornerA, int cornerB, OpenList &right, OpenList &left);
     void ShareHoles(int firstHole, int right, int left);

@@ -14,7 +14,7 @@ void *AllocateLarge(std::size_t bytes) noexcept {
     void *const memory = std::aligned_alloc(kLargePage, size);
 #if defined(MADV_HUGEPAGE)
     // A wish: without large pages the memory is as good as any other.
-    if (memory != nullptr)
+    if (memory)
         static_cast<void>(::madvise(memory, size, MADV_HUGEPAGE));
 #endif
     return memory;

@@ -21,17 +21,16 @@ MessageTable &Messages() {
 
 std::wstring Folded(wchar_t const *name) {
     std::wstring folded(name);
-    for (wchar_t &character : folded) {
+    for (wchar_t &character : folded)
         if (character >= L'A' && character <= L'Z')
             character = static_cast<wchar_t>(character - L'A' + L'a');
-    }
     return folded;
 }
 
 } // namespace
 
 std::uint32_t RegisterMessage(wchar_t const *name) {
-    if (name == nullptr || *name == L'\0')
+    if (!name || *name == L'\0')
         return 0;
     std::wstring const folded = Folded(name);
     MessageTable &table = Messages();

@@ -2,10 +2,14 @@
 
 #include <malloc.h>
 
+#include <limits>
+
 namespace zvi::host {
 
 /// Large pages need a privilege here that programs seldom have.
 void *AllocateLarge(std::size_t bytes) noexcept {
+    if (bytes > std::numeric_limits<std::ptrdiff_t>::max() - kLargePage)
+        return nullptr;
     return ::_aligned_malloc(bytes, kLargePage);
 }
 

@@ -9,7 +9,7 @@
 namespace zvi::host {
 
 std::uint32_t RegisterMessage(wchar_t const *name) {
-    if (name == nullptr || *name == L'\0')
+    if (!name || *name == L'\0')
         return 0;
     return RegisterWindowMessageW(name);
 }

@@ -1,11 +1,11 @@
 #include "zvi/math/func/MMathFunc.h"
 
+#include "zvi/base/SaturatedInt.h"
+#include "zvi/math/func/MMathFuncDetail.h"
+
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <utility>
-
-#include "zvi/math/func/MMathFuncDetail.h"
 
 namespace zvi::lib {
 
@@ -101,14 +101,6 @@ int OtherEnd(int i, int n) {
 
 bool SegmentsTouch(int n1, double const p1[][2], int i, int n2, double const p2[][2], int j) {
     return MMathFunc::mathIntersect_ccw2D(p1[i], p1[OtherEnd(i, n1)], p2[j], p2[OtherEnd(j, n2)]) >= 0;
-}
-
-int SaturatedInt(double value) {
-    if (value >= static_cast<double>(std::numeric_limits<int>::max()))
-        return std::numeric_limits<int>::max();
-    if (value <= static_cast<double>(std::numeric_limits<int>::min()))
-        return std::numeric_limits<int>::min();
-    return std::isnan(value) ? 0 : static_cast<int>(value);
 }
 
 } // namespace
@@ -234,8 +226,8 @@ int MMathFunc::Get2DPointPosByLine(double const *p, double const *a, double cons
 int MMathFunc::GetDivideNum(double value, int &upper, int &lower) {
     double const whole = std::trunc(value);
     bool const hasFraction = std::abs(value - whole) >= kWholeFraction;
-    upper = SaturatedInt(hasFraction ? whole + 1.0 : whole);
-    lower = SaturatedInt(hasFraction ? whole : whole - 1.0);
+    upper = base::SaturatedInt(hasFraction ? whole + 1.0 : whole);
+    lower = base::SaturatedInt(hasFraction ? whole : whole - 1.0);
     return 1;
 }
 

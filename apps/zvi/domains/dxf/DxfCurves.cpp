@@ -1,7 +1,8 @@
 #include "apps/zvi/domains/dxf/DxfCurves.h"
 
-#include "apps/zvi/domains/dxf/Flatten.h"
-#include "apps/zvi/domains/dxf/Spline.h"
+#include "apps/zvi/domains/geometry/BulgeArc.h"
+#include "apps/zvi/domains/geometry/Flatten.h"
+#include "apps/zvi/domains/geometry/Spline.h"
 
 #include <algorithm>
 #include <cmath>
@@ -16,9 +17,6 @@ using lib::DrawingCurveType;
 using lib::DrawingPoint;
 
 constexpr double kTurn = 2.0 * std::numbers::pi;
-
-/// Segments with a smaller bulge are straight: they rise less than half of this part of their chord.
-constexpr double kStraightBulge = 1e-8;
 
 /// A plane counts as level when its directions rise by less than this part of their length.
 constexpr double kLevel = 1e-9;
@@ -54,7 +52,7 @@ public:
     void operator()(DxfArc const &arc);
     void operator()(DxfPolyline const &polyline);
     void operator()(DxfEllipse const &ellipse);
-    void operator()(DxfSpline const &spline);
+    void operator()(Spline const &spline);
 
 private:
     void AddLine(DrawingPoint const &start, DrawingPoint const &end);
@@ -183,8 +181,7 @@ void ShapeDrawer::operator()(DxfArc const &arc) {
     }
 }
 
-/// Adds the segment of a polyline between two vertices. The centre lies off the middle of the chord by
-/// (1 - bulge^2) / (4 bulge) chords, to the left for a positive bulge below 1.
+/// Adds the segment of a polyline between two vertices.
 void ShapeDrawer::AddSegment(Affine const &map, DxfVertex const &from, DxfVertex const &to) {
     Point3 const &p = from.at;
     Point3 const &q = to.at;
@@ -192,17 +189,16 @@ void ShapeDrawer::AddSegment(Affine const &map, DxfVertex const &from, DxfVertex
     DrawingPoint const end = FromAbove(map.Point(q));
     if (p.x == q.x && p.y == q.y && p.z == q.z)
         return;
-    double const bulge = from.bulge;
-    if (std::abs(bulge) < kStraightBulge) {
+    if (IsStraightBulge(from.bulge)) {
         AddLine(start, end);
         return;
     }
-    double const off = (1.0 / bulge - bulge) / 4.0;
+    BulgeArc const bent = ArcOfBulge(p, q, from.bulge);
     EntityArc arc;
-    arc.center = {(p.x + q.x) / 2.0 - (q.y - p.y) * off, (p.y + q.y) / 2.0 + (q.x - p.x) * off, p.z};
-    arc.radius = std::hypot(p.x - arc.center.x, p.y - arc.center.y);
-    arc.from = std::atan2(p.y - arc.center.y, p.x - arc.center.x);
-    arc.sweep = 4.0 * std::atan(bulge);
+    arc.center = bent.center;
+    arc.radius = bent.radius;
+    arc.from = bent.from;
+    arc.sweep = bent.sweep;
     arc.start = p;
     arc.end = q;
     AddEntityArc(map, arc);
@@ -235,8 +231,8 @@ void ShapeDrawer::operator()(DxfEllipse const &ellipse) {
     AddEllipseArc(arc, start, arc.sweep < kTurn ? arc.At(arc.from + arc.sweep) : start);
 }
 
-void ShapeDrawer::operator()(DxfSpline const &given) {
-    std::optional<DxfSpline> const spline = WithControlPoints(given);
+void ShapeDrawer::operator()(Spline const &given) {
+    std::optional<Spline> const spline = WithControlPoints(given);
     if (!spline) {
         m_drawn.unusable = true;
         return;
@@ -256,10 +252,6 @@ void ShapeDrawer::operator()(DxfSpline const &given) {
 }
 
 } // namespace
-
-double ChordError::ForSize(double size) const {
-    return absolute > 0.0 ? std::max(absolute, kSmallestChordError * size) : kRelativeChordError * size;
-}
 
 DrawnShape DrawShape(DxfShape const &shape, Affine const &place, ChordError const &chordError) {
     ShapeDrawer drawer(place, chordError);

@@ -3,8 +3,8 @@
 #include "apps/zvi/common/Failure.h"
 #include "apps/zvi/common/NumberText.h"
 #include "apps/zvi/common/Text.h"
+#include "apps/zvi/common/TextDecoding.h"
 #include "apps/zvi/domains/dxf/DxfUnits.h"
-#include "apps/zvi/domains/dxf/TextDecoding.h"
 
 #include <algorithm>
 

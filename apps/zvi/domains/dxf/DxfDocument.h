@@ -1,7 +1,7 @@
 #pragma once
 
-#include "apps/zvi/domains/dxf/Affine.h"
 #include "apps/zvi/domains/dxf/DxfPairs.h"
+#include "apps/zvi/domains/geometry/Affine.h"
 
 #include <cstddef>
 #include <string>

@@ -118,7 +118,7 @@ void AddCoordinate(std::vector<Point3> &points, int axis, DxfPair const &pair) {
 }
 
 DxfShape ParseSpline(Groups const &groups) {
-    DxfSpline spline;
+    Spline spline;
     spline.closed = (groups.Integer(70, 0) & kClosedBit) != 0;
     spline.degree = groups.Integer(71, 3);
     spline.startTangent = groups.Direction(12, {});

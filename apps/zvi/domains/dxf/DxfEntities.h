@@ -1,7 +1,8 @@
 #pragma once
 
-#include "apps/zvi/domains/dxf/Affine.h"
 #include "apps/zvi/domains/dxf/DxfDocument.h"
+#include "apps/zvi/domains/geometry/Affine.h"
+#include "apps/zvi/domains/geometry/Spline.h"
 
 #include <string_view>
 #include <variant>
@@ -49,18 +50,6 @@ struct DxfEllipse {
     Point3 extrusion{0.0, 0.0, 1.0};
 };
 
-/// A spline by knots and control points, or, when it has none, by the points it runs through.
-struct DxfSpline {
-    int degree = 3;
-    bool closed = false;
-    std::vector<double> knots;
-    std::vector<double> weights; ///< empty: all 1
-    std::vector<Point3> controls;
-    std::vector<Point3> fitPoints;
-    Point3 startTangent; ///< zero: free
-    Point3 endTangent;   ///< zero: free
-};
-
 /// A block drawn at `at`, scaled, turned, and repeated in rows and columns along its own turned axes.
 struct DxfInsert {
     std::string_view block;
@@ -80,7 +69,7 @@ struct DxfNoCurve {};
 /// A POLYLINE that is a mesh.
 struct DxfMesh {};
 
-using DxfShape = std::variant<DxfNoCurve, DxfMesh, DxfLine, DxfArc, DxfPolyline, DxfEllipse, DxfSpline, DxfInsert>;
+using DxfShape = std::variant<DxfNoCurve, DxfMesh, DxfLine, DxfArc, DxfPolyline, DxfEllipse, Spline, DxfInsert>;
 
 /// An entity with what every kind has.
 struct DxfEntity {

@@ -4,7 +4,7 @@
 #include "apps/zvi/common/Joined.h"
 #include "apps/zvi/common/NearestName.h"
 #include "apps/zvi/common/Text.h"
-#include "apps/zvi/domains/dxf/TextDecoding.h"
+#include "apps/zvi/common/TextDecoding.h"
 
 #include <algorithm>
 

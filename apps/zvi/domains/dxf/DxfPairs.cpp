@@ -3,7 +3,7 @@
 #include "apps/zvi/common/Failure.h"
 #include "apps/zvi/common/NumberText.h"
 #include "apps/zvi/common/Text.h"
-#include "apps/zvi/domains/dxf/TextDecoding.h"
+#include "apps/zvi/common/TextDecoding.h"
 
 #include <string>
 

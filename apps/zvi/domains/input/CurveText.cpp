@@ -4,9 +4,9 @@
 #include "apps/zvi/common/NearestName.h"
 #include "apps/zvi/common/NumberText.h"
 #include "apps/zvi/common/Text.h"
-#include "apps/zvi/domains/dxf/Affine.h"
-#include "apps/zvi/domains/dxf/Flatten.h"
-#include "apps/zvi/domains/dxf/TextDecoding.h"
+#include "apps/zvi/common/TextDecoding.h"
+#include "apps/zvi/domains/geometry/Affine.h"
+#include "apps/zvi/domains/geometry/Flatten.h"
 
 #include <cmath>
 #include <limits>

@@ -3,6 +3,7 @@
 #include "apps/zvi/common/Failure.h"
 #include "apps/zvi/common/FileAccess.h"
 #include "apps/zvi/common/Text.h"
+#include "apps/zvi/domains/dxf/DxfPairs.h"
 #include "apps/zvi/domains/dxf/ReadDxf.h"
 #include "apps/zvi/domains/input/CurveText.h"
 

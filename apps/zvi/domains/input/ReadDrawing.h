@@ -1,7 +1,7 @@
 #pragma once
 
-#include "apps/zvi/domains/input/DrawingInput.h"
-#include "apps/zvi/domains/input/ReadingOptions.h"
+#include "apps/zvi/domains/model/DrawingInput.h"
+#include "apps/zvi/domains/model/ReadingOptions.h"
 
 #include <istream>
 #include <string>

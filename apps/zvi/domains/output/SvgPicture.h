@@ -1,6 +1,6 @@
 #pragma once
 
-#include "apps/zvi/domains/input/DrawingInput.h"
+#include "apps/zvi/domains/model/DrawingInput.h"
 
 #include "zvi/drawing/DrawingRecords.h"
 

@@ -1,0 +1,288 @@
+#include "apps/zvi/common/Joined.h"
+#include "apps/zvi/domains/dxf/ReadDxf.h"
+#include "apps/zvi/domains/input/CurveText.h"
+#include "apps/zvi/domains/output/Colors.h"
+#include "apps/zvi/domains/output/DomainJson.h"
+#include "apps/zvi/domains/output/DxfDrawing.h"
+#include "apps/zvi/domains/output/LabelPoint.h"
+#include "apps/zvi/domains/output/Loops.h"
+#include "apps/zvi/domains/output/Report.h"
+#include "apps/zvi/domains/output/SvgPicture.h"
+
+#include "zvi/drawing/MakeDrawingDomains.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <random>
+
+namespace zvi::app::test {
+
+namespace {
+
+using lib::DrawingCurveType;
+using lib::DrawingDomain;
+using lib::DrawingPiece;
+using lib::DrawingPoint;
+using lib::DrawingResult;
+
+constexpr double kPi = std::numbers::pi;
+
+DrawingPiece Line(unsigned id, DrawingPoint from, DrawingPoint to) {
+    DrawingPiece piece;
+    piece.curve = id;
+    piece.start = from;
+    piece.end = to;
+    return piece;
+}
+
+DrawingPiece Arc(unsigned id, DrawingPoint center, DrawingPoint from, DrawingPoint to, bool clockwise) {
+    DrawingPiece piece = Line(id, from, to);
+    piece.type = DrawingCurveType::kArc;
+    piece.center = center;
+    piece.radius = std::hypot(from.x - center.x, from.y - center.y);
+    piece.clockwise = clockwise;
+    return piece;
+}
+
+DrawingPiece Circle(unsigned id, DrawingPoint center, double radius, bool clockwise) {
+    DrawingPiece piece = Arc(id, center, {center.x + radius, center.y}, {center.x + radius, center.y}, clockwise);
+    piece.type = DrawingCurveType::kCircle;
+    return piece;
+}
+
+/// A keyhole over half a turn of a circle of radius 5 and a straight foot, with a round hole; one dangling line, one
+/// gap.
+struct Keyhole {
+    DrawingInput input = ReadCurveText("arc 1 0 0 5 300 240\nline 2 -2.5 -4.330127018922193 2.5 -4.330127018922193\n"
+                                       "circle 3 0 1 1\nline 4 9 0 12 0\n");
+    DrawingResult result;
+
+    Keyhole() {
+        DrawingPoint const left{-2.5, -4.330127018922193};
+        DrawingPoint const right{2.5, -4.330127018922193};
+        DrawingDomain domain;
+        domain.outer = {Arc(1, {0, 0}, right, left, false), Line(2, left, right)};
+        domain.holes = {{Circle(3, {0, 1}, 1, true)}};
+        domain.area = 70.0;
+        domain.perimeter = 37.5;
+        result.domains = {domain};
+        result.leftovers = {{Line(4, {9, 0}, {12, 0}), lib::LeftoverReason::kDangle},
+                            {Line(4, {12, 0}, {12, 3}), lib::LeftoverReason::kDangle}};
+        result.gaps = {{{9, 0}, 0.0040, {4, 1}, 0.0040000004}};
+        result.counts = {1, 2, 3};
+    }
+};
+
+std::vector<double> SortedAreas(DrawingResult const &result) {
+    std::vector<double> areas;
+    for (DrawingDomain const &domain : result.domains)
+        areas.push_back(domain.area);
+    std::sort(areas.begin(), areas.end());
+    return areas;
+}
+
+/// A crowd of overlapping lines, circles and arcs as curve text.
+std::string RandomCurves(unsigned seed) {
+    std::mt19937 random(seed);
+    auto const number = [&random] { return std::to_string(static_cast<int>(random() % 2000) / 100.0); };
+    std::string text;
+    for (int id = 1; id <= 24; ++id) {
+        std::string const head = Joined(std::to_string(id), " ", number(), " ", number(), " ");
+        std::string const radius = std::to_string(1 + static_cast<int>(random() % 6));
+        if (id % 3 == 0)
+            text += Joined("circle ", head, radius);
+        else if (id % 3 == 1)
+            text += Joined("arc ", head, radius, " ", number(), " ", std::to_string(random() % 360));
+        else
+            text += Joined("line ", head, number(), " ", number());
+        text += "\n";
+    }
+    return text;
+}
+
+} // namespace
+
+TEST(SvgPicture, DrawsTrueArcsHolesLeftoversAndGaps) {
+    Keyhole const keyhole;
+    std::string const svg = SvgPicture("a<b>&\".dxf", keyhole.input, keyhole.result);
+    // The outer arc turns over half a circle, so it is drawn in two; y points down, so counter-clockwise is flag 0.
+    char const *const parts[] = {
+        "d=\"M2.5 4.33012701892A5 5 0 0 0 ",
+        " -5A5 5 0 0 0 -2.5 4.33012701892L2.5 4.33012701892Z",
+        "M1 -1A1 1 0 0 1 -1 -1A1 1 0 0 1 1 -1Z\"",
+        "fill-rule:evenodd",
+        "class=\"leftover dangle\"",
+        "d=\"M9 0L12 0L12 -3\"><title>curve 4: dangle</title>",
+        "<circle class=\"gap\" cx=\"9\" cy=\"0\"",
+        "<title id=\"title\">Domains of a&lt;b>&amp;&quot;.dxf</title>",
+        "1 domains, 1 holes, total area 70",
+        "@media (prefers-color-scheme:dark){",
+        "viewBox=\"-5.51 -5.51 18.02 ",
+    };
+    for (char const *part : parts)
+        EXPECT_NE(svg.find(part), std::string::npos) << part << " in\n" << svg;
+}
+
+TEST(SvgPicture, TakesEmptyAndBrokenResults) {
+    DrawingInput const input = ReadCurveText("circle 1 0 0 0\nline 2 1 1 1 1\n");
+    EXPECT_NE(SvgPicture("x", input, {}).find("viewBox=\"-0.03 -0.03 0.06 0.06\""), std::string::npos);
+    DrawingResult result;
+    result.leftovers = {{Circle(1, {0, 0}, 0, false), lib::LeftoverReason::kUnsupported},
+                        {Line(2, {1, 1}, {1, 1}), lib::LeftoverReason::kZeroLength},
+                        {Line(2, {NAN, 1}, {1, INFINITY}), lib::LeftoverReason::kUnsupported}};
+    std::string const svg = SvgPicture("x", input, result);
+    EXPECT_EQ(svg.find("nan"), std::string::npos);
+    EXPECT_EQ(svg.find("inf"), std::string::npos);
+}
+
+TEST(LabelPoint, LiesWellInside) {
+    struct Case {
+        char const *what;
+        DrawingDomain domain;
+        double largest; ///< radius of the largest free circle
+    };
+    auto const loop = [](std::vector<DrawingPoint> const &corners) {
+        std::vector<DrawingPiece> pieces;
+        for (std::size_t i = 0; i < corners.size(); ++i)
+            pieces.push_back(Line(1, corners[i], corners[(i + 1) % corners.size()]));
+        return pieces;
+    };
+    Case const cases[] = {
+        {"square", {loop({{0, 0}, {2, 0}, {2, 2}, {0, 2}}), {}, 0, 0}, 1.0},
+        {"far-off square", {loop({{1e6, 1e6}, {1e6 + 2, 1e6}, {1e6 + 2, 1e6 + 2}, {1e6, 1e6 + 2}}), {}, 0, 0}, 1.0},
+        {"u", {loop({{0, 0}, {9, 0}, {9, 9}, {7, 9}, {7, 3}, {2, 3}, {2, 9}, {0, 9}}), {}, 0, 0}, 1.6567},
+        {"ring", {{Circle(1, {0, 0}, 5, false)}, {{Circle(2, {1, 0}, 3, true)}}, 0, 0}, 1.5},
+        {"sliver", {loop({{0, 0}, {1000, 0}, {1000, 1}, {0, 1}}), {}, 0, 0}, 0.5},
+        {"half disk", {{Arc(1, {0, 0}, {2, 0}, {-2, 0}, false), Line(2, {-2, 0}, {2, 0})}, {}, 0, 0}, 1.0},
+    };
+    for (Case const &c : cases) {
+        LabelPoint const label = FindLabelPoint(c.domain);
+        EXPECT_LE(label.radius, c.largest * 1.0001) << c.what;
+        EXPECT_GE(label.radius, c.largest * 0.85) << c.what;
+    }
+    LabelPoint const middle = FindLabelPoint(cases[4].domain);
+    EXPECT_NEAR(middle.at.x, 500.0, 1e-9) << "of equal places the middle one is taken";
+    EXPECT_EQ(FindLabelPoint({}).radius, 0.0);
+    EXPECT_EQ(FindLabelPoint({loop({{1, 1}, {1, 1}}), {}, 0, 0}).radius, 0.0);
+}
+
+TEST(Loops, MeasureArcs) {
+    EXPECT_NEAR(SweepOf(Arc(1, {0, 0}, {1, 0}, {0, 1}, false)), kPi / 2, 1e-15);
+    EXPECT_NEAR(SweepOf(Arc(1, {0, 0}, {1, 0}, {0, 1}, true)), -1.5 * kPi, 1e-15);
+    EXPECT_NEAR(SweepOf(Circle(1, {0, 0}, 1, true)), -2 * kPi, 1e-15);
+    DrawingPoint const half = PointOn(Arc(1, {0, 0}, {1, 0}, {0, 1}, true), 0.5);
+    EXPECT_NEAR(half.x, -std::sqrt(0.5), 1e-15);
+    EXPECT_NEAR(half.y, -std::sqrt(0.5), 1e-15);
+}
+
+TEST(Colors, OfDomainsInARowAreFarApart) {
+    auto const channel = [](std::string const &color, std::size_t i) {
+        return static_cast<double>(std::stoi(color.substr(1 + 2 * i, 2), nullptr, 16));
+    };
+    auto const distance = [&channel](std::string const &a, std::string const &b) {
+        return std::hypot(channel(a, 0) - channel(b, 0), channel(a, 1) - channel(b, 1), channel(a, 2) - channel(b, 2));
+    };
+    for (std::size_t i = 0; i < 60; ++i) {
+        for (std::size_t j = i + 1; j < i + 8; ++j) {
+            EXPECT_GE(distance(ColorsOf(i).light, ColorsOf(j).light), 12.0) << i << ", " << j;
+            EXPECT_GE(distance(ColorsOf(i).dark, ColorsOf(j).dark), 12.0) << i << ", " << j;
+        }
+    }
+}
+
+TEST(DxfDrawing, ReadsBackWithTheSameAreas) {
+    for (unsigned seed = 1; seed <= 12; ++seed) {
+        DrawingInput const input = ReadCurveText(RandomCurves(seed));
+        DrawingResult const result = lib::MakeDrawingDomains(input.curves);
+        ASSERT_FALSE(result.domains.empty());
+        DrawingInput const back = ReadDxf(DxfDrawing(result, "mm"), {});
+        EXPECT_EQ(back.units, "mm");
+        EXPECT_EQ(back.layers.size(), result.domains.size() + 1);
+        std::vector<double> const before = SortedAreas(result);
+        std::vector<double> const after = SortedAreas(lib::MakeDrawingDomains(back.curves));
+        ASSERT_EQ(before.size(), after.size()) << "seed " << seed;
+        for (std::size_t i = 0; i < before.size(); ++i)
+            EXPECT_NEAR(before[i], after[i], 1e-6) << "seed " << seed;
+    }
+}
+
+TEST(DxfDrawing, PutsHolesOnTheLayerOfTheirDomain) {
+    Keyhole const keyhole;
+    DrawingInput const back = ReadDxf(DxfDrawing(keyhole.result, "absent"), {});
+    EXPECT_EQ(back.units, "absent");
+    ASSERT_EQ(back.curves.size(), 5u); // the outer arc in two, the foot, the hole in two
+    for (unsigned id = 1; id <= 5; ++id) {
+        EXPECT_EQ(back.LayerOf(id), "DOMAIN_1");
+        EXPECT_EQ(back.EntityOf(id).type, "LWPOLYLINE");
+    }
+    EXPECT_EQ(back.curves[0].start.x, 2.5);
+    EXPECT_EQ(back.curves[0].start.y, -4.330127018922193);
+    EXPECT_TRUE(back.curves[4].clockwise);
+}
+
+TEST(Report, PrintsTheTable) {
+    EXPECT_EQ(DomainTable(Keyhole().result, false), "number  area  perimeter  curves  holes\n"
+                                                    "     1    70       37.5       3      1\n"
+                                                    "1 domains, 1 holes, total area 70\n");
+    EXPECT_EQ(DomainTable({}, true), "\x1B[1mnumber  area  perimeter  curves  holes\x1B[0m\n"
+                                     "0 domains, 0 holes, total area 0\n");
+}
+
+TEST(Report, SummarisesForPeople) {
+    Keyhole keyhole;
+    keyhole.input.notes.notCurves = {{"TEXT", 3}, {"HATCH", 1}};
+    keyhole.input.notes.frozen = 2;
+    keyhole.input.notes.flattened = {{"SPLINE", 2}};
+    keyhole.input.notes.chords = 40;
+    std::vector<std::string> const expected = {
+        "read 4 curves, units: absent",
+        "flattened 2 SPLINE into 40 chords (--chord-error sets how closely)",
+        "left out what is no curve: 1 HATCH, 3 TEXT",
+        "left out 2 on frozen layers",
+        "joined 1 end (--join 0.0001), cut at 2 places, dropped 3 duplicates",
+        "left over: 2 dangle",
+        "near miss at (9, 0): curve 4 ends 0.004 from curve 1; --join 0.00401 would close it",
+    };
+    EXPECT_EQ(Summary(keyhole.input, keyhole.result, 1e-4), expected);
+    for (int i = 0; i < 30; ++i) {
+        keyhole.result.gaps.push_back(keyhole.result.gaps.front());
+        keyhole.input.notes.notCurves[Joined("T", std::to_string(i))] = 1;
+    }
+    std::vector<std::string> const lines = Summary(keyhole.input, keyhole.result, 1e-4);
+    EXPECT_EQ(lines.back(), "and 11 near misses more (--json lists them all)");
+    EXPECT_NE(lines[2].find(" and 20 other types"), std::string::npos);
+}
+
+TEST(DomainJson, HasItsKeysInOrder) {
+    Keyhole const keyhole;
+    using Json = nlohmann::ordered_json;
+    Json const json = Json::parse(DomainJson(keyhole.input, keyhole.result));
+    auto const keys = [](Json const &object) {
+        std::string names;
+        for (auto const &item : object.items())
+            names += item.key() + " ";
+        return names;
+    };
+    EXPECT_EQ(keys(json), "schema units domains leftovers gaps counts ");
+    EXPECT_EQ(json["schema"], 1);
+    Json const &domain = json["domains"][0];
+    EXPECT_EQ(keys(domain), "area perimeter outer holes ");
+    EXPECT_EQ(keys(domain["outer"][0]),
+              "curve layer entity handle type reversed from to start end centre radius clockwise ");
+    EXPECT_EQ(keys(domain["outer"][1]), "curve layer entity handle type reversed from to start end ");
+    EXPECT_EQ(keys(domain["holes"][0][0]), "curve layer entity handle type reversed from to centre radius clockwise ");
+    EXPECT_EQ(domain["outer"][1]["start"], Json::array({-2.5, -4.330127018922193}));
+    EXPECT_EQ(domain["holes"][0][0]["type"], "circle");
+    EXPECT_EQ(keys(json["leftovers"][0]), "curve reason layer entity handle type reversed from to start end ");
+    EXPECT_EQ(json["leftovers"][0]["reason"], "dangle");
+    EXPECT_EQ(json["gaps"][0].dump(),
+              "{\"at\":[9.0,0.0],\"distance\":0.004,\"curves\":[4,1],\"tolerance\":0.0040000004}");
+    EXPECT_EQ(json["counts"].dump(), "{\"joined\":1,\"cut\":2,\"duplicates\":3}");
+    EXPECT_EQ(DomainJson(keyhole.input, {}).find("nan"), std::string::npos);
+}
+
+} // namespace zvi::app::test
