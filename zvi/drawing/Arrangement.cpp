@@ -223,8 +223,10 @@ private:
 };
 
 /// One try at a snap distance. `isThorough` looks for places near every edge.
-Arrangement ArrangeAt(UsableCurves const &curves, bool split, bool keepStarts, double snap, bool isThorough) {
+Arrangement ArrangeAt(UsableCurves const &curves, bool split, bool keepDuplicates, double snap, bool isThorough) {
     Network network(curves.stretches, snap, curves.rounding, split);
+    if (!keepDuplicates)
+        network.DropRepeated();
     std::vector<EdgePair> pairs;
     if (split)
         pairs = CandidatePairs(network, std::max(curves.tolerance, snap) + 2.0 * snap);
@@ -239,15 +241,16 @@ Arrangement ArrangeAt(UsableCurves const &curves, bool split, bool keepStarts, d
             finder.LookAt(pair);
         finder.DrawEdgesToPlaces(isThorough);
     }
-    return {MapMaker(network, finder).Make(keepStarts), std::move(network.vanished), snap};
+    return {MapMaker(network, finder).Make(keepDuplicates), std::move(network.vanished), std::move(network.repeated),
+            snap};
 }
 
 } // namespace
 
-Arrangement Arrange(UsableCurves const &curves, bool split, bool keepStarts) {
+Arrangement Arrange(UsableCurves const &curves, bool split, bool keepDuplicates) {
     double snap = std::max(kSnapInRoundings * curves.rounding, kSmallestSnap);
     for (bool isThorough = false;; isThorough = true, snap *= kCoarser)
-        if (Arrangement arrangement = ArrangeAt(curves, split, keepStarts, snap, isThorough);
+        if (Arrangement arrangement = ArrangeAt(curves, split, keepDuplicates, snap, isThorough);
             !split || arrangement.map.IsPlanar())
             return arrangement;
 }

@@ -12,6 +12,7 @@ namespace zvi::lib::drawing {
 struct Arrangement {
     PlanarMap map;
     std::vector<Stretch> vanished; ///< curves shorter than the snap distance
+    std::vector<Stretch> repeated; ///< curves that are the same as an earlier one
     double snap = 0.0;             ///< distance below which two places are one
 };
 
@@ -22,7 +23,7 @@ struct Arrangement {
 /// that of edges round a place. Whether the orders agree is not taken on trust: Euler's formula is checked, and where
 /// it fails the drawing is arranged anew at a coarser precision, at which it agrees in the end.
 /// With `split` off edges meet at their ends alone, and the map may be none of a plane. Where a circle starts is a
-/// place only if something else is there, or with `keepStarts`.
-Arrangement Arrange(UsableCurves const &curves, bool split, bool keepStarts);
+/// place only if something else is there, and equal curves are arranged once; with `keepDuplicates` neither holds.
+Arrangement Arrange(UsableCurves const &curves, bool split, bool keepDuplicates);
 
 } // namespace zvi::lib::drawing

@@ -73,22 +73,23 @@ void BoxIndex::AddLevels() {
     }
 }
 
-void BoxIndex::Visit(std::size_t level, std::size_t node, Box const &query, std::vector<int> &out) const {
-    if (!Meet(m_boxes[m_levels[level] + node], query))
-        return;
-    if (level == 0) {
-        out.push_back(m_order[node]);
-        return;
+void BoxIndex::Visit(std::size_t level, std::size_t first, std::size_t count, Box const &query,
+                     std::vector<int> &out) const {
+    std::size_t const end = std::min(first + count, m_levels[level + 1] - m_levels[level]);
+    for (std::size_t node = first; node < end; ++node) {
+        if (!Meet(m_boxes[m_levels[level] + node], query))
+            continue;
+        if (level == 0)
+            out.push_back(m_order[node]);
+        else
+            Visit(level - 1, node * kWidth, kWidth, query, out);
     }
-    std::size_t const count = m_levels[level] - m_levels[level - 1];
-    for (std::size_t child = node * kWidth; child < std::min((node + 1) * kWidth, count); ++child)
-        Visit(level - 1, child, query, out);
 }
 
 void BoxIndex::Find(Box const &query, std::vector<int> &out) const {
     out.clear();
     if (!m_order.empty())
-        Visit(m_levels.size() - 2, 0, query, out);
+        Visit(m_levels.size() - 2, 0, 1, query, out);
 }
 
 } // namespace zvi::lib::drawing

@@ -18,7 +18,7 @@ public:
 
 private:
     void AddLevels();
-    void Visit(std::size_t level, std::size_t node, Box const &query, std::vector<int> &out) const;
+    void Visit(std::size_t level, std::size_t first, std::size_t count, Box const &query, std::vector<int> &out) const;
 
     std::vector<int> m_order;          ///< of the leaves, which box each is
     std::vector<Box> m_boxes;          ///< of the leaves, then of each level above them

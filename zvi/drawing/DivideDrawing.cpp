@@ -60,7 +60,12 @@ void CutCirclesAtStarts(DividedDrawing &drawing) {
 DividedDrawing DivideDrawing(std::vector<DrawingCurve> const &curves, DrawingOptions const &options) {
     UsableCurves usable = ReadCurves(curves, options.joinTolerance);
     Arrangement arrangement = Arrange(usable, options.split, options.keepDuplicates);
-    DividedDrawing drawing{std::move(usable), std::move(arrangement.map), std::move(arrangement.vanished), {}, {},
+    DividedDrawing drawing{std::move(usable),
+                           std::move(arrangement.map),
+                           std::move(arrangement.vanished),
+                           std::move(arrangement.repeated),
+                           {},
+                           {},
                            arrangement.snap};
     double const tolerance = std::max(drawing.curves.tolerance, kThinInSnaps * drawing.snap);
     CollapseThinFaces(drawing.map, tolerance, drawing.snap, drawing.curves.landmarks, drawing.dropped);

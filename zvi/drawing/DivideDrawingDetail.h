@@ -13,6 +13,7 @@ struct DividedDrawing {
     UsableCurves curves;
     PlanarMap map;
     std::vector<Stretch> vanished; ///< curves that became one place
+    std::vector<Stretch> repeated; ///< curves that are the same as an earlier one
     std::vector<DroppedEdge> dropped;
     std::vector<DrawingPoint> positions; ///< of each place that stands for a cluster, where that is put
     double snap = 0.0;                   ///< distance below which two places are one

@@ -1,5 +1,7 @@
 #include "zvi/drawing/FitEdgesDetail.h"
 
+#include "zvi/base/Buckets.h"
+
 #include <algorithm>
 
 namespace zvi::lib::drawing {
@@ -78,14 +80,21 @@ std::vector<DrawingPoint> FitEdges(PlanarMap &map, double snap) {
 std::vector<int> EdgesAlongCurves(PlanarMap const &map) {
     std::vector<int> edges;
     edges.reserve(Index(map.EdgeCount()));
+    int curves = 0;
     for (int e = 0; e < map.EdgeCount(); ++e)
-        if (!map.Edge(e).stretch.IsConnector())
+        if (int const curve = map.Edge(e).stretch.curve; curve != kNoCurve) {
             edges.push_back(e);
-    std::sort(edges.begin(), edges.end(), [&](int a, int b) {
-        Stretch const &s = map.Edge(a).stretch, &other = map.Edge(b).stretch;
-        return s.curve != other.curve ? s.curve < other.curve : s.from < other.from;
-    });
-    return edges;
+            curves = std::max(curves, curve + 1);
+        }
+    std::vector<int> begins(Index(curves) + 1, 0);
+    std::vector<int> sorted(edges.size());
+    base::SortIntoBuckets(
+        edges.size(), std::span(begins), [&](std::size_t i) { return map.Edge(edges[i]).stretch.curve; },
+        [&](std::size_t place, std::size_t i) { sorted[place] = edges[i]; });
+    for (std::size_t c = 0; c + 1 < begins.size(); ++c)
+        std::sort(sorted.begin() + begins[c], sorted.begin() + begins[c + 1],
+                  [&](int a, int b) { return map.Edge(a).stretch.from < map.Edge(b).stretch.from; });
+    return sorted;
 }
 
 void AbsorbContracted(PlanarMap &map, std::vector<Stretch> &vanished) {

@@ -1,5 +1,8 @@
 #include "zvi/drawing/NetworkDetail.h"
 
+#include <algorithm>
+#include <tuple>
+
 namespace zvi::lib::drawing {
 
 namespace {
@@ -9,7 +12,62 @@ bool GoesRound(Stretch const &s, double snap) {
     return s.isArc && std::fabs(s.sweep) > kPi && s.radius > snap;
 }
 
+/// What two edges between the same places must share to be the same: how far they bulge from the lower place to the
+/// higher one, or, for full turns, their radius and centre.
+struct Shape {
+    int lowPlace = 0;
+    int highPlace = 0;
+    bool isFullTurn = false;
+    double size = 0.0;
+    DrawingPoint center;
+
+    bool IsSame(Shape const &other, double snap) const {
+        return lowPlace == other.lowPlace && highPlace == other.highPlace && isFullTurn == other.isFullTurn &&
+               std::fabs(size - other.size) < snap && Distance(center, other.center) < snap;
+    }
+    bool operator<(Shape const &other) const {
+        return std::tie(lowPlace, highPlace, isFullTurn, size) <
+               std::tie(other.lowPlace, other.highPlace, other.isFullTurn, other.size);
+    }
+};
+
+Shape ShapeOf(NetworkEdge const &e) {
+    bool const isForward = e.startPlace <= e.endPlace;
+    Shape shape{
+        std::min(e.startPlace, e.endPlace), std::max(e.startPlace, e.endPlace), e.stretch.IsFullTurn(), 0.0, {}};
+    if (shape.isFullTurn) {
+        shape.size = e.stretch.radius;
+        shape.center = e.stretch.center;
+    } else {
+        shape.size = isForward ? SagittaOf(e.stretch) : -SagittaOf(e.stretch);
+    }
+    return shape;
+}
+
 } // namespace
+
+void Network::DropRepeated() {
+    std::vector<std::pair<Shape, std::size_t>> order;
+    order.reserve(edges.size());
+    for (std::size_t i = 0; i < edges.size(); ++i)
+        order.emplace_back(ShapeOf(edges[i]), i);
+    std::sort(order.begin(), order.end());
+    std::vector<bool> isRepeated(edges.size(), false);
+    for (std::size_t i = 0, j = 0; i < order.size(); i = j) {
+        std::size_t first = order[i].second;
+        for (j = i + 1; j < order.size() && order[j].first.IsSame(order[i].first, snap); ++j)
+            first = std::min(first, order[j].second);
+        for (std::size_t k = i; k < j; ++k)
+            isRepeated[order[k].second] = order[k].second != first;
+    }
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < edges.size(); ++i)
+        if (isRepeated[i])
+            repeated.push_back(edges[i].stretch);
+        else
+            edges[kept++] = edges[i];
+    edges.resize(kept);
+}
 
 Network::Network(std::vector<Stretch> const &stretches, double snapDistance, double roundingDistance,
                  bool circlesMeetEnds)

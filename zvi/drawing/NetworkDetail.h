@@ -24,11 +24,15 @@ struct NetworkEdge {
 struct Network {
     Network(std::vector<Stretch> const &stretches, double snapDistance, double roundingDistance, bool circlesMeetEnds);
 
+    /// Moves all but the first of equal curves to `repeated`.
+    void DropRepeated();
+
     double snap;
     double rounding;
     PlaceIndex places;
     std::vector<NetworkEdge> edges;
     std::vector<Stretch> vanished; ///< curves shorter than the snap distance
+    std::vector<Stretch> repeated; ///< curves that are the same as an earlier one, both ways taken alike
 
     DrawingPoint Place(int place) const { return places.Places()[Index(place)]; }
 };

@@ -241,7 +241,7 @@ public:
     }
 
     std::vector<Stretch> Dropped() const {
-        std::vector<Stretch> stretches;
+        std::vector<Stretch> stretches = m_drawing.repeated;
         for (DroppedEdge const &d : m_drawing.dropped)
             stretches.push_back(m_drawing.map.Edge(d.edge).stretch);
         return stretches;
