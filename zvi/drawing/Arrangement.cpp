@@ -227,17 +227,17 @@ Arrangement ArrangeAt(UsableCurves const &curves, bool split, bool keepDuplicate
     Network network(curves.stretches, snap, curves.rounding, split);
     if (!keepDuplicates)
         network.DropRepeated();
-    std::vector<EdgePair> pairs;
-    if (split)
-        pairs = CandidatePairs(network, std::max(curves.tolerance, snap) + 2.0 * snap);
+    double const reach = std::max(curves.tolerance, snap) + 2.0 * snap;
+    std::vector<EdgePair> const pairs = split ? CandidatePairs(network, reach) : std::vector<EdgePair>();
     int const curveCount = static_cast<int>(network.edges.size());
+    std::vector<int> owners;
     if (curves.tolerance > snap)
-        AddConnectors(network, pairs, curves.tolerance, split, curves.landmarks);
+        owners = AddConnectors(network, pairs, curves.tolerance, split, curves.landmarks);
     IncidenceFinder finder(network);
     if (split) {
         for (EdgePair const pair : pairs)
             finder.LookAt(pair);
-        for (EdgePair const pair : CandidatePairsOfLatest(network, curveCount))
+        for (EdgePair const pair : ConnectorPairs(network, curveCount, owners, pairs, reach))
             finder.LookAt(pair);
         finder.DrawEdgesToPlaces(isThorough);
     }

@@ -13,10 +13,6 @@ constexpr std::size_t kWidth = 8;
 /// Steps along each axis in which middles are told apart.
 constexpr double kSteps = 65535.0;
 
-bool Meet(Box const &a, Box const &b) {
-    return a.minX <= b.maxX && b.minX <= a.maxX && a.minY <= b.maxY && b.minY <= a.maxY;
-}
-
 Box Around(Box const &a, Box const &b) {
     return {std::min(a.minX, b.minX), std::min(a.minY, b.minY), std::max(a.maxX, b.maxX), std::max(a.maxY, b.maxY)};
 }

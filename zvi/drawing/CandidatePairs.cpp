@@ -1,5 +1,6 @@
 #include "zvi/drawing/CandidatePairsDetail.h"
 
+#include "zvi/base/Buckets.h"
 #include "zvi/drawing/BoxIndexDetail.h"
 
 #include <algorithm>
@@ -32,18 +33,18 @@ bool AreApart(NetworkEdge const &a, NetworkEdge const &b, double distance) {
             PartAtPlace(a, b, distance));
 }
 
-std::vector<Box> BoxesFrom(Network const &network, std::size_t first, double grown) {
+std::vector<Box> GrownBoxes(Network const &network, double by) {
     std::vector<Box> boxes;
-    boxes.reserve(network.edges.size() - first);
-    for (std::size_t i = first; i < network.edges.size(); ++i)
-        boxes.push_back(Grown(BoxOf(network.edges[i].stretch), grown));
+    boxes.reserve(network.edges.size());
+    for (NetworkEdge const &e : network.edges)
+        boxes.push_back(Grown(BoxOf(e.stretch), by));
     return boxes;
 }
 
 } // namespace
 
 std::vector<EdgePair> CandidatePairs(Network const &network, double reach) {
-    std::vector<Box> const boxes = BoxesFrom(network, 0, 0.5 * reach);
+    std::vector<Box> const boxes = GrownBoxes(network, 0.5 * reach);
     BoxIndex index(boxes);
     std::vector<EdgePair> pairs;
     std::vector<int> found;
@@ -56,18 +57,33 @@ std::vector<EdgePair> CandidatePairs(Network const &network, double reach) {
     return pairs;
 }
 
-std::vector<EdgePair> CandidatePairsOfLatest(Network const &network, int first) {
-    std::vector<Box> const boxes = BoxesFrom(network, Index(first), 2.0 * network.snap);
-    BoxIndex index(boxes);
-    std::vector<EdgePair> pairs;
-    std::vector<int> found;
-    for (int i = 0; i < static_cast<int>(network.edges.size()); ++i) {
-        index.Find(i < first ? BoxOf(network.edges[Index(i)].stretch) : boxes[Index(i - first)], found);
-        for (int const k : found)
-            if (int const other = first + k; i < other)
-                pairs.push_back({i, other});
+std::vector<EdgePair> ConnectorPairs(Network const &network, int first, std::vector<int> const &owners,
+                                     std::vector<EdgePair> const &pairs, double reach) {
+    std::vector<EdgePair> found;
+    if (owners.empty())
+        return found;
+    // The neighbours of each edge: the half 2p and 2p + 1 of pair p.
+    std::vector<int> begins(Index(first) + 1, 0);
+    std::vector<int> neighbours(2 * pairs.size());
+    auto const end = [&](std::size_t i) { return i % 2 == 0 ? pairs[i / 2].first : pairs[i / 2].second; };
+    base::SortIntoBuckets(2 * pairs.size(), std::span(begins), end,
+                          [&](std::size_t place, std::size_t i) { neighbours[place] = end(i ^ 1); });
+    PlaceIndex middles(reach);
+    for (int i = 0; i < static_cast<int>(owners.size()); ++i) {
+        int const connector = first + i, owner = owners[Index(i)];
+        Stretch const &s = network.edges[Index(connector)].stretch;
+        Box const box = Grown(BoxOf(s), 2.0 * network.snap);
+        auto const look = [&](int edge) {
+            if (Meet(box, BoxOf(network.edges[Index(edge)].stretch)))
+                found.push_back({edge, connector});
+        };
+        look(owner);
+        std::for_each(neighbours.begin() + begins[Index(owner)], neighbours.begin() + begins[Index(owner) + 1], look);
+        DrawingPoint const middle = PointAt(s, 0.5);
+        middles.ForEachNear(middle, reach, [&](int other, double) { look(first + other); });
+        middles.Add(middle);
     }
-    return pairs;
+    return found;
 }
 
 } // namespace zvi::lib::drawing

@@ -10,7 +10,10 @@ namespace zvi::lib::drawing {
 /// do not are among them.
 std::vector<EdgePair> CandidatePairs(Network const &network, double reach);
 
-/// The same for the pairs that have one of the edges from `first` on, which are short.
-std::vector<EdgePair> CandidatePairsOfLatest(Network const &network, int first);
+/// The pairs of connectors with what they may meet. The connectors are the edges from `first` on, shorter than `reach`;
+/// each begins at a place of an edge, or inside one, which `owners` names. `pairs` are the candidate pairs of the edges
+/// before them: what comes near a connector comes near its owner.
+std::vector<EdgePair> ConnectorPairs(Network const &network, int first, std::vector<int> const &owners,
+                                     std::vector<EdgePair> const &pairs, double reach);
 
 } // namespace zvi::lib::drawing

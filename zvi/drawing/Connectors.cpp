@@ -36,11 +36,13 @@ public:
     Connectors(Network &network, double tolerance, Landmarks const &landmarks)
         : m_network(network), m_tolerance(tolerance), m_landmarks(landmarks),
           m_endCounts(network.places.Places().size(), 0), m_isOnCurve(m_endCounts.size(), false),
-          m_joined(network.places.Places()) {
-        for (NetworkEdge const &e : m_network.edges)
-            if (!e.stretch.IsFullTurn())
-                for (int const place : {e.startPlace, e.endPlace})
+          m_edgeAt(m_endCounts.size(), -1), m_joined(network.places.Places()) {
+        for (int i = 0; i < static_cast<int>(m_network.edges.size()); ++i)
+            if (NetworkEdge const &e = EdgeAt(i); !e.stretch.IsFullTurn())
+                for (int const place : {e.startPlace, e.endPlace}) {
                     ++m_endCounts[Index(place)];
+                    m_edgeAt[Index(place)] = i;
+                }
     }
 
     /// Gaps between an end and a curve, and between two curves. Finds which ends lie on a curve, too.
@@ -74,7 +76,7 @@ public:
             });
     }
 
-    void Close() {
+    std::vector<int> Close() {
         for (Gap &gap : m_gaps)
             if (gap.fromEdge >= 0 && gap.fromPlace >= 0 && !IsLoose(gap.fromPlace))
                 gap.kind = kCorner;
@@ -91,6 +93,7 @@ public:
         SortShortestFirst(order, m_network.snap);
         for (Measured const &gap : order)
             Connect(m_gaps[Index(gap.number)]);
+        return std::move(m_owners);
     }
 
 private:
@@ -140,6 +143,7 @@ private:
         connector.startPlace = from;
         connector.endPlace = to;
         m_network.edges.push_back(connector);
+        m_owners.push_back(gap.fromEdge >= 0 ? gap.fromEdge : m_edgeAt[Index(from)]);
     }
 
     /// A place at a point of the edge that may join the place `partner`, -1 when there is none. A place that is there
@@ -175,7 +179,9 @@ private:
     Landmarks const &m_landmarks;
     std::vector<int> m_endCounts;
     std::vector<bool> m_isOnCurve; ///< of each place, whether a curve that does not end there passes through it
+    std::vector<int> m_edgeAt;     ///< of each place, an edge that ends there
     PlaceClusters m_joined;
+    std::vector<int> m_owners;
     std::vector<Gap> m_gaps;
     std::array<DrawingPoint, 4> m_contacts; ///< of the pair looked at: ends of one edge near the other
     int m_contactCount = 0;
@@ -183,14 +189,14 @@ private:
 
 } // namespace
 
-void AddConnectors(Network &network, std::vector<EdgePair> const &pairs, double tolerance, bool split,
-                   Landmarks const &landmarks) {
+std::vector<int> AddConnectors(Network &network, std::vector<EdgePair> const &pairs, double tolerance, bool split,
+                               Landmarks const &landmarks) {
     Connectors connectors(network, tolerance, landmarks);
     if (split)
         for (EdgePair const pair : pairs)
             connectors.LookAt(pair);
     connectors.LookAtPlaces();
-    connectors.Close();
+    return connectors.Close();
 }
 
 } // namespace zvi::lib::drawing

@@ -14,7 +14,8 @@ namespace zvi::lib::drawing {
 /// Near gaps are closed before wide ones and those of loose ends first; the landmarks settle ties. Places that
 /// hang together by connectors are nearer to one another than the tolerance, all of them, so that a chain of gaps does
 /// not close into one place. Without `split` only ends are connected. `pairs` are the candidate pairs.
-void AddConnectors(Network &network, std::vector<EdgePair> const &pairs, double tolerance, bool split,
-                   Landmarks const &landmarks);
+/// Returns for each connector an edge that ends, or passes, where it begins.
+std::vector<int> AddConnectors(Network &network, std::vector<EdgePair> const &pairs, double tolerance, bool split,
+                               Landmarks const &landmarks);
 
 } // namespace zvi::lib::drawing

@@ -54,6 +54,11 @@ struct Box {
     double minX = 0.0, minY = 0.0, maxX = 0.0, maxY = 0.0;
 };
 
+/// Whether two boxes have a point in common.
+inline bool Meet(Box const &a, Box const &b) {
+    return a.minX <= b.maxX && b.minX <= a.maxX && a.minY <= b.maxY && b.minY <= a.maxY;
+}
+
 inline Box Grown(Box box, double by) {
     return {box.minX - by, box.minY - by, box.maxX + by, box.maxY + by};
 }
