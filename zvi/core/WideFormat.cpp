@@ -394,6 +394,9 @@ std::wstring WideText(wchar_t const *text, std::size_t limit) {
     std::wstring units;
     while (units.size() < limit && *text != L'\0' && AppendWithin(units, static_cast<std::uint32_t>(*text), limit))
         ++text;
+    // A pair that comes in two elements stays whole, as one that comes in one does.
+    if (!units.empty() && (units.back() & 0xFC00) == 0xD800 && (*text & 0xFC00) == 0xDC00)
+        units.pop_back();
     return units;
 }
 

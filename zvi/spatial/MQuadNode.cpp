@@ -162,7 +162,13 @@ int MQuadNode::Insert(MQuadObj *object) {
         double const halfHeight = info.height * 0.5;
         m_region = {mbr.minX - halfWidth, mbr.minY - halfHeight, mbr.maxX + halfWidth, mbr.maxY + halfHeight};
         m_pool.Recode(m_region);
-        Place(object, StartWatching(object));
+        bool const isTrusted = StartWatching(object);
+        try {
+            Place(object, isTrusted);
+        } catch (...) {
+            object->LeaveWatch();
+            throw;
+        }
         return 0;
     }
     if (mbr.IsContained4QT(m_region) == 0 && !GrowFromRoot(mbr))
@@ -215,15 +221,21 @@ bool MQuadNode::GrowToContain(MQuadMBR2D const &mbr) {
     return true;
 }
 
+/// An object that could not be placed does not report to this node.
 void MQuadNode::Descend(MQuadObj *object, MQuadMBR2D const &mbr, bool isTrusted) {
-    MQuadNode *node = DescendToward(mbr);
-    for (MQuadNode *next = node; next && next->IsLeaf() && !next->HasRoom();) {
-        node = next;
-        next = node->SplitFor(mbr);
-        if (next)
+    try {
+        MQuadNode *node = DescendToward(mbr);
+        for (MQuadNode *next = node; next && next->IsLeaf() && !next->HasRoom();) {
             node = next;
+            next = node->SplitFor(mbr);
+            if (next)
+                node = next;
+        }
+        node->Place(object, isTrusted);
+    } catch (...) {
+        object->LeaveWatch();
+        throw;
     }
-    node->Place(object, isTrusted);
 }
 
 /// The leaf, or the inner node none of whose children contains the rectangle. The edges of the quadrants are worked out
