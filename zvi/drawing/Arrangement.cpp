@@ -179,9 +179,8 @@ private:
         }
         for (Incidence const &i : m_incidences)
             ++counts[Index(i.place)];
-        std::vector<bool> isBare;
-        for (int const count : counts)
-            isBare.push_back(count == 1);
+        std::vector<bool> isBare(counts.size());
+        std::transform(counts.begin(), counts.end(), isBare.begin(), [](int count) { return count == 1; });
         return isBare;
     }
 

@@ -32,11 +32,11 @@ void ContractShortEdges(PlanarMap &map, double tolerance, double snap, Landmarks
     SortShortestFirst(edges, snap);
     for (Measured const &edge : edges) {
         HalfEdge const h = HalfEdge::Along(edge.number);
-        if (map.Origin(h) == map.Target(h))
-            map.Remove(edge.number, EdgeState::kContracted);
-        else if (map.Places().Fit(map.Origin(h), map.Target(h), tolerance))
+        bool const isLoop = map.Origin(h) == map.Target(h);
+        bool const mayJoin = !isLoop && map.Places().Fit(map.Origin(h), map.Target(h), tolerance);
+        if (mayJoin)
             map.Contract(edge.number);
-        else if (edge.kind == kConnector)
+        else if (isLoop || edge.kind == kConnector)
             map.Remove(edge.number, EdgeState::kContracted);
     }
 }
