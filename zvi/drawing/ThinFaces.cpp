@@ -266,10 +266,19 @@ private:
         return m_map.Split(edge, inside, isNear ? onEdge : p);
     }
 
-    /// Of two half-edges that bound a face by themselves the one of the later curve goes.
+    /// Of two stretches the one farther from the landmarks is the later one, and when rounding settles that, as for
+    /// those that lie on one another, the one of the later curve.
+    bool IsLater(Stretch const &s, Stretch const &other) const {
+        if (s.curve == other.curve)
+            return s.from > other.from;
+        double const beyond = m_landmarks.Rank(PointAt(s, 0.5)) - m_landmarks.Rank(PointAt(other, 0.5));
+        return std::fabs(beyond) < kStep * m_snap ? s.curve > other.curve : beyond > 0.0;
+    }
+
+    /// Of two half-edges that bound a face by themselves the later one goes.
     void DropLater(HalfEdge a, HalfEdge b) {
         Stretch const &s = m_map.Edge(a).stretch, &other = m_map.Edge(b).stretch;
-        bool const isFirstLater = s.curve != other.curve ? s.curve > other.curve : s.from > other.from;
+        bool const isFirstLater = IsLater(s, other);
         HalfEdge const later = isFirstLater ? a : b, original = isFirstLater ? b : a;
         m_map.Drop(later, original);
         m_dropped.push_back({later.Edge(), original.Edge(), m_map.NextPart(original.Edge())});
