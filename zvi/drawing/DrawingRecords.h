@@ -68,7 +68,7 @@ struct DrawingDomain {
 enum class LeftoverReason {
     kDangle,     ///< it hangs on one end, or on a chain that does
     kBridge,     ///< it joins two parts without enclosing anything: the same region lies on both its sides
-    kDuplicate,  ///< it lies on another curve, of those that coincide on the earlier one
+    kDuplicate,  ///< it lies on another curve, which came earlier if the two are alike
     kZeroLength, ///< its ends are one point and it encloses nothing
     kUnsupported ///< its numbers describe no curve (not finite, no radius, ends off the circle)
 };

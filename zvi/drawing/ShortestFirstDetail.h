@@ -11,6 +11,7 @@ namespace zvi::lib::drawing {
 /// Two points that move with a drawing: how it is turned, mirrored or ordered does not change where they lie in it.
 struct Landmarks {
     std::array<DrawingPoint, 2> points;
+    double size = 0.0; ///< mean distance of the curves from the first point, and their mean length on top
 
     /// Tells places apart by how far they are from both.
     double Rank(DrawingPoint p) const {

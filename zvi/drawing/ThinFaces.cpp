@@ -18,6 +18,9 @@ constexpr double kStep = 1024.0;
 /// A foot nearer to an end of a side than so many snap distances is that end.
 constexpr double kAtEnd = 16.0;
 
+/// Two stretches are alike when they differ by less than this share of the drawing.
+constexpr double kAlike = 1e-4;
+
 /// An edge is cut this fraction from its end where the point to cut it at falls beyond.
 constexpr double kNearEnd = 0x1p-40;
 
@@ -266,13 +269,13 @@ private:
         return m_map.Split(edge, inside, isNear ? onEdge : p);
     }
 
-    /// Of two stretches the one farther from the landmarks is the later one, and when rounding settles that, as for
-    /// those that lie on one another, the one of the later curve.
+    /// Of two stretches the one farther from the landmarks is the later one, and of those that are alike the one of the
+    /// later curve.
     bool IsLater(Stretch const &s, Stretch const &other) const {
         if (s.curve == other.curve)
             return s.from > other.from;
         double const beyond = m_landmarks.Rank(PointAt(s, 0.5)) - m_landmarks.Rank(PointAt(other, 0.5));
-        return std::fabs(beyond) < kStep * m_snap ? s.curve > other.curve : beyond > 0.0;
+        return std::fabs(beyond) < kAlike * m_landmarks.size ? s.curve > other.curve : beyond > 0.0;
     }
 
     /// Of two half-edges that bound a face by themselves the later one goes.
