@@ -1,6 +1,7 @@
 #include "zvi/drawing/FitEdgesDetail.h"
 
 #include <algorithm>
+#include <tuple>
 
 namespace zvi::lib::drawing {
 
@@ -20,8 +21,9 @@ std::vector<int> CountEnds(PlanarMap const &map) {
     return counts;
 }
 
-/// Of each place that stands for a cluster, where that is put.
-std::vector<DrawingPoint> ClusterPositions(PlanarMap const &map) {
+/// Of each place that stands for a cluster, where that is put: at the member at which most edges end, of such at the
+/// one nearest to the middle.
+std::vector<DrawingPoint> ClusterPositions(PlanarMap const &map, double snap, Landmarks const &landmarks) {
     PlaceClusters const &places = map.Places();
     std::vector<int> const counts = CountEnds(map);
     std::vector<DrawingPoint> positions(Index(places.Count()));
@@ -36,17 +38,13 @@ std::vector<DrawingPoint> ClusterPositions(PlanarMap const &map) {
         });
         DrawingPoint const middle = sum * (1.0 / members);
         int best = root;
-        double bestDistance = members > 1 ? Distance(places.Position(root), middle) : 0.0;
-        places.ForEachMember(root, [&](int p) {
-            double const distance = Distance(places.Position(p), middle);
-            if (counts[Index(p)] > counts[Index(best)] ||
-                (counts[Index(p)] == counts[Index(best)] &&
-                 (distance < bestDistance ||
-                  (distance == bestDistance && ComesFirst(places.Position(p), places.Position(best)))))) {
-                best = p;
-                bestDistance = distance;
-            }
-        });
+        auto const order = [&](int p) {
+            DrawingPoint const at = places.Position(p);
+            return std::tuple(-counts[Index(p)], std::round(Distance(at, middle) / (kStepInSnaps * snap)),
+                              landmarks.Rank(at), at.x, at.y);
+        };
+        if (members > 1)
+            places.ForEachMember(root, [&](int p) { best = order(p) < order(best) ? p : best; });
         positions[Index(root)] = places.Position(best);
     }
     return positions;
@@ -54,8 +52,8 @@ std::vector<DrawingPoint> ClusterPositions(PlanarMap const &map) {
 
 } // namespace
 
-std::vector<DrawingPoint> FitEdges(PlanarMap &map, double snap) {
-    std::vector<DrawingPoint> positions = ClusterPositions(map);
+std::vector<DrawingPoint> FitEdges(PlanarMap &map, double snap, Landmarks const &landmarks) {
+    std::vector<DrawingPoint> positions = ClusterPositions(map, snap, landmarks);
     int const count = map.EdgeCount();
     for (int e = 0; e < count; ++e) {
         if (!IsLeft(map.Edge(e)))

@@ -8,6 +8,9 @@
 
 namespace zvi::lib::drawing {
 
+/// Distances are compared in steps of so many snap distances, which rounding hardly ever changes.
+inline constexpr double kStepInSnaps = 1024.0;
+
 /// Two points that move with a drawing: how it is turned, mirrored or ordered does not change where they lie in it.
 struct Landmarks {
     std::array<DrawingPoint, 2> points;

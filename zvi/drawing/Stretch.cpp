@@ -13,8 +13,8 @@ constexpr double kSeriesAngle = 0.1;
 /// A turn that passes its start by less than this angle is a full one.
 constexpr double kPassesStart = 1e-6;
 
-/// Nearer to the centre than this share of the radius no point of a circle is the nearest.
-constexpr double kAtCenter = 0x1p-40;
+/// Nearer to the centre than this share of the radius no point of a circle is the nearest but by rounding.
+constexpr double kAtCenter = 0x1p-20;
 
 /// t - sin t without cancellation.
 double TurnMinusSine(double t) {

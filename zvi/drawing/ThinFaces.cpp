@@ -12,9 +12,6 @@ namespace zvi::lib::drawing {
 
 namespace {
 
-/// Distances of folds are compared in steps of so many snap distances.
-constexpr double kStep = 1024.0;
-
 /// A foot nearer to an end of a side than so many snap distances is that end.
 constexpr double kAtEnd = 16.0;
 
@@ -89,7 +86,7 @@ public:
                 Make(tip.fold);
         }
         Side const &last = m_sides[m_any];
-        return m_left == 2 ? AreNear(last, m_sides[last.next]) : IsSmall(last);
+        return m_left == 2 ? AreNear(last, m_sides[last.next]) : IsSmall(last.part) && IsSmall(last.back);
     }
 
     std::vector<Fold> const &Folds() const { return m_folds; }
@@ -111,8 +108,7 @@ private:
                std::min(t, 1.0 - t) * LengthOf(edge) < near;
     }
 
-    bool IsSmall(Side const &side) const {
-        Stretch const &s = side.part;
+    bool IsSmall(Stretch const &s) const {
         double const extent = !s.isArc ? LengthOf(s) : std::min(LengthOf(s), 2.0 * s.radius);
         return extent < m_tolerance;
     }
@@ -122,9 +118,9 @@ private:
     void LookAtTip(std::size_t i) {
         std::size_t const j = m_sides[i].next;
         double const difference = LengthOf(m_sides[i].part) - LengthOf(m_sides[j].part);
-        if (difference < kStep * m_snap)
+        if (difference < kStepInSnaps * m_snap)
             LookAtFold(i, i, j);
-        if (difference > -kStep * m_snap)
+        if (difference > -kStepInSnaps * m_snap)
             LookAtFold(i, j, i);
     }
 
@@ -140,7 +136,7 @@ private:
             DeviationOf(shortSide.part, longSide.part) < m_tolerance &&
             DeviationOf(shortSide.back, longSide.back) < m_tolerance)
             m_tips.push({fold, tip, m_sides[tip].changes, m_sides[m_sides[tip].next].changes,
-                         std::round(fold.foot.distance / (kStep * m_snap)),
+                         std::round(fold.foot.distance / (kStepInSnaps * m_snap)),
                          m_landmarks.Rank((far + fold.foot.point) * 0.5)});
     }
 
@@ -187,19 +183,26 @@ public:
     bool Collapse() {
         FaceWalks const faces = WalkFaces(m_map);
         std::vector<Measured> thin;
-        for (std::size_t w = 0; w < faces.walks.size(); ++w) {
-            FaceWalk const &face = faces.walks[w];
+        std::vector<std::vector<HalfEdge>> walks;
+        for (FaceWalk const &face : faces.walks) {
             // What lets no disc of the tolerance in has less area than this.
             if (face.isOutside || face.area >= 0.5 * m_tolerance * face.perimeter)
                 continue;
             DrawingPoint const middle = MiddleOf(face.first);
-            thin.push_back({0, face.area / face.perimeter, m_landmarks.Rank(middle), middle, static_cast<int>(w)});
+            thin.push_back(
+                {0, face.area / face.perimeter, m_landmarks.Rank(middle), middle, static_cast<int>(walks.size())});
+            walks.push_back(WalkFrom(m_map, face.first));
         }
         SortShortestFirst(thin, m_snap);
         bool any = false;
-        for (Measured const &face : thin)
-            if (HalfEdge const first = faces.walks[Index(face.number)].first; m_map.IsInMap(first.Edge()))
-                any = CollapseFace(first) || any;
+        for (Measured const &face : thin) {
+            // Neighbours that have collapsed took edges away; those that are left still bound the face.
+            std::vector<HalfEdge> const &walk = walks[Index(face.number)];
+            auto const left =
+                std::find_if(walk.begin(), walk.end(), [&](HalfEdge h) { return m_map.IsInMap(h.Edge()); });
+            if (left != walk.end())
+                any = CollapseFace(*left) || any;
+        }
         return any;
     }
 
