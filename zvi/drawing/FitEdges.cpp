@@ -21,32 +21,42 @@ std::vector<int> CountEnds(PlanarMap const &map) {
     return counts;
 }
 
-/// Of each place that stands for a cluster, where that is put: at the member at which most edges end, of such at the
-/// one nearest to the middle.
+/// The member of a cluster of places at which most edges end, of such the one nearest to the middle.
+int BestMember(PlaceClusters const &places, int root, std::vector<int> const &counts, double snap,
+               Landmarks const &landmarks) {
+    DrawingPoint sum;
+    int members = 0;
+    places.ForEachMember(root, [&](int p) {
+        sum = sum + places.Position(p);
+        ++members;
+    });
+    if (members == 1)
+        return root;
+    DrawingPoint const middle = sum * (1.0 / members);
+    double farthest = 0.0;
+    places.ForEachMember(root, [&](int p) { farthest = std::max(farthest, Distance(places.Position(p), middle)); });
+    // Of places that are alike any will do.
+    bool const isRanked = !landmarks.AreAlike(farthest);
+    double const step = kStepInSnaps * snap;
+    auto const order = [&](int p) {
+        DrawingPoint const at = places.Position(p);
+        double const distance = Distance(at, middle);
+        return std::tuple(-counts[Index(p)], isRanked ? std::round(distance / step) : distance,
+                          isRanked ? landmarks.Rank(at) : 0.0, at.x, at.y);
+    };
+    int best = root;
+    places.ForEachMember(root, [&](int p) { best = order(p) < order(best) ? p : best; });
+    return best;
+}
+
+/// Of each place that stands for a cluster, where that is put.
 std::vector<DrawingPoint> ClusterPositions(PlanarMap const &map, double snap, Landmarks const &landmarks) {
     PlaceClusters const &places = map.Places();
     std::vector<int> const counts = CountEnds(map);
     std::vector<DrawingPoint> positions(Index(places.Count()));
-    for (int root = 0; root < places.Count(); ++root) {
-        if (places.Root(root) != root)
-            continue;
-        DrawingPoint sum;
-        int members = 0;
-        places.ForEachMember(root, [&](int p) {
-            sum = sum + places.Position(p);
-            ++members;
-        });
-        DrawingPoint const middle = sum * (1.0 / members);
-        int best = root;
-        auto const order = [&](int p) {
-            DrawingPoint const at = places.Position(p);
-            return std::tuple(-counts[Index(p)], std::round(Distance(at, middle) / (kStepInSnaps * snap)),
-                              landmarks.Rank(at), at.x, at.y);
-        };
-        if (members > 1)
-            places.ForEachMember(root, [&](int p) { best = order(p) < order(best) ? p : best; });
-        positions[Index(root)] = places.Position(best);
-    }
+    for (int root = 0; root < places.Count(); ++root)
+        if (places.Root(root) == root)
+            positions[Index(root)] = places.Position(BestMember(places, root, counts, snap, landmarks));
     return positions;
 }
 

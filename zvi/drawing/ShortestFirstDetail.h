@@ -16,6 +16,12 @@ struct Landmarks {
     std::array<DrawingPoint, 2> points;
     double size = 0.0; ///< mean distance of the curves from the first point, and their mean length on top
 
+    /// Whether things that differ by so much are alike: by less than a ten-thousandth of the drawing.
+    bool AreAlike(double difference) const {
+        constexpr double kAlike = 1e-4;
+        return difference < kAlike * size;
+    }
+
     /// Tells places apart by how far they are from both.
     double Rank(DrawingPoint p) const {
         constexpr double kGoldenRatio = 0.6180339887498949; // no likely ratio of two distances in a drawing

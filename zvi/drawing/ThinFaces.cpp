@@ -15,9 +15,6 @@ namespace {
 /// A foot nearer to an end of a side than so many snap distances is that end.
 constexpr double kAtEnd = 16.0;
 
-/// Two stretches are alike when they differ by less than this share of the drawing.
-constexpr double kAlike = 1e-4;
-
 /// An edge is cut this fraction from its end where the point to cut it at falls beyond.
 constexpr double kNearEnd = 0x1p-40;
 
@@ -278,7 +275,7 @@ private:
         if (s.curve == other.curve)
             return s.from > other.from;
         double const beyond = m_landmarks.Rank(PointAt(s, 0.5)) - m_landmarks.Rank(PointAt(other, 0.5));
-        return std::fabs(beyond) < kAlike * m_landmarks.size ? s.curve > other.curve : beyond > 0.0;
+        return m_landmarks.AreAlike(std::fabs(beyond)) ? s.curve > other.curve : beyond > 0.0;
     }
 
     /// Of two half-edges that bound a face by themselves the later one goes.
