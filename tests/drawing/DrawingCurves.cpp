@@ -139,6 +139,9 @@ double DistanceTo(DrawingCurve const &c, DrawingPoint p) {
     return std::min(Distance(c.start, p), Distance(c.end, p));
 }
 
+/// An arc turns once at most; one that passes its start by less than this angle is a full turn.
+constexpr double kPassesStart = 1e-6;
+
 double SweepOf(DrawingCurve const &c, double near) {
     if (c.type == DrawingCurveType::kLine)
         return 0.0;
@@ -146,7 +149,8 @@ double SweepOf(DrawingCurve const &c, double near) {
         return c.clockwise ? -2.0 * kPi : 2.0 * kPi;
     DrawingPoint const s = From(c.center, c.start), e = From(c.center, c.end);
     double const sweep = std::atan2(Cross(s, e), s.x * e.x + s.y * e.y);
-    return sweep + 2.0 * kPi * std::round((near - sweep) / (2.0 * kPi));
+    double const nearest = sweep + 2.0 * kPi * std::round((near - sweep) / (2.0 * kPi));
+    return std::fabs(nearest) > 2.0 * kPi + kPassesStart ? nearest - std::copysign(2.0 * kPi, nearest) : nearest;
 }
 
 double SweepOf(DrawingCurve const &c) {

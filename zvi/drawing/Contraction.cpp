@@ -16,7 +16,7 @@ std::vector<Measured> ShortEdges(PlanarMap const &map, double tolerance, Landmar
             continue;
         Stretch const &s = map.Edge(e).stretch;
         double const length =
-            std::min(LengthOf(map.Border(HalfEdge::Along(e))), LengthOf(map.Border(HalfEdge::Against(e))));
+            std::max(LengthOf(map.Border(HalfEdge::Along(e))), LengthOf(map.Border(HalfEdge::Against(e))));
         if (length < tolerance || s.IsConnector()) {
             DrawingPoint const middle = PointAt(s, 0.5);
             edges.push_back({s.IsConnector() ? kConnector : kCurve, length, landmarks.Rank(middle), middle, e});

@@ -71,7 +71,7 @@ DividedDrawing DivideDrawing(std::vector<DrawingCurve> const &curves, DrawingOpt
     CollapseThinFaces(drawing.map, tolerance, drawing.snap, drawing.curves.landmarks, drawing.dropped);
     drawing.map.ForgetBorders();
     CutCirclesAtStarts(drawing);
-    drawing.positions = FitEdges(drawing.map, drawing.snap);
+    drawing.positions = FitEdges(drawing.map, drawing.snap, drawing.curves.landmarks);
     DropEmptyFaces(drawing.map, drawing.snap, drawing.dropped);
     AbsorbContracted(drawing.map, drawing.vanished);
     assert(!options.split || IsSound(drawing.map, drawing.snap));

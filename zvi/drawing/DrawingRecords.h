@@ -68,7 +68,7 @@ struct DrawingDomain {
 enum class LeftoverReason {
     kDangle,     ///< it hangs on one end, or on a chain that does
     kBridge,     ///< it joins two parts without enclosing anything: the same region lies on both its sides
-    kDuplicate,  ///< it lies on a curve that came earlier
+    kDuplicate,  ///< it lies on another curve, which came earlier if the two are alike
     kZeroLength, ///< its ends are one point and it encloses nothing
     kUnsupported ///< its numbers describe no curve (not finite, no radius, ends off the circle)
 };
@@ -92,7 +92,7 @@ struct DrawingGap {
 struct DrawingCounts {
     int joined = 0;     ///< ends moved onto another end or curve that was not already at the very same place
     int cut = 0;        ///< places at which a curve was cut
-    int duplicates = 0; ///< pieces dropped because an earlier one covers them
+    int duplicates = 0; ///< pieces dropped because another one covers them
 };
 
 /// Everything that one drawing gives. Domains stand in a fixed order that depends on the input alone.

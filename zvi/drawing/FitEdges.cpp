@@ -3,6 +3,7 @@
 #include "zvi/base/Buckets.h"
 
 #include <algorithm>
+#include <tuple>
 
 namespace zvi::lib::drawing {
 
@@ -22,42 +23,49 @@ std::vector<int> CountEnds(PlanarMap const &map) {
     return counts;
 }
 
+/// The member of a cluster of places at which most edges end, of such the one nearest to the middle.
+int BestMember(PlaceClusters const &places, int root, std::vector<int> const &counts, double snap,
+               Landmarks const &landmarks) {
+    DrawingPoint sum;
+    int members = 0;
+    places.ForEachMember(root, [&](int p) {
+        sum = sum + places.Position(p);
+        ++members;
+    });
+    if (members == 1)
+        return root;
+    DrawingPoint const middle = sum * (1.0 / members);
+    double farthest = 0.0;
+    places.ForEachMember(root, [&](int p) { farthest = std::max(farthest, Distance(places.Position(p), middle)); });
+    // Of places that are alike any will do.
+    bool const isRanked = !landmarks.AreAlike(farthest);
+    double const step = kStepInSnaps * snap;
+    auto const order = [&](int p) {
+        DrawingPoint const at = places.Position(p);
+        double const distance = Distance(at, middle);
+        return std::tuple(-counts[Index(p)], isRanked ? std::round(distance / step) : distance,
+                          isRanked ? landmarks.Rank(at) : 0.0, at.x, at.y);
+    };
+    int best = root;
+    places.ForEachMember(root, [&](int p) { best = order(p) < order(best) ? p : best; });
+    return best;
+}
+
 /// Of each place that stands for a cluster, where that is put.
-std::vector<DrawingPoint> ClusterPositions(PlanarMap const &map) {
+std::vector<DrawingPoint> ClusterPositions(PlanarMap const &map, double snap, Landmarks const &landmarks) {
     PlaceClusters const &places = map.Places();
     std::vector<int> const counts = CountEnds(map);
     std::vector<DrawingPoint> positions(Index(places.Count()));
-    for (int root = 0; root < places.Count(); ++root) {
-        if (places.Root(root) != root)
-            continue;
-        DrawingPoint sum;
-        int members = 0;
-        places.ForEachMember(root, [&](int p) {
-            sum = sum + places.Position(p);
-            ++members;
-        });
-        DrawingPoint const middle = sum * (1.0 / members);
-        int best = root;
-        double bestDistance = members > 1 ? Distance(places.Position(root), middle) : 0.0;
-        places.ForEachMember(root, [&](int p) {
-            double const distance = Distance(places.Position(p), middle);
-            if (counts[Index(p)] > counts[Index(best)] ||
-                (counts[Index(p)] == counts[Index(best)] &&
-                 (distance < bestDistance ||
-                  (distance == bestDistance && ComesFirst(places.Position(p), places.Position(best)))))) {
-                best = p;
-                bestDistance = distance;
-            }
-        });
-        positions[Index(root)] = places.Position(best);
-    }
+    for (int root = 0; root < places.Count(); ++root)
+        if (places.Root(root) == root)
+            positions[Index(root)] = places.Position(BestMember(places, root, counts, snap, landmarks));
     return positions;
 }
 
 } // namespace
 
-std::vector<DrawingPoint> FitEdges(PlanarMap &map, double snap) {
-    std::vector<DrawingPoint> positions = ClusterPositions(map);
+std::vector<DrawingPoint> FitEdges(PlanarMap &map, double snap, Landmarks const &landmarks) {
+    std::vector<DrawingPoint> positions = ClusterPositions(map, snap, landmarks);
     int const count = map.EdgeCount();
     for (int e = 0; e < count; ++e) {
         if (!IsLeft(map.Edge(e)))

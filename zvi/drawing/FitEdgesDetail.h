@@ -1,15 +1,17 @@
 #pragma once
 
 #include "zvi/drawing/PlanarMapDetail.h"
+#include "zvi/drawing/ShortestFirstDetail.h"
 
 #include <vector>
 
 namespace zvi::lib::drawing {
 
 /// Lets all edges that are not contracted or dropped end exactly where the clusters of their ends stand: at the place
-/// of the cluster where most edges end, then at the one nearest to the middle of all. Arcs whose ends stay within
-/// `snap` of their circle keep it. Returns where the clusters stand, at the index of each place that stands for one.
-std::vector<DrawingPoint> FitEdges(PlanarMap &map, double snap);
+/// of the cluster where most edges end, then at the one nearest to the middle of all, as the landmarks rank them. Arcs
+/// whose ends stay within `snap` of their circle keep it. Returns where the clusters stand, at the index of each place
+/// that stands for one.
+std::vector<DrawingPoint> FitEdges(PlanarMap &map, double snap, Landmarks const &landmarks);
 
 /// Gives what contracted edges had of their curves to the edge before each on its curve, or else to the one behind it.
 /// Curves of which nothing else is left are put into `vanished`.

@@ -31,7 +31,8 @@ namespace zvi::lib {
 /// Method: the curves, and a connector across each gap below the tolerance, are cut at every place where they meet at
 /// the precision of rounding, and ordered round each place. Euler's formula proves the map planar. Only then comes the
 /// tolerance, as steps on that map which keep it planar: connectors and short edges are contracted, and faces thinner
-/// than it are folded up, of whose two sides the later curve is the duplicate.
+/// than it are folded up. Of their two sides the later curve is the duplicate; when they differ by more than a
+/// ten-thousandth of the drawing, the side farther from its middle, whatever the order of the curves.
 ///
 /// Joining: a loose end is joined to the ends and curves nearer than the tolerance, near ones first; a corner, where
 /// several ends meet already, to other corners, and to curves nearer than a tenth of the tolerance; curves that nearly

@@ -16,7 +16,11 @@ Landmarks LandmarksOf(std::vector<Stretch> const &stretches) {
     }
     if (!(total > 0.0))
         return {};
-    return {{sum * (1.0 / static_cast<double>(stretches.size())), weighted * (1.0 / total)}};
+    double const share = 1.0 / static_cast<double>(stretches.size());
+    Landmarks landmarks{{sum * share, weighted * (1.0 / total)}, total * share};
+    for (Stretch const &s : stretches)
+        landmarks.size += share * Distance(s.IsFullTurn() ? s.center : PointAt(s, 0.5), landmarks.points[0]);
+    return landmarks;
 }
 
 void SortShortestFirst(std::vector<Measured> &things, double same) {

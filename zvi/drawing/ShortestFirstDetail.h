@@ -8,9 +8,19 @@
 
 namespace zvi::lib::drawing {
 
+/// Distances are compared in steps of so many snap distances, which rounding hardly ever changes.
+inline constexpr double kStepInSnaps = 1024.0;
+
 /// Two points that move with a drawing: how it is turned, mirrored or ordered does not change where they lie in it.
 struct Landmarks {
     std::array<DrawingPoint, 2> points;
+    double size = 0.0; ///< mean distance of the curves from the first point, and their mean length on top
+
+    /// Whether things that differ by so much are alike: by less than a ten-thousandth of the drawing.
+    bool AreAlike(double difference) const {
+        constexpr double kAlike = 1e-4;
+        return difference < kAlike * size;
+    }
 
     /// Tells places apart by how far they are from both.
     double Rank(DrawingPoint p) const {

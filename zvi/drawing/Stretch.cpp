@@ -10,8 +10,11 @@ namespace {
 /// Below this angle t - sin t loses digits, and its series is used.
 constexpr double kSeriesAngle = 0.1;
 
-/// Nearer to the centre than this share of the radius no point of a circle is the nearest.
-constexpr double kAtCenter = 0x1p-40;
+/// A turn that passes its start by less than this angle is a full one.
+constexpr double kPassesStart = 1e-6;
+
+/// Nearer to the centre than this share of the radius no point of a circle is the nearest but by rounding.
+constexpr double kAtCenter = 0x1p-20;
 
 /// t - sin t without cancellation.
 double TurnMinusSine(double t) {
@@ -28,6 +31,13 @@ double NearestTurn(double angle, double wanted) {
 
 double AngleBetween(DrawingPoint u, DrawingPoint v) {
     return std::atan2(Cross(u, v), Dot(u, v));
+}
+
+/// The turn of an arc between two points of its circle that is nearest to `wanted`, but for one that passes the start
+/// again by more than rounding.
+double TurnBetween(Stretch const &s, DrawingPoint start, DrawingPoint end, double wanted) {
+    double const turn = NearestTurn(AngleBetween(start - s.center, end - s.center), wanted);
+    return std::fabs(turn) > kTwoPi + kPassesStart ? turn - std::copysign(kTwoPi, turn) : turn;
 }
 
 /// Circle through the ends of a nearly full arc and its middle point.
@@ -48,7 +58,7 @@ void FitThroughMiddle(Stretch &s, DrawingPoint middle) {
     double const offset = (u * u + v * v - half * half) / (2.0 * v);
     s.center = chordMiddle + normal * offset;
     s.radius = std::hypot(half, offset);
-    s.sweep = NearestTurn(AngleBetween(s.start - s.center, s.end - s.center), s.sweep);
+    s.sweep = TurnBetween(s, s.start, s.end, s.sweep);
 }
 
 /// Circle over the new chord with the rise that the arc had.
@@ -228,17 +238,17 @@ void FitToEnds(Stretch &s, DrawingPoint start, DrawingPoint end, double allowed)
     if (LiesOnCircle(s, start, allowed) && LiesOnCircle(s, end, allowed)) {
         s.start = start;
         s.end = end;
-        s.sweep = isClosed ? std::copysign(kTwoPi, s.sweep)
-                           : NearestTurn(AngleBetween(start - s.center, end - s.center), s.sweep);
+        s.sweep = isClosed ? std::copysign(kTwoPi, s.sweep) : TurnBetween(s, start, end, s.sweep);
         return;
     }
     double const rise = SagittaOf(s);
     DrawingPoint const middle = PointAt(s, 0.5);
+    bool const isTurnedRound = Dot(end - start, s.end - s.start) < 0.0;
     s.start = start;
     s.end = end;
     if (std::fabs(s.sweep) > kPi || isClosed)
         FitThroughMiddle(s, middle);
-    else if (std::fabs(rise) > allowed)
+    else if (std::fabs(rise) > allowed && !isTurnedRound)
         FitWithRise(s, rise);
     else
         s.isArc = false;

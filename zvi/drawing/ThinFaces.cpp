@@ -12,9 +12,6 @@ namespace zvi::lib::drawing {
 
 namespace {
 
-/// Distances of folds are compared in steps of so many snap distances.
-constexpr double kStep = 1024.0;
-
 /// A foot nearer to an end of a side than so many snap distances is that end.
 constexpr double kAtEnd = 16.0;
 
@@ -86,7 +83,7 @@ public:
                 Make(tip.fold);
         }
         Side const &last = m_sides[m_any];
-        return m_left == 2 ? AreNear(last, m_sides[last.next]) : IsSmall(last);
+        return m_left == 2 ? AreNear(last, m_sides[last.next]) : IsSmall(last.part) && IsSmall(last.back);
     }
 
     std::vector<Fold> const &Folds() const { return m_folds; }
@@ -108,8 +105,7 @@ private:
                std::min(t, 1.0 - t) * LengthOf(edge) < near;
     }
 
-    bool IsSmall(Side const &side) const {
-        Stretch const &s = side.part;
+    bool IsSmall(Stretch const &s) const {
         double const extent = !s.isArc ? LengthOf(s) : std::min(LengthOf(s), 2.0 * s.radius);
         return extent < m_tolerance;
     }
@@ -119,9 +115,9 @@ private:
     void LookAtTip(std::size_t i) {
         std::size_t const j = m_sides[i].next;
         double const difference = LengthOf(m_sides[i].part) - LengthOf(m_sides[j].part);
-        if (difference < kStep * m_snap)
+        if (difference < kStepInSnaps * m_snap)
             LookAtFold(i, i, j);
-        if (difference > -kStep * m_snap)
+        if (difference > -kStepInSnaps * m_snap)
             LookAtFold(i, j, i);
     }
 
@@ -137,7 +133,7 @@ private:
             DeviationOf(shortSide.part, longSide.part) < m_tolerance &&
             DeviationOf(shortSide.back, longSide.back) < m_tolerance)
             m_tips.push({fold, tip, m_sides[tip].changes, m_sides[m_sides[tip].next].changes,
-                         std::round(fold.foot.distance / (kStep * m_snap)),
+                         std::round(fold.foot.distance / (kStepInSnaps * m_snap)),
                          m_landmarks.Rank((far + fold.foot.point) * 0.5)});
     }
 
@@ -184,19 +180,26 @@ public:
     bool Collapse() {
         FaceWalks const faces = WalkFaces(m_map);
         std::vector<Measured> thin;
-        for (std::size_t w = 0; w < faces.walks.size(); ++w) {
-            FaceWalk const &face = faces.walks[w];
+        std::vector<std::vector<HalfEdge>> walks;
+        for (FaceWalk const &face : faces.walks) {
             // What lets no disc of the tolerance in has less area than this.
             if (face.isOutside || face.area >= 0.5 * m_tolerance * face.perimeter)
                 continue;
             DrawingPoint const middle = MiddleOf(face.first);
-            thin.push_back({0, face.area / face.perimeter, m_landmarks.Rank(middle), middle, static_cast<int>(w)});
+            thin.push_back(
+                {0, face.area / face.perimeter, m_landmarks.Rank(middle), middle, static_cast<int>(walks.size())});
+            walks.push_back(WalkFrom(m_map, face.first));
         }
         SortShortestFirst(thin, m_snap);
         bool any = false;
-        for (Measured const &face : thin)
-            if (HalfEdge const first = faces.walks[Index(face.number)].first; m_map.IsInMap(first.Edge()))
-                any = CollapseFace(first) || any;
+        for (Measured const &face : thin) {
+            // Neighbours that have collapsed took edges away; those that are left still bound the face.
+            std::vector<HalfEdge> const &walk = walks[Index(face.number)];
+            auto const left =
+                std::find_if(walk.begin(), walk.end(), [&](HalfEdge h) { return m_map.IsInMap(h.Edge()); });
+            if (left != walk.end())
+                any = CollapseFace(*left) || any;
+        }
         return any;
     }
 
@@ -266,10 +269,19 @@ private:
         return m_map.Split(edge, inside, isNear ? onEdge : p);
     }
 
-    /// Of two half-edges that bound a face by themselves the one of the later curve goes.
+    /// Of two stretches the one farther from the landmarks is the later one, and of those that are alike the one of the
+    /// later curve.
+    bool IsLater(Stretch const &s, Stretch const &other) const {
+        if (s.curve == other.curve)
+            return s.from > other.from;
+        double const beyond = m_landmarks.Rank(PointAt(s, 0.5)) - m_landmarks.Rank(PointAt(other, 0.5));
+        return m_landmarks.AreAlike(std::fabs(beyond)) ? s.curve > other.curve : beyond > 0.0;
+    }
+
+    /// Of two half-edges that bound a face by themselves the later one goes.
     void DropLater(HalfEdge a, HalfEdge b) {
         Stretch const &s = m_map.Edge(a).stretch, &other = m_map.Edge(b).stretch;
-        bool const isFirstLater = s.curve != other.curve ? s.curve > other.curve : s.from > other.from;
+        bool const isFirstLater = IsLater(s, other);
         HalfEdge const later = isFirstLater ? a : b, original = isFirstLater ? b : a;
         m_map.Drop(later, original);
         m_dropped.push_back({later.Edge(), original.Edge(), m_map.NextPart(original.Edge())});
