@@ -240,7 +240,7 @@ TEST(DrawingFamilies, CirclesThatTouchByAHairKeepTheirArea) {
 /// ZVI_DRAWINGS says how many are tried, ZVI_FIRST_DRAWING where to begin, ZVI_FAMILY which kind alone, ZVI_FAULTS how
 /// many faults of a kind are shown.
 TEST(DrawingFamilies, HoldWhateverIsDrawn) {
-    long const count = FromEnvironment("ZVI_DRAWINGS", 6600), first = FromEnvironment("ZVI_FIRST_DRAWING", 1);
+    long const count = FromEnvironment("ZVI_DRAWINGS", 3000), first = FromEnvironment("ZVI_FIRST_DRAWING", 1);
     long const only = FromEnvironment("ZVI_FAMILY", -1), shown = FromEnvironment("ZVI_FAULTS", 1);
     std::vector<long> tried(static_cast<std::size_t>(FamilyCount())), faults = tried;
     for (long seed = first; seed < first + count; ++seed) {

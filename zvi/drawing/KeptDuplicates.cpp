@@ -35,6 +35,7 @@ public:
     void AddParts(int edge, std::vector<int> const &originals, double snap, std::vector<KeptDuplicate> &kept) const {
         Stretch const &s = m_map.Edge(edge).stretch;
         std::vector<std::pair<double, int>> order; // fraction of the middle, original
+        order.reserve(originals.size());
         for (int const original : originals)
             order.emplace_back(std::clamp(FractionAt(s, PointAt(m_map.Edge(original).stretch, 0.5)), 0.0, 1.0),
                                original);
