@@ -29,8 +29,8 @@ struct DrawingCurve {
 
 /// Joining, cutting and dropping duplicates are on by default, and each can be switched off.
 struct DrawingOptions {
-    /// Ends nearer than this, in drawing units, become one point. 0 takes ends as they are written, unless ends that
-    /// only rounding keeps apart would leave domains no wider than rounding: those ends are joined all the same.
+    /// Gaps narrower than this, in drawing units, are closed, and what is thinner is dropped or merged. At 0 that is
+    /// only what rounding makes: places and borders that it alone keeps apart are one all the same.
     double joinTolerance = 1e-4;
     /// Cut curves where they meet: crossings, touchings, T-junctions within the join tolerance, overlaps.
     bool split = true;
@@ -95,7 +95,8 @@ struct DrawingCounts {
     int duplicates = 0; ///< pieces dropped because another one covers them
 };
 
-/// Everything that one drawing gives. Domains stand in a fixed order that depends on the input alone.
+/// Everything that one drawing gives. Domains stand from left to right, by the places where their outer
+/// loops begin; MakeDrawingDomains.h says more.
 struct DrawingResult {
     std::vector<DrawingDomain> domains;
     std::vector<DrawingLeftover> leftovers;
