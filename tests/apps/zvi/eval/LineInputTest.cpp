@@ -6,6 +6,7 @@
 #include <poll.h>
 #include <pty.h>
 #include <sys/wait.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -14,6 +15,13 @@
 namespace zvi::app::test {
 
 namespace {
+
+/// Waits until the program reads keys instead of lines: it shows its prompt a little before.
+void AwaitKeys(int terminal, int patience) {
+    termios settings{};
+    while (patience-- > 0 && tcgetattr(terminal, &settings) == 0 && (settings.c_lflag & ICANON) != 0)
+        poll(nullptr, 0, 1);
+}
 
 /// Types a line, or keys that end one, each time the prompt shows, and gives all that the terminal gets to see.
 std::string Session(std::initializer_list<std::string> const &lines) {
@@ -40,6 +48,7 @@ std::string Session(std::initializer_list<std::string> const &lines) {
         if (prompt == std::string::npos || next == lines.end())
             continue;
         told = seen.size();
+        AwaitKeys(terminal, kPatience);
         EXPECT_EQ(write(terminal, next->data(), next->size()), static_cast<ssize_t>(next->size()));
         ++next;
     }
