@@ -29,7 +29,8 @@ std::uint32_t Spread(std::uint32_t v) {
 std::uint32_t KeyOf(Box const &box, Box const &all) {
     auto const step = [](double low, double high, double min, double max) {
         double const share = max > min ? (0.5 * low + 0.5 * high - min) / (max - min) : 0.0;
-        return static_cast<std::uint32_t>(std::clamp(share, 0.0, 1.0) * kSteps);
+        // Boxes without end have no middle; any place will do for them.
+        return static_cast<std::uint32_t>((share > 0.0 ? std::min(share, 1.0) : 0.0) * kSteps);
     };
     return Spread(step(box.minX, box.maxX, all.minX, all.maxX)) |
            (Spread(step(box.minY, box.maxY, all.minY, all.maxY)) << 1);
