@@ -20,14 +20,15 @@ namespace zvi::lib {
 ///    returned.
 /// 4. The number of domains and their areas, within the tolerance times the length, do not depend on the order of the
 ///    curves, nor on turning, mirroring, moving, or scaling the drawing together with the tolerance, as long as no
-///    distance equals the tolerance but for rounding. That is for tolerances small against the drawing: from about a
-///    tenth of it on, gaps and faces of equal size may be told apart by rounding.
+///    distance equals the tolerance but for rounding.
 /// 5. A larger tolerance closes gaps, and otherwise only merges or drops what is thinner.
 /// 6. The same curves in the same order give the same result. Domains come in the order of the places where their outer
 ///    loops begin, from left to right and then from below; each loop begins at its first place in that order.
-/// With `split` off 1 holds, loops are closed, and areas are positive; the rest needs curves that meet at their ends
-/// alone. With `keepDuplicates` the pieces of a domain are those of the curves that were drawn for it, so that areas
-/// are within the tolerance times the length of those without, and 2 and 3 hold up to that.
+/// 3 and 4 are for tolerances small against the drawing. From about a tenth of it on, gaps and faces of equal size may
+/// be told apart by rounding, and a part may stand in a domain that has become too small for it. With `split` off 1
+/// holds, loops are closed, and areas are positive; the rest needs curves that meet at their ends alone. With
+/// `keepDuplicates` the pieces of a domain are those of the curves that were drawn for it, so that areas are within the
+/// tolerance times the length of those without, and 2 and 3 hold up to that.
 ///
 /// Method: the curves, and a connector across each gap below the tolerance, are cut at every place where they meet at
 /// the precision of rounding, and ordered round each place. Euler's formula proves the map planar. Only then comes the
