@@ -57,6 +57,7 @@
 
 #include "zvi/host/CDC.h"
 #include "zvi/host/Messages.h"
+#include "zvi/host/UserValues.h"
 
 #include "zvi/interface/IUnitCtrl.h"
 #include "zvi/interface/IUnitListener.h"
@@ -86,6 +87,7 @@
 #include "zvi/math/values/CMathVec.h"
 
 #include "zvi/services/MSpecialChar.h"
+#include "zvi/services/MTestEnvMgr.h"
 
 #include "zvi/spatial/MQuadMBR2D.h"
 #include "zvi/spatial/MQuadNode.h"

@@ -1,0 +1,60 @@
+#include "zvi/host/UserValuesDetail.h"
+
+#define WIN32_LEAN_AND_MEAN
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#include <windows.h>
+
+namespace zvi::host {
+
+namespace {
+
+constexpr wchar_t const *kKey = L"Software\\ZORVI\\TEST";
+
+std::wstring Wide(std::string_view text) {
+    int const bytes = static_cast<int>(text.size());
+    std::wstring wide(static_cast<std::size_t>(MultiByteToWideChar(CP_UTF8, 0, text.data(), bytes, nullptr, 0)), L'\0');
+    MultiByteToWideChar(CP_UTF8, 0, text.data(), bytes, wide.data(), static_cast<int>(wide.size()));
+    return wide;
+}
+
+std::string Narrow(std::wstring const &text) {
+    int const units = static_cast<int>(text.size());
+    int const bytes = WideCharToMultiByte(CP_UTF8, 0, text.data(), units, nullptr, 0, nullptr, nullptr);
+    std::string narrow(static_cast<std::size_t>(bytes), '\0');
+    WideCharToMultiByte(CP_UTF8, 0, text.data(), units, narrow.data(), bytes, nullptr, nullptr);
+    return narrow;
+}
+
+} // namespace
+
+std::string OwnUserValue(std::string_view name) {
+    std::wstring const wideName = Wide(name);
+    std::wstring value(256, L'\0');
+    // The value may grow between two calls.
+    for (;;) {
+        auto bytes = static_cast<DWORD>(value.size() * sizeof(wchar_t));
+        LSTATUS const status =
+            RegGetValueW(HKEY_CURRENT_USER, kKey, wideName.c_str(), RRF_RT_REG_SZ, nullptr, value.data(), &bytes);
+        if (status == ERROR_SUCCESS)
+            return Narrow(value.substr(0, value.find(L'\0')));
+        if (status != ERROR_MORE_DATA)
+            return {};
+        value.resize(value.size() * 2);
+    }
+}
+
+bool SetOwnUserValue(std::string_view name, std::string_view value) {
+    std::wstring const wideName = Wide(name);
+    if (value.empty()) {
+        LSTATUS const status = RegDeleteKeyValueW(HKEY_CURRENT_USER, kKey, wideName.c_str());
+        return status == ERROR_SUCCESS || status == ERROR_FILE_NOT_FOUND;
+    }
+    std::wstring const wideValue = Wide(value);
+    auto const bytes = static_cast<DWORD>((wideValue.size() + 1) * sizeof(wchar_t));
+    return RegSetKeyValueW(HKEY_CURRENT_USER, kKey, wideName.c_str(), REG_SZ, wideValue.c_str(), bytes) ==
+           ERROR_SUCCESS;
+}
+
+} // namespace zvi::host
