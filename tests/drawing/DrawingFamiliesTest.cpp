@@ -202,7 +202,7 @@ Drawing Shrunk(Drawing d, std::uint64_t seed) {
 
 std::string Describe(Drawing const &whole, int family, std::uint64_t seed) {
     Drawing const small =
-        FaultOf(Drawing(whole.curves, whole.options, whole.areCountsSure), seed).empty() ? whole : Shrunk(whole, seed);
+        FaultOf(Drawing{whole.curves, whole.options, whole.areCountsSure}, seed).empty() ? whole : Shrunk(whole, seed);
     std::ostringstream text;
     text.precision(17);
     text << FamilyName(family) << ", seed " << seed << ", trial " << Dice(seed).Whole(0, kTrials - 1) << "\n"

@@ -11,9 +11,9 @@ namespace zvi::lib::test {
 namespace {
 
 struct Listener : zvi_interface::IUnitListener {
-    explicit Listener(std::function<void()> action) : m_action(std::move(action)) { AddListener(this); }
-    void DoUnitChange(CDocument *) override { m_action(); }
-    std::function<void()> m_action;
+    explicit Listener(std::function<void()> onChange) : action(std::move(onChange)) { AddListener(this); }
+    void DoUnitChange(CDocument *) override { action(); }
+    std::function<void()> action;
 };
 
 } // namespace

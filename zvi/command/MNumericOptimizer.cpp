@@ -125,6 +125,28 @@ void SelectNumber(MTArray<long> const &numbers, std::int64_t number, MArray<long
         result.PushBack(*found);
 }
 
+/// Where a selection text stands within a word: behind nothing, a number alone, "to", the end of a range, "by", a step.
+enum class WordState { kStart, kAfterFirst, kAfterTo, kAfterLast, kAfterBy, kAfterStep };
+
+/// Whether a word may end here, and so another begin; "to" and "by" must be followed by a number.
+bool MayEnd(WordState state) {
+    return state != WordState::kAfterTo && state != WordState::kAfterBy;
+}
+
+/// Moves on behind a token; false when it may not follow: "to" follows a number alone, "by" the end of a range.
+bool Follow(WordState &state, std::uint64_t type) {
+    WordState const before = state;
+    if (type == MNumericOptimizer::kNumber)
+        state = MayEnd(before)                  ? WordState::kAfterFirst
+                : before == WordState::kAfterTo ? WordState::kAfterLast
+                                                : WordState::kAfterStep;
+    else if (type == MNumericOptimizer::kTo && before == WordState::kAfterFirst)
+        state = WordState::kAfterTo;
+    else if (type == MNumericOptimizer::kBy && before == WordState::kAfterLast)
+        state = WordState::kAfterBy;
+    return state != before || (type == MNumericOptimizer::kNumber && before == WordState::kAfterFirst);
+}
+
 } // namespace
 
 MNumericOptimizer::~MNumericOptimizer() = default;
@@ -297,9 +319,7 @@ int MNumericOptimizer::SelectNumByStrBase(MTArray<long> &numbers, wchar_t const 
 }
 
 int MNumericOptimizer::StrCpyRemoveSpace(wchar_t *dst, wchar_t const *src) {
-    // What may follow what: a number may be followed by a number, by "to" if it stands alone so far, or by "by" if it
-    // ends a range; "to" and "by" must be followed by a number.
-    enum { kWordStart, kAfterFirst, kAfterTo, kAfterLast, kAfterBy, kAfterStep } state = kWordStart;
+    WordState state = WordState::kStart;
     std::uint64_t pos = 0;
     std::uint64_t type = kNoToken;
     std::uint64_t value = 0;
@@ -307,38 +327,20 @@ int MNumericOptimizer::StrCpyRemoveSpace(wchar_t *dst, wchar_t const *src) {
     *dst = L'\0';
     while (src[pos] != L'\0') {
         std::uint64_t const begin = pos;
-        if (!GetToken(src, pos, type, value)) {
-            *dst = L'\0';
-            return 0;
-        }
-        if (type == kBlank)
+        bool const isToken = GetToken(src, pos, type, value) != 0;
+        if (isToken && type == kBlank)
             continue;
-        bool const starts = state == kWordStart || state == kAfterFirst || state == kAfterLast || state == kAfterStep;
-        if (type == kNumber && starts) {
-            if (state != kWordStart)
-                *out++ = L' ';
-            state = kAfterFirst;
-        } else if (type == kNumber) {
-            state = state == kAfterTo ? kAfterLast : kAfterStep;
-        } else if (type == kTo && state == kAfterFirst) {
-            state = kAfterTo;
-        } else if (type == kBy && state == kAfterLast) {
-            state = kAfterBy;
-        } else {
+        bool const begins = type == kNumber && MayEnd(state) && state != WordState::kStart;
+        if (!isToken || !Follow(state, type)) {
             *dst = L'\0';
             return 0;
         }
-        for (std::uint64_t i = begin; i < pos; ++i) {
-            if (!IsBlank(src[i]))
-                *out++ = src[i];
-        }
+        if (begins)
+            *out++ = L' ';
+        out = std::copy_if(src + begin, src + pos, out, [](wchar_t c) { return !IsBlank(c); });
     }
-    *out = L'\0';
-    if (state == kAfterTo || state == kAfterBy) {
-        *dst = L'\0';
-        return 0;
-    }
-    return 1;
+    *(MayEnd(state) ? out : dst) = L'\0';
+    return MayEnd(state) ? 1 : 0;
 }
 
 int MNumericOptimizer::GetToken(wchar_t const *text, std::uint64_t &pos, std::uint64_t &type, std::uint64_t &value) {

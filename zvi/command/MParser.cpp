@@ -3,6 +3,9 @@
 #include "zvi/command/NormalizeCommandText.h"
 #include "zvi/units/MUnitCtrl.h"
 
+#include <functional>
+#include <utility>
+
 namespace zvi::lib {
 
 namespace {
@@ -12,9 +15,6 @@ constexpr int kLengthKind = 1;
 
 /// Length units in the order of their indices.
 constexpr wchar_t const *kLengthUnits[] = {L"mm", L"cm", L"m", L"in", L"ft", L"um"};
-
-/// What the scan of a number with units is in the middle of.
-enum class Scan { kNothing, kNumber, kLetters, kOther };
 
 /// A text, and for each of its characters the index of the typed one.
 struct TracedWord {
@@ -33,6 +33,73 @@ struct TracedWord {
         text.Empty();
         sources.clear();
     }
+};
+
+/// Takes a text letter by letter and puts each number with a unit behind it in parentheses, as a product with the
+/// factor of the unit. Other letters stay unless the text ends in them.
+class UnitScan {
+public:
+    /// `convert` turns the letters behind a number into "*" and a factor.
+    explicit UnitScan(std::function<void(CString &)> convert) : m_convert(std::move(convert)) {}
+
+    void Letter(wchar_t c, int source) {
+        if (m_in != In::kLetters)
+            m_letters.Empty();
+        m_behindNumber = m_behindNumber || m_in == In::kNumber;
+        m_letters.Add(c, source);
+        m_in = In::kLetters;
+    }
+
+    /// Any character that is no letter comes after the end of the letters before it.
+    void EndLetters() {
+        if (m_behindNumber)
+            AddConverted();
+        else
+            m_result.Add(m_letters);
+        m_letters.Empty();
+    }
+
+    void NumberSymbol(wchar_t c, int source) {
+        if (m_in != In::kNumber)
+            m_number.Empty();
+        m_number.Add(c, source);
+        m_in = In::kNumber;
+    }
+
+    void Other(wchar_t c, int source) {
+        if (m_in == In::kNumber)
+            m_result.Add(m_number);
+        m_result.Add(c, source);
+        m_in = In::kOther;
+    }
+
+    TracedWord Finish() {
+        if (m_in == In::kNumber)
+            m_result.Add(m_number);
+        if (m_behindNumber)
+            AddConverted();
+        return std::move(m_result);
+    }
+
+private:
+    enum class In { kNothing, kNumber, kLetters, kOther };
+
+    void AddConverted() {
+        m_convert(m_letters.text);
+        m_result.Add(L'(', m_number.sources.front());
+        m_result.Add(m_number);
+        m_result.Add({m_letters.text, std::vector<int>(static_cast<std::size_t>(m_letters.text.GetLength()),
+                                                       m_letters.sources.front())});
+        m_result.Add(L')', m_letters.sources.back());
+        m_behindNumber = false;
+    }
+
+    std::function<void(CString &)> m_convert;
+    TracedWord m_result;
+    TracedWord m_number;
+    TracedWord m_letters;
+    bool m_behindNumber = false; ///< the letters stand behind a number
+    In m_in = In::kNothing;
 };
 
 } // namespace
@@ -58,54 +125,21 @@ CString MParser::SetUnitArgTokenString(CString const &text, CString const &, MUn
 CString MParser::SetUnitArgTokenString(CString const &text, MUnitCtrl *unit, std::vector<int> &sources) {
     std::vector<int> typed;
     CString const normalized = NormalizeCommandText(text, typed);
-    TracedWord result;
-    TracedWord number;
-    TracedWord letters;
-    bool lettersBehindNumber = false;
-    Scan scan = Scan::kNothing;
-    auto const appendConverted = [&] {
-        ConvertUnitToken(letters.text, unit);
-        result.Add(L'(', number.sources.front());
-        result.Add(number);
-        result.Add({letters.text,
-                    std::vector<int>(static_cast<std::size_t>(letters.text.GetLength()), letters.sources.front())});
-        result.Add(L')', letters.sources.back());
-        lettersBehindNumber = false;
-    };
+    UnitScan scan([this, unit](CString &letters) { ConvertUnitToken(letters, unit); });
     for (int i = 0; i < normalized.GetLength(); ++i) {
         wchar_t const c = normalized.GetAt(i);
         int const source = typed[static_cast<std::size_t>(i)];
         if (IsAlpahbetUpper(c)) {
-            if (scan != Scan::kLetters)
-                letters.Empty();
-            lettersBehindNumber = lettersBehindNumber || scan == Scan::kNumber;
-            letters.Add(c, source);
-            scan = Scan::kLetters;
+            scan.Letter(c, source);
             continue;
         }
-        if (lettersBehindNumber)
-            appendConverted();
-        else
-            result.Add(letters);
-        letters.Empty();
-        if (c == L',')
-            continue;
-        if (IsNumberSymbol(c)) {
-            if (scan != Scan::kNumber)
-                number.Empty();
-            number.Add(c, source);
-            scan = Scan::kNumber;
-            continue;
-        }
-        if (scan == Scan::kNumber)
-            result.Add(number);
-        result.Add(c, source);
-        scan = Scan::kOther;
+        scan.EndLetters();
+        if (IsNumberSymbol(c))
+            scan.NumberSymbol(c, source);
+        else if (c != L',')
+            scan.Other(c, source);
     }
-    if (scan == Scan::kNumber)
-        result.Add(number);
-    if (lettersBehindNumber)
-        appendConverted();
+    TracedWord result = scan.Finish();
     sources = std::move(result.sources);
     return result.text;
 }

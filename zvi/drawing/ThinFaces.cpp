@@ -229,6 +229,7 @@ private:
 
     static bool HasBothSidesOfAnEdge(std::vector<HalfEdge> const &walk) {
         std::vector<int> edges;
+        edges.reserve(walk.size());
         for (HalfEdge const h : walk)
             edges.push_back(h.Edge());
         std::sort(edges.begin(), edges.end());

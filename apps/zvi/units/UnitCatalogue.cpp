@@ -99,6 +99,7 @@ std::string IgnoredBase(UnitCatalogue const &catalogue, UnitLabel const &from, U
 
 std::vector<int> KindsOf(std::vector<UnitLabel> const &labels) {
     std::vector<int> kinds;
+    kinds.reserve(labels.size());
     for (UnitLabel const &label : labels)
         kinds.push_back(label.kind);
     return kinds;

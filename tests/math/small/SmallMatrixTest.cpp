@@ -146,14 +146,14 @@ TYPED_TEST(SmallMatrix, SingularMatricesWriteNothing) {
 TYPED_TEST(SmallMatrix, Vectors) {
     double const a[5] = {1, 2, 3, 4, 99}, squares[] = {0, 1, 5, 14, 30};
     double b[5] = {99, 99, 99, 99, 99};
-    constexpr int rows = TypeParam::kRows;
+    constexpr int kRows = TypeParam::kRows;
     TypeParam::ScaleVector(a, 2.0, b);
-    EXPECT_EQ(TypeParam::Dot(a, b), 2.0 * squares[rows]);
+    EXPECT_EQ(TypeParam::Dot(a, b), 2.0 * squares[kRows]);
     TypeParam::AddVector(a, b, b);
-    EXPECT_EQ(TypeParam::Norm(b), 3.0 * std::sqrt(squares[rows]));
+    EXPECT_EQ(TypeParam::Norm(b), 3.0 * std::sqrt(squares[kRows]));
     TypeParam::ZeroVector(b);
     EXPECT_EQ(TypeParam::Norm(b), 0.0);
-    EXPECT_EQ(b[rows], 99.0) << "one element too many";
+    EXPECT_EQ(b[kRows], 99.0) << "one element too many";
 }
 
 TEST(SmallMatrixDeterminant, OfWrittenOutMatrices) {

@@ -251,8 +251,8 @@ void Picture::Domains() {
         double const stroke = kBorderShare * m_labels[i].radius;
         bool const thin = stroke > 0.0 && stroke < kBorderStroke * m_size;
         std::string const style = thin ? " style=\"stroke-width:" + ShortNumber(stroke, 4) + "\"" : std::string();
-        m_svg += "<path class=\"domain d" + number + "\"" + style + " d=\"" + path + "\"><title>Domain " + number +
-                 ": area " + ShortNumber(domain.area) + "</title></path>\n";
+        m_svg += Joined("<path class=\"domain d", number, "\"", style, " d=\"", path, "\"><title>Domain ", number,
+                        ": area ", ShortNumber(domain.area), "</title></path>\n");
     }
     m_svg += "</g>\n";
 }

@@ -127,7 +127,7 @@ std::string KnownFormHint(FailedText const &failed, std::string const &typed, bo
 
 std::string NameHint(FailedText const &failed, Span const &where, bool behindNumber) {
     std::string const typed = failed.Typed(where);
-    std::string const known = KnownFormHint(failed, typed, behindNumber);
+    std::string known = KnownFormHint(failed, typed, behindNumber);
     if (!known.empty())
         return known;
     if (failed.At(where.End()) == L'(') {

@@ -225,7 +225,7 @@ TEST(DxfReader, RefusesWhatIsDamagedWithTheLine) {
     Case const cases[] = {
         {"", "0: the file is empty"},
         {" \r\n\n", "0: the file is empty"},
-        {std::string("AnyName Binary DXF\r\n\x1A\0rest", 27), "0: this is a binary DXF"},
+        {std::string("AnyName Binary DXF\r\n\x1A\0rest", 26), "0: this is a binary DXF"},
         {"hello\nworld\n", "1: expected a group code, found \"hello\""},
         {"0\nLINE\n", "2: expected a SECTION or EOF"},
         {"99999\nx\n", "1: expected a group code"},
@@ -277,7 +277,8 @@ TEST(DxfReader, LimitsWhatSmallFilesCanAskFor) {
     std::string last = "A";
     for (int i = 0; i < 70; ++i) {
         std::string const name = std::to_string(i);
-        chain += "0 BLOCK\n2 " + name + "\n10 0\n20 0\n0 INSERT\n2 " + last + "\n10 0\n20 0\n0 ENDBLK\n";
+        chain.append("0 BLOCK\n2 ").append(name).append("\n10 0\n20 0\n0 INSERT\n2 ").append(last);
+        chain += "\n10 0\n20 0\n0 ENDBLK\n";
         last = name;
     }
     EXPECT_NE(
