@@ -56,6 +56,7 @@
 #include "zvi/drawing/MakeDrawingDomains.h"
 
 #include "zvi/host/CDC.h"
+#include "zvi/host/Counter.h"
 #include "zvi/host/Messages.h"
 #include "zvi/host/UserValues.h"
 

@@ -4,6 +4,7 @@
 #include "apps/zvi/common/Failure.h"
 #include "apps/zvi/common/FileAccess.h"
 #include "apps/zvi/common/OutputFile.h"
+#include "apps/zvi/common/ReadWhole.h"
 #include "apps/zvi/common/Terminal.h"
 #include "apps/zvi/common/TextDecoding.h"
 #include "apps/zvi/domains/DomainsOptions.h"

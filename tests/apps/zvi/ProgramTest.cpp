@@ -111,7 +111,7 @@ TEST(Program, TellsWhereTheInputIsWrong) {
     }
     EXPECT_NE(RunZvi({"domains", (folder / "none.dxf").string()}).err.find("none.dxf: there is no such file"),
               std::string::npos);
-    EXPECT_NE(RunZvi({"domains", folder.string()}).err.find(": is a folder; name a drawing in it"), std::string::npos);
+    EXPECT_NE(RunZvi({"domains", folder.string()}).err.find(": is a folder; name a file in it"), std::string::npos);
     EXPECT_EQ(RunZvi({"domains"}, "rubbish").err.substr(0, 40), "zvi: standard input:1: unknown curve \"ru");
 }
 

@@ -3,7 +3,6 @@
 #include "apps/zvi/domains/model/DrawingInput.h"
 #include "apps/zvi/domains/model/ReadingOptions.h"
 
-#include <istream>
 #include <string>
 #include <string_view>
 
@@ -13,8 +12,5 @@ namespace zvi::app {
 /// through standard input ("-"), is curve text. Throws InputError for other files and as the two readers do, and
 /// UsageError when layers are chosen in curve text, which has none.
 DrawingInput ReadDrawing(std::string const &file, std::string_view text, ReadingOptions const &options);
-
-/// All of the file, or of `standardInput` where the file is "-". Throws InputError when it cannot be read.
-std::string ReadWhole(std::string const &file, std::istream &standardInput);
 
 } // namespace zvi::app

@@ -1,4 +1,5 @@
 #include "apps/zvi/common/Failure.h"
+#include "apps/zvi/common/ReadWhole.h"
 #include "apps/zvi/domains/dxf/ReadDxf.h"
 #include "apps/zvi/domains/input/ReadDrawing.h"
 #include "apps/zvi/domains/output/DxfDrawing.h"
