@@ -482,15 +482,17 @@ bool CommandGrammar::AddByTo(ParseValue const &range, bool head) {
     bool const mustFall = head ? !up : range.from > range.to;
     if (mustFall && range.by > 0)
         return Fail(ParseFaultKind::kRangeStep);
+    bool const leadsAway = up ? range.by <= 0 : range.by >= 0;
+    ParseFaultKind const tooMany = leadsAway ? ParseFaultKind::kRangeStep : ParseFaultKind::kTooManyArguments;
     if (!HasRoomFor(FewestOfWalk(range, up)))
-        return Fail(ParseFaultKind::kTooManyArguments);
+        return Fail(tooMany);
     auto const inside = [&](std::int32_t value) { return up ? value <= range.to : value >= range.to; };
     std::int64_t count = 0;
     std::int32_t value = range.from;
     do {
         value = WrappingSum(value, range.by);
         if (!HasRoomFor(++count))
-            return Fail(ParseFaultKind::kTooManyArguments);
+            return Fail(tooMany);
     } while (inside(value));
     value = range.from;
     for (std::int64_t i = 0; i < count; ++i) {

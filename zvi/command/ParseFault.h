@@ -12,7 +12,7 @@ enum class ParseFaultKind : std::int32_t {
     kTooLong,          ///< longer than the scanner's input store
     kUnexpectedToken,  ///< a token that nothing can go on with; at the end of the line: something is missing there
     kTooManyNumbers,   ///< more numbers and variables than the symbol table holds
-    kTooManyArguments, ///< more arguments than a parse may hold, or a range that never ends
+    kTooManyArguments, ///< more arguments than a parse may hold
     kExtraArgument,    ///< more items than are wanted
     kExtraCoordinate,  ///< more than three coordinates in a bracket or behind "@"
     kNoNumber,         ///< an item that is no number where numbers are wanted

@@ -7,9 +7,9 @@
 
 namespace zvi::lib::drawing {
 
-int PlanarMap::AddEdge(MapEdge edge) {
+int PlanarMap::AddEdge(MapEdge const &edge) {
     int const number = EdgeCount();
-    m_edges.push_back(std::move(edge));
+    m_edges.push_back(edge);
     m_nextPart.push_back(-1);
     for (HalfEdge const h : {HalfEdge::Along(number), HalfEdge::Against(number)}) {
         m_ccw.push_back(h);

@@ -43,7 +43,7 @@ class PlanarMap {
 public:
     explicit PlanarMap(std::vector<DrawingPoint> places) : m_places(std::move(places)) {}
 
-    int AddEdge(MapEdge edge);
+    int AddEdge(MapEdge const &edge);
     /// Lets the half-edges leave their place counter-clockwise in this order.
     void SetOrder(std::vector<HalfEdge> const &leaving);
 

@@ -16,7 +16,7 @@ T PickValue(T const *first, T const *last, IsBetter isBetter) {
         return T();
     T best = *first;
     for (T const *value = first + 1; value != last; ++value) {
-        if (isBetter(*value, best) || best != best)
+        if (isBetter(*value, best) || best != best) // NOLINT(misc-redundant-expression): not equal to itself is NaN
             best = *value;
     }
     return best;

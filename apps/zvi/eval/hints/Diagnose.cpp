@@ -6,9 +6,6 @@
 #include "apps/zvi/common/WideText.h"
 #include "apps/zvi/eval/hints/Mistakes.h"
 #include "apps/zvi/eval/hints/Repairs.h"
-#include "apps/zvi/eval/hints/TypedRange.h"
-
-#include "zvi/command/Parser.h"
 
 namespace zvi::app {
 
@@ -16,20 +13,21 @@ namespace {
 
 using lib::ParseFaultKind;
 
-/// Texts that name more numbers than this are not read again in search of a mistake, which could take seconds.
-constexpr long long kMostToReadAgain = 100'000;
+/// An integer of this many digits may name more numbers than are read in an instant.
+constexpr std::size_t kDigitsOfMany = 6;
 
 /// Longest corrected text that a hint shows, in characters.
 constexpr std::size_t kLongestShown = 100;
 
-/// More numbers than a list may hold.
-std::optional<Mistake> FindTooManyNamed(FailedText const &failed) {
-    long long const named = CountNamed(failed.typed);
-    bool const isList = !ReadsDoubles(failed.settings.mode) && !ReadsOneExpression(failed.settings.mode);
-    if (!isList || named <= lib::Parser::kMostArguments)
-        return std::nullopt;
-    return Mistake{{0, failed.typed.size()},
-                   "the text names " + std::to_string(named) + " numbers; a list holds at most 10,000,000"};
+/// Whether a range or a repeat may name so many numbers that the text is not read again in search of a mistake.
+bool MayNameMany(std::wstring const &typed) {
+    if (typed.find_first_of(L"Tt@") == kNowhere)
+        return false;
+    for (std::size_t at = 0; at < typed.size(); at = EndOfDigits(typed, at) + 1) {
+        if (EndOfDigits(typed, at) - at >= kDigitsOfMany)
+            return true;
+    }
+    return false;
 }
 
 /// `name=expression`, which is no expression.
@@ -78,7 +76,7 @@ constexpr MistakeRow kMistakes[] = {
      "the text is too long; a line holds about 2,000 characters, and a B or T that stands for BY or TO counts as 12"},
     {ParseFaultKind::kTooManyNumbers, nullptr,
      "a line holds at most 1,000 numbers; write runs as ranges, or two lines"},
-    {ParseFaultKind::kNone, FindTooManyNamed},
+    {ParseFaultKind::kTooManyArguments, nullptr, "a list holds at most 10,000,000 numbers"},
     {ParseFaultKind::kNone, FindAssignment},
     {ParseFaultKind::kNone, FindUnknownWord},
     {ParseFaultKind::kRightAngleTangent, nullptr, "angles are in degrees, and the tangent of 90 has no value"},
@@ -92,7 +90,7 @@ constexpr MistakeRow kMistakes[] = {
 };
 
 Mistake FindMistake(FailedText const &failed) {
-    bool const isLong = CountNamed(failed.typed) > kMostToReadAgain;
+    bool const isLong = MayNameMany(failed.typed);
     for (MistakeRow const &row : kMistakes) {
         bool const fits = row.fault == ParseFaultKind::kNone || row.fault == failed.Fault();
         if (!fits || (row.readsAgain && isLong))

@@ -3,7 +3,6 @@
 #include "apps/zvi/common/Characters.h"
 #include "apps/zvi/common/Joined.h"
 #include "apps/zvi/common/WideText.h"
-#include "apps/zvi/eval/hints/TypedRange.h"
 
 #include <algorithm>
 #include <cmath>
@@ -33,42 +32,30 @@ std::string InParentheses(std::string const &operand) {
     return operand.starts_with("(") ? operand : Joined("(", operand, ")");
 }
 
-/// A small power as a product; empty for others.
-std::string Product(std::string const &base, double exponent) {
-    constexpr double kMostFactors = 3.0;
-    if (exponent < 1.0 || exponent > kMostFactors)
-        return {};
-    std::string product = base;
-    for (int i = 1; i < static_cast<int>(exponent); ++i)
-        product += Joined("*", base);
-    return product;
+/// "write 2*2*2 or " for a small power; empty for others.
+std::string AsProduct(std::string const &base, double exponent) {
+    return exponent == 2.0   ? Joined("write ", base, "*", base, " or ")
+           : exponent == 3.0 ? Joined("write ", base, "*", base, "*", base, " or ")
+                             : "";
 }
 
-std::string WholeExponentHint(FailedText const &failed, std::string const &base, double exponent) {
-    if (exponent == 0.0)
+/// What to write for a power whose exponent is no integer above 0, or not written as one; NaN: it has no value.
+std::string ExponentHint(FailedText const &failed, std::string const &base, std::string const &exponent, double value) {
+    bool const isWhole = value == std::trunc(value);
+    if (value == 0.0)
         return "an exponent of 0 is not read, the power is 1";
-    std::string const product = Product(base, std::fabs(exponent));
-    if (exponent < 0.0)
-        return "an exponent must be an integer above 0; " +
-               (product.empty() ? "divide by the power" : Joined("write 1/", InParentheses(product)));
-    if (!ReadsDoubles(failed.settings.mode))
+    if (isWhole && value < 0.0)
+        return "an exponent must be an integer above 0; divide by the power";
+    if (isWhole && !ReadsDoubles(failed.settings.mode))
         return "an exponent must be an integer, written without a point";
-    std::optional<double> const integer = failed.ValueOf(failed.typed, EvalMode::kInteger);
-    bool const isWhole = integer && integer == failed.ValueOf(failed.typed, EvalMode::kGridRel);
-    return Joined("an exponent must be an integer, and the mode ", failed.Mode(), " reads every number as a decimal; ",
-                  product.empty() ? "" : Joined("write ", product, " or "), "use --mode ",
-                  isWhole ? "integer" : "grid-rel");
-}
-
-/// What is wrong with a range; empty when it is none.
-std::string RangeHint(std::wstring const &item) {
-    std::vector<TypedRange> const ranges = TypedRanges(item);
-    if (!ranges.empty() && ranges[0].stepValue == 0)
-        return "a range needs a step that is not 0";
-    if (!ranges.empty() && ranges[0].from < ranges[0].to && !ranges[0].Count())
-        return "a range that rises needs a positive step";
-    bool const isRange = Upper(item).find(L'T') != kNowhere;
-    return isRange ? "a range is FIRSTtoLAST or FIRSTtoLASTbySTEP, its ends plain integers without sign" : "";
+    if (isWhole)
+        return Joined("an exponent must be an integer, and the mode ", failed.Mode(),
+                      " reads every number as a decimal; ", AsProduct(base, value), "use --mode grid-rel");
+    if (value == 0.5)
+        return "an exponent must be an integer; write sqrt" + InParentheses(base);
+    bool const isPlain = exponent.find_first_of("+-") == std::string::npos;
+    return Joined("an exponent must be an integer; write exp(", isPlain ? exponent : InParentheses(exponent), "*ln",
+                  InParentheses(base), ")");
 }
 
 std::string RefusedItemHint(FailedText const &failed, std::wstring const &item) {
@@ -87,7 +74,10 @@ std::string RefusedItemHint(FailedText const &failed, std::wstring const &item) 
         return Joined(Utf8Of(item),
                       item.find(L'/') != kNowhere ? " is a quotient, which is never an integer; " : " is no integer; ",
                       mode, " takes integers, --mode grid-rel any numbers");
-    return RangeHint(item);
+    if (failed.Fault() == ParseFaultKind::kRangeStep)
+        return "a range needs a step that leads from its first number to its last; a single number stands alone";
+    bool const isRange = Upper(item).find(L'T') != kNowhere;
+    return isRange ? "a range is FIRSTtoLAST or FIRSTtoLASTbySTEP, its ends plain integers without sign" : "";
 }
 
 /// The first item beyond those that the mode takes.
@@ -155,14 +145,7 @@ std::optional<Mistake> FindExponent(FailedText const &failed) {
     Span const where = failed.CulpritSpan();
     std::size_t const op = static_cast<std::size_t>(failed.outcome.fault.begin) - 1;
     std::string const base = failed.Typed(failed.SpanOfLine(OperandStart(failed.line, op), op));
-    if (value && *value == std::trunc(*value))
-        return Mistake{where, WholeExponentHint(failed, base, *value)};
-    if (value == 0.5)
-        return Mistake{where, "an exponent must be an integer; write sqrt" + InParentheses(base)};
-    std::string const exponent = failed.Typed(where);
-    bool const plain = exponent.find_first_of("+-") == std::string::npos;
-    return Mistake{where, Joined("an exponent must be an integer; write exp(",
-                                 plain ? exponent : InParentheses(exponent), "*ln", InParentheses(base), ")")};
+    return Mistake{where, ExponentHint(failed, base, failed.Typed(where), value.value_or(std::nan("")))};
 }
 
 std::optional<Mistake> FindItem(FailedText const &failed) {

@@ -4,7 +4,6 @@
 
 #include "apps/zvi/common/Characters.h"
 #include "apps/zvi/eval/hints/FailedText.h"
-#include "apps/zvi/eval/hints/TypedRange.h"
 
 #include <algorithm>
 
@@ -150,22 +149,15 @@ std::wstring RangeWord(Failed const &failed) {
     return Mended(end != kNowhere, failed.typed, dots, end - dots, L"to");
 }
 
+/// A range that does not rise and does not say so: the reading stopped behind it.
 std::wstring FallingRange(Failed const &failed) {
-    for (TypedRange const &range : TypedRanges(failed.typed)) {
-        if (range.from > range.to && range.step.length == 0)
-            return Mended(true, failed.typed, range.span.End(), 0, L"by-1");
-        if (range.from > range.to && failed.typed[range.step.begin] != L'-')
-            return Mended(true, failed.typed, range.step.begin, 0, L"-");
-    }
-    return failed.typed;
-}
-
-std::wstring RangeOfOne(Failed const &failed) {
-    for (TypedRange const &range : TypedRanges(failed.typed)) {
-        if (range.from == range.to)
-            return Mended(true, failed.typed, range.span.begin, range.span.length, std::to_wstring(range.from));
-    }
-    return failed.typed;
+    std::size_t const end = failed.Before() + 1;
+    std::size_t begin = end;
+    while (begin > 0 && IsDigit(failed.At(begin - 1)))
+        --begin;
+    bool const hasStep = begin > 0 && failed.IsAt(begin - 1, L"BbYy");
+    return Mended(failed.Fault() == lib::ParseFaultKind::kRangeStep, failed.typed, hasStep ? begin : end, 0,
+                  hasStep ? L"-" : L"by-1");
 }
 
 std::wstring PolarSign(Failed const &failed) {
@@ -274,8 +266,7 @@ constexpr Repair kRepairs[] = {
          return MendedHere(f.HasUnits() && f.IsHere(L"\"'"), f, f.IsHere(L"\"") ? L"in" : L"*12in");
      }},
     {"a range is written with to", RangeWord},
-    {"a range that falls needs a negative step", FallingRange},
-    {"a range of one number is written as the number", RangeOfOne},
+    {"a range that does not rise needs a negative step", FallingRange},
     {"a product needs its *", TimesSign},
     {"a comma or a blank separates items", [](Failed const &f) { return MendedHere(f.IsHere(L";|"), f, L","); }},
     {"an item is missing in front of the comma",
