@@ -56,8 +56,13 @@
 #include "zvi/drawing/MakeDrawingDomains.h"
 
 #include "zvi/host/CDC.h"
+#include "zvi/host/CFileStatus.h"
+#include "zvi/host/CodePage.h"
 #include "zvi/host/Counter.h"
+#include "zvi/host/Files.h"
 #include "zvi/host/Messages.h"
+#include "zvi/host/Paths.h"
+#include "zvi/host/ReplaceContent.h"
 #include "zvi/host/UserValues.h"
 
 #include "zvi/interface/IUnitCtrl.h"

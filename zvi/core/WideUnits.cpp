@@ -1,21 +1,13 @@
 #include "zvi/core/WideUnits.h"
 
+#include "zvi/base/Surrogates.h"
+
 #include <algorithm>
 #include <iterator>
 
 namespace zvi::lib {
 
 namespace {
-
-/// First character that needs a surrogate pair, and the last one there is.
-constexpr std::uint32_t kFirstBeyondBasicPlane = 0x10000;
-constexpr std::uint32_t kLastCharacter = 0x10FFFF;
-
-/// The two units of a pair hold the upper and the lower ten bits of what lies beyond the basic plane.
-constexpr std::uint32_t kFirstHighSurrogate = 0xD800;
-constexpr std::uint32_t kFirstLowSurrogate = 0xDC00;
-constexpr unsigned int kSurrogateBits = 10;
-constexpr std::uint32_t kSurrogateMask = (1U << kSurrogateBits) - 1;
 
 /// How the letters of a range find their other case.
 enum class CaseRule {
@@ -72,12 +64,11 @@ bool FitsRule(CaseRange const &range, std::uint32_t letter) {
 } // namespace
 
 void AppendUnits(std::wstring &units, std::uint32_t character) {
-    if (character < kFirstBeyondBasicPlane) {
+    if (character < base::kFirstBeyondBasicPlane) {
         units.push_back(static_cast<wchar_t>(character));
-    } else if (character <= kLastCharacter) {
-        std::uint32_t const offset = character - kFirstBeyondBasicPlane;
-        wchar_t const pair[] = {static_cast<wchar_t>(kFirstHighSurrogate + (offset >> kSurrogateBits)),
-                                static_cast<wchar_t>(kFirstLowSurrogate + (offset & kSurrogateMask))};
+    } else if (character <= base::kLastCharacter) {
+        wchar_t const pair[] = {static_cast<wchar_t>(base::HighSurrogate(character)),
+                                static_cast<wchar_t>(base::LowSurrogate(character))};
         units.append(pair, std::size(pair));
     } else {
         units.push_back(kReplacementCharacter);
@@ -85,7 +76,9 @@ void AppendUnits(std::wstring &units, std::uint32_t character) {
 }
 
 void AppendWide(std::wstring &units, std::wstring_view text) {
-    auto const isUnit = [](wchar_t element) { return static_cast<std::uint32_t>(element) < kFirstBeyondBasicPlane; };
+    auto const isUnit = [](wchar_t element) {
+        return static_cast<std::uint32_t>(element) < base::kFirstBeyondBasicPlane;
+    };
     if (std::all_of(text.begin(), text.end(), isUnit)) {
         units.append(text);
         return;

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "zvi/Export.h"
+
+#include <string>
+#include <string_view>
+
+namespace zvi::host {
+
+/// The multi-byte encoding of the system: UTF-8 on POSIX, the active code page on Windows.
+inline constexpr unsigned int kSystemCodePage = 0;
+/// UTF-8 on every host.
+inline constexpr unsigned int kUtf8CodePage = 65001;
+
+/// Whether the host converts texts of that code page. Pages have the numbers that they have on Windows (949, 1252,
+/// 28591, ...) on every host. UTF-16 and UTF-32 are no multi-byte pages.
+ZVI_API bool HasCodePage(unsigned int codePage);
+
+/// A multi-byte text as UTF-16 units, one per element, whatever is in it; a zero stays a zero. What is no character of
+/// the page becomes U+FFFD or the character that the host has for that. Empty for a page that the host does not know.
+ZVI_API std::wstring WideOfMulti(std::string_view text, unsigned int codePage);
+
+/// The same, appended to a text.
+ZVI_API void AppendWideOfMulti(std::wstring &units, std::string_view text, unsigned int codePage);
+
+/// UTF-16 units, one per element, as a multi-byte text. A character that the page lacks becomes the page's default
+/// character, which is '?' in most; in UTF-8 half of a surrogate pair becomes U+FFFD, and so does an element that is no
+/// unit. Empty for a page that the host does not know.
+ZVI_API std::string MultiOfWide(std::wstring_view units, unsigned int codePage);
+
+} // namespace zvi::host

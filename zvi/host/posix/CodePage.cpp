@@ -1,0 +1,271 @@
+#include "zvi/host/CodePage.h"
+
+#include "zvi/base/Utf8Sequence.h"
+
+#include <iconv.h>
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cerrno>
+#include <cstring>
+
+namespace zvi::host {
+
+namespace {
+
+namespace base = lib::base;
+
+constexpr std::uint32_t kReplacement = 0xFFFD;
+
+struct NamedPage {
+    unsigned int number;
+    char const *name;
+};
+
+/// Pages whose converter does not bear the page's number.
+constexpr NamedPage kNamedPages[] = {
+    {708, "ASMO-708"},
+    {936, "GBK"},
+    {949, "UHC"},
+    {950, "BIG5"},
+    {1361, "JOHAB"},
+    {10000, "MACINTOSH"},
+    {10007, "MAC-CYRILLIC"},
+    {10029, "MAC-CENTRALEUROPE"},
+    {10079, "MAC-IS"},
+    {20127, "ASCII"},
+    {20866, "KOI8-R"},
+    {20932, "EUC-JP"},
+    {20936, "GB2312"},
+    {20949, "EUC-KR"},
+    {21866, "KOI8-U"},
+    {28591, "ISO-8859-1"},
+    {28592, "ISO-8859-2"},
+    {28593, "ISO-8859-3"},
+    {28594, "ISO-8859-4"},
+    {28595, "ISO-8859-5"},
+    {28596, "ISO-8859-6"},
+    {28597, "ISO-8859-7"},
+    {28598, "ISO-8859-8"},
+    {28599, "ISO-8859-9"},
+    {28603, "ISO-8859-13"},
+    {28605, "ISO-8859-15"},
+    {38598, "ISO-8859-8"},
+    {50220, "ISO-2022-JP"},
+    {50221, "ISO-2022-JP"},
+    {50222, "ISO-2022-JP"},
+    {50225, "ISO-2022-KR"},
+    {51932, "EUC-JP"},
+    {51936, "GB2312"},
+    {51949, "EUC-KR"},
+    {54936, "GB18030"},
+    {65000, "UTF-7"},
+};
+
+char const *const kUnits = std::endian::native == std::endian::little ? "UTF-16LE" : "UTF-16BE";
+
+bool IsUtf8Page(unsigned int codePage) {
+    return codePage == kSystemCodePage || codePage == kUtf8CodePage;
+}
+
+/// The name by which converters know a page, if they do.
+std::string ConverterName(unsigned int codePage) {
+    for (NamedPage const &page : kNamedPages)
+        if (page.number == codePage)
+            return page.name;
+    std::string const digits = std::to_string(codePage);
+    return "CP" + std::string(digits.size() < 3 ? 3 - digits.size() : 0, '0') + digits;
+}
+
+/// Converts between a code page and units.
+class Converter {
+public:
+    Converter(std::string const &to, std::string const &from) : m_handle(iconv_open(to.c_str(), from.c_str())) {}
+    ~Converter() {
+        if (IsOpen())
+            iconv_close(m_handle);
+    }
+    Converter(Converter const &) = delete;
+    Converter &operator=(Converter const &) = delete;
+
+    bool IsOpen() const { return m_handle != None(); }
+
+    /// Converts as much as goes; `left` shrinks to what remains. Says whether the whole went.
+    bool Run(std::string_view &left, std::string &converted) {
+        for (;;) {
+            std::array<char, 4096> buffer;
+            char *from = const_cast<char *>(left.data()); // which is only read
+            std::size_t count = left.size();
+            char *to = buffer.data();
+            std::size_t room = buffer.size();
+            // Without a text, what brings the page back to its first state.
+            std::size_t const result =
+                iconv(m_handle, left.empty() ? nullptr : &from, left.empty() ? nullptr : &count, &to, &room);
+            int const failure = result == kFailed ? errno : 0;
+            left.remove_prefix(left.size() - count);
+            converted.append(buffer.data(), buffer.size() - room);
+            if (failure == 0)
+                return true;
+            if (failure != E2BIG)
+                return false;
+        }
+    }
+
+private:
+    static constexpr auto kFailed = static_cast<std::size_t>(-1);
+    static iconv_t None() { return reinterpret_cast<iconv_t>(-1); } // what iconv_open gives when it fails
+
+    iconv_t m_handle;
+};
+
+void AppendUnit(std::wstring &units, std::uint32_t unit) {
+    units.push_back(static_cast<wchar_t>(unit));
+}
+
+/// Appends what an iconv to UTF-16 gave.
+void AppendUnitBytes(std::wstring &units, std::string_view bytes) {
+    for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
+        char16_t unit = 0;
+        std::memcpy(&unit, bytes.data() + i, sizeof unit);
+        AppendUnit(units, unit);
+    }
+}
+
+void AppendWideOfPage(std::wstring &units, std::string_view text, unsigned int codePage) {
+    Converter converter(kUnits, ConverterName(codePage));
+    std::string bytes;
+    while (converter.IsOpen() && !text.empty()) {
+        bytes.clear();
+        bool const isWhole = converter.Run(text, bytes);
+        AppendUnitBytes(units, bytes);
+        if (!isWhole && !text.empty()) {
+            AppendUnit(units, kReplacement);
+            text.remove_prefix(1);
+        }
+    }
+}
+
+/// Bytes of ASCII at the start of the text.
+std::size_t AsciiPrefix(std::string_view text) {
+    constexpr std::uint64_t kHighBits = 0x8080808080808080;
+    std::size_t count = 0;
+    for (std::uint64_t eight = 0; text.size() - count >= sizeof eight; count += sizeof eight) {
+        std::memcpy(&eight, text.data() + count, sizeof eight);
+        if (eight & kHighBits)
+            break;
+    }
+    while (count < text.size() && static_cast<unsigned char>(text[count]) < 0x80)
+        ++count;
+    return count;
+}
+
+void AppendWideOfUtf8(std::wstring &units, std::string_view text) {
+    std::size_t used = units.size();
+    units.resize(used + text.size()); // no character takes more units than bytes
+    wchar_t *to = units.data() + used;
+    while (!text.empty()) {
+        std::size_t const plain = AsciiPrefix(text);
+        to = std::copy_n(text.data(), plain, to);
+        text.remove_prefix(plain);
+        if (text.empty())
+            break;
+        std::uint32_t character = 0;
+        std::size_t const length = base::ReadUtf8(text, character);
+        if (length == 0)
+            character = kReplacement;
+        if (character >= base::kFirstBeyondBasicPlane) {
+            *to++ = static_cast<wchar_t>(base::HighSurrogate(character));
+            *to++ = static_cast<wchar_t>(base::LowSurrogate(character));
+        } else {
+            *to++ = static_cast<wchar_t>(character);
+        }
+        text.remove_prefix(std::max<std::size_t>(length, 1));
+    }
+    units.resize(static_cast<std::size_t>(to - units.data()));
+}
+
+/// The character at `at`, which moves to its last unit: a pair is one, half of one is the replacement character.
+std::uint32_t CharacterAt(std::wstring_view units, std::size_t &at) {
+    auto const unit = static_cast<std::uint32_t>(units[at]);
+    if (base::IsHighSurrogate(unit) && at + 1 < units.size() &&
+        base::IsLowSurrogate(static_cast<std::uint32_t>(units[at + 1])))
+        return base::CharacterOf(unit, static_cast<std::uint32_t>(units[++at]));
+    return base::IsCharacter(unit) ? unit : kReplacement;
+}
+
+std::string Utf8OfWide(std::wstring_view units) {
+    std::string text;
+    text.reserve(units.size());
+    for (std::size_t i = 0; i < units.size(); ++i)
+        base::AppendUtf8(text, CharacterAt(units, i));
+    return text;
+}
+
+/// The units as the bytes of well-formed UTF-16.
+std::string UnitBytes(std::wstring_view units) {
+    std::string bytes;
+    bytes.reserve(2 * units.size());
+    auto const append = [&bytes](std::uint32_t value) {
+        auto const unit = static_cast<char16_t>(value);
+        char pair[sizeof unit];
+        std::memcpy(pair, &unit, sizeof unit);
+        bytes.append(pair, sizeof unit);
+    };
+    for (std::size_t i = 0; i < units.size(); ++i) {
+        std::uint32_t const character = CharacterAt(units, i);
+        if (character >= base::kFirstBeyondBasicPlane)
+            append(base::HighSurrogate(character));
+        append(character >= base::kFirstBeyondBasicPlane ? base::LowSurrogate(character) : character);
+    }
+    return bytes;
+}
+
+/// Bytes of the character at the start of well-formed UTF-16.
+std::size_t UnitBytesOfFirst(std::string_view bytes) {
+    char16_t unit = 0;
+    std::memcpy(&unit, bytes.data(), sizeof unit);
+    return base::IsHighSurrogate(unit) ? 2 * sizeof unit : sizeof unit;
+}
+
+std::string PageOfWide(std::wstring_view units, unsigned int codePage) {
+    Converter converter(ConverterName(codePage), kUnits);
+    std::string text;
+    if (!converter.IsOpen())
+        return text;
+    std::string const bytes = UnitBytes(units);
+    std::string const question = UnitBytes(L"?");
+    std::string_view left = bytes;
+    while (!left.empty() && !converter.Run(left, text)) {
+        std::string_view inItsPlace = question;
+        converter.Run(inItsPlace, text);
+        left.remove_prefix(UnitBytesOfFirst(left));
+    }
+    converter.Run(left, text);
+    return text;
+}
+
+} // namespace
+
+bool HasCodePage(unsigned int codePage) {
+    return IsUtf8Page(codePage) || Converter(kUnits, ConverterName(codePage)).IsOpen();
+}
+
+std::wstring WideOfMulti(std::string_view text, unsigned int codePage) {
+    std::wstring units;
+    AppendWideOfMulti(units, text, codePage);
+    return units;
+}
+
+void AppendWideOfMulti(std::wstring &units, std::string_view text, unsigned int codePage) {
+    if (IsUtf8Page(codePage))
+        AppendWideOfUtf8(units, text);
+    else
+        AppendWideOfPage(units, text, codePage);
+}
+
+std::string MultiOfWide(std::wstring_view units, unsigned int codePage) {
+    return IsUtf8Page(codePage) ? Utf8OfWide(units) : PageOfWide(units, codePage);
+}
+
+} // namespace zvi::host

@@ -1,0 +1,52 @@
+#include "zvi/host/CodePage.h"
+
+#include "zvi/host/windows/WindowsHeader.h"
+
+#include <limits>
+
+namespace zvi::host {
+
+namespace {
+
+/// What the host's functions take at once.
+constexpr auto kLargestText = static_cast<std::size_t>(std::numeric_limits<int>::max());
+
+} // namespace
+
+bool HasCodePage(unsigned int codePage) {
+    return ::MultiByteToWideChar(codePage, 0, "a", 1, nullptr, 0) > 0;
+}
+
+std::wstring WideOfMulti(std::string_view text, unsigned int codePage) {
+    std::wstring units;
+    AppendWideOfMulti(units, text, codePage);
+    return units;
+}
+
+void AppendWideOfMulti(std::wstring &units, std::string_view text, unsigned int codePage) {
+    if (text.empty() || text.size() > kLargestText)
+        return;
+    auto const size = static_cast<int>(text.size());
+    int const count = ::MultiByteToWideChar(codePage, 0, text.data(), size, nullptr, 0);
+    if (count <= 0)
+        return;
+    std::size_t const before = units.size();
+    units.resize(before + static_cast<std::size_t>(count));
+    int const written = ::MultiByteToWideChar(codePage, 0, text.data(), size, units.data() + before, count);
+    units.resize(before + static_cast<std::size_t>(written > 0 ? written : 0));
+}
+
+std::string MultiOfWide(std::wstring_view units, unsigned int codePage) {
+    if (units.empty() || units.size() > kLargestText)
+        return {};
+    auto const size = static_cast<int>(units.size());
+    int const count = ::WideCharToMultiByte(codePage, 0, units.data(), size, nullptr, 0, nullptr, nullptr);
+    if (count <= 0)
+        return {};
+    std::string text(static_cast<std::size_t>(count), '\0');
+    int const written = ::WideCharToMultiByte(codePage, 0, units.data(), size, text.data(), count, nullptr, nullptr);
+    text.resize(static_cast<std::size_t>(written > 0 ? written : 0));
+    return text;
+}
+
+} // namespace zvi::host
