@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
 #include <functional>
 #include <limits>
 #include <list>
@@ -16,6 +17,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <system_error>
 #include <unordered_map>
 #include <vector>
 

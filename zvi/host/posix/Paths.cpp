@@ -2,14 +2,10 @@
 
 #include "zvi/base/Utf8Sequence.h"
 #include "zvi/host/DriveRootsDetail.h"
-
-#include <pwd.h>
-#include <unistd.h>
+#include "zvi/host/posix/UserFolders.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <fstream>
-#include <vector>
 
 namespace zvi::host {
 
@@ -52,23 +48,6 @@ void AppendUnits(std::wstring &units, std::uint32_t character) {
     units += static_cast<wchar_t>(character);
 }
 
-std::string Variable(char const *name) {
-    char const *const value = std::getenv(name);
-    return value ? value : "";
-}
-
-/// The user's home folder: what the environment says, else the user database; empty when neither does.
-std::string HomeFolder() {
-    std::string home = Variable("HOME");
-    if (home.starts_with('/'))
-        return home;
-    std::vector<char> buffer(1 << 14);
-    passwd record{};
-    passwd *found = nullptr;
-    bool const isKnown = ::getpwuid_r(::geteuid(), &record, buffer.data(), buffer.size(), &found) == 0 && found;
-    return isKnown && record.pw_dir ? record.pw_dir : "";
-}
-
 /// A value as shells quote it, backslashes in front of characters that stand for themselves.
 std::string Unquoted(std::string_view value) {
     std::string text;
@@ -107,10 +86,7 @@ std::string DocumentsOfLine(std::string_view line, std::string const &home) {
 
 /// The documents folder that the user has chosen; empty when there is no choice. The last line that makes one counts.
 std::string ChosenDocuments(std::string const &home) {
-    std::string configuration = Variable("XDG_CONFIG_HOME");
-    if (!configuration.starts_with('/'))
-        configuration = home + "/.config";
-    std::ifstream file(configuration + "/user-dirs.dirs");
+    std::ifstream file(ConfigurationFolder() / "user-dirs.dirs");
     std::string chosen;
     for (std::string line; std::getline(file, line);) {
         std::string folder = DocumentsOfLine(line, home);
@@ -161,7 +137,7 @@ std::wstring ModulePath() {
 }
 
 std::wstring DocumentsFolder() {
-    std::string const home = HomeFolder();
+    std::string const home = HomeFolder().native();
     std::error_code failure;
     if (!fs::is_directory(home, failure))
         return {};

@@ -1,10 +1,6 @@
 #include "zvi/host/Messages.h"
 
-#define WIN32_LEAN_AND_MEAN
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#include <windows.h>
+#include "zvi/host/windows/WindowsHeader.h"
 
 namespace zvi::host {
 
