@@ -103,5 +103,6 @@
 #include "zvi/spatial/MQuadTree.h"
 
 #include "zvi/units/MUnitCtrl.h"
+#include "zvi/units/UnitKinds.h"
 #include "zvi/units/UnitRecords.h"
 #include "zvi/units/UnitTables.h"

@@ -4,7 +4,7 @@
 
 namespace zvi::app {
 
-/// The quantity kind of this number; throws UsageError unless it is 1 to 128.
+/// The quantity kind of this number or name; throws UsageError unless there is one, of 1 to 128.
 int UnitKindNamed(std::string const &text);
 
 /// The unit system of this number; throws UsageError unless it is 0 to 5.

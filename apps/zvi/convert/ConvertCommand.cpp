@@ -9,12 +9,13 @@
 #include "apps/zvi/common/UnitNumbers.h"
 #include "apps/zvi/common/WideText.h"
 #include "apps/zvi/common/typed/Evaluate.h"
+#include "apps/zvi/convert/Conversion.h"
 #include "apps/zvi/eval/hints/Diagnose.h"
-#include "apps/zvi/units/UnitCatalogue.h"
+
+#include "zvi/units/UnitKinds.h"
 
 #include <nlohmann/json.hpp>
 
-#include <algorithm>
 #include <cmath>
 
 namespace zvi::app {
@@ -28,13 +29,16 @@ constexpr char const *kExamples = "Examples:\n"
                                   "  zvi convert --json 20 MPa kips/in^2        everything as JSON\n";
 
 constexpr char const *kFooter =
-    "FROM and TO are labels as 'zvi units' lists them, with any of the base units: kgf tonf N kN lbf kips;\n"
-    "mm cm m in ft um; sec min hr day; cal kcal J Btu kJ. Also Pa kPa MPa psi ksi, s and h.\n"
+    "FROM and TO are products of units: km m cm mm um in ft yd mile; t ton kg g lbm lb slug; N kN MN kgf tonf tf lbf\n"
+    "kips; Pa hPa kPa MPa GPa bar mbar atm psi ksi psf ksf pcf; J kJ MJ kWh cal kcal Btu W kW MW hp; sec ms min hr "
+    "day\n"
+    "Hz kHz rpm Gal; [\u00B0C] K \u00B0F (differences); rad deg rev; L mol A V ohm. s and h are read too, and powers "
+    "as in mm2.\n"
+    "The factor is that of the units' definitions: lbf 4.4482216152605 N, Btu 1055.05585262 J, cal 4.1868 J. Where "
+    "the\n"
+    "library's own factor of the kind of quantity gives another number, a note tells it.\n"
     "\n"
     "Exit status: 0 done; 1 a label or the value cannot be read; 2 wrong usage; 4 a fault of the program.\n";
-
-/// Digits of a result for people: the factors bear no more.
-constexpr int kShownDigits = 15;
 
 struct ConvertOptions {
     std::string value;
@@ -55,7 +59,7 @@ ConvertOptions Parse(std::vector<std::string> const &arguments) {
     app.add_option("VALUE", shown, "A number or an expression")->type_name("")->expected(1);
     app.add_option("FROM", shown, "The unit label of the value")->type_name("")->expected(1);
     app.add_option("TO", shown, "The unit label to convert to")->type_name("")->expected(1);
-    app.add_option("--kind", kind, "The kind of quantity, where the labels belong to several")->type_name("K");
+    app.add_option("--kind", kind, "A kind of quantity that must have both labels: its number or name")->type_name("K");
     app.add_flag("--json", options.json, "One JSON object");
     ParsedWords parsed = ParseCommandLine(app, arguments, {kExamples, kFooter});
     options.help = parsed.help;
@@ -89,35 +93,18 @@ double ReadValue(std::string const &text) {
     return outcome.groups[0][0];
 }
 
-bool Agree(double a, double b) {
-    // The same factor by another order of operations.
-    constexpr double kRelative = 1e-14;
-    return a == b || std::fabs(a - b) <= kRelative * std::max(std::fabs(a), std::fabs(b));
-}
-
-[[noreturn]] void RefuseAmbiguity(std::vector<UnitConversion> const &conversions) {
-    std::string text = "the labels belong to several kinds of quantity that differ; choose one with --kind:";
-    for (UnitConversion const &conversion : conversions)
-        text += Joined("\n  --kind ", std::to_string(conversion.from.kind), ": ",
-                       ShortNumber(conversion.value, kShownDigits), " ", conversion.to.label);
-    throw InputError(0, text);
-}
-
-std::string ConversionJson(double value, std::vector<UnitConversion> const &conversions) {
-    UnitConversion const &first = conversions.front();
+std::string ConversionJson(double value, Conversion const &conversion, std::vector<std::string> const &notes) {
     nlohmann::ordered_json kinds = nlohmann::ordered_json::array();
-    for (UnitConversion const &conversion : conversions)
-        kinds.push_back(conversion.from.kind);
-    nlohmann::ordered_json json = {{"schema", 1},
-                                   {"value", value},
-                                   {"from", first.from.label},
-                                   {"to", first.to.label},
-                                   {"result", first.value},
-                                   {"fromFactor", first.from.factor},
-                                   {"toFactor", first.to.factor},
-                                   {"kinds", kinds}};
-    json["ignoredBase"] =
-        first.ignoredBase.empty() ? nlohmann::ordered_json() : nlohmann::ordered_json(first.ignoredBase);
+    for (KindFactor const &kind : conversion.kinds)
+        kinds.push_back({{"kind", kind.kind}, {"name", lib::GetUnitKindName(kind.kind)}, {"factor", kind.factor}});
+    nlohmann::ordered_json const json = {{"schema", 2},
+                                         {"value", value},
+                                         {"from", conversion.from},
+                                         {"to", conversion.to},
+                                         {"result", conversion.Apply(value)},
+                                         {"factor", conversion.Apply(1.0)},
+                                         {"kinds", kinds},
+                                         {"notes", notes}};
     return json.dump() + "\n";
 }
 
@@ -128,19 +115,15 @@ int RunConvert(std::vector<std::string> const &arguments, Console &console) {
     if (!options.help.empty())
         return WriteResult(console, options.help);
     double const value = ReadValue(options.value);
-    UnitCatalogue const catalogue;
-    std::vector<UnitConversion> const conversions =
-        FindConversions(catalogue, value, options.from, options.to, options.kind);
-    UnitConversion const &first = conversions.front();
-    if (!std::all_of(conversions.begin(), conversions.end(),
-                     [&first](UnitConversion const &other) { return Agree(first.value, other.value); }))
-        RefuseAmbiguity(conversions);
-    if (!first.ignoredBase.empty())
-        console.err << "zvi: note: the factor of kind " << first.from.kind << " does not follow the unit of "
-                    << first.ignoredBase << "\n";
-    return WriteResult(console, options.json
-                                    ? ConversionJson(value, conversions)
-                                    : Joined(ShortNumber(first.value, kShownDigits), " ", first.to.label, "\n"));
+    Conversion const conversion = FindConversion(UnitCatalogue(), options.from, options.to, options.kind);
+    double const result = conversion.Apply(value);
+    if (!std::isfinite(result))
+        throw InputError(0, Joined("the result is too large for a number: ", options.value, " ", conversion.from));
+    std::vector<std::string> const notes = conversion.Notes(value);
+    for (std::string const &note : notes)
+        console.err << "zvi: note: " << note << "\n";
+    return WriteResult(console, options.json ? ConversionJson(value, conversion, notes)
+                                             : Joined(ShortNumber(result, kShownDigits), " ", conversion.to, "\n"));
 }
 
 } // namespace zvi::app

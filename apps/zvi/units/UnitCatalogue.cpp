@@ -1,7 +1,5 @@
 #include "apps/zvi/units/UnitCatalogue.h"
 
-#include "apps/zvi/common/Failure.h"
-#include "apps/zvi/common/NearestName.h"
 #include "apps/zvi/common/Text.h"
 #include "apps/zvi/common/WideText.h"
 
@@ -72,51 +70,13 @@ std::string WithoutStars(std::string label) {
     return label;
 }
 
-struct BaseOfIndex {
-    char const *name;
-    std::int32_t lib::T_UNIT_INDEX::*index;
-};
-
-constexpr BaseOfIndex kBases[] = {
-    {"force", &lib::T_UNIT_INDEX::force},
-    {"length", &lib::T_UNIT_INDEX::length},
-    {"time", &lib::T_UNIT_INDEX::time},
-    {"heat", &lib::T_UNIT_INDEX::heat},
-};
-
-/// A base in which the labels differ and which has no part in the factor.
-std::string IgnoredBase(UnitCatalogue const &catalogue, UnitLabel const &from, UnitLabel const &to) {
-    for (BaseOfIndex const &base : kBases) {
-        lib::T_UNIT_INDEX changed = from.index;
-        changed.*base.index = to.index.*base.index;
-        changed.mass = changed.force;
-        bool const differs = changed.*base.index != from.index.*base.index;
-        if (differs && catalogue.Factor(from.kind, changed) == catalogue.Factor(from.kind, from.index))
-            return base.name;
+/// Whether `typed` has a capital M where the label has a small one, blanks and "*" left out of both.
+bool MakesSmallM(std::string const &label, std::string const &typed) {
+    for (std::size_t i = 0; i < label.size(); ++i) {
+        if (typed[i] == 'M' && label[i] == 'm' && i + 1 < typed.size() && typed[i + 1] != '^')
+            return true;
     }
-    return {};
-}
-
-std::vector<int> KindsOf(std::vector<UnitLabel> const &labels) {
-    std::vector<int> kinds;
-    kinds.reserve(labels.size());
-    for (UnitLabel const &label : labels)
-        kinds.push_back(label.kind);
-    return kinds;
-}
-
-[[noreturn]] void RefuseLabel(UnitCatalogue const &catalogue, std::string const &typed, std::vector<int> const &kinds) {
-    std::string nearest = catalogue.Nearest(typed, kinds);
-    nearest = nearest.empty() ? catalogue.Nearest(typed, {}) : nearest;
-    throw InputError(0, "unknown unit label '" + typed + "'; " +
-                            (nearest.empty() ? "'zvi units' lists the labels" : "did you mean '" + nearest + "'?"));
-}
-
-std::string KindList(std::vector<int> const &kinds) {
-    std::string text = kinds.size() == 1 ? "kind " : "kinds ";
-    for (std::size_t i = 0; i < kinds.size(); ++i)
-        text += (i == 0 ? "" : ", ") + std::to_string(kinds[i]);
-    return text;
+    return false;
 }
 
 } // namespace
@@ -132,78 +92,35 @@ std::string PlainLabel(std::string const &label) {
     return WithPlainWords(plain);
 }
 
-UnitCatalogue::UnitCatalogue() : m_units(nullptr) {
-    m_units.Initialize(0);
+UnitCatalogue::UnitCatalogue() {
     for (lib::UnitLabel const &label : lib::ListUnitLabels()) {
         m_labels.push_back({label.kind, Utf8Of(label.label), label.index, label.factor});
         m_plain.push_back(PlainLabel(m_labels.back().label));
     }
 }
 
-double UnitCatalogue::Factor(int kind, lib::T_UNIT_INDEX const &index) const {
-    return m_units.GetConvertFactorTgtUnit(index.force, index.length, index.force, index.heat, index.time, kind);
-}
-
 std::vector<UnitLabel> UnitCatalogue::Find(std::string const &typed) const {
     std::string const wanted = PlainLabel(typed);
-    std::string const joined = WithoutStars(wanted);
     std::vector<UnitLabel> found;
-    std::vector<UnitLabel> near;
+    for (std::size_t i = 0; i < m_labels.size(); ++i) {
+        if (m_plain[i] == wanted)
+            found.push_back(m_labels[i]);
+    }
+    return found;
+}
+
+std::vector<UnitLabel> UnitCatalogue::FindLoosely(std::string const &typed) const {
+    std::string const wanted = WithoutStars(PlainLabel(typed));
+    std::vector<UnitLabel> found;
     std::set<std::string> spellings;
     for (std::size_t i = 0; i < m_labels.size(); ++i) {
-        if (m_plain[i] == wanted) {
+        std::string const plain = WithoutStars(m_plain[i]);
+        if (SameNoCase(plain, wanted) && !MakesSmallM(plain, wanted)) {
             found.push_back(m_labels[i]);
-        } else if (SameNoCase(WithoutStars(m_plain[i]), joined)) {
-            near.push_back(m_labels[i]);
             spellings.insert(m_plain[i]);
         }
     }
-    return found.empty() && spellings.size() == 1 ? near : found;
-}
-
-std::string UnitCatalogue::Nearest(std::string const &typed, std::vector<int> const &kinds) const {
-    std::string const wanted = Lowered(PlainLabel(typed));
-    std::vector<std::string> candidates;
-    std::vector<std::size_t> places;
-    for (std::size_t i = 0; i < m_labels.size(); ++i) {
-        if (kinds.empty() || std::find(kinds.begin(), kinds.end(), m_labels[i].kind) != kinds.end()) {
-            candidates.push_back(Lowered(m_plain[i]));
-            places.push_back(i);
-        }
-    }
-    std::string const nearest = NearestName(wanted, candidates);
-    auto const found = std::find(candidates.begin(), candidates.end(), nearest);
-    return nearest.empty() ? "" : m_labels[places[static_cast<std::size_t>(found - candidates.begin())]].label;
-}
-
-std::vector<UnitConversion> FindConversions(UnitCatalogue const &catalogue, double value, std::string const &from,
-                                            std::string const &to, std::optional<int> kind) {
-    std::vector<UnitLabel> const sources = catalogue.Find(from);
-    if (sources.empty())
-        RefuseLabel(catalogue, from, {});
-    std::vector<UnitLabel> const targets = catalogue.Find(to);
-    if (targets.empty())
-        RefuseLabel(catalogue, to, KindsOf(sources));
-    std::vector<UnitConversion> conversions;
-    for (UnitLabel const &source : sources) {
-        for (UnitLabel const &target : targets) {
-            if (source.kind == target.kind && source.kind == kind.value_or(source.kind)) {
-                double const moved = source.factor == target.factor ? value : value * source.factor / target.factor;
-                conversions.push_back({source, target, moved, IgnoredBase(catalogue, source, target)});
-            }
-        }
-    }
-    // A kind whose factor does not follow a unit that its labels show is for those who ask for it.
-    auto const follows = [](UnitConversion const &conversion) { return conversion.ignoredBase.empty(); };
-    if (!kind && std::any_of(conversions.begin(), conversions.end(), follows))
-        std::erase_if(conversions, [follows](UnitConversion const &conversion) { return !follows(conversion); });
-    if (conversions.empty() && kind)
-        throw InputError(0, "kind " + std::to_string(*kind) + " has no labels '" + from + "' and '" + to +
-                                "'; 'zvi units --kind " + std::to_string(*kind) + "' lists its labels");
-    if (conversions.empty())
-        throw InputError(0, "'" + from + "' (" + KindList(KindsOf(sources)) + ") and '" + to + "' (" +
-                                KindList(KindsOf(targets)) + ") are labels of different kinds of quantity");
-    return conversions;
+    return spellings.size() == 1 ? found : std::vector<UnitLabel>{};
 }
 
 } // namespace zvi::app

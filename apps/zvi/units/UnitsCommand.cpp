@@ -5,9 +5,13 @@
 #include "apps/zvi/common/Failure.h"
 #include "apps/zvi/common/Joined.h"
 #include "apps/zvi/common/NumberText.h"
+#include "apps/zvi/common/Text.h"
 #include "apps/zvi/common/UnitNumbers.h"
 #include "apps/zvi/common/WideText.h"
 #include "apps/zvi/units/UnitCatalogue.h"
+
+#include "zvi/units/MUnitCtrl.h"
+#include "zvi/units/UnitKinds.h"
 
 #include <nlohmann/json.hpp>
 
@@ -21,7 +25,8 @@ constexpr char const *kExamples =
     "Examples:\n"
     "  zvi units                                  the kinds of quantity, in N mm kg sec J\n"
     "  zvi units --system 4                       in kgf cm kg sec J\n"
-    "  zvi units --kind 17                        every label of one kind\n"
+    "  zvi units heat                             those whose name or label holds a word\n"
+    "  zvi units --kind stress                    every label of one kind, by name or number\n"
     "  zvi units --kind 17 --system 1 --json      as JSON\n";
 
 constexpr char const *kFooter =
@@ -33,6 +38,7 @@ constexpr char const *kFooter =
 struct UnitsOptions {
     std::optional<int> system;
     std::optional<int> kind;
+    std::string word; ///< in the name or label
     bool json = false;
     std::string help;
 };
@@ -41,18 +47,21 @@ UnitsOptions Parse(std::vector<std::string> const &arguments) {
     UnitsOptions options;
     std::optional<std::string> system;
     std::optional<std::string> kind;
+    std::vector<std::string> shown;
     CLI::App app("Lists the kinds of quantity with their unit labels and factors.");
     app.name("zvi units");
     app.set_help_flag("-h,--help", "This text");
     app.add_option("--system", system, "Unit system, 0 to 5 (0)")->type_name("N");
-    app.add_option("--kind", kind, "This kind alone; without --system in every choice of units")->type_name("K");
+    app.add_option("--kind", kind, "This kind alone, by name or number; without --system in every choice of units")
+        ->type_name("K");
+    app.add_option("WORD", shown, "Only kinds whose name or label holds this")->type_name("");
     app.add_flag("--json", options.json, "One JSON object");
     ParsedWords const parsed = ParseCommandLine(app, arguments, {kExamples, kFooter, false});
     options.help = parsed.help;
     if (!options.help.empty())
         return options;
-    if (!parsed.words.empty())
-        throw UsageError("unexpected '" + parsed.words[0] + "'; a system is given by --system N, a kind by --kind K");
+    for (std::string const &word : parsed.words)
+        options.word += (options.word.empty() ? "" : " ") + word;
     options.system = system ? std::optional(UnitSystemNamed(*system)) : std::nullopt;
     options.kind = kind ? std::optional(UnitKindNamed(*kind)) : std::nullopt;
     return options;
@@ -99,6 +108,12 @@ std::vector<Row> RowsOfKind(int kind) {
     return rows;
 }
 
+/// Whether the word stands in the name of the kind, in any case of letters, or in the label; an empty one does.
+bool Holds(Row const &row, std::string const &word) {
+    std::string const name = lib::GetUnitKindName(row.kind);
+    return name.find(Lowered(word)) != std::string::npos || row.label.find(word) != std::string::npos;
+}
+
 /// The base units as pairs of base and name.
 std::vector<std::pair<char const *, std::string>> BaseUnits(lib::MUnitCtrl const &units) {
     lib::T_UNIT_NAMEFACT names;
@@ -112,16 +127,21 @@ std::vector<std::pair<char const *, std::string>> BaseUnits(lib::MUnitCtrl const
             {"heat", Utf8Of(names.heatName[index.heat])}};
 }
 
+/// Columns of a factor of 15 digits, its sign, point and exponent, and a gap.
+constexpr std::size_t kFactorColumns = 22;
+
 std::string Table(std::vector<Row> const &rows) {
     std::size_t widest = std::string_view("label").size();
     for (Row const &row : rows)
         widest = std::max(widest, Columns(row.label));
-    std::string text = Joined("kind  label", std::string(widest - 5 + 2, ' '), "factor\n");
+    std::string text = Joined("kind  label", std::string(widest - 5 + 2, ' '), "factor                name\n");
     for (Row const &row : rows) {
         std::string const kind = std::to_string(row.kind);
         std::string const label = row.label.empty() ? "-" : row.label;
-        text += Joined(std::string(4 - kind.size(), ' '), kind, "  ", label,
-                       std::string(widest - Columns(label) + 2, ' '), ShortNumber(row.factor, 15), "\n");
+        std::string const factor = ShortNumber(row.factor, 15);
+        text +=
+            Joined(std::string(4 - kind.size(), ' '), kind, "  ", label, std::string(widest - Columns(label) + 2, ' '),
+                   factor, std::string(kFactorColumns - factor.size(), ' '), lib::GetUnitKindName(row.kind), "\n");
     }
     return text;
 }
@@ -129,7 +149,7 @@ std::string Table(std::vector<Row> const &rows) {
 nlohmann::ordered_json JsonRows(std::vector<Row> const &rows) {
     nlohmann::ordered_json json = nlohmann::ordered_json::array();
     for (Row const &row : rows) {
-        nlohmann::ordered_json entry = {{"kind", row.kind}};
+        nlohmann::ordered_json entry = {{"kind", row.kind}, {"name", lib::GetUnitKindName(row.kind)}};
         entry["label"] = row.label.empty() ? nlohmann::ordered_json() : nlohmann::ordered_json(row.label);
         entry["factor"] = row.factor;
         json.push_back(std::move(entry));
@@ -140,7 +160,10 @@ nlohmann::ordered_json JsonRows(std::vector<Row> const &rows) {
 std::string SystemText(UnitsOptions const &options) {
     int const system = options.system.value_or(0);
     lib::MUnitCtrl units = SystemOf(system);
-    std::vector<Row> const rows = RowsOfSystem(units, options.kind);
+    std::vector<Row> rows = RowsOfSystem(units, options.kind);
+    std::erase_if(rows, [&options](Row const &row) { return !Holds(row, options.word); });
+    if (rows.empty())
+        throw InputError(0, "no kind has '" + options.word + "' in its name or label; 'zvi units' lists all");
     if (options.json) {
         nlohmann::ordered_json json = {{"schema", 1}, {"system", system}};
         for (auto const &[base, name] : BaseUnits(units))
