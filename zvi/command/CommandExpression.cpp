@@ -35,11 +35,8 @@ constexpr std::int16_t Small(int number) {
     return static_cast<std::int16_t>(number);
 }
 
-/// Integers wrap around at 32 bits.
-std::int32_t WrappingInteger(int token, std::int32_t a, std::int32_t b) {
-    auto const x = static_cast<std::uint32_t>(a);
-    auto const y = static_cast<std::uint32_t>(b);
-    return static_cast<std::int32_t>(token == '+' ? x + y : token == '-' ? x - y : x * y);
+std::int64_t ExactInteger(int token, std::int64_t a, std::int64_t b) {
+    return token == '+' ? a + b : token == '-' ? a - b : a * b;
 }
 
 /// The product of `exponent` factors, multiplied one by one from 1.0. A product that no further factor changes ends
@@ -142,7 +139,7 @@ bool CommandGrammar::Reduce() {
     Operator const op = m_operators.Pop();
     ParseNumber const b = m_values.Pop();
     if (op.token == kNegate) {
-        m_values.Push(b.kind == kParseInteger ? ParseNumber::Integer(WrappingInteger('-', 0, b.integer))
+        m_values.Push(b.kind == kParseInteger ? ParseNumber::Integer(InRange(-std::int64_t{b.integer}, op.begin))
                                               : ParseNumber::Double(-b.real));
         return true;
     }
@@ -161,16 +158,17 @@ bool CommandGrammar::Binary(Operator const &op, ParseNumber const &a, ParseNumbe
     if (token == '/') {
         if (b.AsDouble() == 0.0)
             return FailAt(ParseFaultKind::kZeroDivisor, op.begin + 1, m_lexer.TokenStart());
-        result = ParseNumber::Double(a.AsDouble() / b.AsDouble(), kParseComputed);
+        result = ParseNumber::Double(Finite(a.AsDouble() / b.AsDouble(), op.begin), kParseComputed);
         return true;
     }
     if (a.kind == kParseInteger && b.kind == kParseInteger) {
-        result = ParseNumber::Integer(WrappingInteger(token, a.integer, b.integer), kParseComputed);
+        result = ParseNumber::Integer(InRange(ExactInteger(token, a.integer, b.integer), op.begin), kParseComputed);
         return true;
     }
     double const x = a.AsDouble();
     double const y = b.AsDouble();
-    result = ParseNumber::Double(token == '+' ? x + y : token == '-' ? x - y : x * y, kParseComputed);
+    double const value = token == '+' ? x + y : token == '-' ? x - y : x * y;
+    result = ParseNumber::Double(Finite(value, op.begin), kParseComputed);
     return true;
 }
 
@@ -179,7 +177,7 @@ bool CommandGrammar::Power(Operator const &op, ParseNumber const &base, ParseNum
                            ParseNumber &result) {
     if (exponent.kind != kParseInteger || exponent.integer == 0)
         return FailAt(ParseFaultKind::kExponent, op.begin + 1, m_lexer.TokenStart());
-    result = ParseNumber::Double(Product(base.AsDouble(), exponent.integer), kParseComputed);
+    result = ParseNumber::Double(Finite(Product(base.AsDouble(), exponent.integer), op.begin), kParseComputed);
     return true;
 }
 
@@ -197,7 +195,7 @@ bool CommandGrammar::CloseParenthesis() {
     double const x = value.AsDouble();
     if (ParseFaultKind const fault = FunctionFault(*function, x); fault != ParseFaultKind::kNone)
         return FailAt(fault, open.begin, m_lexer.TokenStart());
-    value = ParseNumber::Double(function->function(x), kParseComputed);
+    value = ParseNumber::Double(Finite(function->function(x), open.begin), kParseComputed);
     return true;
 }
 

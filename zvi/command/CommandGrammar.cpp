@@ -30,6 +30,12 @@ std::int32_t Truncated(ParseNumber const &value) {
     return whole >= -2147483648.0 && whole <= 2147483647.0 ? static_cast<std::int32_t>(whole) : INT32_MIN;
 }
 
+/// The same in 64 bits, where what does not fit 32 stays beyond them.
+std::int64_t Truncated64(double value) {
+    constexpr double kBeyond = 4294967296.0;
+    return static_cast<std::int64_t>(value > -kBeyond && value < kBeyond ? value : kBeyond);
+}
+
 std::int32_t WrappingSum(std::int32_t a, std::int32_t b) {
     return static_cast<std::int32_t>(static_cast<std::uint32_t>(a) + static_cast<std::uint32_t>(b));
 }
@@ -80,6 +86,26 @@ bool CommandGrammar::FailAt(ParseFaultKind kind, int begin, int end) {
         m_parser.Report(text);
     m_parser.Report(kAnyFaultText);
     return false;
+}
+
+/// The first one counts.
+void CommandGrammar::NoteOverflow(ParseFaultKind kind, int begin, int end) {
+    if (m_parser.m_overflow.kind == ParseFaultKind::kNone)
+        m_parser.m_overflow = {kind, begin, end, m_lexer.TokenStart()};
+}
+
+/// The value of what began at `begin` and ends in front of the token at hand.
+double CommandGrammar::Finite(double value, int begin) {
+    if (!std::isfinite(value))
+        NoteOverflow(ParseFaultKind::kNotFinite, begin, m_lexer.TokenStart());
+    return value;
+}
+
+/// The low 32 bits of an integer, the same way.
+std::int32_t CommandGrammar::InRange(std::int64_t value, int begin) {
+    if (value < INT32_MIN || value > INT32_MAX)
+        NoteOverflow(ParseFaultKind::kIntegerOverflow, begin, m_lexer.TokenStart());
+    return static_cast<std::int32_t>(static_cast<std::uint32_t>(value));
 }
 
 bool CommandGrammar::Start() {
@@ -212,8 +238,11 @@ bool CommandGrammar::NumberInput() {
 
 bool CommandGrammar::IntegerInput() {
     ParseNumber value = ParseNumber::Integer(0);
+    int const begin = m_lexer.TokenStart();
     if (!AtEnd() && !Expression(value))
         return false;
+    if (value.kind != kParseInteger)
+        InRange(Truncated64(value.real), begin);
     m_result.AddInteger(Truncated(value));
     return true;
 }
@@ -515,6 +544,9 @@ bool CommandGrammar::Number(ParseNumber &value) {
     if (!m_lexer.Number())
         return Fail(ParseFaultKind::kTooManyNumbers);
     value = *m_lexer.Number();
+    if (m_lexer.IsNumberTooLarge())
+        NoteOverflow(value.kind == kParseInteger ? ParseFaultKind::kIntegerOverflow : ParseFaultKind::kNotFinite,
+                     m_lexer.TokenStart(), m_lexer.TokenEnd());
     Advance();
     return true;
 }

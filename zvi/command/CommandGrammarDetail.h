@@ -106,6 +106,9 @@ private:
     bool Unexpected();
     bool Fail(ParseFaultKind kind);
     bool FailAt(ParseFaultKind kind, int begin, int end);
+    void NoteOverflow(ParseFaultKind kind, int begin, int end);
+    double Finite(double value, int begin);
+    std::int32_t InRange(std::int64_t value, int begin);
 
     Parser &m_parser;
     lexer1 &m_lexer;

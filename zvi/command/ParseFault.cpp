@@ -6,6 +6,8 @@ char const *ParseFaultText(ParseFaultKind kind) {
     switch (kind) {
     case ParseFaultKind::kNone:
     case ParseFaultKind::kNoCoordinate:
+    case ParseFaultKind::kIntegerOverflow:
+    case ParseFaultKind::kNotFinite:
         return "";
     case ParseFaultKind::kUnexpectedToken:
         return "syntax error";

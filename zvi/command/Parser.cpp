@@ -43,15 +43,17 @@ int Parser::_Parsing(CString const &text) {
     m_gridArguments.RemoveAll();
     m_tableStrings.RemoveAll();
     m_fault = {};
+    m_overflow = {};
     if (!m_lexer.Load(text.GetString(), text.GetLength())) {
         m_fault.kind = ParseFaultKind::kTooLong;
         Report(kAnyFaultText);
         return 0;
     }
-    if (command::CommandGrammar(*this).Parse())
-        return 1;
-    CountFrom(m_fault, 0, text.GetLength());
-    return 0;
+    int const parsed = command::CommandGrammar(*this).Parse();
+    CountFrom(m_overflow, 0, text.GetLength());
+    if (!parsed)
+        CountFrom(m_fault, 0, text.GetLength());
+    return parsed;
 }
 
 /// The start word, a blank, and the normalised text.
@@ -59,8 +61,10 @@ int Parser::ParseAs(int startWord, CString const &text) {
     std::string_view const word = m_symbols.ReservedWordName(startWord);
     CString const line = command::NormalizedLine(word, text);
     int const parsed = _Parsing(line);
+    int const begin = static_cast<int>(word.size()) + 1;
+    CountFrom(m_overflow, begin, line.GetLength());
     if (!parsed)
-        CountFrom(m_fault, static_cast<int>(word.size()) + 1, line.GetLength());
+        CountFrom(m_fault, begin, line.GetLength());
     return parsed;
 }
 

@@ -122,6 +122,10 @@ public:
     /// value what `ReportError` and the standard error stream get to hear as texts.
     ParseFault const &GetFault() const { return m_fault; }
 
+    /// The first place of the last line at which a number went beyond its range: of kind kIntegerOverflow or
+    /// kNotFinite, or kNone. That is no fault; the parse goes on with what is left of the number.
+    ParseFault const &GetOverflow() const { return m_overflow; }
+
     /// The names that the parser knows, and the literals of its last line.
     SymbolTable &GetSymbolTable() { return m_symbols; }
 
@@ -144,6 +148,7 @@ private:
     CArray<int> m_tableIntegers;
     CStringArray m_tableStrings;
     ParseFault m_fault;
+    ParseFault m_overflow;
     lexer1 m_lexer;
 };
 

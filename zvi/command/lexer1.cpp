@@ -159,6 +159,7 @@ int lexer1::ReadWord() {
         return kTokenFunction;
     if (TagSymbolNode const *const variable = m_symbols.FindVariable(word)) {
         m_number = m_symbols.AddNumber(m_overflow && std::isinf(variable->value) ? 0.0 : variable->value);
+        m_isTooLarge = false;
         return kTokenNumber;
     }
     m_name = m_symbols.AddString(word);
@@ -183,6 +184,7 @@ int lexer1::ReadInteger(int end) {
     TagNumberNode *const node = m_allDoubles ? m_symbols.AddNumber(real) : m_symbols.AddNumber();
     if (node && !m_allDoubles)
         node->integer = static_cast<std::int32_t>(std::min(integer, kLargest));
+    m_isTooLarge = m_allDoubles ? m_overflow : integer > kLargest;
     m_number = node;
     return kTokenNumber;
 }
@@ -190,6 +192,7 @@ int lexer1::ReadInteger(int end) {
 int lexer1::ReadReal(int end) {
     m_overflow = false;
     double const value = ToDouble(Text(m_pos, end), m_overflow);
+    m_isTooLarge = m_overflow;
     m_pos = end;
     m_number = m_symbols.AddNumber(value);
     return kTokenNumber;

@@ -32,6 +32,8 @@ public:
 
     /// The value of the last `kTokenNumber`; null when the number limit of the table was reached.
     TagNumberNode const *Number() const { return m_number; }
+    /// Whether the number last read was larger than what it is kept in.
+    bool IsNumberTooLarge() const { return m_isTooLarge; }
     /// The node of the last `kTokenName`.
     TagStringNode const *Name() const { return m_name; }
     /// The node of the last `kTokenFunction`.
@@ -56,6 +58,7 @@ private:
     int m_pos = 0;
     int m_tokenStart = 0;
     bool m_allDoubles = true;
+    bool m_isTooLarge = false; ///< the number last read
     /// The last conversion overflowed. Digits alone deliberately do not clear it first, so an overflow earlier in the
     /// line can be taken for one of their own.
     bool m_overflow = false;

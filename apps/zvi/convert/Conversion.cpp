@@ -128,9 +128,8 @@ double Conversion::Apply(double value) const {
 std::vector<std::string> Conversion::Notes(double value) const {
     std::string const result = ShortNumber(Apply(value), kShownDigits);
     std::map<std::string, std::string> others; // what kinds give, and which
-    bool const isAgreed = std::any_of(kinds.begin(), kinds.end(), [&](KindFactor const &kind) {
-        return Agree(value * kind.factor, Apply(value));
-    });
+    bool const isAgreed = std::any_of(kinds.begin(), kinds.end(),
+                                      [&](KindFactor const &kind) { return Agree(value * kind.factor, Apply(value)); });
     for (KindFactor const &kind : kinds) {
         if (isAgreed)
             break;

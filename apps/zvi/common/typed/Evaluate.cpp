@@ -114,7 +114,8 @@ bool ReadAs(EvalMode mode, QuietParser &parser, CString const &text, EvalOutcome
 /// Traces the place of a failure back to the typed text, over `unitSources` if units were rewritten on the way.
 void TraceFailure(lib::Parser const &parser, CString const &read, CString const &typed,
                   std::vector<int> const *unitSources, EvalOutcome &outcome) {
-    outcome.fault = parser.GetFault();
+    bool const isOverflow = parser.GetFault().kind == lib::ParseFaultKind::kNone;
+    outcome.fault = isOverflow ? parser.GetOverflow() : parser.GetFault();
     outcome.line = lib::NormalizeCommandText(read, outcome.sources);
     if (unitSources) {
         for (int &source : outcome.sources)
@@ -123,6 +124,10 @@ void TraceFailure(lib::Parser const &parser, CString const &read, CString const 
     int const stop = outcome.fault.stop;
     outcome.place =
         stop < outcome.line.GetLength() ? outcome.sources[static_cast<std::size_t>(stop)] : typed.GetLength();
+}
+
+bool IsWithinRange(lib::Parser const &parser) {
+    return parser.GetOverflow().kind == lib::ParseFaultKind::kNone;
 }
 
 bool IsName(std::string_view name) {
@@ -155,8 +160,9 @@ EvalOutcome Evaluate(CString const &text, EvalSettings const &settings) {
         units.Initialize(*settings.unitSystem);
         read = lib::MParser().SetUnitArgTokenString(text, &units, unitSources);
     }
-    // With units a text that leaves nothing to read is none, whereas an empty text without units is 0.
-    outcome.parsed = !(hasUnits && read.IsEmpty()) && ReadAs(settings.mode, parser, read, outcome);
+    // The library reads an empty text as 0 or as an empty list.
+    CString blank = read;
+    outcome.parsed = !blank.Trim().IsEmpty() && ReadAs(settings.mode, parser, read, outcome) && IsWithinRange(parser);
     if (!outcome.parsed) {
         outcome.groups.clear();
         TraceFailure(parser, read, text, hasUnits ? &unitSources : nullptr, outcome);

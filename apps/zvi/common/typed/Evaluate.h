@@ -33,7 +33,8 @@ struct EvalOutcome {
     std::vector<std::vector<double>> groups;
     unsigned int opCode = 0; ///< of a position: 1 relative, 2 relative polar, 3 absolute, 4 and 5 as 1 and 2 after "@@"
 
-    /// After a failure: why, with places in `line`, what the parser read; of kind kNone when there was nothing to read.
+    /// After a failure: why, with places in `line`, what the parser read; of kind kNone when there is nothing in the
+    /// text.
     lib::ParseFault fault;
     CString line;
     /// For each character of `line` the index in the typed text of the one that it comes from.
@@ -42,7 +43,8 @@ struct EvalOutcome {
     int place = 0;
 };
 
-/// Reads `text`. Unit systems outside 0 to 5 count as 0.
+/// Reads `text`. An empty text, and numbers beyond their range (an integer beyond 32 bits, infinity, NaN), are failures
+/// here. Unit systems outside 0 to 5 count as 0.
 EvalOutcome Evaluate(CString const &text, EvalSettings const &settings);
 
 /// Whether the mode can read length units.

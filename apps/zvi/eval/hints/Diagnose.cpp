@@ -80,6 +80,9 @@ constexpr MistakeRow kMistakes[] = {
     {ParseFaultKind::kNone, FindAssignment},
     {ParseFaultKind::kNone, FindUnknownWord},
     {ParseFaultKind::kRightAngleTangent, nullptr, "angles are in degrees, and the tangent of 90 has no value"},
+    {ParseFaultKind::kIntegerOverflow, nullptr,
+     "integers go from -2147483648 to 2147483647; numbers with a point go further"},
+    {ParseFaultKind::kNotFinite, nullptr, "this has no value, or one beyond the largest number of 1.8e308"},
     {ParseFaultKind::kInverseSine, nullptr, "asin and acos take a number from -1 to 1"},
     {ParseFaultKind::kZeroDivisor, FindZeroDivisor},
     {ParseFaultKind::kExponent, FindExponent, nullptr, true},
@@ -88,6 +91,14 @@ constexpr MistakeRow kMistakes[] = {
     {ParseFaultKind::kNone, FindOtherMode, nullptr, true},
     {ParseFaultKind::kNone, DescribePlace},
 };
+
+/// The parser's words for what it refuses, and ours for what only the program does.
+std::string FaultName(ParseFaultKind kind) {
+    if (kind == ParseFaultKind::kIntegerOverflow || kind == ParseFaultKind::kNotFinite)
+        return "the number is out of range";
+    std::string const text = lib::ParseFaultText(kind);
+    return text.empty() ? "there is no number in the text" : text;
+}
 
 Mistake FindMistake(FailedText const &failed) {
     bool const isLong = MayNameMany(failed.typed);
@@ -107,8 +118,7 @@ Mistake FindMistake(FailedText const &failed) {
 
 Diagnosis Diagnose(CString const &typed, EvalSettings const &settings, EvalOutcome const &outcome) {
     Mistake const mistake = FindMistake({typed.GetString(), settings, outcome});
-    std::string const what = lib::ParseFaultText(outcome.fault.kind);
-    return {mistake.where, what.empty() ? "there is no number in the text" : what, mistake.hint};
+    return {mistake.where, FaultName(outcome.fault.kind), mistake.hint};
 }
 
 } // namespace zvi::app

@@ -76,7 +76,9 @@ std::string RefusedItemHint(FailedText const &failed, std::wstring const &item) 
                       mode, " takes integers, --mode grid-rel any numbers");
     if (failed.Fault() == ParseFaultKind::kRangeStep)
         return "a range needs a step that leads from its first number to its last; a single number stands alone";
-    bool const isRange = Upper(item).find(L'T') != kNowhere;
+    if (failed.Fault() == ParseFaultKind::kNoInteger)
+        return Utf8Of(item) + " is no integer";
+    bool const isRange = failed.Fault() == ParseFaultKind::kRangeEnds;
     return isRange ? "a range is FIRSTtoLAST or FIRSTtoLASTbySTEP, its ends plain integers without sign" : "";
 }
 
