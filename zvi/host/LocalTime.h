@@ -1,0 +1,20 @@
+#pragma once
+
+#include "zvi/Export.h"
+
+namespace zvi::host {
+
+/// A moment of a calendar and a clock.
+struct CalendarTime {
+    int year;
+    int month; ///< 1 to 12
+    int day;   ///< 1 to 31
+    int hour;  ///< 0 to 23
+    int minute;
+    int second; ///< 60 in a leap second
+};
+
+/// Now, in the time zone of the user.
+ZVI_API CalendarTime LocalTime();
+
+} // namespace zvi::host

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "zvi/host/CFileException.h"
+
+#include <cstdio>
+#include <string_view>
+
+namespace zvi::host {
+
+/// Opens a file by the flags of `CFile` as a binary stream, which child programs do not inherit; null, with the reason
+/// in `failure`, when it cannot be opened or is a folder.
+std::FILE *OpenByFlags(std::wstring_view path, unsigned int flags, CFileException &failure);
+
+/// Has a stream read and write bytes as they are from now on, where the host's streams do anything else.
+void UseBinaryMode(std::FILE *stream);
+
+/// The cause behind a number that the C library has left in `errno`.
+CFileException::Cause CauseOf(int error);
+
+/// Bytes that a stream reads at a time. With 64 KB the calls of the system cost little beside the reading.
+inline constexpr std::size_t kStreamBufferSize = std::size_t{1} << 16;
+
+} // namespace zvi::host
