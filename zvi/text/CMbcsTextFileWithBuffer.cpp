@@ -1,8 +1,8 @@
 #include "zvi/text/CMbcsTextFileWithBuffer.h"
 
 #include "zvi/host/CodePage.h"
-#include "zvi/text/MConvertString.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <string_view>
 
@@ -40,7 +40,7 @@ int CMbcsTextFileWithBuffer::ScanLine(std::wstring &units) {
 }
 
 int CMbcsTextFileWithBuffer::Write(wchar_t const *text) {
-    std::string const bytes = MConvertString::WideToMulti(text, -1, host::kSystemCodePage);
+    std::string const bytes = host::MultiOfWide(text ? text : L"", host::kSystemCodePage);
     CStdioFile::Write(bytes.data(), bytes.size());
     return 1;
 }

@@ -3,7 +3,7 @@
 #include "zvi/host/UnicodeStream.h"
 #include "zvi/text/CMbcsTextFileWithBuffer.h"
 #include "zvi/text/CUnicodeTextFileWithBuffer.h"
-#include "zvi/text/MFileCtrl.h"
+#include "zvi/text/TextEncoding.h"
 
 #include <cstdarg>
 #include <cstdio>
@@ -35,7 +35,7 @@ int CTextFileWithBuffer::Open(wchar_t const *path, unsigned int flags, int unico
             return OpenUnicode(path, flags);
         return OpenWith(std::make_shared<CMbcsTextFileWithBuffer>(m_bufferSize), path, flags);
     }
-    m_isUnicode = MFileCtrl::IsUnicodeFile(path);
+    m_isUnicode = HasUnicodeMark(path);
     if (m_isUnicode)
         return OpenWith(std::make_shared<CUnicodeTextFileWithBuffer>(m_bufferSize), path, flags);
     return OpenWith(std::make_shared<CMbcsTextFileWithBuffer>(m_bufferSize), path, flags);

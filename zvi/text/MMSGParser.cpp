@@ -1,7 +1,7 @@
 #include "zvi/text/MMSGParser.h"
 
 #include "zvi/core/WideNumber.h"
-#include "zvi/text/MFileCtrl.h"
+#include "zvi/text/TextEncoding.h"
 #include "zvi/text/MessageFile.h"
 #include "zvi/text/MessageLine.h"
 
@@ -51,7 +51,7 @@ bool MMSGParser::Load(int all) {
     LoadFont();
     for (CString const &path : work) {
         // The message that such a file is not Unicode would reach nobody.
-        if (!MFileCtrl::IsUnicodeFile(path))
+        if (!HasUnicodeMark(path))
             return false;
         LoadFile(path);
     }
@@ -72,7 +72,7 @@ bool MMSGParser::LoadFile(CString const &path) {
 }
 
 bool MMSGParser::LoadFont() {
-    if (!MFileCtrl::IsUnicodeFile(m_fontPath))
+    if (!HasUnicodeMark(m_fontPath))
         return false;
     MessageFile file(m_fontPath);
     if (!file.IsOpen())
