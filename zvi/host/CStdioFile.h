@@ -11,8 +11,8 @@
 
 /// A file behind a stream of the C library, in text mode or in binary mode.
 ///
-/// In text mode a CR LF is read as LF on every host; LF is written as LF on POSIX and as CR LF on Windows. No other byte
-/// has a meaning: a file goes on behind a Ctrl-Z. In binary mode every byte is what it is.
+/// In text mode a CR LF is read as LF on every host; LF is written as LF on POSIX and as CR LF on Windows. No other
+/// byte has a meaning: a file goes on behind a Ctrl-Z. In binary mode every byte is what it is.
 ///
 /// An object belongs to one thread at a time. Failures of reading, writing and closing raise `CFileException`.
 class ZVI_API CStdioFile : public CFile {
@@ -25,8 +25,8 @@ public:
     /// Closes the file if it is open. What cannot be written any more is lost without a word: call `Close` to be told.
     ~CStdioFile() override;
 
-    /// Opens a file by the flags of `CFile` and gives 1; otherwise gives 0 and tells the reason through `error`. A folder
-    /// cannot be opened. An object that is open already stays as it is: 0.
+    /// Opens a file by the flags of `CFile` and gives 1; otherwise gives 0 and tells the reason through `error`. A
+    /// folder cannot be opened. An object that is open already stays as it is: 0.
     int Open(wchar_t const *path, unsigned int flags, CFileException *error = nullptr);
 
     std::size_t Read(void *buffer, std::size_t count) override;
@@ -49,8 +49,8 @@ protected:
     std::size_t ReadBytes(void *buffer, std::size_t count);
     void WriteBytes(void const *bytes, std::size_t count);
 
-    /// Writes UTF-16 units (one per element) little-endian, and in text mode CR LF for each LF on every host. At the start
-    /// of a file U+FEFF goes first.
+    /// Writes UTF-16 units (one per element) little-endian, and in text mode CR LF for each LF on every host. At the
+    /// start of a file U+FEFF goes first.
     void WriteUnits(std::wstring_view units);
 
     std::FILE *m_pStream = nullptr; ///< null when no file is open

@@ -11,8 +11,9 @@
 
 namespace zvi::lib {
 
-/// What the multi-byte and the UTF-16 text file have in common: the read buffer, lines and their parts, the indentation.
-/// Reading goes through the buffer, writing straight to the stream. A line is as long as memory allows; only one is held.
+/// What the multi-byte and the UTF-16 text file have in common: the read buffer, lines and their parts, the
+/// indentation. Reading goes through the buffer, writing straight to the stream. A line is as long as memory allows;
+/// only one is held.
 class ZVI_API BufferedTextFile : public CTextFileBase {
 public:
     /// Buffer size of a reader that is given none.
@@ -57,10 +58,10 @@ private:
     int NextLine();
     bool CanWrite();
 
-    std::wstring m_line;         ///< the line that was scanned last
-    std::size_t m_given = 0;     ///< how much of it `ReadString` has given
-    int m_lineResult = 0;        ///< what its scan gave
-    bool m_hasLineRest = false;  ///< whether something of it is still to be given, its end at least
+    std::wstring m_line;        ///< the line that was scanned last
+    std::size_t m_given = 0;    ///< how much of it `ReadString` has given
+    int m_lineResult = 0;       ///< what its scan gave
+    bool m_hasLineRest = false; ///< whether something of it is still to be given, its end at least
 };
 
 } // namespace zvi::lib

@@ -2,7 +2,6 @@
 
 #include "zvi/host/CFileException.h"
 #include "zvi/host/Files.h"
-#include "zvi/text/MFileCtrl.h"
 #include "zvi/text/MWriteLog.h"
 
 #include <utility>
@@ -41,12 +40,11 @@ CString CAutoLogWrite::GetLogFile() {
 
 void CAutoLogWrite::WriteFile_Fail() {
     EndLog();
-    MFileCtrl file(m_path);
-    CString name = file.GetFileNameExt();
+    int const folder = m_path.ReverseFind(L'\\') + 1;
+    CString name = m_path.Mid(folder);
     name.Replace(L"_Success", L"_Fail");
-    CFileStatus status;
-    if (file.GetFileStatus(status))
-        host::RenameFile(m_path.GetString(), (file.GetFilePath() + name).GetString());
+    if (host::Exists(m_path.GetString()))
+        host::RenameFile(m_path.GetString(), (m_path.Left(folder) + name).GetString());
 }
 
 } // namespace zvi::lib

@@ -8,8 +8,8 @@
 
 namespace zvi::lib {
 
-/// The face of a file of text lines. Operations give 1 when they did their job, 0 when not; a failure of the disk on the
-/// way raises `CFileException`.
+/// The face of a file of text lines. Operations give 1 when they did their job, 0 when not; a failure of the disk on
+/// the way raises `CFileException`.
 class ZVI_API CTextFileBase : public CStdioFile {
 public:
     /// No file.
@@ -27,16 +27,17 @@ public:
     /// As `ReadLine`.
     virtual int ReadString(CString &text) = 0;
 
-    /// Opens a file by the flags of `CFile`; 0 when it cannot be opened, or when the object has a file open, which stays.
+    /// Opens a file by the flags of `CFile`; 0 when it cannot be opened, or when the object has a file open, which
+    /// stays.
     virtual int Open(wchar_t const *path, unsigned int flags) = 0;
 
-    /// The next line without its end. A last line without an end gives 0 with its text, so look at both; behind the last
-    /// line the text is empty. Without an open file 0, with the text as it was.
+    /// The next line without its end. A last line without an end gives 0 with its text, so look at both; behind the
+    /// last line the text is empty. Without an open file 0, with the text as it was.
     virtual int ReadLine(CString &text) = 0;
 
     /// The next line, at most `size - 1` units of it, with a closing zero; the rest of a longer one comes with the next
-    /// call. Gives `buffer`, or null where `ReadLine` gives 0, with the text in the buffer all the same. A null buffer, a
-    /// size below 1 and a file that is not open give null and leave the buffer alone.
+    /// call. Gives `buffer`, or null where `ReadLine` gives 0, with the text in the buffer all the same. A null buffer,
+    /// a size below 1 and a file that is not open give null and leave the buffer alone.
     virtual wchar_t *ReadString(wchar_t *buffer, int size) = 0;
 
     /// Writes a text without adding a line end; gives 1. A file that is not open raises `CFileException`.
@@ -56,8 +57,8 @@ public:
     /// below 0 counts as one of its size.
     virtual int WriteTagClose(wchar_t const *tag) = 0;
 
-    /// Writes a formatted line behind the present indentation; gives 1. Only the indentation is left out where `WriteFmt`
-    /// would give 0: the text is then written as by `Write`.
+    /// Writes a formatted line behind the present indentation; gives 1. Only the indentation is left out where
+    /// `WriteFmt` would give 0: the text is then written as by `Write`.
     virtual int WriteData(wchar_t const *format, ...) = 0;
 };
 

@@ -8,8 +8,8 @@
 
 namespace zvi::lib {
 
-/// A text file that is read in the encoding that its mark tells, and written in the one that is asked for. Use one object
-/// for one file.
+/// A text file that is read in the encoding that its mark tells, and written in the one that is asked for. Use one
+/// object for one file.
 ///
 /// Which class reads: a file that begins with FF FE, FE FF, EF BB BF or 00 00 FE FF is given to the reader of UTF-16
 /// (CUnicodeTextFileWithBuffer), any other to that of multi-byte text. That is deliberate, though only FF FE is text in
@@ -25,9 +25,9 @@ public:
     CTextFileWithBuffer &operator=(CTextFileWithBuffer const &other);
     virtual ~CTextFileWithBuffer();
 
-    /// Opens a file. With `CFile::kWrite` a non-zero `unicode` makes a new UTF-16 file with its mark, whatever the other
-    /// flags are, and 0 opens a multi-byte file by the flags. Without it `unicode` does not count: the mark decides.
-    /// Gives 1, or 0 when the file cannot be opened.
+    /// Opens a file. With `CFile::kWrite` a non-zero `unicode` makes a new UTF-16 file with its mark, whatever the
+    /// other flags are, and 0 opens a multi-byte file by the flags. Without it `unicode` does not count: the mark
+    /// decides. Gives 1, or 0 when the file cannot be opened.
     int Open(wchar_t const *path, unsigned int flags, int unicode = 0);
 
     // The operations of CTextFileBase. Before `Open` they answer as those of a multi-byte file that is not open.

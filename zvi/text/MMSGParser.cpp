@@ -1,9 +1,9 @@
 #include "zvi/text/MMSGParser.h"
 
 #include "zvi/core/WideNumber.h"
-#include "zvi/text/TextEncoding.h"
 #include "zvi/text/MessageFile.h"
 #include "zvi/text/MessageLine.h"
+#include "zvi/text/TextEncoding.h"
 
 #include <algorithm>
 #include <iterator>

@@ -30,8 +30,8 @@ protected:
     void AddPath(wchar_t const *path);
 
     /// Reads the font file and every file of the list, or with 0 those that were not read yet. A file that cannot be
-    /// opened, or has no mark of a Unicode file, ends the load with false; what was read before stays. With 0 and nothing
-    /// new it is true at once.
+    /// opened, or has no mark of a Unicode file, ends the load with false; what was read before stays. With 0 and
+    /// nothing new it is true at once.
     bool Load(int all);
 
     /// Reads the font file; false when it cannot be opened or has no mark of a Unicode file.

@@ -8,8 +8,8 @@ class CStdioFile;
 
 namespace zvi::lib {
 
-/// Writes one log file in the system's multi-byte encoding. Every write is flushed, so that the log holds its last line
-/// when the process is killed.
+/// Writes one log file in the system's multi-byte encoding. Every write is flushed, so that the log holds all that was
+/// written when the process is killed.
 ///
 /// The application makes the one object; whoever else uses it does so while it lives. A failure of the disk raises
 /// `CFileException`. Nothing is locked.
@@ -47,8 +47,8 @@ public:
     /// Writes a text and a line end; nothing when no log is open.
     void WriteLine(wchar_t const *text);
 
-    /// Write a line "[Message][SOURCE] : TEXT", the same as an error and as a warning. 0 when no log is open. There is no
-    /// time in the line.
+    /// Write a line "[Message][SOURCE] : TEXT", the same as an error and as a warning. 0 when no log is open. There is
+    /// no time in the line.
     int WriteMsg(CString source, CString text);
     int WriteError(CString source, CString text);
     int WriteWarning(CString source, CString text);
@@ -59,7 +59,8 @@ protected:
     /// The local time as "2026-3-9 8:5:0": year, month, day, hour, minute, second without zeros in front.
     CString GetTimeString();
 
-    /// A new file object on an open file; null, with the reason in `error` unless that is null, when it cannot be opened.
+    /// A new file object on an open file; null, with the reason in `error` unless that is null, when it cannot be
+    /// opened.
     CStdioFile *GetFile(wchar_t const *path, unsigned int flags, CFileException *error);
 
 private:

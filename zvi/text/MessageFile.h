@@ -19,11 +19,11 @@ public:
 
     /// How the reading has ended.
     enum class End {
-        kNotYet,      ///< there may be another line
-        kWhole,       ///< at the end of the file
-        kLongLine,    ///< at a line over the longest: what the file holds from its first unit on was not read
-        kCutUnit,     ///< in the middle of a unit, which the file's size of an odd number of bytes leaves
-        kUnreadable,  ///< the file could not be opened, or not read any further
+        kNotYet,     ///< there may be another line
+        kWhole,      ///< at the end of the file
+        kLongLine,   ///< at a line over the longest: what the file holds from its first unit on was not read
+        kCutUnit,    ///< in the middle of a unit, which the file's size of an odd number of bytes leaves
+        kUnreadable, ///< the file could not be opened, or not read any further
     };
 
     /// Opens a file by its path.
@@ -37,8 +37,8 @@ public:
     /// Whether the file could be opened.
     bool IsOpen() const;
 
-    /// The next line without its LF; false, with `line` as it was, when there is none or it is too long. A CR in front of
-    /// the LF stays. A last line needs no end.
+    /// The next line without its LF; false, with `line` as it was, when there is none or it is too long. A CR in front
+    /// of the LF stays. A last line needs no end.
     bool GetLine(CString &line);
 
     /// Number of the line that was read last, from 1; of the one that is too long, when that has ended the reading.

@@ -39,7 +39,8 @@ std::wstring_view Part(std::wstring_view text, std::size_t first, std::ptrdiff_t
 /// The last `count` units, or all there are; a count below 1 is none.
 std::wstring_view RightPart(std::wstring_view text, std::ptrdiff_t count) {
     auto const size = static_cast<std::ptrdiff_t>(text.size());
-    return count >= size ? text : Part(text, static_cast<std::size_t>(size - std::max<std::ptrdiff_t>(count, 0)), count);
+    return count >= size ? text
+                         : Part(text, static_cast<std::size_t>(size - std::max<std::ptrdiff_t>(count, 0)), count);
 }
 
 std::wstring_view KeyOf(std::wstring_view line) {

@@ -6,10 +6,10 @@ class CDocument;
 
 namespace zvi::lib {
 
-// Texts for the message window of the application, which is the printer registered through IMSGPrinter; without one a text
-// is dropped without a word. Each operation stands in four forms: a text or a format with its arguments (see FormatWide),
-// for no document in particular or for one. The plain forms say SampPos where the formatted ones say SamePos; callers know
-// both.
+// Texts for the message window of the application, which is the printer registered through IMSGPrinter; without one a
+// text is dropped without a word. Each operation stands in four forms: a text or a format with its arguments (see
+// FormatWide), for no document in particular or for one. The plain forms say SampPos where the formatted ones say
+// SamePos; callers know both.
 
 /// A line of the message window, and one that replaces its last line.
 ZVI_API void nsMsgOut(wchar_t const *text);

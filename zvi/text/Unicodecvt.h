@@ -19,8 +19,8 @@ public:
 protected:
     result do_in(std::mbstate_t &state, char const *from, char const *fromEnd, char const *&fromNext, wchar_t *to,
                  wchar_t *toEnd, wchar_t *&toNext) const override;
-    result do_out(std::mbstate_t &state, wchar_t const *from, wchar_t const *fromEnd, wchar_t const *&fromNext, char *to,
-                  char *toEnd, char *&toNext) const override;
+    result do_out(std::mbstate_t &state, wchar_t const *from, wchar_t const *fromEnd, wchar_t const *&fromNext,
+                  char *to, char *toEnd, char *&toNext) const override;
     result do_unshift(std::mbstate_t &state, char *to, char *toEnd, char *&toNext) const override;
     int do_encoding() const noexcept override;
     bool do_always_noconv() const noexcept override;
