@@ -51,6 +51,17 @@
 #include "zvi/curves/T_MBR3D.h"
 #include "zvi/curves/T_REGION2D_G.h"
 
+#include "zvi/diagnostics/CNSProfilePrinter.h"
+#include "zvi/diagnostics/CProfilePrinter.h"
+#include "zvi/diagnostics/CProfileReporter.h"
+#include "zvi/diagnostics/MProfileMgr.h"
+#include "zvi/diagnostics/MProfilePrinterAdaptor.h"
+#include "zvi/diagnostics/MProfileStart.h"
+#include "zvi/diagnostics/MProfiler.h"
+#include "zvi/diagnostics/ProfileWrite.h"
+#include "zvi/diagnostics/Profiler.h"
+#include "zvi/diagnostics/T_PROFILE_D.h"
+
 #include "zvi/drawing/CutDrawingCurves.h"
 #include "zvi/drawing/DrawingRecords.h"
 #include "zvi/drawing/MakeDrawingDomains.h"

@@ -8,6 +8,7 @@
 #include "apps/zvi/domains/DomainsCommand.h"
 #include "apps/zvi/eval/EvalCommand.h"
 #include "apps/zvi/numbers/NumbersCommand.h"
+#include "apps/zvi/profile-report/ProfileReportCommand.h"
 #include "apps/zvi/units/UnitsCommand.h"
 
 #include "zvi/core/Version.h"
@@ -82,6 +83,7 @@ std::vector<Verb> const &Verbs() {
         {"convert", "a value from one unit label to another", RunConvert},
         {"units", "the kinds of quantity, their unit labels and factors", RunUnits},
         {"numbers", "number lists as compact text, and back", RunNumbers},
+        {"profile-report", "a profiler's PROF.csv as a sorted table with bars", RunProfileReport},
     };
     return kVerbs;
 }
