@@ -7,9 +7,6 @@ namespace zvi::lib::drawing {
 
 namespace {
 
-/// Boxes that a node holds.
-constexpr std::size_t kWidth = 8;
-
 /// Steps along each axis in which middles are told apart.
 constexpr double kSteps = 65535.0;
 
@@ -38,20 +35,24 @@ std::uint32_t KeyOf(Box const &box, Box const &all) {
 
 } // namespace
 
-BoxIndex::BoxIndex(std::vector<Box> const &boxes) {
+BoxIndex::BoxIndex(std::vector<Box> const &boxes, std::vector<int> const &groups) {
     Box all = boxes.empty() ? Box{} : boxes.front();
     for (Box const &box : boxes)
         all = Around(all, box);
-    std::vector<std::pair<std::uint32_t, int>> keys;
+    std::vector<std::pair<std::uint64_t, int>> keys; // group, then place along the curve
     keys.reserve(boxes.size());
-    for (std::size_t i = 0; i < boxes.size(); ++i)
-        keys.emplace_back(KeyOf(boxes[i], all), static_cast<int>(i));
+    for (std::size_t i = 0; i < boxes.size(); ++i) {
+        std::uint64_t const group = groups.empty() ? 0 : static_cast<std::uint64_t>(groups[i] - kNoGroup);
+        keys.emplace_back(group << 32 | KeyOf(boxes[i], all), static_cast<int>(i));
+    }
     std::sort(keys.begin(), keys.end());
     m_order.reserve(boxes.size());
     m_boxes.reserve(boxes.size() + boxes.size() / (kWidth - 1) + kWidth);
     for (auto const &[key, box] : keys) {
         m_order.push_back(box);
         m_boxes.push_back(boxes[Index(box)]);
+        if (!groups.empty())
+            m_groups.push_back(groups[Index(box)]);
     }
     AddLevels();
 }
@@ -61,32 +62,37 @@ void BoxIndex::AddLevels() {
     while (m_levels.back() - m_levels[m_levels.size() - 2] > 1) {
         std::size_t const begin = m_levels[m_levels.size() - 2], end = m_levels.back();
         for (std::size_t i = begin; i < end; i += kWidth) {
+            std::size_t const next = std::min(i + kWidth, end);
             Box box = m_boxes[i];
-            for (std::size_t k = i + 1; k < std::min(i + kWidth, end); ++k)
+            for (std::size_t k = i + 1; k < next; ++k)
                 box = Around(box, m_boxes[k]);
             m_boxes.push_back(box);
+            // Groups stand in order, so the first and the last one tell.
+            if (!m_groups.empty())
+                m_groups.push_back(m_groups[i] == m_groups[next - 1] ? m_groups[i] : kNoGroup);
         }
         m_levels.push_back(m_boxes.size());
     }
 }
 
-void BoxIndex::Visit(std::size_t level, std::size_t first, std::size_t count, Box const &query,
+void BoxIndex::Visit(std::size_t level, std::size_t first, std::size_t count, Box const &query, int passedOver,
                      std::vector<int> &out) const {
     std::size_t const end = std::min(first + count, m_levels[level + 1] - m_levels[level]);
     for (std::size_t node = first; node < end; ++node) {
-        if (!Meet(m_boxes[m_levels[level] + node], query))
+        std::size_t const at = m_levels[level] + node;
+        if (!Meet(m_boxes[at], query) || (passedOver != kNoGroup && m_groups[at] == passedOver))
             continue;
         if (level == 0)
             out.push_back(m_order[node]);
         else
-            Visit(level - 1, node * kWidth, kWidth, query, out);
+            Visit(level - 1, node * kWidth, kWidth, query, passedOver, out);
     }
 }
 
-void BoxIndex::Find(Box const &query, std::vector<int> &out) const {
+void BoxIndex::Find(Box const &query, std::vector<int> &out, int passedOver) const {
     out.clear();
     if (!m_order.empty())
-        Visit(m_levels.size() - 2, 0, 1, query, out);
+        Visit(m_levels.size() - 2, 0, 1, query, m_groups.empty() ? kNoGroup : passedOver, out);
 }
 
 } // namespace zvi::lib::drawing

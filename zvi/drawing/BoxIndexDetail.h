@@ -2,6 +2,9 @@
 
 #include "zvi/drawing/PlaneDetail.h"
 
+#include <algorithm>
+#include <array>
+#include <utility>
 #include <vector>
 
 namespace zvi::lib::drawing {
@@ -10,18 +13,61 @@ namespace zvi::lib::drawing {
 /// through their middles (Kamel and Faloutsos 1993, with Morton's curve).
 class BoxIndex {
 public:
-    explicit BoxIndex(std::vector<Box> const &boxes);
+    static constexpr int kNoGroup = -1;
 
-    /// Fills `out` with the indices of the boxes that meet `query` (touching counts), in an order that depends on the
-    /// boxes alone.
-    void Find(Box const &query, std::vector<int> &out) const;
+    /// Boxes of one group, by number, can be passed over in a search; no `groups` means that none has one.
+    explicit BoxIndex(std::vector<Box> const &boxes, std::vector<int> const &groups = {});
+
+    /// Fills `out` with the indices of the boxes that meet `query` (touching counts), but for those of a group, in an
+    /// order that depends on the boxes alone.
+    void Find(Box const &query, std::vector<int> &out, int passedOver = kNoGroup) const;
+
+    /// Calls `look(index)` for boxes at the height of `p` that begin left of it, the rightmost first as far as the tree
+    /// knows. It returns the least right end of a box that is still worth a look.
+    template <typename Look>
+    void LookLeft(DrawingPoint p, Look look) const {
+        double least = -HUGE_VAL;
+        if (!m_order.empty())
+            VisitLeft(m_levels.size() - 2, 0, 1, p, look, least);
+    }
+
+    /// The indices in the order in which they are found.
+    std::vector<int> const &Order() const { return m_order; }
 
 private:
+    static constexpr std::size_t kWidth = 8; ///< boxes that a node holds
+
     void AddLevels();
-    void Visit(std::size_t level, std::size_t first, std::size_t count, Box const &query, std::vector<int> &out) const;
+    void Visit(std::size_t level, std::size_t first, std::size_t count, Box const &query, int passedOver,
+               std::vector<int> &out) const;
+
+    template <typename Look>
+    void VisitLeft(std::size_t level, std::size_t first, std::size_t count, DrawingPoint p, Look &look,
+                   double &least) const {
+        std::array<std::pair<double, std::size_t>, kWidth> nodes; // right end, number; the rightmost first
+        std::size_t found = 0;
+        std::size_t const end = std::min(first + count, m_levels[level + 1] - m_levels[level]);
+        for (std::size_t node = first; node < end; ++node) {
+            Box const &box = m_boxes[m_levels[level] + node];
+            if (p.y < box.minY || box.maxY < p.y || p.x < box.minX || box.maxX < least)
+                continue;
+            double const right = std::min(box.maxX, p.x);
+            std::size_t i = found++;
+            for (; i > 0 && nodes[i - 1].first < right; --i)
+                nodes[i] = nodes[i - 1];
+            nodes[i] = {right, node};
+        }
+        for (std::size_t i = 0; i < found && nodes[i].first >= least; ++i) {
+            if (level == 0)
+                least = look(m_order[nodes[i].second]);
+            else
+                VisitLeft(level - 1, nodes[i].second * kWidth, kWidth, p, look, least);
+        }
+    }
 
     std::vector<int> m_order;          ///< of the leaves, which box each is
     std::vector<Box> m_boxes;          ///< of the leaves, then of each level above them
+    std::vector<int> m_groups;         ///< of each of these the group of all in it, kNoGroup where they have several
     std::vector<std::size_t> m_levels; ///< where each level begins in `m_boxes`, and the end
 };
 

@@ -1,6 +1,6 @@
 #include "zvi/drawing/NestingDetail.h"
 
-#include "zvi/drawing/BoxIndexDetail.h"
+#include "zvi/drawing/StretchIndexDetail.h"
 
 #include <algorithm>
 #include <array>
@@ -63,7 +63,11 @@ struct Sight {
     int edge = -1;
     Run run;
     double x = -HUGE_VAL;
+    int rank = 0; ///< of the edge; it settles in which order ties are looked at
 };
+
+/// What is seen farther behind the nearest than so many snap distances has no part in ties with it.
+constexpr double kTies = 16.0;
 
 /// Finds what the parts see to their left.
 class LeftView {
@@ -83,7 +87,7 @@ public:
         std::vector<int> seen(m_walks.walks.size(), -1);
         if (order.size() < 2)
             return seen;
-        BoxIndex index(m_boxes);
+        StretchIndex const index(m_stretches, 0.0);
         for (int const outside : order)
             seen[Index(outside)] = WalkLeftOf(index, outside);
         return seen;
@@ -120,67 +124,71 @@ private:
 
     void FindLeftmost() {
         m_leftmost.assign(m_walks.walks.size(), {HUGE_VAL, HUGE_VAL});
-        double width = 0.0;
         for (int e = 0; e < m_map.EdgeCount(); ++e) {
             if (!m_map.IsInMap(e))
                 continue;
             Stretch const &s = m_map.Edge(e).stretch;
             Box const box = BoxOf(s);
             m_edges.push_back(e);
-            m_boxes.push_back(box);
-            width += box.maxX - box.minX;
-            m_farLeft = std::min(m_farLeft, box.minX);
+            m_stretches.push_back(&s);
             double const y = s.start.x == box.minX ? s.start.y : s.end.x == box.minX ? s.end.y : s.center.y;
             DrawingPoint &leftmost = m_leftmost[Index(PartOf(e))];
             if (ComesFirst({box.minX, y}, leftmost))
                 leftmost = {box.minX, y};
         }
-        if (width > 0.0)
-            m_firstWidth = width / static_cast<double>(m_boxes.size());
     }
 
     /// The walk on the near side of the curve next to the left of the part's leftmost point.
-    int WalkLeftOf(BoxIndex const &index, int part) {
+    int WalkLeftOf(StretchIndex const &index, int part) {
         DrawingPoint const p = m_leftmost[Index(part)];
-        for (double width = m_firstWidth;; width *= 4.0) {
-            double const left = p.x - width;
-            index.Find({left, p.y, p.x, p.y}, m_found);
-            Sight nearest;
-            for (int const i : m_found)
-                if (PartOf(m_edges[Index(i)]) != part)
-                    LookAt(m_edges[Index(i)], p, nearest);
-            if (nearest.x >= left || left <= m_farLeft)
-                return nearest.edge < 0 ? -1
-                                        : m_walks.Of(nearest.run.upward ? HalfEdge::Against(nearest.edge)
-                                                                        : HalfEdge::Along(nearest.edge));
-        }
+        double const behind = kTies * m_snap;
+        double farthest = -HUGE_VAL; // what is of interest so far
+        m_sights.clear();
+        index.LookLeft(p, [&](int i) {
+            if (PartOf(m_edges[Index(i)]) != part)
+                farthest = std::max(farthest, AddSights(i, index.RankOf(i), p, farthest) - behind);
+            return farthest;
+        });
+        std::erase_if(m_sights, [&](Sight const &sight) { return sight.x < farthest; });
+        std::stable_sort(m_sights.begin(), m_sights.end(),
+                         [](Sight const &a, Sight const &b) { return a.rank < b.rank; });
+        Sight nearest;
+        for (Sight const &sight : m_sights)
+            if (bool const isTie = nearest.edge >= 0 && std::fabs(sight.x - nearest.x) <= m_snap;
+                isTie ? IsRightOf(sight, nearest) : sight.x > nearest.x)
+                nearest = sight;
+        return nearest.edge < 0
+                   ? -1
+                   : m_walks.Of(nearest.run.upward ? HalfEdge::Against(nearest.edge) : HalfEdge::Along(nearest.edge));
     }
 
-    /// Keeps the edge when it passes the height of `p` nearer to it, on its left.
-    void LookAt(int edge, DrawingPoint p, Sight &nearest) const {
-        Stretch const &s = m_map.Edge(edge).stretch;
+    /// Notes where an edge passes the height of `p` on its left, from `farthest` on. Returns the nearest of that.
+    double AddSights(int i, int rank, DrawingPoint p, double farthest) {
+        Stretch const &s = *m_stretches[Index(i)];
         std::array<Run, 3> runs;
         int const count = RunsOf(s, runs);
+        double nearest = -HUGE_VAL;
         for (int k = 0; k < count; ++k) {
             Run const &run = runs[Index(k)];
             if (!(run.lowY <= p.y) || !(p.y < run.highY))
                 continue;
             double const x = XAt(s, run, p.y);
-            if (x > p.x)
+            if (x > p.x || x < farthest)
                 continue;
-            bool const isTie = nearest.edge >= 0 && std::fabs(x - nearest.x) <= m_snap;
-            if (isTie ? IsRightOf(s, run, nearest) : x > nearest.x)
-                nearest = {edge, run, x};
+            m_sights.push_back({m_edges[Index(i)], run, x, rank});
+            nearest = std::max(nearest, x);
         }
+        return nearest;
     }
 
-    /// Whether `run` of `s`, which passes the height at the same place as the nearest one so far, is further right than
-    /// that where the two part: above, where they have a place in common below, or else below.
-    bool IsRightOf(Stretch const &s, Run const &run, Sight const &nearest) const {
-        Stretch const &other = m_map.Edge(nearest.edge).stretch;
-        double const top = std::min(run.highY, nearest.run.highY), bottom = std::max(run.lowY, nearest.run.lowY);
+    /// Whether what passes the height at the same place as the nearest one so far is further right than that where the
+    /// two part: above, where they have a place in common below, or else below.
+    bool IsRightOf(Sight const &sight, Sight const &nearest) const {
+        Stretch const &s = m_map.Edge(sight.edge).stretch, &other = m_map.Edge(nearest.edge).stretch;
+        double const top = std::min(sight.run.highY, nearest.run.highY);
+        double const bottom = std::max(sight.run.lowY, nearest.run.lowY);
         for (double const y : {top, bottom, 0.5 * (top + bottom)})
-            if (double const ahead = XAt(s, run, y) - XAt(other, nearest.run, y); std::fabs(ahead) > m_snap)
+            if (double const ahead = XAt(s, sight.run, y) - XAt(other, nearest.run, y); std::fabs(ahead) > m_snap)
                 return ahead > 0.0;
         return false;
     }
@@ -189,12 +197,10 @@ private:
     FaceWalks const &m_walks;
     double m_snap;
     std::vector<int> m_parts;
-    std::vector<int> m_edges; ///< those in the map
-    std::vector<Box> m_boxes;
-    std::vector<DrawingPoint> m_leftmost; ///< of each part, at its outside
-    std::vector<int> m_found;
-    double m_farLeft = HUGE_VAL;
-    double m_firstWidth = 1.0; ///< how far to the left the first look goes
+    std::vector<int> m_edges;                 ///< those in the map
+    std::vector<Stretch const *> m_stretches; ///< theirs
+    std::vector<DrawingPoint> m_leftmost;     ///< of each part, at its outside
+    std::vector<Sight> m_sights;              ///< of the part looked at last
 };
 
 } // namespace

@@ -1,0 +1,124 @@
+#include "zvi/drawing/StretchIndexDetail.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace zvi::lib::drawing {
+
+namespace {
+
+/// Boxes crowd when each meets more than so many others on average.
+constexpr std::size_t kCrowd = 512;
+
+/// Boxes that are looked at to tell whether all of them crowd.
+constexpr std::size_t kSamples = 256;
+
+/// Parts of a stretch of mean extent, and of one at most.
+constexpr double kParts = 16.0, kMostParts = 64.0;
+
+bool DoCrowd(std::vector<Box> const &boxes, BoxIndex const &index) {
+    if (boxes.size() <= kCrowd)
+        return false;
+    std::vector<int> found;
+    std::size_t const step = (boxes.size() + kSamples - 1) / kSamples;
+    std::size_t looks = 0, meetings = 0;
+    for (std::size_t i = 0; i < boxes.size(); i += step, ++looks) {
+        index.Find(boxes[i], found);
+        meetings += found.size();
+    }
+    return meetings > kCrowd * looks;
+}
+
+/// Side of the square that covers as much as the box.
+double ExtentOf(Box const &box) {
+    return std::sqrt((box.maxX - box.minX) * (box.maxY - box.minY));
+}
+
+} // namespace
+
+std::vector<Box> BoxesOf(std::vector<Stretch const *> const &stretches, double by) {
+    std::vector<Box> boxes;
+    boxes.reserve(stretches.size());
+    for (Stretch const *s : stretches)
+        boxes.push_back(Grown(BoxOf(*s), by));
+    return boxes;
+}
+
+StretchIndex::StretchIndex(std::vector<Stretch const *> const &stretches, double grown)
+    : m_boxes(BoxesOf(stretches, grown)), m_index(m_boxes), m_ranks(stretches.size()) {
+    for (std::size_t rank = 0; rank < m_ranks.size(); ++rank)
+        m_ranks[Index(m_index.Order()[rank])] = static_cast<int>(rank);
+    if (DoCrowd(m_boxes, m_index))
+        HoldParts(stretches, grown);
+}
+
+void StretchIndex::HoldParts(std::vector<Stretch const *> const &stretches, double grown) {
+    double extents = 0.0;
+    for (Box const &box : m_boxes)
+        extents += ExtentOf(box);
+    double const partsOfExtent = extents > 0.0 ? kParts * static_cast<double>(m_boxes.size()) / extents : 0.0;
+    std::vector<Box> parts;
+    for (std::size_t i = 0; i < stretches.size(); ++i) {
+        m_begins.push_back(parts.size());
+        double const count = std::clamp(std::ceil(ExtentOf(m_boxes[i]) * partsOfExtent), 1.0, kMostParts);
+        for (double k = 0.0; k < count; ++k) {
+            parts.push_back(
+                count == 1.0 ? m_boxes[i] : Grown(BoxOf(PartOf(*stretches[i], k / count, (k + 1.0) / count)), grown));
+            m_owners.push_back(static_cast<int>(i));
+        }
+    }
+    m_begins.push_back(parts.size());
+    m_boxes = std::move(parts);
+    m_index = BoxIndex(m_boxes);
+    m_isFound.assign(stretches.size(), false);
+}
+
+void StretchIndex::SetGroups(std::vector<int> const &groups) {
+    std::vector<int> groupsOfParts;
+    groupsOfParts.reserve(m_owners.size());
+    for (int const owner : m_owners)
+        groupsOfParts.push_back(groups[Index(owner)]);
+    m_index = BoxIndex(m_boxes, groupsOfParts);
+    m_groups = groups;
+}
+
+void StretchIndex::AddOwners(Box const &query, int passedOver, std::vector<int> &out) {
+    m_index.Find(query, m_found, passedOver);
+    for (int const box : m_found)
+        if (int const owner = OwnerOf(box); !m_isFound[Index(owner)]) {
+            m_isFound[Index(owner)] = true;
+            out.push_back(owner);
+        }
+}
+
+void StretchIndex::Arrange(std::vector<int> &out) const {
+    std::sort(out.begin(), out.end(), [this](int a, int b) { return RankOf(a) < RankOf(b); });
+}
+
+void StretchIndex::Find(Box const &query, std::vector<int> &out) {
+    if (!IsCrowded()) {
+        m_index.Find(query, out);
+        return;
+    }
+    out.clear();
+    AddOwners(query, BoxIndex::kNoGroup, out);
+    for (int const owner : out)
+        m_isFound[Index(owner)] = false;
+    Arrange(out);
+}
+
+void StretchIndex::FindNear(int stretch, std::vector<int> &out) {
+    if (!IsCrowded()) {
+        m_index.Find(m_boxes[Index(stretch)], out);
+        return;
+    }
+    out.clear();
+    int const group = m_groups.empty() ? BoxIndex::kNoGroup : m_groups[Index(stretch)];
+    for (std::size_t part = m_begins[Index(stretch)]; part < m_begins[Index(stretch) + 1]; ++part)
+        AddOwners(m_boxes[part], group, out);
+    for (int const owner : out)
+        m_isFound[Index(owner)] = false;
+    Arrange(out);
+}
+
+} // namespace zvi::lib::drawing

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "zvi/drawing/BoxIndexDetail.h"
+#include "zvi/drawing/StretchDetail.h"
+
+#include <span>
+#include <vector>
+
+namespace zvi::lib::drawing {
+
+/// The boxes of stretches, each grown by `by`.
+std::vector<Box> BoxesOf(std::vector<Stretch const *> const &stretches, double by);
+
+/// Finds stretches near a place. Where their boxes crowd, because stretches are long and slanted or round, it looks at
+/// the boxes of parts of them, which keep nearer to the stretch itself.
+class StretchIndex {
+public:
+    /// Boxes are grown by `grown`.
+    StretchIndex(std::vector<Stretch const *> const &stretches, double grown);
+
+    bool IsCrowded() const { return !m_owners.empty(); }
+    /// Lets FindNear pass over the stretches of the same group, by number; only where boxes crowd.
+    void SetGroups(std::vector<int> const &groups);
+    /// Where a stretch stands in the order in which stretches are found.
+    int RankOf(int stretch) const { return m_ranks[Index(stretch)]; }
+
+    /// Fills `out` with the stretches that come near `query`, each once; some that do not are among them. They stand in
+    /// the order of a space-filling curve, which depends on their boxes alone.
+    void Find(Box const &query, std::vector<int> &out);
+    /// The same for what comes near a stretch of the index, itself included, and none of its group otherwise.
+    void FindNear(int stretch, std::vector<int> &out);
+
+    /// Calls `look(stretch)` as BoxIndex::LookLeft does; a stretch may come several times.
+    template <typename Look>
+    void LookLeft(DrawingPoint p, Look look) const {
+        m_index.LookLeft(p, [&](int box) { return look(OwnerOf(box)); });
+    }
+
+private:
+    void HoldParts(std::vector<Stretch const *> const &stretches, double grown);
+    int OwnerOf(int box) const { return IsCrowded() ? m_owners[Index(box)] : box; }
+    void AddOwners(Box const &query, int passedOver, std::vector<int> &out);
+    void Arrange(std::vector<int> &out) const;
+
+    std::vector<Box> m_boxes; ///< of the stretches, or of their parts
+    BoxIndex m_index;
+    std::vector<int> m_ranks;
+    std::vector<int> m_groups;
+    std::vector<int> m_owners;         ///< of each part, the stretch; empty when stretches are not parted
+    std::vector<std::size_t> m_begins; ///< where the parts of each stretch begin, and the end
+    std::vector<int> m_found;          ///< boxes found last
+    std::vector<bool> m_isFound;
+};
+
+} // namespace zvi::lib::drawing
