@@ -1,11 +1,11 @@
 #include "zvi/drawing/ArrangementDetail.h"
 
 #include "zvi/base/Buckets.h"
-#include "zvi/drawing/BoxIndexDetail.h"
 #include "zvi/drawing/CandidatePairsDetail.h"
 #include "zvi/drawing/ConnectorsDetail.h"
 #include "zvi/drawing/MeetingsDetail.h"
 #include "zvi/drawing/RotationDetail.h"
+#include "zvi/drawing/StretchIndexDetail.h"
 
 #include <algorithm>
 #include <array>
@@ -78,10 +78,10 @@ public:
         }
         if (!any)
             return;
-        std::vector<Box> boxes;
+        std::vector<Stretch const *> stretches;
         for (NetworkEdge const &e : m_network.edges)
-            boxes.push_back(Grown(BoxOf(e.stretch), m_network.snap));
-        BoxIndex index(boxes);
+            stretches.push_back(&e.stretch);
+        StretchIndex index(stretches, m_network.snap);
         std::vector<int> found;
         for (int place = 0; place < static_cast<int>(draws.size()); ++place) {
             if (!draws[Index(place)])
@@ -227,16 +227,15 @@ Arrangement ArrangeAt(UsableCurves const &curves, bool split, bool keepDuplicate
     if (!keepDuplicates)
         network.DropRepeated();
     double const reach = std::max(curves.tolerance, snap) + 2.0 * snap;
-    std::vector<EdgePair> const pairs = split ? CandidatePairs(network, reach) : std::vector<EdgePair>();
+    CandidatePairs pairs(network, reach);
     int const curveCount = static_cast<int>(network.edges.size());
     std::vector<int> owners;
     if (curves.tolerance > snap)
         owners = AddConnectors(network, pairs, curves.tolerance, split, curves.landmarks);
     IncidenceFinder finder(network);
     if (split) {
-        for (EdgePair const pair : pairs)
-            finder.LookAt(pair);
-        for (EdgePair const pair : ConnectorPairs(network, curveCount, owners, pairs, reach))
+        pairs.ForEach([&](EdgePair pair) { finder.LookAt(pair); });
+        for (EdgePair const pair : pairs.OfConnectors(curveCount, owners))
             finder.LookAt(pair);
         finder.DrawEdgesToPlaces(isThorough);
     }

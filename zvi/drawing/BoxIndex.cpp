@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <tuple>
 
 namespace zvi::lib::drawing {
 
@@ -33,26 +34,46 @@ std::uint32_t KeyOf(Box const &box, Box const &all) {
            (Spread(step(box.minY, box.maxY, all.minY, all.maxY)) << 1);
 }
 
+/// The box of each group, by number.
+std::vector<Box> AroundGroups(std::vector<Box> const &boxes, std::vector<int> const &groups) {
+    std::vector<Box> around;
+    std::vector<bool> isKnown;
+    for (std::size_t i = 0; i < groups.size(); ++i) {
+        if (groups[i] == BoxIndex::kNoGroup)
+            continue;
+        std::size_t const group = Index(groups[i]);
+        if (around.size() <= group) {
+            around.resize(group + 1);
+            isKnown.resize(group + 1, false);
+        }
+        around[group] = isKnown[group] ? Around(around[group], boxes[i]) : boxes[i];
+        isKnown[group] = true;
+    }
+    return around;
+}
+
 } // namespace
 
 BoxIndex::BoxIndex(std::vector<Box> const &boxes, std::vector<int> const &groups) {
     Box all = boxes.empty() ? Box{} : boxes.front();
     for (Box const &box : boxes)
         all = Around(all, box);
-    std::vector<std::pair<std::uint64_t, int>> keys; // group, then place along the curve
+    std::vector<Box> const around = AroundGroups(boxes, groups);
+    std::vector<std::tuple<std::uint32_t, int, std::uint32_t, int>> keys; // of the group, then of the box
     keys.reserve(boxes.size());
     for (std::size_t i = 0; i < boxes.size(); ++i) {
-        std::uint64_t const group = groups.empty() ? 0 : static_cast<std::uint64_t>(groups[i] - kNoGroup);
-        keys.emplace_back(group << 32 | KeyOf(boxes[i], all), static_cast<int>(i));
+        std::uint32_t const key = KeyOf(boxes[i], all);
+        int const group = groups.empty() ? kNoGroup : groups[i];
+        keys.emplace_back(group == kNoGroup ? key : KeyOf(around[Index(group)], all), group, key, static_cast<int>(i));
     }
     std::sort(keys.begin(), keys.end());
     m_order.reserve(boxes.size());
     m_boxes.reserve(boxes.size() + boxes.size() / (kWidth - 1) + kWidth);
-    for (auto const &[key, box] : keys) {
+    for (auto const &[groupKey, group, key, box] : keys) {
         m_order.push_back(box);
         m_boxes.push_back(boxes[Index(box)]);
         if (!groups.empty())
-            m_groups.push_back(groups[Index(box)]);
+            m_groups.push_back(group);
     }
     AddLevels();
 }
@@ -67,7 +88,7 @@ void BoxIndex::AddLevels() {
             for (std::size_t k = i + 1; k < next; ++k)
                 box = Around(box, m_boxes[k]);
             m_boxes.push_back(box);
-            // Groups stand in order, so the first and the last one tell.
+            // A group stands together, so the first and the last one tell.
             if (!m_groups.empty())
                 m_groups.push_back(m_groups[i] == m_groups[next - 1] ? m_groups[i] : kNoGroup);
         }

@@ -1,8 +1,5 @@
 #include "zvi/drawing/CandidatePairsDetail.h"
 
-#include "zvi/base/Buckets.h"
-#include "zvi/drawing/BoxIndexDetail.h"
-
 #include <algorithm>
 
 namespace zvi::lib::drawing {
@@ -33,54 +30,65 @@ bool AreApart(NetworkEdge const &a, NetworkEdge const &b, double distance) {
             PartAtPlace(a, b, distance));
 }
 
-std::vector<Box> GrownBoxes(Network const &network, double by) {
-    std::vector<Box> boxes;
-    boxes.reserve(network.edges.size());
+std::vector<Stretch const *> StretchesOf(Network const &network) {
+    std::vector<Stretch const *> stretches;
+    stretches.reserve(network.edges.size());
     for (NetworkEdge const &e : network.edges)
-        boxes.push_back(Grown(BoxOf(e.stretch), by));
-    return boxes;
+        stretches.push_back(&e.stretch);
+    return stretches;
 }
 
 } // namespace
 
-std::vector<EdgePair> CandidatePairs(Network const &network, double reach) {
-    std::vector<Box> const boxes = GrownBoxes(network, 0.5 * reach);
-    BoxIndex index(boxes);
-    std::vector<EdgePair> pairs;
-    std::vector<int> found;
-    for (int i = 0; i < static_cast<int>(boxes.size()); ++i) {
-        index.Find(boxes[Index(i)], found);
-        for (int const other : found)
-            if (i < other && !AreApart(network.edges[Index(i)], network.edges[Index(other)], reach))
-                pairs.push_back({i, other});
-    }
-    return pairs;
+CandidatePairs::CandidatePairs(Network const &network, double reach)
+    : m_network(network), m_reach(reach), m_edgeCount(static_cast<int>(network.edges.size())),
+      m_index(StretchesOf(network), 0.5 * reach) {
+    if (!m_index.IsCrowded())
+        return;
+    m_families = CurveFamilies(network, reach);
+    m_index.SetGroups(m_families.FamilyOfEdges());
 }
 
-std::vector<EdgePair> ConnectorPairs(Network const &network, int first, std::vector<int> const &owners,
-                                     std::vector<EdgePair> const &pairs, double reach) {
+void CandidatePairs::FindPartners(int edge) {
+    m_index.FindNear(edge, m_partners);
+    if (m_index.IsCrowded())
+        m_families.AddNear(edge, m_partners);
+    NetworkEdge const &own = m_network.edges[Index(edge)];
+    std::erase_if(m_partners,
+                  [&](int other) { return other <= edge || AreApart(own, m_network.edges[Index(other)], m_reach); });
+    if (m_index.IsCrowded())
+        m_index.Arrange(m_partners);
+}
+
+void CandidatePairs::FindNeighbours(int owner, Box const &box) {
+    m_index.Find(box, m_partners);
+    NetworkEdge const &own = m_network.edges[Index(owner)];
+    std::erase_if(m_partners, [&](int other) {
+        NetworkEdge const &e = m_network.edges[Index(other)];
+        return other == owner || !Meet(box, BoxOf(e.stretch)) || AreApart(own, e, m_reach);
+    });
+    // Those with lower numbers than the owner first, as the owner is the second of such pairs.
+    auto const higher = std::stable_partition(m_partners.begin(), m_partners.end(), [&](int i) { return i < owner; });
+    std::sort(m_partners.begin(), higher);
+}
+
+std::vector<EdgePair> CandidatePairs::OfConnectors(int first, std::vector<int> const &owners) {
     std::vector<EdgePair> found;
-    if (owners.empty())
-        return found;
-    // The neighbours of each edge: the half 2p and 2p + 1 of pair p.
-    std::vector<int> begins(Index(first) + 1, 0);
-    std::vector<int> neighbours(2 * pairs.size());
-    auto const end = [&](std::size_t i) { return i % 2 == 0 ? pairs[i / 2].first : pairs[i / 2].second; };
-    base::SortIntoBuckets(2 * pairs.size(), std::span(begins), end,
-                          [&](std::size_t place, std::size_t i) { neighbours[place] = end(i ^ 1); });
-    PlaceIndex middles(reach);
+    PlaceIndex middles(m_reach);
     for (int i = 0; i < static_cast<int>(owners.size()); ++i) {
         int const connector = first + i, owner = owners[Index(i)];
-        Stretch const &s = network.edges[Index(connector)].stretch;
-        Box const box = Grown(BoxOf(s), 2.0 * network.snap);
-        auto const look = [&](int edge) {
-            if (Meet(box, BoxOf(network.edges[Index(edge)].stretch)))
-                found.push_back({edge, connector});
-        };
-        look(owner);
-        std::for_each(neighbours.begin() + begins[Index(owner)], neighbours.begin() + begins[Index(owner) + 1], look);
+        Stretch const &s = m_network.edges[Index(connector)].stretch;
+        Box const box = Grown(BoxOf(s), 2.0 * m_network.snap);
+        if (Meet(box, BoxOf(m_network.edges[Index(owner)].stretch)))
+            found.push_back({owner, connector});
+        FindNeighbours(owner, box);
+        for (int const edge : m_partners)
+            found.push_back({edge, connector});
         DrawingPoint const middle = PointAt(s, 0.5);
-        middles.ForEachNear(middle, reach, [&](int other, double) { look(first + other); });
+        middles.ForEachNear(middle, m_reach, [&](int other, double) {
+            if (Meet(box, BoxOf(m_network.edges[Index(first + other)].stretch)))
+                found.push_back({first + other, connector});
+        });
         middles.Add(middle);
     }
     return found;

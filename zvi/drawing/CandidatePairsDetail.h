@@ -1,19 +1,45 @@
 #pragma once
 
+#include "zvi/drawing/CurveFamiliesDetail.h"
 #include "zvi/drawing/NetworkDetail.h"
+#include "zvi/drawing/StretchIndexDetail.h"
 
 #include <vector>
 
 namespace zvi::lib::drawing {
 
-/// Pairs of edges, each once, that come nearer to one another than `reach` elsewhere than at a shared end; some that
-/// do not are among them.
-std::vector<EdgePair> CandidatePairs(Network const &network, double reach);
+/// Pairs of edges, each once, that come nearer to one another than a reach elsewhere than at a shared end; some that
+/// do not are among them. They are found anew each time and not held, for there may be very many.
+class CandidatePairs {
+public:
+    CandidatePairs(Network const &network, double reach);
 
-/// The pairs of connectors with what they may meet. The connectors are the edges from `first` on, shorter than `reach`;
-/// each begins at a place of an edge, or inside one, which `owners` names. `pairs` are the candidate pairs of the edges
-/// before them: what comes near a connector comes near its owner.
-std::vector<EdgePair> ConnectorPairs(Network const &network, int first, std::vector<int> const &owners,
-                                     std::vector<EdgePair> const &pairs, double reach);
+    /// Calls `look(EdgePair)` for each pair, by the first edge, the lower number, and then in an order that depends on
+    /// the boxes of the edges alone.
+    template <typename Look>
+    void ForEach(Look look) {
+        for (int edge = 0; edge < m_edgeCount; ++edge) {
+            FindPartners(edge);
+            for (int const other : m_partners)
+                look(EdgePair{edge, other});
+        }
+    }
+
+    /// The pairs of connectors with what they may meet. The connectors are the edges from `first` on, shorter than the
+    /// reach; each begins at a place of an edge, or inside one, which `owners` names.
+    std::vector<EdgePair> OfConnectors(int first, std::vector<int> const &owners);
+
+private:
+    void FindPartners(int edge);
+    /// The edges that come near `box`, but for those that have nothing to do with the edge `owner`.
+    void FindNeighbours(int owner, Box const &box);
+
+    Network const &m_network;
+    double m_reach;
+    int m_edgeCount; ///< without connectors
+    StretchIndex m_index;
+    CurveFamilies m_families;
+    std::vector<int> m_partners; ///< found last
+};
 
 } // namespace zvi::lib::drawing

@@ -189,12 +189,11 @@ private:
 
 } // namespace
 
-std::vector<int> AddConnectors(Network &network, std::vector<EdgePair> const &pairs, double tolerance, bool split,
+std::vector<int> AddConnectors(Network &network, CandidatePairs &pairs, double tolerance, bool split,
                                Landmarks const &landmarks) {
     Connectors connectors(network, tolerance, landmarks);
     if (split)
-        for (EdgePair const pair : pairs)
-            connectors.LookAt(pair);
+        pairs.ForEach([&](EdgePair pair) { connectors.LookAt(pair); });
     connectors.LookAtPlaces();
     return connectors.Close();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zvi/drawing/CandidatePairsDetail.h"
 #include "zvi/drawing/NetworkDetail.h"
 #include "zvi/drawing/ShortestFirstDetail.h"
 
@@ -15,7 +16,7 @@ namespace zvi::lib::drawing {
 /// hang together by connectors are nearer to one another than the tolerance, all of them, so that a chain of gaps does
 /// not close into one place. Without `split` only ends are connected. `pairs` are the candidate pairs.
 /// Returns for each connector an edge that ends, or passes, where it begins.
-std::vector<int> AddConnectors(Network &network, std::vector<EdgePair> const &pairs, double tolerance, bool split,
+std::vector<int> AddConnectors(Network &network, CandidatePairs &pairs, double tolerance, bool split,
                                Landmarks const &landmarks);
 
 } // namespace zvi::lib::drawing

@@ -62,8 +62,8 @@ void StretchIndex::HoldParts(std::vector<Stretch const *> const &stretches, doub
         m_begins.push_back(parts.size());
         double const count = std::clamp(std::ceil(ExtentOf(m_boxes[i]) * partsOfExtent), 1.0, kMostParts);
         for (double k = 0.0; k < count; ++k) {
-            parts.push_back(
-                count == 1.0 ? m_boxes[i] : Grown(BoxOf(PartOf(*stretches[i], k / count, (k + 1.0) / count)), grown));
+            parts.push_back(count == 1.0 ? m_boxes[i]
+                                         : Grown(BoxOf(PartOf(*stretches[i], k / count, (k + 1.0) / count)), grown));
             m_owners.push_back(static_cast<int>(i));
         }
     }
@@ -91,8 +91,9 @@ void StretchIndex::AddOwners(Box const &query, int passedOver, std::vector<int> 
         }
 }
 
-void StretchIndex::Arrange(std::vector<int> &out) const {
-    std::sort(out.begin(), out.end(), [this](int a, int b) { return RankOf(a) < RankOf(b); });
+void StretchIndex::Arrange(std::vector<int> &stretches) const {
+    std::sort(stretches.begin(), stretches.end(), [this](int a, int b) { return RankOf(a) < RankOf(b); });
+    stretches.erase(std::unique(stretches.begin(), stretches.end()), stretches.end());
 }
 
 void StretchIndex::Find(Box const &query, std::vector<int> &out) {

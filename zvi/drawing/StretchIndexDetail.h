@@ -23,6 +23,8 @@ public:
     void SetGroups(std::vector<int> const &groups);
     /// Where a stretch stands in the order in which stretches are found.
     int RankOf(int stretch) const { return m_ranks[Index(stretch)]; }
+    /// Brings stretches into that order, each once.
+    void Arrange(std::vector<int> &stretches) const;
 
     /// Fills `out` with the stretches that come near `query`, each once; some that do not are among them. They stand in
     /// the order of a space-filling curve, which depends on their boxes alone.
@@ -40,7 +42,6 @@ private:
     void HoldParts(std::vector<Stretch const *> const &stretches, double grown);
     int OwnerOf(int box) const { return IsCrowded() ? m_owners[Index(box)] : box; }
     void AddOwners(Box const &query, int passedOver, std::vector<int> &out);
-    void Arrange(std::vector<int> &out) const;
 
     std::vector<Box> m_boxes; ///< of the stretches, or of their parts
     BoxIndex m_index;
