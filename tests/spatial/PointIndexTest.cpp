@@ -1,0 +1,224 @@
+#include "zvi/spatial/MHHPointSpatialIndex.h"
+#include "zvi/spatial/MHashPointSpatialIndex.h"
+
+#include "tests/Rows.h"
+
+#include "zvi/core/MVector.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <random>
+#include <set>
+#include <vector>
+
+namespace zvi::lib::test {
+
+namespace {
+
+using Point = MVector<double, 3>;
+
+constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+/// Value n is point n; it knows them all.
+class Points : public ICalcDist {
+public:
+    explicit Points(std::vector<Point> points) : all(std::move(points)) {}
+
+    std::vector<Point> all;
+
+    double CalcDist(std::uint64_t a, std::uint64_t b) const override { return CalcDist(all[a].Data(), b); }
+    double CalcDist(float const *p, std::uint64_t value) const override {
+        return CalcDist(Point(p[0], p[1], p[2]).Data(), value);
+    }
+    double CalcDist(double const *p, std::uint64_t value) const override {
+        Point const d = Point::FromArray(p) - all[value];
+        return d[0] * d[0] + d[1] * d[1] + d[2] * d[2];
+    }
+};
+
+template <typename Index>
+Index &Lay(Index &index, Point const &low, Point const &high, int division) {
+    index.SetBoundaryAndDivision(low.Data(), high.Data(), division);
+    return index;
+}
+
+std::vector<std::uint64_t> Found(IPointSpatialIndex const &index, Point const &p, double tol, ICalcDist const &calc) {
+    MList<std::uint64_t> list{77};
+    int const count = index.FindWithinTol(p.Data(), tol, list, &calc);
+    EXPECT_EQ(static_cast<std::uint64_t>(count), list.GetCount());
+    return {list.begin(), list.end()};
+}
+
+template <typename Index>
+class PointIndex : public testing::Test {};
+using Indexes = testing::Types<MHashPointSpatialIndex, MHHPointSpatialIndex>;
+TYPED_TEST_SUITE(PointIndex, Indexes);
+
+} // namespace
+
+/// The number of cells along an axis shows in the highest cell of a triangle that goes beyond the box.
+TYPED_TEST(PointIndex, LaysAnOddNumberOfCellsAlongEachAxis) {
+    for (auto const &[dx, dy, dz, division, nx, ny, nz] : Rows<double, double, double, int, int, int, int>(R"(
+            1 1 1 10  13 13 13; 1 1 1 11  13 13 13; 8 4 0 10  13 7 1; 1 1 1 0  3 3 3; 0 0 5 3  1 1 5)")) {
+        TypeParam index;
+        Lay(index, {1, 1, 1}, {1 + dx, 1 + dy, 1 + dz}, division);
+        float const far[] = {1e6f, 1e6f, 1e6f};
+        float const middle[] = {float(1 + dx / 2), float(1 + dy / 2), float(1 + dz / 2)};
+        int low[3];
+        int high[3];
+        index.GetBoxIndexByTriangle(far, middle, far, low, high);
+        EXPECT_EQ(std::vector<int>(high, high + 3), (std::vector<int>{nx - 1, ny - 1, nz - 1})) << dx << ' ' << dy;
+        EXPECT_EQ(std::vector<int>(low, low + 3), (std::vector<int>{nx / 2, ny / 2, nz / 2})) << "the middle cell";
+        EXPECT_EQ(index.Insert(nx - 1, ny - 1, nz - 1, 1), 1);
+        EXPECT_EQ(index.Insert(nx, ny - 1, nz - 1, 1), 0) << "behind the last cell";
+        EXPECT_EQ(index.Insert(nx, 0, 0, 1), ny * nz > 1 ? 1 : 0) << "beyond a row lies the next one";
+        EXPECT_EQ(index.Insert(-1, 0, 0, 1), 0);
+        EXPECT_TRUE(index.IsConsistent());
+    }
+}
+
+TYPED_TEST(PointIndex, AnswersBadGridsAndPoints) {
+    Points const calc(std::vector<Point>(2));
+    for (auto const &[low, high, division] : Rows<double, double, int>(
+             "0 1 1000000000; 0 1 -1; 0 0 10; 1 0 10; nan 1 10; 0 nan 10; 0 inf 10; -1e308 1e308 10; 0 1 2147483647")) {
+        TypeParam index;
+        Lay(index, {low, low, low}, {high, high, high}, division);
+        Point const p(0.5, 0.5, 0.5);
+        EXPECT_EQ(index.Insert(p.Data(), 1), 0) << low << ' ' << high << ' ' << division;
+        EXPECT_EQ(index.Insert(0, 0, 0, 1), 0);
+        EXPECT_EQ(index.Delete(p.Data(), 1), 0);
+        EXPECT_EQ(index.FindNearest(p.Data(), 1, &calc), 0u);
+        EXPECT_EQ(index.ExistDuplicate(p.Data(), 1, &calc), 0);
+        index.RemoveAll();
+        EXPECT_TRUE(index.IsConsistent());
+    }
+    TypeParam index;
+    Lay(index, {0, 0, 0}, {1, 1, 1}, 10);
+    for (double const bad : {kNan, kInfinity, -kInfinity, 1e300, -1e300}) {
+        Point const p(0.5, bad, 0.5);
+        EXPECT_EQ(index.Insert(p.Data(), 1), 0) << bad;
+        EXPECT_EQ(index.Delete(p.Data(), 1), 0) << bad;
+        EXPECT_EQ(index.FindNearest(p.Data(), 1, &calc), 0u);
+    }
+    int const most = std::numeric_limits<int>::max();
+    EXPECT_EQ(index.Insert(most, most, most, 1), 0);
+    EXPECT_EQ(index.Insert(-most, -most, most, 1), 0);
+    EXPECT_EQ(MPointSpatialIndex::GetInterfaceST(nullptr), nullptr);
+    EXPECT_EQ(MPointSpatialIndex::GetInterfaceST(&index), static_cast<IPointSpatialIndex *>(&index));
+}
+
+TEST(MHashPointSpatialIndex, FindsWhatIsNearAsASlowSearchDoes) {
+    constexpr unsigned kSeed = 11;
+    SCOPED_TRACE(kSeed);
+    std::mt19937 random(kSeed);
+    std::uniform_real_distribution<double> place(-3, 5);
+    MHashPointSpatialIndex index;
+    Lay(index, {-3, -3, -3}, {5, 5, 1}, 9);
+    Points points({Point(1e9, 1e9, 1e9)}); // value 0 is nothing
+    std::set<std::uint64_t> present;
+    auto const squared = [&points](Point const &p, std::uint64_t value) { return points.CalcDist(p.Data(), value); };
+    for (int step = 0; step < 3000; ++step) {
+        Point const p(place(random), place(random), std::min(place(random), 1.0));
+        points.all.push_back(p);
+        std::uint64_t const value = points.all.size() - 1;
+        EXPECT_EQ(index.Insert(p.Data(), value), 1);
+        present.insert(value);
+        std::uint64_t const gone = random() % value + 1;
+        if (step % 3 == 0) {
+            EXPECT_EQ(index.Delete(points.all[gone].Data(), gone), static_cast<int>(present.erase(gone)));
+        }
+        Point const query(place(random), place(random), place(random));
+        double const tol = 0.1 * static_cast<double>(random() % 20);
+        std::set<std::uint64_t> expected;
+        double best = tol * tol;
+        for (std::uint64_t const each : present) {
+            if (squared(query, each) <= tol * tol)
+                expected.insert(each);
+            best = std::min(best, squared(query, each));
+        }
+        std::vector<std::uint64_t> const found = Found(index, query, tol, points);
+        EXPECT_EQ(std::set(found.begin(), found.end()), expected);
+        EXPECT_EQ(found.size(), expected.size());
+        EXPECT_EQ(index.ExistDuplicate(query.Data(), tol, &points), expected.empty() ? 0 : 1);
+        std::uint64_t const nearest = index.FindNearest(query.Data(), tol, &points);
+        EXPECT_EQ(nearest == 0 ? tol * tol : squared(query, nearest), best);
+    }
+    EXPECT_TRUE(index.IsConsistent());
+    index.RemoveAll();
+    EXPECT_TRUE(index.IsConsistent());
+    EXPECT_TRUE(Found(index, {0, 0, 0}, 100, points).empty());
+    EXPECT_EQ(index.Insert(points.all[1].Data(), 1), 1);
+    float const query[] = {float(points.all[1][0]), float(points.all[1][1]), float(points.all[1][2])};
+    MList<std::uint64_t> list;
+    EXPECT_EQ(index.FindWithinTol(query, 1e-5, list, &points), 1);
+}
+
+TEST(MHashPointSpatialIndex, CountsADistanceOfExactlyTheToleranceInAllSearchesButTheNearest) {
+    MHashPointSpatialIndex index;
+    Lay(index, {0, 0, 0}, {8, 8, 8}, 3);
+    Points const points({Point(), {3, 4, 4}, {5, 4, 4}, {5, 4, 4}});
+    for (std::uint64_t value = 1; value < 4; ++value)
+        index.Insert(points.all[value].Data(), value);
+    Point const middle(4, 4, 4);
+    EXPECT_EQ(index.FindNearest(middle.Data(), 1, &points), 0u);
+    EXPECT_EQ(index.ExistDuplicate(middle.Data(), 1, &points), 1);
+    EXPECT_EQ(Found(index, middle, 1, points), (std::vector<std::uint64_t>{3, 2, 1})) << "the latest first";
+    EXPECT_EQ(index.FindNearest(middle.Data(), 1.5, &points), 3u);
+    EXPECT_TRUE(Found(index, middle, kNan, points).empty());
+    EXPECT_EQ(index.Delete(points.all[2].Data(), 2), 1);
+    EXPECT_EQ(index.Delete(points.all[2].Data(), 2), 0);
+    EXPECT_EQ(Found(index, middle, 1, points), (std::vector<std::uint64_t>{3, 1}));
+}
+
+TEST(MHHPointSpatialIndex, FindsBeyondTheToleranceAndTakesOutTheLatestAlone) {
+    MHHPointSpatialIndex index;
+    Lay(index, {0, 0, 0}, {8, 8, 8}, 3);
+    Points const points({Point(), {4.85, 4.85, 4}, {4.85, 4.85, 4}, {5.1, 4, 4}});
+    Point const middle(4, 4, 4);
+    EXPECT_EQ(index.Delete(points.all[1].Data(), 1), 0) << "an empty cell";
+    for (std::uint64_t value = 1; value < 4; ++value)
+        index.Insert(points.all[value].Data(), value);
+    EXPECT_EQ(index.FindNearest(middle.Data(), 1, &points), 2u) << "at 1.2 within the cube, the latest of two";
+    EXPECT_EQ(index.Delete(points.all[1].Data(), 1), 0) << "lies deeper in its cell";
+    EXPECT_EQ(index.Delete(points.all[3].Data(), 3), 1);
+    EXPECT_EQ(index.Delete(points.all[2].Data(), 2), 1);
+    EXPECT_EQ(index.Delete(points.all[1].Data(), 1), 1);
+    EXPECT_EQ(index.FindNearest(middle.Data(), 1, &points), 0u);
+    MList<std::uint64_t> list{5, 6};
+    float const floats[] = {4, 4, 4};
+    index.Insert(middle.Data(), 1);
+    EXPECT_EQ(index.FindWithinTol(middle.Data(), 9, list, &points), 0);
+    EXPECT_EQ(index.FindWithinTol(floats, 9, list, &points), 0);
+    EXPECT_EQ(index.ExistDuplicate(middle.Data(), 9, &points), 0);
+    EXPECT_EQ(list.GetCount(), 2u) << "left as it was";
+    EXPECT_TRUE(index.IsConsistent());
+}
+
+TEST(MHHPointSpatialIndex, FindsTheNearestWithinTheToleranceAsASlowSearchDoes) {
+    std::mt19937 random(5);
+    std::uniform_real_distribution<double> place(0, 8);
+    MHHPointSpatialIndex index;
+    Lay(index, {0, 0, 0}, {8, 8, 8}, 7);
+    Points points({Point(1e9, 0, 0)});
+    for (int i = 0; i < 800; ++i) {
+        points.all.emplace_back(place(random), place(random), place(random));
+        index.Insert(points.all.back().Data(), points.all.size() - 1);
+        Point const query(place(random), place(random), place(random));
+        double const tol = 0.1 * static_cast<double>(random() % 15);
+        double best = kInfinity;
+        for (std::uint64_t value = 1; value < points.all.size(); ++value)
+            best = std::min(best, points.CalcDist(query.Data(), value));
+        std::uint64_t const nearest = index.FindNearest(query.Data(), tol, &points);
+        if (best < tol * tol) {
+            EXPECT_EQ(points.CalcDist(query.Data(), nearest), best);
+        } else if (nearest != 0) {
+            EXPECT_LT(points.CalcDist(query.Data(), nearest), 2 * tol * tol);
+        }
+    }
+}
+
+} // namespace zvi::lib::test

@@ -1,0 +1,7 @@
+#include "zvi/spatial/MPointSpatialIndex.h"
+
+namespace zvi::lib {
+
+MPointSpatialIndex::~MPointSpatialIndex() = default;
+
+} // namespace zvi::lib
