@@ -82,6 +82,7 @@
 #include "zvi/host/UnicodeStream.h"
 #include "zvi/host/UserValues.h"
 
+#include "zvi/interface/IProgressBar.h"
 #include "zvi/interface/IUnitCtrl.h"
 #include "zvi/interface/IUnitListener.h"
 
@@ -99,6 +100,7 @@
 #include "zvi/math/free/Scalar.h"
 #include "zvi/math/free/Shrinkage.h"
 #include "zvi/math/free/Triangle.h"
+#include "zvi/math/free/TriangleDistance.h"
 #include "zvi/math/free/ValueArray.h"
 #include "zvi/math/func/MCompFunc.h"
 #include "zvi/math/func/MMathFunc.h"
@@ -112,7 +114,9 @@
 #include "zvi/services/MSpecialChar.h"
 #include "zvi/services/MTestEnvMgr.h"
 
+#include "zvi/spatial/CTriangleSpatialIndex.h"
 #include "zvi/spatial/ICalcDist.h"
+#include "zvi/spatial/ICompTri.h"
 #include "zvi/spatial/IPointSpatialIndex.h"
 #include "zvi/spatial/MHHPointSpatialIndex.h"
 #include "zvi/spatial/MHashPointSpatialIndex.h"

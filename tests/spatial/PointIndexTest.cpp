@@ -24,7 +24,7 @@ constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 /// Value n is point n; it knows them all.
-class Points : public ICalcDist {
+class Points final : public ICalcDist {
 public:
     explicit Points(std::vector<Point> points) : all(std::move(points)) {}
 

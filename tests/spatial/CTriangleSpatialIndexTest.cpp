@@ -1,0 +1,289 @@
+#include "zvi/spatial/CTriangleSpatialIndex.h"
+
+#include "tests/Rows.h"
+
+#include "zvi/interface/IProgressBar.h"
+#include "zvi/math/free/TriangleDistance.h"
+#include "zvi/spatial/triangles/ContactProgressDetail.h"
+#include "zvi/spatial/triangles/TriangleBoxDetail.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <limits>
+#include <map>
+#include <random>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace zvi::lib::test {
+
+namespace {
+
+using spatial::FloatPoint;
+using Corners = std::array<FloatPoint, 3>;
+
+struct Triangle {
+    Corners corners;
+    int group = 0;
+};
+
+double DistanceOf(Triangle const &first, Triangle const &second) {
+    std::array<std::array<double, 3>, 6> p{};
+    for (std::size_t i = 0; i < 3; ++i) {
+        std::copy_n(first.corners[i].begin(), 3, p[i].begin());
+        std::copy_n(second.corners[i].begin(), 3, p[3 + i].begin());
+    }
+    return distance_triangles_3d(p[0].data(), p[1].data(), p[2].data(), p[3].data(), p[4].data(), p[5].data());
+}
+
+class Comparison final : public ICompTri {
+public:
+    std::multiset<std::pair<Triangle *, Triangle *>> reported;
+    std::set<int> comparedGroups;
+
+    int Compare(void *item1, void *item2, float tol) override {
+        auto const &first = *static_cast<Triangle *>(item1);
+        auto const &second = *static_cast<Triangle *>(item2);
+        EXPECT_NE(first.group, second.group);
+        return DistanceOf(first, second) <= static_cast<double>(tol) ? 1 : 0;
+    }
+    void Report(void *item1, void *item2) override {
+        reported.emplace(static_cast<Triangle *>(item1), static_cast<Triangle *>(item2));
+    }
+    int GetTriangle(void *item, float *a, float *b, float *c, float *normal) override {
+        Corners const &corners = static_cast<Triangle *>(item)->corners;
+        std::ranges::copy(corners[0], a);
+        std::ranges::copy(corners[1], b);
+        std::ranges::copy(corners[2], c);
+        normal[2] = 1;
+        return static_cast<Triangle *>(item)->group != 9 ? 1 : 0;
+    }
+};
+
+int Insert(CTriangleSpatialIndex &index, Triangle &triangle, float tol) {
+    Corners const &c = triangle.corners;
+    return index.Insert(c[0].data(), c[1].data(), c[2].data(), triangle.group, tol, &triangle);
+}
+
+/// Whether something of a triangle is left when it is cut by the six planes of a cube around the origin.
+bool IsLeftInCube(Corners const &corners, double half) {
+    std::vector<std::array<double, 3>> polygon;
+    for (FloatPoint const &p : corners)
+        polygon.push_back({p[0], p[1], p[2]});
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        for (double const side : {1.0, -1.0}) {
+            std::vector<std::array<double, 3>> cut;
+            for (std::size_t i = 0; i < polygon.size(); ++i) {
+                auto const &p = polygon[i];
+                auto const &q = polygon[(i + 1) % polygon.size()];
+                double const inP = half - side * p[axis];
+                double const inQ = half - side * q[axis];
+                if (inP >= 0)
+                    cut.push_back(p);
+                if ((inP < 0) != (inQ < 0)) {
+                    double const t = inP / (inP - inQ);
+                    cut.push_back({p[0] + t * (q[0] - p[0]), p[1] + t * (q[1] - p[1]), p[2] + t * (q[2] - p[2])});
+                }
+            }
+            polygon = cut;
+        }
+    }
+    return !polygon.empty();
+}
+
+class Bar : public zvi_interface::IProgressBar {
+public:
+    std::vector<std::wstring> texts;
+    int refreshed = 0;
+    void SetText(wchar_t const *text) override { texts.emplace_back(text); }
+    void Refresh() override { ++refreshed; }
+};
+
+} // namespace
+
+TEST(TriangleBox, TouchesWhatCuttingLeaves) {
+    constexpr unsigned kSeed = 3;
+    SCOPED_TRACE(kSeed);
+    std::mt19937 random(kSeed);
+    std::normal_distribution<float> place(0, 1.5);
+    int touching = 0;
+    for (int i = 0; i < 20000; ++i) {
+        float const size = i % 3 == 0 ? 0.2f : 1.0f;
+        Corners corners{};
+        FloatPoint const begin = {place(random), place(random), place(random)};
+        for (FloatPoint &p : corners) {
+            for (std::size_t axis = 0; axis < 3; ++axis)
+                p[axis] = begin[axis] + size * place(random);
+        }
+        if (i % 5 == 0)
+            corners[2] = corners[i % 2 == 0 ? 1 : 0]; // a segment
+        bool const isClear = IsLeftInCube(corners, 1 - 1e-5) == IsLeftInCube(corners, 1 + 1e-5);
+        if (!isClear || i % 5 == 0)
+            continue; // what merely touches is decided by rounding
+        bool const touches = spatial::TouchesCube(corners, 1);
+        EXPECT_EQ(touches, IsLeftInCube(corners, 1)) << "triangle " << i;
+        touching += touches ? 1 : 0;
+    }
+    EXPECT_GT(touching, 3000);
+}
+
+TEST(CTriangleSpatialIndex, FindsThePairsThatASlowSearchFinds) {
+    for (unsigned const seed : {1u, 2u, 3u}) {
+        SCOPED_TRACE(seed);
+        std::mt19937 random(seed);
+        std::uniform_real_distribution<float> place(0, 10);
+        std::normal_distribution<float> side(0, seed == 2 ? 2.0f : 0.5f);
+        std::vector<Triangle> triangles(250);
+        for (std::size_t i = 0; i < triangles.size(); ++i) {
+            FloatPoint const begin = {place(random), place(random), seed == 3 ? 5.0f : place(random)};
+            for (FloatPoint &p : triangles[i].corners)
+                p = {begin[0] + side(random), begin[1] + side(random), begin[2] + (seed == 3 ? 0 : side(random))};
+            triangles[i].group = static_cast<int>(i % 3);
+        }
+        float const tol = seed == 3 ? 0.0f : 0.25f;
+        float const box[] = {-9, -9, -9, 19, 19, 19};
+        CTriangleSpatialIndex index(box, 20, seed == 1 ? 1.9f : 0.0f);
+        int stored = 0;
+        for (Triangle &triangle : triangles)
+            stored += Insert(index, triangle, tol / 2 + 1e-5f);
+        EXPECT_EQ(index.GetItemCount(), stored);
+        EXPECT_TRUE(index.IsConsistent());
+        Comparison comparison;
+        index.FindTriWithinTol(tol, &comparison);
+        std::set<std::pair<Triangle *, Triangle *>> expected;
+        for (auto first = triangles.begin(); first != triangles.end(); ++first) {
+            for (auto second = triangles.begin(); second != first; ++second) {
+                if (first->group != second->group && DistanceOf(*first, *second) <= static_cast<double>(tol))
+                    expected.emplace(&*first, &*second);
+            }
+        }
+        std::set<std::pair<Triangle *, Triangle *>> const found(comparison.reported.begin(), comparison.reported.end());
+        EXPECT_EQ(found, expected) << "the one stored later comes first";
+        EXPECT_GT(expected.size(), 20u);
+        index.RemoveAll();
+        EXPECT_EQ(index.GetItemCount(), 0);
+        EXPECT_TRUE(index.IsConsistent());
+        EXPECT_GT(Insert(index, triangles[0], tol), 0);
+    }
+}
+
+TEST(CTriangleSpatialIndex, LaysCellsAndReachesThemByItsRules) {
+    float const box[] = {0, 0, 0, 10, 10, 10};
+    CTriangleSpatialIndex const fine(box, 10, 0);   // 13 cells of 0.918... along each axis, from -0.968 to 10.968
+    CTriangleSpatialIndex const coarse(box, 10, 4); // 3 cells of 4
+    long low[3] = {};
+    long high[3] = {};
+    for (auto const &[isFine, x, tol, reached, lowest, highest] : Rows<int, float, float, int, long, long>(R"(
+            1 5 0  1 6 6; 1 5 0.5  1 5 7; 1 99 0  0 0 0; 1 -99 0  0 0 0; 1 11.5 1  1 12 12; 1 -1.5 1  1 0 0;
+            1 -1.8 0  1 0 0; 1 -1.9 0  0 0 0; 1 5 1e9  1 0 12; 0 5 0  1 1 1; 0 5 2.5  1 0 2; 1 nan 1  0 0 0)")) {
+        float const p[] = {x, x, x};
+        CTriangleSpatialIndex const &index = isFine != 0 ? fine : coarse;
+        EXPECT_EQ(index.GetBoxIndexByTriangle(p, p, p, tol, low, high), reached) << x << ' ' << tol;
+        if (reached != 0) {
+            EXPECT_EQ(std::pair(low[2], high[2]), std::pair(lowest, highest)) << x << ' ' << tol;
+        }
+    }
+    float const far[] = {5, 99, 5};
+    low[0] = high[0] = low[1] = high[1] = -7;
+    EXPECT_EQ(fine.GetBoxIndexByTriangle(far, far, far, 0, low, high), 0);
+    EXPECT_EQ((std::array{low[0], high[0], low[1], high[1]}), (std::array{6L, 6L, -7L, -7L})) << "x is written, y not";
+}
+
+TEST(CTriangleSpatialIndex, AnswersBadBoxesAndTriangles) {
+    constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
+    constexpr float kInfinity = std::numeric_limits<float>::infinity();
+    Triangle good{{{{1, 1, 1}, {2, 1, 1}, {1, 2, 1}}}};
+    Comparison comparison;
+    for (auto const &[low, high, divisions, minCell] : Rows<float, float, long, float>(R"(
+            0 10 1000000000 0; 0 0 10 0; 10 0 10 0; nan 10 10 0; 0 inf 10 0; 0 10 -11 0; -3e38 3e38 2000000000 1e-30)")) {
+        float const box[] = {low, low, low, high, high, high};
+        CTriangleSpatialIndex index(box, divisions, minCell);
+        EXPECT_EQ(Insert(index, good, 0.1f), 0) << low << ' ' << high << ' ' << divisions;
+        index.FindTriWithinTol(1, &comparison);
+        index.RemoveAll();
+        EXPECT_TRUE(index.IsConsistent() && index.GetItemCount() == 0);
+    }
+    float const box[] = {0, 0, 0, 10, 10, 10};
+    CTriangleSpatialIndex index(box, 10, 0);
+    EXPECT_EQ(Insert(index, good, kNan) + Insert(index, good, kInfinity) + Insert(index, good, -50), 0);
+    for (float const bad : {kNan, kInfinity, -kInfinity, 3e38f}) {
+        Triangle triangle = good;
+        triangle.corners[1][1] = bad;
+        if (std::isfinite(bad))
+            triangle.corners[0][1] = triangle.corners[2][1] = bad;
+        EXPECT_EQ(Insert(index, triangle, 1), 0) << bad;
+    }
+    Triangle point{{{{5, 5, 5}, {5, 5, 5}, {5, 5, 5}}}, 1};
+    EXPECT_EQ(Insert(index, point, 0), 1);
+    EXPECT_EQ(Insert(index, good, 100), 13 * 13 * 13) << "a large tolerance reaches every cell";
+    index.FindTriWithinTol(7, &comparison);
+    EXPECT_EQ(comparison.reported.size(), 1u);
+    EXPECT_TRUE(index.IsConsistent());
+}
+
+TEST(CTriangleSpatialIndex, TellsThePercentageOfCellsToTheProgressBar) {
+    Comparison comparison;
+    for (auto const &[divisions, calls] : Rows<long, int>("1 27; 3 100; 10 100; 30 100")) { // 3, 5, 13, 33 cells a side
+        float const box[] = {0, 0, 0, 10, 10, 10};
+        CTriangleSpatialIndex index(box, divisions, 0);
+        Bar bar;
+        zvi_interface::IProgressBar::SetInstance(&bar);
+        index.FindTriWithinTol(1, &comparison);
+        EXPECT_EQ(static_cast<int>(bar.texts.size()), calls) << divisions;
+        EXPECT_EQ(bar.refreshed, calls);
+        EXPECT_TRUE(bar.texts.back().starts_with(L"IDS_CAE_COMMON_CADIMPORT_PROGRESS_CONTACT : "));
+    }
+    EXPECT_EQ(zvi_interface::IProgressBar::GetInstance(), nullptr) << "a bar that has gone is no longer told";
+    std::map<std::wstring, std::wstring> const shown = {{L"%d %% done", L"37 % done"},
+                                                        {L"<%5d>", L"<   37>"},
+                                                        {L"%x", L"25"},
+                                                        {L"%s", L"%s"},
+                                                        {L"%d of %d", L"%d of %d"},
+                                                        {L"100%", L"100%"},
+                                                        {L"%%d", L"%%d"},
+                                                        {L"%ld", L"%ld"},
+                                                        {L"%*d", L"%*d"},
+                                                        {L"none", L"none"},
+                                                        {L"%d%n", L"%d%n"},
+                                                        {L"", L""}};
+    for (auto const &[text, expected] : shown)
+        EXPECT_EQ(spatial::WithNumber(text.c_str(), 37), expected.c_str());
+}
+
+TEST(CTriangleSpatialIndex, WritesItsTriangles) {
+    namespace fs = std::filesystem;
+    fs::path const file = fs::temp_directory_path() / "zvi_triangles_test.txt";
+    float const box[] = {0, 0, 0, 10, 10, 10};
+    CTriangleSpatialIndex index(box, 10, 0);
+    Triangle triangle{{{{5, 5, 5}, {5.25f, 5, 5}, {5, 5.25f, -0.0f}}}};
+    triangle.corners[2][2] = 5;
+    Triangle hidden{triangle.corners, 9};
+    Insert(index, triangle, 0);
+    Insert(index, hidden, 0);
+    Comparison comparison;
+    index.WriteIndexedTriangle(file.wstring().c_str(), &comparison);
+    std::ifstream stream(file);
+    std::string const text((std::istreambuf_iterator<char>(stream)), {});
+    EXPECT_EQ(text, "Contact Search\n"
+                    "    facet normal               0             0             1\n"
+                    "        outer loop\n"
+                    "            vertex             5             5             5\n"
+                    "            vertex          5.25             5             5\n"
+                    "            vertex             5          5.25             5\n"
+                    "        endloop\n"
+                    "    endfacet\n"
+                    "end Contact Search\n");
+    stream.close();
+    fs::remove(file);
+    index.WriteIndexedTriangle((file / "none").wstring().c_str(), &comparison);
+    EXPECT_FALSE(fs::exists(file));
+}
+
+} // namespace zvi::lib::test

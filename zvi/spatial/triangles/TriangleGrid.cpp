@@ -1,0 +1,131 @@
+#include "zvi/spatial/triangles/TriangleGridDetail.h"
+
+#include <algorithm>
+#include <limits>
+#include <memory>
+#include <new>
+
+namespace zvi::lib::spatial {
+
+namespace {
+
+/// The part by which the longest extent is enlarged, and that of the margin.
+constexpr double kSlack = 0.01;
+
+/// Numbers of cells are kept in 32 bits with a sign.
+constexpr std::uint32_t kMostCells = std::numeric_limits<std::int32_t>::max();
+
+} // namespace
+
+TriangleGrid *TriangleGrid::Make(float const *box, long divisions, float minCell) {
+    std::unique_ptr<TriangleGrid> grid(new (std::nothrow) TriangleGrid);
+    return grid && grid->Lay({box[0], box[1], box[2]}, {box[3], box[4], box[5]}, divisions, double{minCell})
+               ? grid.release()
+               : nullptr;
+}
+
+bool TriangleGrid::Lay(std::array<double, 3> const &low, std::array<double, 3> const &high, long divisions,
+                       double minCell) {
+    if (!m_block.Lay({high[0] - low[0], high[1] - low[1], high[2] - low[2]}, divisions, kSlack, minCell, kMostCells))
+        return false;
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        double const length = m_block.counts[axis] * m_block.cellSize;
+        m_block.origin[axis] = (low[axis] + high[axis]) * 0.5 - length * 0.5;
+        m_farCorner[axis] = m_block.origin[axis] + length;
+    }
+    return m_heads.Make(m_block.total);
+}
+
+bool TriangleGrid::Reach(std::size_t axis, std::array<float const *, 3> const &corners, float tol, int &low,
+                         int &high) const {
+    int const count = m_block.counts[axis];
+    int lowest = count;
+    int highest = -1;
+    for (float const *const corner : corners) {
+        int const above = m_block.Step(axis, static_cast<double>(corner[axis] + tol));
+        int const below = m_block.Step(axis, static_cast<double>(corner[axis] - tol));
+        highest = std::max(highest, above);
+        lowest = std::min(lowest, below);
+    }
+    if (highest < 0 || lowest >= count)
+        return false;
+    low = std::max(lowest, 0);
+    high = std::min(highest, count - 1);
+    return true;
+}
+
+void TriangleGrid::FindTouched(TriangleCells const &cells, std::array<float const *, 3> const &corners, float tol) {
+    double const cell = m_block.cellSize;
+    auto const half = static_cast<float>(cell / 2 + static_cast<double>(tol));
+    auto const centerOf = [&](std::size_t axis, int step) {
+        return static_cast<float>(m_block.origin[axis] + (step + 0.5) * cell);
+    };
+    std::array<FloatPoint, 3> seen{}; // the corners from the centre of a cell
+    auto const look = [&](std::size_t axis, int step) {
+        float const center = centerOf(axis, step);
+        for (std::size_t corner = 0; corner < 3; ++corner)
+            seen[corner][axis] = corners[corner][axis] - center;
+    };
+    m_touched.clear();
+    for (int i = cells.low[0]; i <= cells.high[0]; ++i) {
+        look(0, i);
+        for (int j = cells.low[1]; j <= cells.high[1]; ++j) {
+            look(1, j);
+            for (int k = cells.low[2]; k <= cells.high[2]; ++k) {
+                look(2, k);
+                if (TouchesCube(seen, half))
+                    m_touched.push_back(m_block.Number(i, j, k));
+            }
+        }
+    }
+}
+
+int TriangleGrid::Store(TriangleCells const &cells, std::array<float const *, 3> const &corners, float tol,
+                        TriangleNode const &node) {
+    FindTouched(cells, corners, tol);
+    auto const count = static_cast<std::int32_t>(m_touched.size());
+    if (count == 0 || m_itemCount > std::numeric_limits<std::int32_t>::max() - count)
+        return 0;
+    void *const memory = m_nodes.Take(m_touched.size() * sizeof(TriangleNode));
+    if (!memory)
+        throw std::bad_alloc();
+    auto *nodes = static_cast<TriangleNode *>(memory);
+    for (std::uint32_t const cell : m_touched) {
+        TriangleNode *&head = m_heads[cell];
+        head = ::new (static_cast<void *>(nodes++)) TriangleNode{node.item, node.group, head};
+    }
+    m_itemCount += count;
+    return count;
+}
+
+void TriangleGrid::RemoveAll() {
+    for (std::uint32_t cell = 0; m_itemCount != 0; ++cell) {
+        for (TriangleNode const *node = m_heads[cell]; node; node = node->next)
+            --m_itemCount;
+        if (m_heads[cell])
+            m_heads[cell] = nullptr;
+    }
+    m_nodes.ReleaseAll();
+}
+
+bool TriangleGrid::IsConsistent() const {
+    std::uint64_t product = 1;
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        int const count = m_block.counts[axis];
+        if (count <= 0 || count % 2 == 0 || !(m_farCorner[axis] > m_block.origin[axis]))
+            return false;
+        product *= static_cast<std::uint64_t>(count);
+    }
+    if (product != m_block.total || m_heads.Count() != m_block.total)
+        return false;
+    std::int64_t met = 0;
+    for (std::uint32_t cell = 0; cell < m_block.total; ++cell) {
+        for (TriangleNode const *node = m_heads[cell]; node; node = node->next) {
+            if (++met > m_itemCount)
+                return false;
+        }
+    }
+    return met == m_itemCount;
+}
+
+} // namespace zvi::lib::spatial
