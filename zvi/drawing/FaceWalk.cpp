@@ -1,6 +1,6 @@
 #include "zvi/drawing/FaceWalkDetail.h"
 
-#include "zvi/drawing/DisjointSetsDetail.h"
+#include "zvi/base/DisjointSets.h"
 
 namespace zvi::lib::drawing {
 
@@ -49,7 +49,7 @@ std::vector<int> NumberWalks(PlanarMap const &map, std::vector<HalfEdge> &firsts
 }
 
 void MarkOutsides(PlanarMap const &map, FaceWalks &faces) {
-    DisjointSets parts(faces.walks.size());
+    base::DisjointSets parts(faces.walks.size());
     for (int e = 0; e < map.EdgeCount(); ++e)
         if (map.IsInMap(e))
             parts.Unite(faces.Of(HalfEdge::Along(e)), faces.Of(HalfEdge::Against(e)));

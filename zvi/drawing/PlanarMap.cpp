@@ -1,6 +1,6 @@
 #include "zvi/drawing/PlanarMapDetail.h"
 
-#include "zvi/drawing/DisjointSetsDetail.h"
+#include "zvi/base/DisjointSets.h"
 
 #include <algorithm>
 #include <utility>
@@ -101,7 +101,7 @@ void PlanarMap::MergeAcrossFace(HalfEdge a, HalfEdge b) {
 }
 
 bool PlanarMap::IsPlanar() const {
-    DisjointSets parts(Index(m_places.Count()));
+    base::DisjointSets parts(Index(m_places.Count()));
     std::vector<bool> isSeen(m_ccw.size(), false);
     std::vector<bool> hasEdge(Index(m_places.Count()), false);
     int faces = 0, edges = 0, places = 0, partCount = 0;

@@ -1,6 +1,7 @@
 #include "zvi/spatial/triangles/ContactProgressDetail.h"
 
 #include "zvi/interface/IProgressBar.h"
+#include "zvi/text/MMSGFunction.h"
 
 #include <cwchar>
 #include <string_view>
@@ -10,15 +11,6 @@ namespace zvi::lib::spatial {
 namespace {
 
 constexpr wchar_t const *kProgressKey = L"IDS_CAE_COMMON_CADIMPORT_PROGRESS_CONTACT";
-
-/// What stands behind a key that no catalogue holds.
-constexpr wchar_t const *kUnknownKey = L"%s : \xBBF8\xB4F1\xB85D \xBB38\xC790\xC5F4";
-
-CString ProgressText() {
-    CString text;
-    text.Format(kUnknownKey, kProgressKey);
-    return text;
-}
 
 /// Whether the text has exactly one conversion and that is one of an `int`; "%%" is none.
 bool IsFormatOfOneInt(std::wstring_view text) {
@@ -56,7 +48,7 @@ void ContactProgress::Look(std::uint32_t cell) {
     if (percentage != m_shown) {
         m_shown = percentage;
         if (zvi_interface::IProgressBar *const bar = zvi_interface::IProgressBar::GetInstance()) {
-            bar->SetText(WithNumber(ProgressText(), percentage).GetString());
+            bar->SetText(WithNumber(MMSGFunction::GetValue(kProgressKey), percentage).GetString());
             bar->Refresh();
         }
     }

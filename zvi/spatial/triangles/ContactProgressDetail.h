@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zvi/Export.h"
 #include "zvi/core/CString.h"
 
 #include <cstdint>
@@ -8,7 +9,7 @@ namespace zvi::lib::spatial {
 
 /// The text of a catalogue with its number put in. It is a format if it has exactly one conversion, of an `int`;
 /// otherwise it is shown as it is.
-CString WithNumber(CString const &text, int number);
+ZVI_API CString WithNumber(CString const &text, int number);
 
 /// Tells the progress bar of the process how many of the cells have been come to.
 class ContactProgress {

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "zvi/drawing/PlaneDetail.h"
+#include "zvi/base/Index.h"
 
 #include <algorithm>
 #include <numeric>
 #include <vector>
 
-namespace zvi::lib::drawing {
+namespace zvi::lib::base {
 
 /// Sets of the numbers from 0 that grow together.
 class DisjointSets {
@@ -30,4 +30,4 @@ private:
     std::vector<int> m_parent;
 };
 
-} // namespace zvi::lib::drawing
+} // namespace zvi::lib::base
