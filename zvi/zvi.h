@@ -65,6 +65,7 @@
 #include "zvi/drawing/CutDrawingCurves.h"
 #include "zvi/drawing/DrawingRecords.h"
 #include "zvi/drawing/MakeDrawingDomains.h"
+#include "zvi/drawing/SuggestedJoinTolerance.h"
 
 #include "zvi/host/CDC.h"
 #include "zvi/host/CFile.h"

@@ -3,6 +3,7 @@
 #include "zvi/curves/MIntersectUtil.h"
 #include "zvi/drawing/CutDrawingCurves.h"
 #include "zvi/drawing/MakeDrawingDomains.h"
+#include "zvi/drawing/SuggestedJoinTolerance.h"
 
 #include <gtest/gtest.h>
 
@@ -56,11 +57,25 @@ TEST(DrawingDetails, EachLeftoverHasItsReason) {
     EXPECT_EQ(result.domains.size(), 2u);
 }
 
+TEST(DrawingDetails, TheSuggestedToleranceFollowsTheDrawingAndNotWhatIsStray) {
+    std::vector<DrawingCurve> curves = Curves("line 1 0 0 40 0; line 2 40 0 40 30; line 3 40 30 0 30; line 4 0 30 0 0;"
+                                              "circle 5 10 10 2; arc 6 20 15 5 0 90");
+    EXPECT_DOUBLE_EQ(SuggestedJoinTolerance(curves), 40e-6);
+    std::vector<DrawingCurve> const far = Curves("line 7 900000 0 900001 0; circle 8 0 -1e9 3; line 9 200 0 200 1");
+    curves.insert(curves.end(), far.begin(), far.end() - 1);
+    EXPECT_DOUBLE_EQ(SuggestedJoinTolerance(curves), 40e-6) << "stray";
+    curves.push_back(far.back());
+    EXPECT_DOUBLE_EQ(DrawingSize(curves), 200) << "away, but not stray";
+    curves.back().end.y = std::numeric_limits<double>::infinity();
+    EXPECT_DOUBLE_EQ(DrawingSize(curves), 40);
+    EXPECT_EQ(SuggestedJoinTolerance({}), 0.0);
+}
+
 TEST(DrawingDetails, AGapNamesPlaceDistanceCurvesAndTheToleranceThatClosesIt) {
     std::vector<DrawingCurve> const curves =
         Curves("line 1 0 0 4 0; line 2 4 0 4 4; line 3 4 4 0 4; line 4 0 4 0 0.003; line 5 2 0.006 2 4");
     DrawingResult const open = MakeDrawingDomains(curves);
-    ASSERT_EQ(open.gaps.size(), 3u); // both ends of the corner that does not close, and the wall that stops short
+    ASSERT_EQ(open.gaps.size(), 2u); // the corner that does not close, once, and the wall that stops short
     double closing = 0.0;
     for (DrawingGap const &gap : open.gaps) {
         EXPECT_NEAR(gap.distance, gap.curves[0] == 5 ? 0.006 : 0.003, 1e-12);

@@ -79,8 +79,8 @@ struct DrawingLeftover {
     LeftoverReason reason = LeftoverReason::kDangle;
 };
 
-/// A loose end that misses another curve by little: `curves[0]` ends at `at`, and `curves[1]` passes or ends at
-/// `distance` from it. A join tolerance of `closingTolerance` would close the gap.
+/// A loose end that misses another curve: `curves[0]` ends at `at`, and `curves[1]` passes or ends at `distance` from
+/// it, at most a hundredth of the drawing's size. A join tolerance of `closingTolerance` would close the gap.
 struct DrawingGap {
     DrawingPoint at;
     double distance = 0.0;
@@ -100,7 +100,7 @@ struct DrawingCounts {
 struct DrawingResult {
     std::vector<DrawingDomain> domains;
     std::vector<DrawingLeftover> leftovers;
-    std::vector<DrawingGap> gaps;
+    std::vector<DrawingGap> gaps; ///< nearest first, each once
     DrawingCounts counts;
 };
 

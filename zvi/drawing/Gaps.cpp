@@ -1,13 +1,22 @@
 #include "zvi/drawing/GapsDetail.h"
 
 #include "zvi/drawing/BoxIndexDetail.h"
+#include "zvi/drawing/SuggestedJoinTolerance.h"
+
+#include <algorithm>
+#include <tuple>
+#include <utility>
 
 namespace zvi::lib::drawing {
 
 namespace {
 
-/// A near miss is a distance of up to this many join tolerances.
-constexpr double kNearMiss = 100.0;
+/// A near miss is a distance of up to this share of the drawing's size.
+constexpr double kNearMiss = 0.01;
+
+/// The search begins with windows of this share of it, and makes them wider by this factor.
+constexpr double kFirstWindow = 1e-4;
+constexpr double kWiden = 8.0;
 
 /// The tolerance that closes a gap exceeds its distance by this share, because only ends nearer than it are joined.
 constexpr double kAboveDistance = 0x1p-20;
@@ -22,6 +31,7 @@ struct Nearest {
 struct LooseEnd {
     DrawingPoint at;
     int curve = 0;
+    double length = 0.0; ///< of the edge
 };
 
 /// Distance from the loose end of the curve `own` to `other`. The curve itself counts only where an arc of more than a
@@ -56,35 +66,64 @@ std::vector<LooseEnd> LooseEnds(PlanarMap const &map) {
     for (std::size_t place = 0; place < endCounts.size(); ++place)
         if (endCounts[place] == 1) {
             Stretch const &s = map.Edge(only[place]).stretch;
-            loose.push_back({only[place].IsReversed() ? s.end : s.start, s.curve});
+            loose.push_back({only[place].IsReversed() ? s.end : s.start, s.curve, LengthOf(s)});
         }
     return loose;
+}
+
+/// The nearest curve that the end could be joined to: a gap as long as the edge itself would only make that vanish, and
+/// one below the tolerance was left open on purpose.
+Nearest NearestTo(LooseEnd const &end, std::vector<Stretch> const &stretches, BoxIndex const &index, double size,
+                  double tolerance) {
+    std::vector<int> found;
+    double const reach = std::min(kNearMiss * size, end.length);
+    for (double window = kFirstWindow * size;; window *= kWiden) {
+        double const width = std::min(window, reach);
+        index.Find(Grown({end.at.x, end.at.y, end.at.x, end.at.y}, width), found);
+        Nearest const nearest = NearestTo(end, stretches, found, width);
+        if (nearest.stretch >= 0)
+            return nearest.distance < tolerance ? Nearest{} : nearest;
+        if (!(window < reach))
+            return nearest;
+    }
+}
+
+/// Nearest first; of two ends that miss each other, one.
+void SortOnce(std::vector<DrawingGap> &gaps) {
+    auto const pair = [](DrawingGap const &gap) { return std::minmax(gap.curves[0], gap.curves[1]); };
+    auto const key = [&pair](DrawingGap const &gap) {
+        return std::tuple(gap.distance, std::pair<unsigned, unsigned>(pair(gap)), gap.at.x, gap.at.y);
+    };
+    std::sort(gaps.begin(), gaps.end(), [&key](DrawingGap const &a, DrawingGap const &b) { return key(a) < key(b); });
+    auto const same = [&pair](DrawingGap const &a, DrawingGap const &b) {
+        return a.distance == b.distance && pair(a) == pair(b) && Distance(a.at, b.at) <= a.distance;
+    };
+    gaps.erase(std::unique(gaps.begin(), gaps.end(), same), gaps.end());
 }
 
 } // namespace
 
 std::vector<DrawingGap> FindGaps(DividedDrawing const &drawing, std::vector<DrawingCurve> const &curves) {
     std::vector<DrawingGap> gaps;
-    double const reach = kNearMiss * drawing.curves.tolerance;
     std::vector<LooseEnd> const loose = LooseEnds(drawing.map);
-    if (loose.empty() || !(reach > 0.0) || !std::isfinite(reach))
+    double const size = loose.empty() ? 0.0 : DrawingSize(curves);
+    if (!(size > 0.0) || !std::isfinite(size))
         return gaps;
     std::vector<Stretch> const &stretches = drawing.curves.stretches;
     std::vector<Box> boxes;
     boxes.reserve(stretches.size());
     for (Stretch const &s : stretches)
         boxes.push_back(BoxOf(s));
-    BoxIndex index(boxes);
-    std::vector<int> found;
+    BoxIndex const index(boxes);
     for (LooseEnd const &end : loose) {
-        index.Find(Grown({end.at.x, end.at.y, end.at.x, end.at.y}, reach), found);
-        Nearest const nearest = NearestTo(end, stretches, found, reach);
+        Nearest const nearest = NearestTo(end, stretches, index, size, drawing.curves.tolerance);
         if (nearest.stretch >= 0)
             gaps.push_back({end.at,
                             nearest.distance,
                             {curves[Index(end.curve)].id, curves[Index(stretches[Index(nearest.stretch)].curve)].id},
                             nearest.distance * (1.0 + kAboveDistance)});
     }
+    SortOnce(gaps);
     return gaps;
 }
 

@@ -6,7 +6,8 @@
 
 namespace zvi::lib::drawing {
 
-/// The loose ends that miss another curve by up to a hundred join tolerances, each with the nearest one.
+/// The loose ends that miss another curve by the join tolerance or more, up to a hundredth of the drawing's size and to
+/// the length of their own edge, each with the nearest one; nearest first, and two ends that miss each other once.
 std::vector<DrawingGap> FindGaps(DividedDrawing const &drawing, std::vector<DrawingCurve> const &curves);
 
 } // namespace zvi::lib::drawing

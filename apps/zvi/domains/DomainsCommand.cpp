@@ -15,6 +15,7 @@
 #include "apps/zvi/domains/output/SvgPicture.h"
 
 #include "zvi/drawing/MakeDrawingDomains.h"
+#include "zvi/drawing/SuggestedJoinTolerance.h"
 
 namespace zvi::app {
 
@@ -41,13 +42,21 @@ bool WriteFiles(Console &console, DomainsOptions const &options, DrawingInput co
     return drawn && (options.dxfFile.empty() || WriteOutput(console, options.dxfFile, DxfDrawing(result, input.units)));
 }
 
-int Report(Console &console, DomainsOptions const &options, DrawingInput const &input,
-           lib::DrawingResult const &result) {
-    for (std::string const &line : Summary(input, result, options.drawing.joinTolerance))
-        console.err << "zvi: " << ShownName(options.file) << ": " << line << "\n";
+/// What stands in front of the lines below the name of the file.
+constexpr char const *kUnderName = "     ";
+
+int Report(Console &console, DomainsOptions const &options, DrawingInput const &input, lib::DrawingResult const &result,
+           double joinTolerance) {
+    // The name stands in front of the first line alone.
+    std::string before = "zvi: " + ShownName(options.file) + ": ";
+    for (std::string const &line : Summary(input, result, joinTolerance, options.allLeftovers)) {
+        console.err << before << line << "\n";
+        before = kUnderName;
+    }
     console.err.flush();
     bool const color = WantsColor(options.color, console.outIsTerminal);
-    int const written = WriteResult(console, options.json ? DomainJson(input, result) : DomainTable(result, color));
+    int const written =
+        WriteResult(console, options.json ? DomainJson(input, result, joinTolerance) : DomainTable(result, color));
     bool const leftOver = options.strict && HasLeftovers(input, result);
     return written == kExitDone && leftOver ? int(kExitLeftOver) : written;
 }
@@ -60,11 +69,13 @@ int FindDomains(Console &console, DomainsOptions const &options) {
         progress.Step("reading " + ShownName(options.file));
     DrawingInput const input = ReadDrawing(options.file, ReadWhole(options.file, console.in), options.reading);
     progress.Step("finding the domains of " + std::to_string(input.curves.size()) + " curves");
-    lib::DrawingResult const result = lib::MakeDrawingDomains(input.curves, options.drawing);
+    lib::DrawingOptions drawing = options.drawing;
+    drawing.joinTolerance = options.join.value_or(lib::SuggestedJoinTolerance(input.curves));
+    lib::DrawingResult const result = lib::MakeDrawingDomains(input.curves, drawing);
     progress.Step("writing");
     bool const written = WriteFiles(console, options, input, result);
     progress.Clear();
-    return written ? Report(console, options, input, result) : int(kExitBadInput);
+    return written ? Report(console, options, input, result, drawing.joinTolerance) : int(kExitBadInput);
 }
 
 } // namespace

@@ -55,7 +55,8 @@ void Describe(CLI::App &app, DomainsOptions &options, RawOptions &raw) {
         ->expected(1)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
         ->allow_extra_args(false);
-    app.add_option("--join", raw.join, "Join ends nearer than this, in drawing units (0.0001); 0: as written")
+    app.add_option("--join", raw.join,
+                   "Join ends nearer than this, in drawing units (a millionth of the drawing's size); 0: as written")
         ->type_name("T");
     app.add_option("--chord-error", raw.chordError,
                    "Largest distance of a flattened curve from its chords, in drawing units (1e-4 of its size)")
@@ -63,6 +64,7 @@ void Describe(CLI::App &app, DomainsOptions &options, RawOptions &raw) {
     app.add_flag("--no-split", raw.noSplit, "Do not cut curves where they meet");
     app.add_flag("--keep-duplicates", options.drawing.keepDuplicates, "Keep curves that lie on one another");
     app.add_flag("--strict", options.strict, "Exit status 3 when something was left over");
+    app.add_flag("--leftovers", options.allLeftovers, "List everything that is left over, not only the first ten");
     app.add_flag("--json", options.json, "One JSON object instead of the table");
     app.add_option("--svg", raw.svg, "Draw the domains to this file")->type_name("FILE");
     app.add_option("--dxf", raw.dxf, "Write the domains to this file as closed polylines")->type_name("FILE");
@@ -80,7 +82,7 @@ double Distance(std::string const &option, std::string const &word, bool zeroAll
 
 void Interpret(DomainsOptions &options, RawOptions const &raw) {
     if (raw.join)
-        options.drawing.joinTolerance = Distance("--join", *raw.join, true);
+        options.join = Distance("--join", *raw.join, true);
     if (raw.chordError)
         options.reading.chordError.absolute = Distance("--chord-error", *raw.chordError, false);
     options.drawing.split = !raw.noSplit;

@@ -4,6 +4,7 @@
 
 #include "zvi/drawing/DrawingRecords.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,7 +14,9 @@ namespace zvi::app {
 struct DomainsOptions {
     std::string file = "-";
     ReadingOptions reading;
-    lib::DrawingOptions drawing;
+    lib::DrawingOptions drawing; ///< but for the join tolerance
+    std::optional<double> join;  ///< none: that which suits the size of the drawing
+    bool allLeftovers = false;
     bool strict = false;
     bool json = false;
     bool progress = true;

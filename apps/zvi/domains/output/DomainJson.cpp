@@ -1,5 +1,6 @@
 #include "apps/zvi/domains/output/DomainJson.h"
 
+#include "apps/zvi/domains/output/JoinAdvice.h"
 #include "apps/zvi/domains/output/Report.h"
 
 #include <nlohmann/json.hpp>
@@ -89,9 +90,14 @@ std::string List(Items const &items, Make const &make) {
     return list + (items.empty() ? "]" : "\n]");
 }
 
+Json AdviceJson(lib::DrawingResult const &result) {
+    std::optional<JoinAdvice> const advice = AdviseJoin(result.gaps);
+    return advice ? Json{{"join", advice->join}, {"closes", advice->closes}} : Json();
+}
+
 } // namespace
 
-std::string DomainJson(DrawingInput const &input, lib::DrawingResult const &result) {
+std::string DomainJson(DrawingInput const &input, lib::DrawingResult const &result, double joinTolerance) {
     Json counts;
     counts["joined"] = result.counts.joined;
     counts["cut"] = result.counts.cut;
@@ -102,7 +108,8 @@ std::string DomainJson(DrawingInput const &input, lib::DrawingResult const &resu
     };
     return "{\"schema\":" + std::to_string(kDomainSchema) + ",\"units\":" + Dump(input.units) +
            ",\n\"domains\":" + List(result.domains, domain) + ",\n\"leftovers\":" + List(result.leftovers, leftover) +
-           ",\n\"gaps\":" + List(result.gaps, GapJson) + ",\n\"counts\":" + Dump(counts) + "}\n";
+           ",\n\"gaps\":" + List(result.gaps, GapJson) + ",\n\"advice\":" + Dump(AdviceJson(result)) +
+           ",\n\"join\":" + Dump(joinTolerance) + ",\n\"counts\":" + Dump(counts) + "}\n";
 }
 
 } // namespace zvi::app

@@ -1,11 +1,14 @@
 #include "apps/zvi/domains/output/Report.h"
 
+#include "apps/zvi/common/Joined.h"
 #include "apps/zvi/common/NumberText.h"
+#include "apps/zvi/domains/output/JoinAdvice.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <map>
+#include <optional>
 
 namespace zvi::app {
 
@@ -13,8 +16,9 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-/// Near misses and types that are spelled out; the rest is counted.
-constexpr std::size_t kShownGaps = 20;
+/// Leftovers, gaps and types that are spelled out; the rest is counted.
+constexpr std::size_t kShownLeftovers = 10;
+constexpr std::size_t kShownGaps = 10;
 constexpr std::size_t kShownTypes = 12;
 
 std::string Count(std::size_t count, std::string const &one, std::string const &many) {
@@ -23,12 +27,6 @@ std::string Count(std::size_t count, std::string const &one, std::string const &
 
 std::string Count(int count, std::string const &one, std::string const &many) {
     return Count(static_cast<std::size_t>(count), one, many);
-}
-
-/// A join tolerance to be typed: three digits, and not below what is needed.
-std::string ToleranceToType(double needed) {
-    double const unit = std::pow(10.0, std::floor(std::log10(needed)) - 2.0);
-    return ShortNumber(std::ceil(needed / unit) * unit);
 }
 
 /// "3 TEXT, 1 HATCH".
@@ -83,29 +81,53 @@ void AddLeftOut(Lines &lines, ReadingNotes const &notes) {
                         TypeCounts(notes.unusable));
 }
 
-void AddLeftovers(Lines &lines, lib::DrawingResult const &result) {
-    std::map<lib::LeftoverReason, int> counts;
-    for (lib::DrawingLeftover const &leftover : result.leftovers)
-        ++counts[leftover.reason];
-    std::string text;
-    for (auto const &[reason, count] : counts)
-        text += (text.empty() ? "" : ", ") + std::to_string(count) + " " + ReasonName(reason);
-    lines.push_back("left over: " + (text.empty() ? "nothing" : text));
+/// Those that a drafter should look at come first.
+constexpr std::array<lib::LeftoverReason, 5> kByImportance = {
+    lib::LeftoverReason::kUnsupported, lib::LeftoverReason::kDangle, lib::LeftoverReason::kBridge,
+    lib::LeftoverReason::kZeroLength, lib::LeftoverReason::kDuplicate};
+
+std::string Place(lib::DrawingPoint p) {
+    return Joined("(", ShortNumber(p.x), ", ", ShortNumber(p.y), ")");
+}
+
+void AddLeftovers(Lines &lines, DrawingInput const &input, lib::DrawingResult const &result, bool all) {
+    Lines named;
+    std::string counts;
+    for (lib::LeftoverReason const reason : kByImportance) {
+        std::size_t const before = named.size();
+        for (lib::DrawingLeftover const &leftover : result.leftovers) {
+            if (leftover.reason == reason)
+                named.push_back(Joined("  ", ReasonName(reason), " at ", Place(PlaceOf(leftover.piece)), ": ",
+                                       CurveName(input, leftover.piece.curve)));
+        }
+        if (named.size() > before)
+            counts +=
+                Joined(counts.empty() ? "" : ", ", std::to_string(named.size() - before), " ", ReasonName(reason));
+    }
+    lines.push_back("left over: " + (counts.empty() ? "nothing" : counts));
+    std::size_t const shown = all ? named.size() : std::min(named.size(), kShownLeftovers);
+    lines.insert(lines.end(), named.begin(), named.begin() + static_cast<std::ptrdiff_t>(shown));
+    if (shown < named.size())
+        lines.push_back(Joined("  and ", std::to_string(named.size() - shown), " more (--leftovers lists them all)"));
 }
 
 void AddGaps(Lines &lines, DrawingInput const &input, lib::DrawingResult const &result) {
-    for (std::size_t i = 0; i < result.gaps.size(); ++i) {
-        if (i == kShownGaps) {
-            lines.push_back("and " + Count(result.gaps.size() - i, "near miss", "near misses") +
-                            " more (--json lists them all)");
-            return;
-        }
+    std::optional<JoinAdvice> const advice = AdviseJoin(result.gaps);
+    if (!advice)
+        return;
+    std::size_t const shown = std::min(result.gaps.size(), kShownGaps);
+    for (std::size_t i = 0; i < shown; ++i) {
         lib::DrawingGap const &gap = result.gaps[i];
-        lines.push_back("near miss at (" + ShortNumber(gap.at.x) + ", " + ShortNumber(gap.at.y) +
-                        "): " + CurveName(input, gap.curves[0]) + " ends " + ShortNumber(gap.distance, 6) + " from " +
-                        CurveName(input, gap.curves[1]) + "; --join " + ToleranceToType(gap.closingTolerance) +
-                        " would close it");
+        lines.push_back(Joined("gap of ", ShortNumber(gap.distance, 6), " at ", Place(gap.at), ": ",
+                               CurveName(input, gap.curves[0]), " misses ", CurveName(input, gap.curves[1])));
     }
+    if (shown < result.gaps.size())
+        lines.push_back(
+            Joined("and ", Count(result.gaps.size() - shown, "wider gap", "wider gaps"), " (--json lists them all)"));
+    bool const isAll = advice->closes == result.gaps.size();
+    lines.push_back(Joined("--join ", ShortNumber(advice->join), " would close ",
+                           isAll ? "" : Joined(std::to_string(advice->closes), " of "),
+                           Count(result.gaps.size(), "gap", "gaps")));
 }
 
 std::string Padded(std::string const &text, std::size_t width) {
@@ -131,6 +153,12 @@ std::string CurveName(DrawingInput const &input, unsigned int id) {
         return name;
     name += " (" + entity.type + (entity.handle.empty() ? "" : " " + entity.handle);
     return name + " on layer " + input.LayerOf(id) + ", line " + std::to_string(entity.line) + ")";
+}
+
+lib::DrawingPoint PlaceOf(lib::DrawingPiece const &piece) {
+    if (piece.type == lib::DrawingCurveType::kCircle)
+        return {piece.center.x + piece.radius, piece.center.y};
+    return piece.start;
 }
 
 std::string TotalsLine(lib::DrawingResult const &result) {
@@ -175,14 +203,15 @@ bool HasLeftovers(DrawingInput const &input, lib::DrawingResult const &result) {
     return !result.leftovers.empty() || !input.notes.unusable.empty();
 }
 
-std::vector<std::string> Summary(DrawingInput const &input, lib::DrawingResult const &result, double joinTolerance) {
+std::vector<std::string> Summary(DrawingInput const &input, lib::DrawingResult const &result, double joinTolerance,
+                                 bool allLeftovers) {
     Lines lines;
     AddReading(lines, input);
     AddLeftOut(lines, input.notes);
     lines.push_back("joined " + Count(result.counts.joined, "end", "ends") + " (--join " + ShortNumber(joinTolerance) +
                     "), cut at " + Count(result.counts.cut, "place", "places") + ", dropped " +
                     Count(result.counts.duplicates, "duplicate", "duplicates"));
-    AddLeftovers(lines, result);
+    AddLeftovers(lines, input, result, allLeftovers);
     AddGaps(lines, input, result);
     return lines;
 }

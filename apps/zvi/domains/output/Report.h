@@ -16,11 +16,16 @@ std::string TotalsLine(lib::DrawingResult const &result);
 /// heading bold.
 std::string DomainTable(lib::DrawingResult const &result, bool color);
 
-/// What was read, changed, left out and left over, one line each, for people. `joinTolerance` as it was used.
-std::vector<std::string> Summary(DrawingInput const &input, lib::DrawingResult const &result, double joinTolerance);
+/// What was read, changed, left out and left over, one line each, for people: the first leftovers and gaps with their
+/// place, curve, layer and line of the file. `joinTolerance` as it was used.
+std::vector<std::string> Summary(DrawingInput const &input, lib::DrawingResult const &result, double joinTolerance,
+                                 bool allLeftovers);
 
 /// Whether part of the drawing bounds no domain, read curves that could not be drawn included.
 bool HasLeftovers(DrawingInput const &input, lib::DrawingResult const &result);
+
+/// Where a piece begins.
+lib::DrawingPoint PlaceOf(lib::DrawingPiece const &piece);
 
 /// "dangle", "bridge", "duplicate", "zero-length" or "unsupported".
 char const *ReasonName(lib::LeftoverReason reason);

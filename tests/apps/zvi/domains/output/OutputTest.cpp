@@ -4,12 +4,14 @@
 #include "apps/zvi/domains/output/Colors.h"
 #include "apps/zvi/domains/output/DomainJson.h"
 #include "apps/zvi/domains/output/DxfDrawing.h"
+#include "apps/zvi/domains/output/JoinAdvice.h"
 #include "apps/zvi/domains/output/LabelPoint.h"
 #include "apps/zvi/domains/output/Loops.h"
 #include "apps/zvi/domains/output/Report.h"
 #include "apps/zvi/domains/output/SvgPicture.h"
 
 #include "zvi/drawing/MakeDrawingDomains.h"
+#include "zvi/drawing/SuggestedJoinTolerance.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -245,29 +247,74 @@ TEST(Report, SummarisesForPeople) {
         "left out 2 on frozen layers",
         "joined 1 end (--join 0.0001), cut at 2 places, dropped 3 duplicates",
         "left over: 2 dangle",
-        "near miss at (9, 0): curve 4 ends 0.004 from curve 1; --join 0.00401 would close it",
+        "  dangle at (9, 0): curve 4",
+        "  dangle at (12, 0): curve 4",
+        "gap of 0.004 at (9, 0): curve 4 misses curve 1",
+        "--join 0.00401 would close 1 gap",
     };
-    EXPECT_EQ(Summary(keyhole.input, keyhole.result, 1e-4), expected);
+    EXPECT_EQ(Summary(keyhole.input, keyhole.result, 1e-4, false), expected);
     for (int i = 0; i < 30; ++i) {
         keyhole.result.gaps.push_back(keyhole.result.gaps.front());
+        keyhole.result.gaps.back().closingTolerance = keyhole.result.gaps.back().distance *= i < 20 ? 1 : 4;
+        keyhole.result.leftovers.push_back(keyhole.result.leftovers.front());
         keyhole.input.notes.notCurves[Joined("T", std::to_string(i))] = 1;
     }
-    std::vector<std::string> const lines = Summary(keyhole.input, keyhole.result, 1e-4);
-    EXPECT_EQ(lines.back(), "and 11 near misses more (--json lists them all)");
+    std::vector<std::string> const lines = Summary(keyhole.input, keyhole.result, 1e-4, false);
+    EXPECT_EQ(lines.back(), "--join 0.004 would close 21 of 31 gaps");
+    EXPECT_EQ(lines[lines.size() - 2], "and 21 wider gaps (--json lists them all)");
+    EXPECT_NE(std::find(lines.begin(), lines.end(), "  and 22 more (--leftovers lists them all)"), lines.end());
+    EXPECT_EQ(Summary(keyhole.input, keyhole.result, 1e-4, true).size(), lines.size() + 21);
     EXPECT_NE(lines[2].find(" and 20 other types"), std::string::npos);
+}
+
+TEST(JoinAdvice, HoldsUntilNothingIsAdvised) {
+    for (unsigned seed = 1; seed <= 200; ++seed) {
+        std::mt19937 random(seed);
+        auto const part = [&random](double most) { return most * static_cast<double>(random() % 1000 + 1) / 1000.0; };
+        // Rows of squares with a gap at some corners, of two sizes that differ by far.
+        double const unit = std::pow(10.0, static_cast<double>(random() % 7) - 3.0);
+        std::vector<lib::DrawingCurve> curves;
+        for (int square = 0; square < 12; ++square) {
+            DrawingPoint const at{20.0 * unit * (square % 4), 20.0 * unit * (square / 4)};
+            DrawingPoint const corners[] = {
+                at, {at.x + 10 * unit, at.y}, {at.x + 10 * unit, at.y + 10 * unit}, {at.x, at.y + 10 * unit}};
+            for (int side = 0; side < 4; ++side) {
+                DrawingPoint end = corners[(side + 1) % 4];
+                double const gap = random() % 2 ? 0.0 : unit * (square % 2 ? 0.05 + part(0.04) : 0.001 + part(0.001));
+                (side % 2 ? end.y : end.x) += side < 2 ? -gap : gap;
+                lib::DrawingCurve line;
+                line.id = static_cast<unsigned>(curves.size() + 1);
+                line.start = corners[side];
+                line.end = end;
+                curves.push_back(line);
+            }
+        }
+        lib::DrawingOptions options;
+        options.joinTolerance = lib::SuggestedJoinTolerance(curves);
+        DrawingResult result = lib::MakeDrawingDomains(curves, options);
+        for (int round = 0; std::optional<JoinAdvice> const advice = AdviseJoin(result.gaps); ++round) {
+            ASSERT_LT(round, 5) << "seed " << seed;
+            ASSERT_GT(advice->join, options.joinTolerance) << "seed " << seed;
+            options.joinTolerance = advice->join;
+            std::size_t const left = result.gaps.size() - advice->closes;
+            result = lib::MakeDrawingDomains(curves, options);
+            ASSERT_LE(result.gaps.size(), left) << "seed " << seed;
+        }
+        EXPECT_EQ(result.domains.size(), 12u) << "seed " << seed;
+    }
 }
 
 TEST(DomainJson, HasItsKeysInOrder) {
     Keyhole const keyhole;
     using Json = nlohmann::ordered_json;
-    Json const json = Json::parse(DomainJson(keyhole.input, keyhole.result));
+    Json const json = Json::parse(DomainJson(keyhole.input, keyhole.result, 1e-4));
     auto const keys = [](Json const &object) {
         std::string names;
         for (auto const &item : object.items())
             names += item.key() + " ";
         return names;
     };
-    EXPECT_EQ(keys(json), "schema units domains leftovers gaps counts ");
+    EXPECT_EQ(keys(json), "schema units domains leftovers gaps advice join counts ");
     EXPECT_EQ(json["schema"], 1);
     Json const &domain = json["domains"][0];
     EXPECT_EQ(keys(domain), "area perimeter outer holes ");
@@ -281,8 +328,9 @@ TEST(DomainJson, HasItsKeysInOrder) {
     EXPECT_EQ(json["leftovers"][0]["reason"], "dangle");
     EXPECT_EQ(json["gaps"][0].dump(),
               "{\"at\":[9.0,0.0],\"distance\":0.004,\"curves\":[4,1],\"tolerance\":0.0040000004}");
+    EXPECT_EQ(json["advice"]["closes"], 1);
     EXPECT_EQ(json["counts"].dump(), "{\"joined\":1,\"cut\":2,\"duplicates\":3}");
-    EXPECT_EQ(DomainJson(keyhole.input, {}).find("nan"), std::string::npos);
+    EXPECT_EQ(DomainJson(keyhole.input, {}, 0.0).find("nan"), std::string::npos);
 }
 
 } // namespace zvi::app::test

@@ -1,0 +1,35 @@
+#include "apps/zvi/domains/output/JoinAdvice.h"
+
+#include <cmath>
+
+namespace zvi::app {
+
+namespace {
+
+/// A distance this many times the one before it is of another sort.
+constexpr double kJump = 3.0;
+
+/// Three digits, and not below what is needed.
+double ToType(double needed) {
+    double const unit = std::pow(10.0, std::floor(std::log10(needed)) - 2.0);
+    return std::ceil(needed / unit) * unit;
+}
+
+} // namespace
+
+std::optional<JoinAdvice> AdviseJoin(std::vector<lib::DrawingGap> const &gaps) {
+    if (gaps.empty())
+        return std::nullopt;
+    std::size_t closes = gaps.size();
+    double widest = kJump;
+    for (std::size_t i = 0; i + 1 < gaps.size(); ++i) {
+        double const jump = gaps[i + 1].distance / gaps[i].distance;
+        if (jump >= widest) {
+            widest = jump;
+            closes = i + 1;
+        }
+    }
+    return JoinAdvice{ToType(gaps[closes - 1].closingTolerance), closes};
+}
+
+} // namespace zvi::app
