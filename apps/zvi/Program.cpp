@@ -4,6 +4,7 @@
 #include "apps/zvi/common/Failure.h"
 #include "apps/zvi/common/NearestName.h"
 #include "apps/zvi/common/Terminal.h"
+#include "apps/zvi/common/Text.h"
 #include "apps/zvi/convert/ConvertCommand.h"
 #include "apps/zvi/domains/DomainsCommand.h"
 #include "apps/zvi/eval/EvalCommand.h"
@@ -57,6 +58,12 @@ std::string HelpText() {
                      DidYouMean(word, known, "'zvi -h' lists the verbs"));
 }
 
+/// A drawing without a verb in front of it means its domains.
+bool IsDrawing(std::string const &word) {
+    std::string const name = Lowered(word);
+    return name.ends_with(".dxf") || name.ends_with(".curves");
+}
+
 int Dispatch(std::vector<std::string> const &arguments, Console &console) {
     if (arguments.empty()) {
         console.err << HelpText();
@@ -67,10 +74,16 @@ int Dispatch(std::vector<std::string> const &arguments, Console &console) {
         return WriteResult(console, HelpText());
     if (word == "--version")
         return WriteResult(console, std::string("zvi ") + kVersion + "\n");
+    if (word == "help" && arguments.size() == 1)
+        return WriteResult(console, HelpText());
+    if (word == "help")
+        return Dispatch({arguments[1], "--help"}, console);
     for (Verb const &verb : Verbs()) {
         if (word == verb.name)
             return verb.run({arguments.begin() + 1, arguments.end()}, console);
     }
+    if (IsDrawing(word))
+        return RunDomains(arguments, console);
     RefuseWord(word);
 }
 

@@ -147,7 +147,8 @@ private:
         std::vector<int> votes;
         std::size_t const step = m_lines.size() / kSmallestFamily;
         for (std::size_t k = 0; k < kTries; ++k) {
-            std::size_t const i = k * step % m_lines.size(), j = (i + (k / kSmallestFamily + 1) * step) % m_lines.size();
+            std::size_t const i = k * step % m_lines.size(),
+                              j = (i + (k / kSmallestFamily + 1) * step) % m_lines.size();
             Meetings const crossings = CrossingsOf(StretchOf(m_lines[i]), StretchOf(m_lines[j]));
             if (crossings.count == 0)
                 continue;

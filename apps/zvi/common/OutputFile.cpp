@@ -12,9 +12,8 @@ std::string CannotWrite(std::error_code const &failure) {
            "); check that the folder exists, may be written to and has room";
 }
 
-} // namespace
-
-std::string WriteWholeFile(std::string const &name, std::string_view content) {
+/// Writes the content under another name, and renames it to `name` or removes it.
+std::string WriteBeside(std::string const &name, std::string_view content, bool isForGood) {
     namespace fs = std::filesystem;
     fs::path const path = PathOf(name);
     std::error_code failure;
@@ -31,13 +30,23 @@ std::string WriteWholeFile(std::string const &name, std::string_view content) {
     fs::path const beside = NameBeside(target);
     RemoveOnInterrupt(beside);
     failure = WriteContent(beside, content);
-    if (!failure)
+    if (!failure && isForGood)
         fs::rename(beside, target, failure);
     std::error_code ignored;
-    if (failure)
+    if (failure || !isForGood)
         fs::remove(beside, ignored);
     RemoveOnInterrupt({});
     return failure ? CannotWrite(failure) : std::string();
+}
+
+} // namespace
+
+std::string WriteWholeFile(std::string const &name, std::string_view content) {
+    return WriteBeside(name, content, true);
+}
+
+std::string WhyNotWritable(std::string const &name) {
+    return IsDevice(PathOf(name)) ? "" : WriteBeside(name, "", false);
 }
 
 } // namespace zvi::app

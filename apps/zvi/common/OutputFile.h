@@ -10,4 +10,8 @@ namespace zvi::app {
 /// empty text, or what went wrong and what to try.
 std::string WriteWholeFile(std::string const &name, std::string_view content);
 
+/// Why the file of that name could not be written, as `WriteWholeFile` would find out, so that it is known before the
+/// work; empty if it could. Nothing is left behind.
+std::string WhyNotWritable(std::string const &name);
+
 } // namespace zvi::app

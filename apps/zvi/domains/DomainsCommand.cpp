@@ -61,7 +61,17 @@ int Report(Console &console, DomainsOptions const &options, DrawingInput const &
     return written == kExitDone && leftOver ? int(kExitLeftOver) : written;
 }
 
+/// False, with a message, when an output file could not be written: better now than after the work.
+bool CanWrite(Console &console, std::string const &file) {
+    std::string const failure = file.empty() ? "" : WhyNotWritable(file);
+    if (!failure.empty())
+        TellFailure(console, file, 0, failure);
+    return failure.empty();
+}
+
 int FindDomains(Console &console, DomainsOptions const &options) {
+    if (!CanWrite(console, options.svgFile) || !CanWrite(console, options.dxfFile))
+        return kExitBadInput;
     Progress progress(console, options.progress);
     if (options.file == "-" && console.inIsTerminal)
         TellWaiting(console, "curve text", "domains");

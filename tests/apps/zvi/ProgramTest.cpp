@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -38,8 +40,8 @@ std::string const kRingTotals = "2 domains, 1 holes, total area 12.5663706\n";
 } // namespace
 
 TEST(Program, TellsWhatItCanDo) {
-    for (std::vector<std::string> const &arguments :
-         std::vector<std::vector<std::string>>{{"-h"}, {"--help"}, {"domains", "-h"}, {"domains", "x", "--help"}}) {
+    for (std::vector<std::string> const &arguments : std::vector<std::vector<std::string>>{
+             {"-h"}, {"--help"}, {"domains", "-h"}, {"domains", "x", "--help"}, {"help"}, {"help", "units"}}) {
         RunOutcome const run = RunZvi(arguments);
         EXPECT_EQ(run.status, 0);
         EXPECT_TRUE(run.out.starts_with("Examples:\n")) << run.out;
@@ -125,6 +127,9 @@ TEST(Program, ReadsStandardInputAndDxfByItsLook) {
     }
     std::string const dxf = "0\nSECTION\n2\nENTITIES\n0\nCIRCLE\n8\nA\n10\n0\n20\n0\n40\n1\n0\nENDSEC\n0\nEOF\n";
     EXPECT_TRUE(RunZvi({"domains", "--layer", "a"}, dxf).out.ends_with("1 domains, 0 holes, total area 3.14159265\n"));
+    std::string carriage = dxf;
+    std::replace(carriage.begin(), carriage.end(), '\n', '\r');
+    EXPECT_EQ(RunZvi({"domains"}, carriage).out, RunZvi({"domains"}, dxf).out);
     EXPECT_TRUE(RunZvi({"domains"}, "").out.ends_with("0 domains, 0 holes, total area 0\n"));
 }
 
@@ -159,7 +164,7 @@ TEST(Program, WritesPictureAndDrawing) {
     std::string const dxf = (folder / "ring.dxf").string();
     EXPECT_EQ(RunZvi({"domains", "--svg", svg, "--dxf", dxf, curves.string()}).status, 0);
     EXPECT_TRUE(Content(svg).ends_with("</svg>\n"));
-    EXPECT_TRUE(RunZvi({"domains", dxf}).out.ends_with(kRingTotals));
+    EXPECT_TRUE(RunZvi({dxf}).out.ends_with(kRingTotals)) << "domains is what is meant";
 
     RunOutcome const over = RunZvi({"domains", "--svg", curves.string(), curves.string()});
     EXPECT_EQ(over.status, 2);
@@ -168,6 +173,7 @@ TEST(Program, WritesPictureAndDrawing) {
     EXPECT_EQ(nowhere.status, 1);
     EXPECT_NE(nowhere.err.find("x.svg: cannot be written"), std::string::npos);
     EXPECT_EQ(nowhere.out, "");
+    EXPECT_EQ(nowhere.err.find("cut at"), std::string::npos) << "found before the work";
     EXPECT_EQ(std::distance(fs::directory_iterator(folder), fs::directory_iterator()), 3) << "something was left";
 }
 

@@ -175,6 +175,10 @@ std::vector<DrawingPoint> FlattenEllipse(EllipseArc const &arc, double error) {
 double SweepBetween(double from, double to, double turn) {
     // Angles are written with some 12 digits at best; less than this part of a turn is noise.
     constexpr double kSameDirection = 1e-12;
+    // A full turn is often written with a few digits, and then a little more than one.
+    constexpr double kWrittenTurn = 1e-6;
+    if (to - from > turn && to - from <= (1.0 + kWrittenTurn) * turn)
+        return turn;
     double const rest = std::fmod(to - from, turn);
     double const sweep = rest < 0.0 ? rest + turn : rest;
     return sweep <= kSameDirection * turn || sweep >= (1.0 - kSameDirection) * turn ? turn : sweep;

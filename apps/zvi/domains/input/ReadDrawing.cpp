@@ -7,9 +7,13 @@
 #include "apps/zvi/domains/dxf/ReadDxf.h"
 #include "apps/zvi/domains/input/CurveText.h"
 
+#include <algorithm>
+
 namespace zvi::app {
 
-DrawingInput ReadDrawing(std::string const &file, std::string_view text, ReadingOptions const &options) {
+DrawingInput ReadDrawing(std::string const &file, std::string text, ReadingOptions const &options) {
+    if (text.find('\n') == std::string::npos)
+        std::replace(text.begin(), text.end(), '\r', '\n');
     std::string const extension = file == "-" ? "" : NameOf(PathOf(file).extension());
     if (SameNoCase(extension, ".dxf") || LooksLikeDxf(text))
         return ReadDxf(text, options);

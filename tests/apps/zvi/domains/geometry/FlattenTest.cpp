@@ -107,7 +107,8 @@ TEST(Flatten, SweepsBetweenDirections) {
     };
     for (Case const &c :
          {Case{0, 90, 90}, Case{350, 10, 20}, Case{10, 350, 340}, Case{0, 360, 360}, Case{30, 30, 360},
-          Case{-720, 90, 90}, Case{0, 1e-12, 360}, Case{0, 360 - 1e-11, 360}, Case{90, 0, 270}, Case{0, 1e-6, 1e-6}})
+          Case{-720, 90, 90}, Case{0, 1e-12, 360}, Case{0, 360 - 1e-11, 360}, Case{90, 0, 270}, Case{0, 1e-6, 1e-6},
+          Case{90, 450.0001, 360}, Case{-180, 180.0000003, 360}, Case{0, 360.01, 0.01}})
         EXPECT_NEAR(SweepBetween(c.from, c.to, 360.0), c.sweep, 1e-9) << c.from << " to " << c.to;
 }
 
