@@ -1,5 +1,7 @@
 #include "zvi/command/lexer1.h"
 
+#include "zvi/base/DecimalSize.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -40,34 +42,11 @@ bool Is(char c, CharClass charClass) {
     return (kCharClasses[static_cast<unsigned char>(c)] & charClass) != 0;
 }
 
-/// Whether a decimal text that no double can hold is too large rather than too small, by the exponent of its first
-/// digit that is not zero.
-bool IsTooLarge(std::string_view text) {
-    std::size_t const mark = text.find_first_of("eE");
-    std::string_view const digits = text.substr(0, mark);
-    std::size_t const point = std::min(digits.find('.'), digits.size());
-    std::size_t const first = digits.find_first_of("123456789");
-    if (first == std::string_view::npos)
-        return false;
-    long exponent = static_cast<long>(point) - static_cast<long>(first);
-    if (mark != std::string_view::npos) {
-        std::string_view written = text.substr(mark + 1);
-        bool const negative = written.front() == '-';
-        if (negative || written.front() == '+')
-            written.remove_prefix(1);
-        long size = 0;
-        if (std::from_chars(written.data(), written.data() + written.size(), size).ec != std::errc{})
-            size = std::numeric_limits<int>::max();
-        exponent += negative ? -size : size;
-    }
-    return exponent > 0;
-}
-
 /// The standard decimal conversion, whatever the locale. Too large gives infinity and sets `overflow`, too small 0.
 double ToDouble(std::string_view text, bool &overflow) {
     double value = 0.0;
     if (std::from_chars(text.data(), text.data() + text.size(), value).ec == std::errc::result_out_of_range) {
-        if (!IsTooLarge(text))
+        if (!base::IsTooLarge(text))
             return 0.0;
         overflow = true;
         return std::numeric_limits<double>::infinity();

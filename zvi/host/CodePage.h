@@ -2,6 +2,7 @@
 
 #include "zvi/Export.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -23,9 +24,18 @@ ZVI_API std::wstring WideOfMulti(std::string_view text, unsigned int codePage);
 /// The same, appended to a text.
 ZVI_API void AppendWideOfMulti(std::wstring &units, std::string_view text, unsigned int codePage);
 
-/// UTF-16 units, one per element, as a multi-byte text. A character that the page lacks becomes the page's default
-/// character, which is '?' in most; in UTF-8 half of a surrogate pair becomes U+FFFD, and so does an element that is no
-/// unit. Empty for a page that the host does not know.
+/// UTF-16 units, one per element, as a multi-byte text; an element that is a whole character beyond the basic plane
+/// counts as that. A character that the page lacks becomes the page's default character, which is '?' in most; in UTF-8
+/// half of a surrogate pair becomes U+FFFD. Empty for a page that the host does not know.
 ZVI_API std::string MultiOfWide(std::wstring_view units, unsigned int codePage);
+
+/// Bytes in the system's code page as UTF-16 units from which `BytesOfWide` makes the same bytes again: for files that
+/// are to be written back. On POSIX a byte of no character becomes the lone surrogate 0xDC00 + byte; on Windows as
+/// `WideOfMulti`, for whose usual pages every byte is a character. `units` has room for one unit for each byte, which
+/// always suffices; the answer is how many there are.
+ZVI_API std::size_t WideOfBytes(std::string_view bytes, wchar_t *units);
+
+/// The way back. Units that `WideOfBytes` does not give go out as by `MultiOfWide`.
+ZVI_API std::string BytesOfWide(std::wstring_view units);
 
 } // namespace zvi::host

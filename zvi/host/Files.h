@@ -27,6 +27,9 @@ ZVI_API bool GetFileStatus(std::wstring_view path, CFileStatus &status);
 /// Whether the path leads to a file or folder.
 ZVI_API bool Exists(std::wstring_view path);
 
+/// Whether two paths lead to one file or folder, which is there.
+ZVI_API bool IsSameFile(std::wstring_view left, std::wstring_view right);
+
 /// The entries of a folder whose names fit a pattern, sorted by name: "folder\*.txt", with '*' for any characters and
 /// '?' for any one. "*.*" fits every name. The entries "." and ".." are left out. Case counts where it does for the
 /// host's own names. Empty when there is no such folder.

@@ -37,10 +37,16 @@ ZVI_API std::wstring ModulePath();
 /// Empty when there is none and none can be made.
 ZVI_API std::wstring DocumentsFolder();
 
+/// The same without making it: where it is or would be.
+ZVI_API std::wstring DocumentsFolderName();
+
 /// The folder from which relative paths go out. Empty when the host does not tell.
 ZVI_API std::wstring CurrentFolder();
 
 /// Changes that folder, for the whole process. Says whether it did.
 ZVI_API bool SetCurrentFolder(std::wstring_view path);
+
+/// Whether two names in one folder are the same: case counts on POSIX, and does not on Windows.
+ZVI_API bool IsSameName(std::wstring_view left, std::wstring_view right);
 
 } // namespace zvi::host

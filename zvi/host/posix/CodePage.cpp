@@ -18,6 +18,11 @@ namespace base = lib::base;
 
 constexpr std::uint32_t kReplacement = 0xFFFD;
 
+/// What a byte of no character is added to: a surrogate that no text has.
+constexpr std::uint32_t kByteUnit = base::kFirstLowSurrogate;
+constexpr std::uint32_t kFirstByte = 0x80;
+constexpr std::uint32_t kLastByte = 0xFF;
+
 struct NamedPage {
     unsigned int number;
     char const *name;
@@ -160,10 +165,25 @@ std::size_t AsciiPrefix(std::string_view text) {
     return count;
 }
 
-void AppendWideOfUtf8(std::wstring &units, std::string_view text) {
-    std::size_t used = units.size();
-    units.resize(used + text.size()); // no character takes more units than bytes
-    wchar_t *to = units.data() + used;
+/// The character at `at`, which moves to its last unit; half of a pair stays what it is.
+std::uint32_t ReadUnits(std::wstring_view units, std::size_t &at) {
+    auto const unit = static_cast<std::uint32_t>(units[at]);
+    if (base::IsHighSurrogate(unit) && at + 1 < units.size() &&
+        base::IsLowSurrogate(static_cast<std::uint32_t>(units[at + 1])))
+        return base::CharacterOf(unit, static_cast<std::uint32_t>(units[++at]));
+    return unit;
+}
+
+/// The same, with the replacement character for what is none.
+std::uint32_t CharacterAt(std::wstring_view units, std::size_t &at) {
+    std::uint32_t const character = ReadUnits(units, at);
+    return base::IsCharacter(character) ? character : kReplacement;
+}
+
+/// Writes the units to `to`, which has room for as many as there are bytes, and gives their end. `unitOfByte` gives the
+/// unit of a byte that belongs to no character.
+template <typename UnitOfByte>
+wchar_t *WriteWideOfUtf8(wchar_t *to, std::string_view text, UnitOfByte unitOfByte) {
     while (!text.empty()) {
         std::size_t const plain = AsciiPrefix(text);
         to = std::copy_n(text.data(), plain, to);
@@ -173,7 +193,7 @@ void AppendWideOfUtf8(std::wstring &units, std::string_view text) {
         std::uint32_t character = 0;
         std::size_t const length = base::ReadUtf8(text, character);
         if (length == 0)
-            character = kReplacement;
+            character = unitOfByte(static_cast<unsigned char>(text.front()));
         if (character >= base::kFirstBeyondBasicPlane) {
             *to++ = static_cast<wchar_t>(base::HighSurrogate(character));
             *to++ = static_cast<wchar_t>(base::LowSurrogate(character));
@@ -182,24 +202,45 @@ void AppendWideOfUtf8(std::wstring &units, std::string_view text) {
         }
         text.remove_prefix(std::max<std::size_t>(length, 1));
     }
-    units.resize(static_cast<std::size_t>(to - units.data()));
+    return to;
 }
 
-/// The character at `at`, which moves to its last unit: a pair is one, half of one is the replacement character.
-std::uint32_t CharacterAt(std::wstring_view units, std::size_t &at) {
-    auto const unit = static_cast<std::uint32_t>(units[at]);
-    if (base::IsHighSurrogate(unit) && at + 1 < units.size() &&
-        base::IsLowSurrogate(static_cast<std::uint32_t>(units[at + 1])))
-        return base::CharacterOf(unit, static_cast<std::uint32_t>(units[++at]));
-    return base::IsCharacter(unit) ? unit : kReplacement;
+void AppendWideOfUtf8(std::wstring &units, std::string_view text) {
+    std::size_t const used = units.size();
+    units.resize(used + text.size());
+    wchar_t const *const end = WriteWideOfUtf8(units.data() + used, text, [](unsigned char) { return kReplacement; });
+    units.resize(static_cast<std::size_t>(end - units.data()));
+}
+
+/// Units of ASCII from `first` on.
+std::size_t AsciiUnits(std::wstring_view units, std::size_t first) {
+    auto const isForeign = [](wchar_t unit) { return static_cast<std::uint32_t>(unit) >= 0x80; };
+    auto const start = units.begin() + static_cast<std::ptrdiff_t>(first);
+    return static_cast<std::size_t>(std::find_if(start, units.end(), isForeign) - start);
+}
+
+/// Appends ASCII as it is, and of the rest what `append` makes of a character, in which half of a pair is one.
+template <typename Append>
+std::string Utf8By(std::wstring_view units, Append append) {
+    std::string text;
+    text.reserve(units.size());
+    for (std::size_t at = 0; at < units.size(); ++at) {
+        std::size_t const plain = AsciiUnits(units, at);
+        std::size_t const used = text.size();
+        text.resize(used + plain);
+        std::transform(units.data() + at, units.data() + at + plain, text.data() + used,
+                       [](wchar_t unit) { return static_cast<char>(unit); });
+        at += plain;
+        if (at < units.size())
+            append(text, ReadUnits(units, at));
+    }
+    return text;
 }
 
 std::string Utf8OfWide(std::wstring_view units) {
-    std::string text;
-    text.reserve(units.size());
-    for (std::size_t i = 0; i < units.size(); ++i)
-        base::AppendUtf8(text, CharacterAt(units, i));
-    return text;
+    return Utf8By(units, [](std::string &text, std::uint32_t character) {
+        base::AppendUtf8(text, base::IsCharacter(character) ? character : kReplacement);
+    });
 }
 
 /// The units as the bytes of well-formed UTF-16.
@@ -266,6 +307,20 @@ void AppendWideOfMulti(std::wstring &units, std::string_view text, unsigned int 
 
 std::string MultiOfWide(std::wstring_view units, unsigned int codePage) {
     return IsUtf8Page(codePage) ? Utf8OfWide(units) : PageOfWide(units, codePage);
+}
+
+std::size_t WideOfBytes(std::string_view bytes, wchar_t *units) {
+    wchar_t const *const end = WriteWideOfUtf8(units, bytes, [](unsigned char byte) { return kByteUnit + byte; });
+    return static_cast<std::size_t>(end - units);
+}
+
+std::string BytesOfWide(std::wstring_view units) {
+    return Utf8By(units, [](std::string &text, std::uint32_t character) {
+        if (character >= kByteUnit + kFirstByte && character <= kByteUnit + kLastByte)
+            text += static_cast<char>(character - kByteUnit);
+        else
+            base::AppendUtf8(text, base::IsCharacter(character) ? character : kReplacement);
+    });
 }
 
 } // namespace zvi::host

@@ -56,6 +56,13 @@ bool Exists(std::wstring_view path) {
     return ::stat(NativePath(path).c_str(), &known) == 0;
 }
 
+bool IsSameFile(std::wstring_view left, std::wstring_view right) {
+    struct stat a {};
+    struct stat b {};
+    return ::stat(NativePath(left).c_str(), &a) == 0 && ::stat(NativePath(right).c_str(), &b) == 0 &&
+           a.st_dev == b.st_dev && a.st_ino == b.st_ino;
+}
+
 std::vector<FoundFile> FindFiles(std::wstring_view pattern) {
     std::size_t const parted = pattern.find_last_of(L"\\/");
     std::size_t const start = parted == pattern.npos ? 0 : parted + 1;

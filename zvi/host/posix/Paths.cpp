@@ -1,6 +1,6 @@
 #include "zvi/host/Paths.h"
 
-#include "zvi/base/Utf8Sequence.h"
+#include "zvi/host/CodePage.h"
 #include "zvi/host/DriveRootsDetail.h"
 #include "zvi/host/posix/UserFolders.h"
 
@@ -12,40 +12,19 @@ namespace zvi::host {
 namespace {
 
 namespace fs = std::filesystem;
-namespace base = lib::base;
 
-/// What a byte that cannot stand in a path of the library is added to: a surrogate that no text has.
-constexpr std::uint32_t kByteUnit = base::kFirstLowSurrogate;
-
-bool IsByteUnit(std::uint32_t unit) {
-    return unit == kByteUnit + '\\' || (unit >= kByteUnit + 0x80 && unit <= kByteUnit + 0xFF);
-}
+/// A backslash in a name, as bytes of no character are held; no path holds a zero, so one may stand for it on the way.
+constexpr wchar_t kBackslashOfName = 0xDC00 + L'\\';
+constexpr wchar_t kMark = L'\0';
 
 /// The bytes of a path, backslashes as slashes.
 std::string NativeBytes(std::wstring_view path) {
-    std::string bytes;
-    bytes.reserve(path.size());
-    for (std::size_t i = 0; i < path.size(); ++i) {
-        auto unit = static_cast<std::uint32_t>(path[i]);
-        if (base::IsHighSurrogate(unit) && i + 1 < path.size() &&
-            base::IsLowSurrogate(static_cast<std::uint32_t>(path[i + 1])))
-            unit = base::CharacterOf(unit, static_cast<std::uint32_t>(path[++i]));
-        if (unit == L'\\')
-            bytes += '/';
-        else if (IsByteUnit(unit))
-            bytes += static_cast<char>(unit - kByteUnit);
-        else
-            base::AppendUtf8(bytes, base::IsCharacter(unit) ? unit : 0xFFFD);
-    }
+    std::wstring units(path);
+    std::replace(units.begin(), units.end(), L'\\', L'/');
+    std::replace(units.begin(), units.end(), kBackslashOfName, kMark);
+    std::string bytes = BytesOfWide(units);
+    std::replace(bytes.begin(), bytes.end(), '\0', '\\');
     return bytes;
-}
-
-void AppendUnits(std::wstring &units, std::uint32_t character) {
-    if (character >= base::kFirstBeyondBasicPlane) {
-        units += static_cast<wchar_t>(base::HighSurrogate(character));
-        character = base::LowSurrogate(character);
-    }
-    units += static_cast<wchar_t>(character);
 }
 
 /// A value as shells quote it, backslashes in front of characters that stand for themselves.
@@ -112,21 +91,10 @@ fs::path NativePath(std::wstring_view path) {
 }
 
 std::wstring LibraryPath(fs::path const &native) {
-    std::string_view bytes = native.native();
-    std::wstring path;
-    path.reserve(bytes.size());
-    while (!bytes.empty()) {
-        std::uint32_t character = 0;
-        std::size_t const length = base::ReadUtf8(bytes, character);
-        if (length == 0)
-            character = kByteUnit + static_cast<unsigned char>(bytes[0]);
-        else if (character == '/')
-            character = L'\\';
-        else if (character == '\\')
-            character = kByteUnit + '\\';
-        AppendUnits(path, character);
-        bytes.remove_prefix(std::max<std::size_t>(length, 1));
-    }
+    std::wstring path(native.native().size(), L'\0');
+    path.resize(WideOfBytes(native.native(), path.data()));
+    std::replace(path.begin(), path.end(), L'\\', kBackslashOfName);
+    std::replace(path.begin(), path.end(), L'/', L'\\');
     return DriveLength(path) == 0 ? path : L".\\" + path;
 }
 
@@ -136,20 +104,24 @@ std::wstring ModulePath() {
     return failure ? std::wstring() : LibraryPath(program);
 }
 
-std::wstring DocumentsFolder() {
+std::wstring DocumentsFolderName() {
     std::string const home = HomeFolder().native();
     std::error_code failure;
     if (!fs::is_directory(home, failure))
         return {};
     std::string const chosen = ChosenDocuments(home);
     fs::path const folder = chosen.empty() ? fs::path(home) / "Documents" : fs::path(chosen).lexically_normal();
-    fs::create_directories(folder, failure);
-    if (!fs::is_directory(folder, failure))
-        return {};
     std::wstring path = LibraryPath(folder);
     while (path.size() > 1 && path.ends_with(L'\\'))
         path.pop_back();
     return path;
+}
+
+std::wstring DocumentsFolder() {
+    std::wstring path = DocumentsFolderName();
+    std::error_code failure;
+    fs::create_directories(NativePath(path), failure);
+    return fs::is_directory(NativePath(path), failure) ? path : std::wstring();
 }
 
 std::wstring CurrentFolder() {
@@ -162,6 +134,10 @@ bool SetCurrentFolder(std::wstring_view path) {
     std::error_code failure;
     fs::current_path(NativePath(path), failure);
     return !failure;
+}
+
+bool IsSameName(std::wstring_view left, std::wstring_view right) {
+    return left == right;
 }
 
 } // namespace zvi::host

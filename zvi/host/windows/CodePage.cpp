@@ -49,4 +49,16 @@ std::string MultiOfWide(std::wstring_view units, unsigned int codePage) {
     return text;
 }
 
+std::size_t WideOfBytes(std::string_view bytes, wchar_t *units) {
+    if (bytes.empty() || bytes.size() > kLargestText)
+        return 0;
+    auto const size = static_cast<int>(bytes.size());
+    int const count = ::MultiByteToWideChar(CP_ACP, 0, bytes.data(), size, units, size);
+    return static_cast<std::size_t>(count > 0 ? count : 0);
+}
+
+std::string BytesOfWide(std::wstring_view units) {
+    return MultiOfWide(units, kSystemCodePage);
+}
+
 } // namespace zvi::host

@@ -55,6 +55,16 @@ std::wstring Folded(std::wstring_view text) {
     return folded;
 }
 
+bool Identify(std::wstring const &path, BY_HANDLE_FILE_INFORMATION &known) {
+    HANDLE const file = ::CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                      OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return false;
+    bool const isKnown = ::GetFileInformationByHandle(file, &known);
+    ::CloseHandle(file);
+    return isKnown;
+}
+
 bool RemoveNative(std::wstring const &path) {
     DWORD const attributes = ::GetFileAttributesW(path.c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES)
@@ -123,6 +133,14 @@ bool GetFileStatus(std::wstring_view path, CFileStatus &status) {
 
 bool Exists(std::wstring_view path) {
     return ::GetFileAttributesW(NativePath(path).c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+bool IsSameFile(std::wstring_view left, std::wstring_view right) {
+    BY_HANDLE_FILE_INFORMATION a{};
+    BY_HANDLE_FILE_INFORMATION b{};
+    return Identify(NativePath(left).native(), a) && Identify(NativePath(right).native(), b) &&
+           a.dwVolumeSerialNumber == b.dwVolumeSerialNumber && a.nFileIndexHigh == b.nFileIndexHigh &&
+           a.nFileIndexLow == b.nFileIndexLow;
 }
 
 std::vector<FoundFile> FindFiles(std::wstring_view pattern) {

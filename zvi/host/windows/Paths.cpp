@@ -11,6 +11,16 @@ namespace zvi::host {
 
 namespace fs = std::filesystem;
 
+namespace {
+
+std::wstring DocumentsBy(int flag) {
+    std::array<wchar_t, MAX_PATH> path{};
+    HRESULT const result = ::SHGetFolderPathW(nullptr, CSIDL_PERSONAL | flag, nullptr, SHGFP_TYPE_CURRENT, path.data());
+    return result == S_OK ? std::wstring(path.data()) : std::wstring();
+}
+
+} // namespace
+
 fs::path NativePath(std::wstring_view path) {
     if (path.find(L'\0') != path.npos)
         return {};
@@ -47,10 +57,11 @@ std::wstring ModulePath() {
 }
 
 std::wstring DocumentsFolder() {
-    std::array<wchar_t, MAX_PATH> path{};
-    HRESULT const result =
-        ::SHGetFolderPathW(nullptr, CSIDL_PERSONAL | CSIDL_FLAG_CREATE, nullptr, SHGFP_TYPE_CURRENT, path.data());
-    return result == S_OK ? std::wstring(path.data()) : std::wstring();
+    return DocumentsBy(CSIDL_FLAG_CREATE);
+}
+
+std::wstring DocumentsFolderName() {
+    return DocumentsBy(CSIDL_FLAG_DONT_VERIFY);
 }
 
 std::wstring CurrentFolder() {
@@ -63,6 +74,11 @@ bool SetCurrentFolder(std::wstring_view path) {
     std::error_code failure;
     fs::current_path(NativePath(path), failure);
     return !failure;
+}
+
+bool IsSameName(std::wstring_view left, std::wstring_view right) {
+    return ::CompareStringOrdinal(left.data(), static_cast<int>(left.size()), right.data(),
+                                  static_cast<int>(right.size()), TRUE) == CSTR_EQUAL;
 }
 
 } // namespace zvi::host
