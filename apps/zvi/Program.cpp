@@ -10,6 +10,7 @@
 #include "apps/zvi/eval/EvalCommand.h"
 #include "apps/zvi/numbers/NumbersCommand.h"
 #include "apps/zvi/profile-report/ProfileReportCommand.h"
+#include "apps/zvi/settings/SettingsCommand.h"
 #include "apps/zvi/units/UnitsCommand.h"
 
 #include "zvi/core/Version.h"
@@ -95,6 +96,7 @@ std::vector<Verb> const &Verbs() {
         {"eval", "the numbers of a typed text: expressions, positions, grids, lists", RunEval},
         {"convert", "a value from one unit label to another", RunConvert},
         {"units", "the kinds of quantity, their unit labels and factors", RunUnits},
+        {"settings", "the settings in force, and changes to them", RunSettings},
         {"numbers", "number lists as compact text, and back", RunNumbers},
         {"profile-report", "a profiler's PROF.csv as a sorted table with bars", RunProfileReport},
     };

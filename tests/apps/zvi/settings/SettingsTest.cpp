@@ -1,0 +1,109 @@
+#include "apps/zvi/settings/EditSettings.h"
+#include "tests/TemporaryFolder.h"
+#include "tests/apps/zvi/Run.h"
+
+#include "zvi/core/MTolerance.h"
+
+#include <gtest/gtest.h>
+
+#include <initializer_list>
+
+namespace zvi::app::test {
+
+namespace {
+
+using zvi::test::TemporaryFolder;
+
+RunOutcome Settings(TemporaryFolder const &folder, std::vector<std::string> words) {
+    words.insert(words.begin(), {"settings", "--file", folder.Native("s.cfg").string()});
+    return RunZvi(words);
+}
+
+} // namespace
+
+TEST(Settings, ListShowsWhatIsInForceAndWhereItComesFrom) {
+    TemporaryFolder const folder;
+    std::string const content = "; by hand\n[ OPT_GEN_TOLERENCE ]\nRegardAsZero = 1.23456789e-6\nAngleTolerance = abc\n[MYAPP]\nk=\x1B[1m";
+    folder.Write("s.cfg", content);
+    RunOutcome const list = Settings(folder, {"list"});
+    EXPECT_EQ(list.status, 0) << list.err;
+    EXPECT_EQ(list.out, folder.Native("s.cfg").string() +
+                            "\ncategory           keyword                        from     value\n"
+                            "MYAPP              k                              line 6   ?[1m\n"
+                            "OPT_ANAL_CTRL      OnlyMemory                     default  TRUE\n"
+                            "OPT_ANAL_CTRL      Singular                       default  TRUE\n"
+                            "OPT_ANAL_CTRL      UseMemory                      default  2\n"
+                            "OPT_GEN_TOLERENCE  AngleTolerance                 line 4   0  (written: abc)\n"
+                            "OPT_GEN_TOLERENCE  PointMergeTolerance            default  0.001\n"
+                            "OPT_GEN_TOLERENCE  RegardAsZero                   line 3   1.23456789e-06\n"
+                            "OPT_GEN_TOLERENCE  RegardAsZeroForAnalysisResult  default  1e-12\n");
+    EXPECT_EQ(Settings(folder, {"get", "OPT_GEN_TOLERENCE", "RegardAsZero"}).out, "1.23456789e-06\n");
+    EXPECT_EQ(Settings(folder, {"get", "OPT_ANAL_CTRL", "UseMemory"}).out, "2\n");
+    EXPECT_NE(Settings(folder, {"list", "--json"}).out.find("\"line\": 4"), std::string::npos);
+    RunOutcome const unknown = Settings(folder, {"get", "OPT_GEN_TOLERENCE", "RegardAsZer"});
+    EXPECT_EQ(unknown.status, 1);
+    EXPECT_NE(unknown.err.find("did you mean 'RegardAsZero'?"), std::string::npos);
+    EXPECT_EQ(folder.Read("s.cfg"), content);
+    EXPECT_EQ(lib::MTolerance::GetRegardAsZero(), 1e-10);
+    folder.Write("s.cfg", "k = 1\n" + std::string(1024, 'x') + "\nl = 2\n");
+    EXPECT_NE(Settings(folder, {"list"}).err.find("s.cfg:2: warning"), std::string::npos);
+    EXPECT_EQ(Settings(folder, {"get", "", "l"}).status, 1);
+}
+
+TEST(Settings, ReadingMakesNoFile) {
+    TemporaryFolder const folder;
+    EXPECT_EQ(Settings(folder, {"list"}).status, 1);
+    EXPECT_EQ(Settings(folder, {"get", "a", "b"}).status, 1);
+    EXPECT_TRUE(folder.Names().empty());
+}
+
+TEST(Settings, SetChangesOneLineAndLeavesTheRest) {
+    struct Row {
+        std::string_view before;
+        std::string_view after;
+    };
+    for (Row const &row : std::initializer_list<Row>{
+             {"[ B ]\nx = 1\n", "[ B ]\nx = 1\n\n[ A ]\nk = v w\n"},
+             {"[A]\r\n; note\r\n  k=old\r\n", "[A]\r\n; note\r\nk = v w\r\n"},
+             {"[A]\nk=1\n[B]\n[A]\nk=2", "[A]\nk=1\n[B]\n[A]\nk = v w"},
+             {"[A]\nj=\xFF\n\n[B]\n", "[A]\nj=\xFF\nk = v w\n\n[B]\n"},
+             {"[A]", "[A]\nk = v w\n"},
+             {"\n[A]\nK=1", "\n[A]\nK=1\nk = v w\n"},
+         })
+        EXPECT_EQ(EditedSettings(row.before, L"A", L"k", L"v w"), row.after);
+    EXPECT_EQ(EditedSettings("; top\n[A]\n", L"", L"k", L"v"), "k = v\n; top\n[A]\n");
+    std::string const tooLong = std::string(1024, 'x') + "\n[A]\nk = 1\n";
+    EXPECT_EQ(EditedSettings("[B]\n" + tooLong, L"A", L"k", L"v"), "[B]\n\n[ A ]\nk = v\n" + tooLong);
+    TemporaryFolder const folder;
+    EXPECT_EQ(Settings(folder, {"set", "A", "k", "-1"}).status, 0);
+    EXPECT_EQ(Settings(folder, {"get", "A", "k"}).out, "-1\n");
+}
+
+TEST(Settings, SetRefusesWhatTheFileCannotHold) {
+    TemporaryFolder const folder;
+    folder.Write("s.cfg", "k = 1\n");
+    for (std::vector<std::string> const &words : std::initializer_list<std::vector<std::string>>{
+             {"A", "k=1", "v"},
+             {"A", "k ", "v"},
+             {"A", "k", " v"},
+             {"A\t", "k", "v"},
+             {"A", "k", "v\nw"},
+             {"A", ";k", "v"},
+             {"A", "[k", "v"},
+             {"A", "k", std::string(1022, 'v')},
+             {std::string(1022, 'A'), "k", "v"},
+             {"OPT_GEN_TOLERENCE", "RegardAsZero", "abc"},
+             {"OPT_ANAL_CTRL", "Singular", "true"},
+         }) {
+        RunOutcome const refused = Settings(folder, {"set", words[0], words[1], words[2]});
+        EXPECT_EQ(refused.status, 2) << refused.err;
+        EXPECT_EQ(folder.Read("s.cfg"), "k = 1\n");
+    }
+    EXPECT_EQ(Settings(folder, {"set", "A", "k", std::string(1021, 'v')}).status, 0);
+    EXPECT_EQ(Settings(folder, {"get", "A", "k"}).out, std::string(1021, 'v') + "\n");
+    EXPECT_EQ(RunZvi({"settings", "--file", folder.Native("none/s.cfg").string(), "set", "A", "k", "v"}).status, 1);
+    EXPECT_EQ(RunZvi({"settings", "show"}).status, 2);
+    EXPECT_EQ(RunZvi({"settings", "get", "A"}).status, 2);
+}
+
+} // namespace zvi::app::test
