@@ -1,16 +1,13 @@
 #include "zvi/spatial/MQuadObj.h"
 
-#include "zvi/spatial/MQuadNode.h"
-
-#include <typeinfo>
+#include "zvi/spatial/QuadSpaceDetail.h"
+#include "zvi/spatial/tree/WatchDetail.h"
 
 namespace zvi::lib {
 
 namespace {
 
-/// The low bits of the word that hold the type; the status stands above them.
-constexpr std::uint32_t kTypeMask = 0x0fffffff;
-constexpr int kStatusBits = 4;
+using Watch = spatial::Watch<spatial::QuadSpace>;
 
 } // namespace
 
@@ -20,7 +17,7 @@ MQuadObj::MQuadObj(MQuadObj const &other)
 MQuadObj &MQuadObj::operator=(MQuadObj const &other) {
     if (this == &other)
         return *this;
-    LeaveWatch();
+    Watch::Leave(*this);
     m_key = other.m_key;
     m_mbr = other.m_mbr;
     m_typeAndStatus = other.m_typeAndStatus;
@@ -28,7 +25,7 @@ MQuadObj &MQuadObj::operator=(MQuadObj const &other) {
 }
 
 MQuadObj::~MQuadObj() {
-    LeaveWatch();
+    Watch::Leave(*this);
 }
 
 void MQuadObj::SetKey(unsigned int key) {
@@ -40,37 +37,22 @@ unsigned int MQuadObj::GetKey() {
 }
 
 void MQuadObj::SetMBR(MQuadMBR2D &mbr) {
-    LeaveWatch();
+    Watch::Leave(*this);
     m_mbr = mbr;
 }
 
 MQuadMBR2D &MQuadObj::GetMBR() {
-    LeaveWatch();
+    Watch::Leave(*this);
     m_unwatched = true;
     return m_mbr;
 }
 
 void MQuadObj::SetType(int type) {
-    m_typeAndStatus = (m_typeAndStatus & ~kTypeMask) | (static_cast<std::uint32_t>(type) & kTypeMask);
+    m_typeAndStatus = spatial::WithType(m_typeAndStatus, type);
 }
 
 int MQuadObj::GetType() {
-    return static_cast<std::int32_t>(m_typeAndStatus << kStatusBits) >> kStatusBits;
-}
-
-/// A class of its own may answer another rectangle than the one stored here.
-bool MQuadObj::IsOfThisClass() const {
-    return typeid(*this) == typeid(MQuadObj);
-}
-
-/// The rectangle as the object answers it now. `GetMBR` is left to other classes, because it ends the trust.
-MQuadMBR2D const &MQuadObj::CurrentRectangle() {
-    return m_home || IsOfThisClass() ? m_mbr : GetMBR();
-}
-
-void MQuadObj::LeaveWatch() {
-    if (m_home)
-        m_home->StopWatching(this);
+    return spatial::TypeOf(m_typeAndStatus);
 }
 
 } // namespace zvi::lib

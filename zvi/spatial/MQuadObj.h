@@ -8,7 +8,12 @@
 namespace zvi::lib {
 
 class MQuadNode;
-class MQuadObjPool;
+
+namespace spatial {
+template <typename Space>
+struct Access;
+struct QuadSpace;
+} // namespace spatial
 
 /// What a quadtree indexes: a key, a bounding rectangle, and a word with a 28-bit signed type in its low bits and a
 /// 4-bit status in its high bits. Applications derive from it to index objects of their own.
@@ -46,14 +51,8 @@ protected:
     std::uint32_t m_typeAndStatus = 0x1fffffff;
 
 private:
-    friend class MQuadNode;
-    friend class MQuadObjPool;
-    friend class MQuadTree;
-
-    std::uint32_t GetStatus() const { return m_typeAndStatus >> 28; }
-    bool IsOfThisClass() const;
-    MQuadMBR2D const &CurrentRectangle();
-    void LeaveWatch();
+    friend struct spatial::Access<spatial::QuadSpace>;
+    friend struct spatial::QuadSpace;
 
     /// The rectangle or the membership changed unseen once, or may have: no tree trusts its code of this object.
     bool m_unwatched = false;

@@ -13,10 +13,6 @@ class CDC;
 
 namespace zvi::lib {
 
-namespace spatial {
-class QuadMemory;
-}
-
 /// An index of objects by their bounding rectangles, under keys or as objects of the caller.
 ///
 /// The tree has no fixed extent: its root region starts around the first object and grows as objects arrive, softly
@@ -89,17 +85,16 @@ public:
     bool IsConsistent() const;
 
 private:
-    friend class MQuadNode;
+    friend struct spatial::Access<spatial::QuadSpace>;
 
     explicit MQuadTree(MQuadNodeInfo const &info);
 
-    int InsertOwned(unsigned int key, int type, MQuadMBR2D const &mbr);
     int CheckDuplicatedItem() const;
 
     MQuadNode *m_root = nullptr;
     MQuadNodeInfo m_info;
     MHashMap<unsigned int, MQuadObj *> *m_objects;
-    spatial::QuadMemory *m_memory;
+    spatial::Memory<spatial::QuadSpace> *m_memory;
 };
 
 } // namespace zvi::lib

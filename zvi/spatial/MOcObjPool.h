@@ -1,0 +1,58 @@
+#pragma once
+
+#include "zvi/Export.h"
+#include "zvi/spatial/MOcObj.h"
+
+namespace zvi::lib {
+
+namespace spatial {
+template <typename Space>
+class Memory;
+template <typename Space>
+struct Pools;
+template <typename Space>
+class Stock;
+} // namespace spatial
+
+/// The objects of one octree node, in the order in which they came. Owns the array, not the objects. A copy holds the
+/// same objects.
+class ZVI_API MOcObjPool {
+public:
+    /// An empty pool.
+    MOcObjPool();
+    /// The same objects, in the same order.
+    MOcObjPool(MOcObjPool const &other);
+    /// Likewise; the pool is as it was when memory cannot be had.
+    MOcObjPool &operator=(MOcObjPool const &other);
+    virtual ~MOcObjPool();
+
+    /// Number of objects.
+    int GetCount() const;
+    /// Whether there are none.
+    bool IsEmpty() const { return GetCount() == 0; }
+    /// The object at `index`, null when there is none.
+    MOcObj *GetAt(int index) const;
+
+    /// Appends the object. A first object whose status is not 1 leaves the pool before that. Nothing for null.
+    void Add(MOcObj *object);
+    /// Removes the object at `index` and moves those behind it one place down; nothing when there is none.
+    void RemoveAt(int index);
+    /// Place of the object, searched from last to first; -1 when it is absent.
+    int FindFromLast(MOcObj const *object) const;
+
+private:
+    friend class MOcNode;
+    friend struct spatial::Access<spatial::OcSpace>;
+    friend struct spatial::Pools<spatial::OcSpace>;
+
+    MOcObjPool(spatial::Memory<spatial::OcSpace> *memory, spatial::Stock<spatial::OcSpace> *stock);
+
+    /// The array, with what is remembered of it.
+    spatial::Stock<spatial::OcSpace> *m_stock = nullptr;
+    /// Where the array comes from; null for the general allocator.
+    spatial::Memory<spatial::OcSpace> *m_memory = nullptr;
+    /// Whether the stock goes with the pool; that of a child is part of its family.
+    bool m_ownsStock = true;
+};
+
+} // namespace zvi::lib

@@ -1,0 +1,192 @@
+#pragma once
+
+#include "zvi/core/MArray.h"
+#include "zvi/core/MList.h"
+#include "zvi/spatial/tree/PrefetchDetail.h"
+#include "zvi/spatial/tree/WayDetail.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+namespace zvi::lib::spatial {
+
+/// A query under way. It goes ahead of itself: it first collects the pools to look through, then the objects to look
+/// at, and asks for the memory of each when it comes to know it, so that it waits once for all of them.
+template <typename Space>
+class Search {
+public:
+    static constexpr int kDimension = Space::kDimension;
+
+    using Object = typename Space::Object;
+    using Node = typename Space::Node;
+    using Box = Extent<kDimension>;
+
+    /// For objects whose type indexes a non-zero element of `types`; null for all.
+    Search(Box const &query, MList<Object *> &found, MArray<int> const *types, int strict)
+        : m_list(found), m_types(types) {
+        double const t = strict == 0 ? Space::PublicBox::kTouchTolerance : -Space::PublicBox::kLeastOverlap;
+        for (int a = 0; a < kDimension; ++a) {
+            m_bounds.min[a] = query.min[a] - t;
+            m_bounds.max[a] = t + query.max[a];
+        }
+    }
+
+    /// Appends the hits below the node to the list and gives their number.
+    int In(Node &node) {
+        if (!Misses(Access<Space>::RegionOf(node)))
+            Walk(Way<Space>(node));
+        LookThroughPools();
+        LookAtObjects();
+        return m_hits;
+    }
+
+private:
+    using Word = Code<kDimension>;
+
+    /// A pool to look through.
+    struct Visit {
+        Stock<Space> *stock;
+        Box region;
+    };
+
+    /// An object to look at, or one that surely meets the query.
+    struct Candidate {
+        Object *const *object;
+        bool surelyMeets;
+    };
+
+    static constexpr std::size_t kMostVisits = 32;
+    static constexpr std::size_t kMostCandidates = 64;
+    static constexpr std::size_t kCacheLine = 64;
+
+    bool Misses(Box const &box) const {
+        bool misses = false;
+        for (int a = 0; a < kDimension; ++a)
+            misses = misses | (m_bounds.min[a] > box.max[a]) | (box.min[a] > m_bounds.max[a]);
+        return misses;
+    }
+
+    /// A bit for each child whose region the query does not miss, without a look at the children.
+    unsigned int ChildrenMet(Box const &region) const {
+        unsigned int met = (1U << kPartCount<kDimension>)-1;
+        for (int a = 0; a < kDimension; ++a) {
+            double const mid = Mid(region.min[a], region.max[a]);
+            bool const missesLow = (m_bounds.min[a] > mid) | (region.min[a] > m_bounds.max[a]);
+            bool const missesHigh = (m_bounds.min[a] > region.max[a]) | (mid > m_bounds.max[a]);
+            met &= ~((missesLow ? kLowParts[a] : 0U) | (missesHigh ? kLowParts[a] << (1 << a) : 0U));
+        }
+        return met;
+    }
+
+    /// For a way whose region the query does not miss.
+    void Walk(Way<Space> const &way) {
+        if (way.stock->End() != 0 && !(way.family && way.family->bands.AreMissed(m_bounds)))
+            AddVisit(way);
+        if (!way.family)
+            return;
+        for (unsigned int met = ChildrenMet(way.family->region); met != 0; met &= met - 1) {
+            Way<Space> child = way;
+            child.Enter(std::countr_zero(met));
+            if (child.family)
+                Prefetch(child.family);
+            Walk(child);
+        }
+    }
+
+    void AddVisit(Way<Space> const &way) {
+        if (m_visitCount == kMostVisits)
+            LookThroughPools();
+        m_visits[m_visitCount++] = {way.stock, way.region};
+        auto const *const codes = reinterpret_cast<char const *>(way.stock->Codes());
+        std::size_t const bytes = std::min(way.stock->End() * sizeof(Word), 8 * kCacheLine);
+        for (std::size_t i = 0; i < bytes; i += kCacheLine)
+            Prefetch(codes + i);
+    }
+
+    void LookThroughPools() {
+        for (std::size_t i = 0; i < m_visitCount; ++i)
+            LookThrough(m_visits[i]);
+        m_visitCount = 0;
+    }
+
+    void LookThrough(Visit const &visit) {
+        Stock<Space> &stock = *visit.stock;
+        Word const query = Frame<kDimension>(visit.region).EncodeQuery(m_bounds);
+        std::size_t first = 0;
+        if (auto *const index = stock.IndexIfLong()) {
+            if (std::vector<std::uint32_t> const *const places = index->Meeting(query)) {
+                for (std::uint32_t const place : *places)
+                    AddCandidate(stock, place, query);
+                first = index->Covered();
+            }
+        }
+        std::size_t const end = stock.End();
+        Word const *const codes = stock.Codes();
+        for (std::size_t i = NextToMeet<kDimension>(codes, first, end, query); i < end;
+             i = NextToMeet<kDimension>(codes, i + 1, end, query))
+            AddCandidate(stock, i, query);
+    }
+
+    void AddCandidate(Stock<Space> const &stock, std::size_t place, Word query) {
+        if (m_candidateCount == kMostCandidates)
+            LookAtObjects();
+        Candidate &candidate = m_candidates[m_candidateCount++];
+        candidate = {stock.Objects() + place, Lanes<kDimension>::SurelyMeets(stock.Codes()[place], query)};
+        Prefetch(candidate.object);
+    }
+
+    void LookAtObjects() {
+        for (std::size_t i = 0; i < m_candidateCount; ++i) {
+            if (!m_candidates[i].surelyMeets || m_types)
+                Prefetch(*m_candidates[i].object);
+        }
+        for (std::size_t i = 0; i < m_candidateCount; ++i) {
+            if (Object *const object = *m_candidates[i].object)
+                Try(*object, m_candidates[i].surelyMeets);
+        }
+        m_candidateCount = 0;
+    }
+
+    /// Adds the object if it is wanted and meets the query.
+    void Try(Object &object, bool surelyMeets) {
+        if (!Wants(object) || (!surelyMeets && Misses(Access<Space>::CurrentBox(object))))
+            return;
+        m_list.AddTail(&object);
+        ++m_hits;
+    }
+
+    /// A type beyond the array is not wanted.
+    bool Wants(Object &object) const {
+        if (!m_types)
+            return true;
+        int const type = object.GetType();
+        return type >= 0 && static_cast<std::size_t>(type) < m_types->Size() &&
+               (*m_types)[static_cast<std::size_t>(type)] != 0;
+    }
+
+    /// By axis: the parts that are low along it. Those that are high stand 1 << axis bits further on.
+    static constexpr unsigned int kLowParts[3] = {0x55, 0x33, 0x0f};
+
+    MList<Object *> &m_list;
+    MArray<int> const *m_types;
+    /// What the boxes are compared with, worked out once.
+    Box m_bounds;
+    int m_hits = 0;
+    std::size_t m_visitCount = 0;
+    std::size_t m_candidateCount = 0;
+    Visit m_visits[kMostVisits];
+    Candidate m_candidates[kMostCandidates];
+};
+
+/// The leaf whose region contains the point, null when that of the node does not.
+template <typename Space>
+typename Space::Node *LeafContaining(typename Space::Node &node, Spot<Space::kDimension> const &point) {
+    if (!Contains(Access<Space>::RegionOf(node), point))
+        return nullptr;
+    Way<Space> way(node);
+    way.GoToward(BoxAt(point));
+    return way.family ? nullptr : way.node;
+}
+
+} // namespace zvi::lib::spatial
