@@ -23,9 +23,9 @@ spatial::Extent<3> ExtentOf(MOcMBR3D const &mbr) {
 MOcNode::MOcNode(MOcTree *tree) : MOcNode(tree, nullptr) {}
 
 MOcNode::MOcNode(MOcTree *tree, spatial::Stock<OcSpace> *stock)
-    : m_pool(tree ? Of::MemoryOf(*tree) : nullptr, stock), m_tree(tree) {}
+    : m_pool(this, tree ? Of::MemoryOf(*tree) : nullptr, stock), m_tree(tree) {}
 
-MOcNode::MOcNode(MOcNode const &other) : m_pool(other.m_pool.m_memory, nullptr) {
+MOcNode::MOcNode(MOcNode const &other) : m_pool(this, other.m_pool.m_memory, nullptr) {
     *this = other;
 }
 

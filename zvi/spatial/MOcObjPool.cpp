@@ -11,9 +11,11 @@ using Pools = spatial::Pools<spatial::OcSpace>;
 
 } // namespace
 
-MOcObjPool::MOcObjPool() : MOcObjPool(nullptr, nullptr) {}
+MOcObjPool::MOcObjPool() : MOcObjPool(nullptr, nullptr, nullptr) {}
 
-MOcObjPool::MOcObjPool(spatial::Memory<spatial::OcSpace> *memory, spatial::Stock<spatial::OcSpace> *stock) {
+MOcObjPool::MOcObjPool(MOcNode *node, spatial::Memory<spatial::OcSpace> *memory,
+                       spatial::Stock<spatial::OcSpace> *stock)
+    : m_node(node) {
     Pools::Open(*this, memory, stock);
 }
 

@@ -45,12 +45,14 @@ private:
     friend struct spatial::Access<spatial::OcSpace>;
     friend struct spatial::Pools<spatial::OcSpace>;
 
-    MOcObjPool(spatial::Memory<spatial::OcSpace> *memory, spatial::Stock<spatial::OcSpace> *stock);
+    MOcObjPool(MOcNode *node, spatial::Memory<spatial::OcSpace> *memory, spatial::Stock<spatial::OcSpace> *stock);
 
     /// The array, with what is remembered of it.
     spatial::Stock<spatial::OcSpace> *m_stock = nullptr;
     /// Where the array comes from; null for the general allocator.
     spatial::Memory<spatial::OcSpace> *m_memory = nullptr;
+    /// Whose objects these are, null for nobody's.
+    MOcNode *m_node = nullptr;
     /// Whether the stock goes with the pool; that of a child is part of its family.
     bool m_ownsStock = true;
 };

@@ -25,9 +25,9 @@ spatial::Extent<2> ExtentOf(MQuadMBR2D const &mbr) {
 MQuadNode::MQuadNode(MQuadTree *tree) : MQuadNode(tree, nullptr) {}
 
 MQuadNode::MQuadNode(MQuadTree *tree, spatial::Stock<QuadSpace> *stock)
-    : m_pool(tree ? Of::MemoryOf(*tree) : nullptr, stock), m_tree(tree) {}
+    : m_pool(this, tree ? Of::MemoryOf(*tree) : nullptr, stock), m_tree(tree) {}
 
-MQuadNode::MQuadNode(MQuadNode const &other) : m_pool(other.m_pool.m_memory, nullptr) {
+MQuadNode::MQuadNode(MQuadNode const &other) : m_pool(this, other.m_pool.m_memory, nullptr) {
     *this = other;
 }
 

@@ -11,9 +11,11 @@ using Pools = spatial::Pools<spatial::QuadSpace>;
 
 } // namespace
 
-MQuadObjPool::MQuadObjPool() : MQuadObjPool(nullptr, nullptr) {}
+MQuadObjPool::MQuadObjPool() : MQuadObjPool(nullptr, nullptr, nullptr) {}
 
-MQuadObjPool::MQuadObjPool(spatial::Memory<spatial::QuadSpace> *memory, spatial::Stock<spatial::QuadSpace> *stock) {
+MQuadObjPool::MQuadObjPool(MQuadNode *node, spatial::Memory<spatial::QuadSpace> *memory,
+                           spatial::Stock<spatial::QuadSpace> *stock)
+    : m_node(node) {
     Pools::Open(*this, memory, stock);
 }
 

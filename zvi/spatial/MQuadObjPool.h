@@ -45,12 +45,15 @@ private:
     friend struct spatial::Access<spatial::QuadSpace>;
     friend struct spatial::Pools<spatial::QuadSpace>;
 
-    MQuadObjPool(spatial::Memory<spatial::QuadSpace> *memory, spatial::Stock<spatial::QuadSpace> *stock);
+    MQuadObjPool(MQuadNode *node, spatial::Memory<spatial::QuadSpace> *memory,
+                 spatial::Stock<spatial::QuadSpace> *stock);
 
     /// The array, with what is remembered of it.
     spatial::Stock<spatial::QuadSpace> *m_stock = nullptr;
     /// Where the array comes from; null for the general allocator.
     spatial::Memory<spatial::QuadSpace> *m_memory = nullptr;
+    /// Whose objects these are, null for nobody's.
+    MQuadNode *m_node = nullptr;
     /// Whether the stock goes with the pool; that of a child is part of its family.
     bool m_ownsStock = true;
 };

@@ -56,8 +56,13 @@ struct Access {
     static void SetFamily(Node &node, Family<Space> *family) {
         for (int i = 0; i < Family<Space>::kCount; ++i)
             node.m_children[i] = family ? family->Nodes() + i : nullptr;
-        StockOf(node).children = family;
+        if (IsChild(node))
+            SiblingsOf(node).families[&StockOf(node) - SiblingsOf(node).stocks] = family;
     }
+    /// Whether the node is one of its parent's children; a copy of one is not.
+    static bool IsChild(Node const &node) { return !node.m_pool.m_ownsStock; }
+    /// The family that a child is in.
+    static Family<Space> &SiblingsOf(Node const &node) { return *FamilyOf(*node.m_parent); }
     static Node *ChildOf(Node const &node, int index) { return node.m_children[index]; }
 
     /// Makes a child in its place.

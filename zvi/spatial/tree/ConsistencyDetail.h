@@ -70,7 +70,7 @@ private:
         Stock<Space> const &stock = Of::StockOf(node);
         Family<Space> const *const family = Of::FamilyOf(node);
         Frame<Space::kDimension> const frame(Of::RegionOf(node));
-        if (!stock.IsConsistent() || stock.children != family)
+        if (!stock.IsConsistent())
             return false;
         for (std::size_t i = 0; i < stock.End(); ++i) {
             Object *const object = stock.At(i);
@@ -97,6 +97,7 @@ private:
         Node const *const child = Of::ChildOf(parent, index);
         return child == family.Nodes() + index && Of::ParentOf(*child) == &parent &&
                Of::TreeOf(*child) == Of::TreeOf(parent) && &Of::StockOf(*child) == &family.stocks[index] &&
+               family.families[index] == Of::FamilyOf(*child) &&
                IsSame(Of::RegionOf(*child), PartOf(family.region, index));
     }
 };

@@ -38,6 +38,7 @@ struct Pools {
         }
         pool.m_stock->Swap(objects);
         objects.Release(pool.m_memory);
+        MeetUntrusted(pool);
     }
 
     static int Count(Pool const &pool) { return static_cast<int>(pool.m_stock->Count()); }
@@ -52,8 +53,7 @@ struct Pools {
             return;
         pool.m_stock->Reserve(pool.m_memory, 1);
         pool.m_stock->Append(object, kUntrustedCode);
-        if (pool.m_stock->children)
-            pool.m_stock->children->bands.HoldEverything();
+        MeetUntrusted(pool);
     }
 
     static void RemoveAt(Pool &pool, int index) {
@@ -65,6 +65,12 @@ struct Pools {
         pool.m_stock->Compact();
         std::size_t const place = object ? pool.m_stock->FindLast(object) : Stock<Space>::kNowhere;
         return place == Stock<Space>::kNowhere ? -1 : static_cast<int>(place);
+    }
+
+private:
+    static void MeetUntrusted(Pool &pool) {
+        if (pool.m_node && Of::FamilyOf(*pool.m_node))
+            Of::FamilyOf(*pool.m_node)->bands.HoldEverything();
     }
 };
 

@@ -11,12 +11,14 @@ inline void Prefetch([[maybe_unused]] void const *address) {
 #endif
 }
 
-/// Asks for all cache lines of an object that begins at one.
+/// Asks for the first cache lines of an array. The rest is left to the machine, which sees that one goes through it.
 template <typename T>
-void PrefetchAll(T const *object) {
+void Prefetch(T const *first, std::size_t count) {
     constexpr std::size_t kCacheLine = 64;
-    auto const *const bytes = reinterpret_cast<char const *>(object);
-    for (std::size_t i = 0; i < sizeof(T); i += kCacheLine)
+    constexpr std::size_t kMostLines = 16;
+    auto const *const bytes = reinterpret_cast<char const *>(first);
+    std::size_t const end = count * sizeof(T) < kMostLines * kCacheLine ? count * sizeof(T) : kMostLines * kCacheLine;
+    for (std::size_t i = 0; i < end; i += kCacheLine)
         Prefetch(bytes + i);
 }
 

@@ -57,7 +57,7 @@ private:
     static bool HasEmptyLeaves(Node const &node) {
         Family<Space> const *const family = Of::FamilyOf(node);
         for (int i = 0; family && i < Family<Space>::kCount; ++i) {
-            if (family->stocks[i].children || family->stocks[i].Count() != 0)
+            if (family->families[i] || family->stocks[i].Count() != 0)
                 return false;
         }
         return family;

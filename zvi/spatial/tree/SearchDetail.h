@@ -58,7 +58,6 @@ private:
 
     static constexpr std::size_t kMostVisits = 32;
     static constexpr std::size_t kMostCandidates = 64;
-    static constexpr std::size_t kCacheLine = 64;
 
     bool Misses(Box const &box) const {
         bool misses = false;
@@ -81,7 +80,7 @@ private:
 
     /// For a way whose region the query does not miss.
     void Walk(Way<Space> const &way) {
-        if (way.stock->End() != 0 && !(way.family && way.family->bands.AreMissed(m_bounds)))
+        if (!way.family || !way.family->bands.AreMissed(m_bounds))
             AddVisit(way);
         if (!way.family)
             return;
@@ -98,10 +97,7 @@ private:
         if (m_visitCount == kMostVisits)
             LookThroughPools();
         m_visits[m_visitCount++] = {way.stock, way.region};
-        auto const *const codes = reinterpret_cast<char const *>(way.stock->Codes());
-        std::size_t const bytes = std::min(way.stock->End() * sizeof(Word), 8 * kCacheLine);
-        for (std::size_t i = 0; i < bytes; i += kCacheLine)
-            Prefetch(codes + i);
+        Prefetch(way.stock->Codes(), way.stock->End());
     }
 
     void LookThroughPools() {

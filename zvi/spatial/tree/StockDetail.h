@@ -4,6 +4,7 @@
 #include "zvi/spatial/tree/CodeDetail.h"
 #include "zvi/spatial/tree/LongIndexDetail.h"
 #include "zvi/spatial/tree/MemoryDetail.h"
+#include "zvi/spatial/tree/PrefetchDetail.h"
 
 #include <algorithm>
 #include <bit>
@@ -17,16 +18,13 @@
 
 namespace zvi::lib::spatial {
 
-template <typename Space>
-struct Family;
-
 /// What stands behind a pool: its objects in the order in which they came, each with its code, and what follows from
 /// them.
 ///
 /// The one invariant of all that is remembered of a node (`IsConsistent` of the tree tests it): whatever is not
 /// `kUntrustedCode` here is the code of the object's present box in the frame of the node's region; a cluster, an index
-/// and the bands of the node's family hold for all objects of the pool; and the stock of a child has the family of the
-/// child's own children. Each change of a pool goes through this class, which keeps it.
+/// and the bands of the node's family hold for all objects of the pool; and a family has those of its nodes'
+/// children. Each change of a pool goes through this class, which keeps it.
 ///
 /// In a long pool an object that leaves makes a hole, a null pointer, so that those behind it need not move.
 template <typename Space>
@@ -51,6 +49,12 @@ public:
     Object *const *Objects() const { return reinterpret_cast<Object *const *>(m_codes + Capacity()); }
     bool HasUntrusted() const { return m_hasUntrusted; }
     bool IsTrusted(std::size_t place) const { return m_codes[place] != kUntrustedCode; }
+
+    /// Asks for the memory of a short pool.
+    void PrefetchAll() const {
+        Prefetch(m_codes, m_count);
+        Prefetch(Objects(), m_count);
+    }
 
     /// Room for `more` objects. When the memory cannot be had, nothing changes.
     void Reserve(Memory<Space> *memory, std::size_t more) {
@@ -236,9 +240,6 @@ public:
     }
 
     static constexpr std::size_t kNowhere = std::numeric_limits<std::size_t>::max();
-
-    /// The family of the node's children where the node is a child itself; null in a leaf.
-    Family<Space> *children = nullptr;
 
 private:
     /// What few pools have.

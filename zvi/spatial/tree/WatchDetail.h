@@ -64,6 +64,7 @@ struct Watch {
         Box const box = Of::BoxOf(object);
         Way<Space> way(home);
         way.GoToward(box);
+        way.stock->PrefetchAll();
         std::size_t const place = way.stock->Find(&object, Frame<Space::kDimension>(way.region).Encode(box));
         if (place != Stock<Space>::kNowhere)
             return {way.node, place};

@@ -19,7 +19,7 @@ struct Way {
         node = family->Nodes() + child;
         stock = &family->stocks[child];
         region = PartOf(family->region, child);
-        family = stock->children;
+        family = family->families[child];
     }
 
     /// Goes on to the leaf, or to the inner node none of whose children contains the box.
