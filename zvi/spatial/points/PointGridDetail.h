@@ -3,8 +3,8 @@
 #include "zvi/base/CellBlock.h"
 #include "zvi/core/MFixedSizeMemMgr.h"
 #include "zvi/spatial/ICalcDist.h"
-#include "zvi/spatial/QuadPrefetchDetail.h"
 #include "zvi/spatial/points/CellHeadsDetail.h"
+#include "zvi/spatial/tree/PrefetchDetail.h"
 
 #include <algorithm>
 #include <array>
