@@ -57,9 +57,7 @@ struct Space {
     using Object = zvi::lib::MOcObj;
     using Box = zvi::lib::MOcMBR3D;
     using Point = bg::model::point<double, 3, bg::cs::cartesian>;
-    static Box BoxOf(Corners<3> const &c) {
-        return {c.low[0], c.low[1], c.low[2], c.high[0], c.high[1], c.high[2]};
-    }
+    static Box BoxOf(Corners<3> const &c) { return {c.low[0], c.low[1], c.low[2], c.high[0], c.high[1], c.high[2]}; }
     static Point PointAt(std::array<double, 3> const &p) { return {p[0], p[1], p[2]}; }
 };
 

@@ -80,18 +80,26 @@ std::string Curves() {
 
 std::string Trees() {
     MQuadTree tree(10, 10, 4);
+    MOcTree space(10, 10, 4);
     for (unsigned int key = 0; key < 300; ++key) {
         double const x = key * 37 % 101;
         double const y = key * 53 % 97;
         tree.Insert(key, {x, y, x + 3, y + 2});
+        space.Insert(key, {x, y, x, x + 3, y + 2, x + 1});
         if (key % 5 == 0)
             tree.Delete(key / 2);
+        if (key % 7 == 0)
+            space.Delete(key / 2);
     }
     MList<MQuadObj *> hits;
+    MList<MOcObj *> hitsInSpace;
     tree.GetIntersectObjList({20, 20, 60, 50}, hits, 0);
+    space.GetIntersectObjList({20, 20, 20, 60, 50, 50}, hitsInSpace, 0);
     std::string text;
     for (MQuadObj *hit : hits)
         text += std::to_string(hit->GetKey()) + " ";
+    for (MOcObj *hit : hitsInSpace)
+        text += std::to_string(hit->GetItr()) + " ";
     return text;
 }
 

@@ -7,6 +7,7 @@
 #include "apps/zvi/common/Text.h"
 #include "apps/zvi/convert/ConvertCommand.h"
 #include "apps/zvi/domains/DomainsCommand.h"
+#include "apps/zvi/draw-index/DrawIndexCommand.h"
 #include "apps/zvi/eval/EvalCommand.h"
 #include "apps/zvi/numbers/NumbersCommand.h"
 #include "apps/zvi/profile-report/ProfileReportCommand.h"
@@ -98,6 +99,7 @@ std::vector<Verb> const &Verbs() {
         {"units", "the kinds of quantity, their unit labels and factors", RunUnits},
         {"settings", "the settings in force, and changes to them", RunSettings},
         {"numbers", "number lists as compact text, and back", RunNumbers},
+        {"draw-index", "a picture of the quadtree of a drawing's curves", RunDrawIndex},
         {"profile-report", "a profiler's PROF.csv as a sorted table with bars", RunProfileReport},
     };
     return kVerbs;

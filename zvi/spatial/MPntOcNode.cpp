@@ -1,8 +1,8 @@
 #include "zvi/spatial/MPntOcNode.h"
 
 #include "zvi/spatial/MPntOcUtil.h"
-#include "zvi/spatial/QuadPrefetchDetail.h"
 #include "zvi/spatial/points/PointClusterDetail.h"
+#include "zvi/spatial/tree/PrefetchDetail.h"
 
 #include <algorithm>
 #include <cmath>
@@ -221,7 +221,7 @@ void MPntOcNode::ListInBox(BoxQuery &query) const {
     unsigned const met = ChildrenIn(query);
     for (int i = 0; i < kChildren; ++i) {
         if ((met >> i & 1u) != 0)
-            spatial::PrefetchAll(m_children[i]);
+            spatial::Prefetch(m_children[i], 1);
     }
     for (int i = 0; i < kChildren; ++i) {
         if ((met >> i & 1u) != 0)

@@ -11,7 +11,8 @@ inline void Prefetch([[maybe_unused]] void const *address) {
 #endif
 }
 
-/// Asks for the first cache lines of an array. The rest is left to the machine, which sees that one goes through it.
+/// Asks for the first cache lines of an array, or of one large thing. The rest is left to the machine, which sees that
+/// one goes through it.
 template <typename T>
 void Prefetch(T const *first, std::size_t count) {
     constexpr std::size_t kCacheLine = 64;

@@ -6,10 +6,10 @@
 #include "apps/zvi/domains/output/LabelPoint.h"
 #include "apps/zvi/domains/output/Loops.h"
 #include "apps/zvi/domains/output/Report.h"
+#include "apps/zvi/domains/output/SvgPath.h"
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 namespace zvi::app {
 
@@ -47,64 +47,20 @@ constexpr double kNumberFill = 0.8;
 /// The longer side of the picture on a page, in pixels.
 constexpr double kPagePixels = 1000.0;
 
-/// Coordinates are written with this many digits.
-constexpr int kDigits = 12;
-
-std::string Number(double value) {
-    return ShortNumber(value, kDigits);
-}
-
-/// A point as the picture has it: y grows downwards.
-std::string Place(DrawingPoint const &p) {
-    return Joined(Number(p.x), " ", Number(-p.y));
-}
-
-std::string Escaped(std::string const &text) {
-    std::string escaped;
-    for (char const c : text) {
-        switch (c) {
-        case '<':
-            escaped += "&lt;";
-            break;
-        case '&':
-            escaped += "&amp;";
-            break;
-        case '"':
-            escaped += "&quot;";
-            break;
-        default:
-            escaped += c;
-        }
-    }
-    return escaped;
-}
-
 bool IsFinite(DrawingPiece const &piece) {
     double const sum = piece.start.x + piece.start.y + piece.end.x + piece.end.y;
     return std::isfinite(sum) && std::isfinite(piece.center.x + piece.center.y + piece.radius);
 }
 
-/// Path commands that draw a piece from where the pen is. An arc over more than half a turn is drawn in two, because a
-/// single command cannot tell an arc that nearly closes from one that has no length.
-std::string PathAlong(DrawingPiece const &piece) {
-    if (piece.type == DrawingCurveType::kLine)
-        return Joined("L", Place(piece.end));
-    std::string const radii = Joined("A", Number(piece.radius), " ", Number(piece.radius));
-    std::string const flags = piece.clockwise ? " 0 0 1 " : " 0 0 0 ";
-    std::string const end = radii + flags + Place(PointOn(piece, 1.0));
-    bool const overHalf = std::abs(SweepOf(piece)) > std::numbers::pi;
-    return overHalf ? radii + flags + Place(PointOn(piece, 0.5)) + end : end;
-}
-
 std::string LoopPath(std::vector<DrawingPiece> const &loop) {
-    std::string path = Joined("M", Place(PointOn(loop.front(), 0.0)));
+    std::string path = Joined("M", SvgPlace(PointOn(loop.front(), 0.0)));
     for (DrawingPiece const &piece : loop)
-        path += PathAlong(piece);
+        path += SvgPathAlong(piece);
     return path + "Z";
 }
 
 std::string Dashes(double stroke) {
-    return Number(kDash * stroke) + " " + Number(kDashRoom * stroke);
+    return SvgNumber(kDash * stroke) + " " + SvgNumber(kDashRoom * stroke);
 }
 
 double LengthOf(DrawingPiece const &piece) {
@@ -137,9 +93,9 @@ std::vector<Chain> ChainsOf(std::vector<lib::DrawingLeftover> const &leftovers) 
         if (!IsFinite(piece) || (isArc && !(piece.radius > 0.0)))
             continue;
         if (chains.empty() || !Continues(*chains.back().last, leftover))
-            chains.push_back({&leftover, &leftover, Joined("M", Place(PointOn(piece, 0.0))), 0.0});
+            chains.push_back({&leftover, &leftover, Joined("M", SvgPlace(PointOn(piece, 0.0))), 0.0});
         chains.back().last = &leftover;
-        chains.back().path += PathAlong(piece);
+        chains.back().path += SvgPathAlong(piece);
         chains.back().length += LengthOf(piece);
     }
     return chains;
@@ -197,19 +153,20 @@ void Picture::Head(std::string const &name) {
     double const width = m_box.Width() + 2.0 * margin;
     double const height = m_box.Height() + 2.0 * margin;
     double const scale = kPagePixels / std::max(width, height);
-    std::string const x = Number(m_box.minX - margin);
-    std::string const y = Number(-m_box.maxY - margin);
-    std::string const extent = " width=\"" + Number(width) + "\" height=\"" + Number(height) + "\"";
-    m_svg += "<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"" + x + " " + y + " " + Number(width) + " " +
-             Number(height) + "\" width=\"" + ShortNumber(width * scale, 6) + "\" height=\"" +
+    std::string const x = SvgNumber(m_box.minX - margin);
+    std::string const y = SvgNumber(-m_box.maxY - margin);
+    std::string const extent = " width=\"" + SvgNumber(width) + "\" height=\"" + SvgNumber(height) + "\"";
+    m_svg += "<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"" + x + " " + y + " " + SvgNumber(width) + " " +
+             SvgNumber(height) + "\" width=\"" + ShortNumber(width * scale, 6) + "\" height=\"" +
              ShortNumber(height * scale, 6) + "\" role=\"img\" aria-labelledby=\"title desc\">\n";
-    m_svg += "<title id=\"title\">Domains of " + Escaped(name) + "</title>\n";
-    m_svg += "<desc id=\"desc\">" + Escaped(TotalsLine(m_result)) + "; units: " + Escaped(m_input.units) + "</desc>\n";
+    m_svg += "<title id=\"title\">Domains of " + SvgEscaped(name) + "</title>\n";
+    m_svg +=
+        "<desc id=\"desc\">" + SvgEscaped(TotalsLine(m_result)) + "; units: " + SvgEscaped(m_input.units) + "</desc>\n";
     m_svg += "<rect class=\"paper\" x=\"" + x + "\" y=\"" + y + "\"" + extent + "/>\n";
 }
 
 void Picture::Style() {
-    std::string const border = Number(kBorderStroke * m_size);
+    std::string const border = SvgNumber(kBorderStroke * m_size);
     std::string const dashes = Dashes(kLeftoverStroke * m_size);
     m_svg += "<style>\n"
              ".paper{fill:#ffffff}\n"
@@ -217,11 +174,11 @@ void Picture::Style() {
              border +
              ";stroke-linejoin:round;fill-rule:evenodd}\n"
              ".leftover{fill:none;stroke:#c2410c;stroke-linecap:butt;stroke-width:" +
-             Number(kLeftoverStroke * m_size) + ";stroke-dasharray:" + dashes +
+             SvgNumber(kLeftoverStroke * m_size) + ";stroke-dasharray:" + dashes +
              "}\n"
              ".duplicate,.zero-length{opacity:0.35}\n"
              ".gap{fill:none;stroke:#dc2626;stroke-width:" +
-             Number(1.5 * kLeftoverStroke * m_size) +
+             SvgNumber(1.5 * kLeftoverStroke * m_size) +
              "}\n"
              ".number{fill:#1f2937;font-family:system-ui,sans-serif;font-weight:600;text-anchor:middle;"
              "pointer-events:none}\n";
@@ -265,7 +222,7 @@ void Picture::Leftovers() {
         if (stroke < kLeftoverStroke * m_size)
             style = " style=\"stroke-width:" + ShortNumber(stroke, 4) + ";stroke-dasharray:" + Dashes(stroke) + "\"";
         m_svg += "<path class=\"leftover " + std::string(ReasonName(chain.first->reason)) + "\"" + style + " d=\"" +
-                 chain.path + "\"><title>" + Escaped(CurveName(m_input, chain.first->piece.curve)) + ": " +
+                 chain.path + "\"><title>" + SvgEscaped(CurveName(m_input, chain.first->piece.curve)) + ": " +
                  ReasonName(chain.first->reason) + "</title></path>\n";
     }
     m_svg += "</g>\n";
@@ -274,8 +231,8 @@ void Picture::Leftovers() {
 void Picture::Gaps() {
     m_svg += "<g>\n";
     for (lib::DrawingGap const &gap : m_result.gaps)
-        m_svg += "<circle class=\"gap\" cx=\"" + Number(gap.at.x) + "\" cy=\"" + Number(-gap.at.y) + "\" r=\"" +
-                 Number(std::max(kRing * m_size, 1.5 * gap.distance)) + "\"><title>gap of " +
+        m_svg += "<circle class=\"gap\" cx=\"" + SvgNumber(gap.at.x) + "\" cy=\"" + SvgNumber(-gap.at.y) + "\" r=\"" +
+                 SvgNumber(std::max(kRing * m_size, 1.5 * gap.distance)) + "\"><title>gap of " +
                  ShortNumber(gap.distance) + "</title></circle>\n";
     m_svg += "</g>\n";
 }
@@ -291,8 +248,8 @@ void Picture::Numbers() {
         double const fontSize = std::min(fitting, kLargestNumber * m_size);
         if (!(fontSize > 0.0))
             continue;
-        m_svg += "<text class=\"number\" x=\"" + Number(label.at.x) + "\" y=\"" +
-                 Number(-label.at.y + kHalfDigitHeight * fontSize) + "\" font-size=\"" + ShortNumber(fontSize, 6) +
+        m_svg += "<text class=\"number\" x=\"" + SvgNumber(label.at.x) + "\" y=\"" +
+                 SvgNumber(-label.at.y + kHalfDigitHeight * fontSize) + "\" font-size=\"" + ShortNumber(fontSize, 6) +
                  "\">" + number + "</text>\n";
     }
     m_svg += "</g>\n";

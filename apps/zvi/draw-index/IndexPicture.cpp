@@ -1,0 +1,124 @@
+#include "apps/zvi/draw-index/IndexPicture.h"
+
+#include "apps/zvi/common/Joined.h"
+#include "apps/zvi/common/NumberText.h"
+#include "apps/zvi/domains/output/SvgPath.h"
+#include "apps/zvi/draw-index/CurveIndex.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace zvi::app {
+
+namespace {
+
+using lib::MQuadMBR2D;
+using lib::MQuadNode;
+
+/// Margin and strokes as parts of the picture's longer side.
+constexpr double kMargin = 0.02;
+constexpr double kRegionStroke = 0.0006;
+constexpr double kCurveStroke = 0.0014;
+
+/// The longer side of the picture on a page, in pixels.
+constexpr double kPagePixels = 1000.0;
+
+/// How much of its colour the fullest leaf shows.
+constexpr double kDarkest = 0.7;
+
+/// All nodes from the root down, parents before children.
+std::vector<MQuadNode const *> NodesOf(lib::MQuadTree const &tree) {
+    std::vector<MQuadNode const *> nodes;
+    if (tree.GetRoot())
+        nodes.push_back(tree.GetRoot());
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+        MQuadNode const &node = *nodes[i];
+        for (int child = 0; !node.IsLeaf() && child < MQuadNode::kChildCount; ++child)
+            nodes.push_back(node.GetChild(child));
+    }
+    return nodes;
+}
+
+std::string CountText(std::size_t count) {
+    return std::to_string(count) + (count == 1 ? " curve" : " curves");
+}
+
+std::string RectangleAttributes(MQuadMBR2D const &r) {
+    return Joined(" x=\"", SvgNumber(r.minX), "\" y=\"", SvgNumber(-r.maxY), "\" width=\"", SvgNumber(r.maxX - r.minX),
+                  "\" height=\"", SvgNumber(r.maxY - r.minY), "\"");
+}
+
+std::string Head(std::string const &name, MQuadMBR2D const &paper, IndexTotals const &totals) {
+    double const width = paper.maxX - paper.minX;
+    double const height = paper.maxY - paper.minY;
+    double const scale = kPagePixels / std::max(width, height);
+    return Joined("<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"", SvgNumber(paper.minX), " ",
+                  SvgNumber(-paper.maxY), " ", SvgNumber(width), " ", SvgNumber(height), "\" width=\"",
+                  ShortNumber(width * scale, 6), "\" height=\"", ShortNumber(height * scale, 6),
+                  "\" role=\"img\" aria-labelledby=\"title desc\">\n<title id=\"title\">Quadtree of ", SvgEscaped(name),
+                  "</title>\n<desc id=\"desc\">", CountText(totals.inLeaves + totals.inInner), " in ",
+                  std::to_string(totals.nodes), " nodes, ", std::to_string(totals.inInner),
+                  " of them across mid lines</desc>\n<rect class=\"paper\"", RectangleAttributes(paper), "/>\n");
+}
+
+std::string Style(double size) {
+    return Joined("<style>\n.paper{fill:#ffffff}\n.leaf{fill:#2563eb;stroke:#64748b;stroke-width:",
+                  SvgNumber(kRegionStroke * size),
+                  "}\n.curve{fill:none;stroke:#1f2937;stroke-linecap:round;stroke-width:",
+                  SvgNumber(kCurveStroke * size),
+                  "}\n.across{stroke:#c2410c}\n@media (prefers-color-scheme:dark){\n.paper{fill:#11151c}\n"
+                  ".leaf{fill:#3b82f6}\n.curve{stroke:#e5e7eb}\n.across{stroke:#fb923c}\n}\n</style>\n");
+}
+
+std::string LeafRectangle(MQuadNode const &leaf, std::size_t largest) {
+    auto const count = static_cast<std::size_t>(leaf.GetPool().GetCount());
+    double const share = largest == 0 ? 0.0 : static_cast<double>(count) / static_cast<double>(largest);
+    return Joined("<rect class=\"leaf\" fill-opacity=\"", ShortNumber(kDarkest * share, 3), "\"",
+                  RectangleAttributes(leaf.GetRegion()), "><title>", CountText(count), "</title></rect>\n");
+}
+
+lib::DrawingPiece PieceOf(lib::DrawingCurve const &curve) {
+    lib::DrawingPiece piece;
+    piece.type = curve.type;
+    piece.start = curve.start;
+    piece.end = curve.end;
+    piece.center = curve.center;
+    piece.radius = curve.radius;
+    piece.clockwise = curve.clockwise;
+    if (curve.type == lib::DrawingCurveType::kCircle)
+        piece.start = piece.end = {curve.center.x + curve.radius, curve.center.y};
+    return piece;
+}
+
+/// One path of all curves in the pool of a node.
+std::string CurvesOf(MQuadNode const &node, DrawingInput const &input) {
+    std::string path;
+    for (int i = 0; i < node.GetPool().GetCount(); ++i) {
+        lib::DrawingPiece const piece = PieceOf(input.curves[node.GetPool().GetAt(i)->GetKey()]);
+        path += Joined("M", SvgPlace(piece.start), SvgPathAlong(piece));
+    }
+    if (path.empty())
+        return path;
+    return Joined("<path class=\"curve", node.IsLeaf() ? "" : " across", "\" d=\"", path, "\"/>\n");
+}
+
+} // namespace
+
+std::string IndexPicture(std::string const &name, DrawingInput const &input, lib::MQuadTree const &tree) {
+    IndexTotals const totals = TotalsOf(tree);
+    std::vector<MQuadNode const *> const nodes = NodesOf(tree);
+    MQuadMBR2D paper = nodes.empty() ? MQuadMBR2D{0, 0, 1, 1} : nodes.front()->GetRegion();
+    double const size = std::max(paper.maxX - paper.minX, paper.maxY - paper.minY);
+    double const margin = kMargin * size;
+    paper = {paper.minX - margin, paper.minY - margin, paper.maxX + margin, paper.maxY + margin};
+    std::string svg = Head(name, paper, totals) + Style(size);
+    for (MQuadNode const *node : nodes) {
+        if (node->IsLeaf())
+            svg += LeafRectangle(*node, totals.largestLeaf);
+    }
+    for (MQuadNode const *node : nodes)
+        svg += CurvesOf(*node, input);
+    return svg + "</svg>\n";
+}
+
+} // namespace zvi::app

@@ -1,0 +1,93 @@
+#include "apps/zvi/common/ExitStatus.h"
+#include "apps/zvi/draw-index/CurveIndex.h"
+#include "tests/apps/zvi/Run.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+namespace zvi::app::test {
+
+namespace {
+
+std::size_t CountOf(std::string const &text, std::string const &piece) {
+    std::size_t count = 0;
+    for (std::size_t at = text.find(piece); at != std::string::npos; at = text.find(piece, at + 1))
+        ++count;
+    return count;
+}
+
+} // namespace
+
+TEST(DrawIndex, RectanglesTouchTheirCurves) {
+    using Type = lib::DrawingCurveType;
+    double const half = std::sqrt(0.5);
+    struct Row {
+        lib::DrawingCurve curve;
+        lib::MQuadMBR2D box;
+    };
+    Row const rows[] = {
+        {{1, Type::kLine, {3, 1}, {2, 5}, {}, 0, false}, {2, 1, 3, 5}},
+        {{2, Type::kCircle, {}, {}, {1, 2}, 3, false}, {-2, -1, 4, 5}},
+        // From north-east over the top to north-west, and the same ends the other way round.
+        {{3, Type::kArc, {half, half}, {-half, half}, {0, 0}, 1, false}, {-half, half, half, 1}},
+        {{4, Type::kArc, {half, half}, {-half, half}, {0, 0}, 1, true}, {-1, -1, 1, half}},
+    };
+    for (Row const &row : rows) {
+        lib::MQuadMBR2D const box = RectangleOf(row.curve);
+        EXPECT_DOUBLE_EQ(box.minX, row.box.minX) << row.curve.id;
+        EXPECT_DOUBLE_EQ(box.minY, row.box.minY) << row.curve.id;
+        EXPECT_DOUBLE_EQ(box.maxX, row.box.maxX) << row.curve.id;
+        EXPECT_DOUBLE_EQ(box.maxY, row.box.maxY) << row.curve.id;
+    }
+}
+
+TEST(DrawIndex, DrawsEachLeafAndEachCurve) {
+    std::string curves;
+    for (int i = 0; i < 30; ++i) {
+        std::string const x = std::to_string(i % 6 * 10 + 1), y = std::to_string(i / 6 * 10 + 1);
+        curves += "circle " + std::to_string(i + 1) + " " + x + " " + y + " 2\n";
+    }
+    std::string const file = (std::filesystem::temp_directory_path() / "zvi_draw_index_test.svg").string();
+    RunOutcome const run = RunZvi({"draw-index", "--capacity", "2", "--svg", file}, curves);
+    EXPECT_EQ(run.status, kExitDone);
+    EXPECT_EQ(run.err, "");
+    std::ifstream in(file);
+    std::string const svg{std::istreambuf_iterator<char>(in), {}};
+    in.close();
+    std::filesystem::remove(file);
+    EXPECT_NE(run.out.find("curves                 30\n"), std::string::npos);
+    EXPECT_NE(run.out.find("  leaves               " + std::to_string(CountOf(svg, "<rect class=\"leaf\"")) + "\n"),
+              std::string::npos);
+    // Each circle is drawn in two halves.
+    EXPECT_EQ(CountOf(svg, "A2 2 0 0 0"), 60U);
+    EXPECT_GT(CountOf(svg, "<rect class=\"leaf\""), 4U);
+}
+
+TEST(DrawIndex, RefusesWhatItCannotDo) {
+    struct Row {
+        std::vector<std::string> words;
+        int status;
+        std::string says;
+    };
+    Row const rows[] = {
+        {{}, kExitBadUsage, "--svg FILE"},
+        {{"--svg", "x.svg", "--capacity", "0"}, kExitBadUsage, "--capacity needs"},
+        {{"--svg", "x.svg", "--capacity", "nan"}, kExitBadUsage, "--capacity needs"},
+        {{"--svg", "x.svg", "a.dxf", "b.dxf"}, kExitBadUsage, "one drawing at a time"},
+        {{"--svg", "x.svg"}, kExitBadInput, "holds no curves"},
+        {{"--svg", "/no/such/folder/x.svg", "-"}, kExitBadInput, "holds no curves"},
+    };
+    for (Row const &row : rows) {
+        std::vector<std::string> words{"draw-index"};
+        words.insert(words.end(), row.words.begin(), row.words.end());
+        RunOutcome const run = RunZvi(words, "# nothing\n");
+        EXPECT_EQ(run.status, row.status) << run.err;
+        EXPECT_NE(run.err.find(row.says), std::string::npos) << run.err;
+    }
+}
+
+} // namespace zvi::app::test
