@@ -9,9 +9,11 @@
 #include "apps/zvi/domains/DomainsCommand.h"
 #include "apps/zvi/draw-index/DrawIndexCommand.h"
 #include "apps/zvi/eval/EvalCommand.h"
+#include "apps/zvi/messages/MessagesCommand.h"
 #include "apps/zvi/numbers/NumbersCommand.h"
 #include "apps/zvi/profile-report/ProfileReportCommand.h"
 #include "apps/zvi/settings/SettingsCommand.h"
+#include "apps/zvi/text/TextCommand.h"
 #include "apps/zvi/units/UnitsCommand.h"
 
 #include "zvi/core/Version.h"
@@ -101,6 +103,8 @@ std::vector<Verb> const &Verbs() {
         {"numbers", "number lists as compact text, and back", RunNumbers},
         {"draw-index", "a picture of the quadtree of a drawing's curves", RunDrawIndex},
         {"profile-report", "a profiler's PROF.csv as a sorted table with bars", RunProfileReport},
+        {"messages", "the texts of message catalogues", RunMessages},
+        {"text", "the encoding of a text file, its lines, and its text in another encoding", RunText},
     };
     return kVerbs;
 }
