@@ -56,9 +56,9 @@ private:
 };
 
 void SetRate(benchmark::State &state) {
-    state.counters["time/line"] = benchmark::Counter(
-        static_cast<double>(state.iterations()) * static_cast<double>(state.range(0)),
-        benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+    state.counters["time/line"] =
+        benchmark::Counter(static_cast<double>(state.iterations()) * static_cast<double>(state.range(0)),
+                           benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
 }
 
 CString Wide(std::string const &text) {

@@ -45,8 +45,7 @@ int DrawIndex(Console &console, DrawIndexOptions const &options) {
     IndexTotals const totals = TotalsOf(*tree);
     progress.Step("writing");
     std::string const title = options.file == "-" ? ShownName("-") : NameOf(PathOf(options.file).filename());
-    std::string const failure =
-        WriteWholeFile(options.svgFile, IndexPicture(DecodeDxfText(title, ""), input, *tree));
+    std::string const failure = WriteWholeFile(options.svgFile, IndexPicture(DecodeDxfText(title, ""), input, *tree));
     progress.Clear();
     if (!failure.empty()) {
         TellFailure(console, options.svgFile, 0, failure);

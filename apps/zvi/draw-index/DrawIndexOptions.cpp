@@ -23,8 +23,10 @@ constexpr char const *kExamples =
     "  zvi draw-index --layer WALLS plan.dxf --svg index.svg   of the curves of one layer\n";
 
 constexpr char const *kFooter =
-    "FILE is an ASCII DXF drawing (.dxf) or curve text (.curves, see 'zvi domains -h'); '-' or no FILE reads either from\n"
-    "standard input. The picture shows the regions of the leaves, the darker the more curves they hold, and the curves:\n"
+    "FILE is an ASCII DXF drawing (.dxf) or curve text (.curves, see 'zvi domains -h'); '-' or no FILE reads either "
+    "from\n"
+    "standard input. The picture shows the regions of the leaves, the darker the more curves they hold, and the "
+    "curves:\n"
     "those that cross a mid line, and so stay in an inner node, in a colour of their own.\n"
     "\n"
     "Exit status: 0 done; 1 the input cannot be read or used; 2 wrong usage; 4 a fault of the program.\n";

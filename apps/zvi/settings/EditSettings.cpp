@@ -17,8 +17,7 @@ namespace {
 using Kind = lib::SettingsLine::Kind;
 
 bool HasOuterBlanks(CString const &text) {
-    return !text.IsEmpty() &&
-           (lib::IsBlankUnit(text.GetAt(0)) || lib::IsBlankUnit(text.GetAt(text.GetLength() - 1)));
+    return !text.IsEmpty() && (lib::IsBlankUnit(text.GetAt(0)) || lib::IsBlankUnit(text.GetAt(text.GetLength() - 1)));
 }
 
 /// Where a line of a text lies.
@@ -98,7 +97,8 @@ CString KeptText(std::string_view bytes) {
 }
 
 std::string WhyNotHeld(CString const &category, CString const &keyword, CString const &value) {
-    for (auto const &[name, text] : {std::pair("the category", category), {"the keyword", keyword}, {"the value", value}}) {
+    for (auto const &[name, text] :
+         {std::pair("the category", category), {"the keyword", keyword}, {"the value", value}}) {
         if (text.Find(L'\n') >= 0)
             return std::string(name) + " holds a line end; write it in one line";
         if (HasOuterBlanks(text))

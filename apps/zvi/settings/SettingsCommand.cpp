@@ -38,7 +38,8 @@ constexpr char const *kFooter =
     "make nothing; 'set' makes the file when it is absent, and changes no other line of it. Behind '--' a value may\n"
     "begin with two minus signs.\n"
     "\n"
-    "Exit status: 0 done; 1 the file cannot be read or written, or has no such setting; 2 wrong usage; 4 a fault of the\n"
+    "Exit status: 0 done; 1 the file cannot be read or written, or has no such setting; 2 wrong usage; 4 a fault of "
+    "the\n"
     "program.\n";
 
 struct SettingsOptions {

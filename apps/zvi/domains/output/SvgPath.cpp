@@ -9,23 +9,33 @@
 
 namespace zvi::app {
 
-std::string SvgNumber(double value) {
-    constexpr int kDigits = 12;
-    return ShortNumber(value, kDigits);
+namespace {
+
+/// The longer side of a drawing in its picture, in pixels.
+constexpr double kDrawingPixels = 940.0;
+
+} // namespace
+
+std::string SvgFrame::Place(lib::DrawingPoint const &p) const {
+    return Joined(SvgNumber(X(p.x)), " ", SvgNumber(Y(p.y)));
 }
 
-std::string SvgPlace(lib::DrawingPoint const &p) {
-    return Joined(SvgNumber(p.x), " ", SvgNumber(-p.y));
-}
-
-std::string SvgPathAlong(lib::DrawingPiece const &piece) {
+std::string SvgFrame::PathAlong(lib::DrawingPiece const &piece) const {
     if (piece.type == lib::DrawingCurveType::kLine)
-        return Joined("L", SvgPlace(piece.end));
-    std::string const radii = Joined("A", SvgNumber(piece.radius), " ", SvgNumber(piece.radius));
-    std::string const flags = piece.clockwise ? " 0 0 1 " : " 0 0 0 ";
-    std::string const end = radii + flags + SvgPlace(PointOn(piece, 1.0));
+        return Joined("L", Place(piece.end));
+    std::string const radius = SvgNumber(piece.radius * scale);
+    std::string const arc = Joined("A", radius, " ", radius, piece.clockwise ? " 0 0 1 " : " 0 0 0 ");
     bool const overHalf = std::abs(SweepOf(piece)) > std::numbers::pi;
-    return overHalf ? radii + flags + SvgPlace(PointOn(piece, 0.5)) + end : end;
+    return Joined(overHalf ? Joined(arc, Place(PointOn(piece, 0.5))) : "", arc, Place(PointOn(piece, 1.0)));
+}
+
+double SvgScale(double longerSide) {
+    return longerSide > 0.0 && std::isfinite(kDrawingPixels / longerSide) ? kDrawingPixels / longerSide : 1.0;
+}
+
+std::string SvgNumber(double value) {
+    constexpr int kDigits = 9;
+    return ShortNumber(value, kDigits);
 }
 
 std::string SvgEscaped(std::string const &text) {

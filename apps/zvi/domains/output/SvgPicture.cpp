@@ -3,6 +3,8 @@
 #include "apps/zvi/common/Joined.h"
 #include "apps/zvi/common/NumberText.h"
 #include "apps/zvi/domains/output/Colors.h"
+#include "apps/zvi/domains/output/FillClasses.h"
+#include "apps/zvi/domains/output/FreeEnds.h"
 #include "apps/zvi/domains/output/LabelPoint.h"
 #include "apps/zvi/domains/output/Loops.h"
 #include "apps/zvi/domains/output/Report.h"
@@ -10,6 +12,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 
 namespace zvi::app {
 
@@ -19,23 +22,33 @@ using lib::DrawingCurveType;
 using lib::DrawingPiece;
 using lib::DrawingPoint;
 
-/// Margin around the drawing, strokes and ring sizes as parts of the picture's longer side.
-constexpr double kMargin = 0.03;
-constexpr double kBorderStroke = 0.0012;
-constexpr double kLeftoverStroke = 0.0016;
-constexpr double kRing = 0.011;
+/// Strokes, the radius of rings and of the dots on free ends, in pixels.
+constexpr double kBorderStroke = 1.2;
+constexpr double kLeftoverStroke = 1.6;
+constexpr double kRingStroke = 1.4;
+constexpr double kRing = 11.0;
+constexpr double kDot = 2.6;
 
 /// The same strokes, where they would hide something small: as parts of the free circle of a domain, or of the length
 /// of a leftover.
 constexpr double kBorderShare = 0.08;
 constexpr double kLeftoverShare = 0.06;
 
+/// An end this near to a curve, in pixels, is not free.
+constexpr double kOnCurve = 0.01;
+
 /// Dashes and the room between them, in strokes.
 constexpr double kDash = 5.0;
 constexpr double kDashRoom = 3.5;
 
-/// Largest number on a domain as part of the picture's longer side.
-constexpr double kLargestNumber = 0.03;
+/// Font sizes in pixels: of the largest number on a domain, of the smallest that can be read, and of the legend.
+constexpr double kLargestNumber = 28.0;
+constexpr double kSmallestNumber = 5.0;
+constexpr double kLegendText = 13.0;
+
+/// Height of the legend, and length of its samples, in pixels.
+constexpr double kLegendHeight = 30.0;
+constexpr double kSample = 34.0;
 
 /// Width of a digit and half height of a line of digits, as parts of the font size.
 constexpr double kDigitWidth = 0.6;
@@ -44,19 +57,9 @@ constexpr double kHalfDigitHeight = 0.37;
 /// Part of the free circle that a number may fill.
 constexpr double kNumberFill = 0.8;
 
-/// The longer side of the picture on a page, in pixels.
-constexpr double kPagePixels = 1000.0;
-
 bool IsFinite(DrawingPiece const &piece) {
     double const sum = piece.start.x + piece.start.y + piece.end.x + piece.end.y;
     return std::isfinite(sum) && std::isfinite(piece.center.x + piece.center.y + piece.radius);
-}
-
-std::string LoopPath(std::vector<DrawingPiece> const &loop) {
-    std::string path = Joined("M", SvgPlace(PointOn(loop.front(), 0.0)));
-    for (DrawingPiece const &piece : loop)
-        path += SvgPathAlong(piece);
-    return path + "Z";
 }
 
 std::string Dashes(double stroke) {
@@ -71,10 +74,8 @@ double LengthOf(DrawingPiece const &piece) {
 
 /// Leftovers of one reason that follow one another head to tail, drawn as one path so that the dashes run on.
 struct Chain {
-    lib::DrawingLeftover const *first = nullptr;
-    lib::DrawingLeftover const *last = nullptr;
-    std::string path;
-    double length = 0.0;
+    std::vector<lib::DrawingLeftover const *> leftovers;
+    double length = 0.0; ///< in drawing units
 };
 
 bool Continues(lib::DrawingLeftover const &before, lib::DrawingLeftover const &next) {
@@ -92,10 +93,9 @@ std::vector<Chain> ChainsOf(std::vector<lib::DrawingLeftover> const &leftovers) 
         bool const isArc = piece.type != DrawingCurveType::kLine;
         if (!IsFinite(piece) || (isArc && !(piece.radius > 0.0)))
             continue;
-        if (chains.empty() || !Continues(*chains.back().last, leftover))
-            chains.push_back({&leftover, &leftover, Joined("M", SvgPlace(PointOn(piece, 0.0))), 0.0});
-        chains.back().last = &leftover;
-        chains.back().path += SvgPathAlong(piece);
+        if (chains.empty() || !Continues(*chains.back().leftovers.back(), leftover))
+            chains.emplace_back();
+        chains.back().leftovers.push_back(&leftover);
         chains.back().length += LengthOf(piece);
     }
     return chains;
@@ -110,8 +110,10 @@ public:
         Style();
         Domains();
         Leftovers();
+        Ends();
         Gaps();
         Numbers();
+        Legend();
         m_svg += "</svg>\n";
     }
 
@@ -123,13 +125,20 @@ private:
     void Style();
     void Domains();
     void Leftovers();
+    void Ends();
     void Gaps();
     void Numbers();
+    void Legend();
+
+    bool HasLegend() const { return !m_result.leftovers.empty() || !m_result.gaps.empty(); }
+    std::string LoopPath(std::vector<DrawingPiece> const &loop) const;
 
     DrawingInput const &m_input;
     lib::DrawingResult const &m_result;
     Box m_box;
-    double m_size = 1.0;              ///< longer side of the drawing
+    SvgFrame m_frame;
+    std::vector<std::size_t> m_fills; ///< beside the domains
+    std::vector<DrawingPoint> m_freeEnds;
     std::vector<LabelPoint> m_labels; ///< beside the domains
     std::string m_svg;
 };
@@ -145,71 +154,79 @@ void Picture::Measure() {
             AddToBox(m_box, leftover.piece);
     }
     double const longer = std::max(m_box.Width(), m_box.Height());
-    m_size = longer > 0.0 && std::isfinite(longer) ? longer : 1.0;
+    m_frame = {m_box.minX, m_box.maxY, SvgScale(longer), kSvgMargin};
+    m_fills = FillClasses(m_result.domains);
+    m_freeEnds = FreeEnds(m_result, kOnCurve / m_frame.scale);
+}
+
+std::string Picture::LoopPath(std::vector<DrawingPiece> const &loop) const {
+    std::string path = Joined("M", m_frame.Place(PointOn(loop.front(), 0.0)));
+    for (DrawingPiece const &piece : loop)
+        path += m_frame.PathAlong(piece);
+    return path + "Z";
 }
 
 void Picture::Head(std::string const &name) {
-    double const margin = kMargin * m_size;
-    double const width = m_box.Width() + 2.0 * margin;
-    double const height = m_box.Height() + 2.0 * margin;
-    double const scale = kPagePixels / std::max(width, height);
-    std::string const x = SvgNumber(m_box.minX - margin);
-    std::string const y = SvgNumber(-m_box.maxY - margin);
-    std::string const extent = " width=\"" + SvgNumber(width) + "\" height=\"" + SvgNumber(height) + "\"";
-    m_svg += "<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"" + x + " " + y + " " + SvgNumber(width) + " " +
-             SvgNumber(height) + "\" width=\"" + ShortNumber(width * scale, 6) + "\" height=\"" +
-             ShortNumber(height * scale, 6) + "\" role=\"img\" aria-labelledby=\"title desc\">\n";
+    std::string const width = SvgNumber(m_box.Width() * m_frame.scale + 2.0 * kSvgMargin);
+    std::string const height =
+        SvgNumber(m_box.Height() * m_frame.scale + 2.0 * kSvgMargin + (HasLegend() ? kLegendHeight : 0.0));
+    m_svg += Joined("<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 ", width, " ", height, "\" width=\"",
+                    width, "\" height=\"", height, "\" role=\"img\" aria-labelledby=\"title desc\">\n");
     m_svg += "<title id=\"title\">Domains of " + SvgEscaped(name) + "</title>\n";
-    m_svg +=
-        "<desc id=\"desc\">" + SvgEscaped(TotalsLine(m_result)) + "; units: " + SvgEscaped(m_input.units) + "</desc>\n";
-    m_svg += "<rect class=\"paper\" x=\"" + x + "\" y=\"" + y + "\"" + extent + "/>\n";
+    m_svg += Joined("<desc id=\"desc\">", SvgEscaped(TotalsLine(m_result)), "; units: ", SvgEscaped(m_input.units),
+                    "; one unit is ", ShortNumber(m_frame.scale, 6), " wide</desc>\n");
+    m_svg += Joined("<rect class=\"paper\" width=\"", width, "\" height=\"", height, "\"/>\n");
 }
 
 void Picture::Style() {
-    std::string const border = SvgNumber(kBorderStroke * m_size);
-    std::string const dashes = Dashes(kLeftoverStroke * m_size);
-    m_svg += "<style>\n"
-             ".paper{fill:#ffffff}\n"
-             ".domain{stroke:#3b4252;stroke-width:" +
-             border +
-             ";stroke-linejoin:round;fill-rule:evenodd}\n"
-             ".leftover{fill:none;stroke:#c2410c;stroke-linecap:butt;stroke-width:" +
-             SvgNumber(kLeftoverStroke * m_size) + ";stroke-dasharray:" + dashes +
-             "}\n"
-             ".duplicate,.zero-length{opacity:0.35}\n"
-             ".gap{fill:none;stroke:#dc2626;stroke-width:" +
-             SvgNumber(1.5 * kLeftoverStroke * m_size) +
-             "}\n"
-             ".number{fill:#1f2937;font-family:system-ui,sans-serif;font-weight:600;text-anchor:middle;"
-             "pointer-events:none}\n";
+    m_svg += Joined("<style>\n"
+                    ".paper{fill:#ffffff}\n"
+                    ".domain{stroke:#3b4252;stroke-width:",
+                    SvgNumber(kBorderStroke),
+                    ";stroke-linejoin:round;fill-rule:evenodd}\n"
+                    ".leftover{fill:none;stroke:#c2410c;stroke-linecap:butt;stroke-width:",
+                    SvgNumber(kLeftoverStroke), ";stroke-dasharray:", Dashes(kLeftoverStroke),
+                    "}\n"
+                    ".duplicate,.zero-length{opacity:0.35}\n"
+                    ".end{fill:#c2410c}\n"
+                    ".gap{fill:none;stroke:#dc2626;stroke-width:",
+                    SvgNumber(kRingStroke),
+                    ";pointer-events:none}\n"
+                    ".number,.legend{fill:#1f2937;font-family:system-ui,sans-serif;pointer-events:none}\n"
+                    ".number{font-weight:600;text-anchor:middle}\n"
+                    ".legend{font-size:",
+                    SvgNumber(kLegendText), "px}\n");
     std::string dark;
-    for (std::size_t i = 0; i < m_result.domains.size(); ++i) {
-        DomainColors const colors = ColorsOf(i);
-        m_svg += ".d" + std::to_string(i + 1) + "{fill:" + colors.light + "}\n";
-        dark += ".d" + std::to_string(i + 1) + "{fill:" + colors.dark + "}\n";
+    std::size_t const fills = m_fills.empty() ? 0 : *std::max_element(m_fills.begin(), m_fills.end()) + 1;
+    for (std::size_t fill = 0; fill < fills; ++fill) {
+        DomainColors const colors = ColorsOf(fill);
+        std::string const name = Joined(".d", std::to_string(fill), "{fill:");
+        m_svg += Joined(name, colors.light, "}\n");
+        dark += Joined(name, colors.dark, "}\n");
     }
-    m_svg += "@media (prefers-color-scheme:dark){\n"
-             ".paper{fill:#11151c}\n"
-             ".domain{stroke:#c3cad6}\n"
-             ".leftover{stroke:#fb923c}\n"
-             ".gap{stroke:#f87171}\n"
-             ".number{fill:#f3f4f6}\n" +
-             dark + "}\n</style>\n";
+    m_svg += Joined("@media (prefers-color-scheme:dark){\n"
+                    ".paper{fill:#11151c}\n"
+                    ".domain{stroke:#c3cad6}\n"
+                    ".leftover{stroke:#fb923c}\n"
+                    ".end{fill:#fb923c}\n"
+                    ".gap{stroke:#f87171}\n"
+                    ".number,.legend{fill:#f3f4f6}\n",
+                    dark, "}\n</style>\n");
 }
 
 void Picture::Domains() {
     m_svg += "<g>\n";
     for (std::size_t i = 0; i < m_result.domains.size(); ++i) {
         lib::DrawingDomain const &domain = m_result.domains[i];
-        std::string const number = std::to_string(i + 1);
         std::string path = LoopPath(domain.outer);
         for (auto const &hole : domain.holes)
             path += LoopPath(hole);
-        double const stroke = kBorderShare * m_labels[i].radius;
-        bool const thin = stroke > 0.0 && stroke < kBorderStroke * m_size;
-        std::string const style = thin ? " style=\"stroke-width:" + ShortNumber(stroke, 4) + "\"" : std::string();
-        m_svg += Joined("<path class=\"domain d", number, "\"", style, " d=\"", path, "\"><title>Domain ", number,
-                        ": area ", ShortNumber(domain.area), "</title></path>\n");
+        double const stroke = kBorderShare * m_labels[i].radius * m_frame.scale;
+        bool const thin = stroke > 0.0 && stroke < kBorderStroke;
+        std::string const style = thin ? Joined(" style=\"stroke-width:", ShortNumber(stroke, 4), "\"") : std::string();
+        m_svg += Joined("<path class=\"domain d", std::to_string(m_fills[i]), "\"", style, " d=\"", path,
+                        "\"><title>Domain ", std::to_string(i + 1), ": area ", ShortNumber(domain.area),
+                        "</title></path>\n");
     }
     m_svg += "</g>\n";
 }
@@ -217,42 +234,93 @@ void Picture::Domains() {
 void Picture::Leftovers() {
     m_svg += "<g>\n";
     for (Chain const &chain : ChainsOf(m_result.leftovers)) {
-        double const stroke = kLeftoverShare * chain.length;
+        lib::DrawingLeftover const &first = *chain.leftovers.front();
+        std::string path = Joined("M", m_frame.Place(PointOn(first.piece, 0.0)));
+        for (lib::DrawingLeftover const *leftover : chain.leftovers)
+            path += m_frame.PathAlong(leftover->piece);
+        double const stroke = kLeftoverShare * chain.length * m_frame.scale;
         std::string style;
-        if (stroke < kLeftoverStroke * m_size)
-            style = " style=\"stroke-width:" + ShortNumber(stroke, 4) + ";stroke-dasharray:" + Dashes(stroke) + "\"";
-        m_svg += "<path class=\"leftover " + std::string(ReasonName(chain.first->reason)) + "\"" + style + " d=\"" +
-                 chain.path + "\"><title>" + SvgEscaped(CurveName(m_input, chain.first->piece.curve)) + ": " +
-                 ReasonName(chain.first->reason) + "</title></path>\n";
+        if (stroke < kLeftoverStroke)
+            style =
+                Joined(" style=\"stroke-width:", ShortNumber(stroke, 4), ";stroke-dasharray:", Dashes(stroke), "\"");
+        m_svg += Joined("<path class=\"leftover ", ReasonName(first.reason), "\"", style, " d=\"", path, "\"><title>",
+                        SvgEscaped(CurveName(m_input, first.piece.curve)), ": ", ReasonName(first.reason),
+                        "</title></path>\n");
     }
+    m_svg += "</g>\n";
+}
+
+std::string Circle(char const *name, double x, double y, double radius) {
+    return Joined("<circle class=\"", name, "\" cx=\"", SvgNumber(x), "\" cy=\"", SvgNumber(y), "\" r=\"",
+                  SvgNumber(radius), "\"");
+}
+
+void Picture::Ends() {
+    m_svg += "<g>\n";
+    for (DrawingPoint const &end : m_freeEnds)
+        m_svg += Circle("end", m_frame.X(end.x), m_frame.Y(end.y), kDot) + "/>\n";
     m_svg += "</g>\n";
 }
 
 void Picture::Gaps() {
     m_svg += "<g>\n";
-    for (lib::DrawingGap const &gap : m_result.gaps)
-        m_svg += "<circle class=\"gap\" cx=\"" + SvgNumber(gap.at.x) + "\" cy=\"" + SvgNumber(-gap.at.y) + "\" r=\"" +
-                 SvgNumber(std::max(kRing * m_size, 1.5 * gap.distance)) + "\"><title>gap of " +
-                 ShortNumber(gap.distance) + "</title></circle>\n";
+    for (lib::DrawingGap const &gap : m_result.gaps) {
+        double const radius = std::max(kRing, 1.5 * gap.distance * m_frame.scale);
+        m_svg += Joined(Circle("gap", m_frame.X(gap.at.x), m_frame.Y(gap.at.y), radius), "><title>gap of ",
+                        ShortNumber(gap.distance), "</title></circle>\n");
+    }
     m_svg += "</g>\n";
 }
 
-/// Puts each number on the centre of the free circle of its domain, as large as fits.
+/// Puts each number on the centre of the free circle of its domain, as large as fits; one too small to be read is left
+/// out, and the title of its domain tells it.
 void Picture::Numbers() {
     m_svg += "<g>\n";
     for (std::size_t i = 0; i < m_result.domains.size(); ++i) {
         std::string const number = std::to_string(i + 1);
         LabelPoint const &label = m_labels[i];
         double const halfWidth = 0.5 * kDigitWidth * static_cast<double>(number.size());
-        double const fitting = kNumberFill * label.radius / std::hypot(halfWidth, kHalfDigitHeight);
-        double const fontSize = std::min(fitting, kLargestNumber * m_size);
-        if (!(fontSize > 0.0))
+        double const fitting = kNumberFill * label.radius * m_frame.scale / std::hypot(halfWidth, kHalfDigitHeight);
+        double const fontSize = std::min(fitting, kLargestNumber);
+        if (!(fontSize >= kSmallestNumber))
             continue;
-        m_svg += "<text class=\"number\" x=\"" + SvgNumber(label.at.x) + "\" y=\"" +
-                 SvgNumber(-label.at.y + kHalfDigitHeight * fontSize) + "\" font-size=\"" + ShortNumber(fontSize, 6) +
-                 "\">" + number + "</text>\n";
+        m_svg += Joined("<text class=\"number\" x=\"", SvgNumber(m_frame.X(label.at.x)), "\" y=\"",
+                        SvgNumber(m_frame.Y(label.at.y) + kHalfDigitHeight * fontSize), "\" font-size=\"",
+                        ShortNumber(fontSize, 6), "\">", number, "</text>\n");
     }
     m_svg += "</g>\n";
+}
+
+/// Samples of what dashes, dots and rings mean, of those that are there, in a row below the drawing.
+void Picture::Legend() {
+    if (!HasLegend())
+        return;
+    double const y = 2.0 * kSvgMargin + m_box.Height() * m_frame.scale + 0.2 * kLegendHeight;
+    double x = kSvgMargin;
+    auto const add = [&](std::string const &sample, double width, std::string const &text) {
+        m_svg += Joined(sample, "<text class=\"legend\" x=\"", SvgNumber(x + width + 6.0), "\" y=\"",
+                        SvgNumber(y + kHalfDigitHeight * kLegendText), "\">", text, "</text>\n");
+        x += width + 24.0 + kDigitWidth * kLegendText * static_cast<double>(text.size());
+    };
+    auto const dashes = [&](char const *reason) {
+        return Joined("<path class=\"leftover ", reason, "\" d=\"M", SvgNumber(x), " ", SvgNumber(y), "h",
+                      SvgNumber(kSample), "\"/>\n");
+    };
+    auto const has = [this](auto const &wanted) {
+        return std::any_of(m_result.leftovers.begin(), m_result.leftovers.end(), wanted);
+    };
+    auto const isFaint = [](lib::DrawingLeftover const &leftover) {
+        return leftover.reason == lib::LeftoverReason::kDuplicate ||
+               leftover.reason == lib::LeftoverReason::kZeroLength;
+    };
+    if (has(std::not_fn(isFaint)))
+        add(dashes("dangle"), kSample, "bounds no domain");
+    if (has(isFaint))
+        add(dashes("duplicate"), kSample, "drawn twice, or without length");
+    if (!m_freeEnds.empty())
+        add(Circle("end", x + kDot, y, kDot) + "/>\n", 2.0 * kDot, "free end");
+    if (!m_result.gaps.empty())
+        add(Circle("gap", x + 0.8 * kRing, y, 0.8 * kRing) + "/>\n", 2.0 * kRing, "gap");
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include "apps/zvi/domains/output/SvgPicture.h"
 
 #include "zvi/drawing/MakeDrawingDomains.h"
+#include "zvi/drawing/SuggestedJoinTolerance.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -56,6 +57,10 @@ void ExpectAsListed(fs::path const &folder) {
         lib::DrawingOptions options;
         options.joinTolerance = expected["join_tolerance"];
         Totals const totals = TotalsOf(lib::MakeDrawingDomains(input.curves, options));
+        options.joinTolerance = lib::SuggestedJoinTolerance(input.curves);
+        Totals const suggested = TotalsOf(lib::MakeDrawingDomains(input.curves, options));
+        EXPECT_EQ(suggested.domains, totals.domains) << name;
+        EXPECT_EQ(suggested.holes, totals.holes) << name;
         double const area = numbers["area"];
         double const allowed = input.notes.flattened.empty() ? 1e-6 : 1e-4;
         EXPECT_EQ(totals.domains, numbers["faces"].get<std::size_t>()) << name;
@@ -73,7 +78,9 @@ void ExpectReadOrRefused(fs::path const &folder) {
         std::string const name = entry.path().filename().string();
         try {
             DrawingInput const input = Read(entry.path());
-            lib::DrawingResult const result = lib::MakeDrawingDomains(input.curves);
+            lib::DrawingOptions options;
+            options.joinTolerance = lib::SuggestedJoinTolerance(input.curves);
+            lib::DrawingResult const result = lib::MakeDrawingDomains(input.curves, options);
             EXPECT_FALSE(SvgPicture(name, input, result).empty());
             Totals const back = TotalsOf(lib::MakeDrawingDomains(ReadDxf(DxfDrawing(result, "mm"), {}).curves));
             EXPECT_NEAR(back.area, TotalsOf(result).area, 1e-6 * back.area) << name;

@@ -23,7 +23,8 @@ RunOutcome Settings(TemporaryFolder const &folder, std::vector<std::string> word
 
 TEST(Settings, ListShowsWhatIsInForceAndWhereItComesFrom) {
     TemporaryFolder const folder;
-    std::string const content = "; by hand\n[ OPT_GEN_TOLERENCE ]\nRegardAsZero = 1.23456789e-6\nAngleTolerance = abc\n[MYAPP]\nk=\x1B[1m";
+    std::string const content =
+        "; by hand\n[ OPT_GEN_TOLERENCE ]\nRegardAsZero = 1.23456789e-6\nAngleTolerance = abc\n[MYAPP]\nk=\x1B[1m";
     folder.Write("s.cfg", content);
     RunOutcome const list = Settings(folder, {"list"});
     EXPECT_EQ(list.status, 0) << list.err;

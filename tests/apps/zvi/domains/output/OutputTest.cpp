@@ -4,6 +4,7 @@
 #include "apps/zvi/domains/output/Colors.h"
 #include "apps/zvi/domains/output/DomainJson.h"
 #include "apps/zvi/domains/output/DxfDrawing.h"
+#include "apps/zvi/domains/output/FillClasses.h"
 #include "apps/zvi/domains/output/JoinAdvice.h"
 #include "apps/zvi/domains/output/LabelPoint.h"
 #include "apps/zvi/domains/output/Loops.h"
@@ -18,6 +19,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <numbers>
 #include <random>
 
@@ -113,25 +115,45 @@ TEST(SvgPicture, DrawsTrueArcsHolesLeftoversAndGaps) {
     std::string const svg = SvgPicture("a<b>&\".dxf", keyhole.input, keyhole.result);
     // The outer arc turns over half a circle, so it is drawn in two; y points down, so counter-clockwise is flag 0.
     char const *const parts[] = {
-        "d=\"M2.5 4.33012701892A5 5 0 0 0 ",
-        " -5A5 5 0 0 0 -2.5 4.33012701892L2.5 4.33012701892Z",
-        "M1 -1A1 1 0 0 1 -1 -1A1 1 0 0 1 1 -1Z\"",
+        // 17 units from -5 to 12 are 940 pixels, with a margin of 30.
+        "d=\"M444.705882 545.901141A276.470588 276.470588 0 0 0 ",
+        " 30A276.470588 276.470588 0 0 0 168.235294 545.901141L444.705882 545.901141Z",
+        "M361.764706 251.176471A55.2941176 55.2941176 0 0 1 251.176471 251.176471A55.2941176 55.2941176 0 0 1 "
+        "361.764706 251.176471Z\"",
         "fill-rule:evenodd",
         "class=\"leftover dangle\"",
-        "d=\"M9 0L12 0L12 -3\"><title>curve 4: dangle</title>",
-        "<circle class=\"gap\" cx=\"9\" cy=\"0\"",
+        "d=\"M804.117647 306.470588L970 306.470588L970 140.588235\"><title>curve 4: dangle</title>",
+        "<circle class=\"gap\" cx=\"804.117647\" cy=\"306.470588\" r=\"11\"",
+        "<circle class=\"end\" cx=\"970\" cy=\"140.588235\"",
+        ">bounds no domain</text>",
+        ">gap</text>",
         "<title id=\"title\">Domains of a&lt;b>&amp;&quot;.dxf</title>",
         "1 domains, 1 holes, total area 70",
         "@media (prefers-color-scheme:dark){",
-        "viewBox=\"-5.51 -5.51 18.02 ",
+        "viewBox=\"0 0 1000 ",
     };
     for (char const *part : parts)
         EXPECT_NE(svg.find(part), std::string::npos) << part << " in\n" << svg;
+    EXPECT_EQ(svg.find("class=\"end\" cx=\"970\" cy=\"306"), std::string::npos) << "where two pieces meet is no end";
+}
+
+TEST(SvgPicture, GivesNeighboursFillsOfTheirOwn) {
+    for (unsigned seed = 1; seed <= 50; ++seed) {
+        DrawingResult const result = lib::MakeDrawingDomains(ReadCurveText(RandomCurves(seed)).curves);
+        std::vector<std::size_t> const fills = FillClasses(result.domains);
+        std::map<std::tuple<unsigned, double, double>, std::size_t> sides;
+        for (std::size_t i = 0; i < result.domains.size(); ++i) {
+            for (DrawingPiece const &piece : result.domains[i].outer) {
+                auto const [other, isNew] = sides.try_emplace({piece.curve, piece.from, piece.to}, i);
+                EXPECT_TRUE(isNew || fills[other->second] != fills[i]) << "seed " << seed;
+            }
+        }
+    }
 }
 
 TEST(SvgPicture, TakesEmptyAndBrokenResults) {
     DrawingInput const input = ReadCurveText("circle 1 0 0 0\nline 2 1 1 1 1\n");
-    EXPECT_NE(SvgPicture("x", input, {}).find("viewBox=\"-0.03 -0.03 0.06 0.06\""), std::string::npos);
+    EXPECT_NE(SvgPicture("x", input, {}).find("viewBox=\"0 0 60 60\""), std::string::npos);
     DrawingResult result;
     result.leftovers = {{Circle(1, {0, 0}, 0, false), lib::LeftoverReason::kUnsupported},
                         {Line(2, {1, 1}, {1, 1}), lib::LeftoverReason::kZeroLength},
