@@ -31,6 +31,13 @@ public:
             VisitLeft(m_levels.size() - 2, 0, 1, p, look, least);
     }
 
+    /// Calls `look(index, index)` once for each two boxes that meet, in an order that depends on the boxes alone.
+    template <typename Look>
+    void ForEachMeeting(Look look) const {
+        if (!m_order.empty())
+            Join(m_levels.size() - 2, 0, 0, look);
+    }
+
     /// The indices in the order in which they are found.
     std::vector<int> const &Order() const { return m_order; }
 
@@ -40,6 +47,34 @@ private:
     void AddLevels();
     void Visit(std::size_t level, std::size_t first, std::size_t count, Box const &query, int passedOver,
                std::vector<int> &out) const;
+
+    /// The pairs of boxes below two nodes of a level, or below one.
+    template <typename Look>
+    void Join(std::size_t level, std::size_t a, std::size_t b, Look &look) const {
+        if (level == 0) {
+            if (a != b)
+                look(m_order[a], m_order[b]);
+            return;
+        }
+        std::array<std::size_t, kWidth> below;
+        std::size_t const count = ChildrenThatMeet(level, b, m_boxes[m_levels[level] + a], below);
+        std::size_t const end = std::min((a + 1) * kWidth, m_levels[level] - m_levels[level - 1]);
+        for (std::size_t child = a * kWidth; child < end; ++child) {
+            Box const &box = m_boxes[m_levels[level - 1] + child];
+            for (std::size_t i = 0; i < count; ++i)
+                if ((a != b || below[i] >= child) && Meet(box, m_boxes[m_levels[level - 1] + below[i]]))
+                    Join(level - 1, child, below[i], look);
+        }
+    }
+    std::size_t ChildrenThatMeet(std::size_t level, std::size_t node, Box const &box,
+                                 std::array<std::size_t, kWidth> &children) const {
+        std::size_t count = 0;
+        std::size_t const end = std::min((node + 1) * kWidth, m_levels[level] - m_levels[level - 1]);
+        for (std::size_t child = node * kWidth; child < end; ++child)
+            if (Meet(m_boxes[m_levels[level - 1] + child], box))
+                children[count++] = child;
+        return count;
+    }
 
     template <typename Look>
     void VisitLeft(std::size_t level, std::size_t first, std::size_t count, DrawingPoint p, Look &look,

@@ -1,5 +1,7 @@
 #include "zvi/drawing/CandidatePairsDetail.h"
 
+#include "zvi/base/Buckets.h"
+
 #include <algorithm>
 
 namespace zvi::lib::drawing {
@@ -43,21 +45,41 @@ std::vector<Stretch const *> StretchesOf(Network const &network) {
 CandidatePairs::CandidatePairs(Network const &network, double reach)
     : m_network(network), m_reach(reach), m_edgeCount(static_cast<int>(network.edges.size())),
       m_index(StretchesOf(network), 0.5 * reach) {
-    if (!m_index.IsCrowded())
+    if (!m_index.IsCrowded()) {
+        FindAll();
         return;
+    }
     m_families = CurveFamilies(network, reach);
     m_index.SetGroups(m_families.FamilyOfEdges());
 }
 
+void CandidatePairs::FindAll() {
+    std::vector<EdgePair> found; // the second edge by its rank
+    m_index.ForEachMeeting([&](int a, int b) {
+        int const first = std::min(a, b), second = std::max(a, b);
+        if (!AreApart(m_network.edges[Index(first)], m_network.edges[Index(second)], m_reach))
+            found.push_back({first, m_index.RankOf(second)});
+    });
+    std::vector<std::size_t> begins(Index(m_edgeCount) + 1, 0);
+    m_pairs.resize(found.size());
+    base::SortIntoBuckets(
+        found.size(), std::span(begins), [&](std::size_t i) { return found[i].first; },
+        [&](std::size_t place, std::size_t i) { m_pairs[place] = found[i]; });
+    for (std::size_t edge = 0; edge + 1 < begins.size(); ++edge)
+        std::sort(m_pairs.begin() + static_cast<std::ptrdiff_t>(begins[edge]),
+                  m_pairs.begin() + static_cast<std::ptrdiff_t>(begins[edge + 1]),
+                  [](EdgePair a, EdgePair b) { return a.second < b.second; });
+    for (EdgePair &pair : m_pairs)
+        pair.second = m_index.AtRank(pair.second);
+}
+
 void CandidatePairs::FindPartners(int edge) {
     m_index.FindNear(edge, m_partners);
-    if (m_index.IsCrowded())
-        m_families.AddNear(edge, m_partners);
+    m_families.AddNear(edge, m_partners);
     NetworkEdge const &own = m_network.edges[Index(edge)];
     std::erase_if(m_partners,
                   [&](int other) { return other <= edge || AreApart(own, m_network.edges[Index(other)], m_reach); });
-    if (m_index.IsCrowded())
-        m_index.Arrange(m_partners);
+    m_index.Arrange(m_partners);
 }
 
 void CandidatePairs::FindNeighbours(int owner, Box const &box) {

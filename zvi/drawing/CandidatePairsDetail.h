@@ -9,7 +9,8 @@
 namespace zvi::lib::drawing {
 
 /// Pairs of edges, each once, that come nearer to one another than a reach elsewhere than at a shared end; some that
-/// do not are among them. They are found anew each time and not held, for there may be very many.
+/// do not are among them. Where the boxes of the edges crowd, they are found anew each time and not held, for there
+/// may be very many.
 class CandidatePairs {
 public:
     CandidatePairs(Network const &network, double reach);
@@ -18,7 +19,9 @@ public:
     /// the boxes of the edges alone.
     template <typename Look>
     void ForEach(Look look) {
-        for (int edge = 0; edge < m_edgeCount; ++edge) {
+        for (EdgePair const pair : m_pairs)
+            look(pair);
+        for (int edge = 0; m_index.IsCrowded() && edge < m_edgeCount; ++edge) {
             FindPartners(edge);
             for (int const other : m_partners)
                 look(EdgePair{edge, other});
@@ -30,6 +33,7 @@ public:
     std::vector<EdgePair> OfConnectors(int first, std::vector<int> const &owners);
 
 private:
+    void FindAll();
     void FindPartners(int edge);
     /// The edges that come near `box`, but for those that have nothing to do with the edge `owner`.
     void FindNeighbours(int owner, Box const &box);
@@ -38,6 +42,7 @@ private:
     double m_reach;
     int m_edgeCount; ///< without connectors
     StretchIndex m_index;
+    std::vector<EdgePair> m_pairs; ///< all, where boxes do not crowd
     CurveFamilies m_families;
     std::vector<int> m_partners; ///< found last
 };

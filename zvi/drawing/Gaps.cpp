@@ -1,6 +1,6 @@
 #include "zvi/drawing/GapsDetail.h"
 
-#include "zvi/drawing/BoxIndexDetail.h"
+#include "zvi/drawing/StretchIndexDetail.h"
 #include "zvi/drawing/SuggestedJoinTolerance.h"
 
 #include <algorithm>
@@ -73,7 +73,7 @@ std::vector<LooseEnd> LooseEnds(PlanarMap const &map) {
 
 /// The nearest curve that the end could be joined to: a gap as long as the edge itself would only make that vanish, and
 /// one below the tolerance was left open on purpose.
-Nearest NearestTo(LooseEnd const &end, std::vector<Stretch> const &stretches, BoxIndex const &index, double size,
+Nearest NearestTo(LooseEnd const &end, std::vector<Stretch> const &stretches, StretchIndex &index, double size,
                   double tolerance) {
     std::vector<int> found;
     double const reach = std::min(kNearMiss * size, end.length);
@@ -110,11 +110,11 @@ std::vector<DrawingGap> FindGaps(DividedDrawing const &drawing, std::vector<Draw
     if (!(size > 0.0) || !std::isfinite(size))
         return gaps;
     std::vector<Stretch> const &stretches = drawing.curves.stretches;
-    std::vector<Box> boxes;
-    boxes.reserve(stretches.size());
+    std::vector<Stretch const *> all;
+    all.reserve(stretches.size());
     for (Stretch const &s : stretches)
-        boxes.push_back(BoxOf(s));
-    BoxIndex const index(boxes);
+        all.push_back(&s);
+    StretchIndex index(all, drawing.curves.rounding);
     for (LooseEnd const &end : loose) {
         Nearest const nearest = NearestTo(end, stretches, index, size, drawing.curves.tolerance);
         if (nearest.stretch >= 0)

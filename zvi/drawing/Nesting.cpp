@@ -26,25 +26,22 @@ int RunsOf(Stretch const &s, std::array<Run, 3> &runs) {
     double const top = TurnTo(s, {s.center.x, s.center.y + s.radius});
     double const bottom = TurnTo(s, {s.center.x, s.center.y - s.radius});
     double const turn = std::fabs(s.sweep);
-    std::array<std::pair<double, double>, 4> stops; // turn, y
-    int stopCount = 0;
-    auto const addStop = [&](double at, double y) { stops[Index(stopCount++)] = {at, y}; };
-    addStop(0.0, s.start.y);
+    // The right half of a counter-clockwise arc rises; every stop at the top or at the bottom changes the half.
     bool const topFirst = top < bottom;
-    for (bool const isTop : {topFirst, !topFirst})
-        if (double const at = isTop ? top : bottom; at > 0.0 && at < turn)
-            addStop(at, isTop ? s.center.y + s.radius : s.center.y - s.radius);
-    addStop(turn, s.end.y);
+    bool const isTopInside = top > 0.0 && top<turn, isBottomInside = bottom> 0.0 && bottom < turn;
+    bool const isAnyInside = isTopInside || isBottomInside;
+    bool upward = isAnyInside ? isTopInside && (topFirst || !isBottomInside) : s.start.y < s.end.y;
+    double y = s.start.y;
     int count = 0;
-    for (int i = 0; i + 1 < stopCount; ++i) {
-        auto const &a = stops[Index(i)], &b = stops[Index(i + 1)];
-        // The right half of a counter-clockwise arc rises.
-        double const middle = 0.5 * (a.first + b.first);
-        double const x = PointAt(s, middle / turn).x - s.center.x;
-        double const side = x < 0.0 ? -1.0 : 1.0;
-        runs[Index(count++)] = {std::min(a.second, b.second), std::max(a.second, b.second), side,
-                                counter == (side > 0.0)};
-    }
+    auto const addRun = [&](double to) {
+        runs[Index(count++)] = {std::min(y, to), std::max(y, to), counter == upward ? 1.0 : -1.0, upward};
+        y = to;
+        upward = !upward;
+    };
+    for (bool const isTop : {topFirst, !topFirst})
+        if (isTop ? isTopInside : isBottomInside)
+            addRun(isTop ? s.center.y + s.radius : s.center.y - s.radius);
+    addRun(s.end.y);
     return count;
 }
 

@@ -45,9 +45,9 @@ std::vector<Box> BoxesOf(std::vector<Stretch const *> const &stretches, double b
 }
 
 StretchIndex::StretchIndex(std::vector<Stretch const *> const &stretches, double grown)
-    : m_boxes(BoxesOf(stretches, grown)), m_index(m_boxes), m_ranks(stretches.size()) {
+    : m_boxes(BoxesOf(stretches, grown)), m_index(m_boxes), m_order(m_index.Order()), m_ranks(stretches.size()) {
     for (std::size_t rank = 0; rank < m_ranks.size(); ++rank)
-        m_ranks[Index(m_index.Order()[rank])] = static_cast<int>(rank);
+        m_ranks[Index(m_order[rank])] = static_cast<int>(rank);
     if (DoCrowd(m_boxes, m_index))
         HoldParts(stretches, grown);
 }

@@ -23,6 +23,7 @@ public:
     void SetGroups(std::vector<int> const &groups);
     /// Where a stretch stands in the order in which stretches are found.
     int RankOf(int stretch) const { return m_ranks[Index(stretch)]; }
+    int AtRank(int rank) const { return m_order[Index(rank)]; }
     /// Brings stretches into that order, each once.
     void Arrange(std::vector<int> &stretches) const;
 
@@ -31,6 +32,12 @@ public:
     void Find(Box const &query, std::vector<int> &out);
     /// The same for what comes near a stretch of the index, itself included, and none of its group otherwise.
     void FindNear(int stretch, std::vector<int> &out);
+
+    /// Calls `look(stretch, stretch)` once for each two whose boxes meet, where they do not crowd.
+    template <typename Look>
+    void ForEachMeeting(Look look) const {
+        m_index.ForEachMeeting(look);
+    }
 
     /// Calls `look(stretch)` as BoxIndex::LookLeft does; a stretch may come several times.
     template <typename Look>
@@ -45,6 +52,7 @@ private:
 
     std::vector<Box> m_boxes; ///< of the stretches, or of their parts
     BoxIndex m_index;
+    std::vector<int> m_order; ///< of the stretches
     std::vector<int> m_ranks;
     std::vector<int> m_groups;
     std::vector<int> m_owners;         ///< of each part, the stretch; empty when stretches are not parted
