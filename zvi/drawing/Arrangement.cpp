@@ -156,6 +156,7 @@ public:
         : m_network(network), m_incidences(finder.Sorted(m_begins)), m_map(network.places.Places()) {}
 
     PlanarMap Make(bool keepStarts) {
+        m_map.Reserve(m_network.edges.size() + m_incidences.size());
         std::vector<bool> const isStart = keepStarts ? std::vector<bool>() : BareStarts();
         for (std::size_t e = 0; e < m_network.edges.size(); ++e) {
             NetworkEdge const &edge = m_network.edges[e];

@@ -60,14 +60,14 @@ void CandidatePairs::FindAll() {
         if (!AreApart(m_network.edges[Index(first)], m_network.edges[Index(second)], m_reach))
             found.push_back({first, m_index.RankOf(second)});
     });
-    std::vector<std::size_t> begins(Index(m_edgeCount) + 1, 0);
+    m_begins.assign(Index(m_edgeCount) + 1, 0);
     m_pairs.resize(found.size());
     base::SortIntoBuckets(
-        found.size(), std::span(begins), [&](std::size_t i) { return found[i].first; },
+        found.size(), std::span(m_begins), [&](std::size_t i) { return found[i].first; },
         [&](std::size_t place, std::size_t i) { m_pairs[place] = found[i]; });
-    for (std::size_t edge = 0; edge + 1 < begins.size(); ++edge)
-        std::sort(m_pairs.begin() + static_cast<std::ptrdiff_t>(begins[edge]),
-                  m_pairs.begin() + static_cast<std::ptrdiff_t>(begins[edge + 1]),
+    for (std::size_t edge = 0; edge + 1 < m_begins.size(); ++edge)
+        std::sort(m_pairs.begin() + static_cast<std::ptrdiff_t>(m_begins[edge]),
+                  m_pairs.begin() + static_cast<std::ptrdiff_t>(m_begins[edge + 1]),
                   [](EdgePair a, EdgePair b) { return a.second < b.second; });
     for (EdgePair &pair : m_pairs)
         pair.second = m_index.AtRank(pair.second);
@@ -82,20 +82,40 @@ void CandidatePairs::FindPartners(int edge) {
     m_index.Arrange(m_partners);
 }
 
+void CandidatePairs::FindPairedWith(int owner) {
+    std::size_t const i = Index(owner);
+    m_partners.clear();
+    for (std::size_t k = m_firstBegins[i]; k < m_firstBegins[i + 1]; ++k)
+        m_partners.push_back(m_firsts[k]);
+    for (std::size_t k = m_begins[i]; k < m_begins[i + 1]; ++k)
+        m_partners.push_back(m_pairs[k].second);
+}
+
 void CandidatePairs::FindNeighbours(int owner, Box const &box) {
+    auto const isFar = [&](int edge) { return !Meet(box, BoxOf(m_network.edges[Index(edge)].stretch)); };
+    if (!m_index.IsCrowded()) {
+        FindPairedWith(owner);
+        std::erase_if(m_partners, isFar);
+        return;
+    }
     m_index.Find(box, m_partners);
     NetworkEdge const &own = m_network.edges[Index(owner)];
     std::erase_if(m_partners, [&](int other) {
-        NetworkEdge const &e = m_network.edges[Index(other)];
-        return other == owner || !Meet(box, BoxOf(e.stretch)) || AreApart(own, e, m_reach);
+        return other == owner || isFar(other) || AreApart(own, m_network.edges[Index(other)], m_reach);
     });
-    // Those with lower numbers than the owner first, as the owner is the second of such pairs.
     auto const higher = std::stable_partition(m_partners.begin(), m_partners.end(), [&](int i) { return i < owner; });
     std::sort(m_partners.begin(), higher);
 }
 
 std::vector<EdgePair> CandidatePairs::OfConnectors(int first, std::vector<int> const &owners) {
     std::vector<EdgePair> found;
+    if (owners.empty())
+        return found;
+    m_firstBegins.assign(Index(m_edgeCount) + 1, 0);
+    m_firsts.resize(m_pairs.size());
+    base::SortIntoBuckets(
+        m_pairs.size(), std::span(m_firstBegins), [&](std::size_t i) { return m_pairs[i].second; },
+        [&](std::size_t place, std::size_t i) { m_firsts[place] = m_pairs[i].first; });
     PlaceIndex middles(m_reach);
     for (int i = 0; i < static_cast<int>(owners.size()); ++i) {
         int const connector = first + i, owner = owners[Index(i)];

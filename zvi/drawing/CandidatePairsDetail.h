@@ -35,14 +35,19 @@ public:
 private:
     void FindAll();
     void FindPartners(int edge);
-    /// The edges that come near `box`, but for those that have nothing to do with the edge `owner`.
+    /// The edges that come near `box` and near the edge `owner`, those with lower numbers first.
     void FindNeighbours(int owner, Box const &box);
+    void FindPairedWith(int owner);
 
     Network const &m_network;
     double m_reach;
     int m_edgeCount; ///< without connectors
     StretchIndex m_index;
-    std::vector<EdgePair> m_pairs; ///< all, where boxes do not crowd
+    std::vector<EdgePair> m_pairs;     ///< all, where boxes do not crowd
+    std::vector<std::size_t> m_begins; ///< of each edge, where those of which it is the first begin, and the end
+    /// By the second edge: the first edges of its pairs, and where those of each begin.
+    std::vector<int> m_firsts;
+    std::vector<std::size_t> m_firstBegins;
     CurveFamilies m_families;
     std::vector<int> m_partners; ///< found last
 };

@@ -98,6 +98,23 @@ bool LoopComesFirst(PlanarMap const &map, PlaceOrder const &order, Loop const &a
         });
 }
 
+/// The faces in the order of their outer loops.
+std::vector<Face> Sorted(std::vector<Face> faces, PlanarMap const &map, PlaceOrder const &order) {
+    std::vector<std::pair<int, std::size_t>> ranks; // of the place where the outer loop begins
+    ranks.reserve(faces.size());
+    for (std::size_t i = 0; i < faces.size(); ++i)
+        ranks.emplace_back(order.RankOf(faces[i].outer.halves.front()), i);
+    std::sort(ranks.begin(), ranks.end(), [&](auto const &a, auto const &b) {
+        return a.first != b.first ? a.first < b.first
+                                  : LoopComesFirst(map, order, faces[a.second].outer, faces[b.second].outer);
+    });
+    std::vector<Face> sorted;
+    sorted.reserve(faces.size());
+    for (auto const &[rank, face] : ranks)
+        sorted.push_back(std::move(faces[face]));
+    return sorted;
+}
+
 /// The face that a walk bounds: of its loops the one that runs counter-clockwise is the border.
 Face FaceOf(std::vector<Loop> loops) {
     Face face;
@@ -131,11 +148,10 @@ std::vector<Face> FindFaces(PlanarMap const &map, double snap) {
         for (Loop &loop : splitter.LoopsOf(walks.walks[w].first))
             holes.push_back(std::move(loop));
     }
-    auto const comesFirst = [&](Loop const &a, Loop const &b) { return LoopComesFirst(map, order, a, b); };
     for (Face &face : faces)
-        std::sort(face.holes.begin(), face.holes.end(), comesFirst);
-    std::sort(faces.begin(), faces.end(), [&](Face const &a, Face const &b) { return comesFirst(a.outer, b.outer); });
-    return faces;
+        std::sort(face.holes.begin(), face.holes.end(),
+                  [&](Loop const &a, Loop const &b) { return LoopComesFirst(map, order, a, b); });
+    return Sorted(std::move(faces), map, order);
 }
 
 } // namespace zvi::lib::drawing

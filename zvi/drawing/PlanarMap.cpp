@@ -7,6 +7,14 @@
 
 namespace zvi::lib::drawing {
 
+void PlanarMap::Reserve(std::size_t edges) {
+    m_edges.reserve(edges);
+    m_nextPart.reserve(edges);
+    m_ccw.reserve(2 * edges);
+    m_cw.reserve(2 * edges);
+    m_borderOf.reserve(2 * edges);
+}
+
 int PlanarMap::AddEdge(MapEdge const &edge) {
     int const number = EdgeCount();
     m_edges.push_back(edge);

@@ -43,6 +43,8 @@ class PlanarMap {
 public:
     explicit PlanarMap(std::vector<DrawingPoint> places) : m_places(std::move(places)) {}
 
+    /// Makes room for so many edges.
+    void Reserve(std::size_t edges);
     int AddEdge(MapEdge const &edge);
     /// Lets the half-edges leave their place counter-clockwise in this order.
     void SetOrder(std::vector<HalfEdge> const &leaving);
