@@ -11,8 +11,9 @@ fuzz::Lines Lines(std::string const &bytes, unsigned int) {
     fuzz::Lines lines(1);
     for (std::size_t i = 0; i < bytes.size(); i += 2) {
         unsigned int const low = static_cast<unsigned char>(bytes[i]);
-        unsigned int const unit =
-            i + 1 < bytes.size() ? low | static_cast<unsigned int>(static_cast<unsigned char>(bytes[i + 1])) << 8 : 0xFFFD;
+        unsigned int const unit = i + 1 < bytes.size()
+                                      ? low | static_cast<unsigned int>(static_cast<unsigned char>(bytes[i + 1])) << 8
+                                      : 0xFFFD;
         if (unit != '\n') {
             lines.back() += static_cast<wchar_t>(unit);
             continue;

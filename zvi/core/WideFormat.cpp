@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <cwchar>
 #include <limits>
 #include <string_view>
 
@@ -380,6 +381,9 @@ void AppendCharacter(std::wstring &out, Directive const &directive, Arguments &a
     AppendPadded(out, directive, units);
 }
 
+/// What a string without a precision may have.
+constexpr std::size_t kNoLimit = std::numeric_limits<std::size_t>::max();
+
 /// Appends the units of a character unless they pass `limit`.
 bool AppendWithin(std::wstring &units, std::uint32_t character, std::size_t limit) {
     std::size_t const before = units.size();
@@ -392,6 +396,10 @@ bool AppendWithin(std::wstring &units, std::uint32_t character, std::size_t limi
 
 std::wstring WideText(wchar_t const *text, std::size_t limit) {
     std::wstring units;
+    if (limit == kNoLimit) {
+        AppendWide(units, text);
+        return units;
+    }
     while (units.size() < limit && *text != L'\0' && AppendWithin(units, static_cast<std::uint32_t>(*text), limit))
         ++text;
     // A pair that comes in two elements stays whole, as one that comes in one does.
@@ -417,8 +425,8 @@ std::wstring NarrowText(char const *text, std::size_t limit) {
 }
 
 void AppendString(std::wstring &out, Directive const &directive, Arguments &arguments) {
-    std::size_t const limit = directive.precision == kNoPrecision ? std::numeric_limits<std::size_t>::max()
-                                                                  : static_cast<std::size_t>(directive.precision);
+    std::size_t const limit =
+        directive.precision == kNoPrecision ? kNoLimit : static_cast<std::size_t>(directive.precision);
     if (TakesWide(directive)) {
         wchar_t const *const text = va_arg(arguments.list, wchar_t const *);
         AppendPadded(out, directive, WideText(text ? text : L"(null)", limit));
@@ -484,7 +492,10 @@ std::wstring FormatWideV(wchar_t const *format, std::va_list arguments) {
     wchar_t const *position = format;
     while (*position != L'\0') {
         if (*position != L'%') {
-            AppendUnits(out, static_cast<std::uint32_t>(*position++));
+            wchar_t const *const found = std::wcschr(position, L'%');
+            wchar_t const *const end = found ? found : position + std::wcslen(position);
+            AppendWide(out, std::wstring_view(position, static_cast<std::size_t>(end - position)));
+            position = end;
             continue;
         }
         wchar_t const *const start = position++;

@@ -2,7 +2,6 @@
 
 #include "zvi/base/Surrogates.h"
 
-#include <algorithm>
 #include <iterator>
 
 namespace zvi::lib {
@@ -76,10 +75,11 @@ void AppendUnits(std::wstring &units, std::uint32_t character) {
 }
 
 void AppendWide(std::wstring &units, std::wstring_view text) {
-    auto const isUnit = [](wchar_t element) {
-        return static_cast<std::uint32_t>(element) < base::kFirstBeyondBasicPlane;
-    };
-    if (std::all_of(text.begin(), text.end(), isUnit)) {
+    // Without a way out of the loop it runs over several elements at a time.
+    std::uint32_t bits = 0;
+    for (wchar_t const element : text)
+        bits |= static_cast<std::uint32_t>(element);
+    if (bits < base::kFirstBeyondBasicPlane) {
         units.append(text);
         return;
     }

@@ -24,10 +24,9 @@ void CheckLength(std::wstring const &line) {
 /// Puts units into `text`, whose memory is used again. No element is more than a unit.
 void AssignUnits(CString &text, std::wstring const &units, std::size_t from) {
     text.Empty();
-    if (units.find(L'\0', from) == std::wstring::npos)
-        text += units.c_str() + from;
-    else
-        text += CString(std::wstring_view(units).substr(from));
+    text += units.c_str() + from;
+    if (static_cast<std::size_t>(text.GetLength()) != units.size() - from)
+        text = CString(std::wstring_view(units).substr(from)); // there is a zero in it
 }
 
 } // namespace

@@ -1,19 +1,22 @@
 #include "zvi/text/MWriteLog.h"
 
 #include "zvi/host/CStdioFile.h"
+#include "zvi/host/CodePage.h"
 #include "zvi/host/LocalTime.h"
 
 #include <cstdarg>
+#include <cstddef>
 #include <memory>
+#include <string>
 #include <utility>
 
 namespace zvi::lib {
 
 namespace {
 
-constexpr wchar_t const *kMessageLine = L"[Message][%s] : %s\n";
-constexpr wchar_t const *kErrorLine = L"[Error][%s] : %s\n";
-constexpr wchar_t const *kWarningLine = L"[Warning][%s] : %s\n";
+constexpr std::wstring_view kMessage = L"[Message][";
+constexpr std::wstring_view kError = L"[Error][";
+constexpr std::wstring_view kWarning = L"[Warning][";
 
 /// Length of the lines around the first ones.
 constexpr int kRuleLength = 50;
@@ -23,9 +26,17 @@ CString &SiteAddress() {
     return *address;
 }
 
-CString LineOf(wchar_t const *format, CString const &source, CString const &text) {
-    CString line;
-    line.Format(format, source.GetString(), text.GetString());
+/// A line as "[Error][SOURCE] : TEXT".
+std::wstring LineOf(std::wstring_view kind, wchar_t const *source, wchar_t const *text) {
+    constexpr std::wstring_view kBetween = L"] : ";
+    std::wstring_view const parts[] = {kind, source, kBetween, text, L"\n"};
+    std::size_t length = 0;
+    for (std::wstring_view const part : parts)
+        length += part.size();
+    std::wstring line;
+    line.reserve(length);
+    for (std::wstring_view const part : parts)
+        line += part;
     return line;
 }
 
@@ -88,10 +99,11 @@ void MWriteLog::ForceFlush() {
         m_pFile->Flush();
 }
 
-int MWriteLog::WriteText(CString const &text) {
+int MWriteLog::WriteText(std::wstring_view text) {
     if (!m_pFile)
         return 0;
-    m_pFile->WriteString(text);
+    std::string const bytes = host::MultiOfWide(text, host::kSystemCodePage);
+    m_pFile->Write(bytes.data(), bytes.size());
     m_pFile->Flush();
     return 1;
 }
@@ -104,24 +116,24 @@ int MWriteLog::Write(wchar_t const *format, ...) {
     va_start(arguments, format);
     text.FormatV(format, arguments);
     va_end(arguments);
-    return WriteText(text);
+    return WriteText(text.GetString());
 }
 
 void MWriteLog::WriteLine(wchar_t const *text) {
     if (m_pFile)
-        WriteText(CString(text) + L"\n");
+        WriteText((CString(text) + L"\n").GetString());
 }
 
 int MWriteLog::WriteMsg(CString source, CString text) {
-    return m_pFile ? WriteText(LineOf(kMessageLine, source, text)) : 0;
+    return m_pFile ? WriteText(LineOf(kMessage, source, text)) : 0;
 }
 
 int MWriteLog::WriteError(CString source, CString text) {
-    return m_pFile ? WriteText(LineOf(kErrorLine, source, text)) : 0;
+    return m_pFile ? WriteText(LineOf(kError, source, text)) : 0;
 }
 
 int MWriteLog::WriteWarning(CString source, CString text) {
-    return m_pFile ? WriteText(LineOf(kWarningLine, source, text)) : 0;
+    return m_pFile ? WriteText(LineOf(kWarning, source, text)) : 0;
 }
 
 CString MWriteLog::GetTimeString() {

@@ -3,6 +3,8 @@
 #include "zvi/Export.h"
 #include "zvi/core/CString.h"
 
+#include <string_view>
+
 class CFileException;
 class CStdioFile;
 
@@ -64,7 +66,7 @@ protected:
     CStdioFile *GetFile(wchar_t const *path, unsigned int flags, CFileException *error);
 
 private:
-    int WriteText(CString const &text);
+    int WriteText(std::wstring_view text);
 
     CStdioFile *m_pFile = nullptr;
 };

@@ -28,8 +28,9 @@ void CheckEncoding(std::string const &file, std::string_view bytes) {
                              : encoding == lib::kEncodingUtf8     ? "UTF-8"
                              : encoding == lib::kEncodingUtf32Big ? "UTF-32"
                                                                   : "without a mark";
-    throw InputError(0, Joined(file, ": is ", what, "; a catalogue is UTF-16 with a mark, which 'zvi text --to utf-16 --out ",
-                               "NEW ", file, "' makes of it"));
+    throw InputError(0, Joined(file, ": is ", what,
+                               "; a catalogue is UTF-16 with a mark, which 'zvi text --to utf-16 --out ", "NEW ", file,
+                               "' makes of it"));
 }
 
 /// The units behind the mark; half a unit at the end is left out.

@@ -43,9 +43,9 @@ struct Catalogue {
     std::vector<CatalogueRemark> remarks; ///< in the order of the files and lines
 };
 
-/// Reads files in their order by the grammar of the library; the first definition of a key holds. "-" is standard input.
-/// Throws InputError, with the name of the file in its text, for one that cannot be read or is not UTF-16 with its mark
-/// and the lower byte first.
+/// Reads files in their order by the grammar of the library; the first definition of a key holds. "-" is standard
+/// input. Throws InputError, with the name of the file in its text, for one that cannot be read or is not UTF-16 with
+/// its mark and the lower byte first.
 Catalogue ReadCatalogue(std::vector<std::string> const &files, std::istream &standardInput);
 
 /// A remark in words, without its place.

@@ -24,8 +24,10 @@ constexpr char const *kExamples =
     "  zvi messages --json ko.msg                 texts and remarks as JSON\n";
 
 constexpr char const *kFooter =
-    "A catalogue is a UTF-16 file with lines such as KEY = \"text\". Of a key that is defined twice the first text holds,\n"
-    "also when it stands in an earlier file; what is passed over, and what ends a file early, is told with its line. In\n"
+    "A catalogue is a UTF-16 file with lines such as KEY = \"text\". Of a key that is defined twice the first text "
+    "holds,\n"
+    "also when it stands in an earlier file; what is passed over, and what ends a file early, is told with its line. "
+    "In\n"
     "the list \\n, \\t and \\r stand for line ends and tabs. '-' or no FILE reads standard input.\n"
     "\n"
     "Exit status: 0 done; 1 a file cannot be read, or the key is in none; 2 wrong usage; 3 done, but --strict found\n"
@@ -90,7 +92,8 @@ std::string JsonText(Catalogue const &catalogue, MessagesOptions const &options)
     nlohmann::ordered_json messages = nlohmann::ordered_json::array();
     for (auto const &[key, message] : catalogue.messages)
         if (!options.key || WideOf(*options.key) == key)
-            messages.push_back({{"key", Utf8Of(key)}, {"text", Utf8Of(message.text)}, {"place", PlaceJson(message.place)}});
+            messages.push_back(
+                {{"key", Utf8Of(key)}, {"text", Utf8Of(message.text)}, {"place", PlaceJson(message.place)}});
     nlohmann::ordered_json remarks = nlohmann::ordered_json::array();
     for (CatalogueRemark const &remark : catalogue.remarks) {
         nlohmann::ordered_json entry{{"place", PlaceJson(remark.place)}, {"remark", RemarkText(remark)}};
@@ -116,7 +119,8 @@ Message const &Find(Catalogue const &catalogue, std::string const &key) {
 
 void TellRemarks(Catalogue const &catalogue, MessagesOptions const &options, Console &console) {
     for (CatalogueRemark const &remark : catalogue.remarks) {
-        bool const isOther = remark.kind == CatalogueRemark::Kind::kAgain && options.key && WideOf(*options.key) != remark.key;
+        bool const isOther =
+            remark.kind == CatalogueRemark::Kind::kAgain && options.key && WideOf(*options.key) != remark.key;
         if (!isOther)
             TellFailure(console, remark.place.file, remark.place.line, RemarkText(remark));
     }
@@ -135,8 +139,9 @@ int RunMessages(std::vector<std::string> const &arguments, Console &console) {
     std::string shown;
     if (options.key)
         shown = AsShown(Find(catalogue, *options.key).text, console.outIsTerminal);
-    int const status =
-        WriteResult(console, options.json ? JsonText(catalogue, options) : options.key ? shown : ListText(catalogue));
+    int const status = WriteResult(console, options.json  ? JsonText(catalogue, options)
+                                            : options.key ? shown
+                                                          : ListText(catalogue));
     return status == kExitDone && options.isStrict && !catalogue.remarks.empty() ? kExitLeftOver : status;
 }
 

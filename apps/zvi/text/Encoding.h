@@ -30,8 +30,8 @@ struct DecodedText {
     std::size_t firstBrokenLine = 0; ///< line of the first of them from 1; 0 without one
 };
 
-/// Decodes every character of a file. Half of a surrogate pair, a value beyond U+10FFFF and a rest that is too short for
-/// a unit are broken; so is each byte that begins no character of UTF-8, as which an unknown encoding is read.
+/// Decodes every character of a file. Half of a surrogate pair, a value beyond U+10FFFF and a rest that is too short
+/// for a unit are broken; so is each byte that begins no character of UTF-8, as which an unknown encoding is read.
 DecodedText Decode(std::string_view bytes, FoundEncoding const &found);
 
 /// Well-formed UTF-8 as UTF-16 with its mark, the lower byte first. Line ends stay as they are.

@@ -55,7 +55,8 @@ void Check(TextOptions const &options) {
         throw UsageError("unknown encoding '" + options.to + "'; " +
                          DidYouMean(options.to, targets, "--to takes utf-8 and utf-16"));
     if (options.to.empty() && (options.isLossy || !options.out.empty()))
-        throw UsageError(std::string(options.isLossy ? "--lossy" : "--out") + " goes with --to; add --to utf-8 or --to utf-16");
+        throw UsageError(std::string(options.isLossy ? "--lossy" : "--out") +
+                         " goes with --to; add --to utf-8 or --to utf-16");
     if (!options.to.empty() && options.json)
         throw UsageError("--json tells what the file is, --to converts it; give one of them");
 }
@@ -99,8 +100,9 @@ DecodedText Converted(std::string text) {
     DecodedText decoded{std::move(text)};
     for (std::size_t at = 0; (at = decoded.text.find(kReplacement, at)) != std::string::npos; at += kReplacement.size())
         if (decoded.broken++ == 0)
-            decoded.firstBrokenLine = 1 + static_cast<std::size_t>(std::count(
-                                              decoded.text.begin(), decoded.text.begin() + static_cast<std::ptrdiff_t>(at), '\n'));
+            decoded.firstBrokenLine =
+                1 + static_cast<std::size_t>(
+                        std::count(decoded.text.begin(), decoded.text.begin() + static_cast<std::ptrdiff_t>(at), '\n'));
     return decoded;
 }
 

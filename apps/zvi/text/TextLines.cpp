@@ -62,7 +62,8 @@ std::string Shown(std::string_view utf8) {
     shown.reserve(utf8.size() + 1);
     for (std::size_t i = 0; i < utf8.size();) {
         auto const byte = static_cast<unsigned char>(utf8[i]);
-        bool const isSecondControl = byte == 0xC2 && i + 1 < utf8.size() && static_cast<unsigned char>(utf8[i + 1]) < 0xA0;
+        bool const isSecondControl =
+            byte == 0xC2 && i + 1 < utf8.size() && static_cast<unsigned char>(utf8[i + 1]) < 0xA0;
         if (byte == '\r') {
             shown += '\n';
             i += IsCarriageReturnLineFeed(utf8, i) ? 1 : 0;

@@ -151,15 +151,23 @@ void AppendWideOfPage(std::wstring &units, std::string_view text, unsigned int c
     }
 }
 
+/// Whether the eight bytes at a place are ASCII.
+bool AreAscii(char const *eight) {
+    constexpr std::uint64_t kHighBits = 0x8080808080808080;
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, eight, sizeof bits);
+    return !(bits & kHighBits);
+}
+
 /// Bytes of ASCII at the start of the text.
 std::size_t AsciiPrefix(std::string_view text) {
-    constexpr std::uint64_t kHighBits = 0x8080808080808080;
+    constexpr std::size_t kEight = 8;
     std::size_t count = 0;
-    for (std::uint64_t eight = 0; text.size() - count >= sizeof eight; count += sizeof eight) {
-        std::memcpy(&eight, text.data() + count, sizeof eight);
-        if (eight & kHighBits)
-            break;
-    }
+    while (text.size() - count >= kEight && AreAscii(text.data() + count))
+        count += kEight;
+    // The rest is the end of the last eight bytes.
+    if (count > 0 && text.size() - count < kEight && AreAscii(text.data() + text.size() - kEight))
+        return text.size();
     while (count < text.size() && static_cast<unsigned char>(text[count]) < 0x80)
         ++count;
     return count;
@@ -212,11 +220,21 @@ void AppendWideOfUtf8(std::wstring &units, std::string_view text) {
     units.resize(static_cast<std::size_t>(end - units.data()));
 }
 
-/// Units of ASCII from `first` on.
+/// Units of ASCII from `first` on. Without a way out of a block its elements are looked at several at a time.
 std::size_t AsciiUnits(std::wstring_view units, std::size_t first) {
-    auto const isForeign = [](wchar_t unit) { return static_cast<std::uint32_t>(unit) >= 0x80; };
-    auto const start = units.begin() + static_cast<std::ptrdiff_t>(first);
-    return static_cast<std::size_t>(std::find_if(start, units.end(), isForeign) - start);
+    constexpr std::size_t kBlock = 16;
+    constexpr std::uint32_t kForeignBits = ~std::uint32_t{0x7F};
+    std::size_t end = first;
+    for (; units.size() - end >= kBlock; end += kBlock) {
+        std::uint32_t bits = 0;
+        for (std::size_t i = 0; i < kBlock; ++i)
+            bits |= static_cast<std::uint32_t>(units[end + i]);
+        if (bits & kForeignBits)
+            break;
+    }
+    while (end < units.size() && !(static_cast<std::uint32_t>(units[end]) & kForeignBits))
+        ++end;
+    return end - first;
 }
 
 /// Appends ASCII as it is, and of the rest what `append` makes of a character, in which half of a pair is one.

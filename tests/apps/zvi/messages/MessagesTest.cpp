@@ -38,13 +38,14 @@ TEST(Messages, AreListedWithWhatIsAmiss) {
     EXPECT_EQ(RunZvi({"messages", a, "--key", "GR"}).out, "Größe\n\t1\n");
     EXPECT_NE(RunZvi({"messages", a, "--key", "HELO"}).err.find("did you mean 'HELLO'?"), std::string::npos);
     EXPECT_EQ(RunZvi({"messages", a, "--key", "HELO"}).status, 1);
-    EXPECT_NE(RunZvi({"messages", "--json", a}).out.find(R"({"key":"HELLO","text":"안녕","place":{)"), std::string::npos);
+    EXPECT_NE(RunZvi({"messages", "--json", a}).out.find(R"({"key":"HELLO","text":"안녕","place":{)"),
+              std::string::npos);
 }
 
 TEST(Messages, AreThoseThatAProgramReads) {
     zvi::test::TemporaryFolder const folder;
-    folder.Write("a", Utf16Bytes(std::string(kFirst) + "old/**/KEY = \"v\"\n" + std::string(1023, 'k') + "\nF = \"1\"\n" +
-                                 std::string(1024, 'k') + "\nG = \"1\"\n"));
+    folder.Write("a", Utf16Bytes(std::string(kFirst) + "old/**/KEY = \"v\"\n" + std::string(1023, 'k') +
+                                 "\nF = \"1\"\n" + std::string(1024, 'k') + "\nG = \"1\"\n"));
     std::istringstream none;
     Catalogue const catalogue = ReadCatalogue({folder.Native("a").string()}, none);
     EXPECT_EQ(catalogue.remarks.back().kind, CatalogueRemark::Kind::kLongLine);
@@ -64,13 +65,20 @@ TEST(Messages, AreRefusedUnlessTheyAreUtf16) {
         std::string bytes;
         char const *err;
     };
-    for (Row const &row : {Row{"A = \"1\"", "is without a mark"}, Row{"\xEF\xBB\xBF" "A = \"1\"", "is UTF-8"},
-                           Row{"\xFE\xFF" "A", "higher byte first"}, Row{"", "without a mark"}}) {
+    for (Row const &row : {Row{"A = \"1\"", "is without a mark"},
+                           Row{"\xEF\xBB\xBF"
+                               "A = \"1\"",
+                               "is UTF-8"},
+                           Row{"\xFE\xFF"
+                               "A",
+                               "higher byte first"},
+                           Row{"", "without a mark"}}) {
         RunOutcome const run = RunZvi({"messages"}, row.bytes);
         EXPECT_EQ(run.status, 1);
         EXPECT_NE(run.err.find(row.err), std::string::npos) << run.err;
     }
-    EXPECT_NE(RunZvi({"messages"}, Utf16Bytes("A = \"1\"\nB") + "x").err.find("middle of a character"), std::string::npos);
+    EXPECT_NE(RunZvi({"messages"}, Utf16Bytes("A = \"1\"\nB") + "x").err.find("middle of a character"),
+              std::string::npos);
     EXPECT_EQ(RunZvi({"messages", "nowhere"}).status, 1);
     EXPECT_EQ(RunZvi({"messages", "-", "-"}).status, 2);
 }

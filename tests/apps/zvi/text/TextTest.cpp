@@ -48,7 +48,10 @@ TEST(Text, IsShownAndConvertedWhateverItsEncoding) {
         EXPECT_EQ(RunZvi({"text", "--to", "utf-8"}, row.bytes).out, kText) << row.encoding;
         EXPECT_EQ(RunZvi({"text", "--to", "UTF-16"}, row.bytes).out, utf16) << row.encoding;
     }
-    EXPECT_EQ(RunZvi({"text", "--from", "CP1252"}, "Gr\xF6\xDF" "e").out, "Größe\n");
+    EXPECT_EQ(RunZvi({"text", "--from", "CP1252"}, "Gr\xF6\xDF"
+                                                   "e")
+                  .out,
+              "Größe\n");
     EXPECT_EQ(RunZvi({"text"}, Zeros("a\0b\0\n\0", 6)).out, "ab\n") << "UTF-16 without a mark";
     EXPECT_EQ(RunZvi({"text"}, Zeros("a\0\x1B[1m\r\xC2\x9B", 9)).out, "a␀␛[1m\n\xEF\xBF\xBD\n");
     EXPECT_EQ(RunZvi({"text"}, "").out, "");
@@ -60,10 +63,11 @@ TEST(Text, IsNotConvertedWithLossUnlessThatIsAskedFor) {
         char const *err;
         char const *lossy;
     };
-    for (Broken const &row : {Broken{"a\nb\xFF", ":2: 1 place is no character", "a\nb\xEF\xBF\xBD"},
-                              Broken{Zeros("\xFF\xFE\x3D\xD8x\0", 6), ":1: 1 place", "\xEF\xBF\xBDx"},
-                              Broken{Zeros("\xFF\xFEx\0\0\xDC\x3D\xD8y", 9), ":1: 3 places", "x\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD"},
-                              Broken{Zeros("\0\0\xFE\xFF\0\x11\0\0\0", 9), ":1: 2 places", "\xEF\xBF\xBD\xEF\xBF\xBD"}}) {
+    for (Broken const &row :
+         {Broken{"a\nb\xFF", ":2: 1 place is no character", "a\nb\xEF\xBF\xBD"},
+          Broken{Zeros("\xFF\xFE\x3D\xD8x\0", 6), ":1: 1 place", "\xEF\xBF\xBDx"},
+          Broken{Zeros("\xFF\xFEx\0\0\xDC\x3D\xD8y", 9), ":1: 3 places", "x\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD"},
+          Broken{Zeros("\0\0\xFE\xFF\0\x11\0\0\0", 9), ":1: 2 places", "\xEF\xBF\xBD\xEF\xBF\xBD"}}) {
         RunOutcome const refused = RunZvi({"text", "--to", "utf-8"}, row.bytes);
         EXPECT_EQ(refused.status, 1);
         EXPECT_EQ(refused.out, "");
@@ -80,10 +84,14 @@ TEST(Text, GoesToAFileAndToJson) {
     EXPECT_EQ(folder.Read("out"), Rows()[2].bytes);
     EXPECT_EQ(RunZvi({"text", "--json", out}).out,
               R"({"schema":1,"encoding":"UTF-16, lower byte first","mark":true,"lines":2,"lf":1,"crlf":1,"cr":0,)"
-              R"("lastLineEnded":true,"broken":0,"firstBrokenLine":0})" "\n");
-    for (std::vector<std::string> const &words :
-         {std::vector<std::string>{"text", "--to", "utf8"}, {"text", "--out", "x"}, {"text", "--lossy"},
-          {"text", "--json", "--to", "utf-8"}, {"text", "a", "b"}, {"text", "--from", "CP4711"}})
+              R"("lastLineEnded":true,"broken":0,"firstBrokenLine":0})"
+              "\n");
+    for (std::vector<std::string> const &words : {std::vector<std::string>{"text", "--to", "utf8"},
+                                                  {"text", "--out", "x"},
+                                                  {"text", "--lossy"},
+                                                  {"text", "--json", "--to", "utf-8"},
+                                                  {"text", "a", "b"},
+                                                  {"text", "--from", "CP4711"}})
         EXPECT_EQ(RunZvi(words, "x").status, 2) << words[1];
     EXPECT_EQ(RunZvi({"text", "nowhere"}).status, 1);
 }
