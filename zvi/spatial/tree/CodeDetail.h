@@ -39,25 +39,12 @@ struct Lanes {
 
     static constexpr Word kGuards = InEach(kLastPlace + 1);
 
-    static Word At(Word code, int lane) { return code >> (lane * kBits) & kLastPlace; }
-
     static bool MayMeet(Word code, Word query) { return ((query - code) & kGuards) == kGuards; }
 
     /// Whether the box of the code meets the query without doubt: no place of the two is the same. The object itself
     /// need not be looked at then.
     static bool SurelyMeets(Word code, Word query) {
         return code != kUntrustedCode && MayMeet(code, query - InEach(1));
-    }
-
-    /// The code of a box around both.
-    static Word Around(Word left, Word right) {
-        Word both = 0;
-        for (int lane = 0; lane < kCount; ++lane) {
-            Word const l = At(left, lane);
-            Word const r = At(right, lane);
-            both |= (l < r ? l : r) << (lane * kBits);
-        }
-        return both;
     }
 };
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <limits>
 
 namespace zvi::lib::spatial {
 
@@ -93,6 +94,28 @@ bool IsSame(Extent<dimension> const &left, Extent<dimension> const &right) {
             return false;
     }
     return true;
+}
+
+/// The box around both.
+template <int dimension>
+Extent<dimension> Around(Extent<dimension> const &left, Extent<dimension> const &right) {
+    Extent<dimension> around;
+    for (int a = 0; a < dimension; ++a) {
+        around.min[a] = std::min(left.min[a], right.min[a]);
+        around.max[a] = std::max(left.max[a], right.max[a]);
+    }
+    return around;
+}
+
+/// The box of what may be anywhere.
+template <int dimension>
+constexpr Extent<dimension> Everything() {
+    Extent<dimension> box{};
+    for (int a = 0; a < dimension; ++a) {
+        box.min[a] = -std::numeric_limits<double>::infinity();
+        box.max[a] = std::numeric_limits<double>::infinity();
+    }
+    return box;
 }
 
 template <int dimension>

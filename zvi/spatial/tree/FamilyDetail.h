@@ -5,7 +5,6 @@
 #include "zvi/spatial/tree/StockDetail.h"
 
 #include <cstddef>
-#include <limits>
 
 namespace zvi::lib::spatial {
 
@@ -15,7 +14,7 @@ template <int dimension>
 struct Bands {
     Extent<dimension> slabs = Nothing();
 
-    void HoldEverything() { slabs = Everything(); }
+    void HoldEverything() { slabs = Everything<dimension>(); }
 
     /// Widens the slab of a mid plane that the box crosses, of the axis along which it is shortest.
     void Add(Extent<dimension> const &box, Extent<dimension> const &region) {
@@ -41,17 +40,12 @@ struct Bands {
     }
 
 private:
-    static constexpr double kInfinity = std::numeric_limits<double>::infinity();
-
-    static constexpr Extent<dimension> Nothing() { return Filled(kInfinity, -kInfinity); }
-    static constexpr Extent<dimension> Everything() { return Filled(-kInfinity, kInfinity); }
-    static constexpr Extent<dimension> Filled(double min, double max) {
-        Extent<dimension> slabs{};
-        for (int a = 0; a < dimension; ++a) {
-            slabs.min[a] = min;
-            slabs.max[a] = max;
-        }
-        return slabs;
+    static constexpr Extent<dimension> Nothing() {
+        Extent<dimension> const all = Everything<dimension>();
+        Extent<dimension> none{};
+        std::copy_n(all.max, dimension, none.min);
+        std::copy_n(all.min, dimension, none.max);
+        return none;
     }
 };
 

@@ -47,18 +47,18 @@ struct Insertion {
         Box const box = Of::CurrentBox(*object);
         if (!IsFinite(box))
             return -1;
-        Way<Space> way(node);
-        way.stock->Reserve(Of::MemoryOf(node), 1);
+        Of::StockOf(node).Reserve(Of::MemoryOf(node), 1);
         std::array<double, kDimension> const size = Space::InitialSizeOf(Of::InfoOf(node));
+        Box region;
         for (int a = 0; a < kDimension; ++a) {
             double const half = size[a] * 0.5;
-            way.region.min[a] = box.min[a] - half;
-            way.region.max[a] = box.max[a] + half;
+            region.min[a] = box.min[a] - half;
+            region.max[a] = box.max[a] + half;
         }
-        Of::SetRegion(node, way.region);
-        way.stock->Recode(way.region, Of::BoxOf);
+        Of::SetRegion(node, region);
+        Of::StockOf(node).Recode(region, Of::BoxOf);
         Space::MarkUsed(node);
-        Place(way, *object, box, Watch<Space>::Start(node, *object));
+        Place(Way<Space>(node), *object, box, Watch<Space>::Start(node, *object));
         return 0;
     }
 
@@ -172,15 +172,15 @@ private:
         int const capacity = Of::InfoOf(node).capacity;
         Way<Space> way(node);
         way.GoToward(box);
-        while (!way.family && !HasRoom(*way.stock, capacity) && SplitFor(way, box)) {
+        while (!way.family && !HasRoom(way.ToStock(), capacity) && SplitFor(way, box)) {
         }
-        way.stock->Reserve(Of::MemoryOf(node), 1);
+        way.ToStock().Reserve(Of::MemoryOf(node), 1);
         Place(way, object, box, Watch<Space>::Start(node, object));
     }
 
     /// Room has been made for the object.
     static void Place(Way<Space> const &way, Object &object, Box const &box, bool isTrusted) noexcept {
-        way.stock->Append(&object, isTrusted ? Frame<kDimension>(way.region).Encode(box) : kUntrustedCode);
+        way.ToStock().Append(&object, isTrusted ? Frame<kDimension>(way.Region()).Encode(box) : kUntrustedCode);
         if (way.family)
             AddToBands(*way.family, box, isTrusted);
     }
@@ -195,18 +195,21 @@ private:
     /// Splits a full leaf if that is of use for its objects or for the box: whether the way goes on into a child, which
     /// it has entered then. A split that moves nothing is undone.
     static bool SplitFor(Way<Space> &way, Box const &box) {
-        if (!CanSplit(*way.stock, way.region, box))
+        Stock<Space> &stock = way.ToStock();
+        Node &node = way.ToNode();
+        Box const region = way.Region();
+        if (!CanSplit(stock, region, box))
             return false;
-        std::size_t const before = way.stock->Count();
-        Split(*way.node, way.region);
-        way.family = Of::FamilyOf(*way.node);
-        int const child = PartContaining(way.region, box);
+        std::size_t const before = stock.Count();
+        Split(node, region);
+        way.family = Of::FamilyOf(node);
+        int const child = PartContaining(region, box);
         if (child != kNoChild) {
             way.Enter(child);
             return true;
         }
-        if (way.stock->Count() == before) {
-            Removal<Space>::DeleteChild(*way.node);
+        if (stock.Count() == before) {
+            Removal<Space>::DeleteChild(node);
             way.family = nullptr;
         }
         return false;

@@ -1,8 +1,9 @@
 #pragma once
 
-#include "zvi/spatial/tree/CodeDetail.h"
+#include "zvi/spatial/tree/ExtentDetail.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -10,73 +11,70 @@
 
 namespace zvi::lib::spatial {
 
-/// A second order of a long pool: the codes of its first objects by place in space, as a binary tree of groups with a
-/// code around each. An object that leaves the pool stays here until the next making; who asks tells the holes.
+/// A second order of a long pool: the boxes of its first objects by place in space, as a binary tree of groups with a
+/// box around each. An object that leaves the pool stays here until the next making; who asks tells the holes.
 template <typename Space>
 class LongIndex {
 public:
-    using Word = Code<Space::kDimension>;
-    using Of = Lanes<Space::kDimension>;
+    using Box = Extent<Space::kDimension>;
 
     static constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
 
-    LongIndex(Word const *codes, std::size_t count) : m_codes(count), m_places(count) {
-        std::vector<Entry> entries(count);
+    /// `boxAt(place)` is the box of a trusted object, and one that holds everything of any other.
+    template <typename BoxAt>
+    LongIndex(std::size_t count, BoxAt boxAt) : m_entries(count), m_nodes(2 * std::bit_ceil(GroupsOf(count))) {
         for (std::size_t i = 0; i < count; ++i)
-            entries[i] = {codes[i], static_cast<std::uint32_t>(i)};
-        m_around.resize(2 * std::bit_ceil(GroupsOf(count)));
+            m_entries[i] = {boxAt(i), static_cast<std::uint32_t>(i)};
         m_found.reserve(count / kWorthwhileShare + 1);
-        Make(entries, {0, 0, count});
-        for (std::size_t i = 0; i < count; ++i) {
-            m_codes[i] = entries[i].code;
-            m_places[i] = entries[i].place;
-        }
+        Make(All());
     }
 
     /// Objects from the first on that stand here.
-    std::size_t Covered() const { return m_codes.size(); }
+    std::size_t Covered() const { return m_entries.size(); }
 
-    /// The places, in ascending order, of what may meet the query; null when they are so many that one might as well
-    /// look through the pool. They hold until the next call.
-    std::vector<std::uint32_t> const *Meeting(Word query) {
+    /// The places, in ascending order, of what does not miss a query: `misses(box)`. Null when they are so many that
+    /// one might as well look through the pool. They hold until the next call.
+    template <typename Misses>
+    std::vector<std::uint32_t> const *Meeting(Misses misses) {
         m_found.clear();
-        if (!Collect({0, 0, Covered()}, query))
+        if (!Collect(All(), misses))
             return nullptr;
         std::sort(m_found.begin(), m_found.end());
         return &m_found;
     }
 
-    /// The place with this code for which `isIt(place)`, `kNone` when there is none.
+    /// The place with this box for which `isIt(place)`, `kNone` when there is none.
     template <typename IsIt>
-    std::size_t Find(Word code, IsIt isIt) const {
-        std::size_t const at = Search({0, 0, Covered()}, code, isIt);
-        return at == kNone ? kNone : m_places[at];
+    std::size_t Find(Box const &box, IsIt isIt) const {
+        std::size_t const at = Search(All(), box, isIt);
+        return at == kNone ? kNone : m_entries[at].place;
     }
 
-    /// The object at a place that has this code must be met by every query from now on.
-    void Distrust(Word code, std::size_t place) {
-        auto const isIt = [place](std::size_t other) { return other == place; };
-        std::size_t const at = Search({0, 0, Covered()}, code, isIt);
+    /// The object at a place, which has this box, must be met by every query from now on.
+    void Distrust(Box const &box, std::size_t place) {
+        std::size_t const at = Search(All(), box, [place](std::size_t other) { return other == place; });
         if (at == kNone)
             return;
-        m_codes[at] = kUntrustedCode;
-        for (Part part{0, 0, Covered()};; part = at < part.Middle() ? part.Low() : part.High()) {
-            m_around[part.number] = kUntrustedCode;
+        // It keeps its place, where only the walk of a query comes to it from now on.
+        m_entries[at].box = Everything<Space::kDimension>();
+        for (Part part = All();; part = at < part.Middle() ? part.Low() : part.High()) {
+            m_nodes[part.number].around = Everything<Space::kDimension>();
             if (part.IsGroup())
                 return;
         }
     }
 
-    /// Whether each place stands here once, with its code, and within the codes around it. Holes are not looked at.
-    template <typename Object>
-    bool IsConsistent(Word const *codes, Object *const *objects) const {
+    /// Whether each place stands here once, with the box that `boxAt(place)` says unless `isHole(place)`, and within
+    /// the boxes around it.
+    template <typename BoxAt, typename IsHole>
+    bool IsConsistent(BoxAt boxAt, IsHole isHole) const {
         std::vector<bool> met(Covered());
-        for (std::size_t i = 0; i < Covered(); ++i) {
-            std::uint32_t const place = m_places[i];
-            if (met[place] || (objects[place] && m_codes[i] != codes[place]))
+        for (Entry const &entry : m_entries) {
+            if (met[entry.place] || (!isHole(entry.place) && !IsSame(entry.box, boxAt(entry.place))))
                 return false;
-            met[place] = true;
-            if (Search({0, 0, Covered()}, m_codes[i], [&](std::size_t other) { return other == place; }) != i)
+            met[entry.place] = true;
+            bool const isTrusted = !IsSame(entry.box, Everything<Space::kDimension>());
+            if (isTrusted && Find(entry.box, [&](std::size_t other) { return other == entry.place; }) == kNone)
                 return false;
         }
         return true;
@@ -84,17 +82,25 @@ public:
 
 private:
     struct Entry {
-        Word code;
+        Box box;
         std::uint32_t place;
     };
 
-    static constexpr std::size_t kGroup = 32;
+    /// What is known of a range of the entries. Those of its low half are not above the value at that face, those of
+    /// its high half not below.
+    struct Node {
+        Box around;
+        double value;
+        int face;
+    };
+
+    static constexpr std::size_t kGroup = 16;
     /// Hits beyond the pool's length divided by this are found faster without the index.
     static constexpr std::size_t kWorthwhileShare = 16;
 
     static std::size_t GroupsOf(std::size_t count) { return (count + kGroup - 1) / kGroup; }
 
-    /// A range of the codes: a node of the tree, whose children have the numbers behind twice its own.
+    /// A range of the entries: a node of the tree, whose children have the numbers behind twice its own.
     struct Part {
         std::size_t number;
         std::size_t first;
@@ -106,78 +112,88 @@ private:
         Part High() const { return {2 * number + 2, Middle(), end}; }
     };
 
-    /// The lane in which the codes differ most.
-    static int WidestLane(Entry const *first, Entry const *last) {
+    Part All() const { return {0, 0, Covered()}; }
+
+    /// A face of a box: the lower ones first.
+    static double Face(Box const &box, int face) {
+        return face < Space::kDimension ? box.min[face] : box.max[face - Space::kDimension];
+    }
+
+    /// The face whose place differs most.
+    int WidestFace(Part const &part) const {
         int widest = 0;
-        Word widestSpread = 0;
-        for (int lane = 0; lane < Of::kCount; ++lane) {
-            auto const less = [lane](Entry const &l, Entry const &r) {
-                return Of::At(l.code, lane) < Of::At(r.code, lane);
-            };
-            auto const [low, high] = std::minmax_element(first, last, less);
-            Word const spread = Of::At(high->code, lane) - Of::At(low->code, lane);
-            if (spread > widestSpread) {
-                widestSpread = spread;
-                widest = lane;
+        double widestSpread = -1.0;
+        for (int face = 0; face < 2 * Space::kDimension; ++face) {
+            double low = Face(m_entries[part.first].box, face);
+            double high = low;
+            for (std::size_t i = part.first; i < part.end; ++i) {
+                low = std::min(low, Face(m_entries[i].box, face));
+                high = std::max(high, Face(m_entries[i].box, face));
+            }
+            if (high - low > widestSpread) {
+                widestSpread = high - low;
+                widest = face;
             }
         }
         return widest;
     }
 
-    Word Make(std::vector<Entry> &entries, Part part) {
-        Entry *const begin = entries.data();
-        Word around = begin[part.first].code;
+    Box Make(Part part) {
+        Node &node = m_nodes[part.number];
         if (part.IsGroup()) {
+            node.around = m_entries[part.first].box;
             for (std::size_t i = part.first; i < part.end; ++i)
-                around = Of::Around(around, begin[i].code);
+                node.around = Around(node.around, m_entries[i].box);
         } else {
-            int const lane = WidestLane(begin + part.first, begin + part.end);
-            // Codes that are the same in this lane are told apart by their places, so that the order is one.
-            std::nth_element(begin + part.first, begin + part.Middle(), begin + part.end,
-                             [lane](Entry const &l, Entry const &r) {
-                                 Word const left = Of::At(l.code, lane);
-                                 Word const right = Of::At(r.code, lane);
-                                 return left != right ? left < right : l.place < r.place;
-                             });
-            around = Of::Around(Make(entries, part.Low()), Make(entries, part.High()));
+            int const face = WidestFace(part);
+            auto const at = [this](std::size_t i) { return m_entries.begin() + static_cast<std::ptrdiff_t>(i); };
+            // Faces at the same place are told apart by the places in the pool, so that the order is one.
+            std::nth_element(at(part.first), at(part.Middle()), at(part.end), [face](Entry const &l, Entry const &r) {
+                double const left = Face(l.box, face);
+                double const right = Face(r.box, face);
+                return left != right ? left < right : l.place < r.place;
+            });
+            node.face = face;
+            node.value = Face(m_entries[part.Middle()].box, face);
+            Box const low = Make(part.Low());
+            node.around = Around(low, Make(part.High()));
         }
-        return m_around[part.number] = around;
+        return node.around;
     }
 
-    bool Collect(Part part, Word query) {
-        if (!Of::MayMeet(m_around[part.number], query))
+    template <typename Misses>
+    bool Collect(Part part, Misses const &misses) {
+        if (misses(m_nodes[part.number].around))
             return true;
         if (!part.IsGroup())
-            return Collect(part.Low(), query) && Collect(part.High(), query);
+            return Collect(part.Low(), misses) && Collect(part.High(), misses);
         for (std::size_t i = part.first; i < part.end; ++i) {
-            if (!Of::MayMeet(m_codes[i], query))
+            if (misses(m_entries[i].box))
                 continue;
             if (m_found.size() == m_found.capacity())
                 return false;
-            m_found.push_back(m_places[i]);
+            m_found.push_back(m_entries[i].place);
         }
         return true;
     }
 
     template <typename IsIt>
-    std::size_t Search(Part part, Word code, IsIt isIt) const {
-        // What holds the code meets it as a query meets a box that is not above it in any lane.
-        if (!Of::MayMeet(m_around[part.number], code | Of::kGuards))
-            return kNone;
+    std::size_t Search(Part part, Box const &box, IsIt isIt) const {
         if (!part.IsGroup()) {
-            std::size_t const low = Search(part.Low(), code, isIt);
-            return low != kNone ? low : Search(part.High(), code, isIt);
+            Node const &node = m_nodes[part.number];
+            double const value = Face(box, node.face);
+            std::size_t const low = value <= node.value ? Search(part.Low(), box, isIt) : kNone;
+            return low == kNone && value >= node.value ? Search(part.High(), box, isIt) : low;
         }
         for (std::size_t i = part.first; i < part.end; ++i) {
-            if (m_codes[i] == code && isIt(m_places[i]))
+            if (IsSame(m_entries[i].box, box) && isIt(m_entries[i].place))
                 return i;
         }
         return kNone;
     }
 
-    std::vector<Word> m_codes;
-    std::vector<std::uint32_t> m_places;
-    std::vector<Word> m_around;
+    std::vector<Entry> m_entries;
+    std::vector<Node> m_nodes;
     std::vector<std::uint32_t> m_found;
 };
 

@@ -87,8 +87,6 @@ private:
         for (unsigned int met = ChildrenMet(way.family->region); met != 0; met &= met - 1) {
             Way<Space> child = way;
             child.Enter(std::countr_zero(met));
-            if (child.family)
-                Prefetch(child.family);
             Walk(child);
         }
     }
@@ -96,8 +94,11 @@ private:
     void AddVisit(Way<Space> const &way) {
         if (m_visitCount == kMostVisits)
             LookThroughPools();
-        m_visits[m_visitCount++] = {way.stock, way.region};
-        Prefetch(way.stock->Codes(), way.stock->End());
+        Stock<Space> &stock = way.ToStock();
+        if (stock.End() == 0)
+            return;
+        m_visits[m_visitCount++] = {&stock, way.Region()};
+        Prefetch(stock.Codes(), stock.End());
     }
 
     void LookThroughPools() {
@@ -108,27 +109,28 @@ private:
 
     void LookThrough(Visit const &visit) {
         Stock<Space> &stock = *visit.stock;
-        Word const query = Frame<kDimension>(visit.region).EncodeQuery(m_bounds);
         std::size_t first = 0;
         if (auto *const index = stock.IndexIfLong()) {
-            if (std::vector<std::uint32_t> const *const places = index->Meeting(query)) {
+            auto const misses = [this](Box const &box) { return Misses(box); };
+            if (std::vector<std::uint32_t> const *const places = index->Meeting(misses)) {
                 for (std::uint32_t const place : *places)
-                    AddCandidate(stock, place, query);
+                    AddCandidate(stock, place, stock.IsTrusted(place));
                 first = index->Covered();
             }
         }
+        Word const query = Frame<kDimension>(visit.region).EncodeQuery(m_bounds);
         std::size_t const end = stock.End();
         Word const *const codes = stock.Codes();
         for (std::size_t i = NextToMeet<kDimension>(codes, first, end, query); i < end;
              i = NextToMeet<kDimension>(codes, i + 1, end, query))
-            AddCandidate(stock, i, query);
+            AddCandidate(stock, i, Lanes<kDimension>::SurelyMeets(codes[i], query));
     }
 
-    void AddCandidate(Stock<Space> const &stock, std::size_t place, Word query) {
+    void AddCandidate(Stock<Space> const &stock, std::size_t place, bool surelyMeets) {
         if (m_candidateCount == kMostCandidates)
             LookAtObjects();
         Candidate &candidate = m_candidates[m_candidateCount++];
-        candidate = {stock.Objects() + place, Lanes<kDimension>::SurelyMeets(stock.Codes()[place], query)};
+        candidate = {stock.Objects() + place, surelyMeets};
         Prefetch(candidate.object);
     }
 
@@ -182,7 +184,7 @@ typename Space::Node *LeafContaining(typename Space::Node &node, Spot<Space::kDi
         return nullptr;
     Way<Space> way(node);
     way.GoToward(BoxAt(point));
-    return way.family ? nullptr : way.node;
+    return way.family ? nullptr : &way.ToNode();
 }
 
 } // namespace zvi::lib::spatial

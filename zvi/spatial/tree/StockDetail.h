@@ -18,6 +18,9 @@
 
 namespace zvi::lib::spatial {
 
+template <typename Space>
+struct Access;
+
 /// What stands behind a pool: its objects in the order in which they came, each with its code, and what follows from
 /// them.
 ///
@@ -103,12 +106,13 @@ public:
             --m_extras->cluster->count;
     }
 
-    /// Place of an object with its code, `kNowhere` when it is absent.
+    /// Place of a trusted object with its code, `kNowhere` when it is absent.
     std::size_t Find(Object const *object, Word code) noexcept {
         std::size_t covered = 0;
         Object *const *const objects = Objects();
         if (Index *const index = IndexIfLong()) {
-            std::size_t const found = index->Find(code, [&](std::size_t place) { return objects[place] == object; });
+            std::size_t const found =
+                index->Find(Access<Space>::BoxOf(*object), [&](std::size_t place) { return objects[place] == object; });
             if (found != Index::kNone)
                 return found;
             covered = index->Covered();
@@ -132,7 +136,7 @@ public:
     /// The box of the object may change unseen from now on.
     void Distrust(std::size_t place) noexcept {
         if (m_extras && m_extras->index && place < m_extras->index->Covered())
-            m_extras->index->Distrust(m_codes[place], place);
+            m_extras->index->Distrust(Access<Space>::BoxOf(*At(place)), place);
         m_codes[place] = kUntrustedCode;
         MeetUntrusted();
     }
@@ -236,7 +240,9 @@ public:
         }
         if (holes != (m_extras ? m_extras->holes : 0) || (meetsUntrusted && (!m_hasUntrusted || KnownCluster())))
             return false;
-        return !m_extras || !m_extras->index || m_extras->index->IsConsistent(m_codes, Objects());
+        return !m_extras || !m_extras->index ||
+               m_extras->index->IsConsistent([this](std::size_t place) { return KnownBox(place); },
+                                             [this](std::size_t place) { return !At(place); });
     }
 
     static constexpr std::size_t kNowhere = std::numeric_limits<std::size_t>::max();
@@ -259,6 +265,11 @@ private:
     std::size_t Capacity() const { return m_codes ? std::size_t{1} << m_capacityBits : 0; }
     Object **MutableObjects() { return const_cast<Object **>(Objects()); }
     std::size_t LongestTail() const { return std::max(kLeastLong, m_count / std::size_t{4}); }
+
+    /// The box of an object, or one that holds everything where that is not known.
+    Box KnownBox(std::size_t place) const {
+        return IsTrusted(place) ? Access<Space>::BoxOf(*At(place)) : Everything<Space::kDimension>();
+    }
 
     void MoveTo(Memory<Space> *memory, void *block, std::size_t capacity) noexcept {
         auto *const codes = static_cast<Word *>(block);
@@ -298,7 +309,7 @@ private:
         if (m_count < kLeastLong || !MakeExtras())
             return nullptr;
         try {
-            m_extras->index = std::make_unique<Index>(m_codes, m_count);
+            m_extras->index = std::make_unique<Index>(m_count, [this](std::size_t place) { return KnownBox(place); });
         } catch (std::bad_alloc const &) {
             m_extras->index.reset();
         }

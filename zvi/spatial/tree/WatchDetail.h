@@ -64,10 +64,11 @@ struct Watch {
         Box const box = Of::BoxOf(object);
         Way<Space> way(home);
         way.GoToward(box);
-        way.stock->PrefetchAll();
-        std::size_t const place = way.stock->Find(&object, Frame<Space::kDimension>(way.region).Encode(box));
+        Stock<Space> &stock = way.ToStock();
+        stock.PrefetchAll();
+        std::size_t const place = stock.Find(&object, Frame<Space::kDimension>(way.Region()).Encode(box));
         if (place != Stock<Space>::kNowhere)
-            return {way.node, place};
+            return {&way.ToNode(), place};
         return FindAnywhere(home, object);
     }
 

@@ -1,25 +1,28 @@
 #pragma once
 
 #include "zvi/spatial/tree/AccessDetail.h"
+#include "zvi/spatial/tree/PrefetchDetail.h"
 
 namespace zvi::lib::spatial {
 
 /// A place in the tree that is come to from above, by the families alone.
 template <typename Space>
-struct Way {
+class Way {
+public:
     static constexpr int kDimension = Space::kDimension;
 
     using Node = typename Space::Node;
     using Of = Access<Space>;
 
-    explicit Way(Node &start)
-        : node(&start), stock(&Of::StockOf(start)), family(Of::FamilyOf(start)), region(Of::RegionOf(start)) {}
+    explicit Way(Node &start) : family(Of::FamilyOf(start)), m_start(&start) {}
 
     void Enter(int child) {
-        node = family->Nodes() + child;
-        stock = &family->stocks[child];
-        region = PartOf(family->region, child);
+        m_siblings = family;
+        m_child = child;
         family = family->families[child];
+        // What stands behind the region of a family is asked for along with it.
+        if (family)
+            Prefetch(family->stocks, Family<Space>::kCount);
     }
 
     /// Goes on to the leaf, or to the inner node none of whose children contains the box.
@@ -32,10 +35,19 @@ struct Way {
         }
     }
 
-    Node *node;
-    Stock<Space> *stock;
+    Node &ToNode() const { return m_siblings ? m_siblings->Nodes()[m_child] : *m_start; }
+    Stock<Space> &ToStock() const { return m_siblings ? m_siblings->stocks[m_child] : Of::StockOf(*m_start); }
+    Extent<kDimension> Region() const {
+        return m_siblings ? PartOf(m_siblings->region, m_child) : Of::RegionOf(*m_start);
+    }
+
     Family<Space> *family; ///< of the children, null in a leaf
-    Extent<kDimension> region;
+
+private:
+    Node *m_start;
+    /// The family of the node, once the way has left its start.
+    Family<Space> *m_siblings = nullptr;
+    int m_child = 0;
 };
 
 } // namespace zvi::lib::spatial
