@@ -127,6 +127,7 @@
 #include "zvi/services/MTestEnvMgr.h"
 
 #include "zvi/spatial/CTriangleSpatialIndex.h"
+#include "zvi/spatial/FindBodyContacts.h"
 #include "zvi/spatial/ICalcDist.h"
 #include "zvi/spatial/ICompTri.h"
 #include "zvi/spatial/IPointSpatialIndex.h"

@@ -5,6 +5,7 @@
 #include "apps/zvi/common/NearestName.h"
 #include "apps/zvi/common/Terminal.h"
 #include "apps/zvi/common/Text.h"
+#include "apps/zvi/contacts/ContactsCommand.h"
 #include "apps/zvi/convert/ConvertCommand.h"
 #include "apps/zvi/domains/DomainsCommand.h"
 #include "apps/zvi/draw-index/DrawIndexCommand.h"
@@ -96,6 +97,7 @@ int Dispatch(std::vector<std::string> const &arguments, Console &console) {
 std::vector<Verb> const &Verbs() {
     static std::vector<Verb> const kVerbs = {
         {"domains", "the closed domains of a drawing (DXF or curve text)", RunDomains},
+        {"contacts", "where bodies (STL) touch or nearly touch", RunContacts},
         {"eval", "the numbers of a typed text: expressions, positions, grids, lists", RunEval},
         {"convert", "a value from one unit label to another", RunConvert},
         {"units", "the kinds of quantity, their unit labels and factors", RunUnits},

@@ -1,0 +1,125 @@
+#include "zvi/spatial/FindBodyContacts.h"
+
+#include "zvi/math/free/TriangleDistance.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <map>
+#include <random>
+#include <set>
+
+namespace zvi::lib::test {
+
+namespace {
+
+using Point = MVector<double, 3>;
+
+/// A cube of edge 2 around the middle, two triangles a side.
+TriangleBody CubeAt(Point const &middle) {
+    TriangleBody body;
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        for (double const side : {-1.0, 1.0}) {
+            auto const corner = [&](double u, double v) {
+                Point p;
+                p[axis] = side;
+                p[(axis + 1) % 3] = u;
+                p[(axis + 2) % 3] = v;
+                return middle + p;
+            };
+            body.push_back({corner(-1, -1), corner(1, -1), corner(1, 1)});
+            body.push_back({corner(-1, -1), corner(1, 1), corner(-1, 1)});
+        }
+    }
+    return body;
+}
+
+double DistanceOf(BodyTriangle const &t, BodyTriangle const &u) {
+    return distance_triangles_3d(t[0].Data(), t[1].Data(), t[2].Data(), u[0].Data(), u[1].Data(), u[2].Data());
+}
+
+} // namespace
+
+TEST(FindBodyContacts, FindsWhatComparingAllTrianglesFinds) {
+    for (double const size : {1.0, 1e-30, 1e30}) {
+        std::mt19937 random(21);
+        std::uniform_real_distribution<double> place(-20, 20);
+        std::normal_distribution<double> side(0, 2);
+        std::vector<TriangleBody> bodies(4);
+        for (int i = 0; i < 300; ++i) {
+            Point const begin(place(random), place(random), 1e3 + place(random) / 4);
+            auto const corner = [&] { return (begin + Point(side(random), side(random), side(random))) * size; };
+            bodies[static_cast<std::size_t>(i) % 4].push_back({corner(), corner(), corner()});
+        }
+        double const tolerance = 0.7 * size;
+        std::map<std::array<int, 2>, std::uint64_t> pairs;
+        std::map<std::array<int, 2>, double> gaps;
+        for (int a = 0; a < 4; ++a) {
+            for (int b = a + 1; b < 4; ++b) {
+                for (BodyTriangle const &t : bodies[static_cast<std::size_t>(a)]) {
+                    for (BodyTriangle const &u : bodies[static_cast<std::size_t>(b)]) {
+                        double const distance = DistanceOf(t, u);
+                        if (distance > tolerance)
+                            continue;
+                        ++pairs[{a, b}];
+                        gaps[{a, b}] = std::min(gaps.try_emplace({a, b}, distance).first->second, distance);
+                    }
+                }
+            }
+        }
+        BodyContacts const found = FindBodyContacts(bodies, tolerance);
+        ASSERT_EQ(found.contacts.size(), pairs.size()) << size;
+        for (BodyContact const &contact : found.contacts) {
+            EXPECT_EQ(contact.pairCount, pairs[contact.bodies]) << size;
+            EXPECT_EQ(contact.smallestGap, gaps[contact.bodies]);
+            Point const d = contact.nearest[0] - contact.nearest[1];
+            EXPECT_NEAR(std::hypot(d[0], d[1], d[2]), contact.smallestGap, 1e-12 * size);
+            std::set<int> used;
+            for (ContactPatch const &patch : contact.patches) {
+                EXPECT_LE(patch.smallestGap, tolerance);
+                for (int const triangle : patch.triangles[0])
+                    EXPECT_TRUE(used.insert(triangle).second) << "in two patches";
+            }
+        }
+        EXPECT_FALSE(FindBodyContacts(bodies, tolerance, 3).isComplete);
+    }
+}
+
+TEST(FindBodyContacts, PutsTrianglesThatHangTogetherIntoOnePatch) {
+    // The middle cube stands on two others, 0.25 above them; these are far apart.
+    std::vector<TriangleBody> bodies = {CubeAt({0, 0, 2.25}), CubeAt({-1.5, 0, 0}), CubeAt({9, 9, 9})};
+    for (BodyTriangle const &triangle : CubeAt({1.5, 0, 0}))
+        bodies[1].push_back(triangle);
+    BodyContacts const found = FindBodyContacts(bodies, 0.25);
+    ASSERT_EQ(found.contacts.size(), 1u);
+    BodyContact const &contact = found.contacts[0];
+    EXPECT_EQ(contact.bodies, (std::array{0, 1}));
+    EXPECT_EQ(contact.smallestGap, 0.25);
+    ASSERT_EQ(contact.patches.size(), 1u) << "joined by the cube on top";
+    bodies.push_back(CubeAt({-1.5, 0, 4.5}));
+    bodies[3].insert(bodies[3].end(), bodies[1].end() - 12, bodies[1].end());
+    BodyContacts const several = FindBodyContacts({bodies[1], bodies[3]}, 0.25);
+    ASSERT_EQ(several.contacts.size(), 1u);
+    EXPECT_EQ(several.contacts[0].patches.size(), 1u) << "a body upon itself";
+    EXPECT_EQ(several.contacts[0].patches[0].areas, (std::array{24.0, 24.0}));
+}
+
+TEST(FindBodyContacts, AnswersBodiesOfAllKinds) {
+    constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+    EXPECT_TRUE(FindBodyContacts({}, 1).contacts.empty());
+    EXPECT_TRUE(FindBodyContacts({{}, {}}, 1).contacts.empty());
+    EXPECT_TRUE(FindBodyContacts({CubeAt({0, 0, 0})}, 1).contacts.empty()) << "a body does not touch itself";
+    TriangleBody const point = {{Point(1, 1, 1), {1, 1, 1}, {1, 1, 1}}};
+    EXPECT_EQ(FindBodyContacts({point, point}, 0).contacts.size(), 1u) << "two points at one place";
+    TriangleBody bad = CubeAt({0, 0, 0});
+    bad[3][1][2] = kNan;
+    EXPECT_EQ(FindBodyContacts({bad, CubeAt({2, 0, 0})}, 0).contacts.size(), 1u);
+    for (double const tolerance : {kNan, -1.0})
+        EXPECT_TRUE(FindBodyContacts({CubeAt({0, 0, 0}), CubeAt({2, 0, 0})}, tolerance).contacts.empty());
+    for (double const tolerance : {1e300, std::numeric_limits<double>::infinity()})
+        EXPECT_EQ(FindBodyContacts({CubeAt({0, 0, 0}), CubeAt({9, 0, 0})}, tolerance).contacts[0].pairCount, 144u);
+}
+
+} // namespace zvi::lib::test
