@@ -103,6 +103,27 @@ std::string Trees() {
     return text;
 }
 
+std::string PointsAndBodies() {
+    MPntOcTree tree(200, 4);
+    MHashPointSpatialIndex index;
+    double const low[] = {0, 0, 0};
+    double const high[] = {100, 100, 100};
+    index.SetBoundaryAndDivision(low, high, 10);
+    std::vector<TriangleBody> bodies(2);
+    int stored = 0;
+    for (int i = 0; i < 100; ++i) {
+        MVector<double, 3> const p(i * 37 % 101, i * 53 % 97, i);
+        tree.Insert(static_cast<std::uint64_t>(i), p);
+        stored += index.Insert(p.Data(), static_cast<std::uint64_t>(i));
+        bodies[static_cast<std::size_t>(i) % 2].push_back(
+            {p, p + MVector<double, 3>(9, 0, 0), p + MVector<double, 3>(0, 9, 1)});
+    }
+    MList<MPntOcData *> points;
+    tree.GetListInBox({0, 0, 0}, {50, 50, 50}, points);
+    return std::to_string(points.GetCount() + FindBodyContacts(bodies, 1).contacts[0].pairCount) +
+           std::to_string(stored);
+}
+
 std::string TypedTexts() {
     MUnitCtrl units(nullptr);
     units.Initialize(1);
@@ -131,7 +152,7 @@ std::string ProcessWideServices() {
 }
 
 using Work = std::string (*)();
-constexpr Work kWorks[] = {Containers, Vectors, Curves, Trees, TypedTexts, ProcessWideServices};
+constexpr Work kWorks[] = {Containers, Vectors, Curves, Trees, PointsAndBodies, TypedTexts, ProcessWideServices};
 
 } // namespace
 

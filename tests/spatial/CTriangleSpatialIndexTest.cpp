@@ -129,6 +129,7 @@ TEST(TriangleBox, TouchesWhatCuttingLeaves) {
             continue; // what merely touches is decided by rounding
         bool const touches = spatial::TouchesCube(corners, 1);
         EXPECT_EQ(touches, IsLeftInCube(corners, 1)) << "triangle " << i;
+        EXPECT_EQ(touches, spatial::IsNotSeparated(corners, 1)) << "triangle " << i;
         touching += touches ? 1 : 0;
     }
     EXPECT_GT(touching, 3000);

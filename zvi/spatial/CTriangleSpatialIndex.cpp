@@ -25,14 +25,6 @@ void CopyChain(TriangleNode const *chain, std::vector<TriangleNode> &nodes) {
         nodes.push_back(*node);
 }
 
-bool HasSeveralGroups(TriangleNode const *chain) {
-    for (TriangleNode const *node = chain; node; node = node->next) {
-        if (node->group != chain->group)
-            return true;
-    }
-    return false;
-}
-
 void ComparePairs(std::vector<TriangleNode> const &nodes, float tol, ICompTri &comp) {
     for (auto first = nodes.begin(); first != nodes.end(); ++first) {
         for (auto second = first + 1; second != nodes.end(); ++second) {
@@ -75,7 +67,7 @@ int CTriangleSpatialIndex::Insert(float const *a, float const *b, float const *c
             !m_grid->Reach(axis, corners, tol, cells.low[axis], cells.high[axis]))
             return 0;
     }
-    return m_grid->Store(cells, corners, tol, {item, group, nullptr});
+    return m_grid->Store(cells, corners, tol, {item, group, false, nullptr});
 }
 
 int CTriangleSpatialIndex::GetBoxIndexByTriangle(float const *a, float const *b, float const *c, float tol, long *low,
@@ -98,9 +90,10 @@ void CTriangleSpatialIndex::FindTriWithinTol(float tol, ICompTri *comp) {
     std::vector<TriangleNode> nodes;
     for (std::uint32_t cell = 0; cell < m_grid->CellCount(); ++cell) {
         progress.Reach(cell);
-        if (!HasSeveralGroups(m_grid->Chain(cell)))
+        TriangleNode const *const chain = m_grid->Chain(cell);
+        if (!chain || !chain->isMixed)
             continue;
-        CopyChain(m_grid->Chain(cell), nodes);
+        CopyChain(chain, nodes);
         ComparePairs(nodes, tol, *comp);
     }
 }

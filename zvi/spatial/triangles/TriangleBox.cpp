@@ -13,24 +13,6 @@ FloatPoint Minus(FloatPoint const &p, FloatPoint const &q) {
     return {p[0] - q[0], p[1] - q[1], p[2] - q[2]};
 }
 
-/// Whether the first corner lies so well within the cube, and the others so near, that no test could separate them
-/// whatever is rounded: the test of the plane then has terms of one sign alone, and those of the nine products of edges
-/// miss their limit by more than 1e-4 of it, where rounding makes out less than 2e-5.
-bool TouchesSurely(Corners const &v, float half) {
-    constexpr float kWithin = 1.0f - 1e-4f;
-    constexpr float kNear = 16.0f;
-    /// Half edges between which nothing overflows or loses its digits.
-    constexpr float kLeastHalf = 1e-8f;
-    constexpr float kMostHalf = 1e8f;
-    float first = 0.0f;
-    float others = 0.0f;
-    for (std::size_t axis = 0; axis < 3; ++axis) {
-        first = std::max(first, std::abs(v[0][axis]));
-        others = std::max({others, std::abs(v[1][axis]), std::abs(v[2][axis])});
-    }
-    return first <= half * kWithin && others <= half * kNear && half > kLeastHalf && half < kMostHalf;
-}
-
 /// Whether an axis of the cube separates them.
 bool IsBeside(Corners const &v, float half) {
     for (std::size_t axis = 0; axis < 3; ++axis) {
@@ -71,9 +53,7 @@ bool IsSplit(FloatPoint const &edge, std::size_t s, std::size_t t, FloatPoint co
 
 } // namespace
 
-bool TouchesCube(Corners const &v, float half) {
-    if (TouchesSurely(v, half))
-        return true;
+bool IsNotSeparated(Corners const &v, float half) {
     if (IsBeside(v, half))
         return false;
     FloatPoint const e0 = Minus(v[1], v[0]);

@@ -38,15 +38,17 @@ bool TriangleGrid::Lay(std::array<double, 3> const &low, std::array<double, 3> c
 
 bool TriangleGrid::Reach(std::size_t axis, std::array<float const *, 3> const &corners, float tol, int &low,
                          int &high) const {
-    int const count = m_block.counts[axis];
-    int lowest = count;
-    int highest = -1;
+    // A step never falls when its coordinate grows, so those of the outermost corners are the outermost steps.
+    constexpr float kInfinity = std::numeric_limits<float>::infinity();
+    float last = -kInfinity;
+    float first = kInfinity;
     for (float const *const corner : corners) {
-        int const above = m_block.Step(axis, static_cast<double>(corner[axis] + tol));
-        int const below = m_block.Step(axis, static_cast<double>(corner[axis] - tol));
-        highest = std::max(highest, above);
-        lowest = std::min(lowest, below);
+        last = std::max(last, corner[axis]);
+        first = std::min(first, corner[axis]);
     }
+    int const count = m_block.counts[axis];
+    int const highest = m_block.Step(axis, static_cast<double>(last + tol));
+    int const lowest = m_block.Step(axis, static_cast<double>(first - tol));
     if (highest < 0 || lowest >= count)
         return false;
     low = std::max(lowest, 0);
@@ -92,7 +94,8 @@ int TriangleGrid::Store(TriangleCells const &cells, std::array<float const *, 3>
     auto *nodes = static_cast<TriangleNode *>(memory);
     for (std::uint32_t const cell : m_touched) {
         TriangleNode *&head = m_heads[cell];
-        head = ::new (static_cast<void *>(nodes++)) TriangleNode{node.item, node.group, head};
+        bool const isMixed = head && (head->isMixed || head->group != node.group);
+        head = ::new (static_cast<void *>(nodes++)) TriangleNode{node.item, node.group, isMixed, head};
     }
     m_itemCount += count;
     return count;
@@ -121,7 +124,8 @@ bool TriangleGrid::IsConsistent() const {
     std::int64_t met = 0;
     for (std::uint32_t cell = 0; cell < m_block.total; ++cell) {
         for (TriangleNode const *node = m_heads[cell]; node; node = node->next) {
-            if (++met > m_itemCount)
+            bool const isMixed = node->next && (node->next->isMixed || node->next->group != node->group);
+            if (++met > m_itemCount || node->isMixed != isMixed)
                 return false;
         }
     }

@@ -15,6 +15,7 @@ namespace zvi::lib::spatial {
 struct TriangleNode {
     void *item;
     int group;
+    bool isMixed; ///< whether the chain from here on has several groups
     TriangleNode *next;
 };
 

@@ -111,9 +111,13 @@ private:
         return m_at == m_text.size();
     }
 
+    [[noreturn]] void RefuseCut() const {
+        throw InputError(m_line, "the file ends within a solid: it is cut; export the body again");
+    }
+
     std::string_view Word() {
         if (SkipBlanks())
-            throw InputError(m_line, "the file ends within a solid: it is cut; export the body again");
+            RefuseCut();
         std::size_t const end = std::min(m_text.find_first_of(kBlanks, m_at), m_text.size());
         std::string_view const word = m_text.substr(m_at, end - m_at);
         m_at = end;
@@ -133,9 +137,12 @@ private:
 
     void Expect(std::string_view wanted, char const *what) {
         std::string_view const word = Word();
-        if (!SameNoCase(word, wanted))
-            throw InputError(m_line, Quoted(word) + " stands where " + what + " (\"" + std::string(wanted) +
-                                         "\") should be; is this an ASCII STL file?");
+        if (SameNoCase(word, wanted))
+            return;
+        if (m_at == m_text.size() && SameNoCase(word, wanted.substr(0, word.size())))
+            RefuseCut();
+        throw InputError(m_line, Quoted(word) + " stands where " + what + " (\"" + std::string(wanted) +
+                                     "\") should be; is this an ASCII STL file?");
     }
 
     /// The rest of the line.

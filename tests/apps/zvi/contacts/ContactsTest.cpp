@@ -122,7 +122,7 @@ TEST(Contacts, OfTheSolidsOfOneFile) {
                        "\"contacts\":[]}\n");
     RunOutcome const cut = RunZvi({"contacts", "--tolerance", "1"}, three.substr(0, 100));
     EXPECT_EQ(cut.status, 1);
-    EXPECT_EQ(cut.err.find("zvi: standard input:6: the file ends within a solid"), 0u) << cut.err;
+    EXPECT_EQ(cut.err.find("zvi: standard input:8: the file ends within a solid"), 0u) << cut.err;
 }
 
 TEST(Contacts, GoToJsonAndToAPictureForOtherPrograms) {
