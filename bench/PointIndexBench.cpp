@@ -48,7 +48,7 @@ using RTree = bg::index::rtree<std::pair<RPoint, std::uint64_t>, bg::index::rsta
 /// Edge of the cube.
 constexpr double kExtent = 1000.0;
 /// Points that fill a leaf of either tree.
-constexpr long kLeafCapacity = 16;
+constexpr long kLeafCapacity = 64;
 /// Radius of a nearest and of a within-tolerance search, in cells.
 constexpr double kNearCells = 0.5;
 constexpr double kWithinCells = 3.0;

@@ -120,8 +120,7 @@ std::string PointsAndBodies() {
     }
     MList<MPntOcData *> points;
     tree.GetListInBox({0, 0, 0}, {50, 50, 50}, points);
-    return std::to_string(points.GetCount() + FindBodyContacts(bodies, 1).contacts[0].pairCount) +
-           std::to_string(stored);
+    return std::to_string(points.GetCount() + FindBodyContacts(bodies, 30).contacts.size()) + std::to_string(stored);
 }
 
 std::string TypedTexts() {

@@ -47,8 +47,9 @@ struct HashWork {
     std::uint64_t found = 0;
 
     void Run() {
-        if (index)
+        if (index) {
             EXPECT_TRUE(index->IsConsistent());
+        }
         index = std::make_unique<Index>();
         index->SetBoundaryAndDivision(Point(0, 0, 0).Data(), Point(5, 5, 5).Data(), 20);
         for (std::uint64_t key = 1; key < 40; ++key)

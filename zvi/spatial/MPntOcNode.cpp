@@ -5,6 +5,7 @@
 #include "zvi/spatial/tree/PrefetchDetail.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 #include <memory>
@@ -31,10 +32,15 @@ struct MPntOcNode::BoxQuery {
     MList<MPntOcData *> &list;
 };
 
-MPntOcNode::MPntOcNode(MVector<double, 3> const &center, double halfSize, long capacity, MPntOcNode *parent)
+MPntOcNode::MPntOcNode(MVector<double, 3> const &center, double halfSize, long capacity)
     : m_capacity(static_cast<std::int32_t>(
           std::clamp<long>(capacity, kLeastCapacity, std::numeric_limits<std::int32_t>::max()))),
-      m_level(parent ? parent->m_level + 1 : 0), m_halfSize(halfSize), m_center(center), m_parent(parent) {}
+      m_halfSize(halfSize), m_center(center) {}
+
+MPntOcNode::MPntOcNode(MPntOcNode *parent, int index)
+    : m_capacity(parent->m_capacity), m_level(static_cast<std::int16_t>(parent->m_level + 1)),
+      m_index(static_cast<std::uint8_t>(index)), m_halfSize(parent->m_halfSize * 0.5),
+      m_center(parent->CenterOfChild(index)), m_parent(parent) {}
 
 MPntOcNode::~MPntOcNode() {
     DeleteChild();
@@ -64,11 +70,26 @@ void MPntOcNode::Append(MPntOcData *data) {
     m_positions.PushBack(data->position);
     if (m_cluster)
         m_cluster->Add(data->position);
+    if (m_points.Size() == 1)
+        TellParents();
 }
 
 void MPntOcNode::RemoveAt(std::size_t place) {
     m_points.RemoveAt(place);
     m_positions.RemoveAt(place);
+    if (m_points.Empty())
+        TellParents();
+}
+
+/// Brings the bits of the nodes above up to date, as far as they change.
+void MPntOcNode::TellParents() {
+    for (MPntOcNode *node = this; node->m_parent; node = node->m_parent) {
+        auto const bit = static_cast<std::uint8_t>(1u << node->m_index);
+        bool const isOccupied = !node->m_points.Empty() || node->m_occupied != 0;
+        if (isOccupied == ((node->m_parent->m_occupied & bit) != 0))
+            return;
+        node->m_parent->m_occupied ^= bit;
+    }
 }
 
 void MPntOcNode::DropCluster() noexcept {
@@ -121,13 +142,14 @@ MVector<double, 3> MPntOcNode::CenterOfChild(int index) const {
 void MPntOcNode::Split() {
     auto *const children = std::allocator<MPntOcNode>().allocate(kChildren);
     for (int i = 0; i < kChildren; ++i)
-        std::construct_at(children + i, CenterOfChild(i), m_halfSize * 0.5, m_capacity, this);
+        ::new (static_cast<void *>(children + i)) MPntOcNode(this, i);
     try {
         for (MPntOcData *const data : m_points)
             children[GetPntOcIdx(data->position)].Insert(data);
     } catch (...) {
         std::destroy_n(children, kChildren);
         std::allocator<MPntOcNode>().deallocate(children, kChildren);
+        m_occupied = 0;
         throw;
     }
     for (int i = 0; i < kChildren; ++i)
@@ -142,6 +164,7 @@ void MPntOcNode::DeleteChild() {
     if (!children)
         return;
     std::fill_n(m_children, kChildren, nullptr);
+    m_occupied = 0;
     std::destroy_n(children, kChildren);
     std::allocator<MPntOcNode>().deallocate(children, kChildren);
 }
@@ -154,6 +177,7 @@ int MPntOcNode::Merge() {
         if (hasPoints)
             break;
         node->DeleteChild();
+        node->TellParents();
         merged = 1;
     }
     return merged;
@@ -192,14 +216,14 @@ long MPntOcNode::GetListInBox(MVector<double, 3> const &low, MVector<double, 3> 
     return static_cast<long>(list.GetCount() - before);
 }
 
-/// A bit for each child whose cube meets the query.
+/// A bit for each child that has points below it and whose cube meets the query.
 unsigned MPntOcNode::ChildrenIn(BoxQuery const &query) const {
     MVector<double, 3> const lowest = CenterOfChild(0);
     MVector<double, 3> const highest = CenterOfChild(kChildren - 1);
     double const reach = m_halfSize * 0.5;
     // The children of the low and of the high half of each axis.
     constexpr unsigned kHigh[3] = {0b11110000, 0b11001100, 0b10101010};
-    unsigned met = 0xff;
+    unsigned met = m_occupied;
     for (std::size_t axis = 0; axis < 3; ++axis) {
         auto const meets = [&](double center) {
             return center - reach <= query.high[axis] && query.low[axis] <= center + reach;
@@ -209,13 +233,33 @@ unsigned MPntOcNode::ChildrenIn(BoxQuery const &query) const {
     return met;
 }
 
+/// Appends the points of a leaf. Which of them are in the box nobody can foretell, so nothing branches before it is
+/// known of many.
+void MPntOcNode::ListLeaf(BoxQuery &query) const {
+    constexpr std::size_t kAtOnce = 64;
+    MVector<double, 3> const low = query.low;
+    MVector<double, 3> const high = query.high;
+    for (std::size_t begin = 0; begin < m_positions.Size(); begin += kAtOnce) {
+        std::size_t const count = std::min(kAtOnce, m_positions.Size() - begin);
+        MVector<double, 3> const *const positions = m_positions.Data() + begin;
+        MPntOcData *const *const points = m_points.Data() + begin;
+        std::array<std::uint8_t, kAtOnce> found;
+        std::size_t foundCount = 0;
+        for (std::size_t i = 0; i < count; ++i) {
+            MVector<double, 3> const &p = positions[i];
+            unsigned const isIn = unsigned{p[0] >= low[0]} & unsigned{p[0] <= high[0]} & unsigned{p[1] >= low[1]} &
+                                  unsigned{p[1] <= high[1]} & unsigned{p[2] >= low[2]} & unsigned{p[2] <= high[2]};
+            found[foundCount] = static_cast<std::uint8_t>(i);
+            foundCount += isIn;
+        }
+        for (std::size_t i = 0; i < foundCount; ++i)
+            query.list.AddTail(points[found[i]]);
+    }
+}
+
 void MPntOcNode::ListInBox(BoxQuery &query) const {
     if (IsLeafNode() != 0) {
-        MVector<double, 3> const *const positions = m_positions.Data();
-        for (std::size_t i = 0; i < m_positions.Size(); ++i) {
-            if (MPntOcUtil::IsContained(query.low, query.high, positions[i]) != 0)
-                query.list.AddTail(m_points[i]);
-        }
+        ListLeaf(query);
         return;
     }
     unsigned const met = ChildrenIn(query);
@@ -239,11 +283,12 @@ bool MPntOcNode::IsConsistent() const {
             return false;
     }
     if (IsLeafNode() != 0)
-        return std::count(m_children, m_children + kChildren, nullptr) == kChildren;
+        return m_occupied == 0 && std::count(m_children, m_children + kChildren, nullptr) == kChildren;
     for (int i = 0; i < kChildren; ++i) {
         MPntOcNode const *const child = m_children[i];
-        if (!child || child->m_parent != this || child->m_level != m_level + 1 || child->m_capacity != m_capacity ||
-            !child->IsConsistent())
+        bool const isOccupied = child && (!child->m_points.Empty() || child->m_occupied != 0);
+        if (!child || child->m_parent != this || child->m_level != m_level + 1 || child->m_index != i ||
+            child->m_capacity != m_capacity || isOccupied != ((m_occupied >> i & 1) != 0) || !child->IsConsistent())
             return false;
     }
     return m_points.Empty() && !m_cluster;

@@ -29,7 +29,7 @@ public:
     static constexpr int kLeastCapacity = 2;
 
     /// A leaf without points; the cube reaches `halfSize` from its centre.
-    MPntOcNode(MVector<double, 3> const &center, double halfSize, long capacity, MPntOcNode *parent = nullptr);
+    MPntOcNode(MVector<double, 3> const &center, double halfSize, long capacity);
     /// Destroys the children.
     virtual ~MPntOcNode();
     MPntOcNode(MPntOcNode const &) = delete;
@@ -80,19 +80,24 @@ private:
 
     struct BoxQuery;
 
+    MPntOcNode(MPntOcNode *parent, int index);
+    void TellParents();
     void Append(MPntOcData *data);
     void RemoveAt(std::size_t place);
     void DropCluster() noexcept;
     MVector<double, 3> CenterOfChild(int index) const;
     bool IsOutside(MVector<double, 3> const &point) const;
     void ListInBox(BoxQuery &query) const;
+    void ListLeaf(BoxQuery &query) const;
     unsigned ChildrenIn(BoxQuery const &query) const;
 
     std::int32_t m_capacity;
-    std::int32_t m_level; ///< under the root
+    std::int16_t m_level = 0;    ///< under the root
+    std::uint8_t m_index = 0;    ///< which child of its parent
+    std::uint8_t m_occupied = 0; ///< a bit for each child below which there is a point
     double m_halfSize;
     MVector<double, 3> m_center;
-    MPntOcNode *m_parent;
+    MPntOcNode *m_parent = nullptr;
     MPntOcNode *m_children[8] = {}; ///< neighbours in one piece of memory
     MArray<MPntOcData *> m_points;
     /// Of the points, so that a search need not go to each of them.

@@ -3,6 +3,7 @@
 #include "zvi/spatial/MPntOcNode.h"
 
 #include <algorithm>
+#include <exception>
 #include <new>
 
 namespace zvi::lib {
@@ -56,7 +57,7 @@ int MPntOcTree::Delete(std::uint64_t key) {
         return 0;
     try {
         m_data.RemoveKey(key);
-    } catch (MStatusError const &) {
+    } catch (std::exception const &) {
         // The key has gone; only a smaller table could not be had.
     }
     m_records.Free(record);

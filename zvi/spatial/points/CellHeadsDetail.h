@@ -1,11 +1,11 @@
 #pragma once
 
-#include "zvi/core/MStatusError.h"
 #include "zvi/core/internal/HashBins.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <exception>
 
 namespace zvi::lib::spatial {
 
@@ -28,7 +28,7 @@ public:
         } else {
             try {
                 m_heads = static_cast<Entry **>(core::AllocateBins(count));
-            } catch (MStatusError const &) {
+            } catch (std::exception const &) {
                 m_heads = nullptr;
             }
         }
