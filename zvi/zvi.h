@@ -57,6 +57,7 @@
 #include "zvi/curves/MDomainMaker.h"
 #include "zvi/curves/MGeomFunc.h"
 #include "zvi/curves/MIntersectUtil.h"
+#include "zvi/curves/PreparedPolygon.h"
 #include "zvi/curves/T_LINE2D_G.h"
 #include "zvi/curves/T_LINE_G.h"
 #include "zvi/curves/T_MBR3D.h"
@@ -74,6 +75,7 @@
 #include "zvi/diagnostics/T_PROFILE_D.h"
 
 #include "zvi/drawing/CutDrawingCurves.h"
+#include "zvi/drawing/DomainLocator.h"
 #include "zvi/drawing/DrawingRecords.h"
 #include "zvi/drawing/MakeDrawingDomains.h"
 #include "zvi/drawing/SuggestedJoinTolerance.h"

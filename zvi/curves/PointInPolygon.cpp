@@ -1,5 +1,6 @@
 #include "zvi/curves/PointInPolygonDetail.h"
 
+#include "zvi/base/Index.h"
 #include "zvi/curves/MGeomFunc.h"
 #include "zvi/curves/VectorDetail.h"
 #include "zvi/math/small/MMatrixLib.h"
@@ -7,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <ranges>
 
 namespace zvi::lib::curves {
 
@@ -58,16 +60,23 @@ double LargestCoordinate(T_REGION2D const &box) {
     return std::max({std::fabs(box.MinX), std::fabs(box.MinY), std::fabs(box.MaxX), std::fabs(box.MaxY)});
 }
 
+/// The height beyond which an edge on one side of the ray adds nothing.
+double HeightMargin(T_REGION2D const &box) {
+    double const size = LargestCoordinate(box);
+    return size < kLargestCoordinate ? kHeightMargin + kHeightSlack * (box.MaxY - box.MinY) + kHeightRounding * size
+                                     : std::numeric_limits<double>::infinity();
+}
+
 /// Settles edges against the ray from `p` to the left of `box`, or says that it cannot.
 class RayFilter {
 public:
     RayFilter(T_POINT2D const &p, T_REGION2D const &box) : m_p(p) {
         double const size = LargestCoordinate(box);
         double const ray = p.x - box.MinX + kRayOvershoot;
-        double height = kHeightMargin + kHeightSlack * (box.MaxY - box.MinY) + kHeightRounding * size;
+        double const height = HeightMargin(box);
         m_side = kWidthMargin + kWidthSlack * (box.MaxX - box.MinX + ray) + kWidthRounding * size;
         if (!(size < kLargestCoordinate))
-            height = m_side = std::numeric_limits<double>::infinity();
+            m_side = std::numeric_limits<double>::infinity();
         m_above = p.y + height;
         m_below = p.y - height;
         m_right = p.x + m_side;
@@ -130,25 +139,38 @@ T_REGION2D BoxOf(T_POINT2D const *points, std::size_t count) {
 PointInPolygon::PointInPolygon(T_POINT2D const *vertices, std::size_t count)
     : m_vertices(vertices), m_count(count), m_box(BoxOf(vertices, count)) {}
 
-int PointInPolygon::Contains(T_POINT2D const &p, int closed) const {
+double PointInPolygon::Reach() const {
+    return HeightMargin(m_box);
+}
+
+template <typename Edges>
+int PointInPolygon::Contains(T_POINT2D const &p, int closed, Edges const &edges) const {
     if (m_count < 3 || MGeomFunc::IsPointInRegion2(p, m_box, closed) == 0)
         return 0;
     RayFilter const filter(p, m_box);
     EdgeCrossings crossings({p.x, p.y, m_box.MinX - kRayOvershoot, p.y}, m_vertices, m_count);
     int count = 0;
-    T_POINT2D const *start = m_vertices + (m_count - 1);
-    for (T_POINT2D const *end = m_vertices; end != m_vertices + m_count; start = end++) {
-        if (filter.Misses(*start, *end))
+    for (std::size_t const edge : edges) {
+        T_POINT2D const &start = m_vertices[edge], &end = m_vertices[edge + 1 == m_count ? 0 : edge + 1];
+        if (filter.Misses(start, end))
             continue;
-        if (int const settled = filter.Settle(*start, *end); settled >= 0) {
+        if (int const settled = filter.Settle(start, end); settled >= 0) {
             count += settled;
             continue;
         }
-        if (SegmentDistance2D(start->x, start->y, end->x, end->y, p.x, p.y) <= kOnEdge)
+        if (SegmentDistance2D(start.x, start.y, end.x, end.y, p.x, p.y) <= kOnEdge)
             return closed != 0 ? 1 : 0;
-        count += crossings.Count(static_cast<std::size_t>(start - m_vertices));
+        count += crossings.Count(edge);
     }
     return count % 2;
+}
+
+int PointInPolygon::Contains(T_POINT2D const &p, int closed) const {
+    return Contains(p, closed, std::views::iota(std::size_t{0}, m_count));
+}
+
+int PointInPolygon::ContainsAmong(T_POINT2D const &p, int closed, std::span<int const> edges) const {
+    return Contains(p, closed, edges | std::views::transform([](int edge) { return base::Index(edge); }));
 }
 
 int EdgeCrossings::Count(std::size_t edge) {

@@ -3,6 +3,7 @@
 #include "zvi/curves/GeomRecords.h"
 
 #include <cstddef>
+#include <span>
 
 namespace zvi::lib::curves {
 
@@ -16,10 +17,20 @@ public:
     /// The very result of `IsPointInPolygon2`.
     int Contains(T_POINT2D const &p, int closed) const;
 
+    /// The same, for a point and edges, by number, among which are all that come nearer to its height than `Reach`.
+    int ContainsAmong(T_POINT2D const &p, int closed, std::span<int const> edges) const;
+
+    /// An edge that stays farther above or below a point than this adds nothing. Infinite when coordinates are too
+    /// large to say so.
+    double Reach() const;
+
     /// Box of the vertices; all zero when there are none.
     T_REGION2D const &Box() const { return m_box; }
 
 private:
+    template <typename Edges>
+    int Contains(T_POINT2D const &p, int closed, Edges const &edges) const;
+
     T_POINT2D const *m_vertices;
     std::size_t m_count;
     T_REGION2D m_box;

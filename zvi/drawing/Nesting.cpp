@@ -1,5 +1,6 @@
 #include "zvi/drawing/NestingDetail.h"
 
+#include "zvi/drawing/RunsDetail.h"
 #include "zvi/drawing/StretchIndexDetail.h"
 
 #include <algorithm>
@@ -8,52 +9,6 @@
 namespace zvi::lib::drawing {
 
 namespace {
-
-/// A part of a stretch along which y only rises or only falls.
-struct Run {
-    double lowY = 0.0, highY = 0.0;
-    double side = 0.0;   ///< of an arc: -1 for its left half, 1 for its right half
-    bool upward = false; ///< the stretch runs upward here
-};
-
-/// The parts of a stretch that rise or fall, at most three.
-int RunsOf(Stretch const &s, std::array<Run, 3> &runs) {
-    if (!s.isArc) {
-        runs[0] = {std::min(s.start.y, s.end.y), std::max(s.start.y, s.end.y), 0.0, s.start.y < s.end.y};
-        return 1;
-    }
-    bool const counter = s.sweep > 0.0;
-    double const top = TurnTo(s, {s.center.x, s.center.y + s.radius});
-    double const bottom = TurnTo(s, {s.center.x, s.center.y - s.radius});
-    double const turn = std::fabs(s.sweep);
-    // The right half of a counter-clockwise arc rises; every stop at the top or at the bottom changes the half.
-    bool const topFirst = top < bottom;
-    bool const isTopInside = top > 0.0 && top<turn, isBottomInside = bottom> 0.0 && bottom < turn;
-    bool const isAnyInside = isTopInside || isBottomInside;
-    bool upward = isAnyInside ? isTopInside && (topFirst || !isBottomInside) : s.start.y < s.end.y;
-    double y = s.start.y;
-    int count = 0;
-    auto const addRun = [&](double to) {
-        runs[Index(count++)] = {std::min(y, to), std::max(y, to), counter == upward ? 1.0 : -1.0, upward};
-        y = to;
-        upward = !upward;
-    };
-    for (bool const isTop : {topFirst, !topFirst})
-        if (isTop ? isTopInside : isBottomInside)
-            addRun(isTop ? s.center.y + s.radius : s.center.y - s.radius);
-    addRun(s.end.y);
-    return count;
-}
-
-/// Where the run passes the height `y`.
-double XAt(Stretch const &s, Run const &run, double y) {
-    if (!s.isArc) {
-        double const t = (y - s.start.y) / (s.end.y - s.start.y);
-        return s.start.x + t * (s.end.x - s.start.x);
-    }
-    double const v = y - s.center.y;
-    return s.center.x + run.side * std::sqrt(std::max(0.0, (s.radius - v) * (s.radius + v)));
-}
 
 /// An edge that is seen, and where.
 struct Sight {

@@ -1,0 +1,311 @@
+#include "zvi/drawing/DomainLocator.h"
+
+#include "zvi/base/Buckets.h"
+#include "zvi/drawing/RunsDetail.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <span>
+#include <utility>
+
+namespace zvi::lib {
+
+using namespace drawing;
+
+namespace {
+
+constexpr int kNoDomain = -1;
+
+/// What lies to the left of a cell differs by height, because a border crosses that side.
+constexpr int kMixed = -2;
+
+/// Cells along one axis at most.
+constexpr double kMostSteps = 4096.0;
+
+/// A piece of a border as it rises or falls, and the domain beside it.
+struct BorderRun {
+    double lowY = 0.0, highY = 0.0;
+    double x = 0.0, y = 0.0; ///< of a line: its lower end; of an arc: the centre
+    double slope = 0.0;      ///< of a line: dx / dy
+    double radius = 0.0;     ///< of an arc: negative for its left half; 0 for a line
+    int domain = kNoDomain;
+    bool isDomainRight = false; ///< the domain lies to its right
+
+    double XAt(double at) const {
+        if (radius == 0.0)
+            return x + slope * (at - y);
+        double const v = at - y;
+        return x + std::copysign(std::sqrt(std::max(0.0, (std::fabs(radius) - v) * (std::fabs(radius) + v))), radius);
+    }
+};
+
+Stretch StretchOf(DrawingPiece const &piece) {
+    Stretch s;
+    s.start = piece.start;
+    s.end = piece.end;
+    if (piece.type == DrawingCurveType::kLine)
+        return s;
+    s.isArc = true;
+    s.center = piece.center;
+    s.radius = piece.radius;
+    s.sweep = piece.clockwise ? -1.0 : 1.0;
+    s.sweep *= piece.type == DrawingCurveType::kCircle ? kTwoPi : TurnTo(s, piece.end);
+    return s;
+}
+
+/// A level line, which no query meets; but what lies above it differs from what lies below.
+struct Level {
+    double y = 0.0;
+    double left = 0.0, right = 0.0;
+};
+
+BorderRun RunOf(Stretch const &s, Run const &part, int domain) {
+    BorderRun run{part.lowY, part.highY, s.center.x, s.center.y, 0.0, s.radius * part.side, domain, !part.upward};
+    if (s.isArc)
+        return run;
+    DrawingPoint const low = s.start.y < s.end.y ? s.start : s.end, high = s.start.y < s.end.y ? s.end : s.start;
+    run.x = low.x;
+    run.y = low.y;
+    run.slope = (high.x - low.x) / (high.y - low.y);
+    run.radius = 0.0;
+    return run;
+}
+
+} // namespace
+
+class DomainLocator::Grid {
+public:
+    explicit Grid(std::vector<DrawingDomain> const &domains) {
+        for (std::size_t d = 0; d < domains.size(); ++d) {
+            AddLoop(domains[d].outer, static_cast<int>(d));
+            for (std::vector<DrawingPiece> const &hole : domains[d].holes)
+                AddLoop(hole, static_cast<int>(d));
+        }
+        if (m_runs.empty())
+            return;
+        Measure();
+        Distribute();
+        LookAtLeftSides();
+        m_runs = {};
+        m_levels = {};
+    }
+
+    int DomainAt(DrawingPoint p) const {
+        if (m_runsOfCells.empty() || !(p.x >= m_box.minX) || !(p.x <= m_box.maxX) || !(p.y >= m_box.minY) ||
+            !(p.y <= m_box.maxY))
+            return kNoDomain;
+        return DomainFrom(StepOf(p.x - m_box.minX, m_width, m_columns), StepOf(p.y - m_box.minY, m_height, m_rows), p);
+    }
+
+private:
+    void AddLoop(std::vector<DrawingPiece> const &loop, int domain) {
+        for (DrawingPiece const &piece : loop) {
+            Stretch const s = StretchOf(piece);
+            std::array<Run, 3> parts;
+            int const count = RunsOf(s, parts);
+            for (int i = 0; i < count; ++i)
+                if (Run const &part = parts[Index(i)]; part.lowY < part.highY)
+                    m_runs.push_back(RunOf(s, part, domain));
+                else
+                    m_levels.push_back({part.lowY, std::min(s.start.x, s.end.x), std::max(s.start.x, s.end.x)});
+        }
+    }
+
+    /// The box of all, what rounding means in it, and cells as many as runs, about as wide as high.
+    void Measure() {
+        m_box = {HUGE_VAL, HUGE_VAL, -HUGE_VAL, -HUGE_VAL};
+        for (BorderRun const &run : m_runs) {
+            auto const [left, right] = WidthOf(run, run.lowY, run.highY);
+            m_box.minX = std::min(m_box.minX, left);
+            m_box.maxX = std::max(m_box.maxX, right);
+            m_box.minY = std::min(m_box.minY, run.lowY);
+            m_box.maxY = std::max(m_box.maxY, run.highY);
+        }
+        m_rounding = kRounding * std::max({std::fabs(m_box.minX), std::fabs(m_box.maxX), std::fabs(m_box.minY),
+                                           std::fabs(m_box.maxY)});
+        double const width = m_box.maxX - m_box.minX + m_rounding, height = m_box.maxY - m_box.minY + m_rounding;
+        double const count = static_cast<double>(m_runs.size());
+        m_columns = std::clamp(std::ceil(std::sqrt(count * (width / height))), 1.0, std::min(count, kMostSteps));
+        m_rows = std::clamp(std::ceil(count / m_columns), 1.0, kMostSteps);
+        m_width = width / m_columns;
+        m_height = height / m_rows;
+    }
+
+    /// How far to the left and to the right a run reaches between two heights inside it. Arcs bulge only at the height
+    /// of their centre; at their top and bottom they reach the middle, which rounding of the height would miss.
+    static std::pair<double, double> WidthOf(BorderRun const &run, double low, double high) {
+        auto [left, right] = std::minmax({run.XAt(low), run.XAt(high)});
+        double const radius = std::fabs(run.radius);
+        if (radius > 0.0 && std::max(run.y - low, high - run.y) >= radius * (1.0 - kRounding)) {
+            left = std::min(left, run.x);
+            right = std::max(right, run.x);
+        }
+        if (radius > 0.0 && low <= run.y && run.y <= high) {
+            left = std::min(left, run.x + run.radius);
+            right = std::max(right, run.x + run.radius);
+        }
+        return {left, right};
+    }
+
+    static double StepOf(double distance, double size, double steps) {
+        return std::clamp(std::floor(distance / size), 0.0, steps - 1.0);
+    }
+    std::size_t CellAt(double column, double row) const { return static_cast<std::size_t>(row * m_columns + column); }
+    double LeftSideOf(double column) const { return m_box.minX + column * m_width; }
+
+    /// Calls `look(cell, isLeftSideCrossed)` for the cells that a run comes near.
+    template <typename Look>
+    void ForEachCell(BorderRun const &run, Look look) const {
+        double const first = StepOf(run.lowY - m_box.minY, m_height, m_rows);
+        double const last = StepOf(run.highY - m_box.minY, m_height, m_rows);
+        for (double row = first; row <= last; row += 1.0) {
+            double const bottom = m_box.minY + row * m_height;
+            double const low = std::clamp(bottom - m_rounding, run.lowY, run.highY);
+            double const high = std::clamp(bottom + m_height + m_rounding, run.lowY, run.highY);
+            auto const [left, right] = WidthOf(run, low, high);
+            double const begin = StepOf(left - m_rounding - m_box.minX, m_width, m_columns);
+            double const end = StepOf(right + m_rounding - m_box.minX, m_width, m_columns);
+            for (double column = begin; column <= end; column += 1.0)
+                look(CellAt(column, row), left - m_rounding < LeftSideOf(column));
+        }
+    }
+
+    /// Calls `look(cell)` for the cells whose left side a level crosses.
+    template <typename Look>
+    void ForEachCellOf(Level const &level, Look look) const {
+        double const first = StepOf(level.y - m_rounding - m_box.minY, m_height, m_rows);
+        double const last = StepOf(level.y + m_rounding - m_box.minY, m_height, m_rows);
+        double const end = StepOf(level.right + m_rounding - m_box.minX, m_width, m_columns);
+        for (double row = first; row <= last; row += 1.0)
+            for (double column = StepOf(level.left - m_rounding - m_box.minX, m_width, m_columns); column <= end;
+                 column += 1.0)
+                if (level.left - m_rounding < LeftSideOf(column))
+                    look(CellAt(column, row));
+    }
+
+    /// Gives each cell the runs that come near it.
+    void Distribute() {
+        std::size_t const cells = CellAt(m_columns - 1.0, m_rows - 1.0) + 1;
+        m_leftOf.assign(cells, kNoDomain);
+        std::vector<std::pair<std::size_t, int>> visits; // cell, run
+        for (std::size_t i = 0; i < m_runs.size(); ++i)
+            ForEachCell(m_runs[i], [&](std::size_t cell, bool isLeftSideCrossed) {
+                visits.emplace_back(cell, static_cast<int>(i));
+                if (isLeftSideCrossed)
+                    m_leftOf[cell] = kMixed;
+            });
+        for (Level const &level : m_levels)
+            ForEachCellOf(level, [&](std::size_t cell) { m_leftOf[cell] = kMixed; });
+        m_begins.assign(cells + 1, 0);
+        m_runsOfCells.resize(visits.size());
+        base::SortIntoBuckets(
+            visits.size(), std::span(m_begins), [&](std::size_t i) { return visits[i].first; },
+            [&](std::size_t place, std::size_t i) { m_runsOfCells[place] = m_runs[Index(visits[i].second)]; });
+    }
+
+    /// What lies to the left of each cell, where that is one domain or none, from left to right.
+    void LookAtLeftSides() {
+        for (double row = 0.0; row < m_rows; row += 1.0)
+            for (double column = 1.0; column < m_columns; column += 1.0)
+                if (int &left = m_leftOf[CellAt(column, row)]; left != kMixed)
+                    left = DomainFrom(column - 1.0, row, {LeftSideOf(column), m_box.minY + (row + 0.5) * m_height});
+    }
+
+    std::span<BorderRun const> RunsOfCell(std::size_t cell) const {
+        return std::span(m_runsOfCells).subspan(m_begins[cell], m_begins[cell + 1] - m_begins[cell]);
+    }
+
+    /// The domain at a point, seen from a column of cells on to the left: that of the nearest border, if it lies on its
+    /// right and the cell has no more to say about it.
+    int DomainFrom(double column, double row, DrawingPoint p) const {
+        for (double at = column; at >= 0.0; at -= 1.0) {
+            std::size_t const cell = CellAt(at, row);
+            double const from = LeftSideOf(at) - m_rounding;
+            if (BorderRun const *const nearest = NearestLeftOf(p, from, RunsOfCell(cell)))
+                return nearest->isDomainRight && IsEnteredOnce(nearest->domain, p, from, RunsOfCell(cell))
+                           ? nearest->domain
+                           : CountedFrom(column, row, p);
+            if (m_leftOf[cell] != kMixed)
+                return m_leftOf[cell];
+        }
+        return kNoDomain;
+    }
+
+    /// The run that passes nearest to the left of `p`, from `from` on, or null. Of two borders in one place that with
+    /// the domain on its right.
+    static BorderRun const *NearestLeftOf(DrawingPoint p, double from, std::span<BorderRun const> runs) {
+        BorderRun const *nearest = nullptr;
+        double farthest = from;
+        for (BorderRun const &run : runs)
+            if (run.lowY <= p.y && p.y < run.highY)
+                if (double const x = run.XAt(p.y);
+                    x <= p.x && (x > farthest || (x == farthest && (!nearest || run.isDomainRight)))) {
+                    nearest = &run;
+                    farthest = x;
+                }
+        return nearest;
+    }
+
+    /// Whether what is seen of the borders of a domain leads into it once more than out of it.
+    static bool IsEnteredOnce(int domain, DrawingPoint p, double from, std::span<BorderRun const> runs) {
+        int entered = 0;
+        for (BorderRun const &run : runs)
+            if (run.domain == domain && run.lowY <= p.y && p.y < run.highY)
+                if (double const x = run.XAt(p.y); x <= p.x && x >= from)
+                    entered += run.isDomainRight ? 1 : -1;
+        return entered == 1;
+    }
+
+    /// The domain that is entered once more than it is left, by all borders up to where it is known what lies there.
+    /// It is that even where borders that nearly touch have changed places.
+    int CountedFrom(double column, double row, DrawingPoint p) const {
+        std::vector<std::pair<int, int>> entered; // domain, how often
+        auto const count = [&](int domain, int by) {
+            auto const known =
+                std::find_if(entered.begin(), entered.end(), [&](auto const &e) { return e.first == domain; });
+            if (known == entered.end())
+                entered.emplace_back(domain, by);
+            else
+                known->second += by;
+        };
+        double right = HUGE_VAL; // each run counts in one cell
+        for (; column >= 0.0; column -= 1.0) {
+            std::size_t const cell = CellAt(column, row);
+            double const left = column > 0.0 ? LeftSideOf(column) : -HUGE_VAL;
+            for (BorderRun const &run : RunsOfCell(cell))
+                if (run.lowY <= p.y && p.y < run.highY)
+                    if (double const x = run.XAt(p.y); x <= p.x && left <= x && x < right)
+                        count(run.domain, run.isDomainRight ? 1 : -1);
+            right = left;
+            if (m_leftOf[cell] == kMixed)
+                continue;
+            if (m_leftOf[cell] != kNoDomain)
+                count(m_leftOf[cell], 1);
+            break;
+        }
+        auto const holder = std::find_if(entered.begin(), entered.end(), [](auto const &e) { return e.second > 0; });
+        return holder == entered.end() ? kNoDomain : holder->first;
+    }
+
+    std::vector<BorderRun> m_runs; ///< until the cells have them
+    std::vector<Level> m_levels;   ///< likewise
+    Box m_box;
+    double m_rounding = 0.0;
+    double m_columns = 0.0, m_rows = 0.0;
+    double m_width = 0.0, m_height = 0.0;
+    std::vector<int> m_leftOf; ///< of each cell the domain that all of its left side lies in, kNoDomain or kMixed
+    std::vector<std::size_t> m_begins;
+    std::vector<BorderRun> m_runsOfCells;
+};
+
+DomainLocator::DomainLocator(std::vector<DrawingDomain> const &domains) : m_grid(std::make_unique<Grid>(domains)) {}
+DomainLocator::~DomainLocator() = default;
+DomainLocator::DomainLocator(DomainLocator &&other) noexcept = default;
+DomainLocator &DomainLocator::operator=(DomainLocator &&other) noexcept = default;
+
+int DomainLocator::DomainAt(DrawingPoint p) const {
+    return m_grid ? m_grid->DomainAt(p) : kNoDomain;
+}
+
+} // namespace zvi::lib

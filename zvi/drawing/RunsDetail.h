@@ -1,0 +1,22 @@
+#pragma once
+
+#include "zvi/drawing/StretchDetail.h"
+
+#include <array>
+
+namespace zvi::lib::drawing {
+
+/// A part of a stretch along which y only rises or only falls.
+struct Run {
+    double lowY = 0.0, highY = 0.0;
+    double side = 0.0;   ///< of an arc: -1 for its left half, 1 for its right half
+    bool upward = false; ///< the stretch runs upward here
+};
+
+/// The parts of a stretch that rise or fall, at most three; returns how many there are.
+int RunsOf(Stretch const &s, std::array<Run, 3> &runs);
+
+/// Where the run passes the height `y`.
+double XAt(Stretch const &s, Run const &run, double y);
+
+} // namespace zvi::lib::drawing
