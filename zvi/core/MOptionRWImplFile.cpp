@@ -129,8 +129,9 @@ int MOptionRWImplFile::LoadData() {
     auto const take = [this, &current](SettingsPlace const &place) {
         if (!current || place.line.kind == SettingsLine::Kind::kCategory)
             current = &m_categories[CString(place.category)];
+        // Files that the library has written are sorted. A later value takes the place of an earlier one.
         if (place.line.kind == SettingsLine::Kind::kValue)
-            current->insert_or_assign(current->end(), CString(place.line.name), CString(place.line.value));
+            current->emplace_hint(current->end(), place.line.name, CString())->second = CString(place.line.value);
     };
     SettingsEnd const end = core::ReadSettingsBy(View(FullPath()), getLine, take, nullptr);
     m_isUnread = end == SettingsEnd::kUnread;

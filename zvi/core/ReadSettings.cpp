@@ -14,10 +14,15 @@ std::wstring_view View(CString const &text) {
     return {text.GetString(), static_cast<std::size_t>(text.GetLength())};
 }
 
+/// As `IsBlankUnit`; most units are in the range that holds no blank.
+bool IsBlank(wchar_t unit) {
+    return (unit <= L' ' || unit >= 0x7F) && IsBlankUnit(unit);
+}
+
 std::wstring_view Trimmed(std::wstring_view text) {
-    while (!text.empty() && IsBlankUnit(text.front()))
+    while (!text.empty() && IsBlank(text.front()))
         text.remove_prefix(1);
-    while (!text.empty() && IsBlankUnit(text.back()))
+    while (!text.empty() && IsBlank(text.back()))
         text.remove_suffix(1);
     return text;
 }

@@ -180,6 +180,8 @@ int Get(SettingsOptions const &options, Console &console) {
 
 /// The bytes of the file; none when it is absent.
 std::string OldContent(SettingsOptions const &options, Console &console) {
+    if (IsDevice(PathOf(options.file)))
+        throw InputError(0, "is a device or a pipe; name a file");
     return host::Exists(PathInLibrary(options)) ? ReadWhole(options.file, console.in) : std::string();
 }
 

@@ -103,6 +103,9 @@ TEST(Settings, SetRefusesWhatTheFileCannotHold) {
     EXPECT_EQ(Settings(folder, {"set", "A", "k", std::string(1021, 'v')}).status, 0);
     EXPECT_EQ(Settings(folder, {"get", "A", "k"}).out, std::string(1021, 'v') + "\n");
     EXPECT_EQ(RunZvi({"settings", "--file", folder.Native("none/s.cfg").string(), "set", "A", "k", "v"}).status, 1);
+#ifndef _WIN32
+    EXPECT_EQ(RunZvi({"settings", "--file", "/dev/full", "set", "A", "k", "v"}).status, 1);
+#endif
     EXPECT_EQ(RunZvi({"settings", "show"}).status, 2);
     EXPECT_EQ(RunZvi({"settings", "get", "A"}).status, 2);
 }
