@@ -13,6 +13,7 @@
 #include "apps/zvi/messages/MessagesCommand.h"
 #include "apps/zvi/numbers/NumbersCommand.h"
 #include "apps/zvi/profile-report/ProfileReportCommand.h"
+#include "apps/zvi/run/RunCommand.h"
 #include "apps/zvi/settings/SettingsCommand.h"
 #include "apps/zvi/text/TextCommand.h"
 #include "apps/zvi/units/UnitsCommand.h"
@@ -104,6 +105,7 @@ std::vector<Verb> const &Verbs() {
         {"settings", "the settings in force, and changes to them", RunSettings},
         {"numbers", "number lists as compact text, and back", RunNumbers},
         {"draw-index", "a picture of the quadtree of a drawing's curves", RunDrawIndex},
+        {"run", "a program, with its output line by line as the library hears it", RunRun},
         {"profile-report", "a profiler's PROF.csv as a sorted table with bars", RunProfileReport},
         {"messages", "the texts of message catalogues", RunMessages},
         {"text", "the encoding of a text file, its lines, and its text in another encoding", RunText},

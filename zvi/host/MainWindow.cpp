@@ -24,4 +24,8 @@ std::intptr_t SendToMainWindow(std::uint32_t message, std::uintptr_t first, std:
     return window ? window(message, first, second) : 0;
 }
 
+void EnableMainWindow(bool isEnabled) {
+    SendToMainWindow(kEnableMessage, isEnabled ? 1 : 0, 0);
+}
+
 } // namespace zvi::host

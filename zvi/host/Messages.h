@@ -26,4 +26,10 @@ ZVI_API void SetMainWindow(MainWindow window);
 /// Calls the main window and gives its answer, which is 0 when there is no main window.
 ZVI_API std::intptr_t SendToMainWindow(std::uint32_t message, std::uintptr_t first, std::intptr_t second);
 
+/// The message that tells the main window whether it takes input: its first parameter is 1 or 0.
+inline constexpr std::uint32_t kEnableMessage = 0x000A;
+
+/// Sends the main window that message.
+ZVI_API void EnableMainWindow(bool isEnabled);
+
 } // namespace zvi::host

@@ -35,6 +35,10 @@ public:
                 words.insert(words.end(), at + 1, arguments.end());
                 return;
             }
+            if (m_form.optionsComeFirst && !at->starts_with("-")) {
+                words.insert(words.end(), at, arguments.end());
+                return;
+            }
             if (*at == "-h")
                 options.push_back(*at);
             else if (at->starts_with("--"))

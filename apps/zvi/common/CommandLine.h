@@ -13,6 +13,8 @@ struct CommandLineForm {
     std::string footer;   ///< what its help ends with
     /// Whether a word such as "-5+3" is no option.
     bool takesMinusWords = true;
+    /// Whether everything from the first word on is a word.
+    bool optionsComeFirst = false;
 };
 
 /// The words of a verb's command line that are no options, or its help.

@@ -24,6 +24,13 @@ bool ReaderHasGone();
 /// system ends the process, does what RemoveOnInterrupt was asked for last.
 void InstallSignalHandlers();
 
+/// From now on an interrupt (Ctrl-C) is counted, and a request to end is noted, instead of ending the program; what the
+/// one who started the program has it ignore stays ignored.
+void CountInterrupts();
+int InterruptCount();
+/// Exit status of a program that ends on a request; 0 while there was none.
+int RequestedEndStatus();
+
 /// From now on an interrupt removes this file; an empty path withdraws that. One file at a time.
 void RemoveOnInterrupt(std::filesystem::path const &path);
 

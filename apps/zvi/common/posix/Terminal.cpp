@@ -25,9 +25,20 @@ extern "C" void TidyAndEnd(int signal) {
     std::raise(signal);
 }
 
+std::atomic<int> interruptCount = 0;
+std::atomic<int> requestedEndStatus = 0;
+
+extern "C" void Count(int signal) {
+    constexpr int kSignalBase = 128;
+    if (signal == SIGINT)
+        ++interruptCount;
+    else
+        requestedEndStatus = kSignalBase + signal;
+}
+
 /// Handles the signal unless the one who started the program has it ignored, as for runs in the background.
-void Handle(int signal) {
-    if (std::signal(signal, TidyAndEnd) == SIG_IGN)
+void Handle(int signal, void (*handler)(int)) {
+    if (std::signal(signal, handler) == SIG_IGN)
         std::signal(signal, SIG_IGN);
 }
 
@@ -50,9 +61,21 @@ bool ReaderHasGone() {
 
 void InstallSignalHandlers() {
     std::signal(SIGPIPE, SIG_IGN);
-    Handle(SIGHUP);
-    Handle(SIGINT);
-    Handle(SIGTERM);
+    for (int const signal : {SIGHUP, SIGINT, SIGTERM})
+        Handle(signal, TidyAndEnd);
+}
+
+void CountInterrupts() {
+    for (int const signal : {SIGHUP, SIGINT, SIGTERM})
+        Handle(signal, Count);
+}
+
+int InterruptCount() {
+    return interruptCount;
+}
+
+int RequestedEndStatus() {
+    return requestedEndStatus;
 }
 
 void RemoveOnInterrupt(std::filesystem::path const &path) {

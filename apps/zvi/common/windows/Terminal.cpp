@@ -30,6 +30,19 @@ BOOL WINAPI TidyUp(DWORD) {
     return FALSE;
 }
 
+std::atomic<int> interruptCount = 0;
+std::atomic<int> requestedEndStatus = 0;
+
+/// The host ends the process some seconds after it was asked to close, whatever the answer.
+BOOL WINAPI Count(DWORD event) {
+    constexpr int kEnded = 143;
+    if (event == CTRL_C_EVENT || event == CTRL_BREAK_EVENT)
+        ++interruptCount;
+    else
+        requestedEndStatus = kEnded;
+    return TRUE;
+}
+
 HANDLE HandleOf(int stream) {
     constexpr DWORD kNumbers[] = {STD_INPUT_HANDLE, STD_OUTPUT_HANDLE, STD_ERROR_HANDLE};
     return GetStdHandle(kNumbers[stream]);
@@ -75,6 +88,18 @@ bool ReaderHasGone() {
 
 void InstallSignalHandlers() {
     SetConsoleCtrlHandler(TidyUp, TRUE);
+}
+
+void CountInterrupts() {
+    SetConsoleCtrlHandler(Count, TRUE);
+}
+
+int InterruptCount() {
+    return interruptCount;
+}
+
+int RequestedEndStatus() {
+    return requestedEndStatus;
 }
 
 void RemoveOnInterrupt(std::filesystem::path const &path) {

@@ -1,0 +1,107 @@
+#include "tests/TemporaryFolder.h"
+#include "tests/diagnostics/ChildRuns.h"
+
+#include "zvi/core/Utf8.h"
+#include "zvi/diagnostics/CRunUtil.h"
+#include "zvi/diagnostics/MProcessMemory.h"
+#include "zvi/host/Environment.h"
+#include "zvi/host/Messages.h"
+#include "zvi/host/UserValues.h"
+#include "zvi/text/IMSGPrinter.h"
+#include "zvi/text/MFileCtrl.h"
+
+#include <gtest/gtest.h>
+
+#include <thread>
+
+namespace zvi::lib::test {
+
+using zvi::test::TemporaryFolder;
+
+TEST(CRunUtil, RunsAProgramInItsFolder) {
+    TemporaryFolder const folder;
+    std::wstring const here = host::CurrentFolder();
+    std::vector<std::uintptr_t> enabled;
+    host::SetMainWindow([&](std::uint32_t message, std::uintptr_t first, std::intptr_t) {
+        EXPECT_EQ(message, host::kEnableMessage);
+        enabled.push_back(first);
+        return std::intptr_t{0};
+    });
+    EXPECT_EQ(CRunUtil::Instance(), nullptr);
+    {
+        CRunUtil const util;
+        EXPECT_EQ(CRunUtil::Instance(), &util);
+        // A program whose path has blanks, without quotes.
+        std::filesystem::path const program = folder.Native("my programs/child a.exe");
+        std::filesystem::create_directory(program.parent_path());
+        std::filesystem::copy_file(std::filesystem::path(ZVI_TEST_CHILD), program);
+        CString path = host::LibraryPath(program).c_str();
+        CString arguments = L"touch \"made here\"";
+        EXPECT_EQ(util.Run(path, arguments, 0, 1), 1);
+        EXPECT_TRUE(std::filesystem::exists(folder.Native("my programs/made here")));
+        EXPECT_EQ(enabled, (std::vector<std::uintptr_t>{0, 1}));
+        CString later = L"touch later";
+        EXPECT_EQ(util.Run(path, later, 0, 0), 1);
+        while (!std::filesystem::exists(folder.Native("my programs/later")))
+            std::this_thread::yield();
+        CString nothing = folder.Path("nothing").c_str();
+        EXPECT_EQ(util.Run(nothing, arguments, 0, 1), 0);
+    }
+    EXPECT_EQ(CRunUtil::Instance(), nullptr);
+    EXPECT_EQ(host::CurrentFolder(), here);
+    host::SetMainWindow({});
+}
+
+TEST(CRunUtil, SetsTheEnvironmentOfTheConverter) {
+    CRunUtil().SetConvertEnvironment();
+    CString const folder = MFileCtrl(host::ModulePath().c_str()).GetFilePath();
+    std::string const base = host::NativePath(folder.GetString()).generic_string();
+    CString capitals = WideOf(base + "Convert/OCC");
+    capitals.MakeUpper();
+    std::string const occ = Utf8Of(capitals);
+    struct Case {
+        char const *name;
+        std::string value;
+    };
+    for (Case const &c : {Case{"CASROOT", occ},
+                          {"CSF_UnitsLexicon", occ + "/UnitsAPI/Lexi_Expr.dat"},
+                          {"CSF_XTDefaults", occ + "/XSTEPResourceAdv"},
+                          {"CSF_GraphicShr", occ + "/TKOpenGl.dll"},
+                          {"STATION", "wnt"},
+                          {"SH_Resources", base + "Convert/resource"},
+                          {"CSF_BatchHealDefaults", base + "Convert/"},
+                          {"MMGT_CLEAR", "1"}}) {
+        std::vector<std::string> told = AllOf(Arguments({"variable", c.name}));
+        std::replace(told[0].begin(), told[0].end(), '\\', '/');
+        EXPECT_EQ(told[0], c.value + "\r") << c.name;
+    }
+}
+
+TEST(MProcessMemory, ReportsGrowthOnceProfilingIsOn) {
+    struct Printer : IMSGPrinter {
+        void ActiveMessageWnd(CDocument *) override {}
+        void ActiveSessionWnd(CDocument *) override {}
+        void MsgClear(CDocument *) override {}
+        void MsgOut(CDocument *, wchar_t const *text) override { told = text; }
+        void MsgOutSamePos(CDocument *, wchar_t const *) override {}
+        void MsgOutError(CDocument *, wchar_t const *) override {}
+        void MsgOutSamePosError(CDocument *, wchar_t const *) override {}
+        void MsgOutWarning(CDocument *, wchar_t const *) override {}
+        void MsgOutSamePosWarning(CDocument *, wchar_t const *) override {}
+        CString told;
+    } printer;
+    TemporaryFolder const folder;
+    host::SetUserValueFolder(folder.Native().string());
+    EXPECT_EQ(MProcessMemory(L"inert").GetMemeryUsageByte(), 0);
+    EXPECT_TRUE(printer.told.IsEmpty());
+    ASSERT_TRUE(host::SetUserValue("Profiling", "yes"));
+    {
+        MProcessMemory const memory(L"block");
+        EXPECT_GT(memory.GetMemeryUsageMegaByte(), 1);
+    }
+    EXPECT_EQ(printer.told.Find(L"block : ("), 0) << Utf8Of(printer.told);
+    EXPECT_GT(printer.told.Find(L" Mb)"), 0);
+    host::SetUserValueFolder("");
+}
+
+} // namespace zvi::lib::test

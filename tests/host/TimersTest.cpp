@@ -1,0 +1,67 @@
+#include "zvi/host/Timers.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace host = zvi::host;
+
+namespace {
+
+using std::chrono::milliseconds;
+
+std::vector<std::uint64_t> called;
+
+void Note(void *window, unsigned int message, std::uint64_t id, unsigned long) {
+    EXPECT_EQ(window, nullptr);
+    EXPECT_EQ(message, host::kTimerMessage);
+    called.push_back(id);
+}
+
+void StopBoth(void *, unsigned int, std::uint64_t id, unsigned long) {
+    called.push_back(id);
+    host::StopTimer(1);
+    host::StopTimer(2);
+}
+
+} // namespace
+
+TEST(Timers, RunWhenTheyAreDue) {
+    called.clear();
+    EXPECT_FALSE(host::NextTimerDue());
+    EXPECT_EQ(host::StartTimer(0, 100, Note), 0U);
+    ASSERT_EQ(host::StartTimer(7, 100, Note), 7U);
+    ASSERT_EQ(host::StartTimer(8, 1000, Note), 8U);
+    auto const now = host::TimerClock::now();
+    EXPECT_LE(host::NextTimerDue(now).value(), milliseconds(100));
+    EXPECT_EQ(host::RunDueTimers(now - milliseconds(1)), 0);
+    // Late ones run once, and are due a period later.
+    auto const later = now + milliseconds(500);
+    EXPECT_EQ(host::NextTimerDue(later), milliseconds(0));
+    EXPECT_EQ(host::RunDueTimers(later), 1);
+    EXPECT_EQ(host::NextTimerDue(later), milliseconds(100));
+    EXPECT_EQ(host::RunDueTimers(later + milliseconds(1000)), 2);
+    EXPECT_EQ(called, (std::vector<std::uint64_t>{7, 7, 8}));
+    EXPECT_TRUE(host::StopTimer(7));
+    EXPECT_FALSE(host::StopTimer(7));
+    EXPECT_TRUE(host::StopTimer(8));
+}
+
+TEST(Timers, MayBeStoppedByOneAnother) {
+    called.clear();
+    host::StartTimer(1, 0, StopBoth);
+    host::StartTimer(2, 0, StopBoth);
+    EXPECT_EQ(host::RunDueTimers(host::TimerClock::now() + milliseconds(1)), 1);
+    EXPECT_FALSE(host::NextTimerDue());
+}
+
+TEST(Timers, GoToTheApplicationThatHasItsOwn) {
+    std::uint64_t stopped = 0;
+    host::SetTimerHook({[](std::uint64_t, unsigned int milliseconds, host::TimerProcedure) { return milliseconds + 5; },
+                        [&](std::uint64_t id) { return stopped = id, true; }});
+    EXPECT_EQ(host::StartTimer(1, 100, Note), 105U);
+    EXPECT_FALSE(host::NextTimerDue());
+    EXPECT_TRUE(host::StopTimer(105));
+    EXPECT_EQ(stopped, 105U);
+    host::SetTimerHook({});
+}
