@@ -2,6 +2,7 @@
 
 #include "zvi/spatial/OcSpaceDetail.h"
 #include "zvi/spatial/tree/NodesDetail.h"
+#include "zvi/spatial/tree/PoolsDetail.h"
 
 namespace zvi::lib {
 
@@ -30,7 +31,9 @@ MOcNode::MOcNode(MOcNode const &other) : m_pool(this, other.m_pool.m_memory, nul
 }
 
 MOcNode &MOcNode::operator=(MOcNode const &other) {
-    m_pool = other.m_pool;
+    if (this == &other)
+        return *this;
+    spatial::Pools<OcSpace>::Assign(m_pool, other.m_pool, other.m_pool.m_memory);
     m_region = other.m_region;
     m_parent = other.m_parent;
     m_tree = other.m_tree;

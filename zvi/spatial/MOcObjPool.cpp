@@ -20,12 +20,12 @@ MOcObjPool::MOcObjPool(MOcNode *node, spatial::Memory<spatial::OcSpace> *memory,
 }
 
 MOcObjPool::MOcObjPool(MOcObjPool const &other) : MOcObjPool() {
-    Pools::Assign(*this, other);
+    Pools::Assign(*this, other, m_memory);
 }
 
 MOcObjPool &MOcObjPool::operator=(MOcObjPool const &other) {
     if (this != &other)
-        Pools::Assign(*this, other);
+        Pools::Assign(*this, other, m_memory);
     return *this;
 }
 

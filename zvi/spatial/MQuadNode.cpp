@@ -4,6 +4,7 @@
 #include "zvi/host/CDC.h"
 #include "zvi/spatial/QuadSpaceDetail.h"
 #include "zvi/spatial/tree/NodesDetail.h"
+#include "zvi/spatial/tree/PoolsDetail.h"
 
 namespace zvi::lib {
 
@@ -32,7 +33,9 @@ MQuadNode::MQuadNode(MQuadNode const &other) : m_pool(this, other.m_pool.m_memor
 }
 
 MQuadNode &MQuadNode::operator=(MQuadNode const &other) {
-    m_pool = other.m_pool;
+    if (this == &other)
+        return *this;
+    spatial::Pools<QuadSpace>::Assign(m_pool, other.m_pool, other.m_pool.m_memory);
     m_region = other.m_region;
     m_parent = other.m_parent;
     m_tree = other.m_tree;

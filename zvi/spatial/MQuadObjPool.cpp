@@ -20,12 +20,12 @@ MQuadObjPool::MQuadObjPool(MQuadNode *node, spatial::Memory<spatial::QuadSpace> 
 }
 
 MQuadObjPool::MQuadObjPool(MQuadObjPool const &other) : MQuadObjPool() {
-    Pools::Assign(*this, other);
+    Pools::Assign(*this, other, m_memory);
 }
 
 MQuadObjPool &MQuadObjPool::operator=(MQuadObjPool const &other) {
     if (this != &other)
-        Pools::Assign(*this, other);
+        Pools::Assign(*this, other, m_memory);
     return *this;
 }
 

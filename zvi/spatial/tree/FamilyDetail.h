@@ -71,10 +71,10 @@ struct alignas(64) Family {
     /// The families of the children's own children, null for leaves. With the region in one cache line, in the plane:
     /// that is what the way down reads.
     Family *families[kCount] = {};
-    /// What stands behind the children's pools.
-    Stock<Space> stocks[kCount];
     /// Where the objects of the parent's pool lie.
     Bands<Space::kDimension> bands;
+    /// What stands behind the children's pools.
+    Stock<Space> stocks[kCount];
 
     /// With the nodes, up to the next cache line.
     static constexpr std::size_t kBytes =

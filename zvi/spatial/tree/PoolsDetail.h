@@ -27,17 +27,19 @@ struct Pools {
             delete pool.m_stock;
     }
 
-    /// The same objects, none of which is trusted in two places.
-    static void Assign(Pool &pool, Pool const &other) {
+    /// The same objects, none of which is trusted in two places, in an array from `memory`.
+    static void Assign(Pool &pool, Pool const &other, Memory<Space> *memory) {
         Stock<Space> const &source = *other.m_stock;
         Stock<Space> objects;
-        objects.Reserve(pool.m_memory, source.Count());
+        if (source.Count() != 0)
+            objects.Reserve(memory, source.Count());
         for (std::size_t i = 0; i < source.End(); ++i) {
             if (source.At(i))
                 objects.Put(source.At(i), kUntrustedCode);
         }
         pool.m_stock->Swap(objects);
         objects.Release(pool.m_memory);
+        pool.m_memory = memory;
         MeetUntrusted(pool);
     }
 

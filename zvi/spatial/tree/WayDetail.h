@@ -20,9 +20,8 @@ public:
         m_siblings = family;
         m_child = child;
         family = family->families[child];
-        // What stands behind the region of a family is asked for along with it.
         if (family)
-            Prefetch(family->stocks, Family<Space>::kCount);
+            Prefetch(family, 1);
     }
 
     /// Goes on to the leaf, or to the inner node none of whose children contains the box.
