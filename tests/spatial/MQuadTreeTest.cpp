@@ -333,6 +333,52 @@ TEST(MQuadTree, ACopyOfANodeSplitsOnItsOwn) {
     EXPECT_EQ(Hits(tree, {-1e3, -1e3, 1e3, 1e3}).size(), 3U);
 }
 
+TEST(MQuadTree, ANodeThatIsAssignedGoesOnWithTheMemoryOfItsSource) {
+    MQuadTree tree(100, 100, 1);
+    MQuadObj own = ObjectAt(1, 1);
+    MQuadNode node;
+    EXPECT_EQ(node.Insert(&own), 0);
+    tree.Insert(1U, Point(0, 0));
+    tree.Insert(2U, Point(-40, -40));
+    node = *tree.GetRoot();
+    EXPECT_EQ(node.GetChild(0), tree.GetRoot()->GetChild(0));
+    MList<MQuadObj *> list;
+    EXPECT_EQ(node.GetIntersectObjList({-50, -50, 50, 50}, list, 0), 2);
+    node.InitClassMembers(); // the children stay the tree's
+    EXPECT_EQ(node.Insert(&own), 0);
+    EXPECT_TRUE(tree.IsConsistent());
+}
+
+TEST(MQuadObjPool, WhatComesAndGoesBehindTheTreesBackIsNoticed) {
+    struct Retired : MQuadObj {
+        Retired() { m_typeAndStatus = 0x2fffffff; }
+    };
+    MQuadTree tree(100, 100, 1);
+    tree.Insert(1U, Point(0, 0));
+    tree.Insert(2U, Point(-40, -40));
+    tree.Insert(3U, Point(40, 40));
+    MQuadNode *const inner = tree.GetRoot()->GetChild(3);
+    ASSERT_FALSE(inner->IsLeaf());
+    MQuadObj added = ObjectAt(10, 10, 77);
+    inner->GetPool().Add(&added);
+    EXPECT_EQ(Hits(tree, Point(10, 10)), Keys{77});
+    MQuadObjPool pool;
+    Retired retired;
+    pool.Add(nullptr);
+    pool.Add(&retired);
+    pool.Add(&added); // the first one, which is retired, leaves
+    EXPECT_EQ(pool.GetCount(), 1);
+    inner->GetPool().RemoveAt(0);
+    EXPECT_EQ(Hits(tree, Point(10, 10)), Keys{});
+    inner->GetPool() = pool;
+    EXPECT_EQ(Hits(tree, Point(10, 10)), Keys{77});
+    pool.RemoveAt(1);
+    EXPECT_EQ(pool.FindFromLast(&added), 0);
+    EXPECT_EQ(pool.FindFromLast(nullptr), -1);
+    EXPECT_EQ(pool.GetAt(-1), nullptr);
+    EXPECT_EQ(pool.GetAt(1), nullptr);
+}
+
 TEST(MQuadTree, DrawsItsLeaves) {
     MQuadTree tree(100, 100, 1);
     Picture picture;
