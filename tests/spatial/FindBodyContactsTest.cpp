@@ -98,12 +98,11 @@ TEST(FindBodyContacts, PutsTrianglesThatHangTogetherIntoOnePatch) {
     EXPECT_EQ(contact.bodies, (std::array{0, 1}));
     EXPECT_EQ(contact.smallestGap, 0.25);
     ASSERT_EQ(contact.patches.size(), 1u) << "joined by the cube on top";
-    bodies.push_back(CubeAt({-1.5, 0, 4.5}));
-    bodies[3].insert(bodies[3].end(), bodies[1].end() - 12, bodies[1].end());
-    BodyContacts const several = FindBodyContacts({bodies[1], bodies[3]}, 0.25);
-    ASSERT_EQ(several.contacts.size(), 1u);
-    EXPECT_EQ(several.contacts[0].patches.size(), 1u) << "a body upon itself";
-    EXPECT_EQ(several.contacts[0].patches[0].areas, (std::array{24.0, 24.0}));
+    EXPECT_EQ(contact.patches[0].areas, (std::array{20.0, 28.0})) << "10 and 14 triangles have a corner or edge there";
+    BodyContacts const apart = FindBodyContacts({bodies[1], CubeAt({-1.5, 2.125, 0}), bodies[1]}, 0.125);
+    ASSERT_EQ(apart.contacts.size(), 3u);
+    EXPECT_EQ(apart.contacts[0].patches.size(), 1u);
+    EXPECT_EQ(apart.contacts[1].patches.size(), 2u) << "two cubes upon themselves";
 }
 
 TEST(FindBodyContacts, AnswersBodiesOfAllKinds) {
