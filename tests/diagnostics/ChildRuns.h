@@ -62,7 +62,7 @@ inline void Pass() {
 /// Passes until it is so.
 inline void PassUntil(std::function<bool()> const &isSo) {
     while (!isSo()) {
-        MProcessMgr::Instance()->WaitForOutput(1000);
+        MProcessMgr::Instance()->WaitForOutput(20);
         Pass();
     }
 }

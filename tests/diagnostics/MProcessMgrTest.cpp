@@ -1,3 +1,4 @@
+#include "tests/FailingMemory.h"
 #include "tests/TemporaryFolder.h"
 #include "tests/diagnostics/ChildRuns.h"
 
@@ -93,7 +94,7 @@ TEST(MProcessMgr, TellsSoManyLinesAPass) {
         Heard heard;
         ASSERT_EQ(RunChildOf(&heard, L"lines 1500", nullptr, manyLines), 0);
         for (std::size_t before = 0; heard.texts.size() < 1000; before = heard.texts.size()) {
-            MProcessMgr::Instance()->WaitForOutput(1000);
+            MProcessMgr::Instance()->WaitForOutput(20);
             Pass();
             // Once the child has ended all that is left is told.
             if (heard.hasEnded)
@@ -213,6 +214,38 @@ TEST(MProcessMgr, ClosesTheChildrenOfADocument) {
     PassUntil([&] { return other.hasEnded; });
     EXPECT_EQ(other.texts, (Texts{"0\r", "!Exit:0"}));
     EXPECT_EQ(silent.texts, Texts{"0\r"});
+}
+
+/// The memory of the application's thread runs short at each of its allocations in turn.
+TEST(MProcessMgr, TellsAllInTheEndWhenMemoryRunsShort) {
+    if (!FailingMemory::IsPossible())
+        GTEST_SKIP() << "allocations cannot be made to fail here";
+    for (Shortage const shortage : {Shortage::kOnce, Shortage::kLasting}) {
+        bool hasFailed = true;
+        for (long index = 0; hasFailed; ++index) {
+            struct Counting : MProcessCommunicator {
+                Counting() { SetSelfDelete(0); }
+                void OnProcessMsg(wchar_t const *text) override { ++(*text == L'!' ? ends : lines); }
+                int lines = 0;
+                int ends = 0;
+            } counting;
+            int result = 0;
+            std::wstring const program = ChildProgram();
+            {
+                FailingMemory const memory(index, shortage);
+                result = MProcessMgr::Instance()->Run(program.c_str(), L"flood 5000 bytes 0d61620a lines 150", L"", 0,
+                                                      1, &counting, 0, 0, nullptr);
+                for (int pass = 0; pass < 3 && result == 0; ++pass) {
+                    MProcessMgr::Instance()->WaitForOutput(20);
+                    Pass();
+                }
+                hasFailed = memory.HasFailed();
+            }
+            ASSERT_TRUE(result == 0 || result == -3) << result;
+            PassUntil([&] { return counting.IsAlive() == 0 && (result != 0 || counting.ends == 2); });
+            ASSERT_EQ(counting.lines, result == 0 ? 151 : 0) << "allocation " << index;
+        }
+    }
 }
 
 /// Whatever a communicator does while it is told something.
