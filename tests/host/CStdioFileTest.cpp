@@ -127,9 +127,11 @@ TEST(MessageBox, GoesThroughTheHandlerThatIsInstalled) {
     ShowMessageBox(nullptr);
     SetMessageBox({});
     EXPECT_EQ(shown, L"a+b+");
+#ifndef _WIN32 // where a box would wait for somebody
     testing::internal::CaptureStderr();
     ShowMessageBox(L"caf\xE9");
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "caf\xC3\xA9\n");
+#endif
 }
 
 } // namespace zvi::host::test

@@ -33,6 +33,9 @@ std::string Banner(std::string const &address) {
     return rule + "\n Log Information\n\n " + address + " for more details information.\n\n" + rule + "\n";
 }
 
+/// Share modes hold on Windows alone, where a log is for its writer as long as it is open.
+bool const kCanBeReadMeanwhile = host::LineEnd().size() == 1;
+
 class TimedLog : public MWriteLog {
 public:
     using MWriteLog::GetTimeString;
@@ -51,13 +54,17 @@ TEST(MWriteLog, WritesItsLines) {
     MWriteLog::SetSiteAddress(L"www.example.org");
     ASSERT_TRUE(log.StartLog(path));
     MWriteLog::SetSiteAddress(L"");
-    EXPECT_EQ(LogText(folder, "l.log"), Banner("www.example.org")) << "every write is flushed";
+    if (kCanBeReadMeanwhile) {
+        EXPECT_EQ(LogText(folder, "l.log"), Banner("www.example.org")) << "every write is flushed";
+    }
     EXPECT_TRUE(log.WriteMsg(L"A", L"100 %d"));
     EXPECT_TRUE(log.WriteWarning(L"A", L"B"));
     EXPECT_TRUE(log.WriteError(L"A", L""));
     EXPECT_TRUE(log.Write(L"%d%% ", 50));
     log.WriteLine(L"%d");
     std::string const lines = "[Message][A] : 100 %d\n[Warning][A] : B\n[Error][A] : \n50% %d\n";
+    if (!kCanBeReadMeanwhile)
+        log.EndLog();
     EXPECT_EQ(LogText(folder, "l.log"), Banner("www.example.org") + lines);
     ASSERT_TRUE(log.StartLog(path)) << "begins anew";
     log.EndLog();

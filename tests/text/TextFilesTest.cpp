@@ -206,7 +206,7 @@ TEST(CTextFileWithBuffer, WritesUtf16WithMarkAndCarriageReturns) {
     CUnicodeTextFileWithBuffer direct;
     ASSERT_TRUE(direct.Open(folder.Path("d").c_str(), CFile::kWrite | CFile::kCreate));
     direct.Write(L"a\n");
-    direct.Write(L"\x1F600");
+    direct.Write(L"\U0001F600");
     direct.Close();
     EXPECT_EQ(folder.Read("d"), Utf16(L"\xFEFF"
                                       L"a\r\n\xD83D\xDE00"));

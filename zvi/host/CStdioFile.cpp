@@ -80,10 +80,11 @@ std::size_t CStdioFile::ReadBytes(void *buffer, std::size_t count) {
         RaiseNotOpen();
     errno = 0;
     std::size_t const read = std::fread(buffer, 1, count, m_pStream);
-    if (read == 0 && std::ferror(m_pStream)) {
+    // A stream that is open for writing alone does not tell of an error everywhere.
+    if (read == 0 && count > 0 && !std::feof(m_pStream)) {
         int const error = errno;
         std::clearerr(m_pStream);
-        RaiseStreamError(error);
+        RaiseStreamError(error ? error : EBADF);
     }
     return read;
 }
