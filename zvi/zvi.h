@@ -105,6 +105,7 @@
 #include "zvi/host/UnicodeStream.h"
 #include "zvi/host/UserValues.h"
 #include "zvi/host/WorkerThread.h"
+#include "zvi/host/tagRECT.h"
 
 #include "zvi/interface/IProgressBar.h"
 #include "zvi/interface/IUnitCtrl.h"

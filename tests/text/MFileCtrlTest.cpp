@@ -23,6 +23,15 @@ struct Way {
     wchar_t const *way; ///< null for none
 };
 
+/// A surface on which every character is 10 wide.
+class TypeWriter : public CDC {
+public:
+    void *SelectHollowBrush() override { return nullptr; }
+    void SelectBrush(void *) override {}
+    void Rectangle(int, int, int, int) override {}
+    int TextWidth(wchar_t const *text) override { return 10 * CString(text).GetLength(); }
+};
+
 constexpr Way kWays[] = {
     {L"C:\\a\\b\\f.txt", L"C:\\a\\c\\d.txt", L"..\\c\\d.txt"},
     {L"C:\\a\\f", L"C:\\a\\x", L".\\x"},
@@ -80,8 +89,12 @@ TEST(MFileCtrl, ShortensAPathFromItsMiddle) {
              {17, L"C:\\...\\f.txt"},
              {11, L"f.txt"},
              {0, L"f.txt"},
-         })
+         }) {
         EXPECT_EQ(file.GetAbbPathNameExt(row.most), row.path) << row.most;
+        TypeWriter paper;
+        tagRECT rectangle{5, 0, 5 + 10 * row.most, 20};
+        EXPECT_EQ(file.GetAbbPathNameExt(&paper, &rectangle), row.path) << row.most;
+    }
     EXPECT_EQ(MFileCtrl(L"C:\\longer.txt").GetAbbPathNameExt(5), L"longer.txt");
 }
 

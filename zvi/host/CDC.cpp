@@ -1,3 +1,7 @@
 #include "zvi/host/CDC.h"
 
 CDC::~CDC() = default;
+
+int CDC::TextWidth(wchar_t const *) {
+    return 0;
+}

@@ -17,6 +17,9 @@ public:
     /// Draws a rectangle with two opposite corners, in units of the surface.
     virtual void Rectangle(int x1, int y1, int x2, int y2) = 0;
 
+    /// Columns of the surface that a line of text takes. A surface that does not measure texts gives 0.
+    virtual int TextWidth(wchar_t const *text);
+
 protected:
     CDC() = default;
     CDC(CDC const &) = default;

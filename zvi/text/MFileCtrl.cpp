@@ -116,13 +116,23 @@ CString MFileCtrl::GetFileExt() const {
 }
 
 CString MFileCtrl::GetAbbPathNameExt(int maxLength) const {
+    return Shortened([maxLength](CString const &path) { return path.GetLength() <= maxLength; });
+}
+
+CString MFileCtrl::GetAbbPathNameExt(CDC *surface, tagRECT *rectangle) const {
+    long long const width = host::WidthOf(*rectangle);
+    return Shortened([surface, width](CString const &path) { return surface->TextWidth(path) <= width; });
+}
+
+/// Leaves out one folder more until it fits.
+CString MFileCtrl::Shortened(std::function<bool(CString const &)> const &fits) const {
     CString const file = GetFileNameExt();
     CString path = m_folder + file;
     int const first = m_folder.Find(L'\\');
     int next = first < 0 ? -1 : m_folder.Find(L'\\', first + 1);
-    for (; path.GetLength() > maxLength && next >= 0; next = m_folder.Find(L'\\', next + 1))
+    for (; !fits(path) && next >= 0; next = m_folder.Find(L'\\', next + 1))
         path = m_folder.Left(first + 1) + L"..." + m_folder.Mid(next) + file;
-    return path.GetLength() > maxLength ? file : path;
+    return fits(path) ? path : file;
 }
 
 int MFileCtrl::FileExists() const {

@@ -3,10 +3,13 @@
 #include "zvi/Export.h"
 #include "zvi/core/CString.h"
 #include "zvi/core/MArray.h"
+#include "zvi/host/CDC.h"
 #include "zvi/host/CFileStatus.h"
+#include "zvi/host/tagRECT.h"
 #include "zvi/text/TextEncoding.h"
 
 #include <cstdint>
+#include <functional>
 
 namespace zvi::lib {
 
@@ -40,6 +43,8 @@ public:
     /// The path for a display of at most `maxLength` units: its middle folders become "...", from the front on, as in
     /// "C:\...\plans\floor.dxf"; where that does not suffice, the name and extension alone, however long.
     CString GetAbbPathNameExt(int maxLength) const;
+    /// The same for the width of a rectangle on a surface, which measures the text; neither is null.
+    CString GetAbbPathNameExt(CDC *surface, tagRECT *rectangle) const;
 
     /// Whether the path leads to a file or folder.
     int FileExists() const;
@@ -85,6 +90,8 @@ public:
     static int GetTextFileEncodingInfo(wchar_t const *path, TEXT_ENCODING &type);
 
 private:
+    CString Shortened(std::function<bool(CString const &)> const &fits) const;
+
     CString m_folder; ///< with its backslash
     CString m_name;
     CString m_extension; ///< without a dot

@@ -55,14 +55,16 @@ public:
     explicit operator bool() const { return m_number >= 0; }
     int Number() const { return m_number; }
 
-    /// Whether this process, and no other, holds the file, and the path is still its own.
-    bool Holds(std::string const &path) const {
+    /// Whether the path still leads to this file.
+    bool IsAt(std::string const &path) const {
         struct stat own {};
         struct stat there {};
-        return ::flock(m_number, LOCK_EX | LOCK_NB) == 0 && ::fstat(m_number, &own) == 0 &&
-               ::lstat(path.c_str(), &there) == 0 && S_ISREG(there.st_mode) && own.st_dev == there.st_dev &&
-               own.st_ino == there.st_ino;
+        return ::fstat(m_number, &own) == 0 && ::lstat(path.c_str(), &there) == 0 && S_ISREG(there.st_mode) &&
+               own.st_dev == there.st_dev && own.st_ino == there.st_ino;
     }
+
+    /// Whether this process, and no other, holds the file, and the path is still its own.
+    bool Holds(std::string const &path) const { return ::flock(m_number, LOCK_EX | LOCK_NB) == 0 && IsAt(path); }
 
     std::error_code Write(std::string_view content) const {
         while (!content.empty()) {
@@ -117,8 +119,12 @@ std::error_code OpenBeside(std::string const &target, std::string &beside, OpenF
         file = OpenFile(beside, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, kNewFile);
         if (!file && errno != EEXIST)
             return Failure(errno);
-        if (file && file.Holds(beside))
+        // Nobody else makes a name of this process's own.
+        if (file && (i != 0 || file.Holds(beside)))
             return {};
+        // There are file systems without locks.
+        if (file && file.IsAt(beside))
+            ::unlink(beside.c_str());
         beside = target + '.' + std::to_string(::getpid()) + '.' + std::to_string(count++) + kBesideSuffix;
     }
     return Failure(EEXIST);

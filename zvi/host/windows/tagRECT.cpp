@@ -1,0 +1,11 @@
+#include "zvi/host/tagRECT.h"
+
+#include "zvi/host/windows/WindowsHeader.h"
+
+namespace zvi::host {
+
+long long WidthOf(tagRECT const &rectangle) {
+    return static_cast<long long>(rectangle.right) - rectangle.left;
+}
+
+} // namespace zvi::host
