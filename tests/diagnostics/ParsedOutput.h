@@ -20,7 +20,7 @@ inline void TakeAll(diagnostics::ProcessMessages &messages, Texts &texts) {
         texts.emplace_back();
         for (wchar_t const unit : text)
             texts.back() += static_cast<char>(unit);
-        texts.back() += "<" + std::to_string(about.back) + " " + std::string(about.bytes);
+        texts.back().append("<").append(std::to_string(about.back)).append(" ").append(about.bytes);
     }
     messages.Clear();
 }
@@ -71,7 +71,8 @@ inline Texts ParsedByTheRules(std::string const &output) {
         start = i + 1;
         bool const isBlank = text.find_first_not_of(" \t\n\v\f\r") == text.npos;
         std::string const kept = pending.substr(0, pending.size() - std::min(carry, pending.size()));
-        std::string const source = "<" + (hasReturned ? "-1" : std::to_string(carry)) + " " + own;
+        std::string source = "<";
+        source.append(hasReturned ? "-1" : std::to_string(carry)).append(" ").append(own);
         if (isLine) {
             if (carry < 1)
                 texts.push_back(text + source);
