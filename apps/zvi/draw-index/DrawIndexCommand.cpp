@@ -11,12 +11,22 @@
 #include "apps/zvi/draw-index/DrawIndexOptions.h"
 #include "apps/zvi/draw-index/IndexPicture.h"
 
+#include <cmath>
+
 namespace zvi::app {
 
 namespace {
 
 std::string ShownName(std::string const &file) {
     return file == "-" ? "standard input" : file;
+}
+
+/// Whether the root region has finite sides, and there is one.
+bool CanBeDrawn(lib::MQuadTree const &tree) {
+    if (!tree.GetRoot())
+        return false;
+    lib::MQuadMBR2D const &region = tree.GetRoot()->GetRegion();
+    return std::isfinite(region.maxX - region.minX) && std::isfinite(region.maxY - region.minY);
 }
 
 std::string TotalsText(IndexTotals const &totals) {
@@ -42,6 +52,8 @@ int DrawIndex(Console &console, DrawIndexOptions const &options) {
         throw InputError(0, "holds no curves to index; 'zvi domains' tells what was left out, and why");
     progress.Step("indexing " + std::to_string(input.curves.size()) + " curves");
     auto const tree = MakeCurveIndex(input.curves, options.capacity);
+    if (!CanBeDrawn(*tree))
+        throw InputError(0, "has coordinates that are too large for a picture");
     IndexTotals const totals = TotalsOf(*tree);
     progress.Step("writing");
     std::string const title = options.file == "-" ? ShownName("-") : NameOf(PathOf(options.file).filename());
@@ -54,7 +66,8 @@ int DrawIndex(Console &console, DrawIndexOptions const &options) {
     std::size_t const leftOut = input.curves.size() - totals.inLeaves - totals.inInner;
     if (leftOut != 0)
         TellFailure(console, ShownName(options.file), 0,
-                    std::to_string(leftOut) + " curves have coordinates that the index cannot take; left out");
+                    std::to_string(leftOut) + " of " + std::to_string(input.curves.size()) +
+                        " curves left out: their coordinates are too large for the index");
     return WriteResult(console, TotalsText(totals));
 }
 

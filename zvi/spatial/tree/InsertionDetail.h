@@ -153,10 +153,11 @@ private:
             return Contains(Of::RegionOf(node), box);
         for (Box region = Of::RegionOf(node); !Contains(region, box); region = Of::RegionOf(node)) {
             if (!Of::FamilyOf(node) && HasRoom(Of::StockOf(node), Of::InfoOf(node).capacity)) {
-                bool const isGrown = ExtendRegion(region, box);
+                if (!ExtendRegion(region, box))
+                    return false;
                 Of::SetRegion(node, region);
                 Of::StockOf(node).Recode(region, Of::BoxOf);
-                return isGrown;
+                return true;
             }
             if (!CanDouble(region))
                 return false;

@@ -67,6 +67,15 @@ TEST(DrawIndex, DrawsEachLeafAndEachCurve) {
     EXPECT_GT(CountOf(svg, "<rect class=\"leaf\""), 4U);
 }
 
+TEST(DrawIndex, SaysWhatIsTooLarge) {
+    for (char const *curves : {"line 1 -1e308 0 1e308 1\n", "line 1 0 0 1e308 1\nline 2 -1e308 0 1 1\n"}) {
+        RunOutcome const run = RunZvi({"draw-index", "--svg", "zvi_draw_index_none.svg"}, curves);
+        EXPECT_EQ(run.status, kExitBadInput);
+        EXPECT_NE(run.err.find("too large for a picture"), std::string::npos) << run.err;
+        EXPECT_FALSE(std::filesystem::exists("zvi_draw_index_none.svg"));
+    }
+}
+
 TEST(DrawIndex, RefusesWhatItCannotDo) {
     struct Row {
         std::vector<std::string> words;
