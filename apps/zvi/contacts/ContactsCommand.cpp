@@ -44,7 +44,7 @@ private:
 
 /// What people call the solid: by its file, and by its own name or number where the file has several.
 std::string BodyName(std::string const &file, StlFile const &stl, std::size_t solid) {
-    std::string const base = file == "-" ? "standard input" : DecodeDxfText(NameOf(PathOf(file).stem()), "");
+    std::string base = file == "-" ? "standard input" : DecodeDxfText(NameOf(PathOf(file).stem()), "");
     if (stl.solids.size() == 1)
         return base;
     std::string const &name = stl.solids[solid].name;

@@ -178,9 +178,10 @@ protected:
                          0.0, std::numeric_limits<std::uint32_t>::max()))
             return false;
         double const cell = m_block.cellSize;
-        for (std::size_t axis = 0; axis < 3; ++axis)
-            m_block.origin[axis] = // the middle cell lies on the middle of the box
-                (minimum[axis] + maximum[axis]) * 0.5 - (m_block.counts[axis] / 2 * cell + cell * 0.5);
+        for (std::size_t axis = 0; axis < 3; ++axis) {
+            int const before = m_block.counts[axis] / 2; // the middle cell lies on the middle of the box
+            m_block.origin[axis] = (minimum[axis] + maximum[axis]) * 0.5 - (before * cell + cell * 0.5);
+        }
         return m_heads.Make(m_block.total);
     }
 
