@@ -3,11 +3,13 @@
 # zvi_target_defaults(TARGET) asks for C++20 with warnings, and fixes the number rules: every expression is evaluated
 # as it is written (no contraction to fused multiply-add, no fast-math), so that results agree on every host.
 
-if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
-  set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type" FORCE)
+# What a project decides for all of its targets is not ours to decide inside another one.
+if(PROJECT_IS_TOP_LEVEL)
+  if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+    set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type" FORCE)
+  endif()
+  set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 endif()
-
-set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
 find_program(ZVI_CCACHE ccache)
 if(ZVI_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)

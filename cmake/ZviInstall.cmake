@@ -28,6 +28,13 @@ install(FILES "${PROJECT_BINARY_DIR}/zviConfig.cmake" "${PROJECT_BINARY_DIR}/zvi
 
 # The pkg-config file finds its prefix from where it lies, so that the installed tree may be moved.
 file(RELATIVE_PATH ZVI_PC_TO_PREFIX "/prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/prefix")
+get_target_property(library_type zvi TYPE)
+if(library_type STREQUAL "STATIC_LIBRARY")
+  set(ZVI_PC_CFLAGS " -DZVI_STATIC")
+  get_target_property(system_libraries zvi ZVI_SYSTEM_LIBRARIES)
+  list(TRANSFORM system_libraries PREPEND " -l")
+  string(JOIN "" ZVI_PC_LIBS ${system_libraries})
+endif()
 configure_file("${PROJECT_SOURCE_DIR}/cmake/zvi.pc.in" "${PROJECT_BINARY_DIR}/zvi.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/zvi.pc" DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 

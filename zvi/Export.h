@@ -1,7 +1,10 @@
 #pragma once
 
-// ZVI_API marks what other programs may call. Symbols are hidden unless they carry it.
-#if defined(_WIN32)
+// ZVI_API marks what other programs may call. Symbols of the shared library are hidden unless they carry it; a static
+// library, which says ZVI_STATIC to whoever uses it, has nothing to mark.
+#if defined(ZVI_STATIC)
+#define ZVI_API
+#elif defined(_WIN32)
 #if defined(ZVI_BUILDING_LIBRARY)
 #define ZVI_API __declspec(dllexport)
 #else

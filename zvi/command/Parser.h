@@ -24,7 +24,7 @@ class CommandGrammar;
 /// Every `Parsing...` entry but `_Parsing` normalises the text (see NormalizeCommandText.h) and puts the start word of
 /// its mode in front. It returns 1 on success and 0 on failure, and leaves the arguments in `GetResult`. After a
 /// failure the result holds what had been added before it. Numbers are computed while the line is read; there is no
-/// syntax tree and no recursion. The grammar stands in CommandGrammarDetail.h.
+/// syntax tree and no recursion.
 ///
 ///     Parser parser;
 ///     double x = 0, y = 0, z = 0;

@@ -20,9 +20,9 @@ enum class DrawingCurveType { kLine, kArc, kCircle };
 struct DrawingCurve {
     unsigned int id = 0;
     DrawingCurveType type = DrawingCurveType::kLine;
-    DrawingPoint start;
-    DrawingPoint end;
-    DrawingPoint center;
+    DrawingPoint start{};
+    DrawingPoint end{};
+    DrawingPoint center{};
     double radius = 0.0;
     bool clockwise = false;
 };
@@ -48,9 +48,9 @@ struct DrawingPiece {
     bool reversed = false;
     double from = 0.0;
     double to = 1.0;
-    DrawingPoint start;
-    DrawingPoint end;
-    DrawingPoint center;
+    DrawingPoint start{};
+    DrawingPoint end{};
+    DrawingPoint center{};
     double radius = 0.0;
     bool clockwise = false;
 };
@@ -82,7 +82,7 @@ struct DrawingLeftover {
 /// A loose end that misses another curve: `curves[0]` ends at `at`, and `curves[1]` passes or ends at `distance` from
 /// it, at most a hundredth of the drawing's size. A join tolerance of `closingTolerance` would close the gap.
 struct DrawingGap {
-    DrawingPoint at;
+    DrawingPoint at{};
     double distance = 0.0;
     unsigned int curves[2] = {0, 0};
     double closingTolerance = 0.0;

@@ -10,7 +10,7 @@ struct CFileStatus {
         normal = 0x00,
         readOnly = 0x01,
         hidden = 0x02,
-        system = 0x04,
+        systemFile = 0x04,
         volume = 0x08,
         directory = 0x10,
         archive = 0x20,

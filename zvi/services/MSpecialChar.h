@@ -5,7 +5,7 @@
 
 namespace zvi::lib {
 
-/// The special characters in texts that the user sees. Each sign stands in one place, the table of MSpecialChar.cpp.
+/// The special characters in texts that the user sees. Each stands in one place, here.
 class ZVI_API MSpecialChar {
 public:
     /// Which sign.

@@ -17,7 +17,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr DWORD kKnownAttributes =
-    CFileStatus::readOnly | CFileStatus::hidden | CFileStatus::system | CFileStatus::directory | CFileStatus::archive;
+    CFileStatus::readOnly | CFileStatus::hidden | CFileStatus::systemFile | CFileStatus::directory | CFileStatus::archive;
 
 std::uint8_t AttributesOf(DWORD attributes) {
     return static_cast<std::uint8_t>(attributes & kKnownAttributes);
