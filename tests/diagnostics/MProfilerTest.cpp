@@ -198,18 +198,16 @@ TEST_F(MProfilerTest, ThePrinterWritesNothingWithoutItsFile) {
     CProfilePrinter printer;
     printer.PrintLine(L"not open");
     printer.Close();
-    {
-        ReportFolder const folder;
-        EXPECT_EQ(printer.Open(), 1);
-        printer.PrintLine(L"%d%s", 1);
-        printer.Close();
-        printer.PrintLine(L"closed");
-        EXPECT_EQ(folder.Text("profile.txt"), "%d%s\n");
-    }
-    host::SetDriveRoot(L'C', std::filesystem::temp_directory_path() / "zvi no such folder");
+    ReportFolder const folder;
+    EXPECT_EQ(printer.Open(), 1);
+    printer.PrintLine(L"%d%s", 1);
+    printer.Close();
+    printer.PrintLine(L"closed");
+    EXPECT_EQ(folder.Text("profile.txt"), "%d%s\n");
+    ReportFolder::SetRoots(folder.Path() / "no such folder");
     EXPECT_EQ(printer.Open(), 0);
+    Calls::Add(L"name", 1);
     { CProfileReporter const silent; }
-    host::SetDriveRoot(L'C', {});
 }
 
 } // namespace zvi::lib::test

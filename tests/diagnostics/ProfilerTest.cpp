@@ -154,41 +154,31 @@ void ProfileAProcess(std::filesystem::path const &folder) {
     std::exit(0);
 }
 
-/// The user's test value, put back at the end. The child of a death test comes through here again.
-class ProfilingDeathTest : public testing::TestWithParam<char const *> {
-protected:
-    ProfilingDeathTest() {
-        GTEST_FLAG_SET(death_test_style, "threadsafe"); // the child loads the library anew
-#ifndef _WIN32
-        ::setenv("XDG_CONFIG_HOME", folder.Path().c_str(), 1);
-#endif
-        before = host::UserValue("Profiling");
-        EXPECT_TRUE(host::SetUserValue("Profiling", GetParam()));
-    }
-    ~ProfilingDeathTest() override {
-        EXPECT_TRUE(host::SetUserValue("Profiling", before));
-#ifndef _WIN32
-        ::unsetenv("XDG_CONFIG_HOME");
-#endif
-    }
-
-    ReportFolder const folder;
-    std::string before;
-};
-
 } // namespace
 
-TEST_P(ProfilingDeathTest, AProcessIsMeasuredFromLoadToExitAsTheUserWants) {
-    EXPECT_EXIT(ProfileAProcess(folder.Path()), testing::ExitedWithCode(0), "");
-    std::string const report = folder.Text("profile.txt");
-    bool const isEnabled = std::string(GetParam()) == "yes";
-    EXPECT_EQ(Lines(report).size(), isEnabled ? 2u : 0u);
-    EXPECT_EQ(report.find("\na.cpp(1) measured : 1, ") != std::string::npos, isEnabled);
-    std::string const written = folder.Text("PROF.csv");
-    EXPECT_EQ(Lines(written).size(), 3u);
-    EXPECT_NE(written.find("\n     written, "), std::string::npos);
+TEST(ProfilingDeathTest, AProcessIsMeasuredFromLoadToExitAsTheUserWants) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe"); // the child loads the library anew, and comes through here again
+    ReportFolder const folder;
+#ifndef _WIN32
+    ::setenv("XDG_CONFIG_HOME", folder.Path().c_str(), 1);
+#endif
+    std::string const before = host::UserValue("Profiling");
+    for (std::string const value : {"no", "Yes", "", "yes"}) {
+        EXPECT_TRUE(host::SetUserValue("Profiling", value));
+        EXPECT_EXIT(ProfileAProcess(folder.Path()), testing::ExitedWithCode(0), "");
+        if (testing::internal::InDeathTestChild())
+            continue;
+        std::string const report = folder.Text("profile.txt");
+        EXPECT_EQ(Lines(report).size(), value == "yes" ? 2u : 0u);
+        EXPECT_EQ(report.find("\na.cpp(1) measured : 1, ") != std::string::npos, value == "yes");
+        std::string const written = folder.Text("PROF.csv");
+        EXPECT_EQ(Lines(written).size(), 3u);
+        EXPECT_NE(written.find("\n     written, "), std::string::npos);
+    }
+    EXPECT_TRUE(host::SetUserValue("Profiling", before));
+#ifndef _WIN32
+    ::unsetenv("XDG_CONFIG_HOME");
+#endif
 }
-
-INSTANTIATE_TEST_SUITE_P(Values, ProfilingDeathTest, testing::Values("yes", "no", "Yes", ""));
 
 } // namespace zvi::lib::test

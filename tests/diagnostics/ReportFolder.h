@@ -1,28 +1,16 @@
 #pragma once
 
-#include "zvi/host/Paths.h"
+#include "tests/TemporaryFolder.h"
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <string>
+#include <algorithm>
 
 namespace zvi::lib::test {
 
-/// An empty folder that stands for the drives C: and X: as long as it lives.
+/// A folder of the test that stands for the drives C: and X: as long as it lives.
 class ReportFolder {
 public:
-    ReportFolder() {
-        std::filesystem::remove_all(m_folder);
-        std::filesystem::create_directories(m_folder);
-        SetRoots(m_folder);
-    }
-    ~ReportFolder() {
-        SetRoots({});
-        std::filesystem::remove_all(m_folder);
-    }
+    ReportFolder() { SetRoots(m_folder.Native()); }
+    ~ReportFolder() { SetRoots({}); }
     ReportFolder(ReportFolder const &) = delete;
     ReportFolder &operator=(ReportFolder const &) = delete;
 
@@ -31,16 +19,17 @@ public:
         host::SetDriveRoot(L'X', folder);
     }
 
-    std::filesystem::path const &Path() const { return m_folder; }
+    std::filesystem::path Path() const { return m_folder.Native(); }
 
     /// What stands in a file, with LF at the ends of lines; empty when there is none.
     std::string Text(char const *file) const {
-        std::ifstream stream(m_folder / file);
-        return {std::istreambuf_iterator<char>(stream), {}};
+        std::string text = m_folder.Read(file);
+        text.erase(std::remove(text.begin(), text.end(), '\r'), text.end());
+        return text;
     }
 
 private:
-    std::filesystem::path const m_folder = std::filesystem::temp_directory_path() / "zvi reports";
+    zvi::test::TemporaryFolder m_folder;
 };
 
 } // namespace zvi::lib::test

@@ -1,31 +1,21 @@
 #include "zvi/services/MTestEnvMgr.h"
 
+#include "tests/TemporaryFolder.h"
 #include "zvi/host/UserValues.h"
 
-#include <gtest/gtest.h>
-
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <string>
 
 namespace zvi::lib::test {
 
 namespace {
 
-/// Keeps the user's values in a folder of the test, which begins empty and goes with it.
+/// Keeps the user's values in a folder of the test.
 struct MTestEnvMgrTest : testing::Test {
-    MTestEnvMgrTest() {
-        std::filesystem::remove_all(folder);
-        host::SetUserValueFolder(folder.string());
-    }
-    ~MTestEnvMgrTest() override {
-        host::SetUserValueFolder("");
-        std::filesystem::remove_all(folder);
-    }
+    MTestEnvMgrTest() { host::SetUserValueFolder(folder.string()); }
+    ~MTestEnvMgrTest() override { host::SetUserValueFolder(""); }
 
-    std::filesystem::path const folder = std::filesystem::temp_directory_path() / "zvi test values";
+    zvi::test::TemporaryFolder const temporary;
+    std::filesystem::path const folder = temporary.Native("values");
 };
 
 } // namespace
@@ -46,7 +36,7 @@ TEST_F(MTestEnvMgrTest, AValueIsWhatWasStoredLast) {
 TEST_F(MTestEnvMgrTest, AFileOfAnyEditorIsRead) {
     std::filesystem::create_directories(folder);
     for (char const *text : {"yes", "yes\n", "yes\r\n"}) {
-        std::ofstream(folder / "Profiling", std::ios::binary) << text;
+        temporary.Write("values/Profiling", text);
         EXPECT_EQ(MTestEnvMgr::GetTestEnvST(L"Profiling"), CString(L"yes"));
     }
     std::filesystem::create_directories(folder / "folder");

@@ -24,8 +24,8 @@ extern ZVI_API std::uint32_t const _globalUIUpdateMessage;
 /// change, and the labels to print.
 ///
 /// A value of a quantity kind comes in by multiplying by the factor of its kind and goes out by dividing. Factors are
-/// computed once per change of units; a conversion reads an array and multiplies. zvi/units/UnitKinds.h names the kinds,
-/// zvi/units/UnitTables.h lists their labels. A kind outside 0..128 or without a formula has the factor 1.0.
+/// computed once per change of units; a conversion reads an array and multiplies. zvi/units/UnitKinds.h names the
+/// kinds, zvi/units/UnitTables.h lists their labels. A kind outside 0..128 or without a formula has the factor 1.0.
 ///
 /// A unit index outside 0..9 finds the factor 1.0 and an empty name; nothing here fails or throws. Construct, set the
 /// neutral unit if it is not mm, call `Initialize`, then change units as often as you like. One thread per object.

@@ -16,8 +16,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr DWORD kKnownAttributes =
-    CFileStatus::readOnly | CFileStatus::hidden | CFileStatus::systemFile | CFileStatus::directory | CFileStatus::archive;
+constexpr DWORD kKnownAttributes = CFileStatus::readOnly | CFileStatus::hidden | CFileStatus::systemFile |
+                                   CFileStatus::directory | CFileStatus::archive;
 
 std::uint8_t AttributesOf(DWORD attributes) {
     return static_cast<std::uint8_t>(attributes & kKnownAttributes);
