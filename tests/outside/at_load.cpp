@@ -28,5 +28,11 @@ int main() {
     MProfileMgr::PrintST(&printer);
     Check(printer.lines == 2, "profiling is not on, though the user's test value says so");
     MProfileMgr::StopProfilingST();
+
+    Check(MOptionDB::Instance()->GetOptData(OptionGenTol::kCategory), "the general tolerances are no options");
+    Check(MOptionDB::Instance()->GetOptData(OptionAnalCtrl::kCategory),
+          "the control values of an analysis are no options");
+    Check(MTolerance::GetRegardAsZero() == 1e-10, "the tolerances have no defaults");
+    Check(_globalUIUpdateMessage != 0, "the message of a change of units has no number");
     return failures;
 }
