@@ -44,13 +44,12 @@ std::vector<Stretch const *> StretchesOf(Network const &network) {
 
 CandidatePairs::CandidatePairs(Network const &network, double reach)
     : m_network(network), m_reach(reach), m_edgeCount(static_cast<int>(network.edges.size())),
-      m_index(StretchesOf(network), 0.5 * reach) {
-    if (!m_index.IsCrowded()) {
+      m_index(StretchesOf(network), 0.5 * reach, [&] {
+          m_families = CurveFamilies(network, reach);
+          return m_families.FamilyOfEdges();
+      }) {
+    if (!m_index.IsCrowded())
         FindAll();
-        return;
-    }
-    m_families = CurveFamilies(network, reach);
-    m_index.SetGroups(m_families.FamilyOfEdges());
 }
 
 void CandidatePairs::FindAll() {
@@ -103,6 +102,7 @@ void CandidatePairs::FindNeighbours(int owner, Box const &box) {
     std::erase_if(m_partners, [&](int other) {
         return other == owner || isFar(other) || AreApart(own, m_network.edges[Index(other)], m_reach);
     });
+    m_index.Arrange(m_partners);
     auto const higher = std::stable_partition(m_partners.begin(), m_partners.end(), [&](int i) { return i < owner; });
     std::sort(m_partners.begin(), higher);
 }

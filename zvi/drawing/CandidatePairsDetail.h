@@ -41,14 +41,14 @@ private:
 
     Network const &m_network;
     double m_reach;
-    int m_edgeCount; ///< without connectors
+    int m_edgeCount;          ///< without connectors
+    CurveFamilies m_families; ///< where boxes crowd
     StretchIndex m_index;
     std::vector<EdgePair> m_pairs;     ///< all, where boxes do not crowd
     std::vector<std::size_t> m_begins; ///< of each edge, where those of which it is the first begin, and the end
     /// By the second edge: the first edges of its pairs, and where those of each begin.
     std::vector<int> m_firsts;
     std::vector<std::size_t> m_firstBegins;
-    CurveFamilies m_families;
     std::vector<int> m_partners; ///< found last
 };
 

@@ -22,6 +22,10 @@ constexpr int kVotes = 4;
 /// Lines that pass a common point by more than this share of rounding do not go through it.
 constexpr double kOffPoint = 0.25;
 
+/// What rounding may throw off the computed crossing of two lines at a right angle, by each of them, as a share of what
+/// it accounts for in a coordinate; and as a share of the snap distance how far off it may be to give the same place.
+constexpr double kComputed = 0x1p-4, kSamePlace = 0.45;
+
 enum class Kind { kParallel, kConcentric, kFromPlace, kThroughPoint };
 
 /// What the members of a family have in common: their direction, their centre, or a place or point they leave.
@@ -251,8 +255,8 @@ private:
     void AddHalf(DrawingPoint end, Stretch const &line, std::vector<Box> &boxes) const {
         DrawingPoint const half = end - m_trait.at;
         double const angle = std::atan2(half.y, half.x);
-        double const miss = m_rounding + 2.0 * DistanceFromLine(line, m_trait.at);
-        double const grown = std::max(AngleOf(m_reach, Length(half)), AngleOf(miss, 0.25 * m_snap));
+        double const miss = kComputed * m_rounding + DistanceFromLine(line, m_trait.at);
+        double const grown = std::max(AngleOf(m_reach, Length(half)), AngleOf(miss, kSamePlace * m_snap));
         AddTurns(angle - grown, angle + grown, 0.0, 0.0, boxes);
     }
 

@@ -8,17 +8,18 @@ namespace zvi::lib::drawing {
 namespace {
 
 /// Boxes crowd when each meets more than so many others on average.
-constexpr std::size_t kCrowd = 512;
+constexpr double kCrowd = 512;
 
 /// Boxes that are looked at to tell whether all of them crowd.
 constexpr std::size_t kSamples = 256;
 
-/// Parts of a stretch of mean extent, and of one at most.
-constexpr double kParts = 16.0, kMostParts = 64.0;
+/// Parts of a stretch of mean extent: this share of the root of what a box meets. Parts of one at most.
+constexpr double kPartsOfRoot = 0.15, kMostParts = 128.0;
 
-bool DoCrowd(std::vector<Box> const &boxes, BoxIndex const &index) {
-    if (boxes.size() <= kCrowd)
-        return false;
+/// How many boxes each one meets, on average of some.
+double CrowdOf(std::vector<Box> const &boxes, BoxIndex const &index) {
+    if (static_cast<double>(boxes.size()) <= kCrowd)
+        return 0.0;
     std::vector<int> found;
     std::size_t const step = (boxes.size() + kSamples - 1) / kSamples;
     std::size_t looks = 0, meetings = 0;
@@ -26,7 +27,7 @@ bool DoCrowd(std::vector<Box> const &boxes, BoxIndex const &index) {
         index.Find(boxes[i], found);
         meetings += found.size();
     }
-    return meetings > kCrowd * looks;
+    return static_cast<double>(meetings) / static_cast<double>(looks);
 }
 
 /// Side of the square that covers as much as the box.
@@ -44,19 +45,22 @@ std::vector<Box> BoxesOf(std::vector<Stretch const *> const &stretches, double b
     return boxes;
 }
 
-StretchIndex::StretchIndex(std::vector<Stretch const *> const &stretches, double grown)
+StretchIndex::StretchIndex(std::vector<Stretch const *> const &stretches, double grown,
+                           std::function<std::vector<int>()> const &groups)
     : m_boxes(BoxesOf(stretches, grown)), m_index(m_boxes), m_order(m_index.Order()), m_ranks(stretches.size()) {
     for (std::size_t rank = 0; rank < m_ranks.size(); ++rank)
         m_ranks[Index(m_order[rank])] = static_cast<int>(rank);
-    if (DoCrowd(m_boxes, m_index))
-        HoldParts(stretches, grown);
+    if (double const crowd = CrowdOf(m_boxes, m_index); crowd > kCrowd) {
+        HoldParts(stretches, grown, kPartsOfRoot * std::sqrt(crowd));
+        PackParts(groups ? groups() : std::vector<int>());
+    }
 }
 
-void StretchIndex::HoldParts(std::vector<Stretch const *> const &stretches, double grown) {
+void StretchIndex::HoldParts(std::vector<Stretch const *> const &stretches, double grown, double partsOfMean) {
     double extents = 0.0;
     for (Box const &box : m_boxes)
         extents += ExtentOf(box);
-    double const partsOfExtent = extents > 0.0 ? kParts * static_cast<double>(m_boxes.size()) / extents : 0.0;
+    double const partsOfExtent = extents > 0.0 ? partsOfMean * static_cast<double>(m_boxes.size()) / extents : 0.0;
     std::vector<Box> parts;
     for (std::size_t i = 0; i < stretches.size(); ++i) {
         m_begins.push_back(parts.size());
@@ -69,17 +73,16 @@ void StretchIndex::HoldParts(std::vector<Stretch const *> const &stretches, doub
     }
     m_begins.push_back(parts.size());
     m_boxes = std::move(parts);
-    m_index = BoxIndex(m_boxes);
     m_isFound.assign(stretches.size(), false);
 }
 
-void StretchIndex::SetGroups(std::vector<int> const &groups) {
+void StretchIndex::PackParts(std::vector<int> groups) {
     std::vector<int> groupsOfParts;
-    groupsOfParts.reserve(m_owners.size());
-    for (int const owner : m_owners)
-        groupsOfParts.push_back(groups[Index(owner)]);
+    if (!groups.empty())
+        for (int const owner : m_owners)
+            groupsOfParts.push_back(groups[Index(owner)]);
     m_index = BoxIndex(m_boxes, groupsOfParts);
-    m_groups = groups;
+    m_groups = std::move(groups);
 }
 
 void StretchIndex::AddOwners(Box const &query, int passedOver, std::vector<int> &out) {
@@ -105,7 +108,6 @@ void StretchIndex::Find(Box const &query, std::vector<int> &out) {
     AddOwners(query, BoxIndex::kNoGroup, out);
     for (int const owner : out)
         m_isFound[Index(owner)] = false;
-    Arrange(out);
 }
 
 void StretchIndex::FindNear(int stretch, std::vector<int> &out) {
@@ -119,7 +121,6 @@ void StretchIndex::FindNear(int stretch, std::vector<int> &out) {
         AddOwners(m_boxes[part], group, out);
     for (int const owner : out)
         m_isFound[Index(owner)] = false;
-    Arrange(out);
 }
 
 } // namespace zvi::lib::drawing

@@ -3,7 +3,7 @@
 #include "zvi/drawing/BoxIndexDetail.h"
 #include "zvi/drawing/StretchDetail.h"
 
-#include <span>
+#include <functional>
 #include <vector>
 
 namespace zvi::lib::drawing {
@@ -15,20 +15,20 @@ std::vector<Box> BoxesOf(std::vector<Stretch const *> const &stretches, double b
 /// the boxes of parts of them, which keep nearer to the stretch itself.
 class StretchIndex {
 public:
-    /// Boxes are grown by `grown`.
-    StretchIndex(std::vector<Stretch const *> const &stretches, double grown);
+    /// Boxes are grown by `grown`. Where they crowd, `groups` is asked for the groups of the stretches, by number:
+    /// FindNear passes over those of the same group.
+    StretchIndex(std::vector<Stretch const *> const &stretches, double grown,
+                 std::function<std::vector<int>()> const &groups = {});
 
     bool IsCrowded() const { return !m_owners.empty(); }
-    /// Lets FindNear pass over the stretches of the same group, by number; only where boxes crowd.
-    void SetGroups(std::vector<int> const &groups);
-    /// Where a stretch stands in the order in which stretches are found.
+    /// Where a stretch stands along a space-filling curve, which depends on the boxes alone.
     int RankOf(int stretch) const { return m_ranks[Index(stretch)]; }
     int AtRank(int rank) const { return m_order[Index(rank)]; }
     /// Brings stretches into that order, each once.
     void Arrange(std::vector<int> &stretches) const;
 
-    /// Fills `out` with the stretches that come near `query`, each once; some that do not are among them. They stand in
-    /// the order of a space-filling curve, which depends on their boxes alone.
+    /// Fills `out` with the stretches that come near `query`, each once; some that do not are among them. Their order
+    /// depends on the stretches alone.
     void Find(Box const &query, std::vector<int> &out);
     /// The same for what comes near a stretch of the index, itself included, and none of its group otherwise.
     void FindNear(int stretch, std::vector<int> &out);
@@ -46,7 +46,8 @@ public:
     }
 
 private:
-    void HoldParts(std::vector<Stretch const *> const &stretches, double grown);
+    void HoldParts(std::vector<Stretch const *> const &stretches, double grown, double partsOfMean);
+    void PackParts(std::vector<int> groups);
     int OwnerOf(int box) const { return IsCrowded() ? m_owners[Index(box)] : box; }
     void AddOwners(Box const &query, int passedOver, std::vector<int> &out);
 
