@@ -111,6 +111,11 @@ void Write(std::string_view bytes) {
     std::fflush(stdout);
 }
 
+void WriteError(std::string const &text) {
+    std::fputs(text.c_str(), stderr);
+    std::fflush(stderr);
+}
+
 std::string BytesOf(std::string const &hexadecimal) {
     std::string bytes;
     for (std::size_t i = 0; i + 1 < hexadecimal.size(); i += 2)
@@ -178,7 +183,7 @@ private:
         if (what == "bytes")
             Write(BytesOf(NextText()));
         else if (what == "errors")
-            std::fputs((NextText() + "\n").c_str(), stderr);
+            WriteError(NextText() + "\n");
         else if (what == "flood")
             Flood(std::stoll(NextText()));
         else if (what == "lines")
