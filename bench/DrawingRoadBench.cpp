@@ -1,7 +1,7 @@
-// The whole road of MakeDrawingDomains on drawings that meet at their ends alone, beside the arrangement of CGAL and the
-// polygonizer of GEOS on the same segments; drawings in which the boxes of most curves meet, which must cost no more
-// than others; and the tests of many points beside GEOS's indexed one. Counters: milliseconds of processor time, the
-// ratio to each peer, the growth exponent against the size before, nanoseconds of a query.
+// The whole road of MakeDrawingDomains on drawings that meet at their ends alone, beside the arrangement of CGAL and
+// the polygonizer of GEOS on the same segments; drawings in which the boxes of most curves meet, which must cost no
+// more than others; and the tests of many points beside GEOS's indexed one. Counters: milliseconds of processor time,
+// the ratio to each peer, the growth exponent against the size before, nanoseconds of a query.
 
 #include "bench/DomainBenchPeers.h"
 
