@@ -1,5 +1,4 @@
 #include "tests/apps/zvi/Run.h"
-#include "tests/apps/zvi/ProgramProcess.h"
 #include "tests/diagnostics/ChildRuns.h"
 
 #include "apps/zvi/run/ChildOutput.h"
