@@ -88,12 +88,13 @@ int MProcessMgr::Run(wchar_t const *program, wchar_t const *arguments, wchar_t c
         object.SetParameters(priority, stopExitCode, manyLines, showWindow);
         object.document = document;
         result = StartWorker(object);
+        if (result == kStarted && !StartTimer())
+            result = kNoThread;
     } catch (std::bad_alloc const &) {
+        result = kNoThread;
         if (!m_slots[slot] && communicator && communicator->IsSelfDelete() != 0)
             delete communicator;
     }
-    if (result == kStarted && !StartTimer())
-        result = kNoThread;
     if (result != kStarted && m_slots[slot])
         Close(slot);
     return result;
