@@ -94,12 +94,18 @@ std::string CompareResults(Drawing const &d, DrawingResult const &a, DrawingResu
     return wrong.str();
 }
 
+DrawingPoint AnyPointOf(DrawingCurve const &c) {
+    return c.type == DrawingCurveType::kLine ? c.start : c.center;
+}
+
 std::string CompareMoved(Drawing const &d, DrawingResult const &result, Dice &dice) {
     Motion motion;
     motion.turn = dice.Chance(0.3) ? 0.5 * kPi * dice.Whole(0, 3) : dice.Real(0.0, 6.28);
     motion.isMirrored = dice.Chance(0.5);
     motion.scale = dice.Chance(0.5) ? 1.0 : std::pow(10.0, dice.Real(-3.0, 3.0));
-    double const size = motion.scale * SizeOf(d.curves);
+    // One that stands far from the origin stays about as far, so that rounding takes nothing of it.
+    DrawingPoint const o = d.curves.empty() ? DrawingPoint() : AnyPointOf(d.curves[0]);
+    double const size = motion.scale * SizeOf(Moved(d.curves, {0.0, false, 1.0, {-o.x, -o.y}}));
     if (d.options.joinTolerance > 1e-6 * SizeOf(d.curves))
         motion.shift = {size * dice.Real(-1e2, 1e2), size * dice.Real(-1e2, 1e2)};
     DrawingOptions options = d.options;

@@ -21,6 +21,9 @@ constexpr double kStray = 2.0;
 /// A probe stands off by this share of what the next curve leaves.
 constexpr double kProbeShare = 0.4;
 
+/// Arcs whose ends are nearer than this share of the drawing turn once or not at all, as the share of the curve says.
+constexpr double kNoTurn = 1e-12;
+
 using Loop = std::vector<DrawingPiece>;
 
 /// How often a closed loop runs around the point, counter-clockwise: chords by a ray to the right, then the segments
@@ -181,10 +184,12 @@ private:
         }
     }
 
+    /// As the record of the piece says; how much of its curve it is settles only whether it turns once or not at all.
     double SweepIn(DrawingPiece const &p) {
+        double const sweep = SweepOf(CurveOf(p));
         DrawingCurve const *const c = m_uses[p.curve].curve;
-        if (!c)
-            return 0.0;
+        if (!c || std::fabs(std::remainder(sweep, 2.0 * kPi)) * p.radius > kNoTurn * m_size)
+            return c ? sweep : 0.0;
         double const whole = c->type == DrawingCurveType::kCircle ? 2.0 * kPi : std::fabs(SweepOf(*c));
         return SweepOf(CurveOf(p), (p.clockwise ? p.from - p.to : p.to - p.from) * whole);
     }
@@ -235,7 +240,8 @@ private:
             return;
         }
         double const whole = SweepOf(*c), rounding = kRounding * m_size + OffCircle(*c);
-        double const allowed = m_options.joinTolerance + rounding;
+        // A duplicate is kept within the tolerance of what bounds in its place, which stands as far from its own curve.
+        double const allowed = (m_options.keepDuplicates ? 2.0 : 1.0) * m_options.joinTolerance + rounding;
         double const starts = Distance(p.start, PointAt(*c, whole, p.reversed ? p.to : p.from));
         double const ends = Distance(p.end, PointAt(*c, whole, p.reversed ? p.from : p.to));
         double const strays = DistanceTo(*c, PointAt(CurveOf(p), sweep, 0.5));

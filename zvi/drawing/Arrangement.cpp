@@ -55,7 +55,7 @@ public:
                             StayNear(a.stretch, b.stretch, crossings.points[0], crossings.points[1], m_network.snap);
         // Curves that keep together between two crossings, or all but cross, touch.
         if (crossings.count == 0 || isLens) {
-            Approach const approach = ApproachOf(a.stretch, b.stretch);
+            Approach const approach = ApproachOf(a.stretch, b.stretch, a.stretch.start - a.stretch.center);
             if (approach.exists && approach.distance < m_network.snap) {
                 AddMeeting(pair, approach.onFirst);
                 return;

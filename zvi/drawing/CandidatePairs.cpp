@@ -25,11 +25,20 @@ bool PartAtPlace(NetworkEdge const &a, NetworkEdge const &b, double distance) {
     return cross * cross > distance * distance * std::max(Dot(u, u), Dot(v, v));
 }
 
+/// Whether two segments keep farther from one another than `distance`.
+bool AreBeside(NetworkEdge const &a, NetworkEdge const &b, double distance) {
+    return !a.stretch.isArc && !b.stretch.isArc &&
+           (IsBeside(a.stretch, b.stretch, distance) || IsBeside(b.stretch, a.stretch, distance));
+}
+
+/// Whether two segments have nothing to do with one another but a shared end.
+bool MeetAtPlaceAlone(NetworkEdge const &a, NetworkEdge const &b, double distance) {
+    return !a.stretch.isArc && !b.stretch.isArc && PartAtPlace(a, b, distance);
+}
+
 /// Whether two edges have nothing to do with one another but a shared end, although their boxes meet.
 bool AreApart(NetworkEdge const &a, NetworkEdge const &b, double distance) {
-    return !a.stretch.isArc && !b.stretch.isArc &&
-           (IsBeside(a.stretch, b.stretch, distance) || IsBeside(b.stretch, a.stretch, distance) ||
-            PartAtPlace(a, b, distance));
+    return AreBeside(a, b, distance) || MeetAtPlaceAlone(a, b, distance);
 }
 
 std::vector<Stretch const *> StretchesOf(Network const &network) {
@@ -90,17 +99,27 @@ void CandidatePairs::FindPairedWith(int owner) {
         m_partners.push_back(m_pairs[k].second);
 }
 
+void CandidatePairs::AddEndingWith(int owner) {
+    NetworkEdge const &own = m_network.edges[Index(owner)];
+    for (int const place : {own.startPlace, own.endPlace})
+        for (std::size_t k = m_endBegins[Index(place)]; k < m_endBegins[Index(place) + 1]; ++k)
+            if (NetworkEdge const &e = m_network.edges[Index(m_ends[k])];
+                m_ends[k] != owner && !AreBeside(own, e, m_reach) && MeetAtPlaceAlone(own, e, m_reach))
+                m_partners.push_back(m_ends[k]);
+}
+
 void CandidatePairs::FindNeighbours(int owner, Box const &box) {
     auto const isFar = [&](int edge) { return !Meet(box, BoxOf(m_network.edges[Index(edge)].stretch)); };
     if (!m_index.IsCrowded()) {
         FindPairedWith(owner);
+        AddEndingWith(owner);
         std::erase_if(m_partners, isFar);
         return;
     }
     m_index.Find(box, m_partners);
     NetworkEdge const &own = m_network.edges[Index(owner)];
     std::erase_if(m_partners, [&](int other) {
-        return other == owner || isFar(other) || AreApart(own, m_network.edges[Index(other)], m_reach);
+        return other == owner || isFar(other) || AreBeside(own, m_network.edges[Index(other)], m_reach);
     });
     m_index.Arrange(m_partners);
     auto const higher = std::stable_partition(m_partners.begin(), m_partners.end(), [&](int i) { return i < owner; });
@@ -116,6 +135,15 @@ std::vector<EdgePair> CandidatePairs::OfConnectors(int first, std::vector<int> c
     base::SortIntoBuckets(
         m_pairs.size(), std::span(m_firstBegins), [&](std::size_t i) { return m_pairs[i].second; },
         [&](std::size_t place, std::size_t i) { m_firsts[place] = m_pairs[i].first; });
+    m_endBegins.assign(m_network.places.Places().size() + 1, 0);
+    m_ends.resize(2 * Index(m_edgeCount));
+    base::SortIntoBuckets(
+        m_ends.size(), std::span(m_endBegins),
+        [&](std::size_t i) {
+            NetworkEdge const &e = m_network.edges[i / 2];
+            return i % 2 == 0 ? e.startPlace : e.endPlace;
+        },
+        [&](std::size_t place, std::size_t i) { m_ends[place] = static_cast<int>(i / 2); });
     PlaceIndex middles(m_reach);
     for (int i = 0; i < static_cast<int>(owners.size()); ++i) {
         int const connector = first + i, owner = owners[Index(i)];

@@ -35,9 +35,11 @@ public:
 private:
     void FindAll();
     void FindPartners(int edge);
-    /// The edges that come near `box` and near the edge `owner`, those with lower numbers first.
+    /// The edges that come near `box` and near the edge `owner`, or end where that ends.
     void FindNeighbours(int owner, Box const &box);
     void FindPairedWith(int owner);
+    /// Adds the edges that are no pair with `owner` because they only end where it ends.
+    void AddEndingWith(int owner);
 
     Network const &m_network;
     double m_reach;
@@ -49,7 +51,9 @@ private:
     /// By the second edge: the first edges of its pairs, and where those of each begin.
     std::vector<int> m_firsts;
     std::vector<std::size_t> m_firstBegins;
-    std::vector<int> m_partners; ///< found last
+    std::vector<int> m_ends;              ///< the edges by the places where they end
+    std::vector<std::size_t> m_endBegins; ///< where those of each place begin
+    std::vector<int> m_partners;          ///< found last
 };
 
 } // namespace zvi::lib::drawing

@@ -13,8 +13,8 @@ namespace {
 /// A corner is drawn to a curve that it misses by less than this share of the tolerance: farther off it passes by.
 constexpr double kShareOfCorner = 0.1;
 
-/// A foot whose place is taken by what it must not join stands so many snap distances beside it.
-constexpr double kBeside = 4.0;
+/// A foot whose place is taken by what it must not join stands by this share of the tolerance beside it.
+constexpr double kBeside = 1.0 / 64.0;
 
 /// Gaps of the first kind are closed before those of the second.
 enum GapKind { kLooseEnd, kCorner };
@@ -49,11 +49,9 @@ public:
     void LookAt(EdgePair pair) {
         NetworkEdge const &a = EdgeAt(pair.first), &b = EdgeAt(pair.second);
         m_contactCount = 0;
-        for (int const place : {a.startPlace, a.endPlace})
-            LookAtEnd(place, pair.first, pair.second);
-        for (int const place : {b.startPlace, b.endPlace})
-            LookAtEnd(place, pair.second, pair.first);
-        Approach const approach = ApproachOf(a.stretch, b.stretch);
+        LookAtEnds(pair.first, pair.second);
+        LookAtEnds(pair.second, pair.first);
+        Approach const approach = ApproachOf(a.stretch, b.stretch, m_landmarks.direction);
         if (!approach.exists || approach.distance >= m_tolerance || approach.distance < m_network.snap ||
             CrossingsOf(a.stretch, b.stretch).count > 0)
             return;
@@ -86,11 +84,12 @@ public:
         });
         std::vector<Measured> order;
         for (std::size_t i = 0; i < m_gaps.size(); ++i) {
-            DrawingPoint const middle = (m_gaps[i].from + m_gaps[i].to) * 0.5;
-            order.push_back(
-                {m_gaps[i].kind, m_gaps[i].distance, m_landmarks.Rank(middle), middle, static_cast<int>(i)});
+            Gap const &gap = m_gaps[i];
+            DrawingPoint const middle = (gap.from + gap.to) * 0.5;
+            order.push_back({gap.kind, gap.distance, m_landmarks.Rank(middle), middle, static_cast<int>(i),
+                             std::fabs(m_landmarks.Rank(gap.from) - m_landmarks.Rank(gap.to))});
         }
-        SortShortestFirst(order, m_network.snap);
+        SortShortestFirst(order, SameDistance(m_tolerance, m_network.snap));
         for (Measured const &gap : order)
             Connect(m_gaps[Index(gap.number)]);
         return std::move(m_owners);
@@ -98,7 +97,6 @@ public:
 
 private:
     NetworkEdge const &EdgeAt(int i) const { return m_network.edges[Index(i)]; }
-    /// Where a circle is taken to start is no end.
     bool IsEnd(int place) const { return m_endCounts[Index(place)] > 0; }
     bool IsLoose(int place) const { return m_endCounts[Index(place)] == 1 && !m_isOnCurve[Index(place)]; }
 
@@ -106,14 +104,21 @@ private:
         return std::min(Distance(p, s.start), Distance(p, s.end)) < m_tolerance;
     }
 
-    /// Looks at an end of the edge `own` beside another edge.
+    /// Looks at the ends of the edge `own` beside another edge. Where a circle is taken to start is no end.
+    void LookAtEnds(int own, int other) {
+        if (EdgeAt(own).stretch.IsFullTurn())
+            return;
+        for (int const place : {EdgeAt(own).startPlace, EdgeAt(own).endPlace})
+            LookAtEnd(place, own, other);
+    }
+
     void LookAtEnd(int place, int own, int other) {
         NetworkEdge const &e = EdgeAt(other);
         DrawingPoint const p = m_network.Place(place);
-        if (!IsEnd(place))
-            return;
         if (e.EndsAt(place) || (!e.stretch.IsFullTurn() && IsNearEnd(e.stretch, p))) {
             m_contacts[Index(m_contactCount++)] = p;
+            if (e.stretch.IsFullTurn())
+                m_isOnCurve[Index(place)] = true;
             return;
         }
         Foot foot;
@@ -158,7 +163,7 @@ private:
         if (partner < 0 || m_joined.Fit(partner, there, m_tolerance))
             return there;
         Stretch const &s = EdgeAt(edge).stretch;
-        double const step = kBeside * snap / LengthOf(s);
+        double const step = kBeside * m_tolerance / LengthOf(s);
         double const at = FractionAt(s, p);
         bool const isForward = m_landmarks.Rank(PointAt(s, at + step)) < m_landmarks.Rank(PointAt(s, at - step));
         for (double const t : {isForward ? at + step : at - step, isForward ? at - step : at + step}) {

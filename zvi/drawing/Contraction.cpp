@@ -29,7 +29,7 @@ std::vector<Measured> ShortEdges(PlanarMap const &map, double tolerance, Landmar
 
 void ContractShortEdges(PlanarMap &map, double tolerance, double snap, Landmarks const &landmarks) {
     std::vector<Measured> edges = ShortEdges(map, tolerance, landmarks);
-    SortShortestFirst(edges, snap);
+    SortShortestFirst(edges, SameDistance(tolerance, snap));
     for (Measured const &edge : edges) {
         HalfEdge const h = HalfEdge::Along(edge.number);
         bool const isLoop = map.Origin(h) == map.Target(h);

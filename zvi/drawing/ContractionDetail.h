@@ -5,8 +5,8 @@
 
 namespace zvi::lib::drawing {
 
-/// Contracts the connectors and then the edges shorter than `tolerance`, the shortest first; lengths that differ by
-/// less than `snap` are equal, and the landmarks settle that. Places that are as far apart as the tolerance never
+/// Contracts the connectors and then the edges shorter than `tolerance`, the shortest first; of lengths
+/// that are the same the landmarks settle the order. Places that are as far apart as the tolerance never
 /// become one: an edge that would bring them together stays, and a connector falls away.
 void ContractShortEdges(PlanarMap &map, double tolerance, double snap, Landmarks const &landmarks);
 

@@ -14,21 +14,38 @@ namespace {
 /// What is thinner than so many snap distances is thin, however small the join tolerance.
 constexpr double kThinInSnaps = 4.0;
 
+/// An edge that was bent is not cut at a point farther than this from where it would be cut as it was, in shares of it.
+constexpr double kNearShare = 0.25;
+
+/// Cuts an edge where it runs past the start of its circle: as the edge stands by now, at its point nearest to that.
+/// Returns the second part.
+int CutAtStart(DividedDrawing &drawing, int edge, DrawingCurve const &c) {
+    Stretch const &s = drawing.map.Edge(edge).stretch;
+    double const share = (1.0 - s.from) / (s.to - s.from);
+    bool const isCircle = c.type == DrawingCurveType::kCircle;
+    DrawingPoint const start = isCircle ? DrawingPoint{c.center.x + c.radius, c.center.y} : c.start;
+    Foot foot;
+    bool const isNear = FootOn(s, start, foot) && std::fabs(foot.t - share) < kNearShare;
+    int const second = drawing.map.Split(edge, isNear ? foot.t : share);
+    drawing.positions.push_back(drawing.map.Edge(second).stretch.start);
+    drawing.map.StretchOf(edge).to = 1.0;
+    drawing.map.StretchOf(second).from = 0.0;
+    drawing.map.StretchOf(second).to -= 1.0;
+    return second;
+}
+
 /// Cuts what runs past the start of a circle there, so that fractions of circles are below 1.
-void CutCirclesAtStarts(DividedDrawing &drawing) {
+void CutCirclesAtStarts(DividedDrawing &drawing, std::vector<DrawingCurve> const &curves) {
     int const count = drawing.map.EdgeCount();
     std::vector<int> second(Index(count), -1);
     for (int e = 0; e < count; ++e) {
-        Stretch const &s = drawing.map.Edge(e).stretch;
-        if (s.to <= 1.0)
-            continue;
-        if (s.from < 1.0) {
-            second[Index(e)] = drawing.map.Split(e, (1.0 - s.from) / (s.to - s.from));
-            drawing.map.StretchOf(e).to = 1.0;
+        Stretch &s = drawing.map.StretchOf(e);
+        if (s.to > 1.0 && s.from < 1.0) {
+            second[Index(e)] = CutAtStart(drawing, e, curves[Index(s.curve)]);
+        } else if (s.to > 1.0) {
+            s.from -= 1.0;
+            s.to -= 1.0;
         }
-        Stretch &past = drawing.map.StretchOf(second[Index(e)] < 0 ? e : second[Index(e)]);
-        past.from = second[Index(e)] < 0 ? past.from - 1.0 : 0.0;
-        past.to -= 1.0;
     }
     std::size_t const dropped = drawing.dropped.size();
     for (std::size_t d = 0; d < dropped; ++d)
@@ -70,9 +87,11 @@ DividedDrawing DivideDrawing(std::vector<DrawingCurve> const &curves, DrawingOpt
     double const tolerance = std::max(drawing.curves.tolerance, kThinInSnaps * drawing.snap);
     CollapseThinFaces(drawing.map, tolerance, drawing.snap, drawing.curves.landmarks, drawing.dropped);
     drawing.map.ForgetBorders();
-    CutCirclesAtStarts(drawing);
-    drawing.positions = FitEdges(drawing.map, drawing.snap, drawing.curves.landmarks);
-    DropEmptyFaces(drawing.map, drawing.snap, drawing.dropped);
+    drawing.positions =
+        FitEdges(drawing.map, drawing.snap, SameDistance(tolerance, drawing.snap), drawing.curves.landmarks);
+    DropEmptyFaces(drawing.map, drawing.snap, SameDistance(tolerance, drawing.snap), drawing.curves.landmarks,
+                   drawing.dropped);
+    CutCirclesAtStarts(drawing, curves);
     AbsorbContracted(drawing.map, drawing.vanished);
     assert(!options.split || IsSound(drawing.map, drawing.snap));
     return drawing;

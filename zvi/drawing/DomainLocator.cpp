@@ -103,7 +103,7 @@ private:
         for (DrawingPiece const &piece : loop) {
             Stretch const s = StretchOf(piece);
             std::array<Run, 3> parts;
-            int const count = RunsOf(s, parts);
+            int const count = RunsOf(s, 0.0, parts);
             for (int i = 0; i < count; ++i)
                 if (Run const &part = parts[Index(i)]; part.lowY < part.highY)
                     m_runs.push_back(RunOf(s, part, domain));

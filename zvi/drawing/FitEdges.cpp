@@ -24,7 +24,7 @@ std::vector<int> CountEnds(PlanarMap const &map) {
 }
 
 /// The member of a cluster of places at which most edges end, of such the one nearest to the middle.
-int BestMember(PlaceClusters const &places, int root, std::vector<int> const &counts, double snap,
+int BestMember(PlaceClusters const &places, int root, std::vector<int> const &counts, double same,
                Landmarks const &landmarks) {
     DrawingPoint sum;
     int members = 0;
@@ -39,11 +39,10 @@ int BestMember(PlaceClusters const &places, int root, std::vector<int> const &co
     places.ForEachMember(root, [&](int p) { farthest = std::max(farthest, Distance(places.Position(p), middle)); });
     // Of places that are alike any will do.
     bool const isRanked = !landmarks.AreAlike(farthest);
-    double const step = kStepInSnaps * snap;
     auto const order = [&](int p) {
         DrawingPoint const at = places.Position(p);
         double const distance = Distance(at, middle);
-        return std::tuple(-counts[Index(p)], isRanked ? std::round(distance / step) : distance,
+        return std::tuple(-counts[Index(p)], isRanked ? StepsOf(distance, same) : distance,
                           isRanked ? landmarks.Rank(at) : 0.0, at.x, at.y);
     };
     int best = root;
@@ -52,20 +51,20 @@ int BestMember(PlaceClusters const &places, int root, std::vector<int> const &co
 }
 
 /// Of each place that stands for a cluster, where that is put.
-std::vector<DrawingPoint> ClusterPositions(PlanarMap const &map, double snap, Landmarks const &landmarks) {
+std::vector<DrawingPoint> ClusterPositions(PlanarMap const &map, double same, Landmarks const &landmarks) {
     PlaceClusters const &places = map.Places();
     std::vector<int> const counts = CountEnds(map);
     std::vector<DrawingPoint> positions(Index(places.Count()));
     for (int root = 0; root < places.Count(); ++root)
         if (places.Root(root) == root)
-            positions[Index(root)] = places.Position(BestMember(places, root, counts, snap, landmarks));
+            positions[Index(root)] = places.Position(BestMember(places, root, counts, same, landmarks));
     return positions;
 }
 
 } // namespace
 
-std::vector<DrawingPoint> FitEdges(PlanarMap &map, double snap, Landmarks const &landmarks) {
-    std::vector<DrawingPoint> positions = ClusterPositions(map, snap, landmarks);
+std::vector<DrawingPoint> FitEdges(PlanarMap &map, double snap, double same, Landmarks const &landmarks) {
+    std::vector<DrawingPoint> positions = ClusterPositions(map, same, landmarks);
     int const count = map.EdgeCount();
     for (int e = 0; e < count; ++e) {
         if (!IsLeft(map.Edge(e)))
@@ -100,8 +99,10 @@ std::vector<int> EdgesAlongCurves(PlanarMap const &map) {
         edges.size(), std::span(begins), [&](std::size_t i) { return map.Edge(edges[i]).stretch.curve; },
         [&](std::size_t place, std::size_t i) { sorted[place] = edges[i]; });
     for (std::size_t c = 0; c + 1 < begins.size(); ++c)
-        std::sort(sorted.begin() + begins[c], sorted.begin() + begins[c + 1],
-                  [&](int a, int b) { return map.Edge(a).stretch.from < map.Edge(b).stretch.from; });
+        std::sort(sorted.begin() + begins[c], sorted.begin() + begins[c + 1], [&](int a, int b) {
+            Stretch const &s = map.Edge(a).stretch, &t = map.Edge(b).stretch;
+            return std::tie(s.from, s.to) < std::tie(t.from, t.to);
+        });
     return sorted;
 }
 

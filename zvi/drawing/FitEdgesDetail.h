@@ -8,10 +8,10 @@
 namespace zvi::lib::drawing {
 
 /// Lets all edges that are not contracted or dropped end exactly where the clusters of their ends stand: at the place
-/// of the cluster where most edges end, then at the one nearest to the middle of all, as the landmarks rank them. Arcs
-/// whose ends stay within `snap` of their circle keep it. Returns where the clusters stand, at the index of each place
-/// that stands for one.
-std::vector<DrawingPoint> FitEdges(PlanarMap &map, double snap, Landmarks const &landmarks);
+/// of the cluster where most edges end, then at the one nearest to the middle of all, those as far from it but for
+/// `same` as the landmarks rank them. Arcs whose ends stay within `snap` of their circle keep it. Returns where the
+/// clusters stand, at the index of each place that stands for one.
+std::vector<DrawingPoint> FitEdges(PlanarMap &map, double snap, double same, Landmarks const &landmarks);
 
 /// Gives what contracted edges had of their curves to the edge before each on its curve, or else to the one behind it.
 /// Curves of which nothing else is left are put into `vanished`.

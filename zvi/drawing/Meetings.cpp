@@ -8,8 +8,9 @@ namespace zvi::lib::drawing {
 
 namespace {
 
-/// Centres nearer to one another than this share of the radius are one.
-constexpr double kOneCenter = 0x1p-40;
+/// Centres nearer to one another than this share of the radius are one, and so are those nearer than the second share
+/// of what the radii differ by.
+constexpr double kOneCenter = 0x1p-40, kNearlyOneCenter = 0x1p-30;
 
 bool IsInside(Stretch const &s, DrawingPoint p) {
     double const t = FractionAt(s, p);
@@ -101,11 +102,12 @@ Approach OfLineAndArc(Stretch const &line, Stretch const &arc) {
     return ApproachIfInside(line, arc, foot, foot - (foot - arc.center) * (out / length), std::fabs(out));
 }
 
-Approach OfArcs(Stretch const &a, Stretch const &b) {
+Approach OfArcs(Stretch const &a, Stretch const &b, DrawingPoint aside) {
     DrawingPoint const between = b.center - a.center;
     double const d = Length(between);
     // Circles of one centre are as near to one another everywhere.
-    DrawingPoint const u = d > kOneCenter * a.radius ? between * (1.0 / d) : (a.start - a.center) * (1.0 / a.radius);
+    bool const isOneCenter = d <= kOneCenter * a.radius || d < kNearlyOneCenter * std::fabs(a.radius - b.radius);
+    DrawingPoint const u = isOneCenter ? aside * (1.0 / Length(aside)) : between * (1.0 / d);
     double const outside = std::fabs(d - a.radius - b.radius);
     double const inside = std::fabs(std::fabs(a.radius - b.radius) - d);
     double const sideOfA = outside < inside || a.radius > b.radius ? 1.0 : -1.0;
@@ -132,9 +134,9 @@ Meetings CrossingsOf(Stretch const &a, Stretch const &b) {
     return LineOfEqualPower(first, second, ray) ? OnRay(ray, first, second) : Meetings{};
 }
 
-Approach ApproachOf(Stretch const &a, Stretch const &b) {
+Approach ApproachOf(Stretch const &a, Stretch const &b, DrawingPoint aside) {
     if (a.isArc && b.isArc)
-        return OfArcs(a, b);
+        return OfArcs(a, b, aside);
     if (b.isArc)
         return a.isArc ? Approach{} : OfLineAndArc(a, b);
     if (!a.isArc)

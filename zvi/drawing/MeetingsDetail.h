@@ -26,8 +26,9 @@ struct Approach {
     double distance = 0.0;
 };
 
-/// The near touching of a line and an arc, or of two arcs; for two lines there is none.
-Approach ApproachOf(Stretch const &a, Stretch const &b);
+/// The near touching of a line and an arc, or of two arcs; for two lines there is none. Circles of one centre are as
+/// near everywhere, and `aside` is the direction from the centre in which that is looked at.
+Approach ApproachOf(Stretch const &a, Stretch const &b, DrawingPoint aside);
 
 /// Whether the stretches keep nearer to one another than `distance` from a point that both pass to another such point.
 bool StayNear(Stretch const &a, Stretch const &b, DrawingPoint from, DrawingPoint to, double distance);

@@ -118,7 +118,7 @@ private:
     double AddSights(int i, int rank, DrawingPoint p, double farthest) {
         Stretch const &s = *m_stretches[Index(i)];
         std::array<Run, 3> runs;
-        int const count = RunsOf(s, runs);
+        int const count = RunsOf(s, m_snap, runs);
         double nearest = -HUGE_VAL;
         for (int k = 0; k < count; ++k) {
             Run const &run = runs[Index(k)];

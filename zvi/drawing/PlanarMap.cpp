@@ -85,7 +85,7 @@ int PlanarMap::Split(int edge, double t, DrawingPoint p) {
         if (m_borderOf[Index(h.number)] < 0)
             continue;
         Stretch const border = Border(h);
-        double const at = std::clamp(FractionAt(border, m_places.Position(middle)), 0.0, 1.0);
+        double const at = BorderCut(border, p);
         m_borders[Index(m_borderOf[Index(h.number)])] = PartOf(border, 0.0, at);
         SetBorder(h.IsReversed() ? HalfEdge::Against(number) : HalfEdge::Along(number), PartOf(border, at, 1.0));
     }

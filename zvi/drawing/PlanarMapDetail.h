@@ -3,6 +3,7 @@
 #include "zvi/drawing/PlaceClustersDetail.h"
 #include "zvi/drawing/StretchDetail.h"
 
+#include <algorithm>
 #include <vector>
 
 namespace zvi::lib::drawing {
@@ -86,6 +87,10 @@ public:
     int Split(int edge, double t, DrawingPoint p);
     /// The same with the place on the edge.
     int Split(int edge, double t) { return Split(edge, t, PointAt(Edge(edge).stretch, t)); }
+    /// The fraction at which a border beside an edge is cut when the edge is cut by a place at `p`.
+    static double BorderCut(Stretch const &border, DrawingPoint p) {
+        return std::clamp(FractionAt(border, p), 0.0, 1.0);
+    }
     /// The edge of the part behind `edge` when it was split, -1 when it was not or is the last part.
     int NextPart(int edge) const { return m_nextPart[Index(edge)]; }
     /// Makes one place of the origins of two half-edges of one face, so that the face falls into two. They must be

@@ -4,6 +4,7 @@
 #include "zvi/drawing/KeptDuplicatesDetail.h"
 
 #include <algorithm>
+#include <tuple>
 
 namespace zvi::lib::drawing {
 
@@ -17,6 +18,7 @@ bool IsLeft(MapEdge const &e) {
 struct Step {
     Stretch const *stretch = nullptr;
     bool isReversed = false;
+    int duplicate = -1; ///< which duplicate it is, -1 for the edge itself
 
     DrawingPoint Begin() const { return isReversed ? stretch->end : stretch->start; }
 };
@@ -40,14 +42,12 @@ public:
         std::vector<Step> steps;
         for (HalfEdge const h : loop.halves)
             steps.push_back(Take(h));
-        DrawingPoint const origin = steps.front().Begin();
-        double area = 0.0;
-        for (Step const &step : steps) {
-            double const share = AreaShare(*step.stretch, origin);
-            area += step.isReversed ? -share : share;
+        // Duplicates that lie so far off that they run round nothing are no border.
+        if (!(AreaOf(steps) * loop.area > 0.0))
+            GiveBack(loop, steps);
+        domain.area += AreaOf(steps);
+        for (Step const &step : steps)
             domain.perimeter += LengthOf(*step.stretch);
-        }
-        domain.area += area;
         StartAtBreak(steps);
         std::vector<DrawingPiece> pieces;
         for (std::size_t i = 0; i < steps.size(); ++i) {
@@ -71,10 +71,33 @@ private:
             m_isTaken[e] = true;
             return {&m_map.Edge(h).stretch, h.IsReversed()};
         }
-        std::size_t const d = Index(m_duplicatesOf[e].back());
+        int const number = m_duplicatesOf[e].back();
+        KeptDuplicate const &duplicate = m_duplicates[Index(number)];
         m_duplicatesOf[e].pop_back();
-        m_isDuplicateTaken[d] = true;
-        return {&m_duplicates[d].stretch, h.IsReversed() != m_duplicates[d].isReversed};
+        m_isDuplicateTaken[Index(number)] = true;
+        return {&duplicate.stretch, h.IsReversed() != duplicate.isReversed, number};
+    }
+
+    /// Takes the edges themselves instead of their duplicates.
+    void GiveBack(Loop const &loop, std::vector<Step> &steps) {
+        for (std::size_t i = 0; i < steps.size(); ++i) {
+            HalfEdge const h = loop.halves[i];
+            if (Stretch const &own = m_map.Edge(h).stretch; steps[i].stretch != &own) {
+                m_isDuplicateTaken[Index(steps[i].duplicate)] = false;
+                m_duplicatesOf[Index(h.Edge())].push_back(steps[i].duplicate);
+                steps[i] = {&own, h.IsReversed()};
+            }
+        }
+    }
+
+    static double AreaOf(std::vector<Step> const &steps) {
+        DrawingPoint const origin = steps.front().Begin();
+        double area = 0.0;
+        for (Step const &step : steps) {
+            double const share = AreaShare(*step.stretch, origin);
+            area += step.isReversed ? -share : share;
+        }
+        return area;
     }
 
     /// Turns the loop so that it does not begin inside a piece, but at the first of the places between pieces.
@@ -96,7 +119,7 @@ private:
         if (s.isReversed ? a.from != b.to : a.to != b.from)
             return false;
         if (a.isArc)
-            return a.center == b.center && a.radius == b.radius;
+            return a.center == b.center && a.radius == b.radius && (a.sweep < 0.0) == (b.sweep < 0.0);
         DrawingPoint const u = a.end - a.start, v = b.end - b.start;
         return std::fabs(Cross(u, v)) <= m_snap * std::max(Length(u), Length(v)) && Dot(u, v) > 0.0;
     }
@@ -153,7 +176,7 @@ std::vector<bool> FindDangles(PlanarMap const &map) {
 /// Puts neighbouring stretches of one curve, in their order, together.
 std::vector<Stretch> Merged(std::vector<Stretch> stretches) {
     std::sort(stretches.begin(), stretches.end(), [](Stretch const &a, Stretch const &b) {
-        return a.curve != b.curve ? a.curve < b.curve : a.from < b.from;
+        return std::tie(a.curve, a.from, a.to) < std::tie(b.curve, b.from, b.to);
     });
     std::vector<Stretch> merged;
     for (Stretch const &s : stretches) {

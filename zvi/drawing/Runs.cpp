@@ -4,7 +4,7 @@
 
 namespace zvi::lib::drawing {
 
-int RunsOf(Stretch const &s, std::array<Run, 3> &runs) {
+int RunsOf(Stretch const &s, double snap, std::array<Run, 3> &runs) {
     if (!s.isArc) {
         runs[0] = {std::min(s.start.y, s.end.y), std::max(s.start.y, s.end.y), 0.0, s.start.y < s.end.y};
         return 1;
@@ -15,8 +15,11 @@ int RunsOf(Stretch const &s, std::array<Run, 3> &runs) {
     double const turn = std::fabs(s.sweep);
     // The right half of a counter-clockwise arc rises; every stop at the top or at the bottom changes the half.
     bool const topFirst = top < bottom;
-    auto const isInside = [turn](double at) { return at > 0.0 && at < turn; };
-    bool const isTopInside = isInside(top), isBottomInside = isInside(bottom);
+    double const topY = s.center.y + s.radius, bottomY = s.center.y - s.radius;
+    auto const isInside = [&](double at, double level) {
+        return at > 0.0 && at < turn && std::min(std::fabs(level - s.start.y), std::fabs(level - s.end.y)) > snap;
+    };
+    bool const isTopInside = isInside(top, topY), isBottomInside = isInside(bottom, bottomY);
     bool const isAnyInside = isTopInside || isBottomInside;
     bool upward = isAnyInside ? isTopInside && (topFirst || !isBottomInside) : s.start.y < s.end.y;
     double y = s.start.y;
@@ -28,7 +31,7 @@ int RunsOf(Stretch const &s, std::array<Run, 3> &runs) {
     };
     for (bool const isTop : {topFirst, !topFirst})
         if (isTop ? isTopInside : isBottomInside)
-            addRun(isTop ? s.center.y + s.radius : s.center.y - s.radius);
+            addRun(isTop ? topY : bottomY);
     addRun(s.end.y);
     return count;
 }

@@ -13,8 +13,9 @@ struct Run {
     bool upward = false; ///< the stretch runs upward here
 };
 
-/// The parts of a stretch that rise or fall, at most three; returns how many there are.
-int RunsOf(Stretch const &s, std::array<Run, 3> &runs);
+/// The parts of a stretch that rise or fall, at most three; returns how many there are. Where an arc turns round no
+/// higher above one of its ends, or lower below it, than `snap`, no part ends.
+int RunsOf(Stretch const &s, double snap, std::array<Run, 3> &runs);
 
 /// Where the run passes the height `y`.
 double XAt(Stretch const &s, Run const &run, double y);

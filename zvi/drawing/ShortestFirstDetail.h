@@ -1,36 +1,24 @@
 #pragma once
 
-#include "zvi/drawing/StretchDetail.h"
+#include "zvi/drawing/LandmarksDetail.h"
 
 #include <algorithm>
-#include <array>
 #include <vector>
 
 namespace zvi::lib::drawing {
 
-/// Distances are compared in steps of so many snap distances, which rounding hardly ever changes.
-inline constexpr double kStepInSnaps = 1024.0;
+/// Distances that differ by less are the same: by what rounding may make of them when the drawing is moved, and what
+/// makes no difference to the tolerance.
+inline double SameDistance(double tolerance, double snap) {
+    constexpr double kInSnaps = 16.0, kInTolerances = 1e-6;
+    return std::max(kInSnaps * snap, kInTolerances * tolerance);
+}
 
-/// Two points that move with a drawing: how it is turned, mirrored or ordered does not change where they lie in it.
-struct Landmarks {
-    std::array<DrawingPoint, 2> points;
-    double size = 0.0; ///< mean distance of the curves from the first point, and their mean length on top
-
-    /// Whether things that differ by so much are alike: by less than a ten-thousandth of the drawing.
-    bool AreAlike(double difference) const {
-        constexpr double kAlike = 1e-4;
-        return difference < kAlike * size;
-    }
-
-    /// Tells places apart by how far they are from both.
-    double Rank(DrawingPoint p) const {
-        constexpr double kGoldenRatio = 0.6180339887498949; // no likely ratio of two distances in a drawing
-        return Distance(p, points[0]) + kGoldenRatio * Distance(p, points[1]);
-    }
-};
-
-/// The middle of the curves, and their middle by length.
-Landmarks LandmarksOf(std::vector<Stretch> const &stretches);
+/// A distance in steps that rounding hardly ever changes.
+inline double StepsOf(double distance, double same) {
+    constexpr double kStep = 64.0;
+    return std::round(distance / (kStep * same));
+}
 
 /// Something of some length at some place, in the order in which short things are dealt with.
 struct Measured {
@@ -38,7 +26,8 @@ struct Measured {
     double length = 0.0;
     double rank = 0.0; ///< by the landmarks
     DrawingPoint place;
-    int number = 0; ///< the caller's
+    int number = 0;      ///< the caller's
+    double spread = 0.0; ///< by how much the ranks of its two ends differ, where it has two
 };
 
 /// Sorts by kind and length. Lengths that follow one another by less than `same` are equal, and such ties are settled

@@ -236,9 +236,11 @@ void FitToEnds(Stretch &s, DrawingPoint start, DrawingPoint end, double allowed)
     }
     bool const isClosed = start == end;
     if (LiesOnCircle(s, start, allowed) && LiesOnCircle(s, end, allowed)) {
+        double const sweep = isClosed ? std::copysign(kTwoPi, s.sweep) : TurnBetween(s, start, end, s.sweep);
         s.start = start;
         s.end = end;
-        s.sweep = isClosed ? std::copysign(kTwoPi, s.sweep) : TurnBetween(s, start, end, s.sweep);
+        s.isArc = sweep * s.sweep > 0.0;
+        s.sweep = s.isArc ? sweep : 0.0;
         return;
     }
     double const rise = SagittaOf(s);
@@ -252,6 +254,7 @@ void FitToEnds(Stretch &s, DrawingPoint start, DrawingPoint end, double allowed)
         FitWithRise(s, rise);
     else
         s.isArc = false;
+    s.sweep = s.isArc ? s.sweep : 0.0;
 }
 
 DrawingPiece PieceOf(Stretch const &s, std::vector<DrawingCurve> const &curves, bool reversed) {

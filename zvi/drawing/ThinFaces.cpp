@@ -4,6 +4,7 @@
 #include "zvi/drawing/FaceWalkDetail.h"
 
 #include <algorithm>
+#include <map>
 #include <queue>
 #include <tuple>
 #include <utility>
@@ -15,29 +16,29 @@ namespace {
 /// A foot nearer to an end of a side than so many snap distances is that end.
 constexpr double kAtEnd = 16.0;
 
-/// An edge is cut this fraction from its end where the point to cut it at falls beyond.
-constexpr double kNearEnd = 0x1p-40;
-
 /// What is left of an edge of a thin face while its sides are laid on one another.
 struct Side {
     HalfEdge half;
-    double low = 0.0; ///< the part that is left, in fractions of the edge along the edge
-    double high = 1.0;
-    Stretch part; ///< of the border in the face
-    Stretch back; ///< of the border in the face behind it
+    Stretch edge;
+    Stretch front; ///< the border in the face
+    Stretch back;  ///< the border in the face behind it
     std::size_t previous = 0;
     std::size_t next = 0;
     unsigned changes = 0; ///< how often its part or its neighbours have changed
 
-    DrawingPoint Begin() const { return half.IsReversed() ? part.end : part.start; }
-    DrawingPoint End() const { return half.IsReversed() ? part.start : part.end; }
+    DrawingPoint Begin() const { return half.IsReversed() ? front.end : front.start; }
+    DrawingPoint End() const { return half.IsReversed() ? front.start : front.end; }
 };
 
 /// One step: the far end of a short side comes to lie on the long side beside it.
 struct Fold {
     std::size_t shortSide = 0; ///< as numbered along the walk
     std::size_t longSide = 0;
-    Foot foot; ///< on what was left of the border of the long one
+    int farPlace = 0;      ///< the cluster at the far end
+    double t = 0.0;        ///< where what is left of the long edge is cut, a fraction of that
+    DrawingPoint place;    ///< there, on the edge
+    double distance = 0.0; ///< of the far end from the border of the long side
+    DrawingPoint middle;   ///< between the two
 };
 
 /// A fold that could be made at the tip behind a side, as long as neither that side nor the next one has changed.
@@ -46,26 +47,28 @@ struct TipFold {
     std::size_t side = 0;
     unsigned changes = 0;
     unsigned nextChanges = 0;
-    double steps = 0.0; ///< the distance of the fold in steps that rounding does not change
-    double rank = 0.0;  ///< by the landmarks
+    double steps = 0.0;     ///< the distance of the fold, in steps that rounding does not change
+    double rank = 0.0;      ///< of the fold by the landmarks, in such steps
+    double shortRank = 0.0; ///< of the short side
 
     /// The least far fold is on top of a heap.
     bool operator<(TipFold const &other) const {
-        return std::tie(steps, rank, side) > std::tie(other.steps, other.rank, other.side);
+        return std::tie(steps, rank, shortRank, side) > std::tie(other.steps, other.rank, other.shortRank, other.side);
     }
 };
 
 /// Plans how the sides of one face are laid on one another, from its tips on and nearest first, without touching the
-/// map.
+/// map: what it foresees is what the folds do to the map, edge by edge and place by place.
 class FoldPlan {
 public:
     FoldPlan(PlanarMap const &map, std::vector<HalfEdge> const &walk, double tolerance, double snap,
              Landmarks const &landmarks)
-        : m_map(map), m_tolerance(tolerance), m_snap(snap), m_landmarks(landmarks), m_left(walk.size()) {
+        : m_map(map), m_tolerance(tolerance), m_snap(snap), m_same(SameDistance(tolerance, snap)),
+          m_landmarks(landmarks), m_left(walk.size()) {
         for (HalfEdge const h : walk) {
             std::size_t const i = m_sides.size();
-            m_sides.push_back(
-                {h, 0.0, 1.0, map.Border(h), map.Border(h.Twin()), (i + m_left - 1) % m_left, (i + 1) % m_left});
+            m_sides.push_back({h, map.Edge(h).stretch, map.Border(h), map.Border(h.Twin()), (i + m_left - 1) % m_left,
+                               (i + 1) % m_left});
         }
     }
 
@@ -79,11 +82,12 @@ public:
                 return false;
             TipFold const tip = m_tips.top();
             m_tips.pop();
-            if (tip.changes == m_sides[tip.side].changes && tip.nextChanges == m_sides[m_sides[tip.side].next].changes)
+            if (tip.changes == m_sides[tip.side].changes &&
+                tip.nextChanges == m_sides[m_sides[tip.side].next].changes && Fits(tip.fold.farPlace, tip.fold.place))
                 Make(tip.fold);
         }
         Side const &last = m_sides[m_any];
-        return m_left == 2 ? AreNear(last, m_sides[last.next]) : IsSmall(last.part) && IsSmall(last.back);
+        return m_left == 2 ? AreNear(last, m_sides[last.next]) : IsSmall(last.front) && IsSmall(last.back);
     }
 
     std::vector<Fold> const &Folds() const { return m_folds; }
@@ -93,31 +97,37 @@ public:
 private:
     /// Whether two sides stay near one another, and so does what has been laid on them from behind.
     bool AreNear(Side const &a, Side const &b) const {
-        return DeviationOf(a.part, b.part) < m_tolerance && DeviationOf(b.part, a.part) < m_tolerance &&
+        return DeviationOf(a.front, b.front) < m_tolerance && DeviationOf(b.front, a.front) < m_tolerance &&
                DeviationOf(a.back, b.back) < m_tolerance && DeviationOf(b.back, a.back) < m_tolerance;
     }
 
-    /// Whether a foot is one of the ends of the side, or of its edge, but for rounding: there is a place already.
-    bool IsAtEnd(Side const &side, DrawingPoint foot) const {
-        Stretch const &edge = m_map.Edge(side.half).stretch;
-        double const t = FractionAt(edge, foot), near = kAtEnd * m_snap;
-        return std::min(Distance(foot, side.part.start), Distance(foot, side.part.end)) < near ||
-               std::min(t, 1.0 - t) * LengthOf(edge) < near;
+    /// Whether a point is one of the ends of a stretch but for rounding: there is a place already.
+    bool IsAtEnd(Stretch const &s, DrawingPoint p) const {
+        return std::min(Distance(p, s.start), Distance(p, s.end)) < kAtEnd * m_snap;
     }
 
+    /// Whether a disc of the tolerance does not fit into what a stretch encloses by itself.
     bool IsSmall(Stretch const &s) const {
-        double const extent = !s.isArc ? LengthOf(s) : std::min(LengthOf(s), 2.0 * s.radius);
-        return extent < m_tolerance;
+        bool const goesRound = std::fabs(s.sweep) > kPi;
+        return (goesRound ? 2.0 * s.radius : Distance(s.start, s.end)) < m_tolerance;
+    }
+
+    /// Whether a place may join the cluster of another, as that will be when the folds so far are made.
+    bool Fits(int cluster, DrawingPoint place) const {
+        auto const [first, last] = m_joined.equal_range(cluster);
+        return m_map.Places().Fit(cluster, place, m_tolerance) && std::all_of(first, last, [&](auto const &joined) {
+                   return Distance(joined.second, place) < m_tolerance;
+               });
     }
 
     /// Notes the folds at the tip between the side `i` and the next one: the shorter side on the longer one, and both
     /// when they are equally long.
     void LookAtTip(std::size_t i) {
         std::size_t const j = m_sides[i].next;
-        double const difference = LengthOf(m_sides[i].part) - LengthOf(m_sides[j].part);
-        if (difference < kStepInSnaps * m_snap)
+        double const difference = LengthOf(m_sides[i].front) - LengthOf(m_sides[j].front);
+        if (difference < m_same)
             LookAtFold(i, i, j);
-        if (difference > -kStepInSnaps * m_snap)
+        if (difference > -m_same)
             LookAtFold(i, j, i);
     }
 
@@ -126,49 +136,93 @@ private:
         Side const &shortSide = m_sides[shorter], &longSide = m_sides[longer];
         bool const isFirst = shorter == tip;
         DrawingPoint const far = isFirst ? shortSide.Begin() : shortSide.End();
+        Foot onBorder, onEdge;
+        if (!FootOn(longSide.front, far, onBorder) || !FootOn(longSide.edge, onBorder.point, onEdge) ||
+            !(onBorder.distance < m_tolerance) || IsAtEnd(longSide.front, onBorder.point) ||
+            IsAtEnd(longSide.edge, onEdge.point))
+            return;
         int const farPlace = isFirst ? m_map.Origin(shortSide.half) : m_map.Target(shortSide.half);
-        Fold fold{shorter, longer, {}};
-        if (FootOn(longSide.part, far, fold.foot) && fold.foot.distance < m_tolerance &&
-            !IsAtEnd(longSide, fold.foot.point) && m_map.Places().Fit(farPlace, fold.foot.point, m_tolerance) &&
-            DeviationOf(shortSide.part, longSide.part) < m_tolerance &&
+        Fold const fold{shorter,
+                        longer,
+                        farPlace,
+                        onEdge.t,
+                        PointAt(longSide.edge, onEdge.t),
+                        onBorder.distance,
+                        (far + onBorder.point) * 0.5};
+        if (Fits(farPlace, fold.place) && DeviationOf(shortSide.front, longSide.front) < m_tolerance &&
             DeviationOf(shortSide.back, longSide.back) < m_tolerance)
             m_tips.push({fold, tip, m_sides[tip].changes, m_sides[m_sides[tip].next].changes,
-                         std::round(fold.foot.distance / (kStepInSnaps * m_snap)),
-                         m_landmarks.Rank((far + fold.foot.point) * 0.5)});
+                         StepsOf(fold.distance, m_same), StepsOf(m_landmarks.Rank(fold.middle), m_same),
+                         m_landmarks.Rank(PointAt(shortSide.front, 0.5))});
     }
 
     void Make(Fold const &fold) {
         Side const gone = m_sides[fold.shortSide];
-        Trim(m_sides[fold.longSide], fold.foot.t, gone.next == fold.longSide);
+        Trim(m_sides[fold.longSide], fold, gone.next == fold.longSide);
         m_sides[gone.previous].next = gone.next;
         m_sides[gone.next].previous = gone.previous;
         ++m_sides[fold.shortSide].changes;
         ++m_sides[fold.longSide].changes;
         m_any = fold.longSide;
         --m_left;
+        m_joined.emplace(fold.farPlace, fold.place);
         m_folds.push_back(fold);
         LookAtTip(m_sides[fold.longSide].previous);
         LookAtTip(fold.longSide);
     }
 
-    /// Takes off the begin or the end of a side as the face runs, up to the fraction `t` of what was left.
-    void Trim(Side &side, double t, bool isBegin) const {
-        double const at = side.low + t * (side.high - side.low);
-        (isBegin != side.half.IsReversed() ? side.low : side.high) = at;
-        side.part = PartOf(m_map.Border(side.half), side.low, side.high);
-        side.back = PartOf(m_map.Border(side.half.Twin()), side.low, side.high);
+    /// Takes off the begin or the end of a side as the face runs, up to where the fold cuts it.
+    static void Trim(Side &side, Fold const &fold, bool isBegin) {
+        bool const isStart = isBegin != side.half.IsReversed();
+        auto const trim = [&](Stretch &s, double t) { s = isStart ? PartOf(s, t, 1.0) : PartOf(s, 0.0, t); };
+        trim(side.edge, fold.t);
+        trim(side.front, PlanarMap::BorderCut(side.front, fold.place));
+        trim(side.back, PlanarMap::BorderCut(side.back, fold.place));
     }
 
     PlanarMap const &m_map;
     double m_tolerance;
     double m_snap;
+    double m_same;
     Landmarks const &m_landmarks;
     std::vector<Side> m_sides;
     std::size_t m_left;    ///< how many sides are left
     std::size_t m_any = 0; ///< one that is left
     std::priority_queue<TipFold> m_tips;
     std::vector<Fold> m_folds;
+    std::multimap<int, DrawingPoint> m_joined; ///< what the folds so far add to the clusters
 };
+
+/// The middle of a face's border by length.
+DrawingPoint MiddleOf(PlanarMap const &map, HalfEdge first) {
+    DrawingPoint sum;
+    double total = 0.0;
+    for (HalfEdge const h : WalkFrom(map, first)) {
+        double const length = LengthOf(map.Border(h));
+        sum = sum + PointAt(map.Border(h), 0.5) * length;
+        total += length;
+    }
+    return sum * (1.0 / total);
+}
+
+/// The faces `thin` of a map, the thinnest first.
+template <typename IsThin>
+std::vector<int> ThinnestFirst(PlanarMap const &map, FaceWalks const &faces, double same, Landmarks const &landmarks,
+                               IsThin isThin) {
+    std::vector<Measured> thin;
+    for (std::size_t w = 0; w < faces.walks.size(); ++w) {
+        FaceWalk const &face = faces.walks[w];
+        if (face.isOutside || !isThin(face))
+            continue;
+        DrawingPoint const middle = MiddleOf(map, face.first);
+        thin.push_back({0, face.area / face.perimeter, landmarks.Rank(middle), middle, static_cast<int>(w)});
+    }
+    SortShortestFirst(thin, same);
+    std::vector<int> order;
+    for (Measured const &face : thin)
+        order.push_back(face.number);
+    return order;
+}
 
 class ThinFaces {
 public:
@@ -179,22 +233,16 @@ public:
     /// Collapses what is thin now, the thinnest first. Returns whether there was anything.
     bool Collapse() {
         FaceWalks const faces = WalkFaces(m_map);
-        std::vector<Measured> thin;
+        // What lets no disc of the tolerance in has less area than this.
+        std::vector<int> const thin =
+            ThinnestFirst(m_map, faces, SameDistance(m_tolerance, m_snap), m_landmarks,
+                          [&](FaceWalk const &face) { return face.area < 0.5 * m_tolerance * face.perimeter; });
         std::vector<std::vector<HalfEdge>> walks;
-        for (FaceWalk const &face : faces.walks) {
-            // What lets no disc of the tolerance in has less area than this.
-            if (face.isOutside || face.area >= 0.5 * m_tolerance * face.perimeter)
-                continue;
-            DrawingPoint const middle = MiddleOf(face.first);
-            thin.push_back(
-                {0, face.area / face.perimeter, m_landmarks.Rank(middle), middle, static_cast<int>(walks.size())});
-            walks.push_back(WalkFrom(m_map, face.first));
-        }
-        SortShortestFirst(thin, m_snap);
+        for (int const face : thin)
+            walks.push_back(WalkFrom(m_map, faces.walks[Index(face)].first));
         bool any = false;
-        for (Measured const &face : thin) {
+        for (std::vector<HalfEdge> const &walk : walks) {
             // Neighbours that have collapsed took edges away; those that are left still bound the face.
-            std::vector<HalfEdge> const &walk = walks[Index(face.number)];
             auto const left =
                 std::find_if(walk.begin(), walk.end(), [&](HalfEdge h) { return m_map.IsInMap(h.Edge()); });
             if (left != walk.end())
@@ -204,18 +252,6 @@ public:
     }
 
 private:
-    /// The middle of the border by length.
-    DrawingPoint MiddleOf(HalfEdge first) const {
-        DrawingPoint sum;
-        double total = 0.0;
-        for (HalfEdge const h : WalkFrom(m_map, first)) {
-            double const length = LengthOf(m_map.Border(h));
-            sum = sum + PointAt(m_map.Border(h), 0.5) * length;
-            total += length;
-        }
-        return sum * (1.0 / total);
-    }
-
     bool CollapseFace(HalfEdge first) {
         std::vector<HalfEdge> const walk = WalkFrom(m_map, first);
         if (HasBothSidesOfAnEdge(walk))
@@ -242,8 +278,7 @@ private:
             HalfEdge const shortHalf = halves[fold.shortSide];
             bool const isShortFirst = m_map.Next(shortHalf) == longHalf;
             int const edge = longHalf.Edge();
-            int const second =
-                SplitAt(edge, fold.foot.point, isShortFirst ? m_map.Origin(shortHalf) : m_map.Target(shortHalf));
+            int const second = m_map.Split(edge, fold.t, fold.place);
             // The long half-edge as the face runs, before and after the cut.
             bool const isReversed = longHalf.IsReversed();
             HalfEdge const before = isReversed ? HalfEdge::Against(second) : HalfEdge::Along(edge);
@@ -260,23 +295,13 @@ private:
             m_map.Remove(halves[a].Edge(), EdgeState::kContracted);
     }
 
-    /// Cuts an edge where a point of its border falls on it. The new place stands there, or at the point itself when
-    /// that is beyond an end of the edge or too far from the place `partner` that will join it.
-    int SplitAt(int edge, DrawingPoint p, int partner) {
-        double const t = FractionAt(m_map.Edge(edge).stretch, p);
-        double const inside = std::clamp(t, kNearEnd, 1.0 - kNearEnd);
-        DrawingPoint const onEdge = PointAt(m_map.Edge(edge).stretch, inside);
-        bool const isNear = t == inside && m_map.Places().Fit(partner, onEdge, m_tolerance);
-        return m_map.Split(edge, inside, isNear ? onEdge : p);
-    }
-
-    /// Of two stretches the one farther from the landmarks is the later one, and of those that are alike the one of the
-    /// later curve.
+    /// Of two stretches that are alike the one of the later curve is the later one, of others the one that the
+    /// landmarks rank higher.
     bool IsLater(Stretch const &s, Stretch const &other) const {
-        if (s.curve == other.curve)
-            return s.from > other.from;
-        double const beyond = m_landmarks.Rank(PointAt(s, 0.5)) - m_landmarks.Rank(PointAt(other, 0.5));
-        return m_landmarks.AreAlike(std::fabs(beyond)) ? s.curve > other.curve : beyond > 0.0;
+        DrawingPoint const middle = PointAt(s, 0.5), otherMiddle = PointAt(other, 0.5);
+        if (m_landmarks.AreAlike(Distance(middle, otherMiddle)))
+            return std::tie(s.curve, s.from) > std::tie(other.curve, other.from);
+        return m_landmarks.Rank(middle) > m_landmarks.Rank(otherMiddle);
     }
 
     /// Of two half-edges that bound a face by themselves the later one goes.
@@ -296,15 +321,17 @@ private:
 };
 
 /// The longest edge of the walk that has another face on its other side, -1 if there is none.
-int LongestOuterEdge(PlanarMap const &map, FaceWalks const &faces, HalfEdge first) {
-    int longest = -1;
-    double length = -1.0;
+int LongestOuterEdge(PlanarMap const &map, FaceWalks const &faces, HalfEdge first, double same,
+                     Landmarks const &landmarks) {
+    std::vector<Measured> edges;
     for (HalfEdge const h : WalkFrom(map, first))
-        if (double const own = LengthOf(map.Edge(h).stretch); faces.Of(h) != faces.Of(h.Twin()) && own > length) {
-            length = own;
-            longest = h.Edge();
+        if (faces.Of(h) != faces.Of(h.Twin())) {
+            Stretch const &s = map.Edge(h).stretch;
+            DrawingPoint const middle = PointAt(s, 0.5);
+            edges.push_back({0, -LengthOf(s), landmarks.Rank(middle), middle, h.Edge()});
         }
-    return longest;
+    SortShortestFirst(edges, same);
+    return edges.empty() ? -1 : edges.front().number;
 }
 
 } // namespace
@@ -317,24 +344,24 @@ void CollapseThinFaces(PlanarMap &map, double tolerance, double snap, Landmarks 
     } while (ThinFaces(map, tolerance, snap, landmarks, dropped).Collapse());
 }
 
-void DropEmptyFaces(PlanarMap &map, double thinnest, std::vector<DroppedEdge> &dropped) {
+void DropEmptyFaces(PlanarMap &map, double snap, double same, Landmarks const &landmarks,
+                    std::vector<DroppedEdge> &dropped) {
     for (bool any = true; any;) {
         any = false;
         FaceWalks const faces = WalkFaces(map);
         std::vector<bool> isTouched(faces.walks.size(), false);
-        for (std::size_t w = 0; w < faces.walks.size(); ++w) {
-            FaceWalk const &face = faces.walks[w];
-            if (face.isOutside || isTouched[w] || face.area > 0.5 * thinnest * face.perimeter)
+        auto const isEmpty = [&](FaceWalk const &face) { return face.area <= 0.5 * snap * face.perimeter; };
+        for (int const face : ThinnestFirst(map, faces, same, landmarks, isEmpty)) {
+            if (isTouched[Index(face)])
                 continue;
-            int const edge = LongestOuterEdge(map, faces, face.first);
+            int const edge = LongestOuterEdge(map, faces, faces.walks[Index(face)].first, same, landmarks);
             if (edge < 0)
                 continue;
-            int const neighbour = faces.Of(HalfEdge::Along(edge)) == static_cast<int>(w)
-                                      ? faces.Of(HalfEdge::Against(edge))
-                                      : faces.Of(HalfEdge::Along(edge));
+            int const walk = faces.Of(HalfEdge::Along(edge));
+            int const neighbour = walk == face ? faces.Of(HalfEdge::Against(edge)) : walk;
             if (isTouched[Index(neighbour)])
                 continue;
-            isTouched[w] = isTouched[Index(neighbour)] = true;
+            isTouched[Index(face)] = isTouched[Index(neighbour)] = true;
             map.Remove(edge, EdgeState::kDuplicate);
             dropped.push_back({edge});
             any = true;

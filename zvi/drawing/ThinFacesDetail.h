@@ -21,8 +21,9 @@ struct DroppedEdge {
 void CollapseThinFaces(PlanarMap &map, double tolerance, double snap, Landmarks const &landmarks,
                        std::vector<DroppedEdge> &dropped);
 
-/// Drops an edge of each face whose area is not above `thinnest` times half its border, again and again, so that what
-/// is left encloses something.
-void DropEmptyFaces(PlanarMap &map, double thinnest, std::vector<DroppedEdge> &dropped);
+/// Drops an edge of each face whose area is not above `snap` times half its border, the emptiest first (but for
+/// `same`, where the landmarks settle it), again and again, so that what is left encloses something.
+void DropEmptyFaces(PlanarMap &map, double snap, double same, Landmarks const &landmarks,
+                    std::vector<DroppedEdge> &dropped);
 
 } // namespace zvi::lib::drawing

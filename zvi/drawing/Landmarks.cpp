@@ -1,0 +1,140 @@
+#include "zvi/drawing/LandmarksDetail.h"
+
+#include <array>
+#include <complex>
+
+namespace zvi::lib::drawing {
+
+namespace {
+
+using Complex = std::complex<double>;
+
+/// Moments up to this order are looked at: a drawing that comes to lie on itself at smaller turns than a sixth of a
+/// full one does so nearly always at all that are told apart here.
+constexpr int kHighestOrder = 6;
+
+/// A moment below this share of the greatest that it could be is 0.
+constexpr double kNoMoment = 1e-8;
+
+/// The second direction counts by this much, no likely ratio of two distances in a drawing.
+constexpr double kGoldenRatio = 0.6180339887498949;
+
+/// Calls `look(point, weight)` for what stands for the curves: their middles, by their lengths, and their ends.
+template <typename Look>
+void ForEachSample(std::vector<Stretch> const &stretches, double meanLength, Look look) {
+    for (Stretch const &s : stretches) {
+        look(s.IsFullTurn() ? s.center : PointAt(s, 0.5), meanLength + LengthOf(s));
+        if (s.IsFullTurn())
+            continue;
+        look(s.start, meanLength);
+        look(s.end, meanLength);
+    }
+}
+
+/// Sums of the directions from a middle, once, twice, ... turned, by weight times distance and times its square: as the
+/// drawing turns by an angle, each turns by so many times that.
+class Moments {
+public:
+    Moments(DrawingPoint middle, double size) : m_middle(middle), m_scale(1.0 / size) {}
+
+    void Add(DrawingPoint p, double weight) {
+        Complex const z((p.x - m_middle.x) * m_scale, (p.y - m_middle.y) * m_scale);
+        double const r = std::abs(z);
+        if (!(r > 0.0))
+            return;
+        Complex const u = z / r;
+        Complex power = weight * z;
+        for (Pair &of : m_sums) {
+            of[0] += power;
+            of[1] += r * power;
+            power = Multiply(power, u);
+        }
+        m_greatest += weight * r * (1.0 + r);
+    }
+
+    /// The direction of the first axis, and of the second one beside it.
+    std::array<Complex, 2> Axes() const {
+        Frame best;
+        for (int order = 1; order <= kHighestOrder; ++order)
+            for (Complex const m : m_sums[Index(order - 1)]) {
+                if (IsNothing(std::abs(m)))
+                    continue;
+                for (int turn = 0; turn < order; ++turn)
+                    for (bool const isMirrored : {false, true}) {
+                        Frame const frame{std::polar(1.0, (std::arg(m) + kTwoPi * turn) / order), isMirrored};
+                        if ((turn == 0 && !isMirrored) || IsBetter(frame, best))
+                            best = frame;
+                    }
+                return {best.axis, best.axis * Complex(0.0, best.isMirrored ? -1.0 : 1.0)};
+            }
+        return {Complex(1.0, 0.0), Complex(0.0, 1.0)};
+    }
+
+private:
+    using Pair = std::array<Complex, 2>;
+
+    struct Frame {
+        Complex axis;
+        bool isMirrored = false;
+    };
+
+    static Complex Multiply(Complex a, Complex b) {
+        return {a.real() * b.real() - a.imag() * b.imag(), a.real() * b.imag() + a.imag() * b.real()};
+    }
+
+    bool IsNothing(double m) const { return !(m > kNoMoment * m_greatest); }
+
+    /// Whether the moments, as seen in the frame, lie farther along its axes than in the other one.
+    bool IsBetter(Frame const &a, Frame const &b) const {
+        Complex turnA(1.0, 0.0), turnB = turnA;
+        for (Pair const &of : m_sums) {
+            turnA *= std::conj(a.axis);
+            turnB *= std::conj(b.axis);
+            for (Complex const m : of) {
+                Complex const inA = m * turnA, inB = m * turnB;
+                double const first = inA.real() - inB.real();
+                double const second =
+                    (a.isMirrored ? -1.0 : 1.0) * inA.imag() - (b.isMirrored ? -1.0 : 1.0) * inB.imag();
+                for (double const difference : {first, second})
+                    if (!IsNothing(std::fabs(difference)))
+                        return difference > 0.0;
+            }
+        }
+        return false;
+    }
+
+    DrawingPoint m_middle;
+    double m_scale;
+    std::array<Pair, kHighestOrder> m_sums{};
+    double m_greatest = 0.0;
+};
+
+} // namespace
+
+Landmarks LandmarksOf(std::vector<Stretch> const &stretches) {
+    double total = 0.0;
+    for (Stretch const &s : stretches)
+        total += LengthOf(s);
+    if (!(total > 0.0))
+        return {};
+    double const meanLength = total / static_cast<double>(stretches.size());
+    Landmarks landmarks;
+    double weights = 0.0;
+    ForEachSample(stretches, meanLength, [&](DrawingPoint p, double weight) {
+        landmarks.middle = landmarks.middle + p * weight;
+        weights += weight;
+    });
+    landmarks.middle = landmarks.middle * (1.0 / weights);
+    landmarks.size = meanLength;
+    for (Stretch const &s : stretches)
+        landmarks.size += Distance(s.IsFullTurn() ? s.center : PointAt(s, 0.5), landmarks.middle) /
+                          static_cast<double>(stretches.size());
+    Moments moments(landmarks.middle, landmarks.size);
+    ForEachSample(stretches, meanLength, [&](DrawingPoint p, double weight) { moments.Add(p, weight / weights); });
+    auto const [first, second] = moments.Axes();
+    Complex const direction = first + kGoldenRatio * second;
+    landmarks.direction = {direction.real(), direction.imag()};
+    return landmarks;
+}
+
+} // namespace zvi::lib::drawing
