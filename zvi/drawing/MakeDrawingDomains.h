@@ -24,13 +24,12 @@ namespace zvi::lib {
 /// 5. A larger tolerance closes gaps, and otherwise only merges or drops what is thinner.
 /// 6. The same curves in the same order give the same result. Domains come in the order of the places where their outer
 ///    loops begin, from left to right and then from below; each loop begins at its first place in that order.
-/// 3 and 4 are for tolerances small against the drawing. From about a tenth of it on, lengths and ranks that are equal
-/// but for rounding may be told apart by it now and then, and a part may stand in a domain that has become too small
-/// for it. With `split` off 1
-/// holds, loops are closed, and areas are positive; the rest needs curves that meet at their ends alone. With
-/// `keepDuplicates` the pieces of a domain are those of the curves that were drawn for it, so that areas are within the
-/// tolerance times the length of those without, pieces begin and end within two tolerances of their curves, and 2 and 3
-/// hold up to that.
+/// 3 and 4 are for tolerances small against the drawing. From about a tenth of it on, and rarely below, lengths and
+/// ranks that are equal but for rounding may be told apart by it, and a part may stand in a domain that has become too
+/// small for it. With `split` off 1 holds, loops are closed, and areas are positive; the rest needs curves that meet at
+/// their ends alone. With `keepDuplicates` the pieces of a domain are those of the curves that were drawn for it, so
+/// that areas are within the tolerance times the length of those without, pieces begin and end within two tolerances of
+/// their curves, and 2 and 3 hold up to that.
 ///
 /// Method: the curves, and a connector across each gap below the tolerance, are cut at every place where they meet at
 /// the precision of rounding, and ordered round each place. Euler's formula proves the map planar. Only then comes the
