@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <ranges>
 
 namespace zvi::lib::curves {
 
@@ -143,14 +142,15 @@ double PointInPolygon::Reach() const {
     return HeightMargin(m_box);
 }
 
-template <typename Edges>
-int PointInPolygon::Contains(T_POINT2D const &p, int closed, Edges const &edges) const {
+template <typename EdgeAt>
+int PointInPolygon::Contains(T_POINT2D const &p, int closed, std::size_t edges, EdgeAt const &edgeAt) const {
     if (m_count < 3 || MGeomFunc::IsPointInRegion2(p, m_box, closed) == 0)
         return 0;
     RayFilter const filter(p, m_box);
     EdgeCrossings crossings({p.x, p.y, m_box.MinX - kRayOvershoot, p.y}, m_vertices, m_count);
     int count = 0;
-    for (std::size_t const edge : edges) {
+    for (std::size_t i = 0; i < edges; ++i) {
+        std::size_t const edge = edgeAt(i);
         T_POINT2D const &start = m_vertices[edge], &end = m_vertices[edge + 1 == m_count ? 0 : edge + 1];
         if (filter.Misses(start, end))
             continue;
@@ -166,11 +166,11 @@ int PointInPolygon::Contains(T_POINT2D const &p, int closed, Edges const &edges)
 }
 
 int PointInPolygon::Contains(T_POINT2D const &p, int closed) const {
-    return Contains(p, closed, std::views::iota(std::size_t{0}, m_count));
+    return Contains(p, closed, m_count, [](std::size_t i) { return i; });
 }
 
 int PointInPolygon::ContainsAmong(T_POINT2D const &p, int closed, std::span<int const> edges) const {
-    return Contains(p, closed, edges | std::views::transform([](int edge) { return base::Index(edge); }));
+    return Contains(p, closed, edges.size(), [edges](std::size_t i) { return base::Index(edges[i]); });
 }
 
 int EdgeCrossings::Count(std::size_t edge) {

@@ -28,8 +28,8 @@ public:
     T_REGION2D const &Box() const { return m_box; }
 
 private:
-    template <typename Edges>
-    int Contains(T_POINT2D const &p, int closed, Edges const &edges) const;
+    template <typename EdgeAt>
+    int Contains(T_POINT2D const &p, int closed, std::size_t edges, EdgeAt const &edgeAt) const;
 
     T_POINT2D const *m_vertices;
     std::size_t m_count;

@@ -4,6 +4,8 @@
 
 #include "zvi/core/MTolerance.h"
 
+#include "zvi/host/Files.h"
+
 #include <gtest/gtest.h>
 
 #include <initializer_list>
@@ -68,10 +70,11 @@ TEST(Settings, SetChangesOneLineAndLeavesTheRest) {
              {"[A]\r\n; note\r\n  k=old\r\n", "[A]\r\n; note\r\nk = v w\r\n"},
              {"[A]\nk=1\n[B]\n[A]\nk=2", "[A]\nk=1\n[B]\n[A]\nk = v w"},
              {"[A]\nj=\xFF\n\n[B]\n", "[A]\nj=\xFF\nk = v w\n\n[B]\n"},
-             {"[A]", "[A]\nk = v w\n"},
              {"\n[A]\nK=1", "\n[A]\nK=1\nk = v w\n"},
          })
         EXPECT_EQ(EditedSettings(row.before, L"A", L"k", L"v w"), row.after);
+    std::string const end(host::LineEnd());
+    EXPECT_EQ(EditedSettings("[A]", L"A", L"k", L"v w"), "[A]" + end + "k = v w" + end) << "the host's line end";
     EXPECT_EQ(EditedSettings("; top\n[A]\n", L"", L"k", L"v"), "k = v\n; top\n[A]\n");
     std::string const tooLong = std::string(1024, 'x') + "\n[A]\nk = 1\n";
     EXPECT_EQ(EditedSettings("[B]\n" + tooLong, L"A", L"k", L"v"), "[B]\n\n[ A ]\nk = v\n" + tooLong);
