@@ -4,13 +4,13 @@
 #include <cstddef>
 #include <cstdlib>
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#if defined(__SANITIZE_ADDRESS__)
 #define ZVI_TEST_SANITIZED 1
 #include <dlfcn.h>
 #endif
 
 // Where the C library lets a program put its own allocator in front, every allocation of the process passes here.
-#if defined(__GLIBC__) && !defined(__clang__)
+#if defined(__GLIBC__) && !defined(__clang__) && !defined(__SANITIZE_THREAD__)
 #define ZVI_TEST_FRONTS_MALLOC 1
 #endif
 
