@@ -72,12 +72,7 @@ DrawIndexOptions ParseDrawIndexOptions(std::vector<std::string> const &arguments
     options.help = parsed.help;
     if (!options.help.empty())
         return options;
-    if (parsed.words.size() > 1)
-        throw UsageError("one drawing at a time; '" + parsed.words[1] + "' is one too many");
-    if (!parsed.words.empty())
-        options.file = parsed.words[0];
-    if (options.file.empty())
-        throw UsageError("the name of the drawing is empty; name a file, or '-' for standard input");
+    options.file = DrawingNamed(parsed.words);
     if (capacity)
         options.capacity = Capacity(*capacity);
     options.progress = !noProgress;

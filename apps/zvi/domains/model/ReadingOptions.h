@@ -15,4 +15,8 @@ struct ReadingOptions {
     std::vector<std::string> layers;
 };
 
+/// The one drawing that the words of a command line name; "-", standard input, when there are none. Throws UsageError
+/// for an empty name and for a second one.
+std::string DrawingNamed(std::vector<std::string> const &words);
+
 } // namespace zvi::app
