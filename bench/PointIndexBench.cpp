@@ -1,3 +1,4 @@
+#include "bench/ResidentMemory.h"
 #include "zvi/spatial/MHHPointSpatialIndex.h"
 #include "zvi/spatial/MHashPointSpatialIndex.h"
 #include "zvi/spatial/MPntOcTree.h"
@@ -33,6 +34,7 @@
 namespace {
 
 using zvi::MVector;
+using zvi::bench::CountBytes;
 using zvi::lib::ICalcDist;
 using zvi::lib::MHashPointSpatialIndex;
 using zvi::lib::MHHPointSpatialIndex;
@@ -219,6 +221,11 @@ PlainGrid GridOf(Cloud const &cloud) {
 template <typename Index>
 void HashInsert(benchmark::State &state) {
     Cloud const &cloud = CloudOf(state);
+    CountBytes(state, [&cloud] {
+        auto index = std::make_unique<Index>();
+        Fill(*index, cloud);
+        return index;
+    });
     for (auto _ : state) {
         Index index;
         Fill(index, cloud);
@@ -270,6 +277,7 @@ void HashWithin(benchmark::State &state) {
 
 void PlainGridInsert(benchmark::State &state) {
     Cloud const &cloud = CloudOf(state);
+    CountBytes(state, [&cloud] { return std::make_unique<PlainGrid>(GridOf(cloud)); });
     for (auto _ : state)
         benchmark::DoNotOptimize(GridOf(cloud));
     CountItems(state);
@@ -297,6 +305,7 @@ void PlainGridWithin(benchmark::State &state) {
 
 void KdTreeBuild(benchmark::State &state) {
     Adaptor const adaptor{CloudOf(state).points};
+    CountBytes(state, [&adaptor] { return std::make_unique<KdTree>(3, adaptor); });
     for (auto _ : state) {
         KdTree tree(3, adaptor);
         benchmark::DoNotOptimize(&tree);
@@ -397,6 +406,7 @@ void RTreeBox(benchmark::State &state) {
 
 void PointOcTreeInsert(benchmark::State &state) {
     Cloud const &cloud = CloudOf(state, true);
+    CountBytes(state, [&cloud] { return OcTreeOf(cloud); });
     for (auto _ : state)
         benchmark::DoNotOptimize(OcTreeOf(cloud));
     CountItems(state);
@@ -404,6 +414,7 @@ void PointOcTreeInsert(benchmark::State &state) {
 
 void RTreePointBuild(benchmark::State &state) {
     Cloud const &cloud = CloudOf(state, true);
+    CountBytes(state, [&cloud] { return std::make_unique<RTree>(ValuesOf(cloud)); });
     for (auto _ : state)
         benchmark::DoNotOptimize(RTree(ValuesOf(cloud)));
     CountItems(state);

@@ -1,3 +1,4 @@
+#include "bench/ResidentMemory.h"
 #include "zvi/spatial/MOcTree.h"
 #include "zvi/spatial/MQuadTree.h"
 
@@ -13,16 +14,11 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <fstream>
 #include <iterator>
 #include <memory>
 #include <random>
 #include <utility>
 #include <vector>
-
-#if defined(__GLIBC__)
-#include <malloc.h>
-#endif
 
 // The object trees beside an R-tree that is bulk built. Sides of the boxes run from 0 to their mean distance, queries
 // are squares or cubes of that side, strewn evenly, and both answer the same questions in the same order. In a nest
@@ -32,6 +28,8 @@
 namespace {
 
 namespace bg = boost::geometry;
+
+using zvi::bench::CountBytes;
 
 /// Side of the square or cube that holds all boxes.
 constexpr double kExtent = 1000.0;
@@ -134,26 +132,6 @@ void Fill(typename In::Tree &tree, Scene<In> const &scene) {
 
 void CountItems(benchmark::State &state) {
     state.SetItemsProcessed(state.iterations() * state.range(0));
-}
-
-/// Bytes of the process that are in memory, 0 where the machine does not tell.
-double ResidentBytes() {
-#if defined(__GLIBC__)
-    malloc_trim(0);
-#endif
-    std::ifstream file("/proc/self/statm");
-    double pages = 0.0;
-    file >> pages >> pages;
-    return pages * 4096.0;
-}
-
-/// Tells what the tree that `make` makes takes for each object.
-template <typename Make>
-void CountBytes(benchmark::State &state, Make make) {
-    double const before = ResidentBytes();
-    auto const tree = make();
-    benchmark::DoNotOptimize(tree.get());
-    state.counters["bytes"] = (ResidentBytes() - before) / static_cast<double>(state.range(0));
 }
 
 template <typename In>
