@@ -45,7 +45,7 @@ struct SlowNode {
         });
     }
     void Insert(std::uint64_t key, Point const &p) {
-        if (children.empty() && (points.size() < capacity || level == 64 || !Separates(p))) {
+        if (children.empty() && (points.size() < capacity || level == MPntOcNode::kDeepestLevel || !Separates(p))) {
             points.emplace_back(key, p);
             return;
         }

@@ -23,8 +23,8 @@ class PointCluster;
 /// of the child meets the query. That is deliberate, and stored indices rely on it.
 class ZVI_API MPntOcNode {
 public:
-    /// Levels under the root at which a node no longer splits but keeps what it gets.
-    static constexpr int kDeepestLevel = 64;
+    /// Levels under the root at which a node no longer splits but keeps what it gets: no cube has a size there any more.
+    static constexpr int kDeepestLevel = 2100;
     /// Fewest points that a leaf has room for; a smaller capacity is taken as this one.
     static constexpr int kLeastCapacity = 2;
 
