@@ -57,4 +57,11 @@ if(TARGET zvi-cli)
       DESTINATION ${CMAKE_INSTALL_DATADIR}/${ZVI_ZSH_FUNCTIONS} COMPONENT program)
   endif()
 endif()
+
+# gdb finds its printers by the place of the library; Visual Studio is given the natvis file.
+install(FILES "${PROJECT_SOURCE_DIR}/debuggers/zvi-gdb.py" COMPONENT development
+  DESTINATION "${CMAKE_INSTALL_DATADIR}/gdb/auto-load/\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}"
+  RENAME "libzvi.so.${PROJECT_VERSION}-gdb.py")
+install(FILES "${PROJECT_SOURCE_DIR}/debuggers/zvi.natvis" DESTINATION ${CMAKE_INSTALL_DATADIR}/zvi COMPONENT development)
+
 include(ZviPackaging)
