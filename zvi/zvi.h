@@ -79,6 +79,7 @@
 #include "zvi/diagnostics/T_PROFILE_D.h"
 
 #include "zvi/drawing/CutDrawingCurves.h"
+#include "zvi/drawing/DomainCentroid.h"
 #include "zvi/drawing/DomainLocator.h"
 #include "zvi/drawing/DrawingRecords.h"
 #include "zvi/drawing/MakeDrawingDomains.h"

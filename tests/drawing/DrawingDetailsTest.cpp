@@ -2,6 +2,7 @@
 #include "tests/drawing/DrawingInvariants.h"
 #include "zvi/curves/MIntersectUtil.h"
 #include "zvi/drawing/CutDrawingCurves.h"
+#include "zvi/drawing/DomainCentroid.h"
 #include "zvi/drawing/MakeDrawingDomains.h"
 #include "zvi/drawing/SuggestedJoinTolerance.h"
 
@@ -151,6 +152,30 @@ TEST(DrawingDetails, CutsLieWhereCurveIntersectionFindsThem) {
         }
     }
     EXPECT_GT(compared, 1000);
+}
+
+TEST(DomainCentroid, IsExactForArcsAndHolesFarFromTheOrigin) {
+    struct Case {
+        char const *curves;
+        DrawingPoint centroid;
+    };
+    // A half disc has it 4 r / 3 pi from its centre, a quarter as far in both directions. A disc of radius 2 without
+    // one of a quarter of its area loses a third of that one's distance.
+    Case const cases[] = {
+        {"line 1 -3 0 3 0; arc 2 0 0 3 0 180", {0, 4 / kPi}},
+        {"line 1 -3 0 3 0; arc 2 0 0 3 180 360", {0, -4 / kPi}},
+        {"line 1 0 0 3 0; arc 2 0 0 3 0 90; line 3 0 3 0 0", {4 / kPi, 4 / kPi}},
+        {"circle 1 0 0 2", {0, 0}},
+        {"circle 1 0 0 2; circle 2 0.9 0 1", {-0.3, 0}},
+    };
+    for (Case const &c : cases)
+        for (double const away : {0.0, 4096.0}) {
+            std::vector<DrawingCurve> const curves = Moved(Curves(c.curves), {.shift = {away, -away}});
+            DrawingPoint const centroid = DomainCentroid(MakeDrawingDomains(curves).domains.back());
+            EXPECT_NEAR(centroid.x, c.centroid.x + away, 1e-12 + 1e-15 * away) << c.curves;
+            EXPECT_NEAR(centroid.y, c.centroid.y - away, 1e-12 + 1e-15 * away) << c.curves;
+        }
+    EXPECT_EQ(DomainCentroid({}).x, 0.0);
 }
 
 TEST(DrawingDetails, AnswerWildNumbers) {

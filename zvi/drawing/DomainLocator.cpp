@@ -40,20 +40,6 @@ struct BorderRun {
     }
 };
 
-Stretch StretchOf(DrawingPiece const &piece) {
-    Stretch s;
-    s.start = piece.start;
-    s.end = piece.end;
-    if (piece.type == DrawingCurveType::kLine)
-        return s;
-    s.isArc = true;
-    s.center = piece.center;
-    s.radius = piece.radius;
-    s.sweep = piece.clockwise ? -1.0 : 1.0;
-    s.sweep *= piece.type == DrawingCurveType::kCircle ? kTwoPi : TurnTo(s, piece.end);
-    return s;
-}
-
 /// A level line, which no query meets; but what lies above it differs from what lies below.
 struct Level {
     double y = 0.0;

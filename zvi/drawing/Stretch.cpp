@@ -274,4 +274,18 @@ DrawingPiece PieceOf(Stretch const &s, std::vector<DrawingCurve> const &curves, 
     return piece;
 }
 
+Stretch StretchOf(DrawingPiece const &piece) {
+    Stretch s;
+    s.start = piece.start;
+    s.end = piece.end;
+    if (piece.type == DrawingCurveType::kLine)
+        return s;
+    s.isArc = true;
+    s.center = piece.center;
+    s.radius = piece.radius;
+    s.sweep = piece.clockwise ? -1.0 : 1.0;
+    s.sweep *= piece.type == DrawingCurveType::kCircle ? kTwoPi : TurnTo(s, piece.end);
+    return s;
+}
+
 } // namespace zvi::lib::drawing

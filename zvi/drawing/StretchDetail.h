@@ -90,4 +90,7 @@ double AreaShare(Stretch const &s, DrawingPoint origin);
 /// The stretch as a piece of the result.
 DrawingPiece PieceOf(Stretch const &s, std::vector<DrawingCurve> const &curves, bool reversed);
 
+/// A piece of a result as a stretch of no curve, as its loop runs.
+Stretch StretchOf(DrawingPiece const &piece);
+
 } // namespace zvi::lib::drawing
