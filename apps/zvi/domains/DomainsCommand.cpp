@@ -11,6 +11,7 @@
 #include "apps/zvi/domains/input/ReadDrawing.h"
 #include "apps/zvi/domains/output/DomainJson.h"
 #include "apps/zvi/domains/output/DxfDrawing.h"
+#include "apps/zvi/domains/output/LayerList.h"
 #include "apps/zvi/domains/output/Report.h"
 #include "apps/zvi/domains/output/SvgPicture.h"
 
@@ -39,7 +40,8 @@ bool WriteFiles(Console &console, DomainsOptions const &options, DrawingInput co
     std::string const readable = DecodeDxfText(title, "");
     bool const drawn =
         options.svgFile.empty() || WriteOutput(console, options.svgFile, SvgPicture(readable, input, result));
-    return drawn && (options.dxfFile.empty() || WriteOutput(console, options.dxfFile, DxfDrawing(result, input.units)));
+    return drawn && (options.dxfFile.empty() ||
+                     WriteOutput(console, options.dxfFile, DxfDrawing(input, result, options.dxfForm)));
 }
 
 /// What stands in front of the lines below the name of the file.
@@ -78,6 +80,11 @@ int FindDomains(Console &console, DomainsOptions const &options) {
     else
         progress.Step("reading " + ShownName(options.file));
     DrawingInput const input = ReadDrawing(options.file, ReadWhole(options.file, console.in), options.reading);
+    if (options.listLayers) {
+        progress.Clear();
+        bool const color = WantsColor(options.color, console.outIsTerminal);
+        return WriteResult(console, options.json ? LayerJson(input) : LayerTable(input, color));
+    }
     progress.Step("finding the domains of " + std::to_string(input.curves.size()) + " curves");
     lib::DrawingOptions drawing = options.drawing;
     drawing.joinTolerance = options.join.value_or(lib::SuggestedJoinTolerance(input.curves));

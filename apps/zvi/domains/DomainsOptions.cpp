@@ -19,8 +19,9 @@ constexpr char const *kExamples =
     "Examples:\n"
     "  zvi domains plan.dxf                       table of the closed domains\n"
     "  zvi domains --svg plan.svg plan.dxf        and a picture of them\n"
-    "  zvi domains --layer WALLS --layer DOORS --strict plan.dxf\n"
-    "                                             two layers; exit status 3 if anything is left over\n"
+    "  zvi domains --layers plan.dxf              its layers, and how much is on each\n"
+    "  zvi domains --layer 'WALL*' --layer DOORS --strict plan.dxf\n"
+    "                                             some layers; exit status 3 if anything is left over\n"
     "  zvi domains --join 0.5 --json plan.dxf     close gaps up to half a unit; everything as JSON\n"
     "  printf 'circle 1 0 0 5\\ncircle 2 0 0 2\\n' | zvi domains\n"
     "                                             curve text from standard input\n";
@@ -50,11 +51,15 @@ struct RawOptions {
 void Describe(CLI::App &app, DomainsOptions &options, RawOptions &raw) {
     app.set_help_flag("-h,--help", "This text");
     app.add_option("FILE", options.file, "The drawing; '-' or none: standard input")->type_name(" ");
-    app.add_option("--layer", raw.layers, "Take this layer alone, also when it is off or frozen; may be given again")
+    app.add_option(
+           "--layer", raw.layers,
+           "Take this layer alone, also when it is off or frozen; '*' and '?' in it stand for any characters and for "
+           "one, capitals do not count; may be given again")
         ->type_name("NAME")
         ->expected(1)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
         ->allow_extra_args(false);
+    app.add_flag("--layers", options.listLayers, "List the layers with what is on them, and do no more");
     app.add_option("--join", raw.join,
                    "Join ends nearer than this, in drawing units (a millionth of the drawing's size); 0: as written")
         ->type_name("T");
@@ -67,7 +72,12 @@ void Describe(CLI::App &app, DomainsOptions &options, RawOptions &raw) {
     app.add_flag("--leftovers", options.allLeftovers, "List everything that is left over, not only the first ten");
     app.add_flag("--json", options.json, "One JSON object instead of the table");
     app.add_option("--svg", raw.svg, "Draw the domains to this file")->type_name("FILE");
-    app.add_option("--dxf", raw.dxf, "Write the domains to this file as closed polylines")->type_name("FILE");
+    app.add_option("--dxf", raw.dxf,
+                   "Write the domains to this file as closed polylines, on the layers of their borders")
+        ->type_name("FILE");
+    app.add_flag("--dxf-cut", options.dxfForm.cut, "There the cut pieces of the borders instead, each once");
+    app.add_flag("--dxf-leftovers", options.dxfForm.leftovers,
+                 std::string("There what is left over as well, on the layer ") + kLeftoverLayer);
     app.add_flag("--no-progress", raw.noProgress, "Do not show on a terminal what goes on");
     app.add_option("--color", options.color, "Colour: auto, always, never (auto)")->type_name("WHEN");
 }
@@ -88,6 +98,8 @@ void Interpret(DomainsOptions &options, RawOptions const &raw) {
     options.drawing.split = !raw.noSplit;
     options.progress = !raw.noProgress;
     options.reading.layers = raw.layers;
+    if (options.listLayers && raw.layers.empty())
+        options.reading.layers = {"*"};
     options.svgFile = raw.svg.value_or("");
     options.dxfFile = raw.dxf.value_or("");
     if (options.color != "auto" && options.color != "always" && options.color != "never")
@@ -116,6 +128,10 @@ void CheckOutputs(DomainsOptions const &options, RawOptions const &raw) {
         if (options.file != "-" && regular && SameFile(PathOf(output), PathOf(options.file)))
             throw UsageError("'" + output + "' is the drawing itself; name another file to write");
     }
+    if (options.listLayers && (raw.svg || raw.dxf))
+        throw UsageError("--layers lists the layers and does no more; leave out --svg and --dxf");
+    if (!raw.dxf && (options.dxfForm.cut || options.dxfForm.leftovers))
+        throw UsageError("--dxf-cut and --dxf-leftovers say what --dxf writes; add --dxf FILE");
     if (SameFile(PathOf(options.svgFile), PathOf(options.dxfFile)))
         throw UsageError("--svg and --dxf name the same file; give each its own");
 }

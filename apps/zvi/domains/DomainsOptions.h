@@ -1,6 +1,7 @@
 #pragma once
 
 #include "apps/zvi/domains/model/ReadingOptions.h"
+#include "apps/zvi/domains/output/DxfDrawing.h"
 
 #include "zvi/drawing/DrawingRecords.h"
 
@@ -23,7 +24,9 @@ struct DomainsOptions {
     std::string color = "auto";
     std::string svgFile; ///< empty: none
     std::string dxfFile; ///< empty: none
-    std::string help;    ///< not empty: help was asked for, and this is it
+    DxfForm dxfForm;
+    bool listLayers = false; ///< only that
+    std::string help;        ///< not empty: help was asked for, and this is it
 };
 
 /// Reads the arguments after the verb. Throws UsageError for unknown options, with the nearest name, for values

@@ -73,9 +73,11 @@ TEST(Program, RefusesWrongUsageAndSuggests) {
         {{"domains", "--color", "red"}, "zvi: --color is auto, always or never, not 'red'\n"},
         {{"domains", "--join", ""}, "zvi: --join needs a distance in drawing units, 0 or more, not ''\n"},
         {{"domains", "--dxf", ""}, "zvi: --svg and --dxf need the name of a file"},
+        {{"domains", "--layers", "--svg", "o"}, "zvi: --layers lists the layers and does no more"},
+        {{"domains", "--dxf-cut"}, "zvi: --dxf-cut and --dxf-leftovers say what --dxf writes; add --dxf FILE\n"},
         {{"domains", "--svg", "-"}, "zvi: --svg and --dxf need the name of a file"},
         {{"domains", "--svg", "o", "--dxf", "o"}, "zvi: --svg and --dxf name the same file"},
-        {{"domains", "--layer", "A"}, "zvi: curve text has no layers; leave out --layer\n"},
+        {{"domains", "--layer", "A"}, "zvi: curve text has no layers; --layer and --layers are for DXF drawings\n"},
         {{"domains", "--join"}, "zvi: --join needs a value; write --join T\n"},
         {{"domains", "--svg", "--json"}, "zvi: --svg needs a value; write --svg FILE\n"},
         {{"domains", "--join", "1", "--join=2"}, "zvi: --join is given more than once; give it once\n"},
@@ -126,6 +128,7 @@ TEST(Program, ReadsStandardInputAndDxfByItsLook) {
         EXPECT_NE(run.err.find("     left over: nothing\n"), std::string::npos);
     }
     std::string const dxf = "0\nSECTION\n2\nENTITIES\n0\nCIRCLE\n8\nA\n10\n0\n20\n0\n40\n1\n0\nENDSEC\n0\nEOF\n";
+    EXPECT_EQ(RunZvi({"domains", "--layers"}, dxf).out.substr(0, 30), "curves  others  state  layer\n ");
     EXPECT_TRUE(RunZvi({"domains", "--layer", "a"}, dxf).out.ends_with("1 domains, 0 holes, total area 3.14159265\n"));
     std::string carriage = dxf;
     std::replace(carriage.begin(), carriage.end(), '\n', '\r');
@@ -152,7 +155,7 @@ TEST(Program, FollowsItsOptions) {
     EXPECT_NE(RunZvi({"domains", "--keep-duplicates"}, twice).err.find("dropped 0 duplicates"), std::string::npos);
 
     RunOutcome const json = RunZvi({"domains", "--json"}, kRing);
-    EXPECT_TRUE(json.out.starts_with("{\"schema\":1,\"units\":\"absent\",\n\"domains\":[")) << json.out;
+    EXPECT_TRUE(json.out.starts_with("{\"schema\":1,\"units\":\"absent\",\n\"reading\":{")) << json.out;
     EXPECT_NE(RunZvi({"domains", "--color=always"}, kRing).out.find("\x1B[1m"), std::string::npos);
     EXPECT_EQ(RunZvi({"domains", "--color=auto"}, kRing).out.find("\x1B"), std::string::npos);
 }

@@ -7,6 +7,7 @@
 #include "apps/zvi/domains/dxf/DxfUnits.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace zvi::app {
 
@@ -123,12 +124,15 @@ void DocumentReader::ReadLayer() {
     constexpr int kFrozenBit = 1;
     DxfLayer layer;
     for (Advance(); m_current.code != 0; Advance()) {
-        if (m_current.code == 2)
+        if (m_current.code == 2) {
             layer.name = Trimmed(m_current.value);
-        else if (m_current.code == 62)
-            layer.off = IntegerOf(m_current) < 0;
-        else if (m_current.code == 70)
+        } else if (m_current.code == 62) {
+            int const color = IntegerOf(m_current);
+            layer.off = color < 0;
+            layer.color = std::abs(color);
+        } else if (m_current.code == 70) {
             layer.frozen = (IntegerOf(m_current) & kFrozenBit) != 0;
+        }
     }
     m_document.layers.push_back(layer);
 }

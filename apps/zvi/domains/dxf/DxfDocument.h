@@ -23,6 +23,7 @@ struct DxfLayer {
     std::string_view name;
     bool off = false;
     bool frozen = false;
+    int color = 7; ///< of the format's palette
 };
 
 /// A block definition: what an INSERT of its name draws, with `base` at the point of insertion.

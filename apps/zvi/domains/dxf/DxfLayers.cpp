@@ -3,8 +3,8 @@
 #include "apps/zvi/common/Failure.h"
 #include "apps/zvi/common/Joined.h"
 #include "apps/zvi/common/NearestName.h"
-#include "apps/zvi/common/Text.h"
 #include "apps/zvi/common/TextDecoding.h"
+#include "apps/zvi/domains/dxf/LayerPattern.h"
 
 #include <algorithm>
 
@@ -25,35 +25,51 @@ std::string ShownNames(std::vector<std::string> const &names) {
 
 DxfLayers::DxfLayers(DxfDocument const &document, std::vector<std::string> const &chosen)
     : m_codePage(document.codePage), m_wanted(chosen) {
-    for (DxfLayer const &layer : document.layers) {
-        State &state = m_states[IndexOf(layer.name)];
-        state.off = layer.off;
-        state.frozen = layer.frozen;
+    for (std::string const &pattern : m_wanted)
+        m_patterns.push_back(FoldedLayerName(pattern));
+    for (DxfLayer const &given : document.layers) {
+        DrawingLayer &layer = m_layers[IndexOf(given.name)];
+        layer.isOff = given.off;
+        layer.isFrozen = given.frozen;
+        layer.color = given.color;
     }
     IndexOf("0");
 }
 
 std::uint32_t DxfLayers::IndexOf(std::string_view name) {
-    auto const [entry, isNew] = m_numbers.try_emplace(Lowered(name), static_cast<std::uint32_t>(m_names.size()));
+    std::string written(name);
+    auto const known = m_numbers.find(written);
+    if (known != m_numbers.end())
+        return known->second;
+    std::uint32_t const number = Add(DecodeDxfText(name, m_codePage));
+    m_numbers.emplace(std::move(written), number);
+    return number;
+}
+
+/// The number of the layer of this name, which is made when it is new.
+std::uint32_t DxfLayers::Add(std::string const &name) {
+    std::string const folded = FoldedLayerName(name);
+    auto const [entry, isNew] = m_folded.try_emplace(folded, static_cast<std::uint32_t>(m_layers.size()));
     if (isNew) {
-        m_names.push_back(DecodeDxfText(name, m_codePage));
-        bool const chosen = std::any_of(m_wanted.begin(), m_wanted.end(),
-                                        [this](std::string const &w) { return SameNoCase(w, m_names.back()); });
-        m_states.push_back({false, false, chosen});
+        m_layers.push_back({name});
+        m_isChosen.push_back(std::any_of(m_patterns.begin(), m_patterns.end(),
+                                         [&folded](std::string const &p) { return FitsPattern(folded, p); }));
     }
     return entry->second;
 }
 
 void DxfLayers::CheckChoice() const {
-    for (std::string const &name : m_wanted) {
-        bool const met =
-            std::any_of(m_names.begin(), m_names.end(), [&name](std::string const &n) { return SameNoCase(n, name); });
-        if (met)
+    std::vector<std::string> names;
+    for (DrawingLayer const &layer : m_layers)
+        names.push_back(layer.name);
+    for (std::size_t i = 0; i < m_patterns.size(); ++i) {
+        auto const fits = [this, i](auto const &layer) { return FitsPattern(layer.first, m_patterns[i]); };
+        if (std::any_of(m_folded.begin(), m_folded.end(), fits))
             continue;
-        std::string const nearest = NearestName(name, m_names);
+        std::string const nearest = NearestName(m_wanted[i], names);
         throw InputError(
-            0, "there is no layer \"" + name + "\"; " +
-                   (nearest.empty() ? "there are " + ShownNames(m_names) : "did you mean \"" + nearest + "\"?"));
+            0, Joined("there is no layer \"", m_wanted[i], "\"; ",
+                      nearest.empty() ? "there are " + ShownNames(names) : "did you mean \"" + nearest + "\"?"));
     }
 }
 

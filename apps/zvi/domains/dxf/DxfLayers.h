@@ -1,6 +1,7 @@
 #pragma once
 
 #include "apps/zvi/domains/dxf/DxfDocument.h"
+#include "apps/zvi/domains/model/DrawingInput.h"
 
 #include <cstdint>
 #include <string>
@@ -13,35 +14,35 @@ namespace zvi::app {
 /// The layers of a drawing, those of its table first, then those that only entities name.
 class DxfLayers {
 public:
-    /// `chosen` are the layers to take, empty for all; it must outlive this object.
+    /// `chosen` are the names and patterns of the layers to take, empty for all.
     DxfLayers(DxfDocument const &document, std::vector<std::string> const &chosen);
 
     /// The number of a layer; it is added when it is new.
     std::uint32_t IndexOf(std::string_view name);
 
-    bool IsOff(std::uint32_t layer) const { return m_states[layer].off && !m_states[layer].chosen; }
-    bool IsFrozen(std::uint32_t layer) const { return m_states[layer].frozen && !m_states[layer].chosen; }
+    bool IsOff(std::uint32_t layer) const { return m_layers[layer].isOff && !m_isChosen[layer]; }
+    bool IsFrozen(std::uint32_t layer) const { return m_layers[layer].isFrozen && !m_isChosen[layer]; }
     /// Whether the choice of layers, if there is one, leaves this one out.
-    bool IsLeftOut(std::uint32_t layer) const { return !m_wanted.empty() && !m_states[layer].chosen; }
+    bool IsLeftOut(std::uint32_t layer) const { return !m_wanted.empty() && !m_isChosen[layer]; }
 
-    /// Throws InputError when a chosen layer was never met, with the nearest name that was.
+    void CountOther(std::uint32_t layer) { ++m_layers[layer].others; }
+
+    /// Throws InputError when no layer that was met fits one of the choices, with the nearest name that was.
     void CheckChoice() const;
 
-    /// The names as UTF-8, by number.
-    std::vector<std::string> const &Names() const { return m_names; }
+    /// The layers by number.
+    std::vector<DrawingLayer> const &Layers() const { return m_layers; }
 
 private:
-    struct State {
-        bool off = false;
-        bool frozen = false;
-        bool chosen = false;
-    };
+    std::uint32_t Add(std::string const &name);
 
     std::string_view m_codePage;
     std::vector<std::string> const &m_wanted;
-    std::unordered_map<std::string, std::uint32_t> m_numbers; ///< by name in small letters: capitals do not count
-    std::vector<State> m_states;
-    std::vector<std::string> m_names;
+    std::vector<std::string> m_patterns;                      ///< `m_wanted`, folded
+    std::unordered_map<std::string, std::uint32_t> m_numbers; ///< by name as it is written
+    std::unordered_map<std::string, std::uint32_t> m_folded;  ///< by folded name
+    std::vector<DrawingLayer> m_layers;
+    std::vector<bool> m_isChosen; ///< beside the layers
 };
 
 } // namespace zvi::app

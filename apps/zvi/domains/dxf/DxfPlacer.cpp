@@ -22,7 +22,7 @@ DrawingInput DxfPlacer::Place() {
     CountLayouts();
     PlaceAll(Parse(ModelSpace()), {Affine{}, m_layerZero, 0});
     m_layers.CheckChoice();
-    m_input.layers = m_layers.Names();
+    m_input.layers = m_layers.Layers();
     return std::move(m_input);
 }
 
@@ -77,7 +77,7 @@ void DxfPlacer::PlaceEntity(DxfEntity const &entity, CurveOrigin const &origin, 
         ++m_input.notes.off;
     else if (m_layers.IsLeftOut(layer))
         ++m_input.notes.otherLayers;
-    else if (!CountIfNoCurve(entity))
+    else if (!CountIfNoCurve(entity, layer))
         PlaceShape(entity, {layer, origin.entity}, around);
 }
 
@@ -94,16 +94,15 @@ bool DxfPlacer::IsHidden(DxfEntity const &entity, std::uint32_t layer) {
     return true;
 }
 
-bool DxfPlacer::CountIfNoCurve(DxfEntity const &entity) {
-    if (std::holds_alternative<DxfMesh>(entity.shape)) {
+bool DxfPlacer::CountIfNoCurve(DxfEntity const &entity, std::uint32_t layer) {
+    if (std::holds_alternative<DxfMesh>(entity.shape))
         ++m_input.notes.meshes;
-        return true;
-    }
-    if (std::holds_alternative<DxfNoCurve>(entity.shape)) {
+    else if (std::holds_alternative<DxfNoCurve>(entity.shape))
         ++m_input.notes.notCurves[DecodeDxfText(entity.type, m_document.codePage)];
-        return true;
-    }
-    return false;
+    else
+        return false;
+    m_layers.CountOther(layer);
+    return true;
 }
 
 void DxfPlacer::PlaceShape(DxfEntity const &entity, CurveOrigin const &origin, Surroundings const &around) {

@@ -51,7 +51,7 @@ private:
     void PlaceInsert(DxfEntity const &entity, std::uint32_t layer, Surroundings const &around);
     void PlaceCopies(DxfInsert const &insert, Block const &block, std::size_t line, Surroundings const &around);
     bool IsHidden(DxfEntity const &entity, std::uint32_t layer);
-    bool CountIfNoCurve(DxfEntity const &entity);
+    bool CountIfNoCurve(DxfEntity const &entity, std::uint32_t layer);
     Block *OpenBlock(DxfInsert const &insert, std::size_t line, int depth);
     void CountMade(std::size_t made, std::size_t line);
     void CountRepeated(std::size_t groups, std::size_t line);

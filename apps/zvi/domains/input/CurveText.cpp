@@ -172,7 +172,7 @@ void AddCurve(DrawingInput &input, DrawingCurve const &curve, std::size_t line) 
 DrawingInput ReadCurveText(std::string_view text) {
     text = WithoutUtf8Mark(text);
     DrawingInput input;
-    input.layers = {""};
+    input.layers = {DrawingLayer{}};
     for (std::size_t line = 1; !text.empty(); ++line) {
         std::size_t const end = text.find('\n');
         std::vector<std::string_view> const words = Words(text.substr(0, end));

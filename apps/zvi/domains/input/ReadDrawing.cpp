@@ -20,7 +20,7 @@ DrawingInput ReadDrawing(std::string const &file, std::string text, ReadingOptio
     if (file != "-" && !SameNoCase(extension, ".curves"))
         throw InputError(0, "is no drawing that can be read; name a .dxf or a .curves file");
     if (!options.layers.empty())
-        throw UsageError("curve text has no layers; leave out --layer");
+        throw UsageError("curve text has no layers; --layer and --layers are for DXF drawings");
     return ReadCurveText(text);
 }
 

@@ -24,6 +24,15 @@ struct CurveOrigin {
     std::uint32_t entity = 0;
 };
 
+/// A layer of a drawing.
+struct DrawingLayer {
+    std::string name; ///< UTF-8; empty for curve text, which has none
+    int color = 7;    ///< of the format's palette, 1 to 255
+    bool isOff = false;
+    bool isFrozen = false;
+    int others = 0; ///< entities on it that are no curves
+};
+
 /// What was read, what was changed on the way, and what was left out.
 struct ReadingNotes {
     std::map<std::string, int> notCurves; ///< entities that are no curves, by type
@@ -47,16 +56,17 @@ struct DrawingInput {
         "absent"; ///< "mm", "inch", ...; "none" where the drawing says so, "absent" where it says nothing
     std::vector<lib::DrawingCurve> curves;
     std::vector<CurveOrigin> origins; ///< beside `curves`
-    std::vector<std::string> layers;  ///< UTF-8
+    std::vector<DrawingLayer> layers;
     std::vector<EntityLabel> entities;
     std::unordered_map<unsigned int, std::size_t> indexOfId; ///< filled where ids are not 1, 2, 3, ...
     ReadingNotes notes;
 
     /// Index into `curves` of the curve with this id, which must be one of them.
     std::size_t IndexOf(unsigned int id) const { return indexOfId.empty() ? id - 1 : indexOfId.at(id); }
+    CurveOrigin const &OriginOf(unsigned int id) const { return origins[IndexOf(id)]; }
     /// Layer of the curve with this id; empty for curve text.
-    std::string const &LayerOf(unsigned int id) const { return layers[origins[IndexOf(id)].layer]; }
-    EntityLabel const &EntityOf(unsigned int id) const { return entities[origins[IndexOf(id)].entity]; }
+    std::string const &LayerOf(unsigned int id) const { return layers[OriginOf(id).layer].name; }
+    EntityLabel const &EntityOf(unsigned int id) const { return entities[OriginOf(id).entity]; }
 };
 
 } // namespace zvi::app

@@ -49,6 +49,17 @@ double SweepOf(DrawingPiece const &piece) {
     return direction * (turned > 0.0 ? turned : turned + kTurn);
 }
 
+bool IsFinite(DrawingPiece const &piece) {
+    double const sum = piece.start.x + piece.start.y + piece.end.x + piece.end.y;
+    return std::isfinite(sum) && std::isfinite(piece.center.x + piece.center.y + piece.radius);
+}
+
+double LengthOf(DrawingPiece const &piece) {
+    if (piece.type == DrawingCurveType::kLine)
+        return std::hypot(piece.end.x - piece.start.x, piece.end.y - piece.start.y);
+    return piece.radius * std::abs(SweepOf(piece));
+}
+
 DrawingPoint PointOn(DrawingPiece const &piece, double part) {
     if (piece.type == DrawingCurveType::kLine)
         return {piece.start.x + part * (piece.end.x - piece.start.x),

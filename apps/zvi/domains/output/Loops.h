@@ -25,6 +25,12 @@ struct Box {
 /// line, a full turn for a circle.
 double SweepOf(lib::DrawingPiece const &piece);
 
+/// Whether all numbers of a piece are finite.
+bool IsFinite(lib::DrawingPiece const &piece);
+
+/// Length of a piece, in drawing units.
+double LengthOf(lib::DrawingPiece const &piece);
+
 /// The point of a piece at a part (0 to 1) of its length from its start. A circle starts at its easternmost point.
 lib::DrawingPoint PointOn(lib::DrawingPiece const &piece, double part);
 

@@ -3,6 +3,7 @@
 #include "apps/zvi/common/Joined.h"
 #include "apps/zvi/common/NumberText.h"
 #include "apps/zvi/domains/output/JoinAdvice.h"
+#include "apps/zvi/domains/output/TextTable.h"
 
 #include <algorithm>
 #include <array>
@@ -41,9 +42,21 @@ std::string TypeCounts(std::map<std::string, int> const &counts) {
     return text;
 }
 
+/// How many curves are on layers that are not shown; they were taken because they were asked for.
+std::size_t CurvesNotShown(DrawingInput const &input) {
+    auto const isNotShown = [&input](CurveOrigin const &origin) {
+        DrawingLayer const &layer = input.layers[origin.layer];
+        return layer.isOff || layer.isFrozen;
+    };
+    return static_cast<std::size_t>(std::count_if(input.origins.begin(), input.origins.end(), isNotShown));
+}
+
 void AddReading(Lines &lines, DrawingInput const &input) {
     ReadingNotes const &notes = input.notes;
     lines.push_back("read " + Count(input.curves.size(), "curve", "curves") + ", units: " + input.units);
+    if (std::size_t const count = CurvesNotShown(input); count > 0)
+        lines.push_back("took " + Count(count, "curve", "curves") +
+                        " on layers that are off or frozen, as --layer asks");
     if (!notes.flattened.empty())
         lines.push_back("flattened " + TypeCounts(notes.flattened) + " into " + Count(notes.chords, "chord", "chords") +
                         " (--chord-error sets how closely)");
@@ -130,10 +143,6 @@ void AddGaps(Lines &lines, DrawingInput const &input, lib::DrawingResult const &
                            Count(result.gaps.size(), "gap", "gaps")));
 }
 
-std::string Padded(std::string const &text, std::size_t width) {
-    return std::string(width - std::min(width, text.size()), ' ') + text;
-}
-
 } // namespace
 
 char const *ReasonName(lib::LeftoverReason reason) {
@@ -161,20 +170,24 @@ lib::DrawingPoint PlaceOf(lib::DrawingPiece const &piece) {
     return piece.start;
 }
 
-std::string TotalsLine(lib::DrawingResult const &result) {
-    std::size_t holes = 0;
-    double area = 0.0;
+DomainTotals TotalsOf(lib::DrawingResult const &result) {
+    DomainTotals totals;
+    totals.domains = result.domains.size();
     for (lib::DrawingDomain const &domain : result.domains) {
-        holes += domain.holes.size();
-        area += domain.area;
+        totals.holes += domain.holes.size();
+        totals.area += domain.area;
     }
-    return std::to_string(result.domains.size()) + " domains, " + std::to_string(holes) + " holes, total area " +
-           ShortNumber(area);
+    return totals;
+}
+
+std::string TotalsLine(lib::DrawingResult const &result) {
+    DomainTotals const totals = TotalsOf(result);
+    return std::to_string(totals.domains) + " domains, " + std::to_string(totals.holes) + " holes, total area " +
+           ShortNumber(totals.area);
 }
 
 std::string DomainTable(lib::DrawingResult const &result, bool color) {
-    using Row = std::array<std::string, 5>;
-    std::vector<Row> rows{{"number", "area", "perimeter", "curves", "holes"}};
+    std::vector<std::vector<std::string>> rows{{"number", "area", "perimeter", "curves", "holes"}};
     for (lib::DrawingDomain const &domain : result.domains) {
         std::size_t curves = domain.outer.size();
         for (auto const &hole : domain.holes)
@@ -182,21 +195,7 @@ std::string DomainTable(lib::DrawingResult const &result, bool color) {
         rows.push_back({std::to_string(rows.size()), ShortNumber(domain.area), ShortNumber(domain.perimeter),
                         std::to_string(curves), std::to_string(domain.holes.size())});
     }
-    Row::size_type const columns = rows.front().size();
-    std::array<std::size_t, 5> widths{};
-    for (Row const &row : rows) {
-        for (std::size_t i = 0; i < columns; ++i)
-            widths[i] = std::max(widths[i], row[i].size());
-    }
-    std::string table;
-    for (std::size_t r = 0; r < rows.size(); ++r) {
-        bool const bold = color && r == 0;
-        table += bold ? "\x1B[1m" : "";
-        for (std::size_t i = 0; i < columns; ++i)
-            table += (i == 0 ? "" : "  ") + Padded(rows[r][i], widths[i]);
-        table += bold ? "\x1B[0m\n" : "\n";
-    }
-    return table + TotalsLine(result) + "\n";
+    return TextTable(rows, false, color) + TotalsLine(result) + "\n";
 }
 
 bool HasLeftovers(DrawingInput const &input, lib::DrawingResult const &result) {

@@ -9,6 +9,14 @@
 
 namespace zvi::app {
 
+/// All domains together.
+struct DomainTotals {
+    std::size_t domains = 0;
+    std::size_t holes = 0;
+    double area = 0.0;
+};
+DomainTotals TotalsOf(lib::DrawingResult const &result);
+
 /// "N domains, M holes, total area A", one way for every N and M, because programs read it.
 std::string TotalsLine(lib::DrawingResult const &result);
 

@@ -57,19 +57,8 @@ constexpr double kHalfDigitHeight = 0.37;
 /// Part of the free circle that a number may fill.
 constexpr double kNumberFill = 0.8;
 
-bool IsFinite(DrawingPiece const &piece) {
-    double const sum = piece.start.x + piece.start.y + piece.end.x + piece.end.y;
-    return std::isfinite(sum) && std::isfinite(piece.center.x + piece.center.y + piece.radius);
-}
-
 std::string Dashes(double stroke) {
     return SvgNumber(kDash * stroke) + " " + SvgNumber(kDashRoom * stroke);
-}
-
-double LengthOf(DrawingPiece const &piece) {
-    if (piece.type == DrawingCurveType::kLine)
-        return std::hypot(piece.end.x - piece.start.x, piece.end.y - piece.start.y);
-    return piece.radius * std::abs(SweepOf(piece));
 }
 
 /// Leftovers of one reason that follow one another head to tail, drawn as one path so that the dashes run on.

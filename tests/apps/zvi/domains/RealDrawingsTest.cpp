@@ -82,7 +82,7 @@ void ExpectReadOrRefused(fs::path const &folder) {
             options.joinTolerance = lib::SuggestedJoinTolerance(input.curves);
             lib::DrawingResult const result = lib::MakeDrawingDomains(input.curves, options);
             EXPECT_FALSE(SvgPicture(name, input, result).empty());
-            Totals const back = TotalsOf(lib::MakeDrawingDomains(ReadDxf(DxfDrawing(result, "mm"), {}).curves));
+            Totals const back = TotalsOf(lib::MakeDrawingDomains(ReadDxf(DxfDrawing(input, result), {}).curves));
             EXPECT_NEAR(back.area, TotalsOf(result).area, 1e-6 * back.area) << name;
         } catch (InputError const &error) {
             EXPECT_EQ(name, "binary_r2000.dxf") << error.what();

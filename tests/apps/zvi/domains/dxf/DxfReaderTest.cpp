@@ -1,3 +1,4 @@
+#include "apps/zvi/domains/dxf/LayerPattern.h"
 #include "tests/apps/zvi/domains/dxf/DxfText.h"
 
 #include <gtest/gtest.h>
@@ -188,11 +189,37 @@ TEST(DxfReader, LeavesOutHiddenThingsAndCountsThem) {
     options.layers = {"off"};
     DrawingInput const chosen = ReadDxf(text, options);
     EXPECT_EQ(Shown(chosen), "line 5,5 6,6; line 0,0 1,0");
+    EXPECT_EQ(chosen.layers[0].others, 0);
+    options.layers = {"FRO?EN", "o*"};
+    EXPECT_EQ(Shown(ReadDxf(text, options)), "line 5,5 6,6; line 5,5 6,6; line 0,0 1,0; line 0,0 1,0");
     options.layers = {"frozne"};
     EXPECT_EQ(Refusal(text, options), "0: there is no layer \"frozne\"; did you mean \"Frozen\"?");
 
     std::string const space = "0 BLOCK\n2 *MODEL_SPACE\n10 0\n20 0\n0 LINE\n8 A\n" + ends + "0 ENDBLK\n";
     EXPECT_EQ(Shown(ReadDxf(DxfGroups(BlockSection(space) + "0 EOF\n"), {})), "line 5,5 6,6") << "no ENTITIES";
+}
+
+TEST(LayerPattern, FitsNames) {
+    struct Case {
+        char const *name, *pattern;
+        bool fits;
+    };
+    for (Case const &c : {Case{"WALLS", "wall*", true},
+                          {"WALLS", "*", true},
+                          {"", "*", true},
+                          {"WALLS", "WALL", false},
+                          {"A-WALL-1", "*wall*", true},
+                          {"A-WALL-1", "a?wall??", true},
+                          {"A-WALL", "A-WALL?", false},
+                          {"aab", "*ab", true},
+                          {"aabaa", "*ab", false},
+                          {"a*b", "a*b", true},
+                          {"WALL", "WALL**", true},
+                          {"\xD0\xA1\xD1\x82", "\xD1\x81?", true},
+                          {"\xD0\xA1", "*??", false},
+                          {"A", "[A]", false}})
+        EXPECT_EQ(FitsPattern(FoldedLayerName(c.name), FoldedLayerName(c.pattern)), c.fits)
+            << c.name << " " << c.pattern;
 }
 
 TEST(DxfReader, ReadsHeaderLayerNamesAndOddFiles) {
