@@ -4,18 +4,17 @@
 #include "zvi/core/WideUnits.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cwchar>
 
 using zvi::lib::AppendUnits;
 using zvi::lib::AppendWide;
+using zvi::lib::AreUnits;
 using zvi::lib::IsBlankUnit;
 using zvi::lib::LowerUnit;
 using zvi::lib::UpperUnit;
 
 namespace {
-
-/// The largest value of a code unit.
-constexpr std::uint32_t kLastUnit = 0xFFFF;
 
 std::wstring_view ViewOf(wchar_t const *text) {
     return text ? std::wstring_view(text) : std::wstring_view();
@@ -92,6 +91,17 @@ CString::CString(wchar_t character, int count) {
 
 CString::CString(std::wstring_view text) : m_text(UnitsOf(text)) {}
 
+CString CString::OfUnits(std::wstring units) {
+    CString text;
+    text.Swap(units);
+    return text;
+}
+
+void CString::Swap(std::wstring &units) {
+    assert(AreUnits(units));
+    m_text.swap(units);
+}
+
 CString &CString::operator=(wchar_t const *text) {
     m_text = UnitsOf(ViewOf(text));
     return *this;
@@ -124,9 +134,7 @@ int CString::Compare(CString const &other) const {
 
 int CString::Compare(wchar_t const *other) const {
     std::wstring_view const view = ViewOf(other);
-    bool const hasWide =
-        std::any_of(view.begin(), view.end(), [](std::uint32_t element) { return element > kLastUnit; });
-    return SignOf(hasWide ? m_text.compare(UnitsOf(view)) : std::wstring_view(m_text).compare(view));
+    return SignOf(!AreUnits(view) ? m_text.compare(UnitsOf(view)) : std::wstring_view(m_text).compare(view));
 }
 
 int CString::CompareNoCase(CString const &other) const {

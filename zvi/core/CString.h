@@ -38,6 +38,10 @@ public:
     bool IsEmpty() const { return m_text.empty(); }
     /// Makes the text empty.
     void Empty() { m_text.clear(); }
+    /// A text that takes over the memory of its units, of which none is more than 16 bits.
+    static CString OfUnits(std::wstring units);
+    /// Changes places with such units, memory and all.
+    void Swap(std::wstring &units);
 
     /// The unit at `index`; 0 outside the text.
     wchar_t GetAt(int index) const { return Unit(index); }

@@ -20,6 +20,11 @@ std::wstring_view View(CString const &text) {
     return {text.GetString(), static_cast<std::size_t>(text.GetLength())};
 }
 
+/// A part of a text.
+CString Text(std::wstring_view units) {
+    return CString::OfUnits(std::wstring(units));
+}
+
 /// The program's folder with the backslash at its end.
 CString ProgramFolder() {
     CString const program{std::wstring_view(host::ModulePath())};
@@ -131,7 +136,7 @@ int MOptionRWImplFile::LoadData() {
             current = &m_categories[CString(place.category)];
         // Files that the library has written are sorted. A later value takes the place of an earlier one.
         if (place.line.kind == SettingsLine::Kind::kValue)
-            current->emplace_hint(current->end(), place.line.name, CString())->second = CString(place.line.value);
+            current->emplace_hint(current->end(), Text(place.line.name), CString())->second = Text(place.line.value);
     };
     SettingsEnd const end = core::ReadSettingsBy(View(FullPath()), getLine, take, nullptr);
     m_isUnread = end == SettingsEnd::kUnread;

@@ -54,15 +54,13 @@ std::istream &core::GetSettingsLine(std::istream &stream, char (&buffer)[kLineBu
     auto const count = static_cast<std::size_t>(stream.gcount());
     // The line end is counted, and is not in the buffer.
     bool const hasLineEnd = count != 0 && !stream.eof() && !stream.fail();
-    wchar_t units[kLineBuffer];
-    std::size_t const length = host::WideOfBytes({buffer, hasLineEnd ? count - 1 : count}, units);
-    units[length] = L'\0';
+    std::string_view const bytes(buffer, hasLineEnd ? count - 1 : count);
     // The text keeps its room from line to line.
-    text.Empty();
-    text += units;
-    for (std::size_t at = static_cast<std::size_t>(text.GetLength()); at < length;
-         at = static_cast<std::size_t>(text.GetLength()))
-        (text += L'\0') += units + at + 1;
+    std::wstring units;
+    text.Swap(units);
+    units.resize(bytes.size());
+    units.resize(host::WideOfBytes(bytes, units.data()));
+    text.Swap(units);
     return stream;
 }
 

@@ -4,6 +4,7 @@
 #include "zvi/core/WideUnits.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace zvi::lib {
 
@@ -38,7 +39,7 @@ CString WideOf(std::string_view utf8) {
         AppendUnits(units, length == 0 || character == 0 ? kReplacementCharacter : character);
         utf8.remove_prefix(std::max<std::size_t>(length, 1));
     }
-    return CString(std::wstring_view(units));
+    return CString::OfUnits(std::move(units));
 }
 
 std::string Utf8Of(std::wstring_view text) {

@@ -74,12 +74,18 @@ void AppendUnits(std::wstring &units, std::uint32_t character) {
     }
 }
 
-void AppendWide(std::wstring &units, std::wstring_view text) {
+bool AreUnits(std::wstring_view text) {
+    if constexpr (sizeof(wchar_t) == sizeof(char16_t))
+        return true;
     // Without a way out of the loop it runs over several elements at a time.
     std::uint32_t bits = 0;
     for (wchar_t const element : text)
         bits |= static_cast<std::uint32_t>(element);
-    if (bits < base::kFirstBeyondBasicPlane) {
+    return bits < base::kFirstBeyondBasicPlane;
+}
+
+void AppendWide(std::wstring &units, std::wstring_view text) {
+    if (AreUnits(text)) {
         units.append(text);
         return;
     }

@@ -15,6 +15,9 @@ inline constexpr wchar_t kReplacementCharacter = 0xFFFD;
 /// character has is appended as U+FFFD. Lone surrogates pass as they are.
 ZVI_API void AppendUnits(std::wstring &units, std::uint32_t character);
 
+/// Whether no element of a wide text is more than a unit.
+ZVI_API bool AreUnits(std::wstring_view text);
+
 /// Appends a wide text whose elements may be whole characters; see `AppendUnits`.
 ZVI_API void AppendWide(std::wstring &units, std::wstring_view text);
 

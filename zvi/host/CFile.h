@@ -10,7 +10,8 @@
 class ZVI_API CFile {
 public:
     /// Flags of opening. Text mode is in force when neither text nor binary is asked for. Sharing is looked at on
-    /// Windows alone: without `kExclusive` others may read and write the file meanwhile.
+    /// Windows alone: others may read the file meanwhile, so that a log can be followed, and without `kExclusive`
+    /// write it too.
     static constexpr unsigned int kRead = 0;
     static constexpr unsigned int kWrite = 0x1;
     static constexpr unsigned int kReadWrite = 0x2;

@@ -79,6 +79,7 @@ std::size_t CStdioFile::ReadBytes(void *buffer, std::size_t count) {
     if (!m_pStream)
         RaiseNotOpen();
     errno = 0;
+    m_isOutOfStep = true;
     std::size_t const read = std::fread(buffer, 1, count, m_pStream);
     // A stream that is open for writing alone does not tell of an error everywhere.
     if (read == 0 && count > 0 && !std::feof(m_pStream)) {
@@ -127,26 +128,39 @@ std::size_t CStdioFile::WithoutCarriageReturns(char *bytes, std::size_t count) {
     return static_cast<std::size_t>(to - bytes);
 }
 
-void CStdioFile::WriteBytes(void const *bytes, std::size_t count) {
+void CStdioFile::WriteBytes(std::string_view bytes) {
     if (!m_pStream)
         RaiseNotOpen();
     errno = 0;
-    if (std::fwrite(bytes, 1, count, m_pStream) != count)
+    m_isOutOfStep = true;
+    if (std::fwrite(bytes.data(), 1, bytes.size(), m_pStream) != bytes.size())
         RaiseStreamError(errno);
 }
 
-void CStdioFile::Write(void const *bytes, std::size_t count) {
-    if (!m_isText || host::LineEnd().size() == 1) {
-        WriteBytes(bytes, count);
-        return;
-    }
-    std::string converted;
-    for (char const byte : std::string_view(static_cast<char const *>(bytes), count)) {
+/// The bytes as the host keeps them, in `converted` where they differ.
+std::string_view CStdioFile::HostBytes(std::string_view bytes, std::string &converted) const {
+    if (!m_isText || host::LineEnd().size() == 1)
+        return bytes;
+    for (char const byte : bytes) {
         if (byte == kLineFeed)
             converted += kCarriageReturn;
         converted += byte;
     }
-    WriteBytes(converted.data(), converted.size());
+    return converted;
+}
+
+void CStdioFile::Write(void const *bytes, std::size_t count) {
+    std::string converted;
+    WriteBytes(HostBytes({static_cast<char const *>(bytes), count}, converted));
+}
+
+void CStdioFile::WriteAtOnce(std::string_view bytes) {
+    if (!m_pStream || m_isOutOfStep)
+        Flush();
+    m_mayNeedMark = false;
+    std::string converted;
+    if (int const error = host::WriteThrough(m_pStream, HostBytes(bytes, converted)); error != 0)
+        RaiseStreamError(error);
 }
 
 void CStdioFile::WriteString(wchar_t const *text) {
@@ -165,7 +179,7 @@ void CStdioFile::WriteUnits(std::wstring_view units) {
             AppendUnitBytes(bytes, L'\r');
         AppendUnitBytes(bytes, unit);
     }
-    WriteBytes(bytes.data(), bytes.size());
+    WriteBytes(bytes);
 }
 
 void CStdioFile::Flush() {
@@ -174,6 +188,7 @@ void CStdioFile::Flush() {
     errno = 0;
     if (std::fflush(m_pStream) != 0)
         RaiseStreamError(errno);
+    m_isOutOfStep = false;
 }
 
 bool CStdioFile::IsAtEnd() const {

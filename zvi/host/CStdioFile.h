@@ -41,13 +41,16 @@ public:
     /// Hands everything that was written to the system, which keeps it when this process is killed.
     void Flush();
 
+    /// As `Write` and then `Flush`, in one call of the system.
+    void WriteAtOnce(std::string_view bytes);
+
     /// Whether a `Read` has met the end of the file. A file that is not open is at its end.
     bool IsAtEnd() const;
 
 protected:
     /// As `Read` and `Write` in binary mode, whatever the mode is.
     std::size_t ReadBytes(void *buffer, std::size_t count);
-    void WriteBytes(void const *bytes, std::size_t count);
+    void WriteBytes(std::string_view bytes);
 
     /// Writes UTF-16 units (one per element) little-endian, and in text mode CR LF for each LF on every host. At the
     /// start of a file U+FEFF goes first.
@@ -59,6 +62,9 @@ private:
     std::size_t WithoutCarriageReturns(char *bytes, std::size_t count);
     bool IsFollowedByLineFeed();
 
+    std::string_view HostBytes(std::string_view bytes, std::string &converted) const;
+
     bool m_isText = true;
+    bool m_isOutOfStep = true; ///< whether the stream may hold bytes that the file has not, or has read ahead
     bool m_mayNeedMark = true;
 };

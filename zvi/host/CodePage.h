@@ -29,6 +29,9 @@ ZVI_API void AppendWideOfMulti(std::wstring &units, std::string_view text, unsig
 /// half of a surrogate pair becomes U+FFFD. Empty for a page that the host does not know.
 ZVI_API std::string MultiOfWide(std::wstring_view units, unsigned int codePage);
 
+/// The same, appended to a text.
+ZVI_API void AppendMultiOfWide(std::string &text, std::wstring_view units, unsigned int codePage);
+
 /// Bytes in the system's code page as UTF-16 units from which `BytesOfWide` makes the same bytes again: for files that
 /// are to be written back. On POSIX a byte of no character becomes the lone surrogate 0xDC00 + byte; on Windows as
 /// `WideOfMulti`, for whose usual pages every byte is a character. `units` has room for one unit for each byte, which

@@ -4,7 +4,6 @@
 #include <cstdarg>
 #include <limits>
 #include <stdexcept>
-#include <string_view>
 
 namespace zvi::lib {
 
@@ -19,14 +18,6 @@ constexpr std::size_t kKeptCapacity = std::size_t{1} << 16;
 void CheckLength(std::wstring const &line) {
     if (line.size() > static_cast<std::size_t>(std::numeric_limits<int>::max()))
         throw std::length_error("line too long for a text");
-}
-
-/// Puts units into `text`, whose memory is used again. No element is more than a unit.
-void AssignUnits(CString &text, std::wstring const &units, std::size_t from) {
-    text.Empty();
-    text += units.c_str() + from;
-    if (static_cast<std::size_t>(text.GetLength()) != units.size() - from)
-        text = CString(std::wstring_view(units).substr(from)); // there is a zero in it
 }
 
 } // namespace
@@ -58,24 +49,25 @@ void BufferedTextFile::Close() {
     CStdioFile::Close();
 }
 
-int BufferedTextFile::NextLine() {
-    m_hasLineRest = false;
+void BufferedTextFile::NextLine() {
     m_line.clear();
     if (m_line.capacity() > kKeptCapacity)
         m_line.shrink_to_fit();
     m_given = 0;
     m_lineResult = ScanLine(m_line);
     CheckLength(m_line);
-    return m_lineResult;
 }
 
 int BufferedTextFile::ReadLine(CString &text) {
     if (!IsOpen())
         return 0;
-    int const result = m_hasLineRest ? m_lineResult : NextLine();
+    if (!m_hasLineRest)
+        NextLine();
     m_hasLineRest = false;
-    AssignUnits(text, m_line, m_given);
-    return result;
+    m_line.erase(0, m_given);
+    // The text's memory is that of the next line.
+    text.Swap(m_line);
+    return m_lineResult;
 }
 
 int BufferedTextFile::ReadString(CString &text) {

@@ -55,11 +55,11 @@ protected:
     std::int32_t m_indentStep = kIndentStep;
 
 private:
-    int NextLine();
+    void NextLine();
     bool CanWrite();
 
-    std::wstring m_line;        ///< the line that was scanned last
-    std::size_t m_given = 0;    ///< how much of it `ReadString` has given
+    std::wstring m_line;        ///< the line that was scanned last, until `ReadLine` gives it
+    std::size_t m_given = 0;    ///< how much of it was given
     int m_lineResult = 0;       ///< what its scan gave
     bool m_hasLineRest = false; ///< whether something of it is still to be given, its end at least
 };

@@ -31,15 +31,31 @@ std::size_t FindLineFeed(char const *units, std::size_t count) {
     return count;
 }
 
+/// `count` units as elements.
+template <std::size_t count>
+void Widen(char const *units, wchar_t *to) {
+    // A copy of their own lets them be widened at once.
+    char16_t block[count];
+    std::memcpy(block, units, sizeof block);
+    for (std::size_t i = 0; i < count; ++i)
+        to[i] = static_cast<wchar_t>(block[i]);
+}
+
 void AppendUnitsOf(std::wstring &line, char const *units, std::size_t count) {
+    constexpr std::size_t kBlock = 8;
     std::size_t const before = line.size();
     line.resize(before + count);
     wchar_t *const to = line.data() + before;
-    for (std::size_t i = 0; i < count; ++i) {
-        char16_t unit = 0;
-        std::memcpy(&unit, units + i * kUnitSize, kUnitSize);
-        to[i] = static_cast<wchar_t>(unit);
+    if (count < kBlock) {
+        for (std::size_t i = 0; i < count; ++i)
+            Widen<1>(units + i * kUnitSize, to + i);
+        return;
     }
+    std::size_t const last = count - kBlock;
+    for (std::size_t i = 0; i < last; i += kBlock)
+        Widen<kBlock>(units + i * kUnitSize, to + i);
+    // It may share units with the block before.
+    Widen<kBlock>(units + last * kUnitSize, to + last);
 }
 
 } // namespace

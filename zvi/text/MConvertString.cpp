@@ -34,7 +34,7 @@ std::string MConvertString::WideToMulti(wchar_t const *text, int length, unsigne
 }
 
 CString MConvertString::MultiToWideCSting(char const *text, int length, unsigned int codePage) {
-    return CString(std::wstring_view(MultiToWide(text, length, codePage)));
+    return CString::OfUnits(MultiToWide(text, length, codePage));
 }
 
 int MConvertString::atoi(CString &text) {

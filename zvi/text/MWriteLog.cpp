@@ -8,15 +8,16 @@
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace zvi::lib {
 
 namespace {
 
-constexpr std::wstring_view kMessage = L"[Message][";
-constexpr std::wstring_view kError = L"[Error][";
-constexpr std::wstring_view kWarning = L"[Warning][";
+constexpr std::string_view kMessage = "[Message][";
+constexpr std::string_view kError = "[Error][";
+constexpr std::string_view kWarning = "[Warning][";
 
 /// Length of the lines around the first ones.
 constexpr int kRuleLength = 50;
@@ -26,18 +27,20 @@ CString &SiteAddress() {
     return *address;
 }
 
+void Append(std::string &bytes, std::wstring_view text) {
+    host::AppendMultiOfWide(bytes, text, host::kSystemCodePage);
+}
+
 /// A line as "[Error][SOURCE] : TEXT".
-std::wstring LineOf(std::wstring_view kind, wchar_t const *source, wchar_t const *text) {
-    constexpr std::wstring_view kBetween = L"] : ";
-    std::wstring_view const parts[] = {kind, source, kBetween, text, L"\n"};
-    std::size_t length = 0;
-    for (std::wstring_view const part : parts)
-        length += part.size();
-    std::wstring line;
-    line.reserve(length);
-    for (std::wstring_view const part : parts)
-        line += part;
-    return line;
+std::string LineOf(std::string_view kind, std::wstring_view source, std::wstring_view text) {
+    constexpr std::string_view kBetween = "] : ";
+    std::string line;
+    line.reserve(kind.size() + source.size() + kBetween.size() + text.size() + 1);
+    line += kind;
+    Append(line, source);
+    line += kBetween;
+    Append(line, text);
+    return line += '\n';
 }
 
 } // namespace
@@ -99,12 +102,10 @@ void MWriteLog::ForceFlush() {
         m_pFile->Flush();
 }
 
-int MWriteLog::WriteText(std::wstring_view text) {
+int MWriteLog::WriteBytes(std::string_view bytes) {
     if (!m_pFile)
         return 0;
-    std::string const bytes = host::MultiOfWide(text, host::kSystemCodePage);
-    m_pFile->Write(bytes.data(), bytes.size());
-    m_pFile->Flush();
+    m_pFile->WriteAtOnce(bytes);
     return 1;
 }
 
@@ -116,24 +117,29 @@ int MWriteLog::Write(wchar_t const *format, ...) {
     va_start(arguments, format);
     text.FormatV(format, arguments);
     va_end(arguments);
-    return WriteText(text.GetString());
+    std::string bytes;
+    Append(bytes, text.GetString());
+    return WriteBytes(bytes);
 }
 
 void MWriteLog::WriteLine(wchar_t const *text) {
-    if (m_pFile)
-        WriteText((CString(text) + L"\n").GetString());
+    if (!m_pFile)
+        return;
+    std::string line;
+    Append(line, text ? text : L"");
+    WriteBytes(line += '\n');
 }
 
 int MWriteLog::WriteMsg(CString source, CString text) {
-    return m_pFile ? WriteText(LineOf(kMessage, source, text)) : 0;
+    return m_pFile ? WriteBytes(LineOf(kMessage, source.GetString(), text.GetString())) : 0;
 }
 
 int MWriteLog::WriteError(CString source, CString text) {
-    return m_pFile ? WriteText(LineOf(kError, source, text)) : 0;
+    return m_pFile ? WriteBytes(LineOf(kError, source.GetString(), text.GetString())) : 0;
 }
 
 int MWriteLog::WriteWarning(CString source, CString text) {
-    return m_pFile ? WriteText(LineOf(kWarning, source, text)) : 0;
+    return m_pFile ? WriteBytes(LineOf(kWarning, source.GetString(), text.GetString())) : 0;
 }
 
 CString MWriteLog::GetTimeString() {

@@ -10,8 +10,8 @@ class CStdioFile;
 
 namespace zvi::lib {
 
-/// Writes one log file in the system's multi-byte encoding. Every write is flushed, so that the log holds all that was
-/// written when the process is killed.
+/// Writes one log file in the system's multi-byte encoding. Every write goes to the system at once, so that the log can
+/// be followed, and holds all that was written when the process is killed.
 ///
 /// The application makes the one object; whoever else uses it does so while it lives. A failure of the disk raises
 /// `CFileException`. Nothing is locked.
@@ -33,7 +33,8 @@ public:
     /// set. Holds for logs that are started afterwards.
     static void SetSiteAddress(CString const &address);
 
-    /// Makes the log file anew, for this process alone, and writes its first six lines. Gives 1, or 0 with no log open
+    /// Makes the log file anew and writes its first six lines. Others may read it meanwhile; on Windows none may write
+    /// it. Gives 1, or 0 with no log open
     /// when the file cannot be made. A log that is open is ended before.
     int StartLog(CString &path);
 
@@ -66,7 +67,7 @@ protected:
     CStdioFile *GetFile(wchar_t const *path, unsigned int flags, CFileException *error);
 
 private:
-    int WriteText(std::wstring_view text);
+    int WriteBytes(std::string_view bytes);
 
     CStdioFile *m_pFile = nullptr;
 };

@@ -151,25 +151,41 @@ void AppendWideOfPage(std::wstring &units, std::string_view text, unsigned int c
     }
 }
 
-/// Whether the eight bytes at a place are ASCII.
-bool AreAscii(char const *eight) {
+constexpr std::size_t kBlock = 16;
+
+/// Whether all bytes of a block are ASCII.
+bool AreAscii(char const *block) {
     constexpr std::uint64_t kHighBits = 0x8080808080808080;
-    std::uint64_t bits = 0;
-    std::memcpy(&bits, eight, sizeof bits);
-    return !(bits & kHighBits);
+    std::uint64_t first = 0;
+    std::uint64_t second = 0;
+    std::memcpy(&first, block, sizeof first);
+    std::memcpy(&second, block + sizeof first, sizeof second);
+    static_assert(sizeof first + sizeof second == kBlock);
+    return ((first | second) & kHighBits) == 0;
 }
 
-/// Bytes of ASCII at the start of the text.
-std::size_t AsciiPrefix(std::string_view text) {
-    constexpr std::size_t kEight = 8;
+/// A block of ASCII as units.
+void WidenBlock(char const *from, wchar_t *to) {
+    // A copy of its own lets all of it be widened at once.
+    unsigned char block[kBlock];
+    std::memcpy(block, from, kBlock);
+    for (std::size_t i = 0; i < kBlock; ++i)
+        to[i] = static_cast<wchar_t>(block[i]);
+}
+
+/// Writes the ASCII at the start of the text to `to`, and gives its length.
+std::size_t WriteAscii(wchar_t *to, std::string_view text) {
     std::size_t count = 0;
-    while (text.size() - count >= kEight && AreAscii(text.data() + count))
-        count += kEight;
-    // The rest is the end of the last eight bytes.
-    if (count > 0 && text.size() - count < kEight && AreAscii(text.data() + text.size() - kEight))
+    for (; text.size() - count >= kBlock && AreAscii(text.data() + count); count += kBlock)
+        WidenBlock(text.data() + count, to + count);
+    // The rest is the end of one more block, whose beginning is written once more.
+    std::size_t const last = text.size() - std::min(text.size(), kBlock);
+    if (last < count && count < text.size() && AreAscii(text.data() + last)) {
+        WidenBlock(text.data() + last, to + last);
         return text.size();
-    while (count < text.size() && static_cast<unsigned char>(text[count]) < 0x80)
-        ++count;
+    }
+    for (; count < text.size() && static_cast<unsigned char>(text[count]) < kFirstByte; ++count)
+        to[count] = static_cast<wchar_t>(text[count]);
     return count;
 }
 
@@ -193,8 +209,8 @@ std::uint32_t CharacterAt(std::wstring_view units, std::size_t &at) {
 template <typename UnitOfByte>
 wchar_t *WriteWideOfUtf8(wchar_t *to, std::string_view text, UnitOfByte unitOfByte) {
     while (!text.empty()) {
-        std::size_t const plain = AsciiPrefix(text);
-        to = std::copy_n(text.data(), plain, to);
+        std::size_t const plain = WriteAscii(to, text);
+        to += plain;
         text.remove_prefix(plain);
         if (text.empty())
             break;
@@ -222,7 +238,6 @@ void AppendWideOfUtf8(std::wstring &units, std::string_view text) {
 
 /// Units of ASCII from `first` on. Without a way out of a block its elements are looked at several at a time.
 std::size_t AsciiUnits(std::wstring_view units, std::size_t first) {
-    constexpr std::size_t kBlock = 16;
     constexpr std::uint32_t kForeignBits = ~std::uint32_t{0x7F};
     std::size_t end = first;
     for (; units.size() - end >= kBlock; end += kBlock) {
@@ -239,9 +254,7 @@ std::size_t AsciiUnits(std::wstring_view units, std::size_t first) {
 
 /// Appends ASCII as it is, and of the rest what `append` makes of a character, in which half of a pair is one.
 template <typename Append>
-std::string Utf8By(std::wstring_view units, Append append) {
-    std::string text;
-    text.reserve(units.size());
+void AppendUtf8By(std::string &text, std::wstring_view units, Append append) {
     for (std::size_t at = 0; at < units.size(); ++at) {
         std::size_t const plain = AsciiUnits(units, at);
         std::size_t const used = text.size();
@@ -252,12 +265,11 @@ std::string Utf8By(std::wstring_view units, Append append) {
         if (at < units.size())
             append(text, ReadUnits(units, at));
     }
-    return text;
 }
 
-std::string Utf8OfWide(std::wstring_view units) {
-    return Utf8By(units, [](std::string &text, std::uint32_t character) {
-        base::AppendUtf8(text, base::IsCharacter(character) ? character : kReplacement);
+void AppendUtf8OfWide(std::string &text, std::wstring_view units) {
+    AppendUtf8By(text, units, [](std::string &to, std::uint32_t character) {
+        base::AppendUtf8(to, base::IsCharacter(character) ? character : kReplacement);
     });
 }
 
@@ -287,11 +299,10 @@ std::size_t UnitBytesOfFirst(std::string_view bytes) {
     return base::IsHighSurrogate(unit) ? 2 * sizeof unit : sizeof unit;
 }
 
-std::string PageOfWide(std::wstring_view units, unsigned int codePage) {
+void AppendPageOfWide(std::string &text, std::wstring_view units, unsigned int codePage) {
     Converter converter(ConverterName(codePage), kUnits);
-    std::string text;
     if (!converter.IsOpen())
-        return text;
+        return;
     std::string const bytes = UnitBytes(units);
     std::string const question = UnitBytes(L"?");
     std::string_view left = bytes;
@@ -301,7 +312,6 @@ std::string PageOfWide(std::wstring_view units, unsigned int codePage) {
         left.remove_prefix(UnitBytesOfFirst(left));
     }
     converter.Run(left, text);
-    return text;
 }
 
 } // namespace
@@ -324,7 +334,16 @@ void AppendWideOfMulti(std::wstring &units, std::string_view text, unsigned int 
 }
 
 std::string MultiOfWide(std::wstring_view units, unsigned int codePage) {
-    return IsUtf8Page(codePage) ? Utf8OfWide(units) : PageOfWide(units, codePage);
+    std::string text;
+    AppendMultiOfWide(text, units, codePage);
+    return text;
+}
+
+void AppendMultiOfWide(std::string &text, std::wstring_view units, unsigned int codePage) {
+    if (IsUtf8Page(codePage))
+        AppendUtf8OfWide(text, units);
+    else
+        AppendPageOfWide(text, units, codePage);
 }
 
 std::size_t WideOfBytes(std::string_view bytes, wchar_t *units) {
@@ -333,12 +352,14 @@ std::size_t WideOfBytes(std::string_view bytes, wchar_t *units) {
 }
 
 std::string BytesOfWide(std::wstring_view units) {
-    return Utf8By(units, [](std::string &text, std::uint32_t character) {
+    std::string bytes;
+    AppendUtf8By(bytes, units, [](std::string &to, std::uint32_t character) {
         if (character >= kByteUnit + kFirstByte && character <= kByteUnit + kLastByte)
-            text += static_cast<char>(character - kByteUnit);
+            to += static_cast<char>(character - kByteUnit);
         else
-            base::AppendUtf8(text, base::IsCharacter(character) ? character : kReplacement);
+            base::AppendUtf8(to, base::IsCharacter(character) ? character : kReplacement);
     });
+    return bytes;
 }
 
 } // namespace zvi::host

@@ -59,4 +59,15 @@ std::FILE *OpenByFlags(std::wstring_view path, unsigned int flags, CFileExceptio
 /// Streams carry bytes here.
 void UseBinaryMode(std::FILE *) {}
 
+int WriteThrough(std::FILE *stream, std::string_view bytes) {
+    while (!bytes.empty()) {
+        ssize_t const written = ::write(::fileno(stream), bytes.data(), bytes.size());
+        if (written < 0 && errno != EINTR)
+            return errno;
+        if (written > 0)
+            bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return 0;
+}
+
 } // namespace zvi::host

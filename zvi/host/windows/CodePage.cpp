@@ -37,16 +37,23 @@ void AppendWideOfMulti(std::wstring &units, std::string_view text, unsigned int 
 }
 
 std::string MultiOfWide(std::wstring_view units, unsigned int codePage) {
+    std::string text;
+    AppendMultiOfWide(text, units, codePage);
+    return text;
+}
+
+void AppendMultiOfWide(std::string &text, std::wstring_view units, unsigned int codePage) {
     if (units.empty() || units.size() > kLargestText)
-        return {};
+        return;
     auto const size = static_cast<int>(units.size());
     int const count = ::WideCharToMultiByte(codePage, 0, units.data(), size, nullptr, 0, nullptr, nullptr);
     if (count <= 0)
-        return {};
-    std::string text(static_cast<std::size_t>(count), '\0');
-    int const written = ::WideCharToMultiByte(codePage, 0, units.data(), size, text.data(), count, nullptr, nullptr);
-    text.resize(static_cast<std::size_t>(written > 0 ? written : 0));
-    return text;
+        return;
+    std::size_t const before = text.size();
+    text.resize(before + static_cast<std::size_t>(count));
+    int const written =
+        ::WideCharToMultiByte(codePage, 0, units.data(), size, text.data() + before, count, nullptr, nullptr);
+    text.resize(before + static_cast<std::size_t>(written > 0 ? written : 0));
 }
 
 std::size_t WideOfBytes(std::string_view bytes, wchar_t *units) {

@@ -7,6 +7,7 @@
 #include <fcntl.h>
 #include <io.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdint>
 
@@ -61,7 +62,7 @@ HANDLE OpenHandle(std::filesystem::path const &native, unsigned int flags) {
         ::SetLastError(ERROR_BAD_PATHNAME);
         return INVALID_HANDLE_VALUE;
     }
-    DWORD const sharing = flags & CFile::kExclusive ? 0 : FILE_SHARE_READ | FILE_SHARE_WRITE;
+    DWORD const sharing = flags & CFile::kExclusive ? FILE_SHARE_READ : FILE_SHARE_READ | FILE_SHARE_WRITE;
     return ::CreateFileW(native.c_str(), Access(flags), sharing, nullptr, Disposition(flags), FILE_ATTRIBUTE_NORMAL,
                          nullptr);
 }
@@ -100,6 +101,18 @@ std::FILE *OpenByFlags(std::wstring_view path, unsigned int flags, CFileExceptio
 void UseBinaryMode(std::FILE *stream) {
     static_cast<void>(std::fflush(stream));
     static_cast<void>(::_setmode(::_fileno(stream), _O_BINARY));
+}
+
+int WriteThrough(std::FILE *stream, std::string_view bytes) {
+    constexpr std::size_t kBytesAtOnce = std::size_t{1} << 30;
+    while (!bytes.empty()) {
+        auto const count = static_cast<unsigned int>(std::min(bytes.size(), kBytesAtOnce));
+        int const written = ::_write(::_fileno(stream), bytes.data(), count);
+        if (written < 0)
+            return errno;
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return 0;
 }
 
 } // namespace zvi::host
