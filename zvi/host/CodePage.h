@@ -17,8 +17,8 @@ inline constexpr unsigned int kUtf8CodePage = 65001;
 /// 28591, ...) on every host. UTF-16 and UTF-32 are no multi-byte pages.
 ZVI_API bool HasCodePage(unsigned int codePage);
 
-/// A multi-byte text as UTF-16 units, one per element, whatever is in it; a zero stays a zero. What is no character of
-/// the page becomes U+FFFD or the character that the host has for that. Empty for a page that the host does not know.
+/// A multi-byte text as UTF-16 units, one per element, whatever is in it; a zero stays a zero. A byte that begins no
+/// character of the page becomes U+FFFD. Empty for a page that the host does not know.
 ZVI_API std::wstring WideOfMulti(std::string_view text, unsigned int codePage);
 
 /// The same, appended to a text.

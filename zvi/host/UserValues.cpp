@@ -1,10 +1,10 @@
 #include "zvi/host/UserValues.h"
 
+#include "zvi/host/Paths.h"
+#include "zvi/host/ReplaceContent.h"
 #include "zvi/host/UserValuesDetail.h"
 
 #include <algorithm>
-#include <chrono>
-#include <cstdint>
 #include <fstream>
 #include <iterator>
 #include <mutex>
@@ -14,7 +14,7 @@ namespace zvi::host {
 
 namespace {
 
-/// Of a name, so that it is a file name on every host, with room for what a temporary one adds.
+/// Of a name, so that it is a file name on every host.
 constexpr std::size_t kLongestName = 200;
 
 struct FolderInUse {
@@ -48,21 +48,6 @@ bool IsName(std::string_view name) {
            name.back() != ' ' && std::none_of(name.begin(), name.end(), IsForbidden);
 }
 
-/// A name beside the target that no other writer has: of the moment and of the caller's place in memory.
-std::filesystem::path TemporaryFor(std::filesystem::path const &target) {
-    std::filesystem::path temporary = target;
-    temporary += '.' + std::to_string(std::chrono::steady_clock::now().time_since_epoch().count());
-    temporary += '.' + std::to_string(reinterpret_cast<std::uintptr_t>(&temporary)) + ".new";
-    return temporary;
-}
-
-bool WriteFile(std::filesystem::path const &path, std::string_view value) {
-    std::ofstream file(path, std::ios::binary);
-    file << value << '\n';
-    file.close();
-    return !file.fail();
-}
-
 } // namespace
 
 std::string FolderValue(std::filesystem::path const &folder, std::string_view name) {
@@ -87,14 +72,7 @@ bool SetFolderValue(std::filesystem::path const &folder, std::string_view name, 
         return !error;
     }
     std::filesystem::create_directories(folder, error);
-    std::filesystem::path const temporary = TemporaryFor(path);
-    if (WriteFile(temporary, value)) {
-        std::filesystem::rename(temporary, path, error);
-        if (!error)
-            return true;
-    }
-    std::filesystem::remove(temporary, error);
-    return false;
+    return !ReplaceContent(LibraryPath(path), std::string(value) + '\n');
 }
 
 std::string UserValue(std::string_view name) {

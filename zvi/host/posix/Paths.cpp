@@ -124,18 +124,6 @@ std::wstring DocumentsFolder() {
     return fs::is_directory(NativePath(path), failure) ? path : std::wstring();
 }
 
-std::wstring CurrentFolder() {
-    std::error_code failure;
-    fs::path const folder = fs::current_path(failure);
-    return failure ? std::wstring() : LibraryPath(folder);
-}
-
-bool SetCurrentFolder(std::wstring_view path) {
-    std::error_code failure;
-    fs::current_path(NativePath(path), failure);
-    return !failure;
-}
-
 bool IsSameName(std::wstring_view left, std::wstring_view right) {
     return left == right;
 }

@@ -64,18 +64,6 @@ std::wstring DocumentsFolderName() {
     return DocumentsBy(CSIDL_FLAG_DONT_VERIFY);
 }
 
-std::wstring CurrentFolder() {
-    std::error_code failure;
-    fs::path const folder = fs::current_path(failure);
-    return failure ? std::wstring() : LibraryPath(folder);
-}
-
-bool SetCurrentFolder(std::wstring_view path) {
-    std::error_code failure;
-    fs::current_path(NativePath(path), failure);
-    return !failure;
-}
-
 bool IsSameName(std::wstring_view left, std::wstring_view right) {
     return ::CompareStringOrdinal(left.data(), static_cast<int>(left.size()), right.data(),
                                   static_cast<int>(right.size()), TRUE) == CSTR_EQUAL;

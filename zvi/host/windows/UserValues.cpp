@@ -1,5 +1,6 @@
 #include "zvi/host/UserValuesDetail.h"
 
+#include "zvi/host/CodePage.h"
 #include "zvi/host/windows/WindowsHeader.h"
 
 namespace zvi::host {
@@ -9,18 +10,7 @@ namespace {
 constexpr wchar_t const *kKey = L"Software\\ZORVI\\TEST";
 
 std::wstring Wide(std::string_view text) {
-    int const bytes = static_cast<int>(text.size());
-    std::wstring wide(static_cast<std::size_t>(MultiByteToWideChar(CP_UTF8, 0, text.data(), bytes, nullptr, 0)), L'\0');
-    MultiByteToWideChar(CP_UTF8, 0, text.data(), bytes, wide.data(), static_cast<int>(wide.size()));
-    return wide;
-}
-
-std::string Narrow(std::wstring const &text) {
-    int const units = static_cast<int>(text.size());
-    int const bytes = WideCharToMultiByte(CP_UTF8, 0, text.data(), units, nullptr, 0, nullptr, nullptr);
-    std::string narrow(static_cast<std::size_t>(bytes), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, text.data(), units, narrow.data(), bytes, nullptr, nullptr);
-    return narrow;
+    return WideOfMulti(text, kUtf8CodePage);
 }
 
 } // namespace
@@ -34,7 +24,7 @@ std::string OwnUserValue(std::string_view name) {
         LSTATUS const status =
             RegGetValueW(HKEY_CURRENT_USER, kKey, wideName.c_str(), RRF_RT_REG_SZ, nullptr, value.data(), &bytes);
         if (status == ERROR_SUCCESS)
-            return Narrow(value.substr(0, value.find(L'\0')));
+            return MultiOfWide(std::wstring_view(value).substr(0, value.find(L'\0')), kUtf8CodePage);
         if (status != ERROR_MORE_DATA)
             return {};
         value.resize(value.size() * 2);
