@@ -17,11 +17,13 @@ class TriangleGrid;
 ///
 /// A triangle is stored in every cell that it touches, grown by the tolerance of its insertion. So no pair within a
 /// tolerance is missed whose triangles were inserted with half of it or more, and a little more for the rounding of
-/// `float` in which cells are tested. Triangles outside the grid are not stored.
+/// `float` in which cells are tested, as long as the triangles come near each other within the grid: what lies outside
+/// is in no cell, and a triangle wholly outside is not stored.
 ///
-/// An index whose cells cannot be had (for a box that is a point, inside out or not finite, for 2^31 cells and more or
-/// more than memory holds) stores and finds nothing. When memory runs short otherwise, `std::bad_alloc` is raised and
-/// the index is as it was. One thread per index; a search tells the progress bar of the process.
+/// An index whose cells cannot be had (where their edge would not be above 0, as for a box that is a point or inside
+/// out without a smallest cell, for a box that is not finite, for 2^31 cells and more or more than memory holds) stores
+/// and finds nothing. When memory runs short otherwise, `std::bad_alloc` is raised and the index is as it was. One
+/// thread per index; a search tells the progress bar of the process.
 class ZVI_API CTriangleSpatialIndex {
 public:
     /// Lays cells over `box`, the lowest x, y, z and then the highest: the longest extent, enlarged by a hundredth, is

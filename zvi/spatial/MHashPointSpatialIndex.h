@@ -40,8 +40,8 @@ public:
     /// Lays a grid over the box from `minimum` to `maximum`: its longest extent, enlarged by a thousandth, is divided
     /// by `division`, an even one raised by 1; every axis then has an odd number of cells, enough for its extent and a
     /// margin, and the middle cell lies on the middle of the box. Call it once: a grid that is there already is not
-    /// deleted, since a copy may be using it. A box that is a point, inside out or not finite leaves the index without
-    /// a grid, as does one of 2^32 cells and more or of more than memory holds.
+    /// deleted, since a copy may be using it. A box that is a point, inside out by a cell or more on any axis, or not
+    /// finite leaves the index without a grid, as does one of 2^32 cells and more or of more than memory holds.
     void SetBoundaryAndDivision(double const *const minimum, double const *const maximum, int division);
 
     /// Takes all values out; the grid stays.

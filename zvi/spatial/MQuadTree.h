@@ -41,11 +41,12 @@ public:
     MQuadTree &operator=(MQuadTree const &other) = default;
     virtual ~MQuadTree();
 
-    /// 1; 0 without a change when the key exists or the rectangle is not finite.
+    /// 1; 0 when the key exists, the rectangle is not finite, or the root region cannot grow to it, as one without a
+    /// size or near the largest numbers. Then no object and no key has come, though the region may have grown.
     int Insert(unsigned int key, MQuadMBR2D const &mbr);
     /// The same with the type of the object.
     int Insert(unsigned int key, int type, MQuadMBR2D const &mbr);
-    /// Inserts an object of the caller: 1; 0 when its rectangle is not finite.
+    /// Inserts an object of the caller: 1; 0 for null and as above.
     int Insert(MQuadObj *object);
 
     /// Removes the key and its object: 1; 0 when the key is absent, or when the object was not found where it should
@@ -73,7 +74,7 @@ public:
     /// Draws the leaves, see `MQuadNode::Draw`; nothing without a root.
     void Draw(CDC *dc) const;
 
-    /// The root, null before the first insertion and after `Clear`.
+    /// The root, null before anything was inserted or tried to be, and after `Clear`.
     MQuadNode const *GetRoot() const { return m_root; }
     /// The settings given at construction.
     MQuadNodeInfo const &GetInfo() const { return m_info; }
