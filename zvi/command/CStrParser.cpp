@@ -177,14 +177,15 @@ int CStrParser::MakeUniqueName(MArray<CString> const &names, CString const &base
     if (base.IsEmpty())
         return 0;
     std::unordered_set<CString> const taken(names.begin(), names.end());
-    if (!taken.contains(base)) {
-        out = base;
+    CString const plain = base; // `out` may be `base`
+    if (!taken.contains(plain)) {
+        out = plain;
         return 1;
     }
     if (mode < 0 || mode >= static_cast<int>(std::size(kUniqueNameForms)))
         return 0;
     for (int number = 1; number <= kLastUniqueNumber; ++number) {
-        out.Format(kUniqueNameForms[mode], base.GetString(), number);
+        out.Format(kUniqueNameForms[mode], plain.GetString(), number);
         if (!taken.contains(out))
             return 1;
     }

@@ -4,6 +4,8 @@
 #include "zvi/command/BuiltInSymbolsDetail.h"
 #include "zvi/command/CommandGrammarDetail.h"
 
+#include <cmath>
+
 namespace zvi::lib::command {
 
 namespace {
@@ -39,17 +41,20 @@ std::int64_t ExactInteger(int token, std::int64_t a, std::int64_t b) {
     return token == '+' ? a + b : token == '-' ? a - b : a * b;
 }
 
-/// The product of `exponent` factors, multiplied one by one from 1.0. A product that no further factor changes ends
-/// the work; so does the ten-millionth factor, behind which the rest is multiplied by repeated squaring, so that no
-/// text of a few characters computes for minutes.
+/// The product of `exponent` factors, multiplied one by one from 1.0. Once a further factor leaves its magnitude as it
+/// is (of a base of 0, 1 or -1, behind an overflow, at the smallest number, or with a NaN), only the sign is left to
+/// find. Behind the ten-millionth factor the rest is multiplied by repeated squaring, so that no text of a few
+/// characters computes for minutes.
 double Product(double base, std::int32_t exponent) {
     constexpr std::int32_t kMostFactors = 10'000'000;
     double product = 1.0;
     std::int32_t left = exponent;
     for (; left > 0 && exponent - left < kMostFactors; --left) {
         double const next = product * base;
-        if (next == product && base > 0.0)
+        if (std::isnan(next))
             return next;
+        if (std::fabs(next) == std::fabs(product))
+            return std::signbit(base) && left % 2 == 0 ? product : next;
         product = next;
     }
     for (double square = base; left > 0; left >>= 1, square *= square) {

@@ -1,5 +1,6 @@
 #include "zvi/command/CommandGrammarDetail.h"
 
+#include <algorithm>
 #include <cmath>
 #include <string_view>
 
@@ -36,20 +37,33 @@ std::int64_t Truncated64(double value) {
     return static_cast<std::int64_t>(value > -kBeyond && value < kBeyond ? value : kBeyond);
 }
 
-std::int32_t WrappingSum(std::int32_t a, std::int32_t b) {
-    return static_cast<std::int32_t>(static_cast<std::uint32_t>(a) + static_cast<std::uint32_t>(b));
+/// Smallest x at which a * x modulo m lies from `low` to `high`, where a < m and low <= high < m; -1 if there is none.
+/// The remainders are stepped through as Euclid's algorithm does. Products of m and what is below it must fit 64 bits.
+std::int64_t FirstWithin(std::uint64_t a, std::uint64_t m, std::uint64_t low, std::uint64_t high) {
+    if (low == 0)
+        return 0;
+    if (a == 0)
+        return -1;
+    std::uint64_t const x = (low + a - 1) / a;
+    if (a * x <= high)
+        return static_cast<std::int64_t>(x);
+    // No multiple of a lies there, so -high and -low modulo a are in order, and y laps of m lead to x.
+    std::int64_t const y = FirstWithin(m % a, a, (a - high % a) % a, (a - low % a) % a);
+    return y < 0 ? -1 : static_cast<std::int64_t>((low + m * static_cast<std::uint64_t>(y) + a - 1) / a);
 }
 
-/// Fewest values that a by-to walk can hold: it goes on at least to its bound, or to the wrap of 32 bits when its step
-/// leads away from the bound. So a walk without end is told at once.
-std::int64_t FewestOfWalk(ParseValue const &range, bool up) {
-    std::int64_t const from = range.from;
-    std::int64_t const by = range.by;
-    if (by == 0)
-        return INT64_MAX / 2;
-    std::int64_t const end =
-        by > 0 ? (up ? std::int64_t{range.to} : INT32_MAX) : (up ? INT32_MIN : std::int64_t{range.to});
-    return (by > 0 ? end - from : from - end) / (by > 0 ? by : -by) + 1;
+/// How many values a by-to walk holds; -1 for a walk without end. It goes on while it is not beyond its bound, across
+/// the wrap of 32 bits where it must.
+std::int64_t LengthOfWalk(ParseValue const &range, bool up) {
+    constexpr std::int64_t kWrap = std::int64_t{1} << 32;
+    // Beyond the bound, as distances from the first value.
+    std::int64_t const low = up ? std::int64_t{range.to} + 1 - range.from : std::int64_t{INT32_MIN} - range.from + kWrap;
+    std::int64_t const high =
+        up ? std::int64_t{INT32_MAX} - range.from : std::int64_t{range.to} - 1 - range.from + kWrap;
+    if (low > high)
+        return -1;
+    return FirstWithin(static_cast<std::uint32_t>(range.by), static_cast<std::uint64_t>(kWrap),
+                       static_cast<std::uint64_t>(low), static_cast<std::uint64_t>(high));
 }
 
 } // namespace
@@ -195,8 +209,12 @@ bool CommandGrammar::NumberPair(bool repeatsFirst) {
         return false;
     if (m_working.GetCount() > 2)
         return Fail(ParseFaultKind::kExtraArgument);
-    if (m_working.GetCount() == 1)
-        m_working.AddDouble(repeatsFirst ? m_working.First()->AsDouble() : 0.0);
+    if (m_working.GetCount() == 1) {
+        double second = 0.0;
+        if (repeatsFirst)
+            m_working.CopyDoubles(&second);
+        m_working.AddDouble(second);
+    }
     return MoveNumbers();
 }
 
@@ -213,10 +231,8 @@ bool CommandGrammar::IntegerList() {
         return true;
     if (!Args())
         return false;
-    for (VMArguement const *argument = m_working.First(); argument; argument = argument->next) {
-        if (argument->kind != kArgInteger)
-            return Fail(ParseFaultKind::kNoInteger);
-    }
+    if (!m_working.HoldsOnly({kArgInteger}))
+        return Fail(ParseFaultKind::kNoInteger);
     m_result.TakeFrom(m_working);
     return true;
 }
@@ -299,11 +315,8 @@ bool CommandGrammar::PositionOfList() {
         m_working.AddDouble(0.0);
     if ((typed == 1 || typed == 2) && mode < kModePolar)
         m_working.AddDouble(0.0);
-    bool numbers = true;
-    for (VMArguement const *argument = m_working.First(); argument; argument = argument->next)
-        numbers = numbers && argument->IsNumber();
     // The parse counts as failed, but what was typed still goes into the result.
-    if (!numbers) {
+    if (!m_working.HoldsOnly({kArgInteger, kArgDouble})) {
         m_failed = true;
         m_parser.m_fault = {ParseFaultKind::kNoCoordinate, m_lexer.TokenStart(), m_lexer.TokenStart(),
                             m_lexer.TokenStart()};
@@ -394,11 +407,13 @@ CommandGrammar::Begun CommandGrammar::BeginItem(bool head, ParseNumber &expressi
         return Begun::kFailed;
     }
     if (m_token == kTokenBlankArg) {
-        m_working.AddInteger(0);
+        m_working.AddInteger(0); // the first item of its list
         Advance();
         return Begun::kItem;
     }
     if (m_token == kTokenName) {
+        if (!RequireRoomFor(1))
+            return Begun::kFailed;
         m_working.AddString(m_lexer.Name()->text);
         Advance();
         return Begun::kItem;
@@ -423,6 +438,8 @@ bool CommandGrammar::FinishItem(ParseNumber const &expression) {
             return Fail(ParseFaultKind::kRepeatTwice);
         return AddRepeat(expression, value);
     }
+    if (!RequireRoomFor(1))
+        return false;
     if (expression.kind == kParseInteger)
         m_working.AddInteger(expression.integer);
     else
@@ -436,21 +453,20 @@ bool CommandGrammar::HasRoomFor(std::int64_t count) const {
     return m_result.GetCount() + m_working.GetCount() + count <= Parser::kMostArguments;
 }
 
+bool CommandGrammar::RequireRoomFor(std::int64_t count) {
+    return HasRoomFor(count) || Fail(ParseFaultKind::kTooManyArguments);
+}
+
 /// In the absolute mode the values grow by equal steps, and the first is there even for a count below 1.
 bool CommandGrammar::AddRepeat(ParseNumber const &count, ParseNumber const &value) {
     if (count.kind != kParseInteger)
         return Fail(ParseFaultKind::kRepeatCount);
-    if (!HasRoomFor(count.integer))
-        return Fail(ParseFaultKind::kTooManyArguments);
-    double const step = value.AsDouble();
-    if (m_parser.m_relativeIteration) {
-        for (std::int32_t i = 0; i < count.integer; ++i)
-            m_working.AddDouble(step);
-        return true;
-    }
-    m_working.AddDouble(step);
-    for (std::int32_t i = 1; i < count.integer; ++i)
-        m_working.AddDouble(i * step + step);
+    bool const grows = m_parser.m_relativeIteration == 0;
+    std::int32_t const added = std::max(count.integer, grows ? 1 : 0);
+    if (!RequireRoomFor(added))
+        return false;
+    double const first = value.AsDouble();
+    m_working.AddDoubles(first, grows ? first : 0.0, added);
     return true;
 }
 
@@ -502,8 +518,7 @@ bool CommandGrammar::Marker(int word) {
 }
 
 /// The first value is always there. At the head of a list a range of one value walks down and needs a step below 1;
-/// further on it walks down whatever its step. A walk ends at the bound or by the wrap of 32 bits, so it is counted
-/// before anything is stored.
+/// further on it walks down whatever its step.
 bool CommandGrammar::AddByTo(ParseValue const &range, bool head) {
     if (range.kind != kParseByTo)
         return Fail(ParseFaultKind::kRangeEnds);
@@ -511,32 +526,17 @@ bool CommandGrammar::AddByTo(ParseValue const &range, bool head) {
     bool const mustFall = head ? !up : range.from > range.to;
     if (mustFall && range.by > 0)
         return Fail(ParseFaultKind::kRangeStep);
-    bool const leadsAway = up ? range.by <= 0 : range.by >= 0;
-    ParseFaultKind const tooMany = leadsAway ? ParseFaultKind::kRangeStep : ParseFaultKind::kTooManyArguments;
-    if (!HasRoomFor(FewestOfWalk(range, up)))
-        return Fail(tooMany);
-    auto const inside = [&](std::int32_t value) { return up ? value <= range.to : value >= range.to; };
-    std::int64_t count = 0;
-    std::int32_t value = range.from;
-    do {
-        value = WrappingSum(value, range.by);
-        if (!HasRoomFor(++count))
-            return Fail(tooMany);
-    } while (inside(value));
-    value = range.from;
-    for (std::int64_t i = 0; i < count; ++i) {
-        m_working.AddInteger(value);
-        value = WrappingSum(value, range.by);
+    std::int64_t const count = LengthOfWalk(range, up);
+    if (count < 0 || !HasRoomFor(count)) {
+        bool const leadsAway = up ? range.by <= 0 : range.by >= 0;
+        return Fail(leadsAway ? ParseFaultKind::kRangeStep : ParseFaultKind::kTooManyArguments);
     }
+    m_working.AddIntegers(range.from, range.by, static_cast<std::int32_t>(count));
     return true;
 }
 
 bool CommandGrammar::RequireNumbers() {
-    for (VMArguement const *argument = m_working.First(); argument; argument = argument->next) {
-        if (!argument->IsNumber())
-            return Fail(ParseFaultKind::kNoNumber);
-    }
-    return true;
+    return m_working.HoldsOnly({kArgInteger, kArgDouble}) || Fail(ParseFaultKind::kNoNumber);
 }
 
 /// The number at hand; fails when the line holds more numbers than the symbol table.

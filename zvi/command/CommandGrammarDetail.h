@@ -101,6 +101,7 @@ private:
     bool RequireNumbers();
     void AddPolar(double length, double degrees, unsigned int op);
     bool HasRoomFor(std::int64_t count) const;
+    bool RequireRoomFor(std::int64_t count);
     bool AtEnd() const { return m_token == kTokenEnd; }
     void Advance() { m_token = m_lexer.NextToken(); }
     bool Unexpected();

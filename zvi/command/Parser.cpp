@@ -11,6 +11,9 @@ namespace zvi::lib {
 
 namespace {
 
+/// Coordinates of a position.
+constexpr int kCoordinates = 3;
+
 /// Counts the places of a fault from `begin` on, in a line that ends at `end`.
 void CountFrom(ParseFault &fault, int begin, int end) {
     for (std::int32_t *const place : {&fault.begin, &fault.end, &fault.stop})
@@ -121,9 +124,8 @@ int Parser::ParseIntegerList(int startWord, CString const &text, CArray<Number> 
         return 0;
     list.RemoveAll();
     list.SetSize(m_result.GetCount());
-    Number *out = list.GetData();
-    for (VMArguement const *argument = m_result.First(); argument; argument = argument->next)
-        *out++ = static_cast<Number>(argument->integer);
+    // The bits of a negative number are those of its value modulo 2^32.
+    m_result.CopyIntegers(reinterpret_cast<std::int32_t *>(list.GetData()));
     return 1;
 }
 
@@ -145,15 +147,10 @@ int Parser::ParsingPositionXYZList(CString const &text, CArray<double> &coordina
     if (!ParseAs(kTokenGetPositionXyzList, text))
         return 0;
     coordinates.RemoveAll();
-    for (VMArguement const *argument = m_result.First(); argument; argument = argument->next) {
-        if (argument->kind != kArgPosition) {
-            coordinates.RemoveAll();
-            return 0;
-        }
-        coordinates.Add(argument->x);
-        coordinates.Add(argument->y);
-        coordinates.Add(argument->z);
-    }
+    if (!m_result.HoldsOnly({kArgPosition}))
+        return 0;
+    coordinates.SetSize(kCoordinates * m_result.GetCount());
+    m_result.CopyPositions(coordinates.GetData());
     return 1;
 }
 
@@ -198,9 +195,7 @@ CArray<double> &Parser::GetGridArgList() {
 void Parser::GetGridArgList(CArray<double> &list) const {
     list.RemoveAll();
     list.SetSize(m_result.GetCount());
-    double *out = list.GetData();
-    for (VMArguement const *argument = m_result.First(); argument; argument = argument->next)
-        *out++ = argument->AsDouble();
+    m_result.CopyDoubles(list.GetData());
 }
 
 // A program that takes the address of these finds them in the library also where they are imported.

@@ -1,92 +1,244 @@
 #include "zvi/command/VMCommand.h"
 
+#include "zvi/core/Utf8.h"
+#include "zvi/core/WideFormat.h"
+
+#include <algorithm>
+#include <bit>
 #include <memory>
+#include <utility>
 
 namespace zvi::lib {
+
+namespace {
+
+/// Destroys a chain.
+struct ChainDeleter {
+    void operator()(VMArguement *first) const {
+        while (first)
+            delete std::exchange(first, first->next);
+    }
+};
+using Chain = std::unique_ptr<VMArguement, ChainDeleter>;
+
+/// `count` arguments in a row, each the integer 0.
+Chain BlankChain(std::int32_t count) {
+    Chain chain;
+    for (; count > 0; --count) {
+        auto *const argument = new VMArguement;
+        argument->next = chain.release();
+        chain.reset(argument);
+    }
+    return chain;
+}
+
+} // namespace
 
 VMArguement::~VMArguement() {
     if (kind == kArgString)
         delete[] text;
 }
 
+std::int32_t VMCommand::Run::IntegerAt(std::int32_t index) const {
+    return static_cast<std::int32_t>(static_cast<std::uint32_t>(integers.first) +
+                                     static_cast<std::uint32_t>(index) * static_cast<std::uint32_t>(integers.step));
+}
+
+double VMCommand::Run::DoubleAt(std::int32_t index) const {
+    return index == 0 || doubles.step == 0.0 ? doubles.first : index * doubles.step + doubles.first;
+}
+
+double VMCommand::Run::AsDouble(std::int32_t index) const {
+    return kind == kArgInteger ? IntegerAt(index) : kind == kArgDouble ? DoubleAt(index) : 0.0;
+}
+
+void VMCommand::Run::Fill(VMArguement &argument, std::int32_t index) const {
+    argument.kind = kind;
+    switch (kind) {
+    case kArgInteger:
+        argument.integer = IntegerAt(index);
+        break;
+    case kArgDouble:
+        argument.real = DoubleAt(index);
+        break;
+    case kArgString:
+        argument.text = text;
+        break;
+    case kArgRepeat:
+        argument.real = repeat.real;
+        argument.count = repeat.count;
+        break;
+    case kArgPosition:
+        argument.x = position.x;
+        argument.y = position.y;
+        argument.z = position.z;
+        break;
+    default:
+        break;
+    }
+}
+
+VMCommand::Run VMCommand::RunOf(VMArguement const &argument) {
+    Run run;
+    run.kind = argument.kind;
+    run.count = 1;
+    run.position = {argument.x, argument.y, argument.z};
+    if (argument.kind == kArgInteger)
+        run.integers = {argument.integer, 0};
+    else if (argument.kind == kArgDouble)
+        run.doubles = {argument.real, 0.0};
+    else if (argument.kind == kArgString)
+        run.text = argument.text;
+    else if (argument.kind == kArgRepeat)
+        run.repeat = {argument.real, argument.count};
+    return run;
+}
+
+/// The arguments, whether they are kept as runs or as a chain.
+template <class Take>
+void VMCommand::ForEachRun(Take take) const {
+    for (VMArguement const *argument = m_first; argument; argument = argument->next)
+        take(RunOf(*argument));
+    for (std::size_t i = 0; i < m_runCount; ++i)
+        take(i < kRunsInPlace ? m_firstRuns[i] : m_moreRuns[i - kRunsInPlace]);
+}
+
 VMCommand::~VMCommand() {
     Clear();
 }
 
-VMArguement &VMCommand::Append(ArguementKind kind) {
-    auto *const argument = new VMArguement;
-    argument->kind = kind;
+/// Room for further runs, so that adding them cannot fail.
+void VMCommand::ReserveRuns(std::size_t more) {
+    if (m_runCount + more > kRunsInPlace)
+        m_moreRuns.reserve(std::max(m_runCount + more - kRunsInPlace, m_moreRuns.capacity()));
+}
+
+void VMCommand::AddRun(Run const &run) {
+    if (run.count <= 0)
+        return;
+    if (m_first) {
+        Chain chain = BlankChain(run.count);
+        VMArguement *last = chain.get();
+        run.Fill(*last, 0);
+        for (std::int32_t i = 1; last->next; ++i) {
+            last = last->next;
+            run.Fill(*last, i);
+        }
+        Link(chain.release(), last);
+    } else {
+        if (m_runCount < kRunsInPlace)
+            m_firstRuns[m_runCount] = run;
+        else
+            m_moreRuns.push_back(run);
+        ++m_runCount;
+    }
+    m_count += run.count;
+}
+
+/// Forgets the runs; their texts have another owner.
+void VMCommand::DropRuns() {
+    m_runCount = 0;
+    m_moreRuns.clear();
+}
+
+void VMCommand::Link(VMArguement *first, VMArguement *last) {
     if (m_last)
-        m_last->next = argument;
+        m_last->next = first;
     else
-        m_first = argument;
-    m_last = argument;
-    ++m_count;
-    return *argument;
+        m_first = first;
+    m_last = last;
 }
 
-void VMCommand::AddInteger(std::int32_t value) {
-    Append(kArgInteger).integer = value;
+/// From here on the arguments are a chain. When memory cannot be had, they stay runs.
+void VMCommand::MakeChain() {
+    if (m_first || m_count == 0)
+        return;
+    Chain chain = BlankChain(m_count);
+    VMArguement *next = chain.get();
+    VMArguement *last = next;
+    ForEachRun([&](Run const &run) {
+        for (std::int32_t i = 0; i < run.count; ++i) {
+            last = std::exchange(next, next->next);
+            run.Fill(*last, i);
+        }
+    });
+    DropRuns();
+    Link(chain.release(), last);
 }
 
-void VMCommand::AddDouble(double value) {
-    Append(kArgDouble).real = value;
+void VMCommand::AddIntegers(std::int32_t first, std::int32_t step, std::int32_t count) {
+    Run run;
+    run.kind = kArgInteger;
+    run.count = count;
+    run.integers = {first, step};
+    AddRun(run);
+}
+
+void VMCommand::AddDoubles(double first, double step, std::int32_t count) {
+    Run run;
+    run.kind = kArgDouble;
+    run.count = count;
+    run.doubles = {first, step};
+    AddRun(run);
 }
 
 void VMCommand::AddString(std::string_view text) {
     auto copy = std::make_unique_for_overwrite<char[]>(text.size() + 1);
     text.copy(copy.get(), text.size());
     copy[text.size()] = '\0';
-    VMArguement &argument = Append(kArgString);
-    argument.text = copy.release();
+    Run run;
+    run.kind = kArgString;
+    run.count = 1;
+    run.text = copy.get();
+    AddRun(run);
+    copy.release();
 }
 
 void VMCommand::AddPosition(double x, double y, double z) {
-    VMArguement &argument = Append(kArgPosition);
-    argument.x = x;
-    argument.y = y;
-    argument.z = z;
+    Run run;
+    run.kind = kArgPosition;
+    run.count = 1;
+    run.position = {x, y, z};
+    AddRun(run);
 }
 
 void VMCommand::AppendCopy(VMCommand const &other) {
     if (&other == this)
         return;
     Clear();
-    for (VMArguement const *from = other.m_first; from; from = from->next) {
-        if (from->kind == kArgString) {
-            AddString(from->text);
-            continue;
-        }
-        VMArguement &copy = Append(static_cast<ArguementKind>(from->kind));
-        copy.bits = from->bits;
-        copy.count = from->count;
-        copy.x = from->x;
-        copy.y = from->y;
-        copy.z = from->z;
-    }
+    other.ForEachRun([this](Run const &run) {
+        if (run.kind == kArgString)
+            AddString(run.text);
+        else
+            AddRun(run);
+    });
 }
 
 void VMCommand::TakeFrom(VMCommand &other) {
     if (&other == this)
         return;
-    if (other.m_first) {
-        if (m_last)
-            m_last->next = other.m_first;
-        else
-            m_first = other.m_first;
-        m_last = other.m_last;
-        m_count += other.m_count;
-        other.m_first = nullptr;
+    if (m_first || other.m_first) {
+        MakeChain();
+        other.MakeChain();
+        if (other.m_first) {
+            Link(std::exchange(other.m_first, nullptr), other.m_last);
+            m_count += other.m_count;
+        }
+    } else {
+        ReserveRuns(other.m_runCount);
+        other.ForEachRun([this](Run const &run) { AddRun(run); });
+        other.DropRuns();
     }
     other.Clear();
 }
 
 void VMCommand::Clear() {
-    while (m_first) {
-        VMArguement *const next = m_first->next;
-        delete m_first;
-        m_first = next;
-    }
+    Chain(std::exchange(m_first, nullptr));
+    ForEachRun([](Run const &run) {
+        if (run.kind == kArgString)
+            delete[] run.text;
+    });
+    DropRuns();
     m_opCode = 0;
     m_count = 0;
     m_last = nullptr;
@@ -94,6 +246,7 @@ void VMCommand::Clear() {
 }
 
 VMArguement *VMCommand::GetFirst() {
+    MakeChain();
     m_current = m_first;
     return m_current;
 }
@@ -104,18 +257,46 @@ VMArguement *VMCommand::GetNext() {
     return m_current;
 }
 
+bool VMCommand::HoldsOnly(std::initializer_list<ArguementKind> kinds) const {
+    bool only = true;
+    ForEachRun([&](Run const &run) {
+        only = only && std::find(kinds.begin(), kinds.end(), run.kind) != kinds.end();
+    });
+    return only;
+}
+
+void VMCommand::CopyIntegers(std::int32_t *out) const {
+    ForEachRun([&out](Run const &run) {
+        for (std::int32_t i = 0; i < run.count; ++i) {
+            *out++ = run.kind == kArgInteger  ? run.IntegerAt(i)
+                     : run.kind == kArgDouble ? static_cast<std::int32_t>(std::bit_cast<std::uint64_t>(run.DoubleAt(i)))
+                                              : 0;
+        }
+    });
+}
+
+void VMCommand::CopyDoubles(double *out) const {
+    ForEachRun([&out](Run const &run) {
+        for (std::int32_t i = 0; i < run.count; ++i)
+            *out++ = run.AsDouble(i);
+    });
+}
+
+void VMCommand::CopyPositions(double *out) const {
+    ForEachRun([&out](Run const &run) {
+        for (std::int32_t i = 0; i < run.count; ++i) {
+            Position const at = run.kind == kArgPosition ? run.position : Position{};
+            for (double const coordinate : {at.x, at.y, at.z})
+                *out++ = coordinate;
+        }
+    });
+}
+
 int VMCommand::ReadUpTo(std::int32_t most, double *values) const {
-    if (m_count > most)
+    if (m_count > most || !HoldsOnly({kArgInteger, kArgDouble}))
         return 0;
-    for (VMArguement const *argument = m_first; argument; argument = argument->next) {
-        if (!argument->IsNumber())
-            return 0;
-    }
-    VMArguement const *argument = m_first;
-    for (std::int32_t i = 0; i < most; ++i) {
-        values[i] = argument ? argument->AsDouble() : 0.0;
-        argument = argument ? argument->next : nullptr;
-    }
+    std::fill(values, values + most, 0.0);
+    CopyDoubles(values);
     return 1;
 }
 
@@ -139,54 +320,58 @@ int VMCommand::ReadNumbers(double &x, double &y) const {
 }
 
 int VMCommand::ReadNumber(double &value) const {
-    if (m_count > 1 || !m_first || !m_first->IsNumber())
-        return 0;
-    value = m_first->AsDouble();
-    return 1;
+    return m_count == 1 ? ReadUpTo(1, &value) : 0;
 }
 
 int VMCommand::ReadInteger(std::int32_t &value) const {
-    if (m_count > 1 || !m_first || !m_first->IsNumber())
+    if (m_count != 1 || !HoldsOnly({kArgInteger, kArgDouble}))
         return 0;
-    value = static_cast<std::int32_t>(static_cast<std::uint32_t>(m_first->bits));
+    CopyIntegers(&value);
     return 1;
 }
 
-CString const &VMCommand::MakeText() {
-    m_text.Empty();
-    // Not cleared between arguments: a kind without a form of its own repeats the text before it.
-    CString piece;
-    for (VMArguement const *argument = m_first; argument; argument = argument->next) {
-        wchar_t const *const comma = argument->next ? L"," : L"";
-        switch (argument->kind) {
-        case kArgInteger:
-            piece.Format(L"%d%s", argument->integer, comma);
-            break;
-        case kArgDouble:
-            piece.Format(L"%f%s", argument->real, comma);
-            break;
-        case kArgString:
-            piece.Format(L"%S%s", argument->text, comma);
-            break;
-        case kArgRepeat:
-            piece.Format(L"%f#%d%s", argument->real, argument->count, comma);
-            break;
-        case kArgError:
-            piece.Format(L"Error%s", comma);
-            break;
-        default:
-            break;
-        }
-        m_text += piece;
+/// Writes the text of an argument; false, with `piece` as it was, for a kind without a form of its own.
+bool VMCommand::Run::Form(std::int32_t index, std::string &piece) const {
+    switch (kind) {
+    case kArgInteger:
+        piece = Utf8Of(FormatWide(L"%d", IntegerAt(index)));
+        break;
+    case kArgDouble:
+        piece = Utf8Of(FormatWide(L"%f", DoubleAt(index)));
+        break;
+    case kArgString:
+        piece = text;
+        break;
+    case kArgRepeat:
+        piece = Utf8Of(FormatWide(L"%f#%d", repeat.real, repeat.count));
+        break;
+    case kArgError:
+        piece = "Error";
+        break;
+    default:
+        return false;
     }
+    return true;
+}
+
+CString const &VMCommand::MakeText() {
+    m_text = WideOf(GetCommandString());
     return m_text;
 }
 
 char const *VMCommand::GetCommandString() {
-    MakeText();
     m_narrowText.clear();
-    for (int i = 0; i < m_text.GetLength(); ++i)
-        m_narrowText.push_back(static_cast<char>(m_text.GetAt(i)));
+    // Not cleared between arguments: a kind without a form of its own repeats the text before it, comma and all.
+    std::string piece;
+    std::int32_t left = m_count;
+    ForEachRun([&](Run const &run) {
+        for (std::int32_t i = 0; i < run.count; ++i) {
+            --left;
+            if (run.Form(i, piece) && left > 0)
+                piece += ',';
+            m_narrowText += piece;
+        }
+    });
     return m_narrowText.c_str();
 }
 
