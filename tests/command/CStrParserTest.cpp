@@ -110,9 +110,11 @@ TEST(CStrParser, MakesNamesThatAreNotTaken) {
         EXPECT_EQ(CStrParser::MakeUniqueName(names, L"a", out, mode), 1);
         EXPECT_EQ(Wide(out), expected[mode]);
     }
+    CString name = L"a";
+    EXPECT_EQ(CStrParser::MakeUniqueName(names, name, name, 1), 1);
+    EXPECT_EQ(Wide(name), L"a-2");
     MArray<CString> full{L"n"};
     for (int i = 1; i <= 100; ++i) {
-        CString name;
         name.Format(L"n-%d", i);
         full.PushBack(name);
     }

@@ -112,7 +112,9 @@ TEST(Parser, PowersNeedAnIntegerExponentThatIsNotZero) {
         {kInteger, L"2^-1*3", {3}},
         {kInteger, L"3*2^2", {12}},
         {kInteger, L"1.5^2000000000*0", {INT32_MIN}}, // infinity times 0
-        {kInteger, L"(-1)^2000000001", {-1}},
+        // What no further factor changes keeps its magnitude, and its sign is that of the product.
+        {kGridRel, L"(-1)^2147483647 (-1)^2147483646 (-9)^2147483647", {-1, 1, -INFINITY}},
+        {kGridRel, L"(-0.9)^2147483647*1e300 (-0.4)^2147483647", {-5e-324 * 1e300, 0}},
     });
     Refuse(kInteger, {L"2^0", L"2^0.5", L"2^(4/2)", L"2^-1^2"});
 }
@@ -421,6 +423,19 @@ TEST(Parser, HostileTextFailsAtOnce) {
     }
     ListeningParser parser;
     EXPECT_EQ(parser.ParsingNumberArg(nested.c_str()), 1);
+}
+
+TEST(Parser, CountsArgumentsBeforeItStoresThem) {
+    ListeningParser parser;
+    EXPECT_EQ(parser.ParsingGridDefineRel(L"9999998@1,1to2"), 1);
+    EXPECT_EQ(parser.GetGridArgNum(), Parser::kMostArguments);
+    for (auto const &[entry, text] : {std::pair(kGridRel, L"10000000@1,5"),
+                                      {kGridAbs, L"10000000@1,0@5"},
+                                      {kGridRel, L"9999999@1,1to2"},
+                                      {kGridRel, L"10000001@1"}}) {
+        EXPECT_EQ((parser.*entry)(text), 0) << text;
+        EXPECT_EQ(parser.GetFault().kind, ParseFaultKind::kTooManyArguments) << text;
+    }
 }
 
 TEST(Parser, AcceptsTextUpToItsLimit) {

@@ -57,7 +57,8 @@ std::int64_t FirstWithin(std::uint64_t a, std::uint64_t m, std::uint64_t low, st
 std::int64_t LengthOfWalk(ParseValue const &range, bool up) {
     constexpr std::int64_t kWrap = std::int64_t{1} << 32;
     // Beyond the bound, as distances from the first value.
-    std::int64_t const low = up ? std::int64_t{range.to} + 1 - range.from : std::int64_t{INT32_MIN} - range.from + kWrap;
+    std::int64_t const low =
+        up ? std::int64_t{range.to} + 1 - range.from : std::int64_t{INT32_MIN} - range.from + kWrap;
     std::int64_t const high =
         up ? std::int64_t{INT32_MAX} - range.from : std::int64_t{range.to} - 1 - range.from + kWrap;
     if (low > high)
@@ -231,7 +232,7 @@ bool CommandGrammar::IntegerList() {
         return true;
     if (!Args())
         return false;
-    if (!m_working.HoldsOnly({kArgInteger}))
+    if (!m_working.HoldsIntegers())
         return Fail(ParseFaultKind::kNoInteger);
     m_result.TakeFrom(m_working);
     return true;
@@ -316,7 +317,7 @@ bool CommandGrammar::PositionOfList() {
     if ((typed == 1 || typed == 2) && mode < kModePolar)
         m_working.AddDouble(0.0);
     // The parse counts as failed, but what was typed still goes into the result.
-    if (!m_working.HoldsOnly({kArgInteger, kArgDouble})) {
+    if (!m_working.HoldsNumbers()) {
         m_failed = true;
         m_parser.m_fault = {ParseFaultKind::kNoCoordinate, m_lexer.TokenStart(), m_lexer.TokenStart(),
                             m_lexer.TokenStart()};
@@ -536,7 +537,7 @@ bool CommandGrammar::AddByTo(ParseValue const &range, bool head) {
 }
 
 bool CommandGrammar::RequireNumbers() {
-    return m_working.HoldsOnly({kArgInteger, kArgDouble}) || Fail(ParseFaultKind::kNoNumber);
+    return m_working.HoldsNumbers() || Fail(ParseFaultKind::kNoNumber);
 }
 
 /// The number at hand; fails when the line holds more numbers than the symbol table.

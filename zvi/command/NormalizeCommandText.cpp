@@ -5,7 +5,10 @@
 #include "zvi/core/WideUnits.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
+#include <cstdint>
+#include <numeric>
 #include <string_view>
 #include <vector>
 
@@ -19,32 +22,9 @@ struct TracedChar {
     int source;
 };
 
-/// The line that comes out and its sources, in room for a number of characters that is known beforehand.
-class OutputLine {
-public:
-    explicit OutputLine(std::size_t capacity) : m_chars(capacity), m_sources(capacity) {}
-
-    void Push(wchar_t c, int source) {
-        m_chars[m_size] = c;
-        m_sources[m_size++] = source;
-    }
-    std::size_t Size() const { return m_size; }
-    wchar_t &Last() { return m_chars[m_size - 1]; }
-    CString Text() const { return CString(std::wstring_view(m_chars.Data(), m_size)); }
-    std::vector<int> Sources() const { return {m_sources.Data(), m_sources.Data() + m_size}; }
-
-private:
-    static constexpr std::size_t kInPlace = 512;
-
-    std::size_t m_size = 0;
-    base::RoomInPlace<wchar_t, kInPlace> m_chars;
-    base::RoomInPlace<int, kInPlace> m_sources;
-};
-
 constexpr std::wstring_view kByMarker = L"#__ARG_BY__#";
 constexpr std::wstring_view kToMarker = L"#__ARG_TO__#";
-/// A marker of twelve characters takes the place of one.
-constexpr std::size_t kMostCharsPerTyped = 12;
+constexpr std::size_t kMarkerChars = kByMarker.size();
 
 /// Words that keep their B or T, and what they are called while the markers are put in.
 struct ProtectedWord {
@@ -55,14 +35,55 @@ constexpr ProtectedWord kProtectedWords[] = {
     {L"SQRT", L"__SQRR"}, {L"TAN", L"__RRAN"}, {L"ATAN", L"__ARAN"}, {L"ABS", L"__ARS"}, {L"TH", L"__RH"},
 };
 
+/// What a character does to the line.
+enum class CharKind : std::uint8_t { kItem, kDropped, kBlank, kComma, kOpeningBracket, kClosingBracket, kMarker };
+
+/// The characters of ASCII: what they do, and their upper-case forms.
+struct CharTable {
+    static constexpr std::size_t kSize = 0x80;
+
+    std::array<CharKind, kSize> kinds{};
+    std::array<char, kSize> upper{};
+    /// Items that no marker and no protected word begins with.
+    std::array<bool, kSize> isPlain{};
+    std::array<bool, kSize> isMarkerLetter{};
+};
+constexpr CharTable kChars = [] {
+    CharTable table;
+    table.kinds['\t'] = table.kinds['\n'] = table.kinds['\r'] = CharKind::kDropped;
+    table.kinds[' '] = CharKind::kBlank;
+    table.kinds[','] = CharKind::kComma;
+    table.kinds['['] = CharKind::kOpeningBracket;
+    table.kinds[']'] = CharKind::kClosingBracket;
+    table.kinds['#'] = CharKind::kMarker;
+    for (std::size_t c = 0; c < CharTable::kSize; ++c) {
+        char const upper = static_cast<char>(c >= 'a' && c <= 'z' ? c - 'a' + 'A' : c);
+        table.upper[c] = upper;
+        table.isMarkerLetter[c] = upper == 'B' || upper == 'T';
+        table.isPlain[c] =
+            table.kinds[c] == CharKind::kItem && !table.isMarkerLetter[c] && upper != 'A' && upper != 'S';
+    }
+    return table;
+}();
+
+bool IsAscii(wchar_t c) {
+    return static_cast<std::uint32_t>(c) < CharTable::kSize;
+}
+
+std::size_t At(wchar_t c) {
+    return static_cast<std::size_t>(c);
+}
+
 wchar_t UpperCase(wchar_t c) {
-    if (c >= L'a' && c <= L'z')
-        return static_cast<wchar_t>(c - L'a' + L'A');
-    return c < 0x80 ? c : UpperUnit(c);
+    return IsAscii(c) ? static_cast<wchar_t>(kChars.upper[At(c)]) : UpperUnit(c);
+}
+
+bool IsPlain(wchar_t c) {
+    return IsAscii(c) && kChars.isPlain[At(c)];
 }
 
 bool IsBlank(wchar_t c) {
-    return (c <= L' ' || c >= 0x80) && IsBlankUnit(c);
+    return (c <= L' ' || !IsAscii(c)) && IsBlankUnit(c);
 }
 
 /// The typed text between the blanks at its ends, in upper case.
@@ -71,7 +92,16 @@ struct TypedText {
     int firstSource;
 
     std::size_t size() const { return chars.size(); }
-    TracedChar operator[](std::size_t at) const { return {UpperCase(chars[at]), firstSource + static_cast<int>(at)}; }
+    int Source(std::size_t at) const { return firstSource + static_cast<int>(at); }
+    TracedChar operator[](std::size_t at) const { return {UpperCase(chars[at]), Source(at)}; }
+
+    /// Most characters that come of it: a comma or a zero may stand in front of each, and a marker takes the place of
+    /// one.
+    std::size_t MostChars() const {
+        auto const mayBeMarker = [](wchar_t c) { return !IsAscii(c) || kChars.isMarkerLetter[At(c)]; };
+        return 2 * (chars.size() +
+                    kMarkerChars * static_cast<std::size_t>(std::count_if(chars.begin(), chars.end(), mayBeMarker)));
+    }
 };
 
 TypedText Trimmed(CString const &text) {
@@ -88,42 +118,59 @@ TypedText Trimmed(CString const &text) {
 /// What stood before the character at hand.
 enum class After { kNothing, kItem, kItemAndBlank, kComma, kClosingBracket, kOpeningBracket, kMarker };
 
-/// Passes characters on to the line. Blanks between items become commas, doubled commas get a zero, neighbouring
-/// brackets a comma.
+/// Passes characters on to a line that has room for them. Blanks between items become commas, doubled commas get a
+/// zero, neighbouring brackets a comma. It is handed on by value, so that it stays in registers.
 class Separator {
 public:
-    explicit Separator(OutputLine &line) : m_line(line) {}
+    /// Writes to `line`, and the sources to `sources` unless it is null.
+    Separator(wchar_t *line, int *sources) : m_end(line), m_sources(sources) {}
+
+    /// Behind the last character written.
+    wchar_t *End() const { return m_end; }
 
     void Take(TracedChar traced) {
-        switch (traced.c) {
-        case L'\t':
-        case L'\n':
-        case L'\r':
-            return;
-        case L' ':
-            if (m_state == After::kItem)
-                m_state = After::kItemAndBlank;
-            return;
-        case L'#':
-            m_state = After::kMarker;
-            break;
-        case L',':
-            PutBetween(After::kComma, L'0', traced.source);
-            m_state = After::kComma;
-            break;
-        case L'[':
-            PutBetween(After::kClosingBracket, L',', traced.source);
-            m_state = After::kOpeningBracket;
-            break;
-        case L']':
-            m_state = After::kClosingBracket;
-            break;
-        default:
+        switch (IsAscii(traced.c) ? kChars.kinds[At(traced.c)] : CharKind::kItem) {
+        case CharKind::kItem:
             PutBetween(After::kItemAndBlank, L',', traced.source);
             m_state = After::kItem;
             break;
+        case CharKind::kDropped:
+            return;
+        case CharKind::kBlank:
+            if (m_state == After::kItem)
+                m_state = After::kItemAndBlank;
+            return;
+        case CharKind::kComma:
+            PutBetween(After::kComma, L'0', traced.source);
+            m_state = After::kComma;
+            break;
+        case CharKind::kOpeningBracket:
+            PutBetween(After::kClosingBracket, L',', traced.source);
+            m_state = After::kOpeningBracket;
+            break;
+        case CharKind::kClosingBracket:
+            m_state = After::kClosingBracket;
+            break;
+        case CharKind::kMarker:
+            m_state = After::kMarker;
+            break;
         }
-        m_line.Push(traced.c, traced.source);
+        Push(traced.c, traced.source);
+    }
+    /// The same for the plain characters in a row that stand at `at`, the first of which is one; gives the index behind
+    /// them.
+    std::size_t TakePlain(TypedText const &text, std::size_t at) {
+        PutBetween(After::kItemAndBlank, L',', text.Source(at));
+        m_state = After::kItem;
+        std::size_t const begin = at;
+        do
+            *m_end++ = static_cast<wchar_t>(kChars.upper[At(text.chars[at])]);
+        while (++at < text.size() && IsPlain(text.chars[at]));
+        if (m_sources) {
+            std::iota(m_sources, m_sources + (at - begin), text.Source(begin));
+            m_sources += at - begin;
+        }
+        return at;
     }
     void Take(std::wstring_view word, int source) {
         for (wchar_t const c : word)
@@ -131,12 +178,18 @@ public:
     }
 
 private:
+    void Push(wchar_t c, int source) {
+        *m_end++ = c;
+        if (m_sources)
+            *m_sources++ = source;
+    }
     void PutBetween(After state, wchar_t c, int source) {
         if (m_state == state)
-            m_line.Push(c, source);
+            Push(c, source);
     }
 
-    OutputLine &m_line;
+    wchar_t *m_end;
+    int *m_sources;
     After m_state = After::kNothing;
 };
 
@@ -169,7 +222,7 @@ void ReplaceAll(TracedVector &text, std::wstring_view word, std::wstring_view ot
 
 /// Puts the markers in by the defining sequence of replacements: disguise, mark, undo the disguise. Needed only for
 /// texts that hold two underscores in a row, which could be taken for a disguise.
-void MarkByReplacing(TypedText const &typed, Separator &out) {
+Separator MarkByReplacing(TypedText const &typed, Separator out) {
     TracedVector text;
     for (std::size_t at = 0; at < typed.size(); ++at)
         text.push_back(typed[at]);
@@ -183,6 +236,7 @@ void MarkByReplacing(TypedText const &typed, Separator &out) {
         ReplaceAll(text, entry.disguise, entry.word);
     for (TracedChar const &traced : text)
         out.Take(traced);
+    return out;
 }
 
 /// Length of the protected word at `at`, 0 if there is none. SQRT is disguised before ABS, so ABSQRT is AB and SQRT.
@@ -200,68 +254,67 @@ std::size_t ProtectedLength(TypedText const &text, std::size_t at) {
 }
 
 /// The same result in one pass.
-void MarkInOnePass(TypedText const &text, Separator &out) {
+Separator MarkInOnePass(TypedText const &text, Separator out) {
     std::size_t protectedEnd = 0;
-    for (std::size_t at = 0; at < text.size(); ++at) {
+    for (std::size_t at = 0; at < text.size();) {
+        if (IsPlain(text.chars[at])) {
+            at = out.TakePlain(text, at);
+            continue;
+        }
         TracedChar const traced = text[at];
         if (at >= protectedEnd)
             protectedEnd = at + ProtectedLength(text, at);
         if (at < protectedEnd || (traced.c != L'B' && traced.c != L'T')) {
             out.Take(traced);
-        } else if (traced.c == L'B') {
-            out.Take(kByMarker, traced.source);
-            at += StartsWith(text, at, L"BY");
-        } else {
-            out.Take(kToMarker, traced.source);
-            at += StartsWith(text, at, L"TO");
+            ++at;
+            continue;
         }
+        bool const isBy = traced.c == L'B';
+        out.Take(isBy ? kByMarker : kToMarker, traced.source);
+        at += StartsWith(text, at, isBy ? L"BY" : L"TO") ? 2 : 1;
     }
+    return out;
 }
 
-/// Whether a character can have to do with a marker.
-bool ConcernsMarkers(wchar_t c) {
-    return c == L'B' || c == L'b' || c == L'T' || c == L't' || c == L'_' || c >= 0x80;
+Separator Mark(TypedText const &text, Separator out) {
+    bool const mayBeDisguised = text.chars.find(L"__", 0, 2) != std::wstring_view::npos;
+    return mayBeDisguised ? MarkByReplacing(text, out) : MarkInOnePass(text, out);
 }
 
-/// The normalised text, behind `head` and a blank if there is a head; those have no source.
-CString Normalize(std::string_view head, CString const &text, std::vector<int> *sources) {
-    TypedText const typed = Trimmed(text);
-    bool const hasMarkers = std::any_of(typed.chars.begin(), typed.chars.end(), ConcernsMarkers);
-    std::size_t const before = head.empty() ? 0 : head.size() + 1;
-    // A comma or a zero may come in front of each character.
-    OutputLine line(before + 2 * typed.size() * (hasMarkers ? kMostCharsPerTyped : 1));
-    for (char const c : head)
-        line.Push(static_cast<wchar_t>(c), -1);
-    if (before > 0)
-        line.Push(L' ', -1);
-    Separator separator(line);
-    if (!hasMarkers) {
-        for (std::size_t at = 0; at < typed.size(); ++at)
-            separator.Take(typed[at]);
-    } else if (typed.chars.find(L"__") == std::wstring_view::npos) {
-        MarkInOnePass(typed, separator);
-    } else {
-        MarkByReplacing(typed, separator);
-    }
-    if (line.Size() > before && line.Last() == L',')
-        line.Last() = L' ';
-    if (sources)
-        *sources = line.Sources();
-    return line.Text();
+/// Room for the characters of a line and for their sources.
+template <class T>
+using LineRoom = base::RoomInPlace<T, 512>;
+
+/// Ends a line that the normalised text makes up from `begin` on.
+CString Finished(wchar_t *line, wchar_t *begin, wchar_t *end) {
+    if (end > begin && end[-1] == L',')
+        end[-1] = L' ';
+    return CString(std::wstring_view(line, static_cast<std::size_t>(end - line)));
 }
 
 } // namespace
 
 CString NormalizeCommandText(CString const &text) {
-    return Normalize({}, text, nullptr);
+    TypedText const typed = Trimmed(text);
+    LineRoom<wchar_t> line(typed.MostChars());
+    return Finished(line.Data(), line.Data(), Mark(typed, Separator(line.Data(), nullptr)).End());
 }
 
 CString NormalizeCommandText(CString const &text, std::vector<int> &sources) {
-    return Normalize({}, text, &sources);
+    TypedText const typed = Trimmed(text);
+    LineRoom<wchar_t> line(typed.MostChars());
+    LineRoom<int> traces(typed.MostChars());
+    wchar_t *const end = Mark(typed, Separator(line.Data(), traces.Data())).End();
+    sources.assign(traces.Data(), traces.Data() + (end - line.Data()));
+    return Finished(line.Data(), line.Data(), end);
 }
 
 CString command::NormalizedLine(std::string_view startWord, CString const &text) {
-    return Normalize(startWord, text, nullptr);
+    TypedText const typed = Trimmed(text);
+    LineRoom<wchar_t> line(startWord.size() + 1 + typed.MostChars());
+    wchar_t *const begin = std::copy(startWord.begin(), startWord.end(), line.Data()) + 1;
+    begin[-1] = L' ';
+    return Finished(line.Data(), begin, Mark(typed, Separator(begin, nullptr)).End());
 }
 
 } // namespace zvi::lib

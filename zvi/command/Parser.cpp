@@ -16,6 +16,8 @@ constexpr int kCoordinates = 3;
 
 /// Counts the places of a fault from `begin` on, in a line that ends at `end`.
 void CountFrom(ParseFault &fault, int begin, int end) {
+    if (fault.kind == ParseFaultKind::kNone)
+        return;
     for (std::int32_t *const place : {&fault.begin, &fault.end, &fault.stop})
         *place = std::clamp(*place, begin, end) - begin;
 }
@@ -147,7 +149,7 @@ int Parser::ParsingPositionXYZList(CString const &text, CArray<double> &coordina
     if (!ParseAs(kTokenGetPositionXyzList, text))
         return 0;
     coordinates.RemoveAll();
-    if (!m_result.HoldsOnly({kArgPosition}))
+    if (!m_result.HoldsPositions())
         return 0;
     coordinates.SetSize(kCoordinates * m_result.GetCount());
     m_result.CopyPositions(coordinates.GetData());

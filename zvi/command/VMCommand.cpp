@@ -103,36 +103,46 @@ void VMCommand::ForEachRun(Take take) const {
         take(i < kRunsInPlace ? m_firstRuns[i] : m_moreRuns[i - kRunsInPlace]);
 }
 
-VMCommand::~VMCommand() {
-    Clear();
-}
-
 /// Room for further runs, so that adding them cannot fail.
 void VMCommand::ReserveRuns(std::size_t more) {
     if (m_runCount + more > kRunsInPlace)
         m_moreRuns.reserve(std::max(m_runCount + more - kRunsInPlace, m_moreRuns.capacity()));
 }
 
-void VMCommand::AddRun(Run const &run) {
-    if (run.count <= 0)
+/// Puts a run, whose value `set` fills in, behind the others.
+template <class Set>
+void VMCommand::Add(std::int32_t kind, std::int32_t count, Set set) {
+    if (count <= 0)
         return;
     if (m_first) {
-        Chain chain = BlankChain(run.count);
-        VMArguement *last = chain.get();
-        run.Fill(*last, 0);
-        for (std::int32_t i = 1; last->next; ++i) {
-            last = last->next;
-            run.Fill(*last, i);
-        }
-        Link(chain.release(), last);
+        Run run{kind, count, {}};
+        set(run);
+        AppendToChain(run);
     } else {
-        if (m_runCount < kRunsInPlace)
-            m_firstRuns[m_runCount] = run;
-        else
-            m_moreRuns.push_back(run);
+        if (m_runCount >= kRunsInPlace)
+            m_moreRuns.emplace_back();
+        Run &run = m_runCount < kRunsInPlace ? m_firstRuns[m_runCount] : m_moreRuns.back();
+        run.kind = kind;
+        run.count = count;
+        set(run);
         ++m_runCount;
     }
-    m_count += run.count;
+    m_count += count;
+}
+
+void VMCommand::AddRun(Run const &run) {
+    Add(run.kind, run.count, [&run](Run &added) { added = run; });
+}
+
+void VMCommand::AppendToChain(Run const &run) {
+    Chain chain = BlankChain(run.count);
+    VMArguement *last = chain.get();
+    run.Fill(*last, 0);
+    for (std::int32_t i = 1; last->next; ++i) {
+        last = last->next;
+        run.Fill(*last, i);
+    }
+    Link(chain.release(), last);
 }
 
 /// Forgets the runs; their texts have another owner.
@@ -167,39 +177,23 @@ void VMCommand::MakeChain() {
 }
 
 void VMCommand::AddIntegers(std::int32_t first, std::int32_t step, std::int32_t count) {
-    Run run;
-    run.kind = kArgInteger;
-    run.count = count;
-    run.integers = {first, step};
-    AddRun(run);
+    Add(kArgInteger, count, [=](Run &run) { run.integers = {first, step}; });
 }
 
 void VMCommand::AddDoubles(double first, double step, std::int32_t count) {
-    Run run;
-    run.kind = kArgDouble;
-    run.count = count;
-    run.doubles = {first, step};
-    AddRun(run);
+    Add(kArgDouble, count, [=](Run &run) { run.doubles = {first, step}; });
 }
 
 void VMCommand::AddString(std::string_view text) {
     auto copy = std::make_unique_for_overwrite<char[]>(text.size() + 1);
     text.copy(copy.get(), text.size());
     copy[text.size()] = '\0';
-    Run run;
-    run.kind = kArgString;
-    run.count = 1;
-    run.text = copy.get();
-    AddRun(run);
+    Add(kArgString, 1, [&copy](Run &run) { run.text = copy.get(); });
     copy.release();
 }
 
 void VMCommand::AddPosition(double x, double y, double z) {
-    Run run;
-    run.kind = kArgPosition;
-    run.count = 1;
-    run.position = {x, y, z};
-    AddRun(run);
+    Add(kArgPosition, 1, [=](Run &run) { run.position = {x, y, z}; });
 }
 
 void VMCommand::AppendCopy(VMCommand const &other) {
@@ -232,17 +226,15 @@ void VMCommand::TakeFrom(VMCommand &other) {
     other.Clear();
 }
 
-void VMCommand::Clear() {
+void VMCommand::DestroyArguments() {
     Chain(std::exchange(m_first, nullptr));
     ForEachRun([](Run const &run) {
         if (run.kind == kArgString)
             delete[] run.text;
     });
     DropRuns();
-    m_opCode = 0;
     m_count = 0;
     m_last = nullptr;
-    m_current = nullptr;
 }
 
 VMArguement *VMCommand::GetFirst() {
@@ -257,12 +249,23 @@ VMArguement *VMCommand::GetNext() {
     return m_current;
 }
 
-bool VMCommand::HoldsOnly(std::initializer_list<ArguementKind> kinds) const {
+template <class IsWanted>
+bool VMCommand::HoldsOnly(IsWanted isWanted) const {
     bool only = true;
-    ForEachRun([&](Run const &run) {
-        only = only && std::find(kinds.begin(), kinds.end(), run.kind) != kinds.end();
-    });
+    ForEachRun([&](Run const &run) { only = only && isWanted(run.kind); });
     return only;
+}
+
+bool VMCommand::HoldsIntegers() const {
+    return HoldsOnly([](std::int32_t kind) { return kind == kArgInteger; });
+}
+
+bool VMCommand::HoldsNumbers() const {
+    return HoldsOnly([](std::int32_t kind) { return kind == kArgInteger || kind == kArgDouble; });
+}
+
+bool VMCommand::HoldsPositions() const {
+    return HoldsOnly([](std::int32_t kind) { return kind == kArgPosition; });
 }
 
 void VMCommand::CopyIntegers(std::int32_t *out) const {
@@ -293,7 +296,7 @@ void VMCommand::CopyPositions(double *out) const {
 }
 
 int VMCommand::ReadUpTo(std::int32_t most, double *values) const {
-    if (m_count > most || !HoldsOnly({kArgInteger, kArgDouble}))
+    if (m_count > most || !HoldsNumbers())
         return 0;
     std::fill(values, values + most, 0.0);
     CopyDoubles(values);
@@ -324,7 +327,7 @@ int VMCommand::ReadNumber(double &value) const {
 }
 
 int VMCommand::ReadInteger(std::int32_t &value) const {
-    if (m_count != 1 || !HoldsOnly({kArgInteger, kArgDouble}))
+    if (m_count != 1 || !HoldsNumbers())
         return 0;
     CopyIntegers(&value);
     return 1;

@@ -5,7 +5,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -61,7 +60,7 @@ public:
     /// Without arguments; operation code and computed flag are 0.
     VMCommand() = default;
     /// Destroys the chain with its texts.
-    ~VMCommand();
+    ~VMCommand() { Clear(); }
     VMCommand(VMCommand const &) = delete;
     VMCommand &operator=(VMCommand const &) = delete;
 
@@ -86,7 +85,12 @@ public:
     /// A command that is to take from itself stays as it is.
     void TakeFrom(VMCommand &other);
     /// Destroys the chain and zeroes operation code and count. The computed flag stays as it is.
-    void Clear();
+    void Clear() {
+        if (m_count != 0)
+            DestroyArguments();
+        m_opCode = 0;
+        m_current = nullptr;
+    }
 
     /// The operation code, 0 until one was set.
     std::uint32_t GetOpCode() const { return m_opCode; }
@@ -105,8 +109,12 @@ public:
     /// The argument after the current one, which becomes the current one; null at the end and before `GetFirst`.
     VMArguement *GetNext();
 
-    /// Whether every argument is of one of these kinds; so it is in an empty command.
-    bool HoldsOnly(std::initializer_list<ArguementKind> kinds) const;
+    /// Whether every argument is an integer; so it is in an empty command.
+    bool HoldsIntegers() const;
+    /// The same for an integer or a double.
+    bool HoldsNumbers() const;
+    /// The same for a position.
+    bool HoldsPositions() const;
     /// The low 32 bits of the value of each integer and double, 0 for another argument; `out` has room for `GetCount`.
     void CopyIntegers(std::int32_t *out) const;
     /// Each integer and double as a double, 0 for another argument; `out` has room for `GetCount`.
@@ -173,9 +181,15 @@ private:
     static Run RunOf(VMArguement const &argument);
     template <class Take>
     void ForEachRun(Take take) const;
+    template <class IsWanted>
+    bool HoldsOnly(IsWanted isWanted) const;
+    template <class Set>
+    void Add(std::int32_t kind, std::int32_t count, Set set);
     void AddRun(Run const &run);
+    void AppendToChain(Run const &run);
     void ReserveRuns(std::size_t more);
     void DropRuns();
+    void DestroyArguments();
     void MakeChain();
     void Link(VMArguement *first, VMArguement *last);
     int ReadUpTo(std::int32_t most, double *values) const;

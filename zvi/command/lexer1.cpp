@@ -147,7 +147,9 @@ int lexer1::ReadWord() {
 
 int lexer1::ReadNumber() {
     int const whole = SkipDigits(m_text, m_pos);
-    int const end = SkipExponent(m_text, m_text[whole] == '.' ? SkipDigits(m_text, whole + 1) : whole);
+    if (m_text[whole] == '.')
+        return ReadReal(SkipExponent(m_text, SkipDigits(m_text, whole + 1)));
+    int const end = SkipExponent(m_text, whole);
     return end == whole ? ReadInteger(end) : ReadReal(end);
 }
 
@@ -156,15 +158,21 @@ int lexer1::ReadInteger(int end) {
     std::string_view const digits = Text(m_pos, end);
     bool const isShort = end - m_pos <= kExactDigits;
     std::int64_t const integer = isShort ? ToShortInteger(digits) : ToInteger(digits);
-    double real = isShort ? static_cast<double>(integer) : ToDouble(digits, m_overflow);
-    m_pos = end;
-    if (m_overflow)
-        real = 1.0;
-    TagNumberNode *const node = m_allDoubles ? m_symbols.AddNumber(real) : m_symbols.AddNumber();
-    if (node && !m_allDoubles)
-        node->integer = static_cast<std::int32_t>(std::min(integer, kLargest));
-    m_isTooLarge = m_allDoubles ? m_overflow : integer > kLargest;
+    TagNumberNode *const node = m_symbols.AddNumber();
     m_number = node;
+    if (m_allDoubles) {
+        double const real = isShort ? static_cast<double>(integer) : ToDouble(digits, m_overflow);
+        m_isTooLarge = m_overflow;
+        if (node)
+            node->SetDouble(m_overflow ? 1.0 : real);
+    } else {
+        if (!isShort)
+            ToDouble(digits, m_overflow);
+        m_isTooLarge = integer > kLargest;
+        if (node)
+            node->integer = static_cast<std::int32_t>(std::min(integer, kLargest));
+    }
+    m_pos = end;
     return kTokenNumber;
 }
 
