@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <utility>
 
 namespace zvi::lib::test {
 
@@ -61,7 +62,45 @@ std::vector<DrawingCurve> LinesThroughOnePoint() {
     return curves;
 }
 
+/// Curves of one line or of one circle, each of which reaches one step farther to both sides than the one before, and
+/// what closes the last one.
+std::vector<DrawingCurve> Overlapping(int count, bool onCircle) {
+    std::vector<DrawingCurve> curves;
+    for (int i = 1; i <= count; ++i) {
+        double const turn = 144.0 * i / count;
+        curves.push_back(onCircle ? ArcOf({0, 0}, kSide, -turn, turn)
+                                  : LineOf({-3.0 * i, -4.0 * i}, {3.0 * i, 4.0 * i}));
+        if (i % 2 == 0) {
+            std::swap(curves.back().start, curves.back().end);
+            curves.back().clockwise = onCircle;
+        }
+    }
+    DrawingPoint const a = curves.back().start, b = curves.back().end;
+    curves.push_back(onCircle ? LineOf(a, b) : ArcOver(a, b, 0.1));
+    return curves;
+}
+
 } // namespace
+
+TEST(CrowdedDrawings, OfCurvesThatOverlapEachKeepsWhatEarlierOnesLeave) {
+    constexpr int kOverlapping = 400;
+    for (bool const onCircle : {false, true}) {
+        SCOPED_TRACE(onCircle ? "circle" : "line");
+        std::vector<DrawingCurve> curves = Overlapping(kOverlapping, onCircle);
+        unsigned int id = 0;
+        for (DrawingCurve &c : curves)
+            c.id = ++id;
+        DrawingResult const result = MakeDrawingDomains(curves);
+        ASSERT_EQ(result.domains.size(), 1u);
+        EXPECT_EQ(result.counts.cut, kOverlapping * (kOverlapping - 1));
+        ASSERT_EQ(result.leftovers.size(), kOverlapping - 1u);
+        for (DrawingLeftover const &l : result.leftovers) {
+            EXPECT_EQ(l.reason, LeftoverReason::kDuplicate);
+            EXPECT_NEAR(l.piece.from, 0.5 / l.piece.curve, 1e-9);
+            EXPECT_NEAR(l.piece.to, 1.0 - 0.5 / l.piece.curve, 1e-9);
+        }
+    }
+}
 
 TEST(CrowdedDrawings, FamiliesOfCurvesGiveTheDomainsOfTheirFormula) {
     double const wedge = 0.5 * kSide * kSide * std::sin(kPi / kCount);

@@ -29,13 +29,6 @@ constexpr double kSmallestSnap = 1e-300;
 /// A stretch of an arc that leaves a place and returns to it within this many snap distances is part of its neighbour.
 constexpr double kAbsorbed = 4.0;
 
-/// A place inside an edge, at the fraction `t` of its length.
-struct Incidence {
-    int edge = 0;
-    int place = 0;
-    double t = 0.0;
-};
-
 /// Finds the places inside each edge of a network.
 class IncidenceFinder {
 public:
@@ -152,8 +145,11 @@ private:
 /// Makes the edges of the map from the edges of a network and the places inside them.
 class MapMaker {
 public:
-    MapMaker(Network const &network, IncidenceFinder const &finder)
-        : m_network(network), m_incidences(finder.Sorted(m_begins)), m_map(network.places.Places()) {}
+    MapMaker(Network const &network, Carriers const &carriers, IncidenceFinder const &finder)
+        : m_network(network), m_carriers(carriers), m_incidences(finder.Sorted(m_begins)),
+          m_cutter(network, carriers, m_incidences, m_begins), m_map(network.places.Places()) {}
+
+    CarrierCutter &Cutter() { return m_cutter; }
 
     PlanarMap Make(bool keepStarts) {
         m_map.Reserve(m_network.edges.size() + m_incidences.size());
@@ -161,7 +157,9 @@ public:
         for (std::size_t e = 0; e < m_network.edges.size(); ++e) {
             NetworkEdge const &edge = m_network.edges[e];
             Incidence const *first = m_incidences.data() + m_begins[e], *last = m_incidences.data() + m_begins[e + 1];
-            if (first != last && !keepStarts && edge.stretch.IsFullTurn() && isStart[Index(edge.startPlace)])
+            if (m_carriers.CarrierOf(static_cast<int>(e)) >= 0)
+                m_cutter.AddParts(static_cast<int>(e), m_map);
+            else if (first != last && !keepStarts && edge.stretch.IsFullTurn() && isStart[Index(edge.startPlace)])
                 AddParts(TurnedTo(edge, *first), first + 1, last, first->t);
             else
                 AddParts(edge, first, last, 0.0);
@@ -217,18 +215,22 @@ private:
     }
 
     Network const &m_network;
+    Carriers const &m_carriers;
     std::vector<std::size_t> m_begins; ///< where the incidences of each edge begin
     std::vector<Incidence> m_incidences;
+    CarrierCutter m_cutter;
     PlanarMap m_map;
 };
 
-/// One try at a snap distance. `isThorough` looks for places near every edge.
-Arrangement ArrangeAt(UsableCurves const &curves, bool split, bool keepDuplicates, double snap, bool isThorough) {
+/// One try at a snap distance. `isThorough` looks for places near every edge; without `usesCarriers` the edges of a
+/// carrier are cut like all others, which holds where rounding leaves doubts about what lies on it.
+Arrangement ArrangeAt(UsableCurves const &curves, bool split, bool keepDuplicates, double snap, bool isThorough,
+                      bool usesCarriers) {
     Network network(curves.stretches, snap, curves.rounding, split);
     if (!keepDuplicates)
         network.DropRepeated();
     double const reach = std::max(curves.tolerance, snap) + 2.0 * snap;
-    CandidatePairs pairs(network, reach);
+    CandidatePairs pairs(network, reach, usesCarriers);
     int const curveCount = static_cast<int>(network.edges.size());
     std::vector<int> owners;
     if (curves.tolerance > snap)
@@ -240,8 +242,12 @@ Arrangement ArrangeAt(UsableCurves const &curves, bool split, bool keepDuplicate
             finder.LookAt(pair);
         finder.DrawEdgesToPlaces(isThorough);
     }
-    return {MapMaker(network, finder).Make(keepDuplicates), std::move(network.vanished), std::move(network.repeated),
-            snap};
+    MapMaker maker(network, pairs.OneCarrier(), finder);
+    if (!maker.Cutter().Fits())
+        return ArrangeAt(curves, split, keepDuplicates, snap, isThorough, false);
+    PlanarMap map = maker.Make(keepDuplicates);
+    return {std::move(map), std::move(network.vanished), std::move(network.repeated),
+            snap,           maker.Cutter().TakePlaces(), maker.Cutter().TakeCovered()};
 }
 
 } // namespace
@@ -249,7 +255,8 @@ Arrangement ArrangeAt(UsableCurves const &curves, bool split, bool keepDuplicate
 Arrangement Arrange(UsableCurves const &curves, bool split, bool keepDuplicates) {
     double snap = std::max(kSnapInRoundings * curves.rounding, kSmallestSnap);
     for (bool isThorough = false;; isThorough = true, snap *= kCoarser)
-        if (Arrangement arrangement = ArrangeAt(curves, split, keepDuplicates, snap, isThorough);
+        if (Arrangement arrangement =
+                ArrangeAt(curves, split, keepDuplicates, snap, isThorough, split && !keepDuplicates);
             !split || arrangement.map.IsPlanar())
             return arrangement;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zvi/drawing/CoveredPartsDetail.h"
 #include "zvi/drawing/NetworkDetail.h"
 #include "zvi/drawing/PlanarMapDetail.h"
 #include "zvi/drawing/ReadCurvesDetail.h"
@@ -14,6 +15,8 @@ struct Arrangement {
     std::vector<Stretch> vanished; ///< curves shorter than the snap distance
     std::vector<Stretch> repeated; ///< curves that are the same as an earlier one
     double snap = 0.0;             ///< distance below which two places are one
+    std::vector<CarrierPlaces> carriers;
+    std::vector<CoveredPart> covered; ///< parts of curves that have no edges, for others on their carrier have them
 };
 
 /// Cuts the curves at every place where they meet at the precision of rounding and orders them round each place.

@@ -8,6 +8,9 @@ namespace zvi::lib::drawing {
 
 namespace {
 
+/// Boxes that meet no more others than this on average are compared one by one, carriers or not.
+constexpr double kFewToCompare = 32.0;
+
 /// Whether both ends of `b` lie clearly on one side of the whole line of `a`.
 bool IsBeside(Stretch const &a, Stretch const &b, double distance) {
     DrawingPoint const u = a.end - a.start;
@@ -51,12 +54,18 @@ std::vector<Stretch const *> StretchesOf(Network const &network) {
 
 } // namespace
 
-CandidatePairs::CandidatePairs(Network const &network, double reach)
+CandidatePairs::CandidatePairs(Network const &network, double reach, bool findsCarriers)
     : m_network(network), m_reach(reach), m_edgeCount(static_cast<int>(network.edges.size())),
-      m_index(StretchesOf(network), 0.5 * reach, [&] {
-          m_families = CurveFamilies(network, reach);
-          return m_families.FamilyOfEdges();
-      }) {
+      m_index(
+          StretchesOf(network), 0.5 * reach,
+          [&](double crowd) {
+              if (findsCarriers && crowd > kFewToCompare)
+                  m_carriers = Carriers(network, reach);
+          },
+          [&] {
+              m_families = CurveFamilies(network, m_carriers, reach);
+              return m_families.FamilyOfEdges();
+          }) {
     if (!m_index.IsCrowded())
         FindAll();
 }
@@ -65,7 +74,8 @@ void CandidatePairs::FindAll() {
     std::vector<EdgePair> found; // the second edge by its rank
     m_index.ForEachMeeting([&](int a, int b) {
         int const first = std::min(a, b), second = std::max(a, b);
-        if (!AreApart(m_network.edges[Index(first)], m_network.edges[Index(second)], m_reach))
+        if (!m_carriers.AreSettled(a, b) &&
+            !AreApart(m_network.edges[Index(first)], m_network.edges[Index(second)], m_reach))
             found.push_back({first, m_index.RankOf(second)});
     });
     m_begins.assign(Index(m_edgeCount) + 1, 0);
@@ -84,6 +94,7 @@ void CandidatePairs::FindAll() {
 void CandidatePairs::FindPartners(int edge) {
     m_index.FindNear(edge, m_partners);
     m_families.AddNear(edge, m_partners);
+    m_carriers.AddUnsettled(edge, m_partners);
     NetworkEdge const &own = m_network.edges[Index(edge)];
     std::erase_if(m_partners,
                   [&](int other) { return other <= edge || AreApart(own, m_network.edges[Index(other)], m_reach); });
@@ -108,10 +119,27 @@ void CandidatePairs::AddEndingWith(int owner) {
                 m_partners.push_back(m_ends[k]);
 }
 
+void CandidatePairs::AddOnCarrierOf(int owner) {
+    int const carrier = m_carriers.CarrierOf(owner);
+    if (carrier < 0)
+        return;
+    for (Carriers::Member const &member : m_carriers.All()[Index(carrier)].members)
+        if (member.edge != owner && m_carriers.AreSettled(owner, member.edge))
+            m_partners.push_back(member.edge);
+    SortPartnersOf(owner);
+}
+
+void CandidatePairs::SortPartnersOf(int owner) {
+    m_index.Arrange(m_partners);
+    auto const higher = std::stable_partition(m_partners.begin(), m_partners.end(), [&](int i) { return i < owner; });
+    std::sort(m_partners.begin(), higher);
+}
+
 void CandidatePairs::FindNeighbours(int owner, Box const &box) {
     auto const isFar = [&](int edge) { return !Meet(box, BoxOf(m_network.edges[Index(edge)].stretch)); };
     if (!m_index.IsCrowded()) {
         FindPairedWith(owner);
+        AddOnCarrierOf(owner);
         AddEndingWith(owner);
         std::erase_if(m_partners, isFar);
         return;
@@ -121,9 +149,7 @@ void CandidatePairs::FindNeighbours(int owner, Box const &box) {
     std::erase_if(m_partners, [&](int other) {
         return other == owner || isFar(other) || AreBeside(own, m_network.edges[Index(other)], m_reach);
     });
-    m_index.Arrange(m_partners);
-    auto const higher = std::stable_partition(m_partners.begin(), m_partners.end(), [&](int i) { return i < owner; });
-    std::sort(m_partners.begin(), higher);
+    SortPartnersOf(owner);
 }
 
 std::vector<EdgePair> CandidatePairs::OfConnectors(int first, std::vector<int> const &owners) {

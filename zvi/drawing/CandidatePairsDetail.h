@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zvi/drawing/CarriersDetail.h"
 #include "zvi/drawing/CurveFamiliesDetail.h"
 #include "zvi/drawing/NetworkDetail.h"
 #include "zvi/drawing/StretchIndexDetail.h"
@@ -10,10 +11,14 @@ namespace zvi::lib::drawing {
 
 /// Pairs of edges, each once, that come nearer to one another than a reach elsewhere than at a shared end; some that
 /// do not are among them. Where the boxes of the edges crowd, they are found anew each time and not held, for there
-/// may be very many.
+/// may be very many. Edges of one carrier are no pairs.
 class CandidatePairs {
 public:
-    CandidatePairs(Network const &network, double reach);
+    /// `findsCarriers` tells whether carriers are looked for.
+    CandidatePairs(Network const &network, double reach, bool findsCarriers);
+
+    /// The carriers whose edges are no pairs.
+    Carriers const &OneCarrier() const { return m_carriers; }
 
     /// Calls `look(EdgePair)` for each pair, by the first edge, the lower number, and then in an order that depends on
     /// the boxes of the edges alone.
@@ -38,12 +43,17 @@ private:
     /// The edges that come near `box` and near the edge `owner`, or end where that ends.
     void FindNeighbours(int owner, Box const &box);
     void FindPairedWith(int owner);
+    /// Adds the edges that are no pair with `owner` because they lie on its carrier.
+    void AddOnCarrierOf(int owner);
+    /// The lower ones by number, then the higher ones by rank.
+    void SortPartnersOf(int owner);
     /// Adds the edges that are no pair with `owner` because they only end where it ends.
     void AddEndingWith(int owner);
 
     Network const &m_network;
     double m_reach;
-    int m_edgeCount;          ///< without connectors
+    int m_edgeCount; ///< without connectors
+    Carriers m_carriers;
     CurveFamilies m_families; ///< where boxes crowd
     StretchIndex m_index;
     std::vector<EdgePair> m_pairs;     ///< all, where boxes do not crowd

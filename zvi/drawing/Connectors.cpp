@@ -62,6 +62,14 @@ public:
             {kCorner, approach.distance, approach.onFirst, approach.onSecond, -1, -1, pair.first, pair.second});
     }
 
+    /// Finds which ends lie on a curve of their own carrier.
+    void LookAtCarriers(Carriers const &carriers) {
+        for (Carriers::EdgeAtPlace const &passed : carriers.PassedEnds(m_tolerance)) {
+            m_contactCount = 0;
+            LookAtEnd(passed.place, kNoCurve, passed.edge);
+        }
+    }
+
     void LookAtPlaces() {
         PlaceIndex near(m_tolerance);
         for (DrawingPoint const p : m_network.places.Places())
@@ -197,8 +205,10 @@ private:
 std::vector<int> AddConnectors(Network &network, CandidatePairs &pairs, double tolerance, bool split,
                                Landmarks const &landmarks) {
     Connectors connectors(network, tolerance, landmarks);
-    if (split)
+    if (split) {
         pairs.ForEach([&](EdgePair pair) { connectors.LookAt(pair); });
+        connectors.LookAtCarriers(pairs.OneCarrier());
+    }
     connectors.LookAtPlaces();
     return connectors.Close();
 }

@@ -281,11 +281,17 @@ void Lead(Network const &network, int line, std::vector<int> &leading) {
 
 } // namespace
 
-CurveFamilies::CurveFamilies(Network const &network, double reach) : m_begins(network.edges.size(), 0) {
+CurveFamilies::CurveFamilies(Network const &network, Carriers const &carriers, double reach)
+    : m_begins(network.edges.size(), 0) {
     TraitFinder const finder(network, reach);
     m_familyOf = finder.Choose();
     std::map<int, int> numbers; // of traits that have become families
+    m_families.resize(carriers.All().size());
     for (std::size_t e = 0; e < m_familyOf.size(); ++e) {
+        if (int const carrier = carriers.CarrierOf(static_cast<int>(e)); carrier >= 0) {
+            m_familyOf[e] = carrier;
+            continue;
+        }
         if (m_familyOf[e] < 0)
             continue;
         Trait const &trait = finder.Traits()[Index(m_familyOf[e])];

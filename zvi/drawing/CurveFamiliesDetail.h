@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zvi/drawing/BoxIndexDetail.h"
+#include "zvi/drawing/CarriersDetail.h"
 #include "zvi/drawing/NetworkDetail.h"
 
 #include <vector>
@@ -15,8 +16,9 @@ public:
     /// No families at all.
     CurveFamilies() = default;
 
-    /// `reach` is the distance below which edges are of interest to one another.
-    CurveFamilies(Network const &network, double reach);
+    /// `reach` is the distance below which edges are of interest to one another. Those of one carrier are a family in
+    /// which all is settled.
+    CurveFamilies(Network const &network, Carriers const &carriers, double reach);
 
     /// Of each edge its family by number, or BoxIndex::kNoGroup.
     std::vector<int> const &FamilyOfEdges() const { return m_familyOf; }

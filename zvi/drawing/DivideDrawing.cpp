@@ -1,6 +1,7 @@
 #include "zvi/drawing/DivideDrawingDetail.h"
 
 #include "zvi/drawing/ArrangementDetail.h"
+#include "zvi/drawing/ContractionDetail.h"
 #include "zvi/drawing/FaceWalkDetail.h"
 #include "zvi/drawing/FitEdgesDetail.h"
 
@@ -83,8 +84,11 @@ DividedDrawing DivideDrawing(std::vector<DrawingCurve> const &curves, DrawingOpt
                            std::move(arrangement.repeated),
                            {},
                            {},
-                           arrangement.snap};
+                           arrangement.snap,
+                           {}};
     double const tolerance = std::max(drawing.curves.tolerance, kThinInSnaps * drawing.snap);
+    ContractShortEdges(drawing.map, tolerance, drawing.snap, drawing.curves.landmarks);
+    drawing.covered = AddCovered(drawing.map, arrangement.carriers, arrangement.covered, drawing.dropped);
     CollapseThinFaces(drawing.map, tolerance, drawing.snap, drawing.curves.landmarks, drawing.dropped);
     drawing.map.ForgetBorders();
     drawing.positions =

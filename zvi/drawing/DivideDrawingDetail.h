@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zvi/drawing/CoveredPartsDetail.h"
 #include "zvi/drawing/PlanarMapDetail.h"
 #include "zvi/drawing/ReadCurvesDetail.h"
 #include "zvi/drawing/ThinFacesDetail.h"
@@ -17,6 +18,7 @@ struct DividedDrawing {
     std::vector<DroppedEdge> dropped;
     std::vector<DrawingPoint> positions; ///< of each place that stands for a cluster, where that is put
     double snap = 0.0;                   ///< distance below which two places are one
+    CoveredCounts covered;
 };
 
 /// Reads the curves, arranges them, and applies the tolerance to the map.

@@ -113,9 +113,10 @@ void AbsorbContracted(PlanarMap &map, std::vector<Stretch> &vanished) {
         int const curve = map.Edge(edges[i]).stretch.curve;
         int kept = -1;
         for (j = i; j < edges.size() && map.Edge(edges[j]).stretch.curve == curve; ++j) {
+            // What is contracted at the beginning keeps its place in the order of the edges, too.
+            if (kept < 0)
+                map.StretchOf(edges[j]).from = map.Edge(edges[i]).stretch.from;
             if (!isContracted(edges[j])) {
-                if (kept < 0)
-                    map.StretchOf(edges[j]).from = map.Edge(edges[i]).stretch.from;
                 kept = edges[j];
             } else if (kept >= 0) {
                 map.StretchOf(kept).to = map.Edge(edges[j]).stretch.to;

@@ -46,10 +46,13 @@ namespace zvi::lib {
 /// Ids are carried through and not looked at. Curves with coordinates or radii that are not finite, beyond 1e150, or
 /// with a radius below 1e-150, and arcs whose ends miss their circle by more than the join tolerance and a millionth of
 /// the radius, are unsupported. An arc that starts where it ends has no length; a full turn is a kCircle.
-/// Cost: n log n in the curves and their meeting points, at each stage: finding pairs, cutting, ordering, contracting,
-/// folding, walking and nesting. Meeting points may be many: curves that overlap one another all at once have as many
-/// as pairs, and so have lines through one point once rounding of their ends keeps them from meeting in it. Boxes that
-/// meet without the curves doing so cost little: parallel, concentric and diverging curves are told apart by families.
+/// Cost, with n curves, k meeting points of theirs and s = n + k places: finding pairs and cutting n log n + k log k;
+/// ordering round the places, contracting, folding, walking and nesting s log s. Memory grows as s. Boxes that meet
+/// without the curves doing so cost little: parallel, concentric and diverging curves are told apart by families.
+/// Curves that overlap one another on one line or circle, many at once, have as many cuts as pairs, but cost n log n:
+/// each stretch is held once, and what later curves have of it is counted only (not with `keepDuplicates`). Lines
+/// through one exact point meet in one place. Once their ends are rounded, to four decimals say, they meet in as many
+/// places as they have pairs: n squared vertices, which are all looked at.
 ZVI_API DrawingResult MakeDrawingDomains(std::vector<DrawingCurve> const &curves, DrawingOptions const &options = {});
 
 } // namespace zvi::lib

@@ -212,13 +212,16 @@ int CountJoined(DividedDrawing const &drawing, std::vector<DrawingCurve> const &
 }
 
 /// Places between two stretches of one curve at which another edge ends as well.
-int CountCuts(PlanarMap const &map) {
+int CountCuts(DividedDrawing const &drawing) {
+    PlanarMap const &map = drawing.map;
     std::vector<int> endCounts(Index(map.Places().Count()), 0);
     for (int e = 0; e < map.EdgeCount(); ++e)
         if (map.Edge(e).state != EdgeState::kContracted)
             for (HalfEdge const h : {HalfEdge::Along(e), HalfEdge::Against(e)})
                 ++endCounts[Index(map.Origin(h))];
-    int cuts = 0, last = -1;
+    for (int const place : drawing.covered.passedPlaces)
+        ++endCounts[Index(map.Places().Root(place))];
+    int cuts = drawing.covered.cuts, last = -1;
     for (int const e : EdgesAlongCurves(map)) {
         if (map.Edge(e).state == EdgeState::kContracted)
             continue;
@@ -244,7 +247,7 @@ public:
             leftovers.push_back({piece, LeftoverReason::kZeroLength});
         }
         counts.joined = CountJoined(m_drawing, m_curves);
-        counts.cut = CountCuts(m_drawing.map);
+        counts.cut = CountCuts(m_drawing);
     }
 
     void AddSetAside(std::vector<DrawingLeftover> &leftovers) const {

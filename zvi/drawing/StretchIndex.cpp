@@ -10,6 +10,9 @@ namespace {
 /// Boxes crowd when each meets more than so many others on average.
 constexpr double kCrowd = 512;
 
+/// Fewer boxes than this never crowd.
+constexpr std::size_t kFewest = 192;
+
 /// Boxes that are looked at to tell whether all of them crowd.
 constexpr std::size_t kSamples = 256;
 
@@ -18,7 +21,7 @@ constexpr double kPartsOfRoot = 0.15, kMostParts = 128.0;
 
 /// How many boxes each one meets, on average of some.
 double CrowdOf(std::vector<Box> const &boxes, BoxIndex const &index) {
-    if (static_cast<double>(boxes.size()) <= kCrowd)
+    if (boxes.size() < kFewest)
         return 0.0;
     std::vector<int> found;
     std::size_t const step = (boxes.size() + kSamples - 1) / kSamples;
@@ -46,11 +49,14 @@ std::vector<Box> BoxesOf(std::vector<Stretch const *> const &stretches, double b
 }
 
 StretchIndex::StretchIndex(std::vector<Stretch const *> const &stretches, double grown,
-                           std::function<std::vector<int>()> const &groups)
+                           std::function<void(double)> const &tell, std::function<std::vector<int>()> const &groups)
     : m_boxes(BoxesOf(stretches, grown)), m_index(m_boxes), m_order(m_index.Order()), m_ranks(stretches.size()) {
     for (std::size_t rank = 0; rank < m_ranks.size(); ++rank)
         m_ranks[Index(m_order[rank])] = static_cast<int>(rank);
-    if (double const crowd = CrowdOf(m_boxes, m_index); crowd > kCrowd) {
+    double const crowd = CrowdOf(m_boxes, m_index);
+    if (tell)
+        tell(crowd);
+    if (crowd > kCrowd) {
         HoldParts(stretches, grown, kPartsOfRoot * std::sqrt(crowd));
         PackParts(groups ? groups() : std::vector<int>());
     }

@@ -16,8 +16,10 @@ std::vector<Box> BoxesOf(std::vector<Stretch const *> const &stretches, double b
 class StretchIndex {
 public:
     /// Boxes are grown by `grown`. Where they crowd, `groups` is asked for the groups of the stretches, by number:
-    /// FindNear passes over those of the same group.
+    /// FindNear passes over those of the same group. Before that `tell` is told how many boxes each one meets, on
+    /// average of some; of few boxes that counts as none.
     StretchIndex(std::vector<Stretch const *> const &stretches, double grown,
+                 std::function<void(double crowd)> const &tell = {},
                  std::function<std::vector<int>()> const &groups = {});
 
     bool IsCrowded() const { return !m_owners.empty(); }

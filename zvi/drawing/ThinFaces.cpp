@@ -338,10 +338,11 @@ int LongestOuterEdge(PlanarMap const &map, FaceWalks const &faces, HalfEdge firs
 
 void CollapseThinFaces(PlanarMap &map, double tolerance, double snap, Landmarks const &landmarks,
                        std::vector<DroppedEdge> &dropped) {
-    do {
+    SetAsideUnboundingEdges(map);
+    while (ThinFaces(map, tolerance, snap, landmarks, dropped).Collapse()) {
         ContractShortEdges(map, tolerance, snap, landmarks);
         SetAsideUnboundingEdges(map);
-    } while (ThinFaces(map, tolerance, snap, landmarks, dropped).Collapse());
+    }
 }
 
 void DropEmptyFaces(PlanarMap &map, double snap, double same, Landmarks const &landmarks,

@@ -15,9 +15,10 @@ struct DroppedEdge {
     int stop = -1;
 };
 
-/// Collapses the faces that are thinner than `tolerance`: their two sides come to lie on one another, place by place,
-/// and of each two edges that then join the same places one is a duplicate. Edges that hang loose or join two parts are
-/// set aside. Appends what was dropped, in that order.
+/// Collapses the faces of a map without short edges that are thinner than `tolerance`: their two sides come to lie on
+/// one another, place by place, and of each two edges that then join the same places one is a duplicate. Edges that
+/// hang loose or join two parts are set aside, and edges that become short contracted. Appends what was dropped, in
+/// that order.
 void CollapseThinFaces(PlanarMap &map, double tolerance, double snap, Landmarks const &landmarks,
                        std::vector<DroppedEdge> &dropped);
 
