@@ -101,7 +101,7 @@ public:
         std::sort(m_members.begin(), m_members.end(), BeginsBefore);
         for (std::size_t i = 0; i < m_members.size(); ++i)
             m_farthest.push_back(i > 0 && m_members[m_farthest[i - 1]].high >= m_members[i].high ? m_farthest[i - 1]
-                                                                                                : i);
+                                                                                                 : i);
     }
 
     /// Adds one that does so clearly, or else all of which only a closer look tells.
@@ -129,8 +129,8 @@ private:
     }
 
     bool m_isCircle;
-    double m_clear; ///< what is so far from an end is surely farther than the distance
-    double m_least; ///< and what is nearer than this is surely not
+    double m_clear;                      ///< what is so far from an end is surely farther than the distance
+    double m_least;                      ///< and what is nearer than this is surely not
     std::vector<Member> m_members;       ///< by where they begin; of a circle twice, one turn apart
     std::vector<std::size_t> m_farthest; ///< of those up to each, the one that reaches farthest
 };
@@ -175,7 +175,8 @@ void Carriers::FindCircles(Network const &network) {
     };
     std::stable_sort(arcs.begin(), arcs.end(), [&](int a, int b) { return circle(a) < circle(b); });
     for (auto begin = arcs.begin(); begin != arcs.end();) {
-        auto const end = std::upper_bound(begin, arcs.end(), *begin, [&](int a, int b) { return circle(a) < circle(b); });
+        auto const end =
+            std::upper_bound(begin, arcs.end(), *begin, [&](int a, int b) { return circle(a) < circle(b); });
         Stretch const &s = network.edges[Index(*begin)].stretch;
         Carrier carrier;
         carrier.isCircle = true;
@@ -218,7 +219,11 @@ void Carriers::Add(Network const &network, Carrier carrier, std::vector<int> con
         NetworkEdge const &e = network.edges[Index(edge)];
         if (carrier.DistanceOf(e.stretch.start) > m_near || carrier.DistanceOf(e.stretch.end) > m_near)
             continue;
-        Member m{edge, carrier.PositionOf(e.stretch.start), carrier.PositionOf(e.stretch.end), e.startPlace, e.endPlace,
+        Member m{edge,
+                 carrier.PositionOf(e.stretch.start),
+                 carrier.PositionOf(e.stretch.end),
+                 e.startPlace,
+                 e.endPlace,
                  carrier.isCircle ? e.stretch.sweep > 0.0 : false};
         m.isForward = carrier.isCircle ? m.isForward : m.low < m.high;
         if (!m.isForward) {
@@ -257,7 +262,8 @@ void Carriers::FindUnsettled(Carrier const &line) {
         begins.emplace_back(m.low, m.edge);
     std::sort(begins.begin(), begins.end());
     for (Member const &m : line.members)
-        for (auto other = std::upper_bound(begins.begin(), begins.end(), std::pair(m.high, std::numeric_limits<int>::max()));
+        for (auto other =
+                 std::upper_bound(begins.begin(), begins.end(), std::pair(m.high, std::numeric_limits<int>::max()));
              other != begins.end() && !AreSettled(m.edge, other->second); ++other) {
             m_unsettled.emplace_back(m.edge, other->second);
             m_unsettled.emplace_back(other->second, m.edge);

@@ -73,8 +73,8 @@ private:
     double m_snap = 0.0;
     double m_near = 0.0; ///< how far ends may lie off their carrier
     std::vector<Carrier> m_carriers;
-    std::vector<int> m_carrierOf; ///< of each edge
-    std::vector<int> m_numbers;   ///< of each edge, which member it is
+    std::vector<int> m_carrierOf;                 ///< of each edge
+    std::vector<int> m_numbers;                   ///< of each edge, which member it is
     std::vector<std::pair<int, int>> m_unsettled; ///< both ways, in order
 };
 

@@ -145,8 +145,7 @@ std::span<Incidence const> CarrierCutter::InsideOf(int edge) const {
 std::size_t CarrierCutter::RankOf(std::size_t carrier, int place) const {
     std::vector<double> const &positions = m_positions[carrier];
     double const position = m_all.All()[carrier].PositionOf(m_network.Place(place));
-    return static_cast<std::size_t>(std::lower_bound(positions.begin(), positions.end(), position) -
-                                    positions.begin());
+    return static_cast<std::size_t>(std::lower_bound(positions.begin(), positions.end(), position) - positions.begin());
 }
 
 CarrierCutter::Span CarrierCutter::SpanOf(std::size_t carrier, Carriers::Member const &member) const {
@@ -209,9 +208,10 @@ void CarrierCutter::AddParts(int edge, PlanarMap &map) {
     if (!member.isForward)
         std::reverse(spans.begin(), spans.end());
     auto const fraction = [&](int place) {
-        return place == (member.isForward ? member.lowPlace : member.highPlace)   ? 0.0
-               : place == (member.isForward ? member.highPlace : member.lowPlace) ? 1.0
-                                                                                  : FractionAt(s, m_network.Place(place));
+        return place == (member.isForward ? member.lowPlace : member.highPlace) ? 0.0
+               : place == (member.isForward ? member.highPlace : member.lowPlace)
+                   ? 1.0
+                   : FractionAt(s, m_network.Place(place));
     };
     for (Span const &span : spans) {
         if (!span.isFree) {
