@@ -8,8 +8,12 @@
 #include <cstring>
 #include <limits>
 #include <memory>
+#include <numeric>
+#include <string_view>
 #include <type_traits>
+#include <unordered_map>
 #include <utility>
+#include <vector>
 
 namespace zvi::lib {
 
@@ -143,17 +147,93 @@ struct StringWithIndexOrder {
     }
 };
 
-/// A name with its parts. The whole text is kept aside, because its parts do not always give it back.
-struct NumberedName {
-    MQSort::StringNumWithIndex parts;
-    CString text;
-};
+/// The trailing number of a name: where it begins, its leading zeros and its value; see `SeparateStringNum`.
+struct TrailingNumber {
+    int begin;
+    int zeros = 0;
+    int value = -1;
 
-struct NumberedNameOrder {
-    static int Compare(NumberedName const &left, NumberedName const &right) {
-        return StringNumOrder(left.parts, right.parts);
+    explicit TrailingNumber(CString const &name) : begin(name.GetLength()) {
+        wchar_t const *const units = name.GetString();
+        for (; begin > 0; --begin) {
+            wchar_t const character = units[begin - 1];
+            if (character < L'0' || character > L'9')
+                break;
+            zeros = character == L'0' ? zeros + 1 : 0;
+        }
+        if (begin < name.GetLength())
+            value = WideToInt(units + begin);
     }
 };
+
+/// A name on its way: what it is sorted by, and where it stood.
+struct NumberedName {
+    std::uint64_t prefixAndNumber; ///< the rank of its prefix in front of its number
+    std::uint64_t place;
+    std::uint32_t zeros;
+};
+
+/// By an unsigned field.
+template <auto field>
+struct FieldOrder {
+    static int Compare(NumberedName const &left, NumberedName const &right) {
+        return (left.*field > right.*field) - (left.*field < right.*field);
+    }
+    static bool HasKeys(NumberedName const *, std::size_t) { return true; }
+    static auto KeyOf(NumberedName const &name) { return name.*field; }
+};
+
+/// Numbers the prefixes of names in their order by code unit.
+class PrefixRanks {
+public:
+    /// A number for the prefix, the same for the same one; `Ranks` turns it into a rank. The text must last.
+    std::uint32_t Add(std::wstring_view prefix) {
+        if (m_prefixes.empty() || prefix != m_prefixes[m_last]) {
+            auto const [entry, isNew] = m_numbers.try_emplace(prefix, static_cast<std::uint32_t>(m_prefixes.size()));
+            if (isNew)
+                m_prefixes.push_back(prefix);
+            m_last = entry->second;
+        }
+        return m_last;
+    }
+
+    /// For each number the rank of its prefix.
+    std::vector<std::uint32_t> Ranks() const {
+        std::vector<std::uint32_t> order(m_prefixes.size());
+        std::iota(order.begin(), order.end(), 0U);
+        std::sort(order.begin(), order.end(),
+                  [this](std::uint32_t left, std::uint32_t right) { return m_prefixes[left] < m_prefixes[right]; });
+        std::vector<std::uint32_t> ranks(order.size());
+        for (std::uint32_t rank = 0; rank < order.size(); ++rank)
+            ranks[order[rank]] = rank;
+        return ranks;
+    }
+
+private:
+    std::unordered_map<std::wstring_view, std::uint32_t> m_numbers;
+    std::vector<std::wstring_view> m_prefixes;
+    std::uint32_t m_last = 0; ///< the number given last
+};
+
+/// Brings what stood at the place of each name to where the name is now, cycle by cycle. Leaves the places undefined.
+void MoveToNames(NumberedName *names, std::uint64_t count, unsigned int *index, CString *key) {
+    for (std::uint64_t start = 0; start < count; ++start) {
+        if (names[start].place == start)
+            continue;
+        CString firstKey = std::move(key[start]);
+        unsigned int const firstIndex = index[start];
+        std::uint64_t to = start;
+        for (std::uint64_t from = names[to].place; from != start; from = names[to].place) {
+            key[to] = std::move(key[from]);
+            index[to] = index[from];
+            names[to].place = to;
+            to = from;
+        }
+        key[to] = std::move(firstKey);
+        index[to] = firstIndex;
+        names[to].place = to;
+    }
+}
 
 // ---- sorts of parallel arrays ----
 
@@ -241,18 +321,24 @@ void MQSort::QSortStringWithIndex(unsigned int *index, CString *key, std::uint64
 void MQSort::QSortStringNumWithIndex(unsigned int *index, CString *key, std::uint64_t count) {
     if (count == 0)
         return;
-    auto const names = std::make_unique<NumberedName[]>(count);
+    auto const names = std::make_unique_for_overwrite<NumberedName[]>(count);
+    PrefixRanks prefixes;
     for (std::uint64_t i = 0; i < count; ++i) {
-        StringNumWithIndex &parts = names[i].parts;
-        parts.index = index[i];
-        SeparateStringNum(key[i], parts.prefix, parts.zeros, parts.number);
-        names[i].text = key[i];
+        TrailingNumber const number(key[i]);
+        std::wstring_view const prefix(key[i].GetString(), static_cast<std::size_t>(number.begin));
+        // A name without a number has -1, which comes first.
+        names[i] = {std::uint64_t{prefixes.Add(prefix)} << 32 | static_cast<std::uint32_t>(number.value + 1LL), i,
+                    static_cast<std::uint32_t>(number.zeros)};
     }
-    core::StableSort<NumberedNameOrder>(names.get(), count);
+    std::vector<std::uint32_t> const ranks = prefixes.Ranks();
     for (std::uint64_t i = 0; i < count; ++i) {
-        index[i] = names[i].parts.index;
-        key[i] = std::move(names[i].text);
+        std::uint64_t &field = names[i].prefixAndNumber;
+        field = std::uint64_t{ranks[field >> 32]} << 32 | static_cast<std::uint32_t>(field);
     }
+    // The last criterion first: the sorts are stable.
+    core::StableSort<FieldOrder<&NumberedName::zeros>>(names.get(), count);
+    core::StableSort<FieldOrder<&NumberedName::prefixAndNumber>>(names.get(), count);
+    MoveToNames(names.get(), count, index, key);
 }
 
 void MQSort::QSortKey20Serial12(unsigned int *values, std::uint64_t count) {
@@ -300,18 +386,10 @@ int MQSort::CompareKey20Serial12(void const *left, void const *right) {
 }
 
 void MQSort::SeparateStringNum(CString const &text, CString &prefix, int &zeros, int &number) {
-    CString const whole = text; // NOLINT(performance-unnecessary-copy-initialization): `prefix` may be `text`
-    zeros = 0;
-    number = 0;
-    int tail = whole.GetLength();
-    for (; tail > 0; --tail) {
-        wchar_t const character = whole[tail - 1];
-        if (character < L'0' || character > L'9')
-            break;
-        zeros = character == L'0' ? zeros + 1 : 0;
-    }
-    prefix = whole.Left(tail);
-    number = tail == whole.GetLength() ? -1 : WideToInt(whole.GetString() + tail);
+    TrailingNumber const tail(text);
+    zeros = tail.zeros;
+    number = tail.value;
+    prefix = text.Left(tail.begin);
 }
 
 } // namespace zvi::lib
