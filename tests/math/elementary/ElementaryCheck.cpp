@@ -1,0 +1,34 @@
+// Compares the elementary functions with MPFR: zvi_elementary_check [COUNT [SEED [NAME]]].
+
+#include "tests/math/elementary/Elementaries.h"
+#include "tests/math/elementary/Mpfr.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <string_view>
+
+using namespace zvi::lib::test;
+
+int main(int argc, char **argv) {
+    std::uint64_t const count = argc > 1 ? std::strtoull(argv[1], nullptr, 10) : 10'000'000;
+    std::uint64_t const seed = argc > 2 ? std::strtoull(argv[2], nullptr, 10) : 1;
+    bool isRight = true;
+    for (Elementary const &of : Elementaries()) {
+        if (argc > 3 && std::string_view(argv[3]) != of.name)
+            continue;
+        ArgumentSource arguments(seed);
+        std::uint64_t wrong = 0;
+        for (std::uint64_t i = 0; i < count; ++i) {
+            double const x = arguments.Next(of.first[i % of.first.size()]);
+            double const y = of.second.empty() ? 0.0 : arguments.Next(of.second[i % of.second.size()]);
+            double const ours = of.ours(x, y), right = ByMpfr(of.name, x, y);
+            if (!IsSame(ours, right) && ++wrong <= 10)
+                std::printf("%s(%a, %a) is %a, should be %a\n", of.name, x, y, ours, right);
+        }
+        std::printf("%-6s %llu of %llu wrong\n", of.name, static_cast<unsigned long long>(wrong),
+                    static_cast<unsigned long long>(count));
+        std::fflush(stdout);
+        isRight = isRight && wrong == 0;
+    }
+    return isRight ? EXIT_SUCCESS : EXIT_FAILURE;
+}

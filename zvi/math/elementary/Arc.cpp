@@ -1,0 +1,208 @@
+#include "zvi/math/elementary/AccurateDetail.h"
+#include "zvi/math/elementary/Elementary.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace zvi::lib {
+
+using namespace math;
+
+namespace {
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+/// Below it arc sine and arc tangent round to the number: its cube is less than a quarter of the last place.
+constexpr double kSmall = 0x1p-27;
+/// In parts of the value.
+constexpr double kArcSineError = 0x1p-68;
+constexpr double kArcTangentError = 0x1p-67;
+/// Of the quick phase of the arc tangent; where that is much in parts of the value, the next phase is needed.
+constexpr double kQuickError = 0x1p-58;
+/// A tangent that is greater belongs to pi / 2.
+constexpr double kFarthest = 0x1p60;
+
+Approximation WithError(TwoPart const &value, double part) {
+    return {value.head, value.tail, part * std::fabs(value.head)};
+}
+
+/// An angle; the tail may be 2^-7 of the head.
+struct NearAngle {
+    double head, tail;
+};
+
+/// Quarter turns to which an angle is added or from which it is taken.
+struct Base {
+    TwoPart turns;
+    double sign;
+};
+
+constexpr TwoPart kHalfPi = {kHalfPiHead, kHalfPiTail}, kPi = {2.0 * kHalfPiHead, 2.0 * kHalfPiTail};
+
+/// The angle from a base, and negated where `negative` is so. A table of bases and products with signs stand for
+/// branches, which would be guessed wrong every other time.
+TwoPart FromBase(Base const &base, double negative, NearAngle const &angle) {
+    double const sign = std::copysign(1.0, negative);
+    TwoPart const sum = QuickSum(base.turns.head, base.sign * angle.head);
+    return {sign * sum.head, sign * (sum.tail + (base.turns.tail + base.sign * angle.tail))};
+}
+
+/// The series of the arc tangent of t, |t| < 2^-7, beyond t.
+double ArcTangentBeyond(double t) {
+    double const square = t * t;
+    return t * square * ((-1.0 / 3 + square * (1.0 / 5)) + square * square * (-1.0 / 7 + square * (1.0 / 9)));
+}
+
+/// Arc tangent of y / x as below, with the rounding errors of t.
+NearAngle QuickArcTangentOf(double y, double x) {
+    double const shifted = y / x * 128.0 + kToInteger;
+    double const c = (shifted - kToInteger) * (1.0 / 128.0);
+    TwoPart const angle = kArcTangentTable[static_cast<unsigned>(LowInteger(shifted))];
+    TwoPart const xs = Split(x);
+    double const t = ((y - c * xs.head) - c * xs.tail) / (x + c * y);
+    TwoPart const sum = QuickSum(angle.head, t);
+    return {sum.head, sum.tail + (angle.tail + ArcTangentBeyond(t))};
+}
+
+/// Arc tangent of y / x, 0 < y <= x: that of c = i / 128, of the table, plus that of t = (y - c x) / (x + c y).
+NearAngle ArcTangentOf(double y, double x) {
+    double const shifted = y / x * 128.0 + kToInteger;
+    double const c = (shifted - kToInteger) * (1.0 / 128.0);
+    TwoPart const angle = kArcTangentTable[static_cast<unsigned>(LowInteger(shifted))];
+    TwoPart const xs = Split(x), ys = Split(y);
+    TwoPart const above = Sum(y - c * xs.head, -(c * xs.tail));
+    TwoPart const sumBelow = QuickSum(x, c * ys.head);
+    TwoPart const below = QuickSum(sumBelow.head, sumBelow.tail + c * ys.tail);
+    double const inverse = 1.0 / below.head;
+    double const head = Split(above.head * inverse).head;
+    TwoPart const divisor = Split(below.head);
+    double const left = ((above.head - head * divisor.head) - head * divisor.tail) + (above.tail - head * below.tail);
+    double const tail = left * inverse;
+    TwoPart const sum = QuickSum(angle.head, head);
+    return {sum.head, sum.tail + (angle.tail + (tail + ArcTangentBeyond(head + tail)))};
+}
+
+/// The angle below pi / 4 or a little more whose sine is u and whose cosine is v, heads of 26 bits: that of the table
+/// with the sine c = i / 128 and the cosine d, plus the arc sine of t = u d - c v.
+NearAngle ArcSineOf(TwoPart const &u, TwoPart const &v) {
+    double const shifted = (u.head + u.tail) * 128.0 + kToInteger;
+    double const c = (shifted - kToInteger) * (1.0 / 128.0);
+    ArcSinePart const part = kArcSineTable[static_cast<unsigned>(LowInteger(shifted))];
+    double const exact = u.head * part.cosine.head - c * v.head;
+    double const tail = u.tail * part.cosine.head + ((u.head + u.tail) * part.cosine.tail - c * v.tail);
+    double const t = exact + tail, square = t * t;
+    double const beyond =
+        t * square * (1.0 / 6 + square * (3.0 / 40 + square * (15.0 / 336 + square * (105.0 / 3456))));
+    TwoPart const sum = QuickSum(part.angle.head, exact);
+    return {sum.head, sum.tail + (part.angle.tail + (tail + beyond))};
+}
+
+/// sqrt(1 - x x), the head of 26 bits.
+TwoPart RootOfOneMinusSquare(double x, TwoPart const &parts) {
+    double const square = x * x;
+    double const squareTail =
+        ((parts.head * parts.head - square) + 2.0 * parts.head * parts.tail) + parts.tail * parts.tail;
+    double const one = 1.0 - square;
+    TwoPart const rest = QuickSum(one, ((1.0 - one) - square) - squareTail);
+    double const root = std::sqrt(rest.head), head = Split(root).head;
+    return {head, ((rest.head - head * head) + rest.tail) / (root + head)};
+}
+
+/// The arc sine or the arc cosine of x, |x| < 1: the smaller of the angles of x and of sqrt(1 - x x) is computed.
+template <bool IsCosine>
+TwoPart ArcOf(double x) {
+    // By whether the angle of x is computed, and for the cosine also by the sign of x.
+    static constexpr Base kSineBases[] = {{kHalfPi, -1.0}, {{0.0, 0.0}, 1.0}};
+    static constexpr Base kCosineBases[] = {{{0.0, 0.0}, 1.0}, {kHalfPi, -1.0}, {kPi, -1.0}, {kHalfPi, 1.0}};
+    double const size = std::fabs(x);
+    TwoPart const parts = Split(size), root = RootOfOneMinusSquare(size, parts);
+    bool const isBySize = size < 0.70703125;
+    NearAngle const angle = isBySize ? ArcSineOf(parts, root) : ArcSineOf(root, parts);
+    if constexpr (IsCosine)
+        return FromBase(kCosineBases[unsigned{isBySize} + 2U * unsigned{x < 0.0}], 1.0, angle);
+    else
+        return FromBase(kSineBases[unsigned{isBySize}], x, angle);
+}
+
+/// Of a direction that is not along an axis, finite, and of which one length is at most 2^60 times the other.
+template <NearAngle (*Compute)(double, double)>
+TwoPart ArcTangentOfDirection(double y, double x) {
+    // By whether the direction is steep, and by whether it points to the left.
+    static constexpr Base kBases[] = {{{0.0, 0.0}, 1.0}, {kHalfPi, -1.0}, {kPi, -1.0}, {kHalfPi, 1.0}};
+    double const width = std::fabs(x), height = std::fabs(y);
+    unsigned const base = unsigned{width < height} + 2U * unsigned{x < 0.0};
+    return FromBase(kBases[base], y, Compute(std::min(width, height), std::max(width, height)));
+}
+
+/// As Atan2, where the direction is such a one.
+double AngleOf(double y, double x) {
+    double value = 0.0;
+    TwoPart const quick = ArcTangentOfDirection<QuickArcTangentOf>(y, x);
+    if (Rounds(Approximation{quick.head, quick.tail, kQuickError}, value))
+        return value;
+    Approximation const angle = WithError(ArcTangentOfDirection<ArcTangentOf>(y, x), kArcTangentError);
+    return Rounds(angle, value) ? value : AccurateAtan2(y, x, angle);
+}
+
+/// Whether one length is so much smaller than another one that the angle is, or all but is, that of an axis.
+bool IsAlong(double small, double large) {
+    return small == 0.0 || std::isinf(large) || small / large <= 1.0 / kFarthest;
+}
+
+/// Zeros, infinities and NaN, directions that are all but along an axis, and very large or small lengths.
+double AngleOfOthers(double y, double x) {
+    double const height = std::fabs(y), width = std::fabs(x);
+    if (std::isnan(x) || std::isnan(y))
+        return kNaN;
+    if (std::isinf(height) && std::isinf(width))
+        return std::copysign(x > 0.0 ? 0.5 * kHalfPiHead : 1.5 * kHalfPiHead, y); // that product is exact
+    if (IsAlong(height, width)) {
+        if (std::signbit(x))
+            return std::copysign(2.0 * kHalfPiHead, y);
+        return height == 0.0 || std::isinf(width) ? std::copysign(0.0, y) : AccurateSmallAngle(y, x);
+    }
+    if (IsAlong(width, height))
+        return std::copysign(kHalfPiHead, y);
+    int const exponent = std::ilogb(width);
+    return Atan2(std::ldexp(y, -exponent), std::ldexp(x, -exponent));
+}
+
+} // namespace
+
+double Atan(double x) {
+    double const size = std::fabs(x);
+    if (!(size >= kSmall))
+        return x;
+    if (size > kFarthest)
+        return std::copysign(kHalfPiHead, x);
+    return AngleOf(x, 1.0);
+}
+
+double Atan2(double y, double x) {
+    constexpr double kLeast = 0x1p-400, kGreatest = 0x1p400;
+    double const height = std::fabs(y), width = std::fabs(x);
+    if (!(height > kLeast && width > kLeast && height < kGreatest && width < kGreatest && height < kFarthest * width &&
+          width < kFarthest * height))
+        return AngleOfOthers(y, x);
+    return AngleOf(y, x);
+}
+
+double Asin(double x) {
+    double const size = std::fabs(x);
+    if (!(size < 1.0))
+        return size == 1.0 ? std::copysign(kHalfPiHead, x) : kNaN;
+    if (size < kSmall)
+        return x;
+    Approximation const angle = WithError(ArcOf<false>(x), kArcSineError);
+    double value = 0.0;
+    return Rounds(angle, value) ? value : AccurateAsin(x, angle);
+}
+
+double Acos(double x) {
+    if (!(std::fabs(x) < 1.0))
+        return x == 1.0 ? 0.0 : x == -1.0 ? 2.0 * kHalfPiHead : kNaN;
+    Approximation const angle = WithError(ArcOf<true>(x), kArcSineError);
+    double value = 0.0;
+    return Rounds(angle, value) ? value : AccurateAcos(x, angle);
+}
+
+} // namespace zvi::lib
