@@ -9,6 +9,7 @@ zvi_packages=(
   cmake:/usr/bin/cmake
   ninja-build:/usr/bin/ninja
   libgtest-dev:/usr/include/gtest/gtest.h
+  libmpfr-dev:/usr/include/mpfr.h
   libcli11-dev:/usr/include/CLI/CLI.hpp
   nlohmann-json3-dev:/usr/include/nlohmann/json.hpp
   libedit-dev:/usr/include/histedit.h

@@ -112,6 +112,7 @@
 #include "zvi/interface/IUnitCtrl.h"
 #include "zvi/interface/IUnitListener.h"
 
+#include "zvi/math/elementary/Elementary.h"
 #include "zvi/math/free/Angle.h"
 #include "zvi/math/free/Center.h"
 #include "zvi/math/free/Distance.h"

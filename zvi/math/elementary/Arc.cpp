@@ -16,8 +16,9 @@ constexpr double kSmall = 0x1p-27;
 /// In parts of the value.
 constexpr double kArcSineError = 0x1p-68;
 constexpr double kArcTangentError = 0x1p-67;
-/// Of the quick phase of the arc tangent; where that is much in parts of the value, the next phase is needed.
-constexpr double kQuickError = 0x1p-58;
+/// Of the quick phases; where that is much in parts of the value, the next phase is needed.
+constexpr double kQuickArcTangentError = 0x1p-58;
+constexpr double kQuickArcSineError = 0x1p-59;
 /// A tangent that is greater belongs to pi / 2.
 constexpr double kFarthest = 0x1p60;
 
@@ -107,20 +108,54 @@ TwoPart RootOfOneMinusSquare(double x, TwoPart const &parts) {
     return {head, ((rest.head - head * head) + rest.tail) / (root + head)};
 }
 
-/// The arc sine or the arc cosine of x, |x| < 1: the smaller of the angles of x and of sqrt(1 - x x) is computed.
+/// The arc sine of head + tail, with the rounding errors of the series.
+NearAngle QuickArcSineOf(double head, double tail) {
+    double const shifted = head * 128.0 + kToInteger;
+    double const exact = head - (shifted - kToInteger) * (1.0 / 128.0), d = exact + tail;
+    ArcSineSeriesPart const &part = kArcSineSeriesTable[static_cast<unsigned>(LowInteger(shifted))];
+    std::array<double, 9> const &f = part.factors;
+    double const square = d * d, fourth = square * square;
+    double const high = (f[4] + d * f[5]) + square * (f[6] + d * f[7]) + fourth * f[8];
+    double const beyond = d * (((f[0] + d * f[1]) + square * (f[2] + d * f[3])) + fourth * high);
+    TwoPart const sum = QuickSum(part.angle.head, exact);
+    return {sum.head, sum.tail + (part.angle.tail + (tail + beyond))};
+}
+
+/// Numbers up to here are less than their cosine.
+constexpr double kByItself = 0.70703125;
+
+/// The arc sine or the arc cosine of x from the smaller of the angles whose sines are |x| and sqrt(1 - x x).
 template <bool IsCosine>
-TwoPart ArcOf(double x) {
-    // By whether the angle of x is computed, and for the cosine also by the sign of x.
+TwoPart FromSmallerAngle(double x, NearAngle const &angle) {
+    // By whether the angle is that of |x|, and for the cosine also by the sign of x.
     static constexpr Base kSineBases[] = {{kHalfPi, -1.0}, {{0.0, 0.0}, 1.0}};
     static constexpr Base kCosineBases[] = {{{0.0, 0.0}, 1.0}, {kHalfPi, -1.0}, {kPi, -1.0}, {kHalfPi, 1.0}};
-    double const size = std::fabs(x);
-    TwoPart const parts = Split(size), root = RootOfOneMinusSquare(size, parts);
-    bool const isBySize = size < 0.70703125;
-    NearAngle const angle = isBySize ? ArcSineOf(parts, root) : ArcSineOf(root, parts);
+    unsigned const bySize{std::fabs(x) < kByItself};
     if constexpr (IsCosine)
-        return FromBase(kCosineBases[unsigned{isBySize} + 2U * unsigned{x < 0.0}], 1.0, angle);
+        return FromBase(kCosineBases[bySize + 2U * unsigned{x < 0.0}], 1.0, angle);
     else
-        return FromBase(kSineBases[unsigned{isBySize}], x, angle);
+        return FromBase(kSineBases[bySize], x, angle);
+}
+
+/// The arc sine or the arc cosine of x, |x| < 1. `accurate` is asked last.
+template <bool IsCosine>
+double ArcOf(double x, double (*accurate)(double, Approximation const &)) {
+    double const size = std::fabs(x);
+    bool const isBySize = size < kByItself;
+    TwoPart const parts = Split(size);
+    TwoPart root{};
+    if (!isBySize)
+        root = RootOfOneMinusSquare(size, parts);
+    NearAngle const near = isBySize ? QuickArcSineOf(size, 0.0) : QuickArcSineOf(root.head, root.tail);
+    TwoPart const quick = FromSmallerAngle<IsCosine>(x, near);
+    double value = 0.0;
+    if (Rounds(Approximation{quick.head, quick.tail, kQuickArcSineError}, value))
+        return value;
+    if (isBySize)
+        root = RootOfOneMinusSquare(size, parts);
+    NearAngle const angle = isBySize ? ArcSineOf(parts, root) : ArcSineOf(root, parts);
+    Approximation const next = WithError(FromSmallerAngle<IsCosine>(x, angle), kArcSineError);
+    return Rounds(next, value) ? value : accurate(x, next);
 }
 
 /// Of a direction that is not along an axis, finite, and of which one length is at most 2^60 times the other.
@@ -137,7 +172,7 @@ TwoPart ArcTangentOfDirection(double y, double x) {
 double AngleOf(double y, double x) {
     double value = 0.0;
     TwoPart const quick = ArcTangentOfDirection<QuickArcTangentOf>(y, x);
-    if (Rounds(Approximation{quick.head, quick.tail, kQuickError}, value))
+    if (Rounds(Approximation{quick.head, quick.tail, kQuickArcTangentError}, value))
         return value;
     Approximation const angle = WithError(ArcTangentOfDirection<ArcTangentOf>(y, x), kArcTangentError);
     return Rounds(angle, value) ? value : AccurateAtan2(y, x, angle);
@@ -190,19 +225,13 @@ double Asin(double x) {
     double const size = std::fabs(x);
     if (!(size < 1.0))
         return size == 1.0 ? std::copysign(kHalfPiHead, x) : kNaN;
-    if (size < kSmall)
-        return x;
-    Approximation const angle = WithError(ArcOf<false>(x), kArcSineError);
-    double value = 0.0;
-    return Rounds(angle, value) ? value : AccurateAsin(x, angle);
+    return size < kSmall ? x : ArcOf<false>(x, AccurateAsin);
 }
 
 double Acos(double x) {
     if (!(std::fabs(x) < 1.0))
         return x == 1.0 ? 0.0 : x == -1.0 ? 2.0 * kHalfPiHead : kNaN;
-    Approximation const angle = WithError(ArcOf<true>(x), kArcSineError);
-    double value = 0.0;
-    return Rounds(angle, value) ? value : AccurateAcos(x, angle);
+    return ArcOf<true>(x, AccurateAcos);
 }
 
 } // namespace zvi::lib

@@ -48,6 +48,11 @@ struct ArcSinePart {
     TwoPart angle, cosine;
 };
 
+struct ArcSineSeriesPart {
+    TwoPart angle;
+    std::array<double, 9> factors; // of d, d^2, ...
+};
+
 struct HyperbolicPart {
     TwoPart sine, cosine;
 };
@@ -62,6 +67,8 @@ extern std::array<TwoPart, 512> const kSineTable;
 extern std::array<TwoPart, 129> const kArcTangentTable;
 /// asin(i / 128), and the cosine of that angle.
 extern std::array<ArcSinePart, 92> const kArcSineTable;
+/// asin(i / 128 + d) as a series in d, less d.
+extern std::array<ArcSineSeriesPart, 92> const kArcSineSeriesTable;
 /// sinh(i / 64) and cosh(i / 64).
 extern std::array<HyperbolicPart, 23> const kHyperbolicTable;
 
