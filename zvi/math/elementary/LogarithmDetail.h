@@ -33,11 +33,16 @@ public:
     /// With the rounding error of r and that of its square; not for numbers next to 1.
     Approximation Quick() const {
         constexpr double kError = 0x1p-60;
-        double const r = m_rest.head, square = r * r;
-        double const beyond = square * ((r * (1.0 / 3) - 0.5) +
-                                        square * ((r * (1.0 / 5) - 1.0 / 4) + square * (r * (1.0 / 7) - 1.0 / 6)));
-        TwoPart const sum = QuickSum(m_head, r);
-        return {sum.head, sum.tail + (m_tail + beyond), kError};
+        TwoPart const sum = QuickSum(m_head, m_rest.head);
+        return {sum.head, sum.tail + (m_tail + Beyond()), kError};
+    }
+
+    /// With that of the square alone.
+    Approximation Middle() const {
+        constexpr double kError = 0x1p-67;
+        TwoPart const sum = QuickSum(m_head, m_rest.head);
+        double const small = m_rest.tail - m_rest.tail * m_rest.head + m_tail;
+        return {sum.head, sum.tail + (small + Beyond()), kError};
     }
 
     /// Head and tail are apart as far as they can be.
@@ -56,6 +61,13 @@ public:
     }
 
 private:
+    /// -r^2 / 2 + r^3 / 3 - ...
+    double Beyond() const {
+        double const r = m_rest.head, square = r * r;
+        double const high = (r * (1.0 / 7) - 1.0 / 6) - square * (1.0 / 8);
+        return square * ((r * (1.0 / 3) - 0.5) + square * ((r * (1.0 / 5) - 1.0 / 4) + square * high));
+    }
+
     TwoPart m_rest;        // r
     double m_head, m_tail; // k log 2 - log c
 };

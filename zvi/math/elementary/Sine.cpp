@@ -14,8 +14,9 @@ namespace {
 constexpr unsigned kQuarter = 128;
 /// Below it the sine and the tangent round to the angle: its cube is less than a quarter of the last place.
 constexpr double kSmall = 0x1p-27;
-/// Up to here the number of steps in an angle has 23 bits.
+/// Up to here the number of steps in an angle has 23 bits, and up to there 31.
 constexpr double kGreatestBySteps = 0x1p16;
+constexpr double kGreatestByLongSteps = 0x1p24;
 /// In parts of the value.
 constexpr double kSineError = 0x1p-65;
 constexpr double kTangentError = 0x1p-65;
@@ -66,8 +67,24 @@ Reduced ReduceByBits(double angle) {
     return {whole + static_cast<unsigned>(steps), radians.head, tail};
 }
 
+/// The same by steps of up to 31 bits, unless what is left is too small for that.
+Reduced ReduceByLongSteps(double angle) {
+    constexpr double kTooSmall = 0x1p-24;
+    double const shifted = angle * kStepsPerRadian + kToInteger;
+    double const steps = shifted - kToInteger;
+    double const exact = (angle - steps * kLongAngleStep1) - steps * kLongAngleStep2;
+    if (std::fabs(exact) < kTooSmall)
+        return ReduceByBits(angle);
+    TwoPart const rest = QuickSum(exact, -(steps * kLongAngleStep3));
+    TwoPart const sum = QuickSum(rest.head, rest.tail - steps * kLongAngleStep4);
+    return {static_cast<unsigned>(LowInteger(shifted)), sum.head, sum.tail};
+}
+
 Reduced Reduce(double angle) {
-    return std::fabs(angle) < kGreatestBySteps ? ReduceBySteps(angle) : ReduceByBits(angle);
+    double const size = std::fabs(angle);
+    if (size < kGreatestBySteps)
+        return ReduceBySteps(angle);
+    return size < kGreatestByLongSteps ? ReduceByLongSteps(angle) : ReduceByBits(angle);
 }
 
 /// Sine and cosine of the rest: r + `sine` and 1 + `cosine`.

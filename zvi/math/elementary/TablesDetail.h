@@ -28,6 +28,11 @@ inline constexpr double kAngleStep3 = 0x1.313198a000000p-68;
 inline constexpr double kAngleStep4 = 0x1.701b839a25205p-99;
 /// pi / 256 without its first two parts.
 inline constexpr double kAngleStepRest = 0x1.313198a2e0370p-68;
+/// pi / 256 again; the first three parts times a number of 31 bits are exact.
+inline constexpr double kLongAngleStep1 = 0x1.921fb80000000p-7;
+inline constexpr double kLongAngleStep2 = -0x1.5dde900000000p-30;
+inline constexpr double kLongAngleStep3 = -0x1.cf72d00000000p-52;
+inline constexpr double kLongAngleStep4 = 0x1.3198a2e037073p-76;
 /// pi / 2.
 inline constexpr double kHalfPiHead = 0x1.921fb54442d18p+0;
 inline constexpr double kHalfPiTail = 0x1.1a62633145c07p-54;
