@@ -8,6 +8,7 @@
 #include <boost/property_tree/ini_parser.hpp>
 #include <boost/property_tree/ptree.hpp>
 #include <glib.h>
+#include <unistd.h>
 
 #include <cstdio>
 #include <filesystem>
@@ -38,7 +39,7 @@ public:
     SettingsFile(SettingsFile const &) = delete;
     SettingsFile &operator=(SettingsFile const &) = delete;
 
-    std::filesystem::path Path() const { return m_folder / "zvi_bench.cfg"; }
+    std::filesystem::path Path() const { return m_folder / ("zvi_bench_" + std::to_string(::getpid()) + ".cfg"); }
     std::string LastCategory() const { return Category(m_categories - 1); }
     static std::string LastKeyword() { return Keyword(kValues - 1); }
 

@@ -10,6 +10,7 @@
 #include <benchmark/benchmark.h>
 #include <spdlog/sinks/basic_file_sink.h>
 #include <spdlog/spdlog.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <clocale>
@@ -34,7 +35,7 @@ namespace {
 class BenchFile {
 public:
     explicit BenchFile(std::string const &content = {})
-        : m_path(std::filesystem::temp_directory_path() / "zvi_bench_text") {
+        : m_path(std::filesystem::temp_directory_path() / ("zvi_bench_text_" + std::to_string(::getpid()))) {
         std::ofstream(m_path, std::ios::binary) << content;
     }
     ~BenchFile() { std::filesystem::remove(m_path); }

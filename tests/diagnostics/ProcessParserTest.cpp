@@ -8,8 +8,6 @@
 
 namespace zvi::lib::test {
 
-namespace {} // namespace
-
 TEST(ProcessParser, FollowsTheArithmeticOfOverwrittenLines) {
     struct Case {
         std::string output;

@@ -144,9 +144,8 @@ TEST(ProcessSoak, ChildrenThatEndInOddWays) {
             std::vector<std::unique_ptr<Heard>> children;
             for (int j = 0; j < 50; ++j) {
                 children.push_back(std::make_unique<Heard>());
-                ASSERT_EQ(MProcessMgr::Instance()->Run(ChildProgram().c_str(), row.words.c_str(),
-                                                       folder.Path().c_str(), 0, 77, children.back().get(), 0, 0,
-                                                       nullptr),
+                ASSERT_EQ(MProcessMgr::Instance()->Run(ChildProgram().c_str(), row.words.c_str(), folder.Path().c_str(),
+                                                       0, 77, children.back().get(), 0, 0, nullptr),
                           0);
             }
             for (std::unique_ptr<Heard> const &child : children) {

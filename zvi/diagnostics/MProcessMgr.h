@@ -21,7 +21,7 @@ namespace zvi::lib {
 /// Nothing that a child writes is lost, and nothing comes twice, while its communicator is attached. A line that the
 /// child ends with LF alone counts as ended with CR LF; a last line that it does not end is ended. A child whose output
 /// waits to be heard is held up once its ring of 4096 bytes and its pipe are full, so that memory grows with the
-/// longest line and not with the output.
+/// longest line and not with the output: by a byte and a `wchar_t` for each of its bytes, and nothing for short lines.
 ///
 /// A child has an empty standard input, inherits no files, and leads a group of its own, so that a stop reaches the
 /// programs that it has started. Its run ends with it: programs that it leaves behind are not waited for once the pipe

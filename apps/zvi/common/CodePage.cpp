@@ -18,8 +18,8 @@ struct NamedPage {
 };
 
 constexpr NamedPage kNamedPages[] = {
-    {"ascii", 20127}, {"big5", 950},     {"euc-jp", 20932}, {"euc-kr", 51949},    {"gb18030", 54936},
-    {"gb2312", 936},  {"gbk", 936},      {"johab", 1361},   {"koi8-r", 20866},    {"koi8-u", 21866},
+    {"ascii", 20127}, {"big5", 950},     {"euc-jp", 20932}, {"euc-kr", 51949},  {"gb18030", 54936},
+    {"gb2312", 936},  {"gbk", 936},      {"johab", 1361},   {"koi8-r", 20866},  {"koi8-u", 21866},
     {"ksc5601", 949}, {"latin1", 28591}, {"sjis", 932},     {"shift_jis", 932},
 };
 
