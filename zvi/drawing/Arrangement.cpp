@@ -82,8 +82,7 @@ public:
             DrawingPoint const p = m_network.Place(place);
             index.Find({p.x, p.y, p.x, p.y}, found);
             for (int const edge : found)
-                if (Foot foot; !EdgeAt(edge).EndsAt(place) && FootOn(EdgeAt(edge).stretch, p, foot) &&
-                               foot.distance < m_network.snap)
+                if (Foot foot; !EdgeAt(edge).EndsAt(place) && FootOn(EdgeAt(edge).stretch, p, foot, m_network.snap))
                     m_incidences.push_back({edge, place, 0.0});
         }
     }
@@ -113,7 +112,7 @@ private:
         DrawingPoint const p = m_network.Place(place);
         Foot foot;
         bool const isEnd = e.EndsAt(place);
-        if (!isEnd && (!FootOn(e.stretch, p, foot) || foot.distance >= m_network.snap))
+        if (!isEnd && !FootOn(e.stretch, p, foot, m_network.snap))
             return;
         m_contacts[Index(m_contactCount++)] = p;
         if (!isEnd)

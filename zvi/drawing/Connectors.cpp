@@ -130,7 +130,7 @@ private:
             return;
         }
         Foot foot;
-        if (!FootOn(e.stretch, p, foot) || foot.distance >= m_tolerance)
+        if (!FootOn(e.stretch, p, foot, m_tolerance))
             return;
         m_contacts[Index(m_contactCount++)] = p;
         if (foot.distance < m_network.snap)

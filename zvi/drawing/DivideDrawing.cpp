@@ -85,6 +85,7 @@ DividedDrawing DivideDrawing(std::vector<DrawingCurve> const &curves, DrawingOpt
                            {},
                            {},
                            arrangement.snap,
+                           {},
                            {}};
     double const tolerance = std::max(drawing.curves.tolerance, kThinInSnaps * drawing.snap);
     ContractShortEdges(drawing.map, tolerance, drawing.snap, drawing.curves.landmarks);
@@ -96,7 +97,8 @@ DividedDrawing DivideDrawing(std::vector<DrawingCurve> const &curves, DrawingOpt
     DropEmptyFaces(drawing.map, drawing.snap, SameDistance(tolerance, drawing.snap), drawing.curves.landmarks,
                    drawing.dropped);
     CutCirclesAtStarts(drawing, curves);
-    AbsorbContracted(drawing.map, drawing.vanished);
+    drawing.alongCurves = EdgesAlongCurves(drawing.map);
+    AbsorbContracted(drawing.map, drawing.alongCurves, drawing.vanished);
     assert(!options.split || IsSound(drawing.map, drawing.snap));
     return drawing;
 }

@@ -19,6 +19,7 @@ struct DividedDrawing {
     std::vector<DrawingPoint> positions; ///< of each place that stands for a cluster, where that is put
     double snap = 0.0;                   ///< distance below which two places are one
     CoveredCounts covered;
+    std::vector<int> alongCurves; ///< the edges of curves, whatever their state, by these and along each
 };
 
 /// Reads the curves, arranges them, and applies the tolerance to the map.

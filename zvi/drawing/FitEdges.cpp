@@ -106,8 +106,8 @@ std::vector<int> EdgesAlongCurves(PlanarMap const &map) {
     return sorted;
 }
 
-void AbsorbContracted(PlanarMap &map, std::vector<Stretch> &vanished) {
-    std::vector<int> const edges = EdgesAlongCurves(map);
+void AbsorbContracted(PlanarMap &map, std::vector<int> const &alongCurves, std::vector<Stretch> &vanished) {
+    std::vector<int> const &edges = alongCurves;
     auto const isContracted = [&](int e) { return map.Edge(e).state == EdgeState::kContracted; };
     for (std::size_t i = 0, j = 0; i < edges.size(); i = j) {
         int const curve = map.Edge(edges[i]).stretch.curve;

@@ -13,11 +13,12 @@ namespace zvi::lib::drawing {
 /// clusters stand, at the index of each place that stands for one.
 std::vector<DrawingPoint> FitEdges(PlanarMap &map, double snap, double same, Landmarks const &landmarks);
 
-/// Gives what contracted edges had of their curves to the edge before each on its curve, or else to the one behind it.
-/// Curves of which nothing else is left are put into `vanished`.
-void AbsorbContracted(PlanarMap &map, std::vector<Stretch> &vanished);
-
 /// The edges of the map, whatever their state, by their curves and along each; connectors are left out.
 std::vector<int> EdgesAlongCurves(PlanarMap const &map);
+
+/// Gives what contracted edges had of their curves to the edge before each on its curve, or else to the one behind it.
+/// Curves of which nothing else is left are put into `vanished`. `alongCurves` are the edges along curves, whose order
+/// stays what it is.
+void AbsorbContracted(PlanarMap &map, std::vector<int> const &alongCurves, std::vector<Stretch> &vanished);
 
 } // namespace zvi::lib::drawing

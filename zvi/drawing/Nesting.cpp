@@ -18,6 +18,12 @@ struct Sight {
     int rank = 0; ///< of the edge; it settles in which order ties are looked at
 };
 
+/// What rises and falls of an edge, once it has been asked for.
+struct Runs {
+    std::array<Run, 3> runs;
+    int count = 0;
+};
+
 /// What is seen farther behind the nearest than so many snap distances has no part in ties with it.
 constexpr double kTies = 16.0;
 
@@ -40,6 +46,7 @@ public:
         if (order.size() < 2)
             return seen;
         StretchIndex const index(m_stretches, 0.0);
+        m_runs.resize(m_stretches.size());
         for (int const outside : order)
             seen[Index(outside)] = WalkLeftOf(index, outside);
         return seen;
@@ -117,11 +124,12 @@ private:
     /// Notes where an edge passes the height of `p` on its left, from `farthest` on. Returns the nearest of that.
     double AddSights(int i, int rank, DrawingPoint p, double farthest) {
         Stretch const &s = *m_stretches[Index(i)];
-        std::array<Run, 3> runs;
-        int const count = RunsOf(s, m_snap, runs);
+        Runs &of = m_runs[Index(i)];
+        if (of.count == 0)
+            of.count = RunsOf(s, m_snap, of.runs);
         double nearest = -HUGE_VAL;
-        for (int k = 0; k < count; ++k) {
-            Run const &run = runs[Index(k)];
+        for (int k = 0; k < of.count; ++k) {
+            Run const &run = of.runs[Index(k)];
             if (!(run.lowY <= p.y) || !(p.y < run.highY))
                 continue;
             double const x = XAt(s, run, p.y);
@@ -151,6 +159,7 @@ private:
     std::vector<int> m_parts;
     std::vector<int> m_edges;                 ///< those in the map
     std::vector<Stretch const *> m_stretches; ///< theirs
+    std::vector<Runs> m_runs;                 ///< likewise
     std::vector<DrawingPoint> m_leftmost;     ///< of each part, at its outside
     std::vector<Sight> m_sights;              ///< of the part looked at last
 };

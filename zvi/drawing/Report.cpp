@@ -1,6 +1,5 @@
 #include "zvi/drawing/ReportDetail.h"
 
-#include "zvi/drawing/FitEdgesDetail.h"
 #include "zvi/drawing/KeptDuplicatesDetail.h"
 
 #include <algorithm>
@@ -194,7 +193,7 @@ std::vector<Stretch> Merged(std::vector<Stretch> stretches) {
 /// Ends that stand elsewhere than they are written, but for curves that became one place.
 int CountJoined(DividedDrawing const &drawing, std::vector<DrawingCurve> const &curves) {
     PlanarMap const &map = drawing.map;
-    std::vector<int> const edges = EdgesAlongCurves(map);
+    std::vector<int> const &edges = drawing.alongCurves;
     auto const standsAt = [&](HalfEdge h) { return drawing.positions[Index(map.Origin(h))]; };
     int joined = 0;
     for (std::size_t i = 0, j = 0; i < edges.size(); i = j) {
@@ -222,7 +221,7 @@ int CountCuts(DividedDrawing const &drawing) {
     for (int const place : drawing.covered.passedPlaces)
         ++endCounts[Index(map.Places().Root(place))];
     int cuts = drawing.covered.cuts, last = -1;
-    for (int const e : EdgesAlongCurves(map)) {
+    for (int const e : drawing.alongCurves) {
         if (map.Edge(e).state == EdgeState::kContracted)
             continue;
         if (last >= 0 && map.Edge(last).stretch.curve == map.Edge(e).stretch.curve &&
@@ -252,7 +251,7 @@ public:
 
     void AddSetAside(std::vector<DrawingLeftover> &leftovers) const {
         std::vector<bool> const isDangle = FindDangles(m_drawing.map);
-        for (int const e : EdgesAlongCurves(m_drawing.map))
+        for (int const e : m_drawing.alongCurves)
             if (m_drawing.map.Edge(e).state == EdgeState::kSetAside)
                 leftovers.push_back({PieceOf(m_drawing.map.Edge(e).stretch, m_curves, false),
                                      isDangle[Index(e)] ? LeftoverReason::kDangle : LeftoverReason::kBridge});
@@ -318,7 +317,7 @@ DrawingPieces ReportPieces(DividedDrawing const &drawing, std::vector<DrawingCur
     DrawingPieces result;
     Reporter const reporter(drawing, curves);
     reporter.Begin(result.leftovers, result.counts);
-    for (int const e : EdgesAlongCurves(drawing.map))
+    for (int const e : drawing.alongCurves)
         if (MapEdge const &edge = drawing.map.Edge(e);
             IsLeft(edge) || (keepDuplicates && edge.state == EdgeState::kDuplicate))
             result.pieces.push_back(PieceOf(edge.stretch, curves, false));

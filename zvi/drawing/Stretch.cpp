@@ -107,29 +107,31 @@ double FractionAt(Stretch const &s, DrawingPoint p) {
     return Dot(p - s.start, chord) / Dot(chord, chord);
 }
 
-bool FootOn(Stretch const &s, DrawingPoint p, Foot &foot) {
+bool FootOn(Stretch const &s, DrawingPoint p, Foot &foot, double within) {
     if (!s.isArc) {
         DrawingPoint const chord = s.end - s.start;
         double const squared = Dot(chord, chord);
         double const along = Dot(p - s.start, chord);
         if (!(along > 0.0) || !(along < squared))
             return false;
+        foot.distance = std::fabs(Cross(chord, p - s.start)) / std::sqrt(squared);
+        if (foot.distance >= within)
+            return false;
         foot.t = along / squared;
         foot.point = PointAt(s, foot.t);
-        foot.distance = std::fabs(Cross(chord, p - s.start)) / std::sqrt(squared);
         return true;
     }
     DrawingPoint const v = p - s.center;
     double const length = Length(v);
     if (!(length > kAtCenter * s.radius))
         return false;
-    foot.t = FractionAt(s, p);
-    if (!s.IsFullTurn() && (!(foot.t > 0.0) || !(foot.t < 1.0)))
-        return false;
     double const out = OutOfCircle(s, p);
-    foot.point = p - v * (out / length);
     foot.distance = std::fabs(out);
-    return true;
+    if (foot.distance >= within)
+        return false;
+    foot.t = FractionAt(s, p);
+    foot.point = p - v * (out / length);
+    return s.IsFullTurn() || (foot.t > 0.0 && foot.t < 1.0);
 }
 
 double DistanceTo(Stretch const &s, DrawingPoint p) {

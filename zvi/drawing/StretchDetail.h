@@ -37,8 +37,8 @@ struct Foot {
 };
 
 /// The foot of `p` on the inside of `s`. False when the nearest point of the carrier lies beyond the ends, or when `p`
-/// is the centre of the arc.
-bool FootOn(Stretch const &s, DrawingPoint p, Foot &foot);
+/// is the centre of the arc, or not nearer to it than `within`.
+bool FootOn(Stretch const &s, DrawingPoint p, Foot &foot, double within = HUGE_VAL);
 
 /// Distance from `p` to the stretch, its ends included.
 double DistanceTo(Stretch const &s, DrawingPoint p);
