@@ -53,7 +53,8 @@ void BM_OfOne(benchmark::State &state) {
 
 template <OfTwo Function, OfTwo Peer>
 void BM_OfTwo(benchmark::State &state) {
-    std::vector<double> const x = Drawn(static_cast<double>(state.range(0)), static_cast<double>(state.range(1)), kSeed),
+    std::vector<double> const x = Drawn(static_cast<double>(state.range(0)), static_cast<double>(state.range(1)),
+                                        kSeed),
                               y = Drawn(-10.0, 10.0, kSeed + 1);
     Run(
         state, [&](std::size_t i) { return Function(x[i], y[i]); }, [&](std::size_t i) { return Peer(x[i], y[i]); });

@@ -66,6 +66,11 @@ double HeightMargin(T_REGION2D const &box) {
                                      : std::numeric_limits<double>::infinity();
 }
 
+/// Whether an edge is too steep to be taken for parallel to a ray.
+bool IsSteeper(T_POINT2D const &c, T_POINT2D const &d) {
+    return std::fabs(c.y - d.y) > kFlattestSlope * std::fabs(c.x - d.x);
+}
+
 /// Settles edges against the ray from `p` to the left of `box`, or says that it cannot.
 class RayFilter {
 public:
@@ -89,10 +94,10 @@ public:
     /// 1 if the edge certainly is a proper crossing, 0 if it certainly adds nothing, -1 if that is not certain.
     int Settle(T_POINT2D const &c, T_POINT2D const &d) const {
         bool const spans = (c.y > m_above && d.y < m_below) || (c.y < m_below && d.y > m_above);
+        if (!spans || !IsSteeper(c, d))
+            return -1;
         double const height = std::fabs(c.y - d.y);
         double const width = c.x - d.x;
-        if (!spans || !(height > kFlattestSlope * std::fabs(width)))
-            return -1;
         // Offset of the meeting point to the right of p, times the height of the edge.
         double const offset = (c.x - m_p.x) * height - width * std::fabs(c.y - m_p.y);
         double const margin = m_side * height;
@@ -142,35 +147,93 @@ double PointInPolygon::Reach() const {
     return HeightMargin(m_box);
 }
 
-template <typename EdgeAt>
-int PointInPolygon::Contains(T_POINT2D const &p, int closed, std::size_t edges, EdgeAt const &edgeAt) const {
-    if (m_count < 3 || MGeomFunc::IsPointInRegion2(p, m_box, closed) == 0)
-        return 0;
-    RayFilter const filter(p, m_box);
-    EdgeCrossings crossings({p.x, p.y, m_box.MinX - kRayOvershoot, p.y}, m_vertices, m_count);
-    int count = 0;
-    for (std::size_t i = 0; i < edges; ++i) {
-        std::size_t const edge = edgeAt(i);
-        T_POINT2D const &start = m_vertices[edge], &end = m_vertices[edge + 1 == m_count ? 0 : edge + 1];
-        if (filter.Misses(start, end))
-            continue;
-        if (int const settled = filter.Settle(start, end); settled >= 0) {
-            count += settled;
-            continue;
+double PointInPolygon::Slack() const {
+    constexpr double kShare = 1.0 / 16.0;
+    return kShare * (kWidthMargin + kWidthRounding * LargestCoordinate(m_box));
+}
+
+bool PointInPolygon::IsSteep(std::size_t edge) const {
+    T_POINT2D const &start = m_vertices[edge], &end = m_vertices[edge + 1 == m_count ? 0 : edge + 1];
+    return IsSteeper(start, end);
+}
+
+/// Adds up what edges contribute for one point.
+class PointInPolygon::Counter {
+public:
+    Counter(PointInPolygon const &polygon, T_POINT2D const &p)
+        : m_vertices(polygon.m_vertices), m_count(polygon.m_count), m_p(p), m_filter(p, polygon.m_box),
+          m_crossings({p.x, p.y, polygon.m_box.MinX - kRayOvershoot, p.y}, m_vertices, m_count) {}
+
+    int Crossed() const { return m_crossed; }
+
+    /// Adds an edge; false when the point lies on it.
+    bool Add(std::size_t edge) {
+        T_POINT2D const &start = m_vertices[edge], &end = EndOf(edge);
+        if (m_filter.Misses(start, end))
+            return true;
+        if (int const settled = m_filter.Settle(start, end); settled >= 0) {
+            m_crossed += settled;
+            return true;
         }
-        if (SegmentDistance2D(start.x, start.y, end.x, end.y, p.x, p.y) <= kOnEdge)
-            return closed != 0 ? 1 : 0;
-        count += crossings.Count(edge);
+        if (SegmentDistance2D(start.x, start.y, end.x, end.y, m_p.x, m_p.y) <= kOnEdge)
+            return false;
+        m_crossed += m_crossings.Count(edge);
+        return true;
     }
-    return count % 2;
+
+    /// Adds edges; of ordered ones those on the left at once, and none on the right.
+    bool Add(EdgeList const &list) {
+        auto const crosses = [this](int e) {
+            return m_filter.Settle(m_vertices[base::Index(e)], EndOf(base::Index(e))) == 1;
+        };
+        auto edge = list.edges.begin();
+        if (list.isOrdered) {
+            edge = std::partition_point(edge, list.edges.end(), crosses);
+            m_crossed += static_cast<int>(edge - list.edges.begin());
+        }
+        for (; edge != list.edges.end(); ++edge) {
+            T_POINT2D const &start = m_vertices[base::Index(*edge)], &end = EndOf(base::Index(*edge));
+            if (list.isOrdered && m_filter.Settle(start, end) == 0)
+                break;
+            if (!Add(base::Index(*edge)))
+                return false;
+        }
+        return true;
+    }
+
+private:
+    T_POINT2D const &EndOf(std::size_t edge) const { return m_vertices[edge + 1 == m_count ? 0 : edge + 1]; }
+
+    T_POINT2D const *m_vertices;
+    std::size_t m_count;
+    T_POINT2D m_p;
+    RayFilter m_filter;
+    EdgeCrossings m_crossings;
+    int m_crossed = 0;
+};
+
+bool PointInPolygon::HasInBox(T_POINT2D const &p, int closed) const {
+    return m_count >= 3 && MGeomFunc::IsPointInRegion2(p, m_box, closed) != 0;
 }
 
 int PointInPolygon::Contains(T_POINT2D const &p, int closed) const {
-    return Contains(p, closed, m_count, [](std::size_t i) { return i; });
+    if (!HasInBox(p, closed))
+        return 0;
+    Counter counter(*this, p);
+    for (std::size_t edge = 0; edge < m_count; ++edge)
+        if (!counter.Add(edge))
+            return closed != 0 ? 1 : 0;
+    return counter.Crossed() % 2;
 }
 
-int PointInPolygon::ContainsAmong(T_POINT2D const &p, int closed, std::span<int const> edges) const {
-    return Contains(p, closed, edges.size(), [edges](std::size_t i) { return base::Index(edges[i]); });
+int PointInPolygon::ContainsAmong(T_POINT2D const &p, int closed, std::span<EdgeList const> lists) const {
+    if (!HasInBox(p, closed))
+        return 0;
+    Counter counter(*this, p);
+    for (EdgeList const &list : lists)
+        if (!counter.Add(list))
+            return closed != 0 ? 1 : 0;
+    return counter.Crossed() % 2;
 }
 
 int EdgeCrossings::Count(std::size_t edge) {

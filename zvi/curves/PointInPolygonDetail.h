@@ -17,19 +17,30 @@ public:
     /// The very result of `IsPointInPolygon2`.
     int Contains(T_POINT2D const &p, int closed) const;
 
-    /// The same, for a point and edges, by number, among which are all that come nearer to its height than `Reach`.
-    int ContainsAmong(T_POINT2D const &p, int closed, std::span<int const> edges) const;
+    /// Some edges, by number. Ordered ones are steep, end farther above and below the point than `Reach`, and pass its
+    /// height from left to right, but for `Slack`.
+    struct EdgeList {
+        std::span<int const> edges;
+        bool isOrdered = false;
+    };
+
+    /// The same, for a point and edges among which are all, once each, that come nearer to its height than `Reach`.
+    int ContainsAmong(T_POINT2D const &p, int closed, std::span<EdgeList const> lists) const;
 
     /// An edge that stays farther above or below a point than this adds nothing. Infinite when coordinates are too
     /// large to say so.
     double Reach() const;
+    /// By how much less than in doubt the place is at which an edge passes a height.
+    double Slack() const;
+    /// Whether an edge that passes a height well between its ends surely crosses it.
+    bool IsSteep(std::size_t edge) const;
 
     /// Box of the vertices; all zero when there are none.
     T_REGION2D const &Box() const { return m_box; }
 
 private:
-    template <typename EdgeAt>
-    int Contains(T_POINT2D const &p, int closed, std::size_t edges, EdgeAt const &edgeAt) const;
+    class Counter;
+    bool HasInBox(T_POINT2D const &p, int closed) const;
 
     T_POINT2D const *m_vertices;
     std::size_t m_count;

@@ -9,9 +9,11 @@
 namespace zvi::lib {
 
 /// A polygon prepared for many point tests. The answers are those of MGeomFunc::IsPointInPolygon2, border, deliberate
-/// oddities and polygons that cross themselves included; only the time differs: a test looks at the edges at the
-/// height of the point, a few for most polygons, and at all of them where coordinates exceed 1e12.
-/// The polygon does not repeat its first vertex. Fewer than three vertices hold nothing.
+/// oddities and polygons that cross themselves included; only the time differs. For n vertices of a polygon that does
+/// not cross itself a test takes a few steps, or log^2 n of them when it is jagged. Where edges cross, and at heights
+/// of very flat edges, a test looks at more edges, and at all of them where coordinates exceed 1e12. Making it takes n
+/// log^2 n; memory is about 50 bytes a vertex, and some 400 of a jagged polygon. The polygon does not repeat its first
+/// vertex. Fewer than three vertices hold nothing.
 class ZVI_API PreparedPolygon {
 public:
     /// Keeps a copy of the vertices.
