@@ -82,8 +82,12 @@ TEST(CStdioFile, OpensByItsFlags) {
     CStdioFile file;
     ASSERT_TRUE(file.Open(path.c_str(), CFile::kCreate | CFile::kWrite));
     file.WriteString(L"\xE4\n");
+    file.WriteAtOnce("b\n");
+    std::string const end(LineEnd());
+    EXPECT_EQ(folder.Read("f"), MultiOfWide(L"\xE4", kSystemCodePage) + end + "b" + end);
+    file.WriteString(L"c");
     file.Close();
-    EXPECT_EQ(folder.Read("f"), MultiOfWide(L"\xE4", kSystemCodePage) + std::string(LineEnd()));
+    EXPECT_EQ(folder.Read("f"), MultiOfWide(L"\xE4", kSystemCodePage) + end + "b" + end + "c");
 }
 
 TEST(CStdioFile, RaisesWhatCannotBeReadOrWritten) {

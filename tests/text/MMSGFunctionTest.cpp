@@ -51,13 +51,15 @@ private:
 TEST_F(MMSGFunctionTest, GivesTheFirstTextOfAKey) {
     Add("a", Utf16(L"; comment\r\nHELLO = \"안녕\"\r\n\r\nHELLO = \"later\"\r\nGR = \"Gr\xFC\xDF"
                    L"e\\n\""));
-    Add("b", Utf16(L"HELLO = \"other\"\nLAST = \"end\""));
+    // A line that is too long ends its file alone.
+    Add("b", Utf16(L"HELLO = \"other\"\nLAST = \"end\"\n" + std::wstring(1024, L'x') + L"\nLOST = \"x\""));
     EXPECT_EQ(MMSGFunction::GetValue(L"HELLO"), L"HELLO : 미등록 문자열") << "not loaded yet";
     EXPECT_TRUE(MMSGFunction::LoadFile());
     EXPECT_EQ(MMSGFunction::GetValue(L"HELLO"), L"안녕");
     EXPECT_EQ(MMSGFunction::GetValue(L"GR"), L"Gr\xFC\xDF"
                                              L"e\n");
     EXPECT_EQ(MMSGFunction::GetValue(L"LAST"), L"end");
+    EXPECT_EQ(MMSGFunction::GetValue(L"LOST"), L"LOST : 미등록 문자열");
     for (int again = 0; again < 2; ++again)
         EXPECT_EQ(MMSGFunction::GetValue(L"hello"), L"hello : 미등록 문자열");
     MMSGFunction::Reset();
@@ -95,21 +97,6 @@ TEST_F(MMSGFunctionTest, EndsTheLoadAtAFileThatIsNotUnicode) {
     EXPECT_EQ(MMSGFunction::GetValue(L"C"), L"3");
     MMSGFunction::AddFile(m_folder.Path("none").c_str());
     EXPECT_FALSE(MMSGFunction::LoadAddedFile());
-}
-
-TEST_F(MMSGFunctionTest, ReadsAFileUpToAnOverLongLine) {
-    for (int const length : {1022, 1023, 1024}) {
-        MMSGFunction::Reset();
-        std::wstring const text(static_cast<std::size_t>(length) - 4, L'x'); // L="..." has four characters beside it
-        Add("a", Utf16(L"A=\"1\"\nL=\"" + text + L"\"\nB=\"2\"\n"));
-        EXPECT_TRUE(MMSGFunction::LoadFile());
-        bool const fits = length <= MessageFile::kLongestLine;
-        EXPECT_EQ(MMSGFunction::GetValue(L"A"), L"1");
-        EXPECT_EQ(MMSGFunction::GetValue(L"L").GetLength(),
-                  fits ? length - 4 : CString(L"L : 미등록 문자열").GetLength())
-            << length;
-        EXPECT_EQ(MMSGFunction::GetValue(L"B") == L"2", fits) << length;
-    }
 }
 
 TEST_F(MMSGFunctionTest, ReadsTheFontByTheLetter) {

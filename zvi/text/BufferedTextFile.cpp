@@ -46,7 +46,7 @@ void BufferedTextFile::Close() {
     m_readBuffer.reset();
     m_validCount = 0;
     m_hasLineRest = false;
-    CStdioFile::Close();
+    CStdioFile::Close(); // NOLINT(bugprone-parent-virtual-call): pure in between
 }
 
 void BufferedTextFile::NextLine() {
