@@ -16,7 +16,6 @@
 #include "apps/zvi/domains/output/SvgPicture.h"
 
 #include "zvi/drawing/MakeDrawingDomains.h"
-#include "zvi/drawing/SuggestedJoinTolerance.h"
 
 namespace zvi::app {
 
@@ -87,7 +86,7 @@ int FindDomains(Console &console, DomainsOptions const &options) {
     }
     progress.Step("finding the domains of " + std::to_string(input.curves.size()) + " curves");
     lib::DrawingOptions drawing = options.drawing;
-    drawing.joinTolerance = options.join.value_or(lib::SuggestedJoinTolerance(input.curves));
+    drawing.joinTolerance = options.reading.join.value_or(SuggestedJoin(input));
     lib::DrawingResult const result = lib::MakeDrawingDomains(input.curves, drawing);
     progress.Step("writing");
     bool const written = WriteFiles(console, options, input, result);

@@ -63,8 +63,10 @@ void Describe(CLI::App &app, DomainsOptions &options, RawOptions &raw) {
     app.add_option("--join", raw.join,
                    "Join ends nearer than this, in drawing units (a millionth of the drawing's size); 0: as written")
         ->type_name("T");
-    app.add_option("--chord-error", raw.chordError,
-                   "Largest distance of a flattened curve from its chords, in drawing units (1e-4 of its size)")
+    app.add_option(
+           "--chord-error", raw.chordError,
+           "Largest distance of a flattened curve from its chords, in drawing units (a quarter of --join, or 1e-4 of "
+           "its size where that is less)")
         ->type_name("E");
     app.add_flag("--no-split", raw.noSplit, "Do not cut curves where they meet");
     app.add_flag("--keep-duplicates", options.drawing.keepDuplicates, "Keep curves that lie on one another");
@@ -92,7 +94,7 @@ double Distance(std::string const &option, std::string const &word, bool zeroAll
 
 void Interpret(DomainsOptions &options, RawOptions const &raw) {
     if (raw.join)
-        options.join = Distance("--join", *raw.join, true);
+        options.reading.join = Distance("--join", *raw.join, true);
     if (raw.chordError)
         options.reading.chordError.absolute = Distance("--chord-error", *raw.chordError, false);
     options.drawing.split = !raw.noSplit;

@@ -16,7 +16,6 @@ struct DomainsOptions {
     std::string file = "-";
     ReadingOptions reading;
     lib::DrawingOptions drawing; ///< but for the join tolerance
-    std::optional<double> join;  ///< none: that which suits the size of the drawing
     bool allLeftovers = false;
     bool strict = false;
     bool json = false;

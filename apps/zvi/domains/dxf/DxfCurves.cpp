@@ -58,7 +58,7 @@ private:
     void AddLine(DrawingPoint const &start, DrawingPoint const &end);
     void AddArc(DrawingPoint const &center, DrawingPoint const &start, DrawingPoint const &end, bool clockwise);
     void AddCircle(DrawingPoint const &center, double radius);
-    void AddChords(std::vector<DrawingPoint> const &points);
+    void AddChords(std::vector<DrawingPoint> const &points, double error);
     void AddEllipseArc(EllipseArc const &arc, DrawingPoint const &start, DrawingPoint const &end);
     void AddEntityArc(Affine const &map, EntityArc const &arc);
     void AddSegment(Affine const &map, DxfVertex const &from, DxfVertex const &to);
@@ -97,13 +97,17 @@ void ShapeDrawer::AddCircle(DrawingPoint const &center, double radius) {
     m_drawn.curves.push_back(curve);
 }
 
-void ShapeDrawer::AddChords(std::vector<DrawingPoint> const &points) {
+void ShapeDrawer::AddChords(std::vector<DrawingPoint> const &points, double error) {
+    std::size_t const first = m_drawn.curves.size();
     for (std::size_t i = 1; i < points.size(); ++i) {
-        if (!Same(points[i - 1], points[i])) {
+        if (!Same(points[i - 1], points[i]))
             AddLine(points[i - 1], points[i]);
-            ++m_drawn.chords;
-        }
     }
+    std::size_t const count = m_drawn.curves.size() - first;
+    if (count > 0)
+        m_drawn.runs.push_back({first, count});
+    m_drawn.chords += count;
+    m_drawn.chordError = std::max(m_drawn.chordError, error);
 }
 
 /// Adds the arc as a circle or arc when it is one, else as chords. `start` and `end` are its exact ends; for a full
@@ -123,10 +127,11 @@ void ShapeDrawer::AddEllipseArc(EllipseArc const &arc, DrawingPoint const &start
         EllipseArc const principal = arc.WithPrincipalAxes();
         double const size = 2.0 * std::max(std::hypot(principal.cosineAxis.x, principal.cosineAxis.y),
                                            std::hypot(principal.sineAxis.x, principal.sineAxis.y));
-        std::vector<DrawingPoint> points = FlattenEllipse(arc, m_chordError.ForSize(size));
+        double const error = m_chordError.ForSize(size);
+        std::vector<DrawingPoint> points = FlattenEllipse(arc, error);
         points.front() = start;
         points.back() = end;
-        AddChords(points);
+        AddChords(points, error);
     }
 }
 
@@ -247,8 +252,9 @@ void ShapeDrawer::operator()(Spline const &given) {
     double const size = std::hypot(high.x - low.x, high.y - low.y);
     m_drawn.tilted = high.z - low.z > kLevel * std::max(size, high.z - low.z);
     m_drawn.unusable = !(size > 0.0) || !std::isfinite(size);
+    double const error = m_chordError.ForSize(size);
     if (!m_drawn.unusable)
-        AddChords(FlattenSpline(*spline, m_place, m_chordError.ForSize(size), kMostChordsOfEntity));
+        AddChords(FlattenSpline(*spline, m_place, error, kMostChordsOfEntity), error);
 }
 
 } // namespace
@@ -260,6 +266,7 @@ DrawnShape DrawShape(DxfShape const &shape, Affine const &place, ChordError cons
     drawn.tooManyChords = drawn.chords > kMostChordsOfEntity;
     if (drawn.unusable) {
         drawn.curves.clear();
+        drawn.runs.clear();
         drawn.chords = 0;
     }
     return drawn;

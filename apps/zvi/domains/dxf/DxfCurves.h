@@ -2,6 +2,7 @@
 
 #include "apps/zvi/domains/dxf/DxfEntities.h"
 #include "apps/zvi/domains/model/ChordError.h"
+#include "apps/zvi/domains/model/DrawingInput.h"
 
 #include "zvi/drawing/DrawingRecords.h"
 
@@ -16,7 +17,9 @@ inline constexpr std::size_t kMostChordsOfEntity = 1'000'000;
 /// The curves of one entity in the drawing plane, all ids 0, and what happened on the way.
 struct DrawnShape {
     std::vector<lib::DrawingCurve> curves;
-    std::size_t chords = 0;     ///< how many of the curves are chords of a flattened one
+    std::vector<ChordRun> runs; ///< those of the curves that are chords
+    std::size_t chords = 0;     ///< how many these are
+    double chordError = 0.0;    ///< how far they may be from their curves
     bool tilted = false;        ///< the entity is not level; it was taken as seen from above
     bool unusable = false;      ///< its numbers describe nothing that can be drawn; `curves` is empty
     bool tooManyChords = false; ///< more than kMostChordsOfEntity

@@ -10,8 +10,8 @@
 
 namespace zvi::app {
 
-DxfPlacer::DxfPlacer(DxfDocument const &source, ReadingOptions const &reading)
-    : m_document(source), m_options(reading), m_layers(source, reading.layers), m_layerZero(m_layers.IndexOf("0")) {
+DxfPlacer::DxfPlacer(DxfDocument const &source, std::vector<std::string> const &layers, ChordError const &error)
+    : m_document(source), m_chordError(error), m_layers(source, layers), m_layerZero(m_layers.IndexOf("0")) {
     for (DxfBlock const &block : m_document.blocks)
         m_blocks[Lowered(block.name)].definition = &block;
 }
@@ -106,11 +106,14 @@ bool DxfPlacer::CountIfNoCurve(DxfEntity const &entity, std::uint32_t layer) {
 }
 
 void DxfPlacer::PlaceShape(DxfEntity const &entity, CurveOrigin const &origin, Surroundings const &around) {
-    DrawnShape drawn = DrawShape(entity.shape, around.place, m_options.chordError);
+    DrawnShape drawn = DrawShape(entity.shape, around.place, m_chordError);
     if (drawn.tooManyChords)
-        throw InputError(entity.line, std::string(entity.type) + " would become more than " +
-                                          std::to_string(kMostChordsOfEntity) + " chords; give a larger --chord-error");
+        throw TooManyCurves(entity.line, std::string(entity.type) + " would become more than " +
+                                             std::to_string(kMostChordsOfEntity) +
+                                             " chords; give a larger --chord-error");
     CountMade(around.depth > 0 ? drawn.curves.size() : drawn.chords, entity.line);
+    for (ChordRun const &run : drawn.runs)
+        m_input.chordRuns.push_back({m_input.curves.size() + run.first, run.count});
     for (lib::DrawingCurve &curve : drawn.curves) {
         curve.id = static_cast<unsigned int>(m_input.curves.size() + 1);
         m_input.curves.push_back(curve);
@@ -123,6 +126,7 @@ void DxfPlacer::PlaceShape(DxfEntity const &entity, CurveOrigin const &origin, S
     if (drawn.chords > 0) {
         ++m_input.notes.flattened[type];
         m_input.notes.chords += drawn.chords;
+        m_input.notes.chordError = std::max(m_input.notes.chordError, drawn.chordError);
     }
 }
 
@@ -130,9 +134,10 @@ void DxfPlacer::PlaceShape(DxfEntity const &entity, CurveOrigin const &origin, S
 void DxfPlacer::CountMade(std::size_t made, std::size_t line) {
     m_madeCurves += made;
     if (m_madeCurves > kMostMadeCurves)
-        throw InputError(line, "INSERTs and flattened curves make more than " + std::to_string(kMostMadeCurves) +
-                                   " curves of this drawing; delete the array or the nested blocks that do, or give a "
-                                   "larger --chord-error");
+        throw TooManyCurves(line,
+                            "INSERTs and flattened curves make more than " + std::to_string(kMostMadeCurves) +
+                                " curves of this drawing; delete the array or the nested blocks that do, or give a "
+                                "larger --chord-error");
 }
 
 /// As CountMade, for the time that it takes to place blocks again and again.

@@ -1,9 +1,10 @@
 #pragma once
 
+#include "apps/zvi/common/Failure.h"
 #include "apps/zvi/domains/dxf/DxfEntities.h"
 #include "apps/zvi/domains/dxf/DxfLayers.h"
+#include "apps/zvi/domains/model/ChordError.h"
 #include "apps/zvi/domains/model/DrawingInput.h"
-#include "apps/zvi/domains/model/ReadingOptions.h"
 
 #include <optional>
 #include <string>
@@ -12,12 +13,19 @@
 
 namespace zvi::app {
 
+/// INSERTs and flattening make more curves than there may be.
+class TooManyCurves : public InputError {
+public:
+    using InputError::InputError;
+};
+
 /// Puts the entities of a drawing into a DrawingInput, blocks put in where INSERTs place them.
 class DxfPlacer {
 public:
-    DxfPlacer(DxfDocument const &source, ReadingOptions const &reading);
+    /// `layers` as in ReadingOptions.
+    DxfPlacer(DxfDocument const &source, std::vector<std::string> const &layers, ChordError const &error);
 
-    /// Places all of model space. Throws InputError as ReadDxf does.
+    /// Places all of model space. Throws InputError as ReadDxf does, TooManyCurves for what a larger chord error mends.
     DrawingInput Place();
 
 private:
@@ -57,7 +65,7 @@ private:
     void CountRepeated(std::size_t groups, std::size_t line);
 
     DxfDocument const &m_document;
-    ReadingOptions const &m_options;
+    ChordError m_chordError;
     DxfLayers m_layers;
     std::uint32_t m_layerZero = 0;
     std::unordered_map<std::string, Block> m_blocks; ///< by name in small letters: capitals do not count

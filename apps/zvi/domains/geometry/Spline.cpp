@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <tuple>
 
 namespace zvi::app {
 
@@ -169,20 +170,61 @@ struct Weighted {
     double w = 1.0;
 };
 
-/// Point of the spline in the span [knots[k], knots[k + 1]] (de Boor's algorithm).
-lib::DrawingPoint AtParameter(Spline const &spline, std::vector<Weighted> const &controls, std::size_t k, double t) {
+Weighted Mix(Weighted const &a, Weighted const &b, double share) {
+    auto const mix = [share](double from, double to) { return (1.0 - share) * from + share * to; };
+    return {mix(a.x, b.x), mix(a.y, b.y), mix(a.w, b.w)};
+}
+
+using Poles = std::vector<Weighted>;
+
+/// Control points of the span [knots[k], knots[k + 1]] as a curve of its own with parameters from 0 to 1. Pole j is the
+/// blossom of the spline at j times the end of the span and its beginning for the rest (de Boor's algorithm with a
+/// parameter for each step). Where the knots are those of such a curve, its poles are the spline's to the last bit.
+Poles PolesOfSpan(Spline const &spline, Poles const &controls, std::size_t k) {
     auto const degree = static_cast<std::size_t>(spline.degree);
-    std::array<Weighted, kHighestDegree + 1> d;
-    std::copy_n(controls.begin() + static_cast<std::ptrdiff_t>(k - degree), degree + 1, d.begin());
-    for (std::size_t r = 1; r <= degree; ++r) {
-        for (std::size_t j = degree; j >= r; --j) {
-            double const low = spline.knots[j + k - degree];
-            double const share = (t - low) / (spline.knots[j + 1 + k - r] - low);
-            auto const mix = [share](double a, double b) { return (1.0 - share) * a + share * b; };
-            d[j] = {mix(d[j - 1].x, d[j].x), mix(d[j - 1].y, d[j].y), mix(d[j - 1].w, d[j].w)};
+    Poles poles;
+    for (std::size_t pole = 0; pole <= degree; ++pole) {
+        std::array<Weighted, kHighestDegree + 1> d;
+        std::copy_n(controls.begin() + static_cast<std::ptrdiff_t>(k - degree), degree + 1, d.begin());
+        for (std::size_t r = 1; r <= degree; ++r) {
+            double const t = spline.knots[r <= pole ? k + 1 : k];
+            for (std::size_t j = degree; j >= r; --j) {
+                double const low = spline.knots[j + k - degree];
+                d[j] = Mix(d[j - 1], d[j], (t - low) / (spline.knots[j + 1 + k - r] - low));
+            }
         }
+        poles.push_back(d[degree]);
     }
-    return {d[degree].x / d[degree].w, d[degree].y / d[degree].w};
+    return poles;
+}
+
+/// Point of such a curve (de Casteljau's algorithm).
+lib::DrawingPoint AtParameter(Poles const &poles, double t) {
+    std::array<Weighted, kHighestDegree + 1> d;
+    std::copy(poles.begin(), poles.end(), d.begin());
+    for (std::size_t left = poles.size() - 1; left > 0; --left) {
+        for (std::size_t j = 0; j < left; ++j)
+            d[j] = Mix(d[j], d[j + 1], t);
+    }
+    return {d[0].x / d[0].w, d[0].y / d[0].w};
+}
+
+/// Appends the corners of a span, whose beginning is there. Whichever way it runs it gives the same ones to the last
+/// bit, so that splines that share a stretch stay together.
+void AddSpan(Poles poles, double error, std::vector<lib::DrawingPoint> &points) {
+    auto const comesFirst = [](Weighted const &a, Weighted const &b) {
+        return std::tie(a.x, a.y, a.w) < std::tie(b.x, b.y, b.w);
+    };
+    bool const isTurned =
+        std::lexicographical_compare(poles.rbegin(), poles.rend(), poles.begin(), poles.end(), comesFirst);
+    if (isTurned)
+        std::reverse(poles.begin(), poles.end());
+    PlaneCurve const curve = [&poles](double t) { return AtParameter(poles, t); };
+    std::vector<lib::DrawingPoint> corners{curve(0.0)};
+    FlattenSpan(curve, 0.0, 1.0, error, corners);
+    if (isTurned)
+        std::reverse(corners.begin(), corners.end());
+    points.insert(points.end(), corners.begin() + (points.empty() ? 0 : 1), corners.end());
 }
 
 } // namespace
@@ -198,21 +240,16 @@ std::optional<Spline> WithControlPoints(Spline const &spline) {
 
 std::vector<lib::DrawingPoint> FlattenSpline(Spline const &spline, Affine const &map, double error,
                                              std::size_t mostPoints) {
-    std::vector<Weighted> controls;
+    Poles controls;
     for (std::size_t i = 0; i < spline.controls.size(); ++i) {
         Point3 const p = map.Point(spline.controls[i]);
         double const w = spline.weights.empty() ? 1.0 : spline.weights[i];
         controls.push_back({w * p.x, w * p.y, w});
     }
-    auto const degree = static_cast<std::size_t>(spline.degree);
     std::vector<lib::DrawingPoint> points;
-    for (std::size_t k = degree; k < controls.size() && points.size() <= mostPoints; ++k) {
-        if (!(spline.knots[k] < spline.knots[k + 1]))
-            continue;
-        PlaneCurve const span = [&](double t) { return AtParameter(spline, controls, k, t); };
-        if (points.empty())
-            points.push_back(span(spline.knots[k]));
-        FlattenSpan(span, spline.knots[k], spline.knots[k + 1], error, points);
+    for (auto k = static_cast<std::size_t>(spline.degree); k < controls.size() && points.size() <= mostPoints; ++k) {
+        if (spline.knots[k] < spline.knots[k + 1])
+            AddSpan(PolesOfSpan(spline, controls, k), error, points);
     }
     return points;
 }

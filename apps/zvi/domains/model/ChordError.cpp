@@ -5,7 +5,12 @@
 namespace zvi::app {
 
 double ChordError::ForSize(double size) const {
-    return absolute > 0.0 ? std::max(absolute, kSmallestChordError * size) : kRelativeChordError * size;
+    double error = absolute;
+    if (!(error > 0.0))
+        error = kRelativeChordError * size;
+    if (!(absolute > 0.0) && tolerance > 0.0)
+        error = std::min(error, kChordErrorOfTolerance * tolerance);
+    return std::max(error, kSmallestChordError * size);
 }
 
 } // namespace zvi::app

@@ -24,6 +24,12 @@ struct CurveOrigin {
     std::uint32_t entity = 0;
 };
 
+/// The curves from `first` on that are chords of one flattened curve.
+struct ChordRun {
+    std::size_t first = 0;
+    std::size_t count = 0;
+};
+
 /// A layer of a drawing.
 struct DrawingLayer {
     std::string name; ///< UTF-8; empty for curve text, which has none
@@ -39,6 +45,7 @@ struct ReadingNotes {
     std::map<std::string, int> unusable;  ///< curves whose numbers describe nothing that can be drawn, by type
     std::map<std::string, int> flattened; ///< entities turned into chords, by type
     std::size_t chords = 0;               ///< how many chords those became
+    double chordError = 0.0;              ///< the largest distance of any of them from its curve that was allowed
     int meshes = 0;
     int paperSpace = 0;
     int frozen = 0;
@@ -56,6 +63,7 @@ struct DrawingInput {
         "absent"; ///< "mm", "inch", ...; "none" where the drawing says so, "absent" where it says nothing
     std::vector<lib::DrawingCurve> curves;
     std::vector<CurveOrigin> origins; ///< beside `curves`
+    std::vector<ChordRun> chordRuns;  ///< in their order
     std::vector<DrawingLayer> layers;
     std::vector<EntityLabel> entities;
     std::unordered_map<unsigned int, std::size_t> indexOfId; ///< filled where ids are not 1, 2, 3, ...
@@ -68,5 +76,9 @@ struct DrawingInput {
     std::string const &LayerOf(unsigned int id) const { return layers[OriginOf(id).layer].name; }
     EntityLabel const &EntityOf(unsigned int id) const { return entities[OriginOf(id).entity]; }
 };
+
+/// The join tolerance that suits the size of the drawing (zvi/drawing/SuggestedJoinTolerance.h). A curve that became
+/// chords counts once, however many they are.
+double SuggestedJoin(DrawingInput const &input);
 
 } // namespace zvi::app

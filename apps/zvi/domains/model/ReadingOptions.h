@@ -2,6 +2,7 @@
 
 #include "apps/zvi/domains/model/ChordError.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -10,6 +11,8 @@ namespace zvi::app {
 /// What to take of a drawing, and how.
 struct ReadingOptions {
     ChordError chordError;
+    /// The join tolerance that is asked for; none: that which suits the size of the drawing.
+    std::optional<double> join;
     /// Layers to take, by name or by a pattern with `*` and `?`, capitals or not; empty takes all that are on and
     /// thawed. A layer named here is taken also when it is off or frozen.
     std::vector<std::string> layers;

@@ -108,6 +108,7 @@ Json ReadingJson(DrawingInput const &input) {
     json["curves"] = input.curves.size();
     json["flattened"] = notes.flattened;
     json["chords"] = notes.chords;
+    json["chordError"] = notes.chordError;
     json["tilted"] = notes.tilted;
     json["bytesAfterEnd"] = notes.bytesAfterEnd;
     json["leftOut"] = {{"notCurves", notes.notCurves},

@@ -59,7 +59,7 @@ void AddReading(Lines &lines, DrawingInput const &input) {
                         " on layers that are off or frozen, as --layer asks");
     if (!notes.flattened.empty())
         lines.push_back("flattened " + TypeCounts(notes.flattened) + " into " + Count(notes.chords, "chord", "chords") +
-                        " (--chord-error sets how closely)");
+                        " (--chord-error " + ShortNumber(notes.chordError, 3) + ")");
     if (notes.tilted > 0)
         lines.push_back("took " + Count(notes.tilted, "entity that is", "entities that are") +
                         " not level as seen from above");
