@@ -43,7 +43,7 @@ class ShapeDrawer {
 public:
     ShapeDrawer(Affine const &placed, ChordError const &error) : m_place(placed), m_chordError(error) {}
 
-    DrawnShape Take() { return std::move(m_drawn); }
+    DrawnShape Take();
 
     void operator()(DxfNoCurve const &) {}
     void operator()(DxfMesh const &) {}
@@ -63,11 +63,28 @@ private:
     void AddEntityArc(Affine const &map, EntityArc const &arc);
     void AddSegment(Affine const &map, DxfVertex const &from, DxfVertex const &to);
     void NotePlane(Affine const &map);
+    void NoteHeight(Point3 const &placed);
 
     Affine const &m_place;
     ChordError const &m_chordError;
     DrawnShape m_drawn;
+    Point3 m_low{HUGE_VAL, HUGE_VAL, HUGE_VAL}; ///< of the points whose height was noted
+    Point3 m_high{-HUGE_VAL, -HUGE_VAL, -HUGE_VAL};
 };
+
+/// What was drawn. An entity is level when its points are.
+DrawnShape ShapeDrawer::Take() {
+    double const rise = m_high.z - m_low.z;
+    double const size = std::max({m_high.x - m_low.x, m_high.y - m_low.y, rise});
+    m_drawn.tilted = m_drawn.tilted || rise > kLevel * size;
+    m_drawn.height = m_low.z + 0.0; // no -0
+    return std::move(m_drawn);
+}
+
+void ShapeDrawer::NoteHeight(Point3 const &placed) {
+    m_low = {std::min(m_low.x, placed.x), std::min(m_low.y, placed.y), std::min(m_low.z, placed.z)};
+    m_high = {std::max(m_high.x, placed.x), std::max(m_high.y, placed.y), std::max(m_high.z, placed.z)};
+}
 
 void ShapeDrawer::AddLine(DrawingPoint const &start, DrawingPoint const &end) {
     DrawingCurve curve;
@@ -157,14 +174,15 @@ void ShapeDrawer::NotePlane(Affine const &map) {
 void ShapeDrawer::operator()(DxfLine const &line) {
     Point3 const start = m_place.Point(line.start);
     Point3 const end = m_place.Point(line.end);
-    double const length = std::hypot(end.x - start.x, end.y - start.y, end.z - start.z);
-    m_drawn.tilted = std::abs(end.z - start.z) > kLevel * length;
+    NoteHeight(start);
+    NoteHeight(end);
     AddLine(FromAbove(start), FromAbove(end));
 }
 
 void ShapeDrawer::operator()(DxfArc const &arc) {
     Affine const map = Then(FromExtrusion(arc.extrusion), m_place);
     NotePlane(map);
+    NoteHeight(map.Point(arc.center));
     EntityArc drawnArc{arc.center, arc.radius, 0.0, kTurn, {}, {}};
     double const sweepDegrees = SweepBetween(arc.startDegrees, arc.endDegrees, 360.0);
     auto const at = [&arc](double degrees) {
@@ -213,6 +231,8 @@ void ShapeDrawer::operator()(DxfPolyline const &polyline) {
     Affine const map = Then(FromExtrusion(polyline.extrusion), m_place);
     NotePlane(map);
     auto const &vertices = polyline.vertices;
+    for (DxfVertex const &vertex : vertices)
+        NoteHeight(map.Point(vertex.at));
     for (std::size_t i = 1; i < vertices.size(); ++i)
         AddSegment(map, vertices[i - 1], vertices[i]);
     if (polyline.closed && vertices.size() > 1)
@@ -229,6 +249,7 @@ void ShapeDrawer::operator()(DxfEllipse const &ellipse) {
     Point3 const minor = m_place.Direction({factor * across.x, factor * across.y, factor * across.z});
     m_drawn.tilted = std::abs(major.z) > kLevel * std::hypot(major.x, major.y, major.z) ||
                      std::abs(minor.z) > kLevel * std::hypot(minor.x, minor.y, minor.z);
+    NoteHeight(m_place.Point(ellipse.center));
     EllipseArc arc{FromAbove(m_place.Point(ellipse.center)), FromAbove(major), FromAbove(minor), 0.0, 0.0};
     arc.from = std::fmod(ellipse.from, kTurn);
     arc.sweep = SweepBetween(ellipse.from, ellipse.to, kTurn);
@@ -242,15 +263,9 @@ void ShapeDrawer::operator()(Spline const &given) {
         m_drawn.unusable = true;
         return;
     }
-    Point3 low = m_place.Point(spline->controls.front());
-    Point3 high = low;
-    for (Point3 const &control : spline->controls) {
-        Point3 const p = m_place.Point(control);
-        low = {std::min(low.x, p.x), std::min(low.y, p.y), std::min(low.z, p.z)};
-        high = {std::max(high.x, p.x), std::max(high.y, p.y), std::max(high.z, p.z)};
-    }
-    double const size = std::hypot(high.x - low.x, high.y - low.y);
-    m_drawn.tilted = high.z - low.z > kLevel * std::max(size, high.z - low.z);
+    for (Point3 const &control : spline->controls)
+        NoteHeight(m_place.Point(control));
+    double const size = std::hypot(m_high.x - m_low.x, m_high.y - m_low.y);
     m_drawn.unusable = !(size > 0.0) || !std::isfinite(size);
     double const error = m_chordError.ForSize(size);
     if (!m_drawn.unusable)

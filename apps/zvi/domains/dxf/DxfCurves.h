@@ -21,6 +21,7 @@ struct DrawnShape {
     std::size_t chords = 0;     ///< how many these are
     double chordError = 0.0;    ///< how far they may be from their curves
     bool tilted = false;        ///< the entity is not level; it was taken as seen from above
+    double height = 0.0;        ///< its z where it is level
     bool unusable = false;      ///< its numbers describe nothing that can be drawn; `curves` is empty
     bool tooManyChords = false; ///< more than kMostChordsOfEntity
 };

@@ -121,6 +121,8 @@ void DxfPlacer::PlaceShape(DxfEntity const &entity, CurveOrigin const &origin, S
     }
     std::string const &type = m_input.entities[origin.entity].type;
     m_input.notes.tilted += drawn.tilted ? 1 : 0;
+    if (!drawn.tilted && !drawn.curves.empty())
+        ++m_input.notes.heights[drawn.height];
     if (drawn.unusable)
         ++m_input.notes.unusable[type];
     if (drawn.chords > 0) {

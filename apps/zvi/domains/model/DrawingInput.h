@@ -51,9 +51,11 @@ struct ReadingNotes {
     int frozen = 0;
     int off = 0;
     int invisible = 0;
-    int otherLayers = 0;   ///< left out because --layer names others
-    int missingBlocks = 0; ///< INSERTs of a block that the drawing does not define
-    int tilted = 0;        ///< entities whose plane is inclined to the drawing plane, taken as seen from above
+    int otherLayers = 0;           ///< left out because --layer names others
+    int missingBlocks = 0;         ///< INSERTs of a block that the drawing does not define
+    int tilted = 0;                ///< entities that are not level, taken as seen from above
+    std::map<double, int> heights; ///< level entities by the height at which they are
+    bool isCoarse = false;         ///< curves as close as the tolerance would have been too many
     std::size_t bytesAfterEnd = 0;
 };
 

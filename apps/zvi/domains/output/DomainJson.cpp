@@ -110,6 +110,9 @@ Json ReadingJson(DrawingInput const &input) {
     json["chords"] = notes.chords;
     json["chordError"] = notes.chordError;
     json["tilted"] = notes.tilted;
+    json["heights"] = Json::array();
+    for (auto const &[height, count] : notes.heights)
+        json["heights"].push_back({{"z", height}, {"entities", count}});
     json["bytesAfterEnd"] = notes.bytesAfterEnd;
     json["leftOut"] = {{"notCurves", notes.notCurves},
                        {"meshes", notes.meshes},

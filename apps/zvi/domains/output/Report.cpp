@@ -10,6 +10,7 @@
 #include <cmath>
 #include <map>
 #include <optional>
+#include <utility>
 
 namespace zvi::app {
 
@@ -17,10 +18,11 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-/// Leftovers, gaps and types that are spelled out; the rest is counted.
+/// Leftovers, gaps, types and heights that are spelled out; the rest is counted.
 constexpr std::size_t kShownLeftovers = 10;
 constexpr std::size_t kShownGaps = 10;
 constexpr std::size_t kShownTypes = 12;
+constexpr std::size_t kShownHeights = 6;
 
 std::string Count(std::size_t count, std::string const &one, std::string const &many) {
     return std::to_string(count) + " " + (count == 1 ? one : many);
@@ -51,15 +53,37 @@ std::size_t CurvesNotShown(DrawingInput const &input) {
     return static_cast<std::size_t>(std::count_if(input.origins.begin(), input.origins.end(), isNotShown));
 }
 
-void AddReading(Lines &lines, DrawingInput const &input) {
+/// Tells heights that differ by more than the tolerance, those of most entities first.
+void AddHeights(Lines &lines, std::map<double, int> const &heights, double joinTolerance) {
+    std::vector<std::pair<double, int>> levels;
+    for (auto const &[height, count] : heights) {
+        if (levels.empty() || height - levels.back().first > joinTolerance)
+            levels.emplace_back(height, 0);
+        levels.back().second += count;
+    }
+    if (levels.size() < 2)
+        return;
+    std::stable_sort(levels.begin(), levels.end(), [](auto const &a, auto const &b) { return a.second > b.second; });
+    std::size_t const shown = std::min(levels.size(), kShownHeights);
+    std::string text = "took " + Count(levels.size(), "height", "heights") + " as one, seen from above: ";
+    for (std::size_t i = 0; i < shown; ++i)
+        text += Joined(i == 0 ? "" : ", ", std::to_string(levels[i].second), " at z = ", ShortNumber(levels[i].first));
+    lines.push_back(shown < levels.size() ? Joined(text, " and ", std::to_string(levels.size() - shown), " more")
+                                          : text);
+}
+
+void AddReading(Lines &lines, DrawingInput const &input, double joinTolerance) {
     ReadingNotes const &notes = input.notes;
     lines.push_back("read " + Count(input.curves.size(), "curve", "curves") + ", units: " + input.units);
     if (std::size_t const count = CurvesNotShown(input); count > 0)
         lines.push_back("took " + Count(count, "curve", "curves") +
                         " on layers that are off or frozen, as --layer asks");
     if (!notes.flattened.empty())
-        lines.push_back("flattened " + TypeCounts(notes.flattened) + " into " + Count(notes.chords, "chord", "chords") +
-                        " (--chord-error " + ShortNumber(notes.chordError, 3) + ")");
+        lines.push_back(
+            "flattened " + TypeCounts(notes.flattened) + " into " + Count(notes.chords, "chord", "chords") +
+            " (--chord-error " + ShortNumber(notes.chordError, 3) +
+            (notes.isCoarse ? "; too many to be as close as ends are joined, so some may miss them)" : ")"));
+    AddHeights(lines, notes.heights, joinTolerance);
     if (notes.tilted > 0)
         lines.push_back("took " + Count(notes.tilted, "entity that is", "entities that are") +
                         " not level as seen from above");
@@ -205,7 +229,7 @@ bool HasLeftovers(DrawingInput const &input, lib::DrawingResult const &result) {
 std::vector<std::string> Summary(DrawingInput const &input, lib::DrawingResult const &result, double joinTolerance,
                                  bool allLeftovers) {
     Lines lines;
-    AddReading(lines, input);
+    AddReading(lines, input, joinTolerance);
     AddLeftOut(lines, input.notes);
     lines.push_back("joined " + Count(result.counts.joined, "end", "ends") + " (--join " + ShortNumber(joinTolerance) +
                     "), cut at " + Count(result.counts.cut, "place", "places") + ", dropped " +

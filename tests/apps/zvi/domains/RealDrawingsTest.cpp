@@ -6,7 +6,6 @@
 #include "apps/zvi/domains/output/SvgPicture.h"
 
 #include "zvi/drawing/MakeDrawingDomains.h"
-#include "zvi/drawing/SuggestedJoinTolerance.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -57,7 +56,7 @@ void ExpectAsListed(fs::path const &folder) {
         lib::DrawingOptions options;
         options.joinTolerance = expected["join_tolerance"];
         Totals const totals = TotalsOf(lib::MakeDrawingDomains(input.curves, options));
-        options.joinTolerance = lib::SuggestedJoinTolerance(input.curves);
+        options.joinTolerance = SuggestedJoin(input);
         Totals const suggested = TotalsOf(lib::MakeDrawingDomains(input.curves, options));
         EXPECT_EQ(suggested.domains, totals.domains) << name;
         EXPECT_EQ(suggested.holes, totals.holes) << name;
@@ -79,7 +78,7 @@ void ExpectReadOrRefused(fs::path const &folder) {
         try {
             DrawingInput const input = Read(entry.path());
             lib::DrawingOptions options;
-            options.joinTolerance = lib::SuggestedJoinTolerance(input.curves);
+            options.joinTolerance = SuggestedJoin(input);
             lib::DrawingResult const result = lib::MakeDrawingDomains(input.curves, options);
             EXPECT_FALSE(SvgPicture(name, input, result).empty());
             Totals const back = TotalsOf(lib::MakeDrawingDomains(ReadDxf(DxfDrawing(input, result), {}).curves));

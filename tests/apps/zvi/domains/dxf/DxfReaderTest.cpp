@@ -1,6 +1,8 @@
 #include "apps/zvi/domains/dxf/LayerPattern.h"
 #include "tests/apps/zvi/domains/dxf/DxfText.h"
 
+#include "zvi/drawing/MakeDrawingDomains.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -146,6 +148,41 @@ TEST(DxfReader, FlattensCirclesUnderUnequalScales) {
     EXPECT_NEAR(doubledArea / 2.0, 3.0 * std::numbers::pi, 3e-6);
     EXPECT_EQ(input.notes.flattened.at("CIRCLE"), 1);
     EXPECT_EQ(input.notes.chords, input.curves.size());
+}
+
+TEST(DxfReader, FlattensAsCloselyAsEndsAreJoined) {
+    // An ellipse in a frame, and spokes from the frame that end a two-millionth of its size short of the ellipse.
+    for (double const unit : {1.0, 1e-3, 1e6}) {
+        auto const line = [unit](double x1, double y1, double x2, double y2) {
+            std::ostringstream text;
+            text.precision(17);
+            text << "0 LINE\n10 " << unit * x1 << "\n20 " << unit * y1 << "\n11 " << unit * x2 << "\n21 " << unit * y2
+                 << "\n";
+            return text.str();
+        };
+        std::string entities = line(-10, -10, 10, -10) + line(10, -10, 10, 10) + line(10, 10, -10, 10) +
+                               line(-10, 10, -10, -10) + "0 ELLIPSE\n10 0\n20 0\n11 " + std::to_string(6 * unit) +
+                               "\n21 0\n40 0.5\n";
+        for (int spoke = 0; spoke < 40; ++spoke) {
+            double const x = -5.85 + 0.3 * spoke;
+            entities += line(x, 10, x, 3 * std::sqrt(1 - x * x / 36) + 1e-5);
+        }
+        DrawingInput const input = ReadDxf(DxfWith(entities), {});
+        lib::DrawingOptions options;
+        options.joinTolerance = SuggestedJoin(input);
+        EXPECT_NEAR(options.joinTolerance, 20e-6 * unit, 1e-9 * unit);
+        lib::DrawingResult const result = lib::MakeDrawingDomains(input.curves, options);
+        EXPECT_EQ(result.domains.size(), 41u);
+        EXPECT_TRUE(result.leftovers.empty());
+        EXPECT_LE(input.notes.chordError, options.joinTolerance / 4);
+    }
+    // A thousand such curves in one drawing would be too many.
+    std::string crowd;
+    for (int i = 0; i < 1500; ++i)
+        crowd += "0 ELLIPSE\n10 " + std::to_string(0.01 * i) + "\n20 0\n11 1000\n21 0\n40 0.5\n";
+    DrawingInput const coarse = ReadDxf(DxfWith(crowd), {});
+    EXPECT_TRUE(coarse.notes.isCoarse);
+    EXPECT_LT(coarse.curves.size(), kMostMadeCurves);
 }
 
 TEST(DxfReader, GivesEntitiesInBlocksTheLayerOfTheInsert) {
@@ -348,6 +385,13 @@ TEST(DxfReader, TakesInclinedThingsAsSeenFromAbove) {
         doubledArea += curve.start.x * curve.end.y - curve.end.x * curve.start.y;
     EXPECT_NEAR(doubledArea / 2.0, 2.0 * std::numbers::pi, 1e-5);
     EXPECT_EQ(input.notes.tilted, 1);
+    DrawingInput const levels =
+        ReadDxf(DxfWith("0 CIRCLE\n10 0\n20 0\n30 3000\n40 1\n0 CIRCLE\n10 0\n20 0\n40 2\n" + kSquare +
+                        "0 POLYLINE\n70 8\n0 VERTEX\n10 0\n20 0\n30 1\n0 VERTEX\n10 1\n20 0\n"
+                        "30 2\n0 SEQEND\n"),
+                {});
+    EXPECT_EQ(levels.notes.heights, (std::map<double, int>{{0.0, 2}, {3000.0, 1}}));
+    EXPECT_EQ(levels.notes.tilted, 1) << "a polyline that rises";
     EXPECT_EQ(ReadDxf(DxfWith("0 LINE\n10 0\n20 0\n30 0\n11 1\n21 0\n31 5\n"), {}).notes.tilted, 1);
 }
 

@@ -125,6 +125,23 @@ TEST(Flatten, DrawsARationalQuarterCircle) {
     EXPECT_NEAR(PolygonArea(points), kPi / 4, 1e-7);
 }
 
+TEST(Flatten, GivesTheSameCornersToSplinesThatShareAStretch) {
+    // Two stretches, and the first one alone, the other way round and over other knots.
+    Spline both;
+    both.knots = {0, 0, 0, 0, 1, 1, 1, 2, 2, 2, 2};
+    both.controls = {{0.1, 0.2, 0}, {1.3, 2.7, 0}, {2.9, -1.1, 0}, {4.7, 0.3, 0}, {5, 1, 0}, {7, 9, 0}, {8, 8, 0}};
+    Spline first;
+    first.knots = {-7, -7, -7, -7, 0.3, 0.3, 0.3, 0.3};
+    first.controls.assign(both.controls.rend() - 4, both.controls.rend());
+    std::vector<DrawingPoint> const points = FlattenFitted(both, 1e-5);
+    std::vector<DrawingPoint> const back = FlattenFitted(first, 1e-5);
+    ASSERT_GT(back.size(), 50u);
+    for (std::size_t i = 0; i < back.size(); ++i) {
+        EXPECT_EQ(points[i].x, back[back.size() - 1 - i].x) << i;
+        EXPECT_EQ(points[i].y, back[back.size() - 1 - i].y) << i;
+    }
+}
+
 TEST(Flatten, FitsASplineThroughPoints) {
     // The natural cubic spline through (0,0), (1,1), (2,0), its parameter s the length of the chords of sqrt(2): on the
     // first half y = (3 s / h - (s / h)^3) / 2 and x = s / h.

@@ -280,9 +280,12 @@ TEST(Report, SummarisesForPeople) {
     keyhole.input.notes.frozen = 2;
     keyhole.input.notes.flattened = {{"SPLINE", 2}};
     keyhole.input.notes.chords = 40;
+    keyhole.input.notes.chordError = 0.25;
+    keyhole.input.notes.heights = {{0.0, 3}, {1e-5, 4}, {3000.0, 1}};
     std::vector<std::string> const expected = {
         "read 4 curves, units: absent",
-        "flattened 2 SPLINE into 40 chords (--chord-error sets how closely)",
+        "flattened 2 SPLINE into 40 chords (--chord-error 0.25)",
+        "took 2 heights as one, seen from above: 7 at z = 0, 1 at z = 3000",
         "left out what is no curve: 1 HATCH, 3 TEXT",
         "left out 2 on frozen layers",
         "joined 1 end (--join 0.0001), cut at 2 places, dropped 3 duplicates",
@@ -304,7 +307,7 @@ TEST(Report, SummarisesForPeople) {
     EXPECT_EQ(lines[lines.size() - 2], "and 21 wider gaps (--json lists them all)");
     EXPECT_NE(std::find(lines.begin(), lines.end(), "  and 22 more (--leftovers lists them all)"), lines.end());
     EXPECT_EQ(Summary(keyhole.input, keyhole.result, 1e-4, true).size(), lines.size() + 21);
-    EXPECT_NE(lines[2].find(" and 20 other types"), std::string::npos);
+    EXPECT_NE(lines[3].find(" and 20 other types"), std::string::npos);
 }
 
 TEST(JoinAdvice, HoldsUntilNothingIsAdvised) {
@@ -369,7 +372,8 @@ void AddPaths(std::set<std::string> &paths, Json const &json, std::string const 
 } // namespace
 
 TEST(DomainJson, HasTheKeysThatAreDocumented) {
-    Keyhole const keyhole;
+    Keyhole keyhole;
+    keyhole.input.notes.heights = {{0.0, 4}};
     Json const json = Json::parse(DomainJson(keyhole.input, keyhole.result, 1e-4));
     std::set<std::string> paths;
     AddPaths(paths, json, "");
