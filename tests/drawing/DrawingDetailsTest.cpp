@@ -154,6 +154,16 @@ TEST(DrawingDetails, CutsLieWhereCurveIntersectionFindsThem) {
     EXPECT_GT(compared, 1000);
 }
 
+TEST(DrawingDetails, ProgressGrowsToTheWholeAndChangesNothing) {
+    std::vector<DrawingCurve> const curves = Curves("circle 1 0 0 2; line 2 -3 0 3 0");
+    std::vector<double> told{0.0};
+    DrawingResult const result = MakeDrawingDomains(curves, {}, [&told](double done) { told.push_back(done); });
+    EXPECT_EQ(AreasOf(result), AreasOf(MakeDrawingDomains(curves)));
+    EXPECT_TRUE(std::is_sorted(told.begin(), told.end()));
+    EXPECT_GT(told.size(), 5u);
+    EXPECT_EQ(told.back(), 1.0);
+}
+
 TEST(DomainCentroid, IsExactForArcsAndHolesFarFromTheOrigin) {
     struct Case {
         char const *curves;

@@ -6,7 +6,7 @@ namespace zvi::lib {
 
 DrawingPieces CutDrawingCurves(std::vector<DrawingCurve> const &curves, DrawingOptions const &options) {
     using namespace drawing;
-    return ReportPieces(DivideDrawing(curves, options), curves, options.keepDuplicates);
+    return ReportPieces(DivideDrawing(curves, options, [](double) {}), curves, options.keepDuplicates);
 }
 
 } // namespace zvi::lib

@@ -12,6 +12,11 @@ namespace zvi::lib::drawing {
 
 namespace {
 
+/// Shares of the time when the steps of DivideDrawing end.
+constexpr double kRead = 0.05;
+constexpr double kArranged = 0.6;
+constexpr double kFolded = 0.8;
+
 /// What is thinner than so many snap distances is thin, however small the join tolerance.
 constexpr double kThinInSnaps = 4.0;
 
@@ -75,9 +80,12 @@ void CutCirclesAtStarts(DividedDrawing &drawing, std::vector<DrawingCurve> const
 
 } // namespace
 
-DividedDrawing DivideDrawing(std::vector<DrawingCurve> const &curves, DrawingOptions const &options) {
+DividedDrawing DivideDrawing(std::vector<DrawingCurve> const &curves, DrawingOptions const &options,
+                             std::function<void(double)> const &progress) {
     UsableCurves usable = ReadCurves(curves, options.joinTolerance);
+    progress(kRead);
     Arrangement arrangement = Arrange(usable, options.split, options.keepDuplicates);
+    progress(kArranged);
     DividedDrawing drawing{std::move(usable),
                            std::move(arrangement.map),
                            std::move(arrangement.vanished),
@@ -91,6 +99,7 @@ DividedDrawing DivideDrawing(std::vector<DrawingCurve> const &curves, DrawingOpt
     ContractShortEdges(drawing.map, tolerance, drawing.snap, drawing.curves.landmarks);
     drawing.covered = AddCovered(drawing.map, arrangement.carriers, arrangement.covered, drawing.dropped);
     CollapseThinFaces(drawing.map, tolerance, drawing.snap, drawing.curves.landmarks, drawing.dropped);
+    progress(kFolded);
     drawing.map.ForgetBorders();
     drawing.positions =
         FitEdges(drawing.map, drawing.snap, SameDistance(tolerance, drawing.snap), drawing.curves.landmarks);
@@ -100,6 +109,7 @@ DividedDrawing DivideDrawing(std::vector<DrawingCurve> const &curves, DrawingOpt
     drawing.alongCurves = EdgesAlongCurves(drawing.map);
     AbsorbContracted(drawing.map, drawing.alongCurves, drawing.vanished);
     assert(!options.split || IsSound(drawing.map, drawing.snap));
+    progress(1.0);
     return drawing;
 }
 

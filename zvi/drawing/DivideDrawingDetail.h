@@ -5,6 +5,7 @@
 #include "zvi/drawing/ReadCurvesDetail.h"
 #include "zvi/drawing/ThinFacesDetail.h"
 
+#include <functional>
 #include <vector>
 
 namespace zvi::lib::drawing {
@@ -22,7 +23,8 @@ struct DividedDrawing {
     std::vector<int> alongCurves; ///< the edges of curves, whatever their state, by these and along each
 };
 
-/// Reads the curves, arranges them, and applies the tolerance to the map.
-DividedDrawing DivideDrawing(std::vector<DrawingCurve> const &curves, DrawingOptions const &options);
+/// Reads the curves, arranges them, and applies the tolerance to the map. `progress` is told the share that is done.
+DividedDrawing DivideDrawing(std::vector<DrawingCurve> const &curves, DrawingOptions const &options,
+                             std::function<void(double)> const &progress);
 
 } // namespace zvi::lib::drawing

@@ -7,12 +7,30 @@
 
 namespace zvi::lib {
 
+namespace {
+
+/// Shares of the time when the steps of MakeDrawingDomains end.
+constexpr double kDivided = 0.7;
+constexpr double kFacesFound = 0.85;
+constexpr double kReported = 0.95;
+
+} // namespace
+
 DrawingResult MakeDrawingDomains(std::vector<DrawingCurve> const &curves, DrawingOptions const &options) {
+    return MakeDrawingDomains(curves, options, [](double) {});
+}
+
+DrawingResult MakeDrawingDomains(std::vector<DrawingCurve> const &curves, DrawingOptions const &options,
+                                 DrawingProgress const &progress) {
     using namespace drawing;
-    DividedDrawing const drawing = DivideDrawing(curves, options);
+    DividedDrawing const drawing =
+        DivideDrawing(curves, options, [&progress](double done) { progress(kDivided * done); });
     std::vector<Face> const faces = FindFaces(drawing.map, drawing.snap);
+    progress(kFacesFound);
     DrawingResult result = ReportDomains(drawing, faces, curves, options.keepDuplicates);
+    progress(kReported);
     result.gaps = FindGaps(drawing, curves);
+    progress(1.0);
     return result;
 }
 

@@ -3,6 +3,7 @@
 #include "zvi/Export.h"
 #include "zvi/drawing/DrawingRecords.h"
 
+#include <functional>
 #include <vector>
 
 namespace zvi::lib {
@@ -54,5 +55,13 @@ namespace zvi::lib {
 /// through one exact point meet in one place. Once their ends are rounded, to four decimals say, they meet in as many
 /// places as they have pairs: n squared vertices, which are all looked at.
 ZVI_API DrawingResult MakeDrawingDomains(std::vector<DrawingCurve> const &curves, DrawingOptions const &options = {});
+
+/// Is told from time to time, on the thread of the call, which share of the work is done, from 0 to 1 and growing.
+using DrawingProgress = std::function<void(double done)>;
+
+/// The same, telling how far it is. The shares are those of the time that a plan of many rooms takes. What `progress`
+/// throws goes through to the caller.
+ZVI_API DrawingResult MakeDrawingDomains(std::vector<DrawingCurve> const &curves, DrawingOptions const &options,
+                                         DrawingProgress const &progress);
 
 } // namespace zvi::lib

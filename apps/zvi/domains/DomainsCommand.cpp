@@ -84,10 +84,14 @@ int FindDomains(Console &console, DomainsOptions const &options) {
         bool const color = WantsColor(options.color, console.outIsTerminal);
         return WriteResult(console, options.json ? LayerJson(input) : LayerTable(input, color));
     }
-    progress.Step("finding the domains of " + std::to_string(input.curves.size()) + " curves");
+    auto const found = [&](double done) {
+        progress.Step("finding the domains of " + std::to_string(input.curves.size()) + " curves, " +
+                      std::to_string(static_cast<int>(100.0 * done)) + " %");
+    };
+    found(0.0);
     lib::DrawingOptions drawing = options.drawing;
     drawing.joinTolerance = options.reading.join.value_or(SuggestedJoin(input));
-    lib::DrawingResult const result = lib::MakeDrawingDomains(input.curves, drawing);
+    lib::DrawingResult const result = lib::MakeDrawingDomains(input.curves, drawing, found);
     progress.Step("writing");
     bool const written = WriteFiles(console, options, input, result);
     progress.Clear();

@@ -215,6 +215,17 @@ TEST(Program, TakesAndGivesAnyCharacter) {
     EXPECT_NE(Content(PathOf(picture)).find(plan), std::string::npos);
 }
 
+TEST(Program, TellsOnATerminalHowFarItIs) {
+    std::istringstream in(kRing);
+    std::ostringstream out;
+    std::ostringstream err;
+    Console console{in, out, err, false, false, true};
+    EXPECT_EQ(RunProgram({"domains"}, console), 0);
+    for (char const *share : {" 2 curves, 0 % ...", " 2 curves, 100 % ..."})
+        EXPECT_NE(err.str().find(share), std::string::npos) << err.str();
+    EXPECT_TRUE(out.str().ends_with(kRingTotals));
+}
+
 TEST(Program, WritesADevice) {
 #ifdef _WIN32
     char const *const device = "NUL";

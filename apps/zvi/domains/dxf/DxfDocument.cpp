@@ -122,6 +122,7 @@ void DocumentReader::ReadTables() {
 
 void DocumentReader::ReadLayer() {
     constexpr int kFrozenBit = 1;
+    constexpr int kMostColors = 255;
     DxfLayer layer;
     for (Advance(); m_current.code != 0; Advance()) {
         if (m_current.code == 2) {
@@ -129,7 +130,8 @@ void DocumentReader::ReadLayer() {
         } else if (m_current.code == 62) {
             int const color = IntegerOf(m_current);
             layer.off = color < 0;
-            layer.color = std::abs(color);
+            if (color != 0 && std::abs(color) <= kMostColors)
+                layer.color = std::abs(color);
         } else if (m_current.code == 70) {
             layer.frozen = (IntegerOf(m_current) & kFrozenBit) != 0;
         }

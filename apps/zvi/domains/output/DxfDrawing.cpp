@@ -333,16 +333,20 @@ void DxfWriter::Piece(DrawingPiece const &piece, std::string const &layer) {
         Entity("POINT", layer);
         Group(100, "AcDbPoint");
         Point(10, isLine ? piece.start : piece.center);
+        Group(30, "0.0");
     } else if (isLine) {
         Entity("LINE", layer);
         Group(100, "AcDbLine");
         Point(10, piece.start);
+        Group(30, "0.0");
         Point(11, piece.end);
+        Group(31, "0.0");
     } else {
         bool const isArc = piece.type == lib::DrawingCurveType::kArc;
         Entity(isArc ? "ARC" : "CIRCLE", layer);
         Group(100, "AcDbCircle");
         Point(10, piece.center);
+        Group(30, "0.0");
         Group(40, ExactNumber(piece.radius));
         if (isArc) {
             Group(100, "AcDbArc");

@@ -1,5 +1,7 @@
 #include "apps/zvi/domains/output/JoinAdvice.h"
 
+#include "apps/zvi/common/NumberText.h"
+
 #include <cmath>
 
 namespace zvi::app {
@@ -12,7 +14,11 @@ constexpr double kJump = 3.0;
 /// Three digits, and not below what is needed.
 double ToType(double needed) {
     double const unit = std::pow(10.0, std::floor(std::log10(needed)) - 2.0);
-    return std::ceil(needed / unit) * unit;
+    for (double units = std::ceil(needed / unit);; ++units) {
+        double const typed = ParseNumber(ShortNumber(units * unit, 3)).value_or(needed);
+        if (!(typed < needed))
+            return typed;
+    }
 }
 
 } // namespace
