@@ -10,9 +10,9 @@ namespace zvi::lib {
 namespace {
 
 /// Shares of the time when the steps of MakeDrawingDomains end.
-constexpr double kDivided = 0.7;
+constexpr double kDivided = 0.5;
 constexpr double kFacesFound = 0.85;
-constexpr double kReported = 0.95;
+constexpr double kReported = 0.97;
 
 } // namespace
 
