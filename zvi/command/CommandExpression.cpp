@@ -71,7 +71,7 @@ bool CommandGrammar::Expression(ParseNumber &value) {
 }
 
 bool CommandGrammar::ExpressionFrom(ParseNumber const &firstOperand, ParseNumber &value) {
-    m_values.Push(firstOperand);
+    m_values.Push().Set(firstOperand);
     return ExpressionRest(false, value);
 }
 
@@ -92,7 +92,7 @@ bool CommandGrammar::ExpressionRest(bool wantsOperand, ParseNumber &value) {
             Advance();
             wantsOperand = true;
         } else if (m_openParentheses == 0) {
-            value = m_values.Pop();
+            value.Set(m_values.Pop());
             return true;
         } else if (m_token != ')') {
             return Unexpected();
@@ -105,12 +105,8 @@ bool CommandGrammar::ExpressionRest(bool wantsOperand, ParseNumber &value) {
 /// A number, or a sign, parenthesis or function in front of one.
 bool CommandGrammar::Operand(bool &wantsOperand) {
     if (m_token == kTokenNumber) {
-        ParseNumber number;
         wantsOperand = false;
-        if (!Number(number))
-            return false;
-        m_values.Push(number);
-        return true;
+        return Number(m_values.Push());
     }
     if (m_token == '-') {
         m_operators.Push({kNegate, kNegatePrecedence, m_lexer.TokenStart()});
@@ -142,47 +138,44 @@ bool CommandGrammar::ReduceDownTo(int precedence) {
 
 bool CommandGrammar::Reduce() {
     Operator const op = m_operators.Pop();
-    ParseNumber const b = m_values.Pop();
-    if (op.token == kNegate) {
-        m_values.Push(b.kind == kParseInteger ? ParseNumber::Integer(InRange(-std::int64_t{b.integer}, op.begin))
-                                              : ParseNumber::Double(-b.real));
-        return true;
+    if (op.token != kNegate) {
+        ParseNumber const &b = m_values.Pop();
+        return Binary(op, m_values.Top(), b);
     }
-    ParseNumber const a = m_values.Pop();
-    ParseNumber result;
-    if (!Binary(op, a, b, result))
-        return false;
-    m_values.Push(result);
+    ParseNumber &value = m_values.Top();
+    if (value.kind == kParseInteger)
+        value.SetInteger(InRange(-std::int64_t{value.integer}, op.begin));
+    else
+        value.SetDouble(-value.real);
     return true;
 }
 
-bool CommandGrammar::Binary(Operator const &op, ParseNumber const &a, ParseNumber const &b, ParseNumber &result) {
+/// Computes into `a`.
+bool CommandGrammar::Binary(Operator const &op, ParseNumber &a, ParseNumber const &b) {
     int const token = op.token;
     if (token == '^')
-        return Power(op, a, b, result);
+        return Power(op, a, b);
     if (token == '/') {
         if (b.AsDouble() == 0.0)
             return FailAt(ParseFaultKind::kZeroDivisor, op.begin + 1, m_lexer.TokenStart());
-        result = ParseNumber::Double(Finite(a.AsDouble() / b.AsDouble(), op.begin), kParseComputed);
+        a.SetDouble(Finite(a.AsDouble() / b.AsDouble(), op.begin), kParseComputed);
         return true;
     }
     if (a.kind == kParseInteger && b.kind == kParseInteger) {
-        result = ParseNumber::Integer(InRange(ExactInteger(token, a.integer, b.integer), op.begin), kParseComputed);
+        a.SetInteger(InRange(ExactInteger(token, a.integer, b.integer), op.begin), kParseComputed);
         return true;
     }
     double const x = a.AsDouble();
     double const y = b.AsDouble();
-    double const value = token == '+' ? x + y : token == '-' ? x - y : x * y;
-    result = ParseNumber::Double(Finite(value, op.begin), kParseComputed);
+    a.SetDouble(Finite(token == '+' ? x + y : token == '-' ? x - y : x * y, op.begin), kParseComputed);
     return true;
 }
 
 /// The exponent must be an integer and not zero. A negative one makes no multiplication, so the result is 1.
-bool CommandGrammar::Power(Operator const &op, ParseNumber const &base, ParseNumber const &exponent,
-                           ParseNumber &result) {
+bool CommandGrammar::Power(Operator const &op, ParseNumber &base, ParseNumber const &exponent) {
     if (exponent.kind != kParseInteger || exponent.integer == 0)
         return FailAt(ParseFaultKind::kExponent, op.begin + 1, m_lexer.TokenStart());
-    result = ParseNumber::Double(Finite(Product(base.AsDouble(), exponent.integer), op.begin), kParseComputed);
+    base.SetDouble(Finite(Product(base.AsDouble(), exponent.integer), op.begin), kParseComputed);
     return true;
 }
 
@@ -200,7 +193,7 @@ bool CommandGrammar::CloseParenthesis() {
     double const x = value.AsDouble();
     if (ParseFaultKind const fault = FunctionFault(*function, x); fault != ParseFaultKind::kNone)
         return FailAt(fault, open.begin, m_lexer.TokenStart());
-    value = ParseNumber::Double(Finite(function->function(x), open.begin), kParseComputed);
+    value.SetDouble(Finite(function->function(x), open.begin), kParseComputed);
     return true;
 }
 

@@ -544,7 +544,7 @@ bool CommandGrammar::RequireNumbers() {
 bool CommandGrammar::Number(ParseNumber &value) {
     if (!m_lexer.Number())
         return Fail(ParseFaultKind::kTooManyNumbers);
-    value = *m_lexer.Number();
+    value.Set(*m_lexer.Number());
     if (m_lexer.IsNumberTooLarge())
         NoteOverflow(value.kind == kParseInteger ? ParseFaultKind::kIntegerOverflow : ParseFaultKind::kNotFinite,
                      m_lexer.TokenStart(), m_lexer.TokenEnd());

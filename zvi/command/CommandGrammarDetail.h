@@ -11,12 +11,15 @@ namespace zvi::lib::command {
 template <class T>
 class TextStack {
 public:
-    void Push(T const &value) {
+    void Push(T const &value) { Push() = value; }
+    /// A new entry at the top, of which nothing is set.
+    T &Push() {
         if (m_size == m_entries.Capacity())
             m_entries.Grow(lexer1::kBufferBytes, m_size);
-        m_entries[m_size++] = value;
+        return m_entries[m_size++];
     }
-    T Pop() { return m_entries[--m_size]; }
+    /// The entry that was at the top, which is there until the next one is pushed.
+    T const &Pop() { return m_entries[--m_size]; }
     T &Top() { return m_entries[m_size - 1]; }
     int Size() const { return static_cast<int>(m_size); }
 
@@ -94,8 +97,8 @@ private:
     bool ReduceDownTo(int precedence);
     bool Reduce();
     bool CloseParenthesis();
-    bool Binary(Operator const &op, ParseNumber const &a, ParseNumber const &b, ParseNumber &result);
-    bool Power(Operator const &op, ParseNumber const &base, ParseNumber const &exponent, ParseNumber &result);
+    bool Binary(Operator const &op, ParseNumber &a, ParseNumber const &b);
+    bool Power(Operator const &op, ParseNumber &base, ParseNumber const &exponent);
 
     bool Number(ParseNumber &value);
     bool RequireNumbers();

@@ -119,7 +119,7 @@ TypedText Trimmed(CString const &text) {
 enum class After { kNothing, kItem, kItemAndBlank, kComma, kClosingBracket, kOpeningBracket, kMarker };
 
 /// Passes characters on to a line that has room for them. Blanks between items become commas, doubled commas get a
-/// zero, neighbouring brackets a comma. It is handed on by value, so that it stays in registers.
+/// zero, neighbouring brackets a comma. An object of a function of its own, it stays in registers.
 class Separator {
 public:
     /// Writes to `line`, and the sources to `sources` unless it is null.
@@ -222,7 +222,7 @@ void ReplaceAll(TracedVector &text, std::wstring_view word, std::wstring_view ot
 
 /// Puts the markers in by the defining sequence of replacements: disguise, mark, undo the disguise. Needed only for
 /// texts that hold two underscores in a row, which could be taken for a disguise.
-Separator MarkByReplacing(TypedText const &typed, Separator out) {
+wchar_t *MarkByReplacing(TypedText const &typed, wchar_t *line, int *sources) {
     TracedVector text;
     for (std::size_t at = 0; at < typed.size(); ++at)
         text.push_back(typed[at]);
@@ -234,9 +234,10 @@ Separator MarkByReplacing(TypedText const &typed, Separator out) {
     ReplaceAll(text, L"T", kToMarker);
     for (ProtectedWord const &entry : kProtectedWords)
         ReplaceAll(text, entry.disguise, entry.word);
+    Separator out(line, sources);
     for (TracedChar const &traced : text)
         out.Take(traced);
-    return out;
+    return out.End();
 }
 
 /// Length of the protected word at `at`, 0 if there is none. SQRT is disguised before ABS, so ABSQRT is AB and SQRT.
@@ -254,7 +255,8 @@ std::size_t ProtectedLength(TypedText const &text, std::size_t at) {
 }
 
 /// The same result in one pass.
-Separator MarkInOnePass(TypedText const &text, Separator out) {
+wchar_t *MarkInOnePass(TypedText const &text, wchar_t *line, int *sources) {
+    Separator out(line, sources);
     std::size_t protectedEnd = 0;
     for (std::size_t at = 0; at < text.size();) {
         if (IsPlain(text.chars[at])) {
@@ -273,12 +275,14 @@ Separator MarkInOnePass(TypedText const &text, Separator out) {
         out.Take(isBy ? kByMarker : kToMarker, traced.source);
         at += StartsWith(text, at, isBy ? L"BY" : L"TO") ? 2 : 1;
     }
-    return out;
+    return out.End();
 }
 
-Separator Mark(TypedText const &text, Separator out) {
+/// Writes the marked and separated text to `line`, gives the end of it, and writes its sources unless there is no room
+/// for them.
+wchar_t *Mark(TypedText const &text, wchar_t *line, int *sources) {
     bool const mayBeDisguised = text.chars.find(L"__", 0, 2) != std::wstring_view::npos;
-    return mayBeDisguised ? MarkByReplacing(text, out) : MarkInOnePass(text, out);
+    return mayBeDisguised ? MarkByReplacing(text, line, sources) : MarkInOnePass(text, line, sources);
 }
 
 /// Room for the characters of a line and for their sources.
@@ -297,14 +301,14 @@ CString Finished(wchar_t *line, wchar_t *begin, wchar_t *end) {
 CString NormalizeCommandText(CString const &text) {
     TypedText const typed = Trimmed(text);
     LineRoom<wchar_t> line(typed.MostChars());
-    return Finished(line.Data(), line.Data(), Mark(typed, Separator(line.Data(), nullptr)).End());
+    return Finished(line.Data(), line.Data(), Mark(typed, line.Data(), nullptr));
 }
 
 CString NormalizeCommandText(CString const &text, std::vector<int> &sources) {
     TypedText const typed = Trimmed(text);
     LineRoom<wchar_t> line(typed.MostChars());
     LineRoom<int> traces(typed.MostChars());
-    wchar_t *const end = Mark(typed, Separator(line.Data(), traces.Data())).End();
+    wchar_t *const end = Mark(typed, line.Data(), traces.Data());
     sources.assign(traces.Data(), traces.Data() + (end - line.Data()));
     return Finished(line.Data(), line.Data(), end);
 }
@@ -314,7 +318,7 @@ CString command::NormalizedLine(std::string_view startWord, CString const &text)
     LineRoom<wchar_t> line(startWord.size() + 1 + typed.MostChars());
     wchar_t *const begin = std::copy(startWord.begin(), startWord.end(), line.Data()) + 1;
     begin[-1] = L' ';
-    return Finished(line.Data(), begin, Mark(typed, Separator(begin, nullptr)).End());
+    return Finished(line.Data(), begin, Mark(typed, begin, nullptr));
 }
 
 } // namespace zvi::lib

@@ -52,6 +52,15 @@ struct ParseNumber {
         real = value;
     }
 
+    /// Becomes the integer or double that `other` is. Member by member: a copy of all bytes at once would have to wait
+    /// until the stores of the members have ended.
+    void Set(ParseNumber const &other) {
+        if (other.kind == kParseInteger)
+            SetInteger(other.integer, other.shape);
+        else
+            SetDouble(other.real, other.shape);
+    }
+
     /// The value of an integer or a double.
     double AsDouble() const { return kind == kParseInteger ? integer : real; }
 };
