@@ -9,7 +9,9 @@
 
 #include <cmath>
 #include <numbers>
+#include <numeric>
 #include <string>
+#include <vector>
 
 using namespace zvi;
 using namespace zvi::lib;
@@ -74,6 +76,29 @@ void BM_NodeList(benchmark::State &state) {
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 BENCHMARK(BM_NodeList)->Arg(1000)->Arg(1000000)->Unit(benchmark::kMillisecond);
+
+/// The peer: the numbers of a range of which the bounds are known already.
+void BM_NodeListIota(benchmark::State &state) {
+    std::vector<int> list;
+    for (auto _ : state) {
+        list.assign(static_cast<std::size_t>(state.range(0)), 0);
+        std::iota(list.begin(), list.end(), 1);
+        benchmark::DoNotOptimize(list.data());
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(BM_NodeListIota)->Arg(1000)->Arg(1000000)->Unit(benchmark::kMillisecond);
+
+/// A power that needs no loop.
+void BM_PowerOfMinusOne(benchmark::State &state) {
+    CString const text = Wide("(-1)^2147483647");
+    double value = 0;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(value = Evaluate(text));
+    if (value != -1)
+        state.SkipWithError("wrong power");
+}
+BENCHMARK(BM_PowerOfMinusOne);
 
 /// Every second number, with a gap now and then.
 MArray<long> SampleNumbers(std::int64_t count) {

@@ -1,16 +1,22 @@
 // MQSort::QSortDblWithIndex beside std::sort and std::stable_sort on pairs of key and index.
 // Keys: evenly spread over +-1000; whole numbers with many ties; a narrow band with one outlier in a thousand. Every
 // iteration sorts new keys: a processor learns the branches of a few thousand comparisons by heart when they come
-// again.
+// again. MQSort::QSortStringNumWithIndex beside qsort with strverscmp, which orders names by their numbers, too.
 
 #include "zvi/core/MQSort.h"
+#include "zvi/core/Utf8.h"
 
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <iterator>
+#include <numeric>
 #include <random>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -108,5 +114,59 @@ void Sizes(benchmark::internal::Benchmark *benchmark) {
 BENCHMARK(QSortDblWithIndex)->Apply(Sizes);
 BENCHMARK(StdSortPairs)->Apply(Sizes);
 BENCHMARK(StdStableSortPairs)->Apply(Sizes);
+
+/// Names as engineers give them: a few prefixes, a number behind each, now and then with zeros in front.
+std::vector<std::string> MakeNames(std::int64_t count) {
+    constexpr char const *kPrefixes[] = {"Beam", "Column", "B", "Slab-", "Wall_"};
+    std::mt19937 random(kSeed);
+    std::vector<std::string> names;
+    for (int i = 0; i < count; ++i) {
+        std::string name = kPrefixes[random() % std::size(kPrefixes)];
+        name += random() % 10 == 0 ? "00" : "";
+        names.push_back(name + std::to_string(random() % 100000));
+    }
+    return names;
+}
+
+void QSortStringNumWithIndex(benchmark::State &state) {
+    std::vector<CString> names;
+    for (std::string const &name : MakeNames(state.range(0)))
+        names.push_back(zvi::lib::WideOf(name));
+    std::vector<CString> sorted;
+    std::vector<unsigned int> index(names.size());
+    for (auto _ : state) {
+        state.PauseTiming();
+        sorted = names;
+        std::iota(index.begin(), index.end(), 0U);
+        state.ResumeTiming();
+        zvi::lib::MQSort::QSortStringNumWithIndex(index.data(), sorted.data(), sorted.size());
+        benchmark::ClobberMemory();
+    }
+    for (std::size_t i = 0; i < index.size(); ++i) {
+        if (names[index[i]] != sorted[i])
+            state.SkipWithError("the index does not follow the names");
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(QSortStringNumWithIndex)->Arg(2000)->Arg(200000)->Unit(benchmark::kMicrosecond);
+
+#if defined(__GLIBC__)
+void QSortStrverscmp(benchmark::State &state) {
+    std::vector<std::string> const names = MakeNames(state.range(0));
+    std::vector<char const *> sorted(names.size());
+    for (auto _ : state) {
+        state.PauseTiming();
+        std::transform(names.begin(), names.end(), sorted.begin(),
+                       [](std::string const &name) { return name.c_str(); });
+        state.ResumeTiming();
+        std::qsort(sorted.data(), sorted.size(), sizeof sorted[0], [](void const *left, void const *right) {
+            return strverscmp(*static_cast<char const *const *>(left), *static_cast<char const *const *>(right));
+        });
+        benchmark::ClobberMemory();
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(QSortStrverscmp)->Arg(2000)->Arg(200000)->Unit(benchmark::kMicrosecond);
+#endif
 
 } // namespace

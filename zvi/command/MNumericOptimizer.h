@@ -38,6 +38,7 @@ public:
         kBy = 4
     };
 
+    /// Virtual: a class of an application may derive from it.
     virtual ~MNumericOptimizer();
 
     /// The compact text of an ascending list; empty for an empty list. Equal numbers are kept as they stand: four of

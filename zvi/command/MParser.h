@@ -15,6 +15,7 @@ class ZVI_API MParser : public MyParser {
 public:
     /// Makes the parser that it owns.
     MParser();
+    /// Deletes it.
     ~MParser() override;
 
     /// As `ParsingNumberArg`, once the length units have become factors to the current length

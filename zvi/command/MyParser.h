@@ -11,6 +11,7 @@ class ZVI_API MyParser {
 public:
     /// Makes the parser that it owns.
     MyParser();
+    /// Deletes it.
     virtual ~MyParser();
     MyParser(MyParser const &) = delete;
     MyParser &operator=(MyParser const &) = delete;

@@ -39,6 +39,7 @@ public:
 
     /// Knows the built-in names; reads every number as a double and expands repeats relatively.
     Parser();
+    /// Destroys its names and its result.
     ~Parser() override;
 
     /// Receives the text of each failure, the parser's own words; does nothing unless overridden.

@@ -19,9 +19,11 @@ struct ZVI_API TagSymbolNode {
     /// Longest name, in characters.
     static constexpr int kMostNameChars = 103;
 
+    /// A variable without a name, of value 0.
     TagSymbolNode() = default;
     /// A node of this name, of which at most `kMostNameChars` characters are taken.
     TagSymbolNode(char const *symbolName, double (*symbolFunction)(double), double symbolValue);
+    /// Virtual, as the record is polymorphic.
     virtual ~TagSymbolNode() = default;
 
     char name[kMostNameChars + 1] = {};   ///< ends with a zero
@@ -32,6 +34,7 @@ struct ZVI_API TagSymbolNode {
 
 /// A word that stands for a token.
 struct ZVI_API TagResWordNode {
+    /// Frees the text.
     virtual ~TagResWordNode() = default;
 
     std::string text;           ///< the word
@@ -41,6 +44,7 @@ struct ZVI_API TagResWordNode {
 
 /// A word that is neither reserved, nor a function, nor a variable.
 struct ZVI_API TagStringNode {
+    /// Frees the text.
     virtual ~TagStringNode() = default;
 
     std::string text; ///< the word
@@ -61,6 +65,7 @@ public:
 
     /// Knows the built-in names.
     SymbolTable();
+    /// Destroys all nodes.
     ~SymbolTable();
     SymbolTable(SymbolTable const &) = delete;
     SymbolTable &operator=(SymbolTable const &) = delete;

@@ -7,6 +7,7 @@ namespace zvi::lib {
 /// What the command parser shares with any parser of the family: the way in which an unexpected token is reported.
 class ZVI_API yyfparser {
 public:
+    /// Virtual: a parser is deleted as the one that it is.
     virtual ~yyfparser();
 
 protected:

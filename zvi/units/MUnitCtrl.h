@@ -51,6 +51,7 @@ public:
     int GetNeutralUnit() override { return m_neutralUnit; }
     /// The same as `ConvertTgtUnitData2CurUnit` with four arguments.
     double ConvValueTgtUnit2CurUnit(int force, int length, int kind, double value) override;
+    /// Forgets the saved states; the document is left alone.
     ~MUnitCtrl() override;
 
     /// Factor of the kind in the units of the given indices. Note the order: force, length, mass, heat, time.

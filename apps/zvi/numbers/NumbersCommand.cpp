@@ -26,9 +26,11 @@ constexpr char const *kExamples =
 constexpr char const *kFooter =
     "Jobs: compress turns numbers into runs, each number once and in ascending order; expand lists the numbers of\n"
     "runs; select lists those of LIST, ascending and each once. A run is FIRSTtoLAST or FIRSTtoLASTbySTEP, T and B\n"
-    "for short; one that falls walks down by itself, whereas 'zvi eval --mode nodes', which reads what a user types "
-    "into\n"
-    "an input field, asks for a negative step. '-' or no TEXT reads standard input.\n"
+    "for short; one that falls walks down by itself, and its numbers may have a sign. 'zvi eval --mode nodes' reads "
+    "what\n"
+    "a user types into an input field, where a number is an expression: there a range has plain ends, and one that "
+    "does\n"
+    "not rise asks for a negative step. '-' or no TEXT reads standard input.\n"
     "\n"
     "Exit status: 0 done; 1 the text cannot be read; 2 wrong usage; 4 a fault of the program.\n";
 
