@@ -5,7 +5,6 @@
 #include "apps/zvi/common/Characters.h"
 #include "apps/zvi/common/WideText.h"
 #include "apps/zvi/eval/hints/Mistakes.h"
-#include "apps/zvi/eval/hints/Repairs.h"
 
 namespace zvi::app {
 
@@ -15,9 +14,6 @@ using lib::ParseFaultKind;
 
 /// An integer of this many digits may name more numbers than are read in an instant.
 constexpr std::size_t kDigitsOfMany = 6;
-
-/// Longest corrected text that a hint shows, in characters.
-constexpr std::size_t kLongestShown = 100;
 
 /// Whether a range or a repeat may name so many numbers that the text is not read again in search of a mistake.
 bool MayNameMany(std::wstring const &typed) {
@@ -37,30 +33,6 @@ std::optional<Mistake> FindAssignment(FailedText const &failed) {
     if (equals == kNowhere || first >= equals || !IsLetter(failed.typed[first]))
         return std::nullopt;
     return Mistake{{equals, 1}, "a variable is set apart from the text, by --var " + Utf8Of(failed.typed)};
-}
-
-std::optional<Mistake> FindZeroDivisor(FailedText const &failed) {
-    std::string const divisor = failed.Typed(failed.CulpritSpan());
-    return Mistake{failed.CulpritSpan(),
-                   divisor == "0" ? "division by zero" : "division by zero: " + divisor + " is 0"};
-}
-
-/// A slip that is mended; if another mistake is left then, that one is told too.
-std::optional<Mistake> FindSlip(FailedText const &failed) {
-    std::optional<RepairedText> const repaired = FindRepair(failed);
-    if (!repaired)
-        return std::nullopt;
-    Mistake slip{{failed.Place(), 1}, repaired->why};
-    if (!repaired->outcome.parsed) {
-        FailedText const left{repaired->text, failed.settings, repaired->outcome};
-        if (left.Fault() != ParseFaultKind::kZeroDivisor && left.Fault() != ParseFaultKind::kExponent)
-            return std::nullopt;
-        slip.hint +=
-            "; " + (left.Fault() == ParseFaultKind::kExponent ? FindExponent(left) : FindZeroDivisor(left))->hint;
-    } else if (repaired->text.size() <= kLongestShown) {
-        slip.hint += "; write " + Utf8Of(repaired->text);
-    }
-    return slip;
 }
 
 /// A kind of mistake. The first row that fits a failed text and finds its mistake tells the hint.

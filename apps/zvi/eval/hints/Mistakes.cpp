@@ -141,6 +141,12 @@ constexpr PlaceRow kPlaces[] = {
 
 } // namespace
 
+std::optional<Mistake> FindZeroDivisor(FailedText const &failed) {
+    std::string const divisor = failed.Typed(failed.CulpritSpan());
+    return Mistake{failed.CulpritSpan(),
+                   divisor == "0" ? "division by zero" : "division by zero: " + divisor + " is 0"};
+}
+
 std::optional<Mistake> FindExponent(FailedText const &failed) {
     EvalMode const mode = ReadsDoubles(failed.settings.mode) ? EvalMode::kNumber : EvalMode::kGridRel;
     std::optional<double> const value = failed.ValueOf(failed.Culprit(), mode);

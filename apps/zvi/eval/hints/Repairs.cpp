@@ -1,9 +1,9 @@
 // Usual slips as a table: the rule of the language that was broken, and the text with the slip mended.
 
-#include "apps/zvi/eval/hints/Repairs.h"
+#include "apps/zvi/eval/hints/Mistakes.h"
 
 #include "apps/zvi/common/Characters.h"
-#include "apps/zvi/eval/hints/FailedText.h"
+#include "apps/zvi/common/WideText.h"
 
 #include <algorithm>
 
@@ -15,6 +15,15 @@ using Failed = FailedText;
 
 /// Most slips that are mended in one text.
 constexpr int kMostRepairs = 8;
+/// Longest corrected text that a hint shows, in characters.
+constexpr std::size_t kLongestShown = 100;
+
+/// A mistyped text with slips mended.
+struct RepairedText {
+    std::wstring text;
+    std::string why; ///< the rule of the language that was broken first, for people
+    EvalOutcome outcome;
+};
 
 /// The text with `length` characters at `at` replaced; as it is when the slip was not `seen`.
 std::wstring Mended(bool seen, std::wstring const &text, std::size_t at, std::size_t length, std::wstring_view by) {
@@ -238,6 +247,8 @@ std::wstring WithoutFrame(Failed const &failed) {
 struct Repair {
     char const *why;                      ///< the rule that was broken
     std::wstring (*mend)(Failed const &); ///< the mended text; the same when it does not apply
+    std::wstring_view here = {};          ///< without `mend`: the slip is one of these characters at the place
+    std::wstring_view by = {};            ///< what it is replaced by
 };
 
 constexpr Repair kRepairs[] = {
@@ -245,7 +256,7 @@ constexpr Repair kRepairs[] = {
     {"blanks separate items", Tightened},
     {"quotation marks are not part of the text", WithoutQuotes},
     {"the text is the expression alone, without =", WithoutEquals},
-    {"a number has no sign +", [](Failed const &f) { return MendedHere(f.IsHere(L"+"), f, L""); }},
+    {"a number has no sign +", nullptr, L"+", L""},
     {"a power is written ^",
      [](Failed const &f) {
          bool const seen = f.Place() > 0 && f.IsHere(L"*") && f.At(f.Place() - 1) == L'*';
@@ -257,7 +268,7 @@ constexpr Repair kRepairs[] = {
     {"with units a name cannot end the text", NameAtEnd},
     {"a function takes its argument in parentheses", FunctionArgument},
     {"a bracket is not closed", Closed},
-    {"a bracket closes nothing", [](Failed const &f) { return MendedHere(f.IsHere(L")]"), f, L""); }},
+    {"a bracket closes nothing", nullptr, L")]", L""},
     {"a polar position begins with @", PolarSign},
     {"each point stands in brackets", PointBrackets},
     {"the items stand without brackets around them", WithoutFrame},
@@ -268,7 +279,7 @@ constexpr Repair kRepairs[] = {
     {"a range is written with to", RangeWord},
     {"a range that does not rise needs a negative step", FallingRange},
     {"a product needs its *", TimesSign},
-    {"a comma or a blank separates items", [](Failed const &f) { return MendedHere(f.IsHere(L";|"), f, L","); }},
+    {"a comma or a blank separates items", nullptr, L";|", L","},
     {"an item is missing in front of the comma",
      [](Failed const &f) { return MendedHere(f.IsHere(L",") && f.Before() == kNowhere, f, L"0,"); }},
     {"an expression is grouped by ( and )", RoundBrackets},
@@ -282,7 +293,8 @@ std::optional<RepairedText> Mend(Failed const &failed) {
     };
     std::optional<RepairedText> best;
     for (Repair const &repair : kRepairs) {
-        std::wstring mended = repair.mend(failed);
+        std::wstring mended =
+            repair.mend ? repair.mend(failed) : MendedHere(failed.IsHere(repair.here), failed, repair.by);
         if (mended == failed.typed)
             continue;
         EvalOutcome outcome = Evaluate(CString(std::wstring_view(mended)), failed.settings);
@@ -295,9 +307,8 @@ std::optional<RepairedText> Mend(Failed const &failed) {
     return best;
 }
 
-} // namespace
-
-std::optional<RepairedText> FindRepair(FailedText const &failed) {
+/// The text mended as far as it goes; nothing when no slip was found.
+std::optional<RepairedText> FindRepair(Failed const &failed) {
     std::optional<RepairedText> repaired = Mend(failed);
     for (int i = 1; i < kMostRepairs && repaired && !repaired->outcome.parsed; ++i) {
         std::optional<RepairedText> next = Mend({repaired->text, failed.settings, repaired->outcome});
@@ -307,6 +318,26 @@ std::optional<RepairedText> FindRepair(FailedText const &failed) {
         repaired = std::move(next);
     }
     return repaired;
+}
+
+} // namespace
+
+std::optional<Mistake> FindSlip(FailedText const &failed) {
+    std::optional<RepairedText> const repaired = FindRepair(failed);
+    if (!repaired)
+        return std::nullopt;
+    Mistake slip{{failed.Place(), 1}, repaired->why};
+    bool const isMended = repaired->outcome.parsed;
+    if (isMended && repaired->text.size() <= kLongestShown)
+        slip.hint += "; write " + Utf8Of(repaired->text);
+    if (isMended)
+        return slip;
+    FailedText const left{repaired->text, failed.settings, repaired->outcome};
+    if (left.Fault() != lib::ParseFaultKind::kZeroDivisor && left.Fault() != lib::ParseFaultKind::kExponent)
+        return std::nullopt;
+    bool const isExponent = left.Fault() == lib::ParseFaultKind::kExponent;
+    slip.hint += "; " + (isExponent ? FindExponent(left) : FindZeroDivisor(left))->hint;
+    return slip;
 }
 
 } // namespace zvi::app
