@@ -1,9 +1,11 @@
 // The whole road of MakeDrawingDomains on drawings that meet at their ends alone, beside the arrangement of CGAL and
 // the polygonizer of GEOS on the same segments; drawings in which the boxes of most curves meet, which must cost no
 // more than others; and the tests of many points beside GEOS's indexed one. Counters: milliseconds of processor time,
-// the ratio to each peer, the growth exponent against the size before, nanoseconds of a query.
+// the ratio to each peer, the growth exponent against the size before, nanoseconds of a query, and megabytes of memory
+// at the peak.
 
 #include "bench/DomainBenchPeers.h"
+#include "bench/ResidentMemory.h"
 
 #include "zvi/curves/PreparedPolygon.h"
 #include "zvi/drawing/DomainLocator.h"
@@ -154,6 +156,44 @@ Curves LinesThroughOnePoint(int count) {
     return curves;
 }
 
+/// Lines on one line between any two of its points.
+Curves OverlappingLines(int count) {
+    std::mt19937 random(kSeed);
+    std::uniform_real_distribution<double> place(0.0, 1000.0);
+    Curves curves;
+    for (int i = 0; i < count; ++i) {
+        double const from = place(random);
+        AddLine(curves, from, 0, place(random), 0);
+    }
+    return curves;
+}
+
+/// Arcs of one circle between any two of its points.
+Curves OverlappingArcs(int count) {
+    std::mt19937 random(kSeed);
+    std::uniform_real_distribution<double> angle(0.0, kTurn);
+    Curves curves;
+    for (int i = 0; i < count; ++i) {
+        double const a = angle(random), b = angle(random);
+        AddLine(curves, 100 * std::cos(a), 100 * std::sin(a), 100 * std::cos(b), 100 * std::sin(b));
+        curves.back().type = DrawingCurveType::kArc;
+        curves.back().radius = 100;
+    }
+    return curves;
+}
+
+/// Raw lines between any two points of a square.
+Curves CrossingLines(int count) {
+    std::mt19937 random(kSeed);
+    std::uniform_real_distribution<double> place(0.0, 1000.0);
+    Curves curves;
+    for (int i = 0; i < count; ++i) {
+        double const x1 = place(random), y1 = place(random), x2 = place(random);
+        AddLine(curves, x1, y1, x2, place(random));
+    }
+    return curves;
+}
+
 std::map<std::string, std::pair<int, double>> lastTimes;
 
 /// Runs the drawing and counts time and growth; returns the seconds of the best run.
@@ -172,6 +212,7 @@ double Run(benchmark::State &state, std::string const &kind, Curves const &curve
             std::log(best / before->second.second) / std::log(static_cast<double>(size) / before->second.first);
     lastTimes[kind] = {size, best};
     state.counters["ms"] = 1e3 * best;
+    state.counters["mb"] = 1e-6 * PeakBytesOf([&] { benchmark::DoNotOptimize(lib::MakeDrawingDomains(curves)); });
     return best;
 }
 
@@ -180,7 +221,9 @@ void RunBesidePeers(benchmark::State &state, std::string const &kind, Curves con
     std::vector<Segment> segments;
     for (DrawingCurve const &c : curves)
         segments.push_back({c.start.x, c.start.y, c.end.x, c.end.y});
-    FaceRun const cgal = RunCgalArrangement(segments), geos = RunGeosPolygonize(segments);
+    FaceRun cgal, geos;
+    state.counters["cgal_mb"] = 1e-6 * PeakBytesOf([&] { cgal = RunCgalArrangement(segments); });
+    state.counters["geos_mb"] = 1e-6 * PeakBytesOf([&] { geos = RunGeosPolygonize(segments); });
     state.counters["cgal/zvi"] = cgal.seconds / seconds;
     state.counters["geos/zvi"] = geos.seconds / seconds;
     if (geos.faces != domains)
@@ -203,26 +246,41 @@ void RoadOfNestedSquares(benchmark::State &state) {
     RunBesidePeers(state, "nested squares", NestedSquares(count), static_cast<std::size_t>(count));
 }
 
+void RoadOfCrossingLines(benchmark::State &state) {
+    Curves const curves = CrossingLines(static_cast<int>(state.range(0)));
+    Run(state, "crossing lines", curves, lib::MakeDrawingDomains(curves).domains.size());
+}
+
 struct Cliff {
     char const *name;
     Curves (*draw)(int);
-    int perCurve;  ///< domains for each of the curves asked for
-    int remaining; ///< and besides
+    int perCurve;             ///< domains for each of the curves asked for
+    int remaining;            ///< and besides
+    bool meetsAtEnds = false; ///< so that the peers can do it
 };
+
+/// Peers are asked up to so many curves.
+constexpr int kMostForPeers = 5000;
 
 constexpr Cliff kCliffs[] = {{"hatching", Hatching, 1, 1},
                              {"concentric circles", ConcentricCircles, 1, 0},
                              {"spiral", Spiral, 0, 0},
-                             {"fan", Fan, 0, 0},
-                             {"thin triangles", ThinTriangles, 1, 0},
-                             {"squares in a huge frame", SquaresInHugeFrame, 1, 1},
+                             {"fan", Fan, 0, 0, true},
+                             {"thin triangles", ThinTriangles, 1, 0, true},
+                             {"squares in a huge frame", SquaresInHugeFrame, 1, 1, true},
+                             {"overlapping lines", OverlappingLines, 0, 0},
+                             {"overlapping arcs of one circle", OverlappingArcs, 0, 1},
                              {"lines through one point", LinesThroughOnePoint, 0, 0}};
 
 void CliffOf(benchmark::State &state) {
     Cliff const &cliff = kCliffs[state.range(0)];
     int const count = static_cast<int>(state.range(1));
     state.SetLabel(cliff.name);
-    Run(state, cliff.name, cliff.draw(count), static_cast<std::size_t>(cliff.perCurve * count + cliff.remaining));
+    std::size_t const domains = static_cast<std::size_t>(cliff.perCurve * count + cliff.remaining);
+    if (cliff.meetsAtEnds && count <= kMostForPeers)
+        RunBesidePeers(state, cliff.name, cliff.draw(count), domains);
+    else
+        Run(state, cliff.name, cliff.draw(count), domains);
 }
 
 std::vector<lib::DrawingPoint> RandomPoints(double low, double high) {
@@ -264,11 +322,11 @@ std::pair<double, int> TimeGeosPrepared(std::vector<lib::T_POINT2D> const &ring,
     return {1e9 * seconds / kQueries, held};
 }
 
-/// A round polygon whose vertices lie a little in and out.
+/// A round polygon whose vertices lie in and out, by as many hundredths at most as the second argument says.
 void PointsInPolygon(benchmark::State &state) {
     int const count = static_cast<int>(state.range(0));
     std::mt19937 random(kSeed);
-    std::uniform_real_distribution<double> radius(0.99, 1.0);
+    std::uniform_real_distribution<double> radius(1.0 - 0.01 * static_cast<double>(state.range(1)), 1.0);
     std::vector<lib::T_POINT2D> ring;
     for (int i = 0; i < count; ++i) {
         double const r = radius(random), angle = kTurn * i / count;
@@ -317,12 +375,13 @@ void PointsInDomains(benchmark::State &state) {
 BENCHMARK(RoadOfGrid)->Arg(100)->Arg(300)->Unit(benchmark::kMillisecond);
 BENCHMARK(RoadOfMesh)->Arg(20000)->Arg(200000)->Unit(benchmark::kMillisecond);
 BENCHMARK(RoadOfNestedSquares)->Arg(500)->Arg(2000)->Unit(benchmark::kMillisecond);
+BENCHMARK(RoadOfCrossingLines)->Arg(300)->Arg(600)->Unit(benchmark::kMillisecond);
 BENCHMARK(CliffOf)
     ->ArgsProduct({benchmark::CreateDenseRange(0, std::size(kCliffs) - 2, 1), {5000, 50000}})
     ->ArgsProduct({{std::size(kCliffs) - 1}, {5000, 25000}})
     ->Unit(benchmark::kMillisecond)
     ->Iterations(1);
-BENCHMARK(PointsInPolygon)->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(PointsInPolygon)->ArgsProduct({{1000, 100000}, {1, 50}})->Unit(benchmark::kMillisecond);
 BENCHMARK(PointsInDomains)->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond);
 
 } // namespace

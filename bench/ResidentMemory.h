@@ -2,7 +2,9 @@
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <fstream>
+#include <string>
 
 #if defined(__GLIBC__)
 #include <malloc.h>
@@ -29,6 +31,20 @@ void CountBytes(benchmark::State &state, Make make) {
     auto const made = make();
     benchmark::DoNotOptimize(made.get());
     state.counters["bytes"] = (ResidentBytes() - before) / static_cast<double>(state.range(0));
+}
+
+/// Bytes by which the process has grown at most while `run` ran, 0 where the machine does not tell.
+template <typename Run>
+double PeakBytesOf(Run run) {
+    double const before = ResidentBytes();
+    std::ofstream("/proc/self/clear_refs") << 5; // forgets the peak so far
+    run();
+    std::ifstream file("/proc/self/status");
+    double kilobytes = 0.0;
+    for (std::string word; file >> word;)
+        if (word == "VmHWM:")
+            file >> kilobytes;
+    return std::max(0.0, 1024.0 * kilobytes - before);
 }
 
 } // namespace zvi::bench

@@ -40,8 +40,9 @@ int CutAtStart(DividedDrawing &drawing, int edge, DrawingCurve const &c) {
     return second;
 }
 
-/// Cuts what runs past the start of a circle there, so that fractions of circles are below 1.
-void CutCirclesAtStarts(DividedDrawing &drawing, std::vector<DrawingCurve> const &curves) {
+/// Cuts what runs past the start of a circle there, so that fractions of circles are below 1. Returns whether there was
+/// anything.
+bool CutCirclesAtStarts(DividedDrawing &drawing, std::vector<DrawingCurve> const &curves) {
     int const count = drawing.map.EdgeCount();
     std::vector<int> second(Index(count), -1);
     for (int e = 0; e < count; ++e) {
@@ -59,6 +60,7 @@ void CutCirclesAtStarts(DividedDrawing &drawing, std::vector<DrawingCurve> const
             more.edge = second[Index(more.edge)];
             drawing.dropped.push_back(more);
         }
+    return drawing.map.EdgeCount() > count;
 }
 
 /// What must hold at the end: the map is planar, its edges meet at their ends to the last bit, each bounded face has a
@@ -94,6 +96,7 @@ DividedDrawing DivideDrawing(std::vector<DrawingCurve> const &curves, DrawingOpt
                            {},
                            arrangement.snap,
                            {},
+                           {},
                            {}};
     double const tolerance = std::max(drawing.curves.tolerance, kThinInSnaps * drawing.snap);
     ContractShortEdges(drawing.map, tolerance, drawing.snap, drawing.curves.landmarks);
@@ -103,9 +106,10 @@ DividedDrawing DivideDrawing(std::vector<DrawingCurve> const &curves, DrawingOpt
     drawing.map.ForgetBorders();
     drawing.positions =
         FitEdges(drawing.map, drawing.snap, SameDistance(tolerance, drawing.snap), drawing.curves.landmarks);
-    DropEmptyFaces(drawing.map, drawing.snap, SameDistance(tolerance, drawing.snap), drawing.curves.landmarks,
-                   drawing.dropped);
-    CutCirclesAtStarts(drawing, curves);
+    drawing.walks = DropEmptyFaces(drawing.map, drawing.snap, SameDistance(tolerance, drawing.snap),
+                                   drawing.curves.landmarks, drawing.dropped);
+    if (CutCirclesAtStarts(drawing, curves))
+        drawing.walks = WalkFaces(drawing.map);
     drawing.alongCurves = EdgesAlongCurves(drawing.map);
     AbsorbContracted(drawing.map, drawing.alongCurves, drawing.vanished);
     assert(!options.split || IsSound(drawing.map, drawing.snap));

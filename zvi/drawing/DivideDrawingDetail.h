@@ -20,6 +20,7 @@ struct DividedDrawing {
     std::vector<DrawingPoint> positions; ///< of each place that stands for a cluster, where that is put
     double snap = 0.0;                   ///< distance below which two places are one
     CoveredCounts covered;
+    FaceWalks walks;              ///< along the faces of the map
     std::vector<int> alongCurves; ///< the edges of curves, whatever their state, by these and along each
 };
 

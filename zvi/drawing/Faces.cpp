@@ -128,8 +128,7 @@ Face FaceOf(std::vector<Loop> loops) {
 
 } // namespace
 
-std::vector<Face> FindFaces(PlanarMap const &map, double snap) {
-    FaceWalks const walks = WalkFaces(map);
+std::vector<Face> FindFaces(PlanarMap const &map, FaceWalks const &walks, double snap) {
     PlaceOrder const order(map, snap);
     LoopSplitter splitter(map, order);
     std::vector<int> const parents = NestOutsides(map, walks, snap);

@@ -25,7 +25,7 @@ DrawingResult MakeDrawingDomains(std::vector<DrawingCurve> const &curves, Drawin
     using namespace drawing;
     DividedDrawing const drawing =
         DivideDrawing(curves, options, [&progress](double done) { progress(kDivided * done); });
-    std::vector<Face> const faces = FindFaces(drawing.map, drawing.snap);
+    std::vector<Face> const faces = FindFaces(drawing.map, drawing.walks, drawing.snap);
     progress(kFacesFound);
     DrawingResult result = ReportDomains(drawing, faces, curves, options.keepDuplicates);
     progress(kReported);

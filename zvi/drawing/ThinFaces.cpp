@@ -345,11 +345,11 @@ void CollapseThinFaces(PlanarMap &map, double tolerance, double snap, Landmarks 
     }
 }
 
-void DropEmptyFaces(PlanarMap &map, double snap, double same, Landmarks const &landmarks,
-                    std::vector<DroppedEdge> &dropped) {
-    for (bool any = true; any;) {
-        any = false;
-        FaceWalks const faces = WalkFaces(map);
+FaceWalks DropEmptyFaces(PlanarMap &map, double snap, double same, Landmarks const &landmarks,
+                         std::vector<DroppedEdge> &dropped) {
+    for (;;) {
+        bool any = false;
+        FaceWalks faces = WalkFaces(map);
         std::vector<bool> isTouched(faces.walks.size(), false);
         auto const isEmpty = [&](FaceWalk const &face) { return face.area <= 0.5 * snap * face.perimeter; };
         for (int const face : ThinnestFirst(map, faces, same, landmarks, isEmpty)) {
@@ -367,8 +367,9 @@ void DropEmptyFaces(PlanarMap &map, double snap, double same, Landmarks const &l
             dropped.push_back({edge});
             any = true;
         }
-        if (any)
-            SetAsideUnboundingEdges(map);
+        if (!any)
+            return faces;
+        SetAsideUnboundingEdges(map);
     }
 }
 

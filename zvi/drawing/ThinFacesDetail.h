@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zvi/drawing/FaceWalkDetail.h"
 #include "zvi/drawing/PlanarMapDetail.h"
 #include "zvi/drawing/ShortestFirstDetail.h"
 
@@ -23,8 +24,9 @@ void CollapseThinFaces(PlanarMap &map, double tolerance, double snap, Landmarks 
                        std::vector<DroppedEdge> &dropped);
 
 /// Drops an edge of each face whose area is not above `snap` times half its border, the emptiest first (but for
-/// `same`, where the landmarks settle it), again and again, so that what is left encloses something.
-void DropEmptyFaces(PlanarMap &map, double snap, double same, Landmarks const &landmarks,
-                    std::vector<DroppedEdge> &dropped);
+/// `same`, where the landmarks settle it), again and again, so that what is left encloses something. Returns the walks
+/// of what is left.
+FaceWalks DropEmptyFaces(PlanarMap &map, double snap, double same, Landmarks const &landmarks,
+                         std::vector<DroppedEdge> &dropped);
 
 } // namespace zvi::lib::drawing
