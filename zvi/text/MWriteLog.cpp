@@ -130,6 +130,7 @@ void MWriteLog::WriteLine(wchar_t const *text) {
     WriteBytes(line += '\n');
 }
 
+// NOLINTBEGIN(performance-unnecessary-value-param): the signatures are those that callers know
 int MWriteLog::WriteMsg(CString source, CString text) {
     return m_pFile ? WriteBytes(LineOf(kMessage, source.GetString(), text.GetString())) : 0;
 }
@@ -141,6 +142,7 @@ int MWriteLog::WriteError(CString source, CString text) {
 int MWriteLog::WriteWarning(CString source, CString text) {
     return m_pFile ? WriteBytes(LineOf(kWarning, source.GetString(), text.GetString())) : 0;
 }
+// NOLINTEND(performance-unnecessary-value-param)
 
 CString MWriteLog::GetTimeString() {
     host::CalendarTime const now = host::LocalTime();
