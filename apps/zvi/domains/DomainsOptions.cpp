@@ -65,8 +65,8 @@ void Describe(CLI::App &app, DomainsOptions &options, RawOptions &raw) {
         ->type_name("T");
     app.add_option(
            "--chord-error", raw.chordError,
-           "Largest distance of a flattened curve from its chords, in drawing units (a quarter of --join, or 1e-4 of "
-           "its size where that is less)")
+           "Largest distance of a flattened curve from its chords, in drawing units (a quarter of --join or of its "
+           "default, whichever is less, and at most 1e-4 of the curve's size)")
         ->type_name("E");
     app.add_flag("--no-split", raw.noSplit, "Do not cut curves where they meet");
     app.add_flag("--keep-duplicates", options.drawing.keepDuplicates, "Keep curves that lie on one another");
