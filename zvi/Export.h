@@ -11,5 +11,6 @@
 #define ZVI_API __declspec(dllimport)
 #endif
 #else
+/// Marks what other programs may call.
 #define ZVI_API __attribute__((visibility("default")))
 #endif

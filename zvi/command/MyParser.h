@@ -16,8 +16,7 @@ public:
     MyParser(MyParser const &) = delete;
     MyParser &operator=(MyParser const &) = delete;
 
-    // The entries of `Parser`, each of which says there what it does.
-
+    /// The entry of this name of `Parser`.
     void SetPreModePosNOp(int mode) { m_parser->SetPreModePosNOp(mode); }
     int _Parsing(CString const &text) { return m_parser->_Parsing(text); }
     int ParsingPositionArg(CString const &text) { return m_parser->ParsingPositionArg(text); }
@@ -41,12 +40,14 @@ public:
         return m_parser->ParsingPositionNOp(text, x, y, z, op);
     }
 
+    /// What the entry of this name of `Parser` gives.
     int GetPositionData(double &x, double &y, double &z) { return m_parser->GetPositionData(x, y, z); }
     int Get2NumberData(double &a, double &b) { return m_parser->Get2NumberData(a, b); }
     int GetNumberData(double &value) { return m_parser->GetNumberData(value); }
     int GetINumberData(int &value) { return m_parser->GetINumberData(value); }
     int AddDoubleVar(char *name, double value) { return m_parser->AddDoubleVar(name, value); }
 
+    /// What the entry of this name of `Parser` gives or sets.
     VMCommand *GetResult() { return m_parser->GetResult(); }
     int GetGridArgNum() const { return m_parser->GetGridArgNum(); }
     unsigned int GetOpCode() const { return m_parser->GetOpCode(); }

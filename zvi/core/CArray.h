@@ -14,6 +14,7 @@
 template <typename T>
 class CArray {
 public:
+    /// The type of the elements.
     using value_type = T;
 
     /// No elements, no allocation.

@@ -13,6 +13,7 @@
 template <typename K, typename V>
 class CMap {
 public:
+    /// A pair, and the types that containers have.
     using Entry = std::pair<K const, V>;
     using value_type = Entry;
     using iterator = typename std::list<Entry>::iterator;

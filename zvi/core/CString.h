@@ -167,6 +167,7 @@ private:
 /// Texts that are equal hash alike.
 template <>
 struct std::hash<CString> {
+    /// The hash of its characters.
     std::size_t operator()(CString const &text) const noexcept {
         return std::hash<std::wstring_view>()(
             std::wstring_view(text.GetString(), static_cast<std::size_t>(text.GetLength())));

@@ -28,6 +28,7 @@ namespace zvi {
 template <typename T>
 class MArray {
 public:
+    /// The type of the elements.
     using value_type = T;
 
     /// No elements, no allocation.

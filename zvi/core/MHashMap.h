@@ -40,6 +40,7 @@ public:
     template <bool IsConst>
     class BasicIterator {
     public:
+        /// What algorithms ask of an iterator.
         using iterator_category = std::forward_iterator_tag;
         using value_type = Entry;
         using difference_type = std::ptrdiff_t;
@@ -84,6 +85,7 @@ public:
         Node *m_node = nullptr;
     };
 
+    /// The types that containers have.
     using value_type = Entry;
     using iterator = BasicIterator<false>;
     using const_iterator = BasicIterator<true>;

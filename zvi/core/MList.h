@@ -35,6 +35,7 @@ public:
     template <bool IsConst>
     class BasicIterator {
     public:
+        /// What algorithms ask of an iterator.
         using iterator_category = std::forward_iterator_tag;
         using value_type = T;
         using difference_type = std::ptrdiff_t;
@@ -46,8 +47,10 @@ public:
         /// At `node`; at the end for null.
         explicit BasicIterator(Node *node) : m_node(node) {}
 
+        /// The element, which there is none of at the end.
         reference operator*() const { return m_node->element; }
         pointer operator->() const { return std::addressof(m_node->element); }
+        /// Goes on to the next element.
         BasicIterator &operator++() {
             m_node = m_node->next;
             return *this;
@@ -57,12 +60,14 @@ public:
             ++*this;
             return before;
         }
+        /// Whether both are at the same element, or both at the end.
         friend bool operator==(BasicIterator, BasicIterator) = default;
 
     private:
         Node *m_node = nullptr;
     };
 
+    /// The types that containers have.
     using value_type = T;
     using iterator = BasicIterator<false>;
     using const_iterator = BasicIterator<true>;

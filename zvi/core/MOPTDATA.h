@@ -12,6 +12,7 @@
 /// One option value: a keyword, and a value whose text form goes to and comes from storage. This base holds no value.
 class ZVI_API MOPTDATA {
 public:
+    /// The keyword under which the value is stored.
     virtual void SetKeyWord(CString &keyword);
     virtual CString GetKeyWord();
 

@@ -12,6 +12,7 @@ namespace zvi::lib {
 /// under its category for as long as the process runs.
 class ZVI_API MOptionData {
 public:
+    /// Which way values go.
     enum OPTION_IOTYPE { OPTION_READ = 0, OPTION_WRITE = 1 };
 
     virtual ~MOptionData();

@@ -26,6 +26,7 @@ public:
     virtual int GetCategoryData(CString category, OptionCategory **out);
 
 protected:
+    /// For classes derived from it alone.
     MOptionRW() = default;
     MOptionRW(MOptionRW const &) = default;
     MOptionRW &operator=(MOptionRW const &) = default;

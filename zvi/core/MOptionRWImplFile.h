@@ -26,7 +26,7 @@ namespace zvi::lib {
 /// other's settings.
 class ZVI_API MOptionRWImplFile : public MOptionRW {
 public:
-    /// The file `TEKOSetting.cfg` in the folder Zorvi\Ormeline of the user's documents, which is made when it is
+    /// The file `TEKOSetting.cfg` in the folder `Zorvi\Ormeline` of the user's documents, which is made when it is
     /// absent, together with its folders.
     MOptionRWImplFile();
     /// The file `name` in a folder; in the program's own when `folder` is empty. Nothing is made or written yet.

@@ -11,6 +11,7 @@ namespace zvi::lib {
 /// "OPT_ANAL_CTRL".
 class ZVI_API OptionAnalCtrl : public MOptionData {
 public:
+    /// The category, as `GetCategory` gives it.
     static constexpr wchar_t kCategory[] = L"OPT_ANAL_CTRL";
 
     /// The values of the group.
@@ -24,7 +25,7 @@ public:
     int InitOption() override;
     CString GetCategory() override;
 
-    Values m_values;
+    Values m_values; ///< in force
 };
 
 } // namespace zvi::lib

@@ -11,6 +11,7 @@ namespace zvi::lib {
 /// files of users.
 class ZVI_API OptionGenTol : public MOptionData {
 public:
+    /// The category, as `GetCategory` gives it.
     static constexpr wchar_t kCategory[] = L"OPT_GEN_TOLERENCE";
 
     /// The values of the group.
@@ -25,7 +26,7 @@ public:
     int InitOption() override;
     CString GetCategory() override;
 
-    Values m_values;
+    Values m_values; ///< in force
 };
 
 } // namespace zvi::lib

@@ -31,7 +31,9 @@ public:
 class ZVI_API MOPTINT : public zvi::lib::core::OptionValue<std::int32_t> {
 public:
     using OptionValue::operator=;
+    /// Sets the value from its text form.
     void SetType(CString &text) override;
+    /// The value's text form.
     CString GetType() override;
 };
 
@@ -49,6 +51,7 @@ public:
 class ZVI_API MOPTDOUBLE : public zvi::lib::core::OptionValue<double> {
 public:
     using OptionValue::operator=;
+    /// Sets the value from its text form.
     void SetType(CString &text) override;
     /// Six significant digits, and blanks behind them up to twelve columns: deliberate, and settings files in use look
     /// so. Who reads the text back trims it.
@@ -59,6 +62,7 @@ public:
 class ZVI_API MOPTFLOAT : public zvi::lib::core::OptionValue<float> {
 public:
     using OptionValue::operator=;
+    /// Sets the value from its text form.
     void SetType(CString &text) override;
     /// Six digits behind the point: "0.500000".
     CString GetType() override;
@@ -68,7 +72,9 @@ public:
 class ZVI_API MOPTSTRING : public zvi::lib::core::OptionValue<CString> {
 public:
     using OptionValue::operator=;
+    /// Sets the value from its text form.
     void SetType(CString &text) override;
+    /// The value's text form.
     CString GetType() override;
 };
 

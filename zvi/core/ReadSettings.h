@@ -25,11 +25,12 @@ inline constexpr std::size_t kLongestSettingsLine = 1023;
 
 /// What one line of a settings file says.
 struct SettingsLine {
+    /// What a line can say.
     enum class Kind { kNothing, kCategory, kValue };
 
-    Kind kind = Kind::kNothing;
-    std::wstring_view name;  ///< of the category or the keyword; a part of the text that was read
-    std::wstring_view value; ///< of the keyword
+    Kind kind = Kind::kNothing; ///< what it says
+    std::wstring_view name;     ///< of the category or the keyword; a part of the text that was read
+    std::wstring_view value;    ///< of the keyword
 };
 
 /// Reads one line.
@@ -45,7 +46,7 @@ enum class SettingsEnd {
 
 /// A line that says something, and where it stands.
 struct SettingsPlace {
-    SettingsLine line;
+    SettingsLine line;          ///< what it says
     std::wstring_view category; ///< in which it stands; its own for a header
     int number = 0;             ///< of the line, from 1
 };

@@ -19,6 +19,7 @@ public:
     /// Keeps a copy of the vertices.
     explicit PreparedPolygon(MArray<T_POINT2D> const &polygon);
     ~PreparedPolygon();
+    /// Takes over what `other` has, which holds nothing from then on.
     PreparedPolygon(PreparedPolygon &&other) noexcept;
     PreparedPolygon &operator=(PreparedPolygon &&other) noexcept;
 

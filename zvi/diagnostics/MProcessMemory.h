@@ -12,6 +12,7 @@ namespace zvi {
 /// made; objects made before that stay inert, and tell no use.
 class ZVI_API MProcessMemory {
 public:
+    /// Begins to look at the memory; the label stands in the report.
     explicit MProcessMemory(wchar_t const *label);
     virtual ~MProcessMemory();
     MProcessMemory(MProcessMemory const &) = delete;

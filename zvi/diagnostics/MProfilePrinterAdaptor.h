@@ -18,6 +18,7 @@ public:
     virtual void Close();
 
 protected:
+    /// For classes derived from it alone.
     MProfilePrinterAdaptor() = default;
     MProfilePrinterAdaptor(MProfilePrinterAdaptor const &) = default;
     MProfilePrinterAdaptor &operator=(MProfilePrinterAdaptor const &) = default;

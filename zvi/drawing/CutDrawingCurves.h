@@ -11,7 +11,7 @@ namespace zvi::lib {
 struct DrawingPieces {
     std::vector<DrawingPiece> pieces;       ///< along the direction of their curves, none reversed
     std::vector<DrawingLeftover> leftovers; ///< duplicates, curves without length, unsupported ones
-    DrawingCounts counts;
+    DrawingCounts counts;                   ///< how often each repair was made
 };
 
 /// The first half of MakeDrawingDomains by itself: joins ends, cuts the curves where they meet and drops duplicates, by

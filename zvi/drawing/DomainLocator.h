@@ -22,8 +22,10 @@ namespace zvi::lib {
 /// pieces on average. Making it takes n log n.
 class ZVI_API DomainLocator {
 public:
+    /// For these domains, which it copies what it needs of.
     explicit DomainLocator(std::vector<DrawingDomain> const &domains);
     ~DomainLocator();
+    /// Takes over what `other` has, which holds nothing from then on.
     DomainLocator(DomainLocator &&other) noexcept;
     DomainLocator &operator=(DomainLocator &&other) noexcept;
 

@@ -6,8 +6,8 @@ namespace zvi::lib {
 
 /// A point of the drawing plane, in drawing units.
 struct DrawingPoint {
-    double x = 0.0;
-    double y = 0.0;
+    double x = 0.0; ///< to the right
+    double y = 0.0; ///< upwards
 };
 
 /// What a curve is: a segment, a circular arc, or a full circle.
@@ -18,13 +18,13 @@ enum class DrawingCurveType { kLine, kArc, kCircle };
 /// `clockwise`; `radius` is the distance of its ends from the centre. A circle uses `center` and `radius` alone and is
 /// taken to start and end at (center.x + radius, center.y), counter-clockwise.
 struct DrawingCurve {
-    unsigned int id = 0;
-    DrawingCurveType type = DrawingCurveType::kLine;
-    DrawingPoint start{};
-    DrawingPoint end{};
-    DrawingPoint center{};
-    double radius = 0.0;
-    bool clockwise = false;
+    unsigned int id = 0;                             ///< the caller's
+    DrawingCurveType type = DrawingCurveType::kLine; ///< which of the fields count
+    DrawingPoint start{};                            ///< of a line or an arc
+    DrawingPoint end{};                              ///< of a line or an arc
+    DrawingPoint center{};                           ///< of an arc or a circle
+    double radius = 0.0;                             ///< of an arc or a circle
+    bool clockwise = false;                          ///< of an arc
 };
 
 /// Joining, cutting and dropping duplicates are on by default, and each can be switched off.
@@ -43,25 +43,25 @@ struct DrawingOptions {
 /// `reversed` says that the loop runs against it. `start`, `end` and `clockwise` are as the loop runs. A circle that no
 /// other curve cuts is one piece of type kCircle.
 struct DrawingPiece {
-    unsigned int curve = 0;
-    DrawingCurveType type = DrawingCurveType::kLine;
-    bool reversed = false;
-    double from = 0.0;
-    double to = 1.0;
-    DrawingPoint start{};
-    DrawingPoint end{};
-    DrawingPoint center{};
-    double radius = 0.0;
-    bool clockwise = false;
+    unsigned int curve = 0;                          ///< the id of the caller's curve
+    DrawingCurveType type = DrawingCurveType::kLine; ///< of the piece
+    bool reversed = false;                           ///< against the direction of the curve
+    double from = 0.0;                               ///< fraction of the curve's length
+    double to = 1.0;                                 ///< fraction of the curve's length
+    DrawingPoint start{};                            ///< as the loop runs
+    DrawingPoint end{};                              ///< as the loop runs
+    DrawingPoint center{};                           ///< of an arc or a circle
+    double radius = 0.0;                             ///< of an arc or a circle
+    bool clockwise = false;                          ///< of an arc, as the loop runs
 };
 
 /// A closed domain. `outer` runs counter-clockwise, every hole clockwise; pieces follow one another head to tail.
 /// `area` is net of the holes and exact for arcs; `perimeter` is the length of the outer loop and of all holes.
 struct DrawingDomain {
-    std::vector<DrawingPiece> outer;
-    std::vector<std::vector<DrawingPiece>> holes;
-    double area = 0.0;
-    double perimeter = 0.0;
+    std::vector<DrawingPiece> outer;              ///< counter-clockwise
+    std::vector<std::vector<DrawingPiece>> holes; ///< each clockwise
+    double area = 0.0;                            ///< net of the holes
+    double perimeter = 0.0;                       ///< of all loops
 };
 
 /// Why a piece of a curve bounds no domain.
@@ -75,17 +75,17 @@ enum class LeftoverReason {
 
 /// A piece of a curve that is part of no domain's border.
 struct DrawingLeftover {
-    DrawingPiece piece;
-    LeftoverReason reason = LeftoverReason::kDangle;
+    DrawingPiece piece;                              ///< what is left over
+    LeftoverReason reason = LeftoverReason::kDangle; ///< why
 };
 
 /// A loose end that misses another curve: `curves[0]` ends at `at`, and `curves[1]` passes or ends at `distance` from
 /// it, at most a hundredth of the drawing's size. A join tolerance of `closingTolerance` would close the gap.
 struct DrawingGap {
-    DrawingPoint at{};
-    double distance = 0.0;
-    unsigned int curves[2] = {0, 0};
-    double closingTolerance = 0.0;
+    DrawingPoint at{};               ///< the loose end
+    double distance = 0.0;           ///< that it misses the other curve by
+    unsigned int curves[2] = {0, 0}; ///< ids: whose end it is, and which it misses
+    double closingTolerance = 0.0;   ///< that would close it
 };
 
 /// How often each repair was made.
@@ -98,10 +98,10 @@ struct DrawingCounts {
 /// Everything that one drawing gives. Domains stand from left to right, by the places where their outer
 /// loops begin; MakeDrawingDomains.h says more.
 struct DrawingResult {
-    std::vector<DrawingDomain> domains;
-    std::vector<DrawingLeftover> leftovers;
-    std::vector<DrawingGap> gaps; ///< nearest first, each once
-    DrawingCounts counts;
+    std::vector<DrawingDomain> domains;     ///< from left to right
+    std::vector<DrawingLeftover> leftovers; ///< what bounds no domain
+    std::vector<DrawingGap> gaps;           ///< nearest first, each once
+    DrawingCounts counts;                   ///< how often each repair was made
 };
 
 } // namespace zvi::lib

@@ -21,6 +21,7 @@ public:
     virtual int TextWidth(wchar_t const *text);
 
 protected:
+    /// For classes derived from it alone.
     CDC() = default;
     CDC(CDC const &) = default;
     CDC &operator=(CDC const &) = default;

@@ -20,6 +20,7 @@ public:
         kDiskFull      ///< no room is left
     };
 
+    /// Of no known cause, or of one with the host's number.
     CFileException() = default;
     CFileException(Cause cause, int systemError) noexcept : m_cause(cause), m_systemError(systemError) {}
 

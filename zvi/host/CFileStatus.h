@@ -16,10 +16,10 @@ struct CFileStatus {
         archive = 0x20,
     };
 
-    std::int64_t m_ctime = 0; ///< made; on POSIX the last change of its entry
-    std::int64_t m_mtime = 0; ///< written
-    std::int64_t m_atime = 0; ///< read
-    std::uint64_t m_size = 0; ///< bytes; 0 for a folder
-    std::uint8_t m_attribute = normal;
-    std::wstring m_szFullName; ///< absolute, in the library's form
+    std::int64_t m_ctime = 0;          ///< made; on POSIX the last change of its entry
+    std::int64_t m_mtime = 0;          ///< written
+    std::int64_t m_atime = 0;          ///< read
+    std::uint64_t m_size = 0;          ///< bytes; 0 for a folder
+    std::uint8_t m_attribute = normal; ///< bits of `Attribute`
+    std::wstring m_szFullName;         ///< absolute, in the library's form
 };

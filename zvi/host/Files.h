@@ -15,7 +15,7 @@ namespace zvi::host {
 
 /// An entry of a folder.
 struct FoundFile {
-    std::wstring name;
+    std::wstring name;       ///< without the folder
     std::uint8_t attributes; ///< bits of `CFileStatus::Attribute`
 };
 
@@ -53,11 +53,11 @@ ZVI_API bool RenameFile(std::wstring_view from, std::wstring_view to);
 
 /// What a link to a file or folder holds. On POSIX all but the target is left out.
 struct Shortcut {
-    std::wstring target;
-    std::wstring arguments = {};
-    std::wstring workingFolder = {};
-    std::wstring description = {};
-    std::wstring icon = {};
+    std::wstring target;             ///< where it leads
+    std::wstring arguments = {};     ///< for a program that it starts
+    std::wstring workingFolder = {}; ///< of that program
+    std::wstring description = {};   ///< for the user
+    std::wstring icon = {};          ///< the file of its picture
 };
 
 /// Makes a link, in place of a link that is there; anything else that is there stays, and the answer is false. On

@@ -45,7 +45,9 @@ ZVI_API std::optional<std::chrono::milliseconds> NextTimerDue(TimerClock::time_p
 
 /// Timers of an application that keeps them itself.
 struct TimerHook {
+    /// As `StartTimer`.
     std::function<std::uint64_t(std::uint64_t id, unsigned int milliseconds, TimerProcedure procedure)> start;
+    /// As `StopTimer`.
     std::function<bool(std::uint64_t id)> stop;
 };
 

@@ -7,10 +7,10 @@
 struct tagRECT;
 #else
 struct tagRECT {
-    int left;
-    int top;
-    int right;
-    int bottom;
+    int left;   ///< x of the left side
+    int top;    ///< y of the upper side
+    int right;  ///< x of the right side
+    int bottom; ///< y of the lower side
 };
 #endif
 

@@ -24,6 +24,7 @@ public:
     static void SetInstance(IProgressBar *bar);
 
 protected:
+    /// For classes derived from it alone.
     IProgressBar() = default;
     IProgressBar(IProgressBar const &) = default;
     IProgressBar &operator=(IProgressBar const &) = default;

@@ -29,6 +29,7 @@ public:
     static void NotifyUnitChange(CDocument *document);
 
 protected:
+    /// For classes derived from it alone.
     IUnitListener() = default;
     IUnitListener(IUnitListener const &) = default;
     IUnitListener &operator=(IUnitListener const &) = default;

@@ -20,6 +20,7 @@ public:
     virtual double CalcDist(double const *point, std::uint64_t value) const = 0;
 
 protected:
+    /// For classes derived from it alone.
     ICalcDist() = default;
     ICalcDist(ICalcDist const &) = default;
     ICalcDist &operator=(ICalcDist const &) = default;

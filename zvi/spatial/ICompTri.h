@@ -16,6 +16,7 @@ public:
     virtual int GetTriangle(void *item, float *a, float *b, float *c, float *normal) = 0;
 
 protected:
+    /// For classes derived from it alone.
     ICompTri() = default;
     ICompTri(ICompTri const &) = default;
     ICompTri &operator=(ICompTri const &) = default;

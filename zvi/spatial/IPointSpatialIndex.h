@@ -34,6 +34,7 @@ public:
     virtual int ExistDuplicate(double const *const point, double tol, ICalcDist const *calc) const = 0;
 
 protected:
+    /// For classes derived from it alone.
     IPointSpatialIndex() = default;
     IPointSpatialIndex(IPointSpatialIndex const &) = default;
     IPointSpatialIndex &operator=(IPointSpatialIndex const &) = default;

@@ -45,9 +45,9 @@ public:
     virtual int GetType();
 
 protected:
-    std::uint64_t m_key = 0;
-    MOcMBR3D m_mbr;
-    MOcType m_type;
+    std::uint64_t m_key = 0; ///< the key
+    MOcMBR3D m_mbr;          ///< the box
+    MOcType m_type;          ///< the type and the status
 
 private:
     friend struct spatial::Access<spatial::OcSpace>;

@@ -19,6 +19,7 @@ public:
     }
 
 protected:
+    /// For classes derived from it alone.
     MPointSpatialIndex() = default;
     MPointSpatialIndex(MPointSpatialIndex const &) = default;
     MPointSpatialIndex &operator=(MPointSpatialIndex const &) = default;

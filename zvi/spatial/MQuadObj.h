@@ -46,9 +46,9 @@ public:
     virtual int GetType();
 
 protected:
-    unsigned int m_key = 0;
-    MQuadMBR2D m_mbr;
-    std::uint32_t m_typeAndStatus = 0x1fffffff;
+    unsigned int m_key = 0;                     ///< the key
+    MQuadMBR2D m_mbr;                           ///< the rectangle
+    std::uint32_t m_typeAndStatus = 0x1fffffff; ///< the type, and four bits of status above it
 
 private:
     friend struct spatial::Access<spatial::QuadSpace>;

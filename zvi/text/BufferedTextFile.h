@@ -46,13 +46,13 @@ protected:
     /// Appends the next line to `units` and gives the result of `ReadLine`.
     virtual int ScanLine(std::wstring &units) = 0;
 
-    std::uint32_t m_openFlags = 0;
-    std::unique_ptr<char[]> m_readBuffer; ///< made by the first read
-    std::int32_t m_bufferSize;            ///< in bytes; in units for UTF-16
-    std::int32_t m_validCount = 0;        ///< how far the buffer is filled, in what the size counts
-    std::int32_t m_readPosition = 0;      ///< the next place to scan
-    std::int32_t m_indent = 0;            ///< columns
-    std::int32_t m_indentStep = kIndentStep;
+    std::uint32_t m_openFlags = 0;           ///< as the file was opened
+    std::unique_ptr<char[]> m_readBuffer;    ///< made by the first read
+    std::int32_t m_bufferSize;               ///< in bytes; in units for UTF-16
+    std::int32_t m_validCount = 0;           ///< how far the buffer is filled, in what the size counts
+    std::int32_t m_readPosition = 0;         ///< the next place to scan
+    std::int32_t m_indent = 0;               ///< columns
+    std::int32_t m_indentStep = kIndentStep; ///< columns
 
 private:
     void NextLine();

@@ -21,6 +21,7 @@ class ZVI_API CTextFileWithBuffer {
 public:
     /// `bufferSize` is that of the reader, in bytes or units.
     explicit CTextFileWithBuffer(int bufferSize = 4096);
+    /// Shares the file.
     CTextFileWithBuffer(CTextFileWithBuffer const &other);
     CTextFileWithBuffer &operator=(CTextFileWithBuffer const &other);
     virtual ~CTextFileWithBuffer();
@@ -30,7 +31,8 @@ public:
     /// decides. Gives 1, or 0 when the file cannot be opened.
     int Open(wchar_t const *path, unsigned int flags, int unicode = 0);
 
-    // The operations of CTextFileBase. Before `Open` they answer as those of a multi-byte file that is not open.
+    /// The operation of this name of `CTextFileBase`. Before `Open` it answers as that of a multi-byte file that is not
+    /// open.
     void Close();
     int ReadString(CString &text);
     int ReadLine(CString &text);

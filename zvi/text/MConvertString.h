@@ -19,6 +19,7 @@ class ZVI_API MConvertString {
 public:
     virtual ~MConvertString();
 
+    /// A text of a code page as a wide one, and the other way round; page 0 is that of the system.
     static std::wstring MultiToWide(char const *text, int length = -1, unsigned int codePage = 0);
     static std::string WideToMulti(wchar_t const *text, int length = -1, unsigned int codePage = 0);
     /// `MultiToWide` as a `CString`. The name is spelled so.

@@ -51,6 +51,7 @@ public:
     /// What the host knows of it; `status` stays when there is nothing.
     int GetFileStatus(CFileStatus &status) const;
 
+    /// 1 when there is a file or folder at the path, else 0.
     static int FileExists(wchar_t const *path);
     /// Copies the bytes of a file. The target is made or overwritten; a copy that fails part-way leaves a part behind.
     /// A file is not copied onto itself.

@@ -16,6 +16,7 @@ class MessageFile;
 class ZVI_API MMSGParser {
 public:
     MMSGParser();
+    /// Copies the texts and the font.
     MMSGParser(MMSGParser const &other);
     MMSGParser &operator=(MMSGParser const &other);
     virtual ~MMSGParser();

@@ -56,7 +56,7 @@ public:
     int WriteError(CString source, CString text);
     int WriteWarning(CString source, CString text);
 
-    static MWriteLog *m_pInstance;
+    static MWriteLog *m_pInstance; ///< the log of the process, null without one
 
 protected:
     /// The local time as "2026-3-9 8:5:0": year, month, day, hour, minute, second without zeros in front.

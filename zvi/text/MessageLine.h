@@ -7,8 +7,8 @@ namespace zvi::lib {
 
 /// A text of a message catalogue and the key that it has there.
 struct MessageEntry {
-    CString key;
-    CString text;
+    CString key;  ///< by which the text is asked for
+    CString text; ///< what the user sees
 };
 
 /// Reads a line of a catalogue, such as KEY = "text"; false for one that defines nothing: a blank line and a comment,

@@ -17,6 +17,7 @@ public:
     ~Unicodecvt() override;
 
 protected:
+    /// What the base class asks of every conversion.
     result do_in(std::mbstate_t &state, char const *from, char const *fromEnd, char const *&fromNext, wchar_t *to,
                  wchar_t *toEnd, wchar_t *&toNext) const override;
     result do_out(std::mbstate_t &state, wchar_t const *from, wchar_t const *fromEnd, wchar_t const *&fromNext,
