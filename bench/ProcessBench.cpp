@@ -1,8 +1,9 @@
 // Child programs: short runs from start to last line, beside popen and posix_spawn; and the cost of the parse step a
 // byte, beside a plain split into lines.
 
+#include "tests/diagnostics/ParsedOutput.h"
+
 #include "zvi/diagnostics/MProcessMgr.h"
-#include "zvi/diagnostics/ProcessParserDetail.h"
 #include "zvi/host/Paths.h"
 
 #include <benchmark/benchmark.h>
