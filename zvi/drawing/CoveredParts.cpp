@@ -12,6 +12,9 @@ namespace {
 /// rounding is an eighth of it.
 constexpr double kOffCarrier = 0.5, kApart = 0.25;
 
+/// No more cuts than this are counted, so that those of the map can be added.
+constexpr std::size_t kMostCuts = std::size_t{1} << 30;
+
 /// Where the ends of contracted steps of a carrier are, and what else is counted along it.
 class Steps {
 public:
@@ -59,7 +62,7 @@ public:
         m_dropped.push_back({AddEdge(part, first, last, EdgeState::kDuplicate)});
         if (last < part.end)
             AddEdge(part, last, part.end, EdgeState::kContracted);
-        m_counts.cuts += static_cast<int>(kept) - 1;
+        m_counts.cuts = static_cast<int>(std::min(static_cast<std::size_t>(m_counts.cuts) + kept - 1, kMostCuts));
         ++m_passing[part.carrier][first + 1];
         --m_passing[part.carrier][last];
     }
