@@ -9,13 +9,11 @@
 
 #include <algorithm>
 #include <array>
+#include <numeric>
 
 namespace zvi::lib::drawing {
 
 namespace {
-
-/// The snap distance at first, in units of rounding: well above what the computed points miss their curves by.
-constexpr double kSnapInRoundings = 8.0;
 
 /// How much coarser each further try is.
 constexpr double kCoarser = 16.0;
@@ -25,6 +23,9 @@ constexpr double kDrawnInRoundings = 2.0;
 
 /// With every coordinate 0 there is no rounding, but a snap distance there must be.
 constexpr double kSmallestSnap = 1e-300;
+
+/// Where an end lies on another curve, the two do not cross anew within so many snap distances.
+constexpr double kAtContact = 16.0;
 
 /// A stretch of an arc that leaves a place and returns to it within this many snap distances is part of its neighbour.
 constexpr double kAbsorbed = 4.0;
@@ -119,11 +120,14 @@ private:
             m_incidences.push_back({other, place, 0.0});
     }
 
-    /// Whether the two curves do not part from one another between a meeting point and a contact of theirs.
+    /// Whether a meeting point of two curves is one of their contacts but for rounding, or they do not part from one
+    /// another between the two.
     bool IsContact(EdgePair pair, DrawingPoint meeting) const {
         Stretch const &a = EdgeAt(pair.first).stretch, &b = EdgeAt(pair.second).stretch;
-        return std::any_of(m_contacts.begin(), m_contacts.begin() + m_contactCount,
-                           [&](DrawingPoint contact) { return StayNear(a, b, contact, meeting, m_network.snap); });
+        return std::any_of(m_contacts.begin(), m_contacts.begin() + m_contactCount, [&](DrawingPoint contact) {
+            return Distance(contact, meeting) < kAtContact * m_network.snap ||
+                   StayNear(a, b, contact, meeting, m_network.snap);
+        });
     }
 
     void AddMeeting(EdgePair pair, DrawingPoint p) {
@@ -153,7 +157,7 @@ public:
     PlanarMap Make(bool keepStarts) {
         m_map.Reserve(m_network.edges.size() + m_incidences.size());
         std::vector<bool> const isStart = keepStarts ? std::vector<bool>() : BareStarts();
-        for (std::size_t e = 0; e < m_network.edges.size(); ++e) {
+        for (std::size_t const e : EdgeOrder()) {
             NetworkEdge const &edge = m_network.edges[e];
             Incidence const *first = m_incidences.data() + m_begins[e], *last = m_incidences.data() + m_begins[e + 1];
             if (m_carriers.CarrierOf(static_cast<int>(e)) >= 0)
@@ -168,6 +172,17 @@ public:
     }
 
 private:
+    /// The edges by their curves where several may ask for one stretch of a carrier, and connectors last.
+    std::vector<std::size_t> EdgeOrder() const {
+        std::vector<std::size_t> order(m_network.edges.size());
+        std::iota(order.begin(), order.end(), std::size_t{0});
+        auto const curveOf = [&](std::size_t e) { return static_cast<unsigned>(m_network.edges[e].stretch.curve); };
+        if (!m_carriers.IsEmpty())
+            std::stable_sort(order.begin(), order.end(),
+                             [&](std::size_t a, std::size_t b) { return curveOf(a) < curveOf(b); });
+        return order;
+    }
+
     /// The places at which one circle starts and nothing else is.
     std::vector<bool> BareStarts() const {
         std::vector<int> counts(m_network.places.Places().size(), 0);

@@ -16,8 +16,9 @@ constexpr double kShareOfCorner = 0.1;
 /// A foot whose place is taken by what it must not join stands by this share of the tolerance beside it.
 constexpr double kBeside = 1.0 / 64.0;
 
-/// Gaps of the first kind are closed before those of the second.
-enum GapKind { kLooseEnd, kCorner };
+/// Gaps of the first kind are closed before those of the second, and so on. Next to a gap no wider than nothing, the
+/// end is no loose one: how exactly the drawing is written does not tell.
+enum GapKind { kNothing, kLooseEnd, kCorner };
 
 /// A gap between a place and another place, or a curve, or between two curves.
 struct Gap {
@@ -34,8 +35,8 @@ struct Gap {
 class Connectors {
 public:
     Connectors(Network &network, double tolerance, Landmarks const &landmarks)
-        : m_network(network), m_tolerance(tolerance), m_landmarks(landmarks),
-          m_endCounts(network.places.Places().size(), 0), m_isOnCurve(m_endCounts.size(), false),
+        : m_network(network), m_tolerance(tolerance), m_same(SameDistance(tolerance, network.snap)),
+          m_landmarks(landmarks), m_endCounts(network.places.Places().size(), 0), m_isMet(m_endCounts.size(), false),
           m_edgeAt(m_endCounts.size(), -1), m_joined(network.places.Places()) {
         for (int i = 0; i < static_cast<int>(m_network.edges.size()); ++i)
             if (NetworkEdge const &e = EdgeAt(i); !e.stretch.IsFullTurn())
@@ -75,6 +76,11 @@ public:
         for (DrawingPoint const p : m_network.places.Places())
             near.Add(p);
         for (int place = 0; place < static_cast<int>(m_endCounts.size()); ++place)
+            near.ForEachNear(m_network.Place(place), m_same, [&](int other, double) {
+                if (place != other && IsEnd(place) && IsEnd(other))
+                    m_isMet[Index(place)] = true;
+            });
+        for (int place = 0; place < static_cast<int>(m_endCounts.size()); ++place)
             near.ForEachNear(m_network.Place(place), m_tolerance, [&](int other, double distance) {
                 if (place < other && IsEnd(place) && IsEnd(other))
                     m_gaps.push_back({IsLoose(place) || IsLoose(other) ? kLooseEnd : kCorner, distance,
@@ -84,7 +90,9 @@ public:
 
     std::vector<int> Close() {
         for (Gap &gap : m_gaps)
-            if (gap.fromEdge >= 0 && gap.fromPlace >= 0 && !IsLoose(gap.fromPlace))
+            if (gap.distance < m_same)
+                gap.kind = kNothing;
+            else if (gap.fromEdge >= 0 && gap.fromPlace >= 0 && !IsLoose(gap.fromPlace))
                 gap.kind = kCorner;
         std::erase_if(m_gaps, [&](Gap const &gap) {
             return gap.kind == kCorner && gap.fromPlace >= 0 && gap.toPlace < 0 &&
@@ -106,7 +114,7 @@ public:
 private:
     NetworkEdge const &EdgeAt(int i) const { return m_network.edges[Index(i)]; }
     bool IsEnd(int place) const { return m_endCounts[Index(place)] > 0; }
-    bool IsLoose(int place) const { return m_endCounts[Index(place)] == 1 && !m_isOnCurve[Index(place)]; }
+    bool IsLoose(int place) const { return m_endCounts[Index(place)] == 1 && !m_isMet[Index(place)]; }
 
     bool IsNearEnd(Stretch const &s, DrawingPoint p) const {
         return std::min(Distance(p, s.start), Distance(p, s.end)) < m_tolerance;
@@ -126,16 +134,16 @@ private:
         if (e.EndsAt(place) || (!e.stretch.IsFullTurn() && IsNearEnd(e.stretch, p))) {
             m_contacts[Index(m_contactCount++)] = p;
             if (e.stretch.IsFullTurn())
-                m_isOnCurve[Index(place)] = true;
+                m_isMet[Index(place)] = true;
             return;
         }
         Foot foot;
         if (!FootOn(e.stretch, p, foot, m_tolerance))
             return;
         m_contacts[Index(m_contactCount++)] = p;
-        if (foot.distance < m_network.snap)
-            m_isOnCurve[Index(place)] = true;
-        else
+        if (foot.distance < m_same)
+            m_isMet[Index(place)] = true;
+        if (foot.distance >= m_network.snap)
             m_gaps.push_back({kLooseEnd, foot.distance, p, foot.point, place, -1, own, other});
     }
 
@@ -176,7 +184,8 @@ private:
         bool const isForward = m_landmarks.Rank(PointAt(s, at + step)) < m_landmarks.Rank(PointAt(s, at - step));
         for (double const t : {isForward ? at + step : at - step, isForward ? at - step : at + step}) {
             DrawingPoint const beside = PointAt(s, t);
-            if (t > 0.0 && t < 1.0 && m_network.places.Nearest(beside, snap) < 0)
+            bool const isInside = s.IsFullTurn() || (t > 0.0 && t < 1.0);
+            if (isInside && m_network.places.Nearest(beside, snap) < 0)
                 return AddPlace(beside);
         }
         return -1;
@@ -189,10 +198,12 @@ private:
 
     Network &m_network;
     double m_tolerance;
+    double m_same; ///< a distance that is nothing
     Landmarks const &m_landmarks;
     std::vector<int> m_endCounts;
-    std::vector<bool> m_isOnCurve; ///< of each place, whether a curve that does not end there passes through it
-    std::vector<int> m_edgeAt;     ///< of each place, an edge that ends there
+    std::vector<bool>
+        m_isMet; ///< of each place, whether a curve passes through it, or others end there but for nothing
+    std::vector<int> m_edgeAt; ///< of each place, an edge that ends there
     PlaceClusters m_joined;
     std::vector<int> m_owners;
     std::vector<Gap> m_gaps;

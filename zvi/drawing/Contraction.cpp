@@ -27,17 +27,23 @@ std::vector<Measured> ShortEdges(PlanarMap const &map, double tolerance, Landmar
 
 } // namespace
 
-void ContractShortEdges(PlanarMap &map, double tolerance, double snap, Landmarks const &landmarks) {
+void ContractShortEdges(PlanarMap &map, double tolerance, double snap, Landmarks const &landmarks,
+                        std::vector<DroppedEdge> &dropped) {
     std::vector<Measured> edges = ShortEdges(map, tolerance, landmarks);
     SortShortestFirst(edges, SameDistance(tolerance, snap));
     for (Measured const &edge : edges) {
         HalfEdge const h = HalfEdge::Along(edge.number);
         bool const isLoop = map.Origin(h) == map.Target(h);
         bool const mayJoin = !isLoop && map.Places().Fit(map.Origin(h), map.Target(h), tolerance);
+        // Where others bound what it bounded, an edge may be long itself.
+        bool const isShort = edge.kind == kConnector || LengthOf(map.Edge(edge.number).stretch) < tolerance;
+        EdgeState const state = isShort ? EdgeState::kContracted : EdgeState::kDuplicate;
         if (mayJoin)
-            map.Contract(edge.number);
+            map.Contract(edge.number, state);
         else if (isLoop || edge.kind == kConnector)
-            map.Remove(edge.number, EdgeState::kContracted);
+            map.Remove(edge.number, state);
+        if (map.Edge(edge.number).state == EdgeState::kDuplicate)
+            dropped.push_back({edge.number});
     }
 }
 

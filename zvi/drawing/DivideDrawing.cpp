@@ -18,18 +18,26 @@ constexpr double kArranged = 0.6;
 constexpr double kFolded = 0.8;
 
 /// What is thinner than so many snap distances is thin, however small the join tolerance.
-constexpr double kThinInSnaps = 4.0;
+constexpr double kThinInSnaps = 3.0;
 
 /// An edge that was bent is not cut at a point farther than this from where it would be cut as it was, in shares of it.
 constexpr double kNearShare = 0.25;
 
+/// At most so far from its start, as a fraction of a circle, an edge begins or ends there but for rounding.
+constexpr double kAtStart = 1e-9;
+
 /// Cuts an edge where it runs past the start of its circle: as the edge stands by now, at its point nearest to that.
-/// Returns the second part.
-int CutAtStart(DividedDrawing &drawing, int edge, DrawingCurve const &c) {
+/// A contracted one whose place is too far from there for its neighbours to take it over is dropped. Returns the second
+/// part.
+int CutAtStart(DividedDrawing &drawing, int edge, DrawingPoint start) {
     Stretch const &s = drawing.map.Edge(edge).stretch;
     double const share = (1.0 - s.from) / (s.to - s.from);
-    bool const isCircle = c.type == DrawingCurveType::kCircle;
-    DrawingPoint const start = isCircle ? DrawingPoint{c.center.x + c.radius, c.center.y} : c.start;
+    DrawingPoint const place = drawing.positions[Index(drawing.map.Origin(HalfEdge::Along(edge)))];
+    if (drawing.map.Edge(edge).state == EdgeState::kContracted &&
+        Distance(place, start) >= std::max(drawing.curves.tolerance, drawing.snap)) {
+        drawing.map.Remove(edge, EdgeState::kDuplicate);
+        drawing.dropped.push_back({edge});
+    }
     Foot foot;
     bool const isNear = FootOn(s, start, foot) && std::fabs(foot.t - share) < kNearShare;
     int const second = drawing.map.Split(edge, isNear ? foot.t : share);
@@ -40,6 +48,14 @@ int CutAtStart(DividedDrawing &drawing, int edge, DrawingCurve const &c) {
     return second;
 }
 
+/// Lets a stretch begin or end at the start of its circle when it does so but for rounding.
+void MeetStart(Stretch &s, double snap) {
+    double const near = s.to > 1.0 ? std::min(kAtStart, snap * (s.to - s.from) / LengthOf(s)) : 0.0;
+    for (double *const at : {&s.from, &s.to})
+        if (std::fabs(*at - 1.0) <= near)
+            *at = 1.0;
+}
+
 /// Cuts what runs past the start of a circle there, so that fractions of circles are below 1. Returns whether there was
 /// anything.
 bool CutCirclesAtStarts(DividedDrawing &drawing, std::vector<DrawingCurve> const &curves) {
@@ -47,8 +63,12 @@ bool CutCirclesAtStarts(DividedDrawing &drawing, std::vector<DrawingCurve> const
     std::vector<int> second(Index(count), -1);
     for (int e = 0; e < count; ++e) {
         Stretch &s = drawing.map.StretchOf(e);
+        MeetStart(s, drawing.snap);
         if (s.to > 1.0 && s.from < 1.0) {
-            second[Index(e)] = CutAtStart(drawing, e, curves[Index(s.curve)]);
+            DrawingCurve const &c = curves[Index(s.curve)];
+            bool const isCircle = c.type == DrawingCurveType::kCircle;
+            second[Index(e)] =
+                CutAtStart(drawing, e, isCircle ? DrawingPoint{c.center.x + c.radius, c.center.y} : c.start);
         } else if (s.to > 1.0) {
             s.from -= 1.0;
             s.to -= 1.0;
@@ -99,7 +119,7 @@ DividedDrawing DivideDrawing(std::vector<DrawingCurve> const &curves, DrawingOpt
                            {},
                            {}};
     double const tolerance = std::max(drawing.curves.tolerance, kThinInSnaps * drawing.snap);
-    ContractShortEdges(drawing.map, tolerance, drawing.snap, drawing.curves.landmarks);
+    ContractShortEdges(drawing.map, tolerance, drawing.snap, drawing.curves.landmarks, drawing.dropped);
     drawing.covered = AddCovered(drawing.map, arrangement.carriers, arrangement.covered, drawing.dropped);
     CollapseThinFaces(drawing.map, tolerance, drawing.snap, drawing.curves.landmarks, drawing.dropped);
     progress(kFolded);

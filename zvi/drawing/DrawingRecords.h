@@ -34,7 +34,7 @@ struct DrawingOptions {
     double joinTolerance = 1e-4;
     /// Cut curves where they meet: crossings, touchings, T-junctions within the join tolerance, overlaps.
     bool split = true;
-    /// Keep curves that lie on one another instead of dropping all but the first.
+    /// Keep curves that lie on one another instead of dropping all but one.
     bool keepDuplicates = false;
 };
 
@@ -68,7 +68,7 @@ struct DrawingDomain {
 enum class LeftoverReason {
     kDangle,     ///< it hangs on one end, or on a chain that does
     kBridge,     ///< it joins two parts without enclosing anything: the same region lies on both its sides
-    kDuplicate,  ///< it lies on another curve, which came earlier if the two are alike
+    kDuplicate,  ///< it lies on another curve, which came earlier if rounding alone tells the two apart
     kZeroLength, ///< its ends are one point and it encloses nothing
     kUnsupported ///< its numbers describe no curve (not finite, no radius, ends off the circle)
 };

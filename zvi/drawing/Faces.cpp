@@ -9,40 +9,71 @@ namespace zvi::lib::drawing {
 
 namespace {
 
-/// The places of a map from left to right, and those above one another from below. Places whose distances from the left
-/// follow one another by less than the snap distance are above one another.
+/// Something at some point.
+struct Placed {
+    DrawingPoint at;
+    std::size_t number = 0;
+};
+
+/// Sorts from left to right, and what is above one another from below. Things whose distances from the left follow one
+/// another by less than the snap distance are above one another.
+void SortFromLeft(std::vector<Placed>::iterator first, std::vector<Placed>::iterator last, double snap) {
+    std::sort(first, last, [](Placed const &a, Placed const &b) { return ComesFirst(a.at, b.at); });
+    for (auto begin = first; begin != last;) {
+        auto end = begin + 1;
+        while (end != last && end->at.x - (end - 1)->at.x < snap)
+            ++end;
+        std::sort(begin, end, [](Placed const &a, Placed const &b) { return a.at.y < b.at.y; });
+        begin = end;
+    }
+}
+
+/// The places of a map from left to right, and those above one another from below.
 class PlaceOrder {
 public:
-    PlaceOrder(PlanarMap const &map, double snap) : m_map(map), m_ranks(Index(map.Places().Count()), -1) {
-        std::vector<Ranked> places;
+    PlaceOrder(PlanarMap const &map, double snap) : m_map(map), m_snap(snap), m_ranks(Index(map.Places().Count()), -1) {
+        std::vector<Placed> places;
         for (int e = 0; e < map.EdgeCount(); ++e)
             if (map.IsInMap(e))
                 for (HalfEdge const h : {HalfEdge::Along(e), HalfEdge::Against(e)})
                     if (int &rank = m_ranks[Index(map.Origin(h))]; rank < 0) {
                         rank = 0;
-                        places.push_back({BeginOf(map, h), map.Origin(h)});
+                        places.push_back({BeginOf(map, h), Index(map.Origin(h))});
                     }
-        std::sort(places.begin(), places.end(), [](Ranked const &a, Ranked const &b) { return a.at.x < b.at.x; });
-        for (auto begin = places.begin(); begin != places.end();) {
-            auto end = begin + 1;
-            while (end != places.end() && end->at.x - (end - 1)->at.x < snap)
-                ++end;
-            std::sort(begin, end, [](Ranked const &a, Ranked const &b) { return a.at.y < b.at.y; });
-            begin = end;
-        }
+        SortFromLeft(places.begin(), places.end(), snap);
         for (std::size_t i = 0; i < places.size(); ++i)
-            m_ranks[Index(places[i].place)] = static_cast<int>(i);
+            m_ranks[places[i].number] = static_cast<int>(i);
     }
 
     int RankOf(HalfEdge h) const { return m_ranks[Index(m_map.Origin(h))]; }
 
-private:
-    struct Ranked {
-        DrawingPoint at;
-        int place;
-    };
+    /// The order of things that each begin with a half-edge of its own: by where that begins, and those that begin at
+    /// one place by the middles of their half-edges.
+    std::vector<std::size_t> OrderOf(std::vector<HalfEdge> const &firsts) const {
+        std::vector<Placed> order;
+        order.reserve(firsts.size());
+        for (std::size_t i = 0; i < firsts.size(); ++i)
+            order.push_back({PointAt(m_map.Edge(firsts[i]).stretch, 0.5), i});
+        std::sort(order.begin(), order.end(), [&](Placed const &a, Placed const &b) {
+            return RankOf(firsts[a.number]) < RankOf(firsts[b.number]);
+        });
+        for (auto begin = order.begin(); begin != order.end();) {
+            auto end = begin + 1;
+            while (end != order.end() && RankOf(firsts[end->number]) == RankOf(firsts[begin->number]))
+                ++end;
+            SortFromLeft(begin, end, m_snap);
+            begin = end;
+        }
+        std::vector<std::size_t> numbers;
+        numbers.reserve(order.size());
+        for (Placed const &of : order)
+            numbers.push_back(of.number);
+        return numbers;
+    }
 
+private:
     PlanarMap const &m_map;
+    double m_snap;
     std::vector<int> m_ranks; ///< of each place that stands for a cluster
 };
 
@@ -87,31 +118,17 @@ private:
     std::vector<int> m_stackOfPlace; ///< where the walk left each place, -1 when the place is not open
 };
 
-/// Orders loops by their places, and by how far left the edges between the same places bulge.
-bool LoopComesFirst(PlanarMap const &map, PlaceOrder const &order, Loop const &a, Loop const &b) {
-    return std::lexicographical_compare(
-        a.halves.begin(), a.halves.end(), b.halves.begin(), b.halves.end(), [&](HalfEdge h, HalfEdge other) {
-            if (order.RankOf(h) != order.RankOf(other))
-                return order.RankOf(h) < order.RankOf(other);
-            return h.Edge() != other.Edge() &&
-                   ComesFirst(PointAt(map.Edge(h).stretch, 0.5), PointAt(map.Edge(other).stretch, 0.5));
-        });
-}
-
-/// The faces in the order of their outer loops.
-std::vector<Face> Sorted(std::vector<Face> faces, PlanarMap const &map, PlaceOrder const &order) {
-    std::vector<std::pair<int, std::size_t>> ranks; // of the place where the outer loop begins
-    ranks.reserve(faces.size());
-    for (std::size_t i = 0; i < faces.size(); ++i)
-        ranks.emplace_back(order.RankOf(faces[i].outer.halves.front()), i);
-    std::sort(ranks.begin(), ranks.end(), [&](auto const &a, auto const &b) {
-        return a.first != b.first ? a.first < b.first
-                                  : LoopComesFirst(map, order, faces[a.second].outer, faces[b.second].outer);
-    });
-    std::vector<Face> sorted;
-    sorted.reserve(faces.size());
-    for (auto const &[rank, face] : ranks)
-        sorted.push_back(std::move(faces[face]));
+/// Things that begin with loops, in the order of those.
+template <typename Thing, typename LoopOf>
+std::vector<Thing> Sorted(std::vector<Thing> things, PlaceOrder const &order, LoopOf loopOf) {
+    std::vector<HalfEdge> firsts;
+    firsts.reserve(things.size());
+    for (Thing const &thing : things)
+        firsts.push_back(loopOf(thing).halves.front());
+    std::vector<Thing> sorted;
+    sorted.reserve(things.size());
+    for (std::size_t const i : order.OrderOf(firsts))
+        sorted.push_back(std::move(things[i]));
     return sorted;
 }
 
@@ -128,10 +145,10 @@ Face FaceOf(std::vector<Loop> loops) {
 
 } // namespace
 
-std::vector<Face> FindFaces(PlanarMap const &map, FaceWalks const &walks, double snap) {
+std::vector<Face> FindFaces(PlanarMap const &map, FaceWalks const &walks, double snap, Landmarks const &landmarks) {
     PlaceOrder const order(map, snap);
     LoopSplitter splitter(map, order);
-    std::vector<int> const parents = NestOutsides(map, walks, snap);
+    std::vector<int> const parents = NestOutsides(map, walks, snap, landmarks);
     std::vector<int> faceOfWalk(walks.walks.size(), -1);
     std::vector<Face> faces;
     for (std::size_t w = 0; w < walks.walks.size(); ++w) {
@@ -148,9 +165,9 @@ std::vector<Face> FindFaces(PlanarMap const &map, FaceWalks const &walks, double
             holes.push_back(std::move(loop));
     }
     for (Face &face : faces)
-        std::sort(face.holes.begin(), face.holes.end(),
-                  [&](Loop const &a, Loop const &b) { return LoopComesFirst(map, order, a, b); });
-    return Sorted(std::move(faces), map, order);
+        if (face.holes.size() > 1)
+            face.holes = Sorted(std::move(face.holes), order, [](Loop const &l) -> Loop const & { return l; });
+    return Sorted(std::move(faces), order, [](Face const &f) -> Loop const & { return f.outer; });
 }
 
 } // namespace zvi::lib::drawing

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zvi/drawing/FaceWalkDetail.h"
+#include "zvi/drawing/LandmarksDetail.h"
 
 #include <vector>
 
@@ -19,9 +20,9 @@ struct Face {
 };
 
 /// The bounded faces of a map, ordered by the beginnings of their outer loops, from left to right and from below, then
-/// by what follows along them; holes of one face alike. The parts of the drawing are nested in one another: what
-/// stands free inside a face is a hole of it, once for each simple loop of its outside. Places are at least `snap`
-/// apart, and `walks` are those of the map.
-std::vector<Face> FindFaces(PlanarMap const &map, FaceWalks const &walks, double snap);
+/// by the middles of their first edges alike; holes of one face alike. The parts of the drawing are nested in one
+/// another: what stands free inside a face is a hole of it, once for each simple loop of its outside. Places are at
+/// least `snap` apart, and `walks` are those of the map.
+std::vector<Face> FindFaces(PlanarMap const &map, FaceWalks const &walks, double snap, Landmarks const &landmarks);
 
 } // namespace zvi::lib::drawing

@@ -13,41 +13,43 @@ bool IsLeft(MapEdge const &e) {
     return e.state == EdgeState::kInMap || e.state == EdgeState::kSetAside;
 }
 
-/// Of each place how many edges end there.
+/// Of each place how many edges end there, or did so: which of two that lie on one another is left does not count.
 std::vector<int> CountEnds(PlanarMap const &map) {
     std::vector<int> counts(Index(map.Places().Count()), 0);
     for (int e = 0; e < map.EdgeCount(); ++e)
-        if (IsLeft(map.Edge(e)))
+        if (!map.Edge(e).stretch.IsConnector())
             for (int const place : {map.Edge(e).startPlace, map.Edge(e).endPlace})
                 ++counts[Index(place)];
     return counts;
 }
 
-/// The member of a cluster of places at which most edges end, of such the one nearest to the middle.
+/// Keeps those of `members` whose key is less than the least one by more than `same`.
+template <typename Key>
+void KeepLeast(std::vector<int> &members, double same, Key key) {
+    double least = HUGE_VAL;
+    for (int const p : members)
+        least = std::min(least, key(p));
+    std::erase_if(members, [&](int p) { return key(p) > least + same; });
+}
+
+/// The member of a cluster of places at which most edges end, of such the one nearest to the middle, of those the one
+/// that the landmarks rank lowest.
 int BestMember(PlaceClusters const &places, int root, std::vector<int> const &counts, double same,
                Landmarks const &landmarks) {
+    std::vector<int> members;
     DrawingPoint sum;
-    int members = 0;
     places.ForEachMember(root, [&](int p) {
         sum = sum + places.Position(p);
-        ++members;
+        members.push_back(p);
     });
-    if (members == 1)
+    if (members.size() == 1)
         return root;
-    DrawingPoint const middle = sum * (1.0 / members);
-    double farthest = 0.0;
-    places.ForEachMember(root, [&](int p) { farthest = std::max(farthest, Distance(places.Position(p), middle)); });
-    // Of places that are alike any will do.
-    bool const isRanked = !landmarks.AreAlike(farthest);
-    auto const order = [&](int p) {
-        DrawingPoint const at = places.Position(p);
-        double const distance = Distance(at, middle);
-        return std::tuple(-counts[Index(p)], isRanked ? StepsOf(distance, same) : distance,
-                          isRanked ? landmarks.Rank(at) : 0.0, at.x, at.y);
-    };
-    int best = root;
-    places.ForEachMember(root, [&](int p) { best = order(p) < order(best) ? p : best; });
-    return best;
+    DrawingPoint const middle = sum * (1.0 / static_cast<double>(members.size()));
+    KeepLeast(members, 0.0, [&](int p) { return static_cast<double>(-counts[Index(p)]); });
+    KeepLeast(members, same, [&](int p) { return Distance(places.Position(p), middle); });
+    KeepLeast(members, same, [&](int p) { return landmarks.Rank(places.Position(p)); });
+    return *std::min_element(members.begin(), members.end(),
+                             [&](int a, int b) { return ComesFirst(places.Position(a), places.Position(b)); });
 }
 
 /// Of each place that stands for a cluster, where that is put.
@@ -128,6 +130,7 @@ void AbsorbContracted(PlanarMap &map, std::vector<int> const &alongCurves, std::
             vanished.back().end = map.Edge(edges[j - 1]).stretch.end;
         }
     }
+    std::sort(vanished.begin(), vanished.end(), [](Stretch const &a, Stretch const &b) { return a.curve < b.curve; });
 }
 
 } // namespace zvi::lib::drawing

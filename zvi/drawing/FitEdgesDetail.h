@@ -8,17 +8,17 @@
 namespace zvi::lib::drawing {
 
 /// Lets all edges that are not contracted or dropped end exactly where the clusters of their ends stand: at the place
-/// of the cluster where most edges end, then at the one nearest to the middle of all, those as far from it but for
-/// `same` as the landmarks rank them. Arcs whose ends stay within `snap` of their circle keep it. Returns where the
-/// clusters stand, at the index of each place that stands for one.
+/// of the cluster where most edges end or did so, then at the one nearest to the middle of all, those as far from it
+/// but for `same` as the landmarks rank them. Arcs whose ends stay within `snap` of their circle keep it. Returns where
+/// the clusters stand, at the index of each place that stands for one.
 std::vector<DrawingPoint> FitEdges(PlanarMap &map, double snap, double same, Landmarks const &landmarks);
 
 /// The edges of the map, whatever their state, by their curves and along each; connectors are left out.
 std::vector<int> EdgesAlongCurves(PlanarMap const &map);
 
 /// Gives what contracted edges had of their curves to the edge before each on its curve, or else to the one behind it.
-/// Curves of which nothing else is left are put into `vanished`. `alongCurves` are the edges along curves, whose order
-/// stays what it is.
+/// Curves of which nothing else is left are put into `vanished`, in the order of the curves. `alongCurves` are the
+/// edges along curves, whose order stays what it is.
 void AbsorbContracted(PlanarMap &map, std::vector<int> const &alongCurves, std::vector<Stretch> &vanished);
 
 } // namespace zvi::lib::drawing

@@ -19,15 +19,21 @@ constexpr double kNoMoment = 1e-8;
 /// The second direction counts by this much, no likely ratio of two distances in a drawing.
 constexpr double kGoldenRatio = 0.6180339887498949;
 
-/// Calls `look(point, weight)` for what stands for the curves: their middles, by their lengths, and their ends.
+DrawingPoint MiddleOf(Stretch const &s) {
+    return s.IsFullTurn() ? s.center : PointAt(s, 0.5);
+}
+
+/// Calls `look(point, weight)` for what stands for the curves, their middles and their ends, by their lengths: a curve
+/// that rounding may or may not leave without length counts for nothing.
 template <typename Look>
-void ForEachSample(std::vector<Stretch> const &stretches, double meanLength, Look look) {
+void ForEachSample(std::vector<Stretch> const &stretches, Look look) {
     for (Stretch const &s : stretches) {
-        look(s.IsFullTurn() ? s.center : PointAt(s, 0.5), meanLength + LengthOf(s));
+        double const length = LengthOf(s);
+        look(MiddleOf(s), 2.0 * length);
         if (s.IsFullTurn())
             continue;
-        look(s.start, meanLength);
-        look(s.end, meanLength);
+        look(s.start, length);
+        look(s.end, length);
     }
 }
 
@@ -112,25 +118,25 @@ private:
 } // namespace
 
 Landmarks LandmarksOf(std::vector<Stretch> const &stretches) {
-    double total = 0.0;
-    for (Stretch const &s : stretches)
-        total += LengthOf(s);
-    if (!(total > 0.0))
-        return {};
-    double const meanLength = total / static_cast<double>(stretches.size());
     Landmarks landmarks;
-    double weights = 0.0;
-    ForEachSample(stretches, meanLength, [&](DrawingPoint p, double weight) {
+    double weights = 0.0, lengths = 0.0;
+    ForEachSample(stretches, [&](DrawingPoint p, double weight) {
         landmarks.middle = landmarks.middle + p * weight;
         weights += weight;
     });
+    if (!(weights > 0.0))
+        return {};
     landmarks.middle = landmarks.middle * (1.0 / weights);
-    landmarks.size = meanLength;
-    for (Stretch const &s : stretches)
-        landmarks.size += Distance(s.IsFullTurn() ? s.center : PointAt(s, 0.5), landmarks.middle) /
-                          static_cast<double>(stretches.size());
+    for (Stretch const &s : stretches) {
+        double const length = LengthOf(s);
+        lengths += length;
+        landmarks.size += length * (length + Distance(MiddleOf(s), landmarks.middle));
+    }
+    landmarks.size /= lengths;
+    if (!std::isfinite(landmarks.size))
+        return {};
     Moments moments(landmarks.middle, landmarks.size);
-    ForEachSample(stretches, meanLength, [&](DrawingPoint p, double weight) { moments.Add(p, weight / weights); });
+    ForEachSample(stretches, [&](DrawingPoint p, double weight) { moments.Add(p, weight / weights); });
     auto const [first, second] = moments.Axes();
     Complex const direction = first + kGoldenRatio * second;
     landmarks.direction = {direction.real(), direction.imag()};

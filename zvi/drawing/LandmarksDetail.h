@@ -11,13 +11,7 @@ namespace zvi::lib::drawing {
 struct Landmarks {
     DrawingPoint middle;    ///< of the curves
     DrawingPoint direction; ///< so slanting that hardly any two places of a drawing lie across it
-    double size = 0.0;      ///< mean distance of the curves from the middle, and their mean length on top
-
-    /// Whether things that differ by so much are alike: by less than a ten-thousandth of the drawing.
-    bool AreAlike(double difference) const {
-        constexpr double kAlike = 1e-4;
-        return difference < kAlike * size;
-    }
+    double size = 0.0;      ///< mean distance of the curves from the middle and their mean length on top, by length
 
     /// Tells places apart by how far they lie along the direction.
     double Rank(DrawingPoint p) const { return Dot(p - middle, direction); }

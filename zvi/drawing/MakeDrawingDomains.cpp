@@ -3,6 +3,7 @@
 #include "zvi/drawing/DivideDrawingDetail.h"
 #include "zvi/drawing/FacesDetail.h"
 #include "zvi/drawing/GapsDetail.h"
+#include "zvi/drawing/OverfullFacesDetail.h"
 #include "zvi/drawing/ReportDetail.h"
 
 namespace zvi::lib {
@@ -23,9 +24,11 @@ DrawingResult MakeDrawingDomains(std::vector<DrawingCurve> const &curves, Drawin
 DrawingResult MakeDrawingDomains(std::vector<DrawingCurve> const &curves, DrawingOptions const &options,
                                  DrawingProgress const &progress) {
     using namespace drawing;
-    DividedDrawing const drawing =
-        DivideDrawing(curves, options, [&progress](double done) { progress(kDivided * done); });
-    std::vector<Face> const faces = FindFaces(drawing.map, drawing.walks, drawing.snap);
+    DividedDrawing drawing = DivideDrawing(curves, options, [&progress](double done) { progress(kDivided * done); });
+    Landmarks const &landmarks = drawing.curves.landmarks;
+    std::vector<Face> faces = FindFaces(drawing.map, drawing.walks, drawing.snap, landmarks);
+    while (DropOverfullFaces(drawing, faces))
+        faces = FindFaces(drawing.map, drawing.walks, drawing.snap, landmarks);
     progress(kFacesFound);
     DrawingResult result = ReportDomains(drawing, faces, curves, options.keepDuplicates);
     progress(kReported);

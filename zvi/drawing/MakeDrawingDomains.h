@@ -35,9 +35,9 @@ namespace zvi::lib {
 /// Method: the curves, and a connector across each gap below the tolerance, are cut at every place where they meet at
 /// the precision of rounding, and ordered round each place. Euler's formula proves the map planar. Only then comes the
 /// tolerance, as steps on that map which keep it planar: connectors and short edges are contracted, and faces thinner
-/// than it are folded up. Of their two sides the later curve is the duplicate; when they differ by more than a
-/// ten-thousandth of the drawing, the one that lies farther along a direction that turns with it, whatever the order of
-/// the curves. The same direction settles which of equal gaps, edges and faces comes first.
+/// than it are folded up. Of two sides that lie on one another but for rounding the later curve is the duplicate; of
+/// others the one whose curve lies farther along a direction that turns with the drawing, whatever the order of the
+/// curves. The same direction settles which of equal gaps, edges and faces comes first.
 ///
 /// Joining: a loose end is joined to the ends and curves nearer than the tolerance, near ones first; a corner, where
 /// several ends meet already, to other corners, and to curves nearer than a tenth of the tolerance; curves that nearly

@@ -72,9 +72,11 @@ Meetings OfLines(Stretch const &a, Stretch const &b) {
     double const a0 = Cross(v, a.start - b.start), a1 = Cross(v, a.end - b.start);
     if ((a0 > 0.0) == (a1 > 0.0) || a0 == a1)
         return meetings;
-    // Along the shorter one, whose rounding is smaller.
+    // Along the shorter one, whose rounding is smaller. Of lines behind one another rounding decides all four sides.
     bool const isFirstShort = Dot(u, u) != Dot(v, v) ? Dot(u, u) < Dot(v, v) : ComesFirst(a.start, b.start);
-    meetings.Add(isFirstShort ? PointAt(a, a0 / (a0 - a1)) : PointAt(b, b0 / (b0 - b1)));
+    DrawingPoint const p = isFirstShort ? PointAt(a, a0 / (a0 - a1)) : PointAt(b, b0 / (b0 - b1));
+    if (IsInside(isFirstShort ? b : a, p))
+        meetings.Add(p);
     return meetings;
 }
 

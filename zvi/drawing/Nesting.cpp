@@ -10,9 +10,21 @@ namespace zvi::lib::drawing {
 
 namespace {
 
+/// The stretch as it lies along and across the direction that moves with the drawing, so that what stands in what does
+/// not change with how that is turned, and hardly anything stands straight above anything else.
+Stretch Turned(Stretch s, Landmarks const &landmarks) {
+    double const length = Length(landmarks.direction);
+    DrawingPoint const along = length > 0.0 ? landmarks.direction * (1.0 / length) : DrawingPoint{1.0, 0.0};
+    for (DrawingPoint *const p : {&s.start, &s.end, &s.center}) {
+        DrawingPoint const q = *p - landmarks.middle;
+        *p = {Dot(along, q), Cross(along, q)};
+    }
+    return s;
+}
+
 /// An edge that is seen, and where.
 struct Sight {
-    int edge = -1;
+    int edge = -1; ///< as numbered among those in the map
     Run run;
     double x = -HUGE_VAL;
     int rank = 0; ///< of the edge; it settles in which order ties are looked at
@@ -30,22 +42,26 @@ constexpr double kTies = 16.0;
 /// Finds what the parts see to their left.
 class LeftView {
 public:
-    LeftView(PlanarMap const &map, FaceWalks const &walks, double snap)
-        : m_map(map), m_walks(walks), m_snap(snap), m_parts(PartsOf()) {}
+    LeftView(PlanarMap const &map, FaceWalks const &walks, double snap, Landmarks const &landmarks)
+        : m_map(map), m_walks(walks), m_snap(snap), m_landmarks(landmarks), m_parts(PartsOf()) {}
 
     /// For each part, by its outside, the walk that its leftmost point sees, -1 for none; `order` gets the outsides
     /// from left to right.
     std::vector<int> SeenWalks(std::vector<int> &order) {
-        FindLeftmost();
         for (int w = 0; w < static_cast<int>(m_walks.walks.size()); ++w)
             if (m_walks.walks[Index(w)].isOutside)
                 order.push_back(w);
-        std::sort(order.begin(), order.end(),
-                  [this](int a, int b) { return ComesFirst(m_leftmost[Index(a)], m_leftmost[Index(b)]); });
         std::vector<int> seen(m_walks.walks.size(), -1);
         if (order.size() < 2)
             return seen;
-        StretchIndex const index(m_stretches, 0.0);
+        FindLeftmost();
+        std::sort(order.begin(), order.end(),
+                  [this](int a, int b) { return ComesFirst(m_leftmost[Index(a)], m_leftmost[Index(b)]); });
+        std::vector<Stretch const *> stretches;
+        stretches.reserve(m_stretches.size());
+        for (Stretch const &s : m_stretches)
+            stretches.push_back(&s);
+        StretchIndex const index(stretches, 0.0);
         m_runs.resize(m_stretches.size());
         for (int const outside : order)
             seen[Index(outside)] = WalkLeftOf(index, outside);
@@ -86,10 +102,10 @@ private:
         for (int e = 0; e < m_map.EdgeCount(); ++e) {
             if (!m_map.IsInMap(e))
                 continue;
-            Stretch const &s = m_map.Edge(e).stretch;
+            Stretch const s = Turned(m_map.Edge(e).stretch, m_landmarks);
             Box const box = BoxOf(s);
             m_edges.push_back(e);
-            m_stretches.push_back(&s);
+            m_stretches.push_back(s);
             double const y = s.start.x == box.minX ? s.start.y : s.end.x == box.minX ? s.end.y : s.center.y;
             DrawingPoint &leftmost = m_leftmost[Index(PartOf(e))];
             if (ComesFirst({box.minX, y}, leftmost))
@@ -116,14 +132,14 @@ private:
             if (bool const isTie = nearest.edge >= 0 && std::fabs(sight.x - nearest.x) <= m_snap;
                 isTie ? IsRightOf(sight, nearest) : sight.x > nearest.x)
                 nearest = sight;
-        return nearest.edge < 0
-                   ? -1
-                   : m_walks.Of(nearest.run.upward ? HalfEdge::Against(nearest.edge) : HalfEdge::Along(nearest.edge));
+        return nearest.edge < 0 ? -1
+                                : m_walks.Of(nearest.run.upward ? HalfEdge::Against(m_edges[Index(nearest.edge)])
+                                                                : HalfEdge::Along(m_edges[Index(nearest.edge)]));
     }
 
     /// Notes where an edge passes the height of `p` on its left, from `farthest` on. Returns the nearest of that.
     double AddSights(int i, int rank, DrawingPoint p, double farthest) {
-        Stretch const &s = *m_stretches[Index(i)];
+        Stretch const &s = m_stretches[Index(i)];
         Runs &of = m_runs[Index(i)];
         if (of.count == 0)
             of.count = RunsOf(s, m_snap, of.runs);
@@ -135,7 +151,7 @@ private:
             double const x = XAt(s, run, p.y);
             if (x > p.x || x < farthest)
                 continue;
-            m_sights.push_back({m_edges[Index(i)], run, x, rank});
+            m_sights.push_back({i, run, x, rank});
             nearest = std::max(nearest, x);
         }
         return nearest;
@@ -144,7 +160,7 @@ private:
     /// Whether what passes the height at the same place as the nearest one so far is further right than that where the
     /// two part: above, where they have a place in common below, or else below.
     bool IsRightOf(Sight const &sight, Sight const &nearest) const {
-        Stretch const &s = m_map.Edge(sight.edge).stretch, &other = m_map.Edge(nearest.edge).stretch;
+        Stretch const &s = m_stretches[Index(sight.edge)], &other = m_stretches[Index(nearest.edge)];
         double const top = std::min(sight.run.highY, nearest.run.highY);
         double const bottom = std::max(sight.run.lowY, nearest.run.lowY);
         for (double const y : {top, bottom, 0.5 * (top + bottom)})
@@ -156,19 +172,20 @@ private:
     PlanarMap const &m_map;
     FaceWalks const &m_walks;
     double m_snap;
+    Landmarks const &m_landmarks;
     std::vector<int> m_parts;
-    std::vector<int> m_edges;                 ///< those in the map
-    std::vector<Stretch const *> m_stretches; ///< theirs
-    std::vector<Runs> m_runs;                 ///< likewise
-    std::vector<DrawingPoint> m_leftmost;     ///< of each part, at its outside
-    std::vector<Sight> m_sights;              ///< of the part looked at last
+    std::vector<int> m_edges;             ///< those in the map
+    std::vector<Stretch> m_stretches;     ///< theirs, turned
+    std::vector<Runs> m_runs;             ///< likewise
+    std::vector<DrawingPoint> m_leftmost; ///< of each part, at its outside
+    std::vector<Sight> m_sights;          ///< of the part looked at last
 };
 
 } // namespace
 
-std::vector<int> NestOutsides(PlanarMap const &map, FaceWalks const &walks, double snap) {
+std::vector<int> NestOutsides(PlanarMap const &map, FaceWalks const &walks, double snap, Landmarks const &landmarks) {
     std::vector<int> order;
-    std::vector<int> const seen = LeftView(map, walks, snap).SeenWalks(order);
+    std::vector<int> const seen = LeftView(map, walks, snap, landmarks).SeenWalks(order);
     std::vector<int> parents(walks.walks.size(), -1);
     for (int const outside : order) {
         int const around = seen[Index(outside)];

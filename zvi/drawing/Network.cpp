@@ -9,7 +9,7 @@ namespace {
 
 /// Whether a curve whose ends are one place goes round something; otherwise it has no length.
 bool GoesRound(Stretch const &s, double snap) {
-    return s.isArc && std::fabs(s.sweep) > kPi && s.radius > snap;
+    return s.IsOverHalf() && s.radius > snap;
 }
 
 /// What two edges between the same places must share to be the same: how far they bulge from the lower place to the
@@ -56,9 +56,12 @@ void Network::DropRepeated() {
     for (std::size_t i = 0, j = 0; i < order.size(); i = j) {
         std::size_t first = order[i].second;
         for (j = i + 1; j < order.size() && order[j].first.IsSame(order[i].first, snap); ++j)
-            first = std::min(first, order[j].second);
-        for (std::size_t k = i; k < j; ++k)
+            if (edges[order[j].second].stretch.curve < edges[first].stretch.curve)
+                first = order[j].second;
+        for (std::size_t k = i; k < j; ++k) {
             isRepeated[order[k].second] = order[k].second != first;
+            edges[first].stretch.order = std::min(edges[first].stretch.order, edges[order[k].second].stretch.order);
+        }
     }
     std::size_t kept = 0;
     for (std::size_t i = 0; i < edges.size(); ++i)

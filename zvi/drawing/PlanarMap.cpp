@@ -59,11 +59,11 @@ void PlanarMap::ForgetBorders() {
     m_borderOf.assign(m_borderOf.size(), -1);
 }
 
-void PlanarMap::Contract(int edge) {
+void PlanarMap::Contract(int edge, EdgeState why) {
     HalfEdge const along = HalfEdge::Along(edge), against = HalfEdge::Against(edge);
     HalfEdge const before = m_cw[Index(along.number)], beforeTwin = m_cw[Index(against.number)];
     int const start = m_edges[Index(edge)].startPlace, end = m_edges[Index(edge)].endPlace;
-    Remove(edge, EdgeState::kContracted);
+    Remove(edge, why);
     if (!(before == along) && !(beforeTwin == against))
         MergeAcrossFace(before, beforeTwin);
     else

@@ -80,8 +80,8 @@ public:
     void Drop(HalfEdge dropped, HalfEdge kept);
     /// Lets every face have the edges themselves on its border.
     void ForgetBorders();
-    /// Makes one place of the two ends of an edge, which must be different places.
-    void Contract(int edge);
+    /// Makes one place of the two ends of an edge, which must be different places, and takes it out of the map.
+    void Contract(int edge, EdgeState why);
     /// Cuts an edge at the fraction `t` of its length by a new place at `p`, and the borders beside it at theirs. The
     /// edge keeps its first part; returns the edge of the second one.
     int Split(int edge, double t, DrawingPoint p);

@@ -17,6 +17,10 @@ using base::kTwoPi;
 /// Rounding of a coordinate as a share of the largest coordinate: sixteen units in the last place.
 inline constexpr double kRounding = 0x1p-48;
 
+/// The distance below which two places are one, in units of rounding: well above what computed points miss their curves
+/// by.
+inline constexpr double kSnapInRoundings = 8.0;
+
 inline DrawingPoint operator+(DrawingPoint a, DrawingPoint b) {
     return {a.x + b.x, a.y + b.y};
 }

@@ -1,6 +1,8 @@
 #include "zvi/drawing/ReadCurvesDetail.h"
 
 #include <algorithm>
+#include <tuple>
+#include <utility>
 
 namespace zvi::lib::drawing {
 
@@ -86,6 +88,34 @@ void MeetWrittenEnds(Stretch &s, double rounding) {
         s.isArc = false;
 }
 
+/// Orders stretches by their numbers alone, but for those that are the same.
+void SortByNumbers(std::vector<Stretch> &stretches) {
+    auto const key = [](Stretch const &s) {
+        return std::tuple(s.start.x, s.start.y, s.end.x, s.end.y, s.center.x, s.center.y, s.sweep, s.curve);
+    };
+    std::sort(stretches.begin(), stretches.end(), [&](Stretch const &a, Stretch const &b) { return key(a) < key(b); });
+}
+
+/// Orders stretches along the direction that moves with the drawing, and by their lengths those side by side.
+void SortByLandmarks(std::vector<Stretch> &stretches, Landmarks const &landmarks, double same) {
+    std::vector<Measured> order;
+    order.reserve(stretches.size());
+    for (std::size_t i = 0; i < stretches.size(); ++i) {
+        Stretch const &s = stretches[i];
+        DrawingPoint const middle = s.IsFullTurn() ? s.center : PointAt(s, 0.5);
+        order.push_back({0, landmarks.Rank(middle), StepsOf(LengthOf(s), same), middle, static_cast<int>(i),
+                         StepsOf(std::fabs(landmarks.Rank(s.start) - landmarks.Rank(s.end)), same)});
+    }
+    SortShortestFirst(order, same);
+    std::vector<Stretch> sorted;
+    sorted.reserve(stretches.size());
+    for (Measured const &of : order) {
+        sorted.push_back(stretches[Index(of.number)]);
+        sorted.back().order = static_cast<int>(sorted.size());
+    }
+    stretches = std::move(sorted);
+}
+
 } // namespace
 
 UsableCurves ReadCurves(std::vector<DrawingCurve> const &curves, double joinTolerance) {
@@ -104,7 +134,10 @@ UsableCurves ReadCurves(std::vector<DrawingCurve> const &curves, double joinTole
     usable.rounding = LargestCoordinate(usable.stretches) * kRounding;
     for (Stretch &s : usable.stretches)
         MeetWrittenEnds(s, usable.rounding);
+    SortByNumbers(usable.stretches);
     usable.landmarks = LandmarksOf(usable.stretches);
+    SortByLandmarks(usable.stretches, usable.landmarks,
+                    SameDistance(usable.tolerance, kSnapInRoundings * usable.rounding));
     return usable;
 }
 

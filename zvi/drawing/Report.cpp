@@ -44,17 +44,17 @@ public:
         // Duplicates that lie so far off that they run round nothing are no border.
         if (!(AreaOf(steps) * loop.area > 0.0))
             GiveBack(loop, steps);
-        domain.area += AreaOf(steps);
-        for (Step const &step : steps)
-            domain.perimeter += LengthOf(*step.stretch);
         StartAtBreak(steps);
         std::vector<DrawingPiece> pieces;
-        for (std::size_t i = 0; i < steps.size(); ++i) {
-            DrawingPiece const piece = PieceOf(*steps[i].stretch, m_curves, steps[i].isReversed);
-            if (i > 0 && Continues(steps[i - 1], steps[i]))
-                Extend(pieces.back(), piece);
-            else
-                pieces.push_back(piece);
+        DrawingPoint const origin = steps.front().Begin();
+        for (std::size_t i = 0; i < steps.size();) {
+            bool const isReversed = steps[i].isReversed;
+            Stretch whole = *steps[i].stretch;
+            for (++i; i < steps.size() && Continues(steps[i - 1], steps[i]); ++i)
+                Extend(whole, *steps[i].stretch, isReversed);
+            domain.area += isReversed ? -AreaShare(whole, origin) : AreaShare(whole, origin);
+            domain.perimeter += LengthOf(whole);
+            pieces.push_back(PieceOf(whole, m_curves, isReversed));
         }
         if (pieces.size() == 1 && steps[0].stretch->isArc)
             pieces[0].type = DrawingCurveType::kCircle;
@@ -123,10 +123,11 @@ private:
         return std::fabs(Cross(u, v)) <= m_snap * std::max(Length(u), Length(v)) && Dot(u, v) > 0.0;
     }
 
-    static void Extend(DrawingPiece &piece, DrawingPiece const &more) {
-        piece.end = more.end;
-        piece.from = std::min(piece.from, more.from);
-        piece.to = std::max(piece.to, more.to);
+    /// Puts the stretch that follows as the loop runs to another one.
+    static void Extend(Stretch &s, Stretch const &more, bool isReversed) {
+        (isReversed ? s.start : s.end) = isReversed ? more.start : more.end;
+        (isReversed ? s.from : s.to) = isReversed ? more.from : more.to;
+        s.sweep += more.sweep;
     }
 
     PlanarMap const &m_map;

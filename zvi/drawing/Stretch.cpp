@@ -226,8 +226,7 @@ double DeviationOf(Stretch const &s, Stretch const &other) {
 }
 
 bool IsBetterHalved(Stretch const &s, DrawingPoint start, DrawingPoint end, double allowed) {
-    return s.isArc && !(start == end) && std::fabs(s.sweep) > kPi &&
-           !(LiesOnCircle(s, start, allowed) && LiesOnCircle(s, end, allowed));
+    return s.IsOverHalf() && !(start == end) && !(LiesOnCircle(s, start, allowed) && LiesOnCircle(s, end, allowed));
 }
 
 void FitToEnds(Stretch &s, DrawingPoint start, DrawingPoint end, double allowed) {
@@ -247,10 +246,12 @@ void FitToEnds(Stretch &s, DrawingPoint start, DrawingPoint end, double allowed)
     }
     double const rise = SagittaOf(s);
     DrawingPoint const middle = PointAt(s, 0.5);
-    bool const isTurnedRound = Dot(end - start, s.end - s.start) < 0.0;
+    DrawingPoint const chord = end - start, oldChord = s.end - s.start;
+    bool const isTurnedRound = Dot(chord, oldChord) < -kNoAngle * Length(chord) * Length(oldChord);
+    bool const isOverHalf = s.IsOverHalf();
     s.start = start;
     s.end = end;
-    if (std::fabs(s.sweep) > kPi || isClosed)
+    if (isOverHalf || isClosed)
         FitThroughMiddle(s, middle);
     else if (std::fabs(rise) > allowed && !isTurnedRound)
         FitWithRise(s, rise);

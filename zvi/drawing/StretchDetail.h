@@ -11,10 +11,14 @@ namespace zvi::lib::drawing {
 /// Stands for the caller's curve of a connector, which has none.
 inline constexpr int kNoCurve = -1;
 
+/// Angles that differ by less differ by rounding alone.
+inline constexpr double kNoAngle = 1e-9;
+
 /// A stretch of a caller's curve, in the direction of that curve. `sweep` is the angle an arc turns through, positive
 /// counter-clockwise, and 0 for a line.
 struct Stretch {
     int curve = kNoCurve; ///< index of the caller's curve
+    int order = 0;        ///< where the curve stands among all in an order that moves with the drawing
     bool isArc = false;
     double from = 0.0; ///< fraction of the length of the caller's curve
     double to = 1.0;   ///< beyond 1 where it runs past the start of a circle
@@ -25,6 +29,8 @@ struct Stretch {
     double sweep = 0.0;
 
     bool IsConnector() const { return curve == kNoCurve; }
+    /// Whether an arc turns through more than half of its circle, and not by rounding alone.
+    bool IsOverHalf() const { return isArc && std::fabs(sweep) > kPi + kNoAngle; }
     /// Whether an arc turns through all of its circle.
     bool IsFullTurn() const { return isArc && std::fabs(sweep) >= kTwoPi; }
 };

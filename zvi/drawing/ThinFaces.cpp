@@ -13,15 +13,14 @@ namespace zvi::lib::drawing {
 
 namespace {
 
-/// A foot nearer to an end of a side than so many snap distances is that end.
-constexpr double kAtEnd = 16.0;
-
 /// What is left of an edge of a thin face while its sides are laid on one another.
 struct Side {
     HalfEdge half;
     Stretch edge;
-    Stretch front; ///< the border in the face
-    Stretch back;  ///< the border in the face behind it
+    Stretch front;      ///< the border in the face
+    Stretch back;       ///< the border in the face behind it
+    int beginPlace = 0; ///< the clusters at its ends as the face runs
+    int endPlace = 0;
     std::size_t previous = 0;
     std::size_t next = 0;
     unsigned changes = 0; ///< how often its part or its neighbours have changed
@@ -63,12 +62,12 @@ class FoldPlan {
 public:
     FoldPlan(PlanarMap const &map, std::vector<HalfEdge> const &walk, double tolerance, double snap,
              Landmarks const &landmarks)
-        : m_map(map), m_tolerance(tolerance), m_snap(snap), m_same(SameDistance(tolerance, snap)),
-          m_landmarks(landmarks), m_left(walk.size()) {
+        : m_map(map), m_tolerance(tolerance), m_same(SameDistance(tolerance, snap)), m_landmarks(landmarks),
+          m_left(walk.size()) {
         for (HalfEdge const h : walk) {
             std::size_t const i = m_sides.size();
-            m_sides.push_back({h, map.Edge(h).stretch, map.Border(h), map.Border(h.Twin()), (i + m_left - 1) % m_left,
-                               (i + 1) % m_left});
+            m_sides.push_back({h, map.Edge(h).stretch, map.Border(h), map.Border(h.Twin()), map.Origin(h),
+                               map.Target(h), (i + m_left - 1) % m_left, (i + 1) % m_left});
         }
     }
 
@@ -101,15 +100,14 @@ private:
                DeviationOf(a.back, b.back) < m_tolerance && DeviationOf(b.back, a.back) < m_tolerance;
     }
 
-    /// Whether a point is one of the ends of a stretch but for rounding: there is a place already.
+    /// Whether a point is as good as one of the ends of a stretch: there is a place already.
     bool IsAtEnd(Stretch const &s, DrawingPoint p) const {
-        return std::min(Distance(p, s.start), Distance(p, s.end)) < kAtEnd * m_snap;
+        return std::min(Distance(p, s.start), Distance(p, s.end)) < m_same;
     }
 
     /// Whether a disc of the tolerance does not fit into what a stretch encloses by itself.
     bool IsSmall(Stretch const &s) const {
-        bool const goesRound = std::fabs(s.sweep) > kPi;
-        return (goesRound ? 2.0 * s.radius : Distance(s.start, s.end)) < m_tolerance;
+        return (s.IsOverHalf() ? 2.0 * s.radius : Distance(s.start, s.end)) < m_tolerance;
     }
 
     /// Whether a place may join the cluster of another, as that will be when the folds so far are made.
@@ -141,7 +139,7 @@ private:
             !(onBorder.distance < m_tolerance) || IsAtEnd(longSide.front, onBorder.point) ||
             IsAtEnd(longSide.edge, onEdge.point))
             return;
-        int const farPlace = isFirst ? m_map.Origin(shortSide.half) : m_map.Target(shortSide.half);
+        int const farPlace = isFirst ? shortSide.beginPlace : shortSide.endPlace;
         Fold const fold{shorter,
                         longer,
                         farPlace,
@@ -174,6 +172,7 @@ private:
     /// Takes off the begin or the end of a side as the face runs, up to where the fold cuts it.
     static void Trim(Side &side, Fold const &fold, bool isBegin) {
         bool const isStart = isBegin != side.half.IsReversed();
+        (isBegin ? side.beginPlace : side.endPlace) = fold.farPlace;
         auto const trim = [&](Stretch &s, double t) { s = isStart ? PartOf(s, t, 1.0) : PartOf(s, 0.0, t); };
         trim(side.edge, fold.t);
         trim(side.front, PlanarMap::BorderCut(side.front, fold.place));
@@ -182,8 +181,7 @@ private:
 
     PlanarMap const &m_map;
     double m_tolerance;
-    double m_snap;
-    double m_same;
+    double m_same; ///< a distance that is nothing
     Landmarks const &m_landmarks;
     std::vector<Side> m_sides;
     std::size_t m_left;    ///< how many sides are left
@@ -295,20 +293,23 @@ private:
             m_map.Remove(halves[a].Edge(), EdgeState::kContracted);
     }
 
-    /// Of two stretches that are alike the one of the later curve is the later one, of others the one that the
-    /// landmarks rank higher.
+    /// Whether the first of two stretches is the duplicate: where they lie on one another but for rounding the one of
+    /// the later curve, or else the one whose curve stands later in the order that moves with the drawing.
     bool IsLater(Stretch const &s, Stretch const &other) const {
         DrawingPoint const middle = PointAt(s, 0.5), otherMiddle = PointAt(other, 0.5);
-        if (m_landmarks.AreAlike(Distance(middle, otherMiddle)))
+        if (Distance(middle, otherMiddle) < SameDistance(m_tolerance, m_snap))
             return std::tie(s.curve, s.from) > std::tie(other.curve, other.from);
-        return m_landmarks.Rank(middle) > m_landmarks.Rank(otherMiddle);
+        return s.order != other.order ? s.order > other.order
+                                      : m_landmarks.Rank(middle) > m_landmarks.Rank(otherMiddle);
     }
 
-    /// Of two half-edges that bound a face by themselves the later one goes.
+    /// Of two half-edges that bound a face by themselves the later one goes, and leaves its place in that order to the
+    /// other.
     void DropLater(HalfEdge a, HalfEdge b) {
         Stretch const &s = m_map.Edge(a).stretch, &other = m_map.Edge(b).stretch;
         bool const isFirstLater = IsLater(s, other);
         HalfEdge const later = isFirstLater ? a : b, original = isFirstLater ? b : a;
+        m_map.StretchOf(original.Edge()).order = std::min(s.order, other.order);
         m_map.Drop(later, original);
         m_dropped.push_back({later.Edge(), original.Edge(), m_map.NextPart(original.Edge())});
     }
@@ -340,7 +341,7 @@ void CollapseThinFaces(PlanarMap &map, double tolerance, double snap, Landmarks 
                        std::vector<DroppedEdge> &dropped) {
     SetAsideUnboundingEdges(map);
     while (ThinFaces(map, tolerance, snap, landmarks, dropped).Collapse()) {
-        ContractShortEdges(map, tolerance, snap, landmarks);
+        ContractShortEdges(map, tolerance, snap, landmarks, dropped);
         SetAsideUnboundingEdges(map);
     }
 }

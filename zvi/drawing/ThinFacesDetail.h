@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zvi/drawing/ContractionDetail.h"
 #include "zvi/drawing/FaceWalkDetail.h"
 #include "zvi/drawing/PlanarMapDetail.h"
 #include "zvi/drawing/ShortestFirstDetail.h"
@@ -7,14 +8,6 @@
 #include <vector>
 
 namespace zvi::lib::drawing {
-
-/// An edge that was dropped, and what bounds what it bounded: the edge `original` and its later parts up to, and
-/// without, the edge `stop`. Both are -1 when an empty face was dropped with the edge.
-struct DroppedEdge {
-    int edge = 0;
-    int original = -1;
-    int stop = -1;
-};
 
 /// Collapses the faces of a map without short edges that are thinner than `tolerance`: their two sides come to lie on
 /// one another, place by place, and of each two edges that then join the same places one is a duplicate. Edges that
