@@ -4,6 +4,7 @@
 
 #include "zvi/base/Pi.h"
 #include "zvi/command/Degrees.h"
+#include "zvi/math/elementary/Elementary.h"
 
 #include <cmath>
 
@@ -16,34 +17,34 @@ constexpr double kRightAngle = 90.0;
 
 // These refuse some arguments and are told by their address; see FunctionFault.
 double TanDegrees(double x) {
-    return std::tan(x * DEG_TO_RAD);
+    return Tan(x * DEG_TO_RAD);
 }
 
 double AsinDegrees(double x) {
-    return std::asin(x) * RAD_TO_DEG;
+    return Asin(x) * RAD_TO_DEG;
 }
 
 double AcosDegrees(double x) {
-    return std::acos(x) * RAD_TO_DEG;
+    return Acos(x) * RAD_TO_DEG;
 }
 
 } // namespace
 
 TagSymbolNode const kBuiltInSymbols[kBuiltInSymbolCount] = {
-    {"log", [](double x) { return std::log10(x); }, 0},
-    {"ln", [](double x) { return std::log(x); }, 0},
+    {"log", [](double x) { return Log10(x); }, 0},
+    {"ln", [](double x) { return Log(x); }, 0},
     {"sqrt", [](double x) { return std::sqrt(x); }, 0},
-    {"sin", [](double x) { return std::sin(x * DEG_TO_RAD); }, 0},
-    {"cos", [](double x) { return std::cos(x * DEG_TO_RAD); }, 0},
+    {"sin", [](double x) { return Sin(x * DEG_TO_RAD); }, 0},
+    {"cos", [](double x) { return Cos(x * DEG_TO_RAD); }, 0},
     {"tan", TanDegrees, 0},
     {"asin", AsinDegrees, 0},
     {"acos", AcosDegrees, 0},
-    {"atan", [](double x) { return std::atan(x) * RAD_TO_DEG; }, 0},
-    {"exp", [](double x) { return std::exp(x); }, 0},
+    {"atan", [](double x) { return Atan(x) * RAD_TO_DEG; }, 0},
+    {"exp", [](double x) { return Exp(x); }, 0},
     {"deg", [](double x) { return x * RAD_TO_DEG; }, 0},
     {"rad", [](double x) { return x * DEG_TO_RAD; }, 0},
-    {"sinh", [](double x) { return std::sinh(x); }, 0},
-    {"cosh", [](double x) { return std::cosh(x); }, 0},
+    {"sinh", [](double x) { return Sinh(x); }, 0},
+    {"cosh", [](double x) { return Cosh(x); }, 0},
     {"abs", [](double x) { return std::fabs(x); }, 0},
     {"pi", nullptr, base::kPi},
     // phi is not the golden ratio here: existing input relies on its being pi.

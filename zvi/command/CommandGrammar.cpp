@@ -1,5 +1,7 @@
 #include "zvi/command/CommandGrammarDetail.h"
 
+#include "zvi/math/elementary/Elementary.h"
+
 #include <algorithm>
 #include <cmath>
 #include <string_view>
@@ -336,8 +338,8 @@ bool CommandGrammar::PositionOfList() {
 }
 
 void CommandGrammar::AddPolar(double length, double degrees, unsigned int op) {
-    m_result.AddDouble(length * std::cos(degrees * DEG_TO_RAD));
-    m_result.AddDouble(length * std::sin(degrees * DEG_TO_RAD));
+    m_result.AddDouble(length * Cos(degrees * DEG_TO_RAD));
+    m_result.AddDouble(length * Sin(degrees * DEG_TO_RAD));
     m_result.AddDouble(0.0);
     m_result.SetOpCode(op);
 }

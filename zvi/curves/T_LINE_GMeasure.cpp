@@ -1,5 +1,6 @@
 #include "zvi/base/Pi.h"
 #include "zvi/curves/T_LINE_G.h"
+#include "zvi/math/elementary/Elementary.h"
 
 #include "zvi/curves/ArcDetail.h"
 #include "zvi/curves/MGeomFunc.h"
@@ -68,7 +69,7 @@ public:
     double Least() const { return m_least; }
 
 private:
-    static double Cosine(double degrees) { return Snapped(std::cos(degrees * base::kRadiansPerDegree)); }
+    static double Cosine(double degrees) { return Snapped(Cos(degrees * base::kRadiansPerDegree)); }
 
     void Offer(double angle) {
         double const cosine = Cosine(angle);
@@ -237,7 +238,7 @@ int T_LINE_G::GetLineBreadth(double const *axis, MArray<Point> &out) const {
 
 int T_LINE_G::GetLineBreadth(double angleDeg, MArray<Point> &out) const {
     double const radians = angleDeg * base::kRadiansPerDegree;
-    double const axis[3] = {std::cos(radians), Snapped(std::sin(radians)), 0.0};
+    double const axis[3] = {Cos(radians), Snapped(Sin(radians)), 0.0};
     return GetLineBreadth(axis, out);
 }
 

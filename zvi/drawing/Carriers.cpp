@@ -1,5 +1,7 @@
 #include "zvi/drawing/CarriersDetail.h"
 
+#include "zvi/math/elementary/Elementary.h"
+
 #include <algorithm>
 #include <limits>
 #include <tuple>
@@ -23,7 +25,7 @@ constexpr double kLargestRadius = 2.0;
 
 /// The direction of a line whichever way it runs, from 0 to below a half turn, but for rounding below 0.
 double TurnOf(Stretch const &line) {
-    double angle = std::atan2(line.end.y - line.start.y, line.end.x - line.start.x);
+    double angle = Atan2(line.end.y - line.start.y, line.end.x - line.start.x);
     if (angle < 0.0)
         angle += kPi;
     return angle > kPi - kSameDirection ? angle - kPi : angle;
@@ -138,13 +140,13 @@ private:
 } // namespace
 
 double Carriers::Carrier::StepOf(double distance) const {
-    return isCircle ? 2.0 * std::asin(std::min(1.0, 0.5 * distance / radius)) : distance;
+    return isCircle ? 2.0 * Asin(std::min(1.0, 0.5 * distance / radius)) : distance;
 }
 
 double Carriers::Carrier::PositionOf(DrawingPoint p) const {
     if (!isCircle)
         return Dot(direction, p - base);
-    double const angle = std::atan2(p.y - base.y, p.x - base.x);
+    double const angle = Atan2(p.y - base.y, p.x - base.x);
     return angle < 0.0 ? angle + kTwoPi : angle;
 }
 

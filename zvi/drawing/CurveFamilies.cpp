@@ -1,6 +1,7 @@
 #include "zvi/drawing/CurveFamiliesDetail.h"
 
 #include "zvi/drawing/MeetingsDetail.h"
+#include "zvi/math/elementary/Elementary.h"
 
 #include <algorithm>
 #include <map>
@@ -42,7 +43,7 @@ struct Claim {
 
 /// The direction of a line, upward.
 double TurnOf(Stretch const &line) {
-    double const angle = std::atan2(line.end.y - line.start.y, line.end.x - line.start.x);
+    double const angle = Atan2(line.end.y - line.start.y, line.end.x - line.start.x);
     return angle < 0.0 ? angle + kPi : angle;
 }
 
@@ -138,7 +139,7 @@ private:
             if (i + 1 < turns.size() && turns[i + 1].first - turns[i].first < kSameDirection)
                 continue;
             double const turn = turns[i - edges.size() / 2].first;
-            Add({Kind::kParallel, {std::cos(turn), std::sin(turn)}, -1}, edges);
+            Add({Kind::kParallel, {Cos(turn), Sin(turn)}, -1}, edges);
             edges.clear();
         }
     }
@@ -195,7 +196,7 @@ void AddTurns(double low, double high, double from, double to, std::vector<Box> 
 
 /// The angle that something of the size `size` takes at a distance.
 double AngleOf(double size, double distance) {
-    return size < distance ? std::asin(size / distance) : kPi;
+    return size < distance ? Asin(size / distance) : kPi;
 }
 
 /// Adds the boxes of a member in the coordinates of its family, grown so that those of members meet which come nearer
@@ -237,7 +238,7 @@ private:
     /// Angle and distance from the centre. Centres differ by up to the snap distance.
     void AddConcentric(Stretch const &s, std::vector<Box> &boxes) const {
         DrawingPoint const first = (s.sweep < 0.0 ? s.end : s.start) - s.center;
-        double const low = std::atan2(first.y, first.x), grown = AngleOf(m_reach + m_snap, s.radius);
+        double const low = Atan2(first.y, first.x), grown = AngleOf(m_reach + m_snap, s.radius);
         double const width = m_reach + m_snap;
         AddTurns(low - grown, low + std::fabs(s.sweep) + grown, s.radius - width, s.radius + width, boxes);
     }
@@ -245,7 +246,7 @@ private:
     /// The angles between the tangent and the chord at the common place, where the edge starts.
     void AddRay(Stretch const &s, std::vector<Box> &boxes) const {
         DrawingPoint const chord = s.end - s.start;
-        double const end = std::atan2(chord.y, chord.x), begin = end - 0.5 * s.sweep;
+        double const end = Atan2(chord.y, chord.x), begin = end - 0.5 * s.sweep;
         double const grown = AngleOf(m_reach, Length(chord));
         AddTurns(std::min(begin, end) - grown, std::max(begin, end) + grown, 0.0, 0.0, boxes);
     }
@@ -254,7 +255,7 @@ private:
     /// distance allows, as far as rounding goes.
     void AddHalf(DrawingPoint end, Stretch const &line, std::vector<Box> &boxes) const {
         DrawingPoint const half = end - m_trait.at;
-        double const angle = std::atan2(half.y, half.x);
+        double const angle = Atan2(half.y, half.x);
         double const miss = kComputed * m_rounding + DistanceFromLine(line, m_trait.at);
         double const grown = std::max(AngleOf(m_reach, Length(half)), AngleOf(miss, kSamePlace * m_snap));
         AddTurns(angle - grown, angle + grown, 0.0, 0.0, boxes);

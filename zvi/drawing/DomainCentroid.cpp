@@ -1,6 +1,7 @@
 #include "zvi/drawing/DomainCentroid.h"
 
 #include "zvi/drawing/StretchDetail.h"
+#include "zvi/math/elementary/Elementary.h"
 
 namespace zvi::lib {
 
@@ -30,7 +31,7 @@ void Add(Moment &moment, Stretch const &s, DrawingPoint origin) {
         return;
     // Seen from the circle's centre the first moment of a segment is a twelfth of the chord's cube, along the middle of
     // the arc.
-    double const chord = 2.0 * s.radius * std::sin(0.5 * std::fabs(s.sweep));
+    double const chord = 2.0 * s.radius * Sin(0.5 * std::fabs(s.sweep));
     DrawingPoint const middle = (PointAt(s, 0.5) - s.center) * (1.0 / s.radius);
     moment.first = moment.first + middle * std::copysign(chord * chord * chord / 12.0, s.sweep);
 }

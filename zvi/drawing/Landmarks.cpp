@@ -1,5 +1,7 @@
 #include "zvi/drawing/LandmarksDetail.h"
 
+#include "zvi/math/elementary/Elementary.h"
+
 #include <array>
 #include <complex>
 
@@ -45,7 +47,7 @@ public:
 
     void Add(DrawingPoint p, double weight) {
         Complex const z((p.x - m_middle.x) * m_scale, (p.y - m_middle.y) * m_scale);
-        double const r = std::abs(z);
+        double const r = Hypot(z.real(), z.imag());
         if (!(r > 0.0))
             return;
         Complex const u = z / r;
@@ -63,11 +65,12 @@ public:
         Frame best;
         for (int order = 1; order <= kHighestOrder; ++order)
             for (Complex const m : m_sums[Index(order - 1)]) {
-                if (IsNothing(std::abs(m)))
+                if (IsNothing(Hypot(m.real(), m.imag())))
                     continue;
                 for (int turn = 0; turn < order; ++turn)
                     for (bool const isMirrored : {false, true}) {
-                        Frame const frame{std::polar(1.0, (std::arg(m) + kTwoPi * turn) / order), isMirrored};
+                        double const angle = (Atan2(m.imag(), m.real()) + kTwoPi * turn) / order;
+                        Frame const frame{Complex(Cos(angle), Sin(angle)), isMirrored};
                         if ((turn == 0 && !isMirrored) || IsBetter(frame, best))
                             best = frame;
                     }

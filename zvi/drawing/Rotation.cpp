@@ -1,6 +1,7 @@
 #include "zvi/drawing/RotationDetail.h"
 
 #include "zvi/base/Buckets.h"
+#include "zvi/math/elementary/Elementary.h"
 
 #include <algorithm>
 
@@ -34,7 +35,7 @@ struct Spoke {
     double AngleAt(double distance) const {
         if (radius == 0.0 || (distance == reach && std::fabs(halfSweep) <= 0.5 * kPi))
             return chordAngle;
-        return Tangent() + std::copysign(std::asin(std::min(1.0, 0.5 * distance / radius)), halfSweep);
+        return Tangent() + std::copysign(Asin(std::min(1.0, 0.5 * distance / radius)), halfSweep);
     }
 };
 
@@ -52,7 +53,7 @@ Spoke SpokeOf(PlanarMap const &map, HalfEdge h) {
         if (std::fabs(spoke.halfSweep) > 0.5 * kPi)
             spoke.reach = spoke.radius;
     }
-    spoke.chordAngle = std::atan2(chord.y, chord.x);
+    spoke.chordAngle = Atan2(chord.y, chord.x);
     return spoke;
 }
 

@@ -1,5 +1,7 @@
 #include "zvi/drawing/StretchDetail.h"
 
+#include "zvi/math/elementary/Elementary.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -19,7 +21,7 @@ constexpr double kAtCenter = 0x1p-20;
 /// t - sin t without cancellation.
 double TurnMinusSine(double t) {
     if (std::fabs(t) > kSeriesAngle)
-        return t - std::sin(t);
+        return t - Sin(t);
     double const t2 = t * t;
     return t * t2 / 6.0 * (1.0 - t2 / 20.0 * (1.0 - t2 / 42.0 * (1.0 - t2 / 72.0)));
 }
@@ -30,7 +32,7 @@ double NearestTurn(double angle, double wanted) {
 }
 
 double AngleBetween(DrawingPoint u, DrawingPoint v) {
-    return std::atan2(Cross(u, v), Dot(u, v));
+    return Atan2(Cross(u, v), Dot(u, v));
 }
 
 /// The turn of an arc between two points of its circle that is nearest to `wanted`, but for one that passes the start
@@ -57,7 +59,7 @@ void FitThroughMiddle(Stretch &s, DrawingPoint middle) {
     double const v = Dot(m, normal);
     double const offset = (u * u + v * v - half * half) / (2.0 * v);
     s.center = chordMiddle + normal * offset;
-    s.radius = std::hypot(half, offset);
+    s.radius = Hypot(half, offset);
     s.sweep = TurnBetween(s, s.start, s.end, s.sweep);
 }
 
@@ -68,8 +70,8 @@ void FitWithRise(Stretch &s, double rise) {
     double const half = 0.5 * length;
     double const offset = (half * half - rise * rise) / (2.0 * rise);
     s.center = (s.start + s.end) * 0.5 + Left(chord) * (offset / length);
-    s.radius = std::hypot(half, offset);
-    s.sweep = 4.0 * std::atan(rise / half);
+    s.radius = Hypot(half, offset);
+    s.sweep = 4.0 * Atan(rise / half);
 }
 
 bool LiesOnCircle(Stretch const &arc, DrawingPoint p, double allowed) {
@@ -92,7 +94,7 @@ double OutOfCircle(Stretch const &arc, DrawingPoint p) {
 
 double TurnTo(Stretch const &arc, DrawingPoint p) {
     DrawingPoint const u = arc.start - arc.center;
-    double angle = std::atan2(Cross(u, p - arc.start), Dot(u, p - arc.center));
+    double angle = Atan2(Cross(u, p - arc.start), Dot(u, p - arc.center));
     if (arc.sweep < 0.0)
         angle = -angle;
     return angle < 0.0 ? angle + kTwoPi : angle;
@@ -144,9 +146,9 @@ DrawingPoint PointAt(Stretch const &s, double t) {
     if (!s.isArc)
         return t < 0.5 ? s.start + (s.end - s.start) * t : s.end - (s.end - s.start) * (1.0 - t);
     // From the start by the versed sine, so that a large radius costs no digits.
-    double const angle = s.sweep * t, half = std::sin(0.5 * angle);
+    double const angle = s.sweep * t, half = Sin(0.5 * angle);
     DrawingPoint const u = s.start - s.center;
-    return s.start + u * (-2.0 * half * half) + Left(u) * std::sin(angle);
+    return s.start + u * (-2.0 * half * half) + Left(u) * Sin(angle);
 }
 
 Stretch PartOf(Stretch const &s, double from, double to) {
@@ -192,7 +194,7 @@ double LengthOf(Stretch const &s) {
 double SagittaOf(Stretch const &s) {
     if (!s.isArc)
         return 0.0;
-    double const sine = std::sin(0.25 * s.sweep);
+    double const sine = Sin(0.25 * s.sweep);
     return std::copysign(2.0 * s.radius * sine * sine, s.sweep);
 }
 

@@ -1,6 +1,7 @@
 #include "zvi/spatial/FindBodyContacts.h"
 
 #include "zvi/base/DisjointSets.h"
+#include "zvi/math/elementary/Elementary.h"
 #include "zvi/math/free/Triangle.h"
 #include "zvi/spatial/CTriangleSpatialIndex.h"
 #include "zvi/spatial/triangles/PairCollectorDetail.h"
@@ -98,7 +99,7 @@ constexpr double kTrianglesPerCell = 3.0;
 
 /// Cells along the longest axis for a number of triangles: about two cells for each triangle, were they strewn evenly.
 long DivisionsFor(std::size_t count) {
-    return std::clamp(std::lround(std::cbrt(2.0 * static_cast<double>(count))), 1L, 400L);
+    return std::clamp(std::lround(Pow(2.0 * static_cast<double>(count), 1.0 / 3.0)), 1L, 400L);
 }
 
 void Search(std::vector<PlacedTriangle> &triangles, double tolerance, spatial::PairCollector &collector) {

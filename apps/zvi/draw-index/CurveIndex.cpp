@@ -1,5 +1,7 @@
 #include "apps/zvi/draw-index/CurveIndex.h"
 
+#include "zvi/math/elementary/Elementary.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -55,8 +57,8 @@ MQuadMBR2D RectangleOf(DrawingCurve const &curve) {
     Include(box, curve.end);
     if (curve.type == DrawingCurveType::kLine)
         return box;
-    double start = std::atan2(curve.start.y - c.y, curve.start.x - c.x);
-    double end = std::atan2(curve.end.y - c.y, curve.end.x - c.x);
+    double start = lib::Atan2(curve.start.y - c.y, curve.start.x - c.x);
+    double end = lib::Atan2(curve.end.y - c.y, curve.end.x - c.x);
     if (curve.clockwise)
         std::swap(start, end);
     DrawingPoint const extremes[] = {{c.x + r, c.y}, {c.x, c.y + r}, {c.x - r, c.y}, {c.x, c.y - r}};

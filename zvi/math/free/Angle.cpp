@@ -1,10 +1,9 @@
 #include "zvi/math/free/Angle.h"
 
+#include "zvi/math/elementary/Elementary.h"
 #include "zvi/math/free/Distance.h"
 #include "zvi/math/free/FreeFamilyDetail.h"
 #include "zvi/math/free/Scalar.h"
-
-#include <cmath>
 
 namespace zvi::lib {
 
@@ -25,7 +24,7 @@ double AngleByCosineRule(double a, double b, double d) {
         return 0.0;
     if (cosine < -kCosineEnd)
         return 180.0;
-    return degree(std::acos(cosine));
+    return degree(Acos(cosine));
 }
 
 } // namespace

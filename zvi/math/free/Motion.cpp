@@ -1,12 +1,11 @@
 #include "zvi/math/free/Motion.h"
 
+#include "zvi/math/elementary/Elementary.h"
 #include "zvi/math/free/Distance.h"
 #include "zvi/math/free/FreeFamilyDetail.h"
 #include "zvi/math/free/Product.h"
 #include "zvi/math/free/Scalar.h"
 #include "zvi/math/small/SmallMatrix.h"
-
-#include <cmath>
 
 namespace zvi::lib {
 
@@ -16,8 +15,8 @@ namespace {
 
 /// Turns the coordinates (first, second) of p, the first toward the second, and copies the third.
 void RotateInPlane(double const *p, double degrees, int first, int second, double *out) {
-    double const c = std::cos(radian(degrees));
-    double const s = std::sin(radian(degrees));
+    double const c = Cos(radian(degrees));
+    double const s = Sin(radian(degrees));
     int const third = 3 - first - second;
     double const x = p[first] * c - p[second] * s;
     double const y = p[first] * s + p[second] * c;
@@ -44,8 +43,8 @@ void translate_3d(double const *p, double const *offset, double *out) {
 }
 
 void rotate_2d(double const *p, double degrees, double *out) {
-    double const c = std::cos(radian(degrees));
-    double const s = std::sin(radian(degrees));
+    double const c = Cos(radian(degrees));
+    double const s = Sin(radian(degrees));
     double const x = p[0] * c - p[1] * s;
     double const y = p[0] * s + p[1] * c;
     out[0] = x;
@@ -80,8 +79,8 @@ void rotate_about_general_axis_3d(double const *p, double const *base, double co
         return;
     }
     double const u[3] = {axis[0] / length, axis[1] / length, axis[2] / length};
-    double const c = std::cos(radian(degrees));
-    double const s = std::sin(radian(degrees));
+    double const c = Cos(radian(degrees));
+    double const s = Sin(radian(degrees));
     double q[3];
     double cross[3];
     Subtract(p, base, q);

@@ -1,11 +1,10 @@
 #include "zvi/math/free/MotionMatrix.h"
 
+#include "zvi/math/elementary/Elementary.h"
 #include "zvi/math/free/Distance.h"
 #include "zvi/math/free/FreeFamilyDetail.h"
 #include "zvi/math/free/Scalar.h"
 #include "zvi/math/small/SmallMatrix.h"
-
-#include <cmath>
 
 namespace zvi::lib {
 
@@ -18,8 +17,8 @@ constexpr double kGimbalLock = 1e-8;
 
 /// The identity, but for a turn that carries the axis `first` toward the axis `second`.
 void SetPlaneTurn(double degrees, int first, int second, double (*m)[3]) {
-    double const c = std::cos(radian(degrees));
-    double const s = std::sin(radian(degrees));
+    double const c = Cos(radian(degrees));
+    double const s = Sin(radian(degrees));
     identity_matrix_3x3(m);
     m[first][first] = c;
     m[first][second] = -s;
@@ -35,8 +34,8 @@ void SetMirrorOfAxis(int axis, double (*m)[3]) {
 } // namespace
 
 void rotation_matrix_2d(double degrees, double (*m)[2]) {
-    double const c = std::cos(radian(degrees));
-    double const s = std::sin(radian(degrees));
+    double const c = Cos(radian(degrees));
+    double const s = Sin(radian(degrees));
     m[0][0] = c;
     m[0][1] = -s;
     m[1][0] = s;
@@ -63,8 +62,8 @@ void rotation_matrix_about_general_axis_3d(double const *axis, double degrees, d
     double const u = axis[0] / length;
     double const v = axis[1] / length;
     double const w = axis[2] / length;
-    double const c = std::cos(radian(degrees));
-    double const s = std::sin(radian(degrees));
+    double const c = Cos(radian(degrees));
+    double const s = Sin(radian(degrees));
     double const k = 1.0 - c;
     double const rows[3][3] = {{u * u * k + c, u * v * k - w * s, u * w * k + v * s},
                                {u * v * k + w * s, v * v * k + c, v * w * k - u * s},
@@ -87,14 +86,14 @@ void rotation_matrix_from_euler_angle(double const *angles, double (*m)[3]) {
 void euler_angle_from_rotation_matrix(double const (*m)[3], double *angles) {
     // The first column is (cos z cos y, sin z cos y, -sin y) and the last row (-sin y, cos y sin x, cos y cos x).
     double const cosineY = norm_2d(m[0][0], m[1][0]);
-    angles[1] = degree(std::atan2(-m[2][0], cosineY));
+    angles[1] = degree(Atan2(-m[2][0], cosineY));
     if (cosineY < kGimbalLock) {
         angles[0] = 0.0;
-        angles[2] = degree(std::atan2(-m[0][1], m[1][1]));
+        angles[2] = degree(Atan2(-m[0][1], m[1][1]));
         return;
     }
-    angles[0] = degree(std::atan2(m[2][1], m[2][2]));
-    angles[2] = degree(std::atan2(m[1][0], m[0][0]));
+    angles[0] = degree(Atan2(m[2][1], m[2][2]));
+    angles[2] = degree(Atan2(m[1][0], m[0][0]));
 }
 
 void mirror_matrix_2d(double const *direction, double (*m)[2]) {

@@ -1,5 +1,6 @@
 #include "zvi/math/free/PlaneProjection.h"
 
+#include "zvi/math/elementary/Elementary.h"
 #include "zvi/math/free/Angle.h"
 #include "zvi/math/free/Distance.h"
 #include "zvi/math/free/FreeFamilyDetail.h"
@@ -40,7 +41,7 @@ void project_on_line(double const *a, double const *b, double const *p, double *
     gram_schmidt_orthonormal_basis_3d(ab, ap, e1, e2);
     double const line[2] = {Dot3(ab, e1), Dot3(ab, e2)};
     double const point[2] = {Dot3(ap, e1), Dot3(ap, e2)};
-    double const along = norm_2d(point) * std::cos(radian(angle_2d(line, point)));
+    double const along = norm_2d(point) * Cos(radian(angle_2d(line, point)));
     double const foot[3] = {a[0] + e1[0] * along, a[1] + e1[1] * along, a[2] + e1[2] * along};
     math::Copy3(foot, out);
 }

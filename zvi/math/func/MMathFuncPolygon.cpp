@@ -1,3 +1,4 @@
+#include "zvi/math/elementary/Elementary.h"
 #include "zvi/math/func/MMathFunc.h"
 
 #include <cmath>
@@ -113,7 +114,7 @@ RingMoments MomentsOf(int n, double const poly[][2]) {
 }
 
 double DirectionOf(Vec2 v) {
-    double const degrees = std::atan2(v.y, v.x) * MMathFunc::m_trang;
+    double const degrees = Atan2(v.y, v.x) * MMathFunc::m_trang;
     if (!(degrees < 0.0))
         return degrees;
     double const turned = degrees + 360.0;

@@ -1,3 +1,4 @@
+#include "zvi/math/elementary/Elementary.h"
 #include "zvi/math/func/MMathFunc.h"
 
 #include <algorithm>
@@ -48,7 +49,7 @@ Cylindrical CylindricalOf(double const *p, double tol) {
 }
 
 void Store(Cylindrical c, double *out) {
-    math::Store(Vec3{c.r * std::cos(c.angle), c.r * std::sin(c.angle), c.z}, out);
+    math::Store(Vec3{c.r * Cos(c.angle), c.r * Sin(c.angle), c.z}, out);
 }
 
 // A t^2 + 2 B t + C = 0: where a line meets a surface, t along its unit direction.
@@ -197,11 +198,11 @@ bool MMathFunc::project_on_ellipsoid_normal(double const *p, double a, double b,
     double const focus = std::sqrt(std::abs(a * a - b * b));
     Vec2 const toFocus = a >= b ? Vec2{focus, 0.0} : Vec2{0.0, focus};
     double const z = c.z + 0.0; // no negative zero, whose angle over the inner focus would be -pi
-    double const fromFirst = std::atan2(z - toFocus.y, c.r - toFocus.x);
-    double const fromSecond = std::atan2(z + toFocus.y, c.r + toFocus.x);
+    double const fromFirst = Atan2(z - toFocus.y, c.r - toFocus.x);
+    double const fromSecond = Atan2(z + toFocus.y, c.r + toFocus.x);
     double const normal = (fromFirst + fromSecond) / 2.0;
-    Vec2 const point{a * a * std::cos(normal), b * b * std::sin(normal)};
-    double const scale = std::sqrt(point.x * std::cos(normal) + point.y * std::sin(normal));
+    Vec2 const point{a * a * Cos(normal), b * b * Sin(normal)};
+    double const scale = std::sqrt(point.x * Cos(normal) + point.y * Sin(normal));
     Store(Cylindrical{point.x / scale, c.angle, point.y / scale}, out);
     return true;
 }

@@ -1,4 +1,5 @@
 #include "zvi/base/Pi.h"
+#include "zvi/math/elementary/Elementary.h"
 #include "zvi/math/func/MMathFunc.h"
 
 #include <cmath>
@@ -219,8 +220,8 @@ void MMathFunc::mathGetRotateMatrix(double deg, double const *axis, double (*mat
         return;
     auto const [u, v, w] = Unit(direction);
     double const radians = deg * base::kPi / 180.0;
-    double const c = std::cos(radians);
-    double const s = std::sin(radians);
+    double const c = Cos(radians);
+    double const s = Sin(radians);
     double const k = 1.0 - c;
     Store(Vec3{u * u * k + c, u * v * k - w * s, u * w * k + v * s}, matrix[0]);
     Store(Vec3{u * v * k + w * s, v * v * k + c, v * w * k - u * s}, matrix[1]);

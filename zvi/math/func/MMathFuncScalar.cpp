@@ -1,4 +1,5 @@
 #include "zvi/base/Pi.h"
+#include "zvi/math/elementary/Elementary.h"
 #include "zvi/math/func/MMathFunc.h"
 
 #include <algorithm>
@@ -56,7 +57,7 @@ double WholeOf(double size, Rounding rounding) {
 }
 
 double RoundDecimals(double value, int digits, Rounding rounding) {
-    double const scale = std::pow(10.0, std::abs(std::clamp(digits, -kMaxDigits, kMaxDigits)));
+    double const scale = Pow(10.0, std::abs(std::clamp(digits, -kMaxDigits, kMaxDigits)));
     double const size = digits < 0 ? std::abs(value) / scale : std::abs(value) * scale;
     if (!(size < kWholeMantissa))
         return value;
@@ -103,19 +104,19 @@ void MMathFunc::MakeNonZero(double *v) {
 }
 
 double MMathFunc::mathSin(double radians) {
-    return SnapToUnitRange(std::sin(radians));
+    return SnapToUnitRange(Sin(radians));
 }
 
 double MMathFunc::mathCos(double radians) {
-    return SnapToUnitRange(std::cos(radians));
+    return SnapToUnitRange(Cos(radians));
 }
 
 double MMathFunc::mathAsin(double value) {
-    return std::asin(ClampToUnitRange(value));
+    return Asin(ClampToUnitRange(value));
 }
 
 double MMathFunc::mathAcos(double value) {
-    return std::acos(ClampToUnitRange(value));
+    return Acos(ClampToUnitRange(value));
 }
 
 double MMathFunc::mathSqrt(double value) {
@@ -165,7 +166,7 @@ double MMathFunc::GetAngle(double dx, double dy) {
             return 0.0;
         return dy > 0.0 ? 90.0 : 270.0;
     }
-    double const slope = std::atan(dy / dx) * m_trang;
+    double const slope = Atan(dy / dx) * m_trang;
     if (dx > 0.0)
         return slope < 0.0 ? slope + 360.0 : slope;
     return slope + 180.0;
@@ -186,7 +187,7 @@ double MMathFunc::GetAngle(double x1, double y1, double x2, double y2, int direc
             return 0.0;
         return direction ? 180.0 : 0.0;
     }
-    double const slope = std::atan(dy / dx) * m_trang;
+    double const slope = Atan(dy / dx) * m_trang;
     if (!direction)
         return slope;
     if (dx < 0.0)

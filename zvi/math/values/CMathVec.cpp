@@ -1,6 +1,7 @@
 #include "zvi/math/values/CMathVec.h"
 
 #include "zvi/base/Pi.h"
+#include "zvi/math/elementary/Elementary.h"
 #include "zvi/math/values/CMathPln.h"
 
 #include <cmath>
@@ -116,8 +117,8 @@ double CMathVec::Angle(CMathVec const &other, int inRadians) const {
     CMathVec const otherUnit = other.Normalized();
     double const cosine = unit * otherUnit;
     if (cosine > -kCosine45 && cosine < kCosine45)
-        return FromRadians(std::acos(cosine), inRadians);
-    double const angle = std::asin(unit.Crossed(otherUnit).Magnitude());
+        return FromRadians(Acos(cosine), inRadians);
+    double const angle = Asin(unit.Crossed(otherUnit).Magnitude());
     return FromRadians(cosine < 0.0 ? kPi - angle : angle, inRadians);
 }
 
@@ -133,8 +134,8 @@ void CMathVec::Rotate(CMathVec const &axis, double angle) {
     double const u = unit.X();
     double const v = unit.Y();
     double const w = unit.Z();
-    double const s = std::sin(angle);
-    double const k = 1.0 - std::cos(angle);
+    double const s = Sin(angle);
+    double const k = 1.0 - Cos(angle);
     CMathVec const row1(1.0 + (-w * w - v * v) * k, u * v * k - w * s, u * w * k + v * s);
     CMathVec const row2(u * v * k + w * s, 1.0 + (-u * u - w * w) * k, v * w * k - u * s);
     CMathVec const row3(u * w * k - v * s, v * w * k + u * s, 1.0 + (-u * u - v * v) * k);
@@ -153,7 +154,7 @@ void CMathVec::Project(CMathPln const &plane) {
     if (std::abs(elevation) < kInPlane)
         return;
     Rotate(normal.Crossed(*this), elevation);
-    *this *= std::cos(elevation);
+    *this *= Cos(elevation);
 }
 
 CMathVec CMathVec::Projected(CMathPln const &plane) const {

@@ -3,6 +3,7 @@
 #include "apps/zvi/domains/geometry/BulgeArc.h"
 #include "apps/zvi/domains/geometry/Flatten.h"
 #include "apps/zvi/domains/geometry/Spline.h"
+#include "zvi/math/elementary/Elementary.h"
 
 #include <algorithm>
 #include <cmath>
@@ -100,7 +101,7 @@ void ShapeDrawer::AddArc(DrawingPoint const &center, DrawingPoint const &start, 
     curve.start = start;
     curve.end = end;
     curve.center = center;
-    curve.radius = std::hypot(start.x - center.x, start.y - center.y);
+    curve.radius = lib::Hypot(start.x - center.x, start.y - center.y);
     curve.clockwise = clockwise;
     m_drawn.curves.push_back(curve);
 }
@@ -137,13 +138,13 @@ void ShapeDrawer::AddEllipseArc(EllipseArc const &arc, DrawingPoint const &start
     bool const mirrored = arc.cosineAxis.x * arc.sineAxis.y - arc.cosineAxis.y * arc.sineAxis.x < 0.0;
     bool const full = std::abs(arc.sweep) >= kTurn;
     if (IsCircular(arc) && full) {
-        AddCircle(arc.center, std::hypot(arc.cosineAxis.x, arc.cosineAxis.y));
+        AddCircle(arc.center, lib::Hypot(arc.cosineAxis.x, arc.cosineAxis.y));
     } else if (IsCircular(arc)) {
         AddArc(arc.center, start, end, mirrored != (arc.sweep < 0.0));
     } else {
         EllipseArc const principal = arc.WithPrincipalAxes();
-        double const size = 2.0 * std::max(std::hypot(principal.cosineAxis.x, principal.cosineAxis.y),
-                                           std::hypot(principal.sineAxis.x, principal.sineAxis.y));
+        double const size = 2.0 * std::max(lib::Hypot(principal.cosineAxis.x, principal.cosineAxis.y),
+                                           lib::Hypot(principal.sineAxis.x, principal.sineAxis.y));
         double const error = m_chordError.ForSize(size);
         std::vector<DrawingPoint> points = FlattenEllipse(arc, error);
         points.front() = start;
@@ -166,7 +167,7 @@ void ShapeDrawer::AddEntityArc(Affine const &map, EntityArc const &arc) {
 void ShapeDrawer::NotePlane(Affine const &map) {
     auto const rises = [&map](Point3 const &direction) {
         Point3 const v = map.Direction(direction);
-        return std::abs(v.z) > kLevel * std::hypot(v.x, v.y, v.z);
+        return std::abs(v.z) > kLevel * lib::Hypot(v.x, v.y, v.z);
     };
     m_drawn.tilted = m_drawn.tilted || rises({1.0, 0.0, 0.0}) || rises({0.0, 1.0, 0.0});
 }
@@ -241,14 +242,14 @@ void ShapeDrawer::operator()(DxfPolyline const &polyline) {
 }
 
 void ShapeDrawer::operator()(DxfEllipse const &ellipse) {
-    double const length = std::hypot(ellipse.extrusion.x, ellipse.extrusion.y, ellipse.extrusion.z);
+    double const length = lib::Hypot(ellipse.extrusion.x, ellipse.extrusion.y, ellipse.extrusion.z);
     Point3 const normal = length > 0.0 ? ellipse.extrusion : Point3{0.0, 0.0, 1.0};
     Point3 const across = Cross(normal, ellipse.majorAxis);
     double const factor = ellipse.ratio / (length > 0.0 ? length : 1.0);
     Point3 const major = m_place.Direction(ellipse.majorAxis);
     Point3 const minor = m_place.Direction({factor * across.x, factor * across.y, factor * across.z});
-    m_drawn.tilted = std::abs(major.z) > kLevel * std::hypot(major.x, major.y, major.z) ||
-                     std::abs(minor.z) > kLevel * std::hypot(minor.x, minor.y, minor.z);
+    m_drawn.tilted = std::abs(major.z) > kLevel * lib::Hypot(major.x, major.y, major.z) ||
+                     std::abs(minor.z) > kLevel * lib::Hypot(minor.x, minor.y, minor.z);
     NoteHeight(m_place.Point(ellipse.center));
     EllipseArc arc{FromAbove(m_place.Point(ellipse.center)), FromAbove(major), FromAbove(minor), 0.0, 0.0};
     arc.from = std::fmod(ellipse.from, kTurn);
@@ -265,7 +266,7 @@ void ShapeDrawer::operator()(Spline const &given) {
     }
     for (Point3 const &control : spline->controls)
         NoteHeight(m_place.Point(control));
-    double const size = std::hypot(m_high.x - m_low.x, m_high.y - m_low.y);
+    double const size = lib::Hypot(m_high.x - m_low.x, m_high.y - m_low.y);
     m_drawn.unusable = !(size > 0.0) || !std::isfinite(size);
     double const error = m_chordError.ForSize(size);
     if (!m_drawn.unusable)

@@ -1,5 +1,7 @@
 #include "apps/zvi/domains/geometry/Affine.h"
 
+#include "zvi/math/elementary/Elementary.h"
+
 #include <cmath>
 #include <numbers>
 
@@ -94,7 +96,7 @@ Point3 UnitAtDegrees(double degrees) {
         return {kCosines[quarter], kCosines[(quarter + 3) % 4], 0.0};
     }
     double const radians = turned * std::numbers::pi / 180.0;
-    return {std::cos(radians), std::sin(radians), 0.0};
+    return {lib::Cos(radians), lib::Sin(radians), 0.0};
 }
 
 } // namespace zvi::app

@@ -1,5 +1,7 @@
 #include "apps/zvi/domains/geometry/BulgeArc.h"
 
+#include "zvi/math/elementary/Elementary.h"
+
 #include <cmath>
 
 namespace zvi::app {
@@ -13,9 +15,9 @@ BulgeArc ArcOfBulge(Point3 const &start, Point3 const &end, double bulge) {
     BulgeArc arc;
     arc.center = {(start.x + end.x) / 2.0 - (end.y - start.y) * off, (start.y + end.y) / 2.0 + (end.x - start.x) * off,
                   start.z};
-    arc.radius = std::hypot(start.x - arc.center.x, start.y - arc.center.y);
-    arc.from = std::atan2(start.y - arc.center.y, start.x - arc.center.x);
-    arc.sweep = 4.0 * std::atan(bulge);
+    arc.radius = lib::Hypot(start.x - arc.center.x, start.y - arc.center.y);
+    arc.from = lib::Atan2(start.y - arc.center.y, start.x - arc.center.x);
+    arc.sweep = 4.0 * lib::Atan(bulge);
     return arc;
 }
 

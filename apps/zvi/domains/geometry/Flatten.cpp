@@ -1,5 +1,7 @@
 #include "apps/zvi/domains/geometry/Flatten.h"
 
+#include "zvi/math/elementary/Elementary.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -45,7 +47,7 @@ double Dot(DrawingPoint const &a, DrawingPoint const &b) {
 }
 
 double Length(DrawingPoint const &a) {
-    return std::hypot(a.x, a.y);
+    return lib::Hypot(a.x, a.y);
 }
 
 /// The part of p - (a + b) / 2 at right angles to the chord from a to b; all of it when the chord has no length.
@@ -122,15 +124,15 @@ void FlattenSpan(PlaneCurve const &curve, double from, double to, double error, 
 }
 
 DrawingPoint EllipseArc::At(double t) const {
-    return center + std::cos(t) * cosineAxis + std::sin(t) * sineAxis;
+    return center + lib::Cos(t) * cosineAxis + lib::Sin(t) * sineAxis;
 }
 
 EllipseArc EllipseArc::WithPrincipalAxes() const {
     double const turn =
-        0.5 * std::atan2(2.0 * Dot(cosineAxis, sineAxis), Dot(cosineAxis, cosineAxis) - Dot(sineAxis, sineAxis));
+        0.5 * lib::Atan2(2.0 * Dot(cosineAxis, sineAxis), Dot(cosineAxis, cosineAxis) - Dot(sineAxis, sineAxis));
     EllipseArc turned = *this;
-    turned.cosineAxis = std::cos(turn) * cosineAxis + std::sin(turn) * sineAxis;
-    turned.sineAxis = std::cos(turn) * sineAxis - std::sin(turn) * cosineAxis;
+    turned.cosineAxis = lib::Cos(turn) * cosineAxis + lib::Sin(turn) * sineAxis;
+    turned.sineAxis = lib::Cos(turn) * sineAxis - lib::Sin(turn) * cosineAxis;
     turned.from = from - turn;
     return turned;
 }

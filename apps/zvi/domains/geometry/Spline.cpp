@@ -1,10 +1,10 @@
 #include "apps/zvi/domains/geometry/Spline.h"
 
 #include "apps/zvi/domains/geometry/Flatten.h"
+#include "zvi/math/elementary/Elementary.h"
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <tuple>
 
 namespace zvi::app {
@@ -24,7 +24,7 @@ Point3 operator*(double s, Point3 const &a) {
 }
 
 double Length(Point3 const &a) {
-    return std::hypot(a.x, a.y, a.z);
+    return lib::Hypot(a.x, a.y, a.z);
 }
 
 std::vector<double> EvenKnots(std::size_t controls, int degree) {

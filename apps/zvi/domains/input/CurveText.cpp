@@ -7,6 +7,7 @@
 #include "apps/zvi/common/TextDecoding.h"
 #include "apps/zvi/domains/geometry/Affine.h"
 #include "apps/zvi/domains/geometry/Flatten.h"
+#include "zvi/math/elementary/Elementary.h"
 
 #include <cmath>
 #include <limits>
@@ -85,7 +86,7 @@ DrawingCurve ArcThrough(Numbers const &n, std::size_t line) {
     curve.end = {n[4], n[5]};
     curve.center = {n[0] + (squaredM * e.y - squaredE * m.y) / (2.0 * cross),
                     n[1] + (squaredE * m.x - squaredM * e.x) / (2.0 * cross)};
-    curve.radius = std::hypot(n[0] - curve.center.x, n[1] - curve.center.y);
+    curve.radius = lib::Hypot(n[0] - curve.center.x, n[1] - curve.center.y);
     curve.clockwise = cross < 0.0;
     return curve;
 }

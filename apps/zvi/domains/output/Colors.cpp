@@ -1,5 +1,7 @@
 #include "apps/zvi/domains/output/Colors.h"
 
+#include "zvi/math/elementary/Elementary.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -24,7 +26,7 @@ constexpr double kDarkChroma = 0.075;
 /// Linear light to the value of a screen, 0 to 255 (the transfer curve of sRGB).
 int ScreenValue(double linear) {
     double const light = std::clamp(linear, 0.0, 1.0);
-    double const value = light <= 0.0031308 ? 12.92 * light : 1.055 * std::pow(light, 1.0 / 2.4) - 0.055;
+    double const value = light <= 0.0031308 ? 12.92 * light : 1.055 * lib::Pow(light, 1.0 / 2.4) - 0.055;
     return static_cast<int>(std::lround(255.0 * value));
 }
 
@@ -42,8 +44,8 @@ double Cube(double x) {
 /// Lightness, chroma and hue to "#rrggbb" (the Oklab colour space of B. Ottosson, 2020, to linear sRGB).
 std::string ScreenColor(double lightness, double chroma, double hueDegrees) {
     double const hue = hueDegrees * std::numbers::pi / 180.0;
-    double const a = chroma * std::cos(hue);
-    double const b = chroma * std::sin(hue);
+    double const a = chroma * lib::Cos(hue);
+    double const b = chroma * lib::Sin(hue);
     double const l = Cube(lightness + 0.3963377774 * a + 0.2158037573 * b);
     double const m = Cube(lightness - 0.1055613458 * a - 0.0638541728 * b);
     double const s = Cube(lightness - 0.0894841775 * a - 1.2914855480 * b);

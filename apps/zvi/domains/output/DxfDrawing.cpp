@@ -8,6 +8,7 @@
 #include "apps/zvi/domains/output/Loops.h"
 
 #include "zvi/core/Utf8.h"
+#include "zvi/math/elementary/Elementary.h"
 
 #include <algorithm>
 #include <charconv>
@@ -67,12 +68,12 @@ void AddCorners(std::vector<Corner> &corners, DrawingPiece const &piece) {
     double const sweep = SweepOf(piece);
     int const parts = std::abs(sweep) > std::numbers::pi ? 2 : 1;
     for (int i = 0; i < parts; ++i)
-        corners.push_back({PointOn(piece, double(i) / parts), std::tan(sweep / (4.0 * parts))});
+        corners.push_back({PointOn(piece, double(i) / parts), lib::Tan(sweep / (4.0 * parts))});
 }
 
 /// The direction of a point of an arc from its centre, in degrees.
 double DegreesAt(DrawingPiece const &piece, DrawingPoint const &p) {
-    return std::atan2(p.y - piece.center.y, p.x - piece.center.x) * 180.0 / std::numbers::pi;
+    return lib::Atan2(p.y - piece.center.y, p.x - piece.center.x) * 180.0 / std::numbers::pi;
 }
 
 class DxfWriter {

@@ -1,6 +1,7 @@
 #include "apps/zvi/domains/output/FreeEnds.h"
 
 #include "apps/zvi/domains/output/Loops.h"
+#include "zvi/math/elementary/Elementary.h"
 
 #include <algorithm>
 #include <cmath>
@@ -24,20 +25,20 @@ double DistanceTo(DrawingPiece const &line, DrawingPoint p) {
     double const square = dx * dx + dy * dy;
     double const along = square > 0.0 ? ((p.x - line.start.x) * dx + (p.y - line.start.y) * dy) / square : 0.0;
     double const t = std::clamp(along, 0.0, 1.0);
-    return std::hypot(p.x - line.start.x - t * dx, p.y - line.start.y - t * dy);
+    return lib::Hypot(p.x - line.start.x - t * dx, p.y - line.start.y - t * dy);
 }
 
 bool Reaches(DrawingPiece const &piece, DrawingPoint p, double reach) {
     if (piece.type == lib::DrawingCurveType::kLine)
         return DistanceTo(piece, p) <= reach;
-    double const away = std::hypot(p.x - piece.center.x, p.y - piece.center.y) - piece.radius;
+    double const away = lib::Hypot(p.x - piece.center.x, p.y - piece.center.y) - piece.radius;
     if (std::fabs(away) > reach)
         return false;
     DrawingPiece chord = piece;
     chord.end = p;
     chord.type = lib::DrawingCurveType::kArc;
-    bool const isAtEnd = std::hypot(p.x - piece.start.x, p.y - piece.start.y) <= reach ||
-                         std::hypot(p.x - piece.end.x, p.y - piece.end.y) <= reach;
+    bool const isAtEnd = lib::Hypot(p.x - piece.start.x, p.y - piece.start.y) <= reach ||
+                         lib::Hypot(p.x - piece.end.x, p.y - piece.end.y) <= reach;
     return isAtEnd || piece.type == lib::DrawingCurveType::kCircle ||
            std::fabs(SweepOf(chord)) <= std::fabs(SweepOf(piece));
 }

@@ -1,6 +1,7 @@
 #include "apps/zvi/domains/output/JoinAdvice.h"
 
 #include "apps/zvi/common/NumberText.h"
+#include "zvi/math/elementary/Elementary.h"
 
 #include <cmath>
 
@@ -13,7 +14,7 @@ constexpr double kJump = 3.0;
 
 /// Three digits, and not below what is needed.
 double ToType(double needed) {
-    double const unit = std::pow(10.0, std::floor(std::log10(needed)) - 2.0);
+    double const unit = lib::Pow(10.0, std::floor(lib::Log10(needed)) - 2.0);
     for (double units = std::ceil(needed / unit);; ++units) {
         double const typed = ParseNumber(ShortNumber(units * unit, 3)).value_or(needed);
         if (!(typed < needed))

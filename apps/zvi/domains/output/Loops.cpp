@@ -1,5 +1,7 @@
 #include "apps/zvi/domains/output/Loops.h"
 
+#include "zvi/math/elementary/Elementary.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -15,7 +17,7 @@ using lib::DrawingPoint;
 constexpr double kTurn = 2.0 * std::numbers::pi;
 
 double AngleAt(DrawingPiece const &piece, DrawingPoint const &p) {
-    return std::atan2(p.y - piece.center.y, p.x - piece.center.x);
+    return lib::Atan2(p.y - piece.center.y, p.x - piece.center.x);
 }
 
 int ChordCount(DrawingPiece const &piece, double degrees) {
@@ -36,7 +38,7 @@ void Box::Add(DrawingPoint const &p) {
 }
 
 double Box::Diagonal() const {
-    return std::hypot(Width(), Height());
+    return lib::Hypot(Width(), Height());
 }
 
 double SweepOf(DrawingPiece const &piece) {
@@ -56,7 +58,7 @@ bool IsFinite(DrawingPiece const &piece) {
 
 double LengthOf(DrawingPiece const &piece) {
     if (piece.type == DrawingCurveType::kLine)
-        return std::hypot(piece.end.x - piece.start.x, piece.end.y - piece.start.y);
+        return lib::Hypot(piece.end.x - piece.start.x, piece.end.y - piece.start.y);
     return piece.radius * std::abs(SweepOf(piece));
 }
 
@@ -68,7 +70,7 @@ DrawingPoint PointOn(DrawingPiece const &piece, double part) {
         return part == 0.0 ? piece.start : piece.end;
     double const from = piece.type == DrawingCurveType::kCircle ? 0.0 : AngleAt(piece, piece.start);
     double const angle = from + part * SweepOf(piece);
-    return {piece.center.x + piece.radius * std::cos(angle), piece.center.y + piece.radius * std::sin(angle)};
+    return {piece.center.x + piece.radius * lib::Cos(angle), piece.center.y + piece.radius * lib::Sin(angle)};
 }
 
 void AddToBox(Box &box, DrawingPiece const &piece) {

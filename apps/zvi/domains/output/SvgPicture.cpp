@@ -9,9 +9,9 @@
 #include "apps/zvi/domains/output/Loops.h"
 #include "apps/zvi/domains/output/Report.h"
 #include "apps/zvi/domains/output/SvgPath.h"
+#include "zvi/math/elementary/Elementary.h"
 
 #include <algorithm>
-#include <cmath>
 #include <functional>
 
 namespace zvi::app {
@@ -269,7 +269,7 @@ void Picture::Numbers() {
         std::string const number = std::to_string(i + 1);
         LabelPoint const &label = m_labels[i];
         double const halfWidth = 0.5 * kDigitWidth * static_cast<double>(number.size());
-        double const fitting = kNumberFill * label.radius * m_frame.scale / std::hypot(halfWidth, kHalfDigitHeight);
+        double const fitting = kNumberFill * label.radius * m_frame.scale / lib::Hypot(halfWidth, kHalfDigitHeight);
         double const fontSize = std::min(fitting, kLargestNumber);
         if (!(fontSize >= kSmallestNumber))
             continue;
