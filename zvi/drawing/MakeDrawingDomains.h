@@ -50,10 +50,10 @@ namespace zvi::lib {
 /// Cost, with n curves, k meeting points of theirs and s = n + k places: finding pairs and cutting n log n + k log k;
 /// ordering round the places, contracting, folding, walking and nesting s log s. Memory grows as s. Boxes that meet
 /// without the curves doing so cost little: parallel, concentric and diverging curves are told apart by families.
-/// Curves that overlap one another on one line or circle, many at once, have as many cuts as pairs, but cost n log n:
-/// each stretch is held once, and what later curves have of it is counted only (not with `keepDuplicates`). Lines
-/// through one exact point meet in one place. Once their ends are rounded, to four decimals say, they meet in as many
-/// places as they have pairs: n squared vertices, which are all looked at.
+/// Curves that overlap one another on one line or circle, many at once, have as many cuts as pairs, but cost far less
+/// than these: each stretch is held once, and what later curves have of it is counted only (not with `keepDuplicates`).
+/// Lines through one exact point meet in one place. Once their ends are rounded, to four decimals say, they meet in as
+/// many places as they have pairs: n squared vertices, which are all looked at.
 ZVI_API DrawingResult MakeDrawingDomains(std::vector<DrawingCurve> const &curves, DrawingOptions const &options = {});
 
 /// Is told from time to time, on the thread of the call, which share of the work is done, from 0 to 1 and growing.
