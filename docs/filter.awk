@@ -15,8 +15,23 @@ FNR == 1 {
         room = "export"
     gsub(/\//, "_", room)
 }
+function open_topic() {
+    print "/// @addtogroup room_" room "\n/// @{\n"
+}
 {
     change = depth_change($0)
+    # The topic is opened within each namespace, for it takes in a namespace as such alone, and around what stands outside.
+    if (depth == 0 && !is_global && $0 ~ /^(\/\/\/|class|struct|enum|template|inline|using)/) {
+        open_topic()
+        is_global = 1
+    } else if (depth == 0 && is_global && $0 ~ /^namespace/) {
+        print "/// @}"
+        is_global = 0
+    }
+    if (depth == 1 && change == -1 && in_namespace) {
+        print "/// @}"
+        in_namespace = 0
+    }
     is_comment = $0 ~ /^ *\/\/\//
     if (is_comment) {
         # What it says is no command of Doxygen's, and no comment of C.
@@ -36,7 +51,12 @@ FNR == 1 {
     was_comment = is_comment
     depth += change
     ends_declaration = is_comment || $0 ~ /[;}] *(\/\/.*)?$|^ *$|: *$/
-    if ($0 ~ /^#pragma once/)
-        print "/// @addtogroup room_" room "\n/// @{"
+    if (depth == 1 && change == 1 && $0 ~ /^namespace/) {
+        open_topic()
+        in_namespace = 1
+    }
 }
-END { print "/// @}" }
+END {
+    if (is_global)
+        print "/// @}"
+}
