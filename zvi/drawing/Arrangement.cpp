@@ -268,7 +268,8 @@ Arrangement ArrangeAt(UsableCurves const &curves, bool split, bool keepDuplicate
 
 Arrangement Arrange(UsableCurves const &curves, bool split, bool keepDuplicates) {
     double snap = std::max(kSnapInRoundings * curves.rounding, kSmallestSnap);
-    for (bool isThorough = false;; isThorough = true, snap *= kCoarser)
+    // It is looked at more closely before it is looked at more coarsely.
+    for (bool isThorough = false;; snap *= isThorough ? kCoarser : 1.0, isThorough = true)
         if (Arrangement arrangement =
                 ArrangeAt(curves, split, keepDuplicates, snap, isThorough, split && !keepDuplicates);
             !split || arrangement.map.IsPlanar())
