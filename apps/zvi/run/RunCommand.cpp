@@ -73,7 +73,7 @@ RunOptions Parse(std::vector<std::string> const &arguments) {
     app.add_option("ARGS", shown, "Its arguments")->type_name("");
     app.add_option("--stop-after", options.stopAfter, "Stop the program after so many seconds")
         ->type_name("SECONDS")
-        ->check(CLI::Range(0.0, kLongestSeconds));
+        ->check(CLI::Range(0.0, kLongestSeconds).description(""));
     app.add_flag("--json", options.json, "One JSON object for each message");
     CommandLineForm form{kExamples, kFooter};
     form.takesMinusWords = false;
