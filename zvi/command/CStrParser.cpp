@@ -177,7 +177,8 @@ int CStrParser::MakeUniqueName(MArray<CString> const &names, CString const &base
     if (base.IsEmpty())
         return 0;
     std::unordered_set<CString> const taken(names.begin(), names.end());
-    CString const plain = base; // `out` may be `base`
+    // `out` may be `base`.
+    CString const plain = base; // NOLINT(performance-unnecessary-copy-initialization)
     if (!taken.contains(plain)) {
         out = plain;
         return 1;

@@ -227,7 +227,7 @@ void VMCommand::TakeFrom(VMCommand &other) {
 }
 
 void VMCommand::DestroyArguments() {
-    Chain(std::exchange(m_first, nullptr));
+    ChainDeleter()(std::exchange(m_first, nullptr));
     ForEachRun([](Run const &run) {
         if (run.kind == kArgString)
             delete[] run.text;

@@ -7,6 +7,7 @@
 #include "zvi/host/ReplaceContent.h"
 
 #include <string>
+#include <utility>
 
 namespace zvi::lib {
 
@@ -77,7 +78,7 @@ MOptionRWImplFile::MOptionRWImplFile() {
 }
 
 MOptionRWImplFile::MOptionRWImplFile(CString folder, CString name) {
-    SetPathAndName(folder, name);
+    SetPathAndName(std::move(folder), std::move(name));
     LoadData();
 }
 
@@ -122,8 +123,8 @@ CString MOptionRWImplFile::DefaultPath() {
 }
 
 void MOptionRWImplFile::SetPathAndName(CString folder, CString name) {
-    m_folder = folder;
-    m_name = name;
+    m_folder = std::move(folder);
+    m_name = std::move(name);
 }
 
 int MOptionRWImplFile::LoadData() {

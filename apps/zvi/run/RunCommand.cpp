@@ -127,7 +127,7 @@ private:
 };
 
 std::wstring ProgramOf(std::string const &name) {
-    std::wstring const program = host::FindProgram(host::LibraryPath(PathOf(name)));
+    std::wstring program = host::FindProgram(host::LibraryPath(PathOf(name)));
     if (program.empty())
         throw InputError(0, name +
                                 ": there is no such program; name one along the path of the environment, or the path "
