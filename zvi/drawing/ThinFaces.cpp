@@ -217,6 +217,7 @@ std::vector<int> ThinnestFirst(PlanarMap const &map, FaceWalks const &faces, dou
     }
     SortShortestFirst(thin, same);
     std::vector<int> order;
+    order.reserve(thin.size());
     for (Measured const &face : thin)
         order.push_back(face.number);
     return order;
@@ -236,6 +237,7 @@ public:
             ThinnestFirst(m_map, faces, SameDistance(m_tolerance, m_snap), m_landmarks,
                           [&](FaceWalk const &face) { return face.area < 0.5 * m_tolerance * face.perimeter; });
         std::vector<std::vector<HalfEdge>> walks;
+        walks.reserve(thin.size());
         for (int const face : thin)
             walks.push_back(WalkFrom(m_map, faces.walks[Index(face)].first));
         bool any = false;

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace zvi::lib::math {
 
@@ -170,10 +171,15 @@ double AccurateCosh(double x) {
 double AccurateHypot(double x, double y, double z) {
     // A third number that is too small to be seen beside the others still keeps the root from being the middle of two
     // doubles.
-    double lengths[] = {std::fabs(x), std::fabs(y), std::fabs(z)};
-    std::sort(std::begin(lengths), std::end(lengths));
-    WideFloat const large(lengths[2]), middle(lengths[1]);
-    WideFloat small(lengths[0]);
+    double first = std::fabs(x), second = std::fabs(y), third = std::fabs(z);
+    if (first < second)
+        std::swap(first, second);
+    if (second < third)
+        std::swap(second, third);
+    if (first < second)
+        std::swap(first, second);
+    WideFloat const large(first), middle(second);
+    WideFloat small(third);
     if (!small.IsZero() && small.Exponent() < large.Exponent() - 80)
         small = large.Scaled(-80);
     return (large * large + middle * middle + small * small).Root().Rounded();

@@ -117,7 +117,7 @@ WideFloat WideFloat::operator+(WideFloat const &other) const {
 }
 
 WideFloat WideFloat::operator*(WideFloat const &other) const {
-    std::array<std::uint32_t, 2 * kLimbs> product{};
+    std::array<std::uint32_t, std::size_t{2} * kLimbs> product{};
     for (std::size_t i = 0; i < kLimbs; ++i) {
         std::uint64_t carry = 0;
         for (std::size_t j = 0; j < kLimbs; ++j) {
