@@ -34,6 +34,7 @@ std::vector<std::uint32_t> BorderLayers(DrawingInput const &input, lib::DrawingD
         AddParts(parts, input, hole);
     std::stable_sort(parts.begin(), parts.end(), [](Part const &a, Part const &b) { return a.length > b.length; });
     std::vector<std::uint32_t> layers;
+    layers.reserve(parts.size());
     for (Part const &part : parts)
         layers.push_back(part.layer);
     return layers;
