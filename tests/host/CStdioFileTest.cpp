@@ -48,7 +48,7 @@ TEST(CStdioFile, TurnsCarriageReturnLineFeedIntoLineFeedInTextModeAlone) {
     zvi::test::TemporaryFolder const folder;
     for (Row const &row : rows) {
         folder.Write("t", row.bytes);
-        for (std::size_t const piece : {1, 2, 3, 7}) {
+        for (std::size_t const piece : std::array<std::size_t, 4>{1, 2, 3, 7}) {
             CStdioFile text;
             CStdioFile binary;
             ASSERT_TRUE(text.Open(folder.Path("t").c_str(), CFile::kRead));
