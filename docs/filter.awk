@@ -43,7 +43,7 @@ function open_topic() {
     } else if ($0 ~ /^ *$/ && depth <= depth_of_comment || depth + change < depth_of_comment)
         comment = ""
     else if (comment != "" && depth == depth_of_comment && ends_declaration && $0 !~ /^ *(\}|#|\/\/)/) {
-        if (!is_first && $0 !~ /\/\/\/</)
+        if (!is_first && $0 !~ /\/\/\/<|~/)
             print comment
         is_first = 0
     }

@@ -105,8 +105,11 @@ void VMCommand::ForEachRun(Take take) const {
 
 /// Room for further runs, so that adding them cannot fail.
 void VMCommand::ReserveRuns(std::size_t more) {
-    if (m_runCount + more > kRunsInPlace)
-        m_moreRuns.reserve(std::max(m_runCount + more - kRunsInPlace, m_moreRuns.capacity()));
+    std::size_t const needed = m_runCount + more;
+    std::size_t const room = kRunsInPlace + m_moreRuns.capacity();
+    // Twice the room at least, so that many small additions do not copy all runs each time.
+    if (needed > room)
+        m_moreRuns.reserve(std::max(needed - kRunsInPlace, 2 * m_moreRuns.capacity()));
 }
 
 /// Puts a run, whose value `set` fills in, behind the others.

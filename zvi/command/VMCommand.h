@@ -178,6 +178,7 @@ private:
     /// Runs of a short line live in the command itself.
     static constexpr std::size_t kRunsInPlace = 4;
 
+    /// The argument as a run of one.
     static Run RunOf(VMArguement const &argument);
     template <class Take>
     void ForEachRun(Take take) const;
