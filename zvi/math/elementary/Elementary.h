@@ -1,10 +1,9 @@
 #pragma once
 
 // The elementary functions, with the same bits on every compiler, processor and host: the results of the C library's
-// differ between them in the last bit. Each gives the double nearest to the true value of its arguments. That is proven
-// where the hardest cases of a function are known (all of one argument); for Pow, Atan2 and Hypot a result could be
-// wrong, in its last bit, only if the true one were within 2^-110 units of the last place of the middle between two
-// doubles without being that middle, of which no case is known.
+// differ between them in the last bit. Each gives the double nearest to the true value of its arguments.
+// No case is known in which it does not: a result could be wrong, in its last bit, only if the true one were within
+// 2^-110 units of the last place of the middle between two doubles without being that middle.
 //
 // Zeros, infinities and NaN are answered as annex F of the C standard says; errno and the floating-point flags are not
 // part of the answer. The processor must round to nearest, as it does unless a program asks for something else.
