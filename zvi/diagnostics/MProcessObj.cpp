@@ -9,6 +9,8 @@
 
 namespace zvi::lib {
 
+MProcessObj::MProcessObj(int slot) : buffers(new diagnostics::WorkerBuffers), m_slot(slot) {}
+
 MProcessObj::~MProcessObj() {
     if (!m_thread.joinable())
         return;

@@ -14,6 +14,10 @@ class CDocument;
 
 namespace zvi::lib {
 
+namespace diagnostics {
+struct WorkerBuffers;
+}
+
 /// What a worker is given.
 struct ProcessThreadParameters {
     std::atomic<int> *runFlag;
@@ -30,7 +34,7 @@ struct ProcessThreadParameters {
 /// has ended; the worker uses what is const or atomic, and the child.
 class MProcessObj {
 public:
-    explicit MProcessObj(int slot) : m_slot(slot) {}
+    explicit MProcessObj(int slot);
     /// Waits for the worker.
     ~MProcessObj();
     MProcessObj(MProcessObj const &) = delete;
@@ -77,6 +81,7 @@ public:
     int finished = 0;
     CDocument *document = nullptr;
     host::ChildProcess child;
+    std::unique_ptr<diagnostics::WorkerBuffers> const buffers;
     std::atomic<std::uint32_t> exitCode = 0;
     /// Why the child could not be started; 0 when it was.
     std::atomic<unsigned int> startError = 0;

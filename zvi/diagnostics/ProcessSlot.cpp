@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstring>
 #include <new>
+#include <utility>
 
 namespace zvi::lib::diagnostics {
 
@@ -31,10 +32,15 @@ void ProcessSlot::Reset(MProcessObj const *owner) {
 void ProcessSlot::Put(MProcessObj const &owner, std::string_view bytes) {
     std::unique_lock lock(m_lock);
     while (!bytes.empty() && m_owner == &owner && owner.HasCommunicator()) {
-        bytes.remove_prefix(CopyIn(bytes));
-        ProcessOutput().Set();
-        if (!bytes.empty() && !MoveUnfinished())
+        if (std::size_t const copied = CopyIn(bytes); copied > 0) {
+            bytes.remove_prefix(copied);
+            // The thread that this wakes takes the lock at once.
+            lock.unlock();
+            ProcessOutput().Set();
+            lock.lock();
+        } else if (!MoveUnfinished()) {
             m_hasRoom.wait_for(lock, kRoomWait);
+        }
     }
 }
 
@@ -115,8 +121,11 @@ bool ProcessSlot::HasSegment(bool isEnd) {
 }
 
 void OutputSignal::Set() {
-    std::lock_guard const lock(m_lock);
-    m_isSet = true;
+    {
+        std::lock_guard const lock(m_lock);
+        if (std::exchange(m_isSet, true))
+            return;
+    }
     m_isSetNow.notify_all();
 }
 

@@ -45,8 +45,7 @@ private:
     }
 
     void PassOutputOn() {
-        std::array<char, kReadSize> bytes;
-        LineEnds ends;
+        auto &[bytes, ends] = *m_object.buffers;
         do {
             StopIfAsked();
             std::size_t const count = m_child.Read(bytes.data(), bytes.size());

@@ -24,6 +24,13 @@ private:
     char m_last = '\n';
 };
 
+/// What a worker reads into and mends in. It comes with the run, so that the worker's stack stays shallow, which costs
+/// less to take down when the thread ends.
+struct WorkerBuffers {
+    std::array<char, kReadSize> bytes;
+    LineEnds ends;
+};
+
 /// Runs a child from its start to its end, on a thread of its own.
 void RunChild(ProcessThreadParameters const &parameters);
 

@@ -4,7 +4,8 @@
 
 namespace zvi::host {
 
-/// Makes the thread that calls it one that works for others: the host delivers no signals to it.
+/// Makes the thread that calls it one that works for others: the host delivers no signals to it, as long as a program
+/// that handles the ends of its children (SIGCHLD) does so from before this call on.
 ZVI_API void BeginWorkerThread();
 
 /// Lets the priority of the calling thread differ from the usual one by so many steps, from -2 to 2, as far as the host

@@ -15,6 +15,10 @@ void BeginWorkerThread() {
     ::sigfillset(&others);
     for (int const fault : kFaults)
         ::sigdelset(&others, fault);
+    // Where nobody handles the end of a child it is dropped; blocked here it would wake another thread for nothing.
+    struct sigaction known {};
+    if (::sigaction(SIGCHLD, nullptr, &known) == 0 && known.sa_handler == SIG_DFL)
+        ::sigdelset(&others, SIGCHLD);
     ::pthread_sigmask(SIG_BLOCK, &others, nullptr);
 }
 
