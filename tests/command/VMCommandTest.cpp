@@ -10,15 +10,32 @@
 
 namespace zvi::lib::test {
 
-TEST(VMCommand, MovesItsChainAndTakesNothingFromItself) {
-    VMCommand command, other;
-    command.AddInteger(1);
-    other.AddString("NAME");
-    command.TakeFrom(other);
-    command.TakeFrom(command);
-    EXPECT_EQ(command.GetCount(), 2);
-    EXPECT_EQ(command.MakeText(), L"1,NAME");
-    EXPECT_EQ(other.GetFirst(), nullptr);
+TEST(VMCommand, TakesRunsAndChainsBehindItsOwnAndNothingFromItself) {
+    for (int counts = 0; counts < 36; ++counts) {
+        SCOPED_TRACE(counts);
+        bool const isChain[] = {counts % 2 == 1, counts / 2 % 2 == 1};
+        std::string const texts[] = {"AA", "BBBBBB"};
+        int const lengths[] = {counts / 4 % 3, counts / 12 * 3};
+        VMCommand commands[2];
+        std::string wanted;
+        for (int k = 0; k < 2; ++k) {
+            for (int i = 0; i < lengths[k]; ++i) {
+                commands[k].AddString(texts[k]);
+                wanted += texts[k] + ",";
+            }
+            if (isChain[k])
+                commands[k].GetFirst();
+        }
+        commands[0].TakeFrom(commands[1]);
+        commands[0].TakeFrom(commands[0]);
+        commands[0].AddInteger(1);
+        EXPECT_EQ(commands[0].GetCommandString(), wanted + "1");
+        EXPECT_EQ(commands[1].GetFirst(), nullptr);
+        int walked = 0;
+        for (VMArguement *at = commands[0].GetFirst(); at; at = commands[0].GetNext())
+            ++walked;
+        EXPECT_EQ(walked, lengths[0] + lengths[1] + 1);
+    }
 }
 
 TEST(VMCommand, ReadsTheSameAsRunsAndAsAChain) {

@@ -4,6 +4,7 @@
 #include "zvi/command/BuiltInSymbolsDetail.h"
 #include "zvi/command/CommandGrammarDetail.h"
 
+#include <array>
 #include <cmath>
 
 namespace zvi::lib::command {
@@ -11,30 +12,23 @@ namespace zvi::lib::command {
 namespace {
 
 /// The sign in front of an operand, as an operator on the stack.
-constexpr std::int16_t kNegate = -1;
+constexpr int kNegate = -1;
 
 /// How tight the sign binds, and an open parenthesis, which no token but its closing one takes off the stack.
-constexpr std::int16_t kNegatePrecedence = 3;
-constexpr std::int16_t kParenthesisPrecedence = -1;
+constexpr int kNegatePrecedence = 3;
+constexpr int kParenthesisPrecedence = -1;
 
-/// How tight a binary operator binds; 0 for a token that is none.
+/// How tight each binary operator binds; 0 for a character that is none.
+constexpr std::array<std::int8_t, 128> kPrecedences = [] {
+    std::array<std::int8_t, 128> precedences{};
+    precedences['+'] = precedences['-'] = 1;
+    precedences['*'] = precedences['/'] = 2;
+    precedences['^'] = 4;
+    return precedences;
+}();
+
 int Precedence(int token) {
-    switch (token) {
-    case '+':
-    case '-':
-        return 1;
-    case '*':
-    case '/':
-        return 2;
-    case '^':
-        return 4;
-    default:
-        return 0;
-    }
-}
-
-constexpr std::int16_t Small(int number) {
-    return static_cast<std::int16_t>(number);
+    return token >= 0 && token < 128 ? kPrecedences[static_cast<std::size_t>(token)] : 0;
 }
 
 std::int64_t ExactInteger(int token, std::int64_t a, std::int64_t b) {
@@ -70,27 +64,17 @@ bool CommandGrammar::Expression(ParseNumber &value) {
     return ExpressionRest(true, value);
 }
 
-bool CommandGrammar::ExpressionFrom(ParseNumber const &firstOperand, ParseNumber &value) {
-    m_values.Push().Set(firstOperand);
-    return ExpressionRest(false, value);
-}
-
-/// Reads to the first token that no expression can go on with. Operators are computed as soon as the next one binds no
-/// tighter.
+/// Reads to the first token that no expression can go on with; the first operand may be on its stack. Operators are
+/// computed as soon as the next one binds no tighter.
 bool CommandGrammar::ExpressionRest(bool wantsOperand, ParseNumber &value) {
-    while (true) {
-        if (wantsOperand) {
-            if (!Operand(wantsOperand))
-                return false;
-            continue;
-        }
+    while (!wantsOperand || Operand()) {
         int const precedence = Precedence(m_token);
         if (!ReduceDownTo(precedence))
             return false;
-        if (precedence > 0) {
-            m_operators.Push({Small(m_token), Small(precedence), m_lexer.TokenStart()});
+        wantsOperand = precedence > 0;
+        if (wantsOperand) {
+            PushOperator(m_token, precedence, m_lexer.TokenStart(), nullptr);
             Advance();
-            wantsOperand = true;
         } else if (m_openParentheses == 0) {
             value.Set(m_values.Pop());
             return true;
@@ -100,31 +84,38 @@ bool CommandGrammar::ExpressionRest(bool wantsOperand, ParseNumber &value) {
             return false;
         }
     }
+    return false;
 }
 
-/// A number, or a sign, parenthesis or function in front of one.
-bool CommandGrammar::Operand(bool &wantsOperand) {
-    if (m_token == kTokenNumber) {
-        wantsOperand = false;
-        return Number(m_values.Push());
-    }
-    if (m_token == '-') {
-        m_operators.Push({kNegate, kNegatePrecedence, m_lexer.TokenStart()});
+/// A number, with the signs, parentheses and functions in front of it.
+bool CommandGrammar::Operand() {
+    while (m_token != kTokenNumber) {
+        int const begin = m_lexer.TokenStart();
+        TagSymbolNode const *function = nullptr;
+        if (m_token == kTokenFunction) {
+            function = m_lexer.Function();
+            Advance();
+        }
+        if (m_token == '(') {
+            PushOperator('(', kParenthesisPrecedence, begin, function);
+            ++m_openParentheses;
+        } else if (m_token == '-' && !function) {
+            PushOperator(kNegate, kNegatePrecedence, begin, nullptr);
+        } else {
+            return Unexpected();
+        }
         Advance();
-        return true;
     }
-    int const begin = m_lexer.TokenStart();
-    TagSymbolNode const *function = nullptr;
-    if (m_token == kTokenFunction) {
-        function = m_lexer.Function();
-        Advance();
-    }
-    if (m_token != '(')
-        return Unexpected();
-    m_operators.Push({'(', kParenthesisPrecedence, begin, function});
-    ++m_openParentheses;
-    Advance();
-    return true;
+    return Number(m_values.Push());
+}
+
+/// Field by field, as a copy of them all would have to wait until they are stored.
+void CommandGrammar::PushOperator(int token, int precedence, int begin, TagSymbolNode const *function) {
+    Operator &op = m_operators.Push();
+    op.token = token;
+    op.precedence = precedence;
+    op.begin = begin;
+    op.function = function;
 }
 
 /// Computes the operators on the stack that bind as tight as `precedence` or tighter, down to an open parenthesis.
@@ -137,7 +128,7 @@ bool CommandGrammar::ReduceDownTo(int precedence) {
 }
 
 bool CommandGrammar::Reduce() {
-    Operator const op = m_operators.Pop();
+    Operator const &op = m_operators.Pop();
     if (op.token != kNegate) {
         ParseNumber const &b = m_values.Pop();
         return Binary(op, m_values.Top(), b);
@@ -181,7 +172,7 @@ bool CommandGrammar::Power(Operator const &op, ParseNumber &base, ParseNumber co
 
 /// At ")": takes the open parenthesis, and the function in front of it, off the stack.
 bool CommandGrammar::CloseParenthesis() {
-    Operator const open = m_operators.Pop();
+    Operator const &open = m_operators.Pop();
     TagSymbolNode const *const function = open.function;
     --m_openParentheses;
     ParseNumber &value = m_values.Top();

@@ -423,12 +423,11 @@ CommandGrammar::Begun CommandGrammar::BeginItem(bool head, ParseNumber &expressi
     }
     if (m_token != kTokenNumber)
         return Expression(expression) ? Begun::kExpression : Begun::kFailed;
-    ParseNumber number;
-    if (!Number(number))
+    if (!Number(m_values.Push()))
         return Begun::kFailed;
     if (m_token == '#')
-        return ByTo(number, head) ? Begun::kItem : Begun::kFailed;
-    return ExpressionFrom(number, expression) ? Begun::kExpression : Begun::kFailed;
+        return ByTo(m_values.Pop(), head) ? Begun::kItem : Begun::kFailed;
+    return ExpressionRest(false, expression) ? Begun::kExpression : Begun::kFailed;
 }
 
 bool CommandGrammar::FinishItem(ParseNumber const &expression) {

@@ -11,7 +11,6 @@ namespace zvi::lib::command {
 template <class T>
 class TextStack {
 public:
-    void Push(T const &value) { Push() = value; }
     /// A new entry at the top, of which nothing is set.
     T &Push() {
         if (m_size == m_entries.Capacity())
@@ -55,10 +54,10 @@ public:
 
 private:
     struct Operator {
-        std::int16_t token;
-        std::int16_t precedence;
-        std::int32_t begin;                      ///< its place in the line, with the function in front of it
-        TagSymbolNode const *function = nullptr; ///< in front of an open parenthesis
+        std::int32_t token;
+        std::int32_t precedence;
+        std::int32_t begin;            ///< its place in the line, with the function in front of it
+        TagSymbolNode const *function; ///< in front of an open parenthesis, or null
     };
     enum class Begun { kFailed, kItem, kExpression };
 
@@ -91,9 +90,9 @@ private:
     bool AddRepeat(ParseNumber const &count, ParseNumber const &value);
 
     bool Expression(ParseNumber &value);
-    bool ExpressionFrom(ParseNumber const &firstOperand, ParseNumber &value);
     bool ExpressionRest(bool wantsOperand, ParseNumber &value);
-    bool Operand(bool &wantsOperand);
+    bool Operand();
+    void PushOperator(int token, int precedence, int begin, TagSymbolNode const *function);
     bool ReduceDownTo(int precedence);
     bool Reduce();
     bool CloseParenthesis();

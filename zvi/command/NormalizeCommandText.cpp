@@ -25,6 +25,8 @@ struct TracedChar {
 constexpr std::wstring_view kByMarker = L"#__ARG_BY__#";
 constexpr std::wstring_view kToMarker = L"#__ARG_TO__#";
 constexpr std::size_t kMarkerChars = kByMarker.size();
+/// Typed texts up to this length get room for the longest line that may come of one, uncounted.
+constexpr std::size_t kShortText = 32;
 
 /// Words that keep their B or T, and what they are called while the markers are put in.
 struct ProtectedWord {
@@ -44,9 +46,10 @@ struct CharTable {
 
     std::array<CharKind, kSize> kinds{};
     std::array<char, kSize> upper{};
-    /// Items that no marker and no protected word begins with.
-    std::array<bool, kSize> isPlain{};
     std::array<bool, kSize> isMarkerLetter{};
+    /// What a marker, a protected word or a disguise may begin with, and the items that are no such thing.
+    std::array<bool, kSize> beginsWord{};
+    std::array<bool, kSize> isPlain{};
 };
 constexpr CharTable kChars = [] {
     CharTable table;
@@ -60,8 +63,8 @@ constexpr CharTable kChars = [] {
         char const upper = static_cast<char>(c >= 'a' && c <= 'z' ? c - 'a' + 'A' : c);
         table.upper[c] = upper;
         table.isMarkerLetter[c] = upper == 'B' || upper == 'T';
-        table.isPlain[c] =
-            table.kinds[c] == CharKind::kItem && !table.isMarkerLetter[c] && upper != 'A' && upper != 'S';
+        table.beginsWord[c] = table.isMarkerLetter[c] || upper == 'A' || upper == 'S' || upper == '_';
+        table.isPlain[c] = table.kinds[c] == CharKind::kItem && !table.beginsWord[c];
     }
     return table;
 }();
@@ -82,9 +85,16 @@ bool IsPlain(wchar_t c) {
     return IsAscii(c) && kChars.isPlain[At(c)];
 }
 
+bool BeginsWord(wchar_t c) {
+    return !IsAscii(c) || kChars.beginsWord[At(c)];
+}
+
 bool IsBlank(wchar_t c) {
     return (c <= L' ' || !IsAscii(c)) && IsBlankUnit(c);
 }
+
+/// Most characters that come of a short text.
+constexpr std::size_t kMostShortLine = 2 * (1 + kMarkerChars) * kShortText;
 
 /// The typed text between the blanks at its ends, in upper case.
 struct TypedText {
@@ -98,6 +108,8 @@ struct TypedText {
     /// Most characters that come of it: a comma or a zero may stand in front of each, and a marker takes the place of
     /// one.
     std::size_t MostChars() const {
+        if (chars.size() <= kShortText)
+            return kMostShortLine;
         auto const mayBeMarker = [](wchar_t c) { return !IsAscii(c) || kChars.isMarkerLetter[At(c)]; };
         return 2 * (chars.size() +
                     kMarkerChars * static_cast<std::size_t>(std::count_if(chars.begin(), chars.end(), mayBeMarker)));
@@ -254,7 +266,7 @@ std::size_t ProtectedLength(TypedText const &text, std::size_t at) {
     }
 }
 
-/// The same result in one pass.
+/// The same result in one pass; null, with what was written worth nothing, for a text that needs the other way.
 wchar_t *MarkInOnePass(TypedText const &text, wchar_t *line, int *sources) {
     Separator out(line, sources);
     std::size_t protectedEnd = 0;
@@ -264,6 +276,13 @@ wchar_t *MarkInOnePass(TypedText const &text, wchar_t *line, int *sources) {
             continue;
         }
         TracedChar const traced = text[at];
+        if (!BeginsWord(text.chars[at])) {
+            out.Take(traced);
+            ++at;
+            continue;
+        }
+        if (StartsWith(text, at, L"__"))
+            return nullptr;
         if (at >= protectedEnd)
             protectedEnd = at + ProtectedLength(text, at);
         if (at < protectedEnd || (traced.c != L'B' && traced.c != L'T')) {
@@ -281,19 +300,19 @@ wchar_t *MarkInOnePass(TypedText const &text, wchar_t *line, int *sources) {
 /// Writes the marked and separated text to `line`, gives the end of it, and writes its sources unless there is no room
 /// for them.
 wchar_t *Mark(TypedText const &text, wchar_t *line, int *sources) {
-    bool const mayBeDisguised = text.chars.find(L"__", 0, 2) != std::wstring_view::npos;
-    return mayBeDisguised ? MarkByReplacing(text, line, sources) : MarkInOnePass(text, line, sources);
+    wchar_t *const end = MarkInOnePass(text, line, sources);
+    return end ? end : MarkByReplacing(text, line, sources);
 }
 
 /// Room for the characters of a line and for their sources.
 template <class T>
-using LineRoom = base::RoomInPlace<T, 512>;
+using LineRoom = base::RoomInPlace<T, kMostShortLine + 64>;
 
 /// Ends a line that the normalised text makes up from `begin` on.
 CString Finished(wchar_t *line, wchar_t *begin, wchar_t *end) {
     if (end > begin && end[-1] == L',')
         end[-1] = L' ';
-    return CString(std::wstring_view(line, static_cast<std::size_t>(end - line)));
+    return CString::OfUnits(std::wstring(line, end));
 }
 
 } // namespace
@@ -316,8 +335,10 @@ CString NormalizeCommandText(CString const &text, std::vector<int> &sources) {
 CString command::NormalizedLine(std::string_view startWord, CString const &text) {
     TypedText const typed = Trimmed(text);
     LineRoom<wchar_t> line(startWord.size() + 1 + typed.MostChars());
-    wchar_t *const begin = std::copy(startWord.begin(), startWord.end(), line.Data()) + 1;
-    begin[-1] = L' ';
+    wchar_t *begin = line.Data();
+    for (char const c : startWord)
+        *begin++ = static_cast<wchar_t>(c);
+    *begin++ = L' ';
     return Finished(line.Data(), begin, Mark(typed, begin, nullptr));
 }
 

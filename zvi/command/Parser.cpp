@@ -45,8 +45,10 @@ int Parser::_Parsing(CString const &text) {
     m_working.Clear();
     m_symbols.ClearNumbers();
     m_symbols.ClearStrings();
-    m_gridArguments.RemoveAll();
-    m_tableStrings.RemoveAll();
+    if (!m_gridArguments.IsEmpty())
+        m_gridArguments.RemoveAll();
+    if (!m_tableStrings.IsEmpty())
+        m_tableStrings.RemoveAll();
     m_fault = {};
     m_overflow = {};
     if (!m_lexer.Load(text.GetString(), text.GetLength())) {
@@ -63,7 +65,8 @@ int Parser::_Parsing(CString const &text) {
 
 /// The start word, a blank, and the normalised text.
 int Parser::ParseAs(int startWord, CString const &text) {
-    std::string_view const word = m_symbols.ReservedWordName(startWord);
+    // The built-in reserved words are in the order of their tokens.
+    std::string_view const word = m_symbols.GetReservedWord(startWord - kTokenGetPosition).text;
     CString const line = command::NormalizedLine(word, text);
     int const parsed = _Parsing(line);
     int const begin = static_cast<int>(word.size()) + 1;

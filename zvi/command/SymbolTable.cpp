@@ -22,6 +22,7 @@ TagResWordNode ReservedWord(char const *text, int token) {
     return node;
 }
 
+/// In the order of their tokens.
 TagResWordNode const kBuiltInReservedWords[] = {
     ReservedWord("__GET_POSITION__", kTokenGetPosition),
     ReservedWord("__COMMAND_LINE__", kTokenCommandLine),
@@ -41,6 +42,7 @@ TagResWordNode const kBuiltInReservedWords[] = {
 };
 
 constexpr int kBuiltInReservedWordCount = static_cast<int>(std::size(kBuiltInReservedWords));
+static_assert(kBuiltInReservedWordCount == kTokenArgTo - kTokenGetPosition + 1);
 
 char LowerCase(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
@@ -115,7 +117,7 @@ TagSymbolNode const &SymbolTable::GetSymbol(int index) const {
 TagResWordNode const *SymbolTable::FindReservedWord(std::string_view text) const {
     if (text.starts_with("__")) {
         for (TagResWordNode const &node : kBuiltInReservedWords) {
-            if (node.text == text)
+            if (node.text.size() == text.size() && node.text[2] == text[2] && node.text == text)
                 return &node;
         }
     }
@@ -127,10 +129,8 @@ TagResWordNode const *SymbolTable::FindReservedWord(std::string_view text) const
 }
 
 char const *SymbolTable::ReservedWordName(int token) const {
-    for (TagResWordNode const &node : kBuiltInReservedWords) {
-        if (node.token == token)
-            return node.text.c_str();
-    }
+    if (token >= kTokenGetPosition && token <= kTokenArgTo)
+        return kBuiltInReservedWords[token - kTokenGetPosition].text.c_str();
     for (auto const &node : m_reservedWords) {
         if (node->token == token)
             return node->text.c_str();

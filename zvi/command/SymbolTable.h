@@ -87,7 +87,8 @@ public:
     TagResWordNode const *FindReservedWord(std::string_view text) const;
     /// The text of the reserved word with this token number; null if there is none.
     char const *ReservedWordName(int token) const;
-    /// The reserved words, counted from 0 in the same way. `index` must be below the count.
+    /// The reserved words, counted from 0 in the same way, the built-in ones in the order of their tokens. `index` must
+    /// be below the count.
     int GetReservedWordCount() const;
     /// The reserved word of this number.
     TagResWordNode const &GetReservedWord(int index) const;

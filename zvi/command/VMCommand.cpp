@@ -10,30 +10,6 @@
 
 namespace zvi::lib {
 
-namespace {
-
-/// Destroys a chain.
-struct ChainDeleter {
-    void operator()(VMArguement *first) const {
-        while (first)
-            delete std::exchange(first, first->next);
-    }
-};
-using Chain = std::unique_ptr<VMArguement, ChainDeleter>;
-
-/// `count` arguments in a row, each the integer 0.
-Chain BlankChain(std::int32_t count) {
-    Chain chain;
-    for (; count > 0; --count) {
-        auto *const argument = new VMArguement;
-        argument->next = chain.release();
-        chain.reset(argument);
-    }
-    return chain;
-}
-
-} // namespace
-
 VMArguement::~VMArguement() {
     if (kind == kArgString)
         delete[] text;
@@ -99,17 +75,22 @@ template <class Take>
 void VMCommand::ForEachRun(Take take) const {
     for (VMArguement const *argument = m_first; argument; argument = argument->next)
         take(RunOf(*argument));
-    for (std::size_t i = 0; i < m_runCount; ++i)
-        take(i < kRunsInPlace ? m_firstRuns[i] : m_moreRuns[i - kRunsInPlace]);
+    for (Run const *run = m_runs; run != m_runs + m_runCount; ++run)
+        take(*run);
 }
 
 /// Room for further runs, so that adding them cannot fail.
 void VMCommand::ReserveRuns(std::size_t more) {
     std::size_t const needed = m_runCount + more;
-    std::size_t const room = kRunsInPlace + m_moreRuns.capacity();
+    if (needed <= m_runRoom)
+        return;
     // Twice the room at least, so that many small additions do not copy all runs each time.
-    if (needed > room)
-        m_moreRuns.reserve(std::max(needed - kRunsInPlace, 2 * m_moreRuns.capacity()));
+    std::size_t const room = std::max(needed, 2 * m_runRoom);
+    auto runs = std::make_unique_for_overwrite<Run[]>(room);
+    std::copy_n(m_runs, m_runCount, runs.get());
+    m_moreRuns = std::move(runs);
+    m_runs = m_moreRuns.get();
+    m_runRoom = room;
 }
 
 /// Puts a run, whose value `set` fills in, behind the others.
@@ -122,61 +103,77 @@ void VMCommand::Add(std::int32_t kind, std::int32_t count, Set set) {
         set(run);
         AppendToChain(run);
     } else {
-        if (m_runCount >= kRunsInPlace)
-            m_moreRuns.emplace_back();
-        Run &run = m_runCount < kRunsInPlace ? m_firstRuns[m_runCount] : m_moreRuns.back();
+        ReserveRuns(1);
+        Run &run = m_runs[m_runCount++];
         run.kind = kind;
         run.count = count;
         set(run);
-        ++m_runCount;
     }
     m_count += count;
 }
 
+/// A single number, which most runs are, without a copy of all bytes, which would have to wait until they are stored.
 void VMCommand::AddRun(Run const &run) {
-    Add(run.kind, run.count, [&run](Run &added) { added = run; });
+    if (run.count == 1 && run.kind == kArgInteger)
+        AddInteger(run.integers.first);
+    else if (run.count == 1 && run.kind == kArgDouble)
+        AddDouble(run.doubles.first);
+    else
+        Add(run.kind, run.count, [&run](Run &added) { added = run; });
+}
+
+/// Arguments in a row, each the integer 0.
+std::unique_ptr<VMArguement[]> VMCommand::NewBlock(std::int32_t count) {
+    auto const size = static_cast<std::size_t>(count);
+    auto block = std::make_unique<VMArguement[]>(size);
+    for (std::size_t i = 1; i < size; ++i)
+        block[i - 1].next = &block[i];
+    return block;
+}
+
+/// The same, kept beside the blocks there are.
+VMArguement *VMCommand::AddBlock(std::int32_t count) {
+    m_moreBlocks.push_back(NewBlock(count));
+    return m_moreBlocks.back().get();
 }
 
 void VMCommand::AppendToChain(Run const &run) {
-    Chain chain = BlankChain(run.count);
-    VMArguement *last = chain.get();
-    run.Fill(*last, 0);
-    for (std::int32_t i = 1; last->next; ++i) {
-        last = last->next;
-        run.Fill(*last, i);
+    m_last->next = AddBlock(run.count);
+    for (std::int32_t i = 0; i < run.count; ++i) {
+        m_last = m_last->next;
+        run.Fill(*m_last, i);
     }
-    Link(chain.release(), last);
 }
 
-/// Forgets the runs; their texts have another owner.
-void VMCommand::DropRuns() {
-    m_runCount = 0;
-    m_moreRuns.clear();
-}
-
-void VMCommand::Link(VMArguement *first, VMArguement *last) {
-    if (m_last)
-        m_last->next = first;
-    else
-        m_first = first;
+/// Links blank arguments, from `first` on, to the chain and makes them those of `other`, texts included.
+void VMCommand::FillFrom(VMCommand const &other, VMArguement *first) {
+    VMArguement *next = first;
+    VMArguement *last = m_last;
+    other.ForEachRun([&](Run const &run) {
+        for (std::int32_t i = 0; i < run.count; ++i) {
+            last = std::exchange(next, next->next);
+            run.Fill(*last, i);
+        }
+    });
+    (m_last ? m_last->next : m_first) = first;
     m_last = last;
+}
+
+/// Leaves the texts to another owner, and is empty but for what is left of a chain.
+void VMCommand::Disown() {
+    m_runCount = 0;
+    for (VMArguement *argument = m_first; argument; argument = argument->next)
+        argument->kind = kArgInteger;
 }
 
 /// From here on the arguments are a chain. When memory cannot be had, they stay runs.
 void VMCommand::MakeChain() {
     if (m_first || m_count == 0)
         return;
-    Chain chain = BlankChain(m_count);
-    VMArguement *next = chain.get();
-    VMArguement *last = next;
-    ForEachRun([&](Run const &run) {
-        for (std::int32_t i = 0; i < run.count; ++i) {
-            last = std::exchange(next, next->next);
-            run.Fill(*last, i);
-        }
-    });
-    DropRuns();
-    Link(chain.release(), last);
+    if (m_count > 1)
+        m_block = NewBlock(m_count);
+    FillFrom(*this, m_count > 1 ? m_block.get() : &m_only.emplace());
+    m_runCount = 0;
 }
 
 void VMCommand::AddIntegers(std::int32_t first, std::int32_t step, std::int32_t count) {
@@ -214,29 +211,29 @@ void VMCommand::AppendCopy(VMCommand const &other) {
 void VMCommand::TakeFrom(VMCommand &other) {
     if (&other == this)
         return;
-    if (m_first || other.m_first) {
-        MakeChain();
-        other.MakeChain();
-        if (other.m_first) {
-            Link(std::exchange(other.m_first, nullptr), other.m_last);
-            m_count += other.m_count;
-        }
+    if (m_first) {
+        if (other.m_count != 0)
+            FillFrom(other, AddBlock(other.m_count));
+        m_count += other.m_count;
     } else {
-        ReserveRuns(other.m_runCount);
+        ReserveRuns(other.m_first ? static_cast<std::size_t>(other.m_count) : other.m_runCount);
         other.ForEachRun([this](Run const &run) { AddRun(run); });
-        other.DropRuns();
     }
+    other.Disown();
     other.Clear();
 }
 
 void VMCommand::DestroyArguments() {
-    ChainDeleter()(std::exchange(m_first, nullptr));
-    ForEachRun([](Run const &run) {
-        if (run.kind == kArgString)
-            delete[] run.text;
-    });
-    DropRuns();
+    for (std::size_t i = 0; i < m_runCount; ++i) {
+        if (m_runs[i].kind == kArgString)
+            delete[] m_runs[i].text;
+    }
+    m_only.reset();
+    m_block.reset();
+    m_moreBlocks.clear();
+    m_runCount = 0;
     m_count = 0;
+    m_first = nullptr;
     m_last = nullptr;
 }
 

@@ -5,6 +5,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -189,10 +191,12 @@ private:
     void AddRun(Run const &run);
     void AppendToChain(Run const &run);
     void ReserveRuns(std::size_t more);
-    void DropRuns();
     void DestroyArguments();
     void MakeChain();
-    void Link(VMArguement *first, VMArguement *last);
+    void FillFrom(VMCommand const &other, VMArguement *first);
+    static std::unique_ptr<VMArguement[]> NewBlock(std::int32_t count);
+    VMArguement *AddBlock(std::int32_t count);
+    void Disown();
     int ReadUpTo(std::int32_t most, double *values) const;
 
     CString m_text;
@@ -203,9 +207,14 @@ private:
     VMArguement *m_current = nullptr;
     std::int32_t m_computed = 0;
     std::string m_narrowText;
-    Run m_firstRuns[kRunsInPlace];
     std::size_t m_runCount = 0;
-    std::vector<Run> m_moreRuns; ///< those that do not fit the first ones
+    std::size_t m_runRoom = kRunsInPlace;
+    Run *m_runs = m_firstRuns;
+    std::unique_ptr<Run[]> m_moreRuns; ///< all runs, once they do not fit the first ones
+    Run m_firstRuns[kRunsInPlace];
+    std::optional<VMArguement> m_only;                        ///< the chain, when it was made of a single argument
+    std::unique_ptr<VMArguement[]> m_block;                   ///< the chain, when it was made of more
+    std::vector<std::unique_ptr<VMArguement[]>> m_moreBlocks; ///< what was put behind it later
 };
 
 } // namespace zvi::lib

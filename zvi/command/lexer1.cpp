@@ -62,14 +62,6 @@ std::int64_t ToInteger(std::string_view digits) {
     return value;
 }
 
-/// The same for at most `kExactDigits` digits.
-std::int64_t ToShortInteger(std::string_view digits) {
-    std::int64_t value = 0;
-    for (char const c : digits)
-        value = value * 10 + (c - '0');
-    return value;
-}
-
 int SkipDigits(char const *text, int at) {
     while (IsDigit(text[at]))
         ++at;
@@ -96,8 +88,16 @@ bool lexer1::Load(wchar_t const *text, int length) {
         m_text[0] = '\0';
         return false;
     }
-    for (int i = 0; i < length; ++i)
-        m_text[i] = static_cast<std::uint32_t>(text[i]) <= kLastAscii ? static_cast<char>(text[i]) : kForeignCharacter;
+    std::uint32_t units = 0;
+    for (int i = 0; i < length; ++i) {
+        units |= static_cast<std::uint32_t>(text[i]);
+        m_text[i] = static_cast<char>(text[i]);
+    }
+    // Texts with a character outside ASCII are rare.
+    for (int i = 0; i < length && units > kLastAscii; ++i) {
+        if (static_cast<std::uint32_t>(text[i]) > kLastAscii)
+            m_text[i] = kForeignCharacter;
+    }
     m_text[length] = ' ';
     m_text[length + 1] = '\0';
     return true;
@@ -105,20 +105,19 @@ bool lexer1::Load(wchar_t const *text, int length) {
 
 int lexer1::NextToken() {
     while (true) {
-        while (Is(m_text[m_pos], kWhiteSpace))
-            ++m_pos;
-        m_tokenStart = m_pos;
-        char const c = m_text[m_pos];
-        if (c == '\0')
-            return kTokenEnd;
-        if (IsDigit(c) || (c == '.' && IsDigit(m_text[m_pos + 1])))
-            return ReadNumber();
+        int at = m_pos;
+        while (Is(m_text[at], kWhiteSpace))
+            ++at;
+        m_tokenStart = at;
+        char const c = m_text[at];
+        if (IsDigit(c) || (c == '.' && IsDigit(m_text[at + 1])))
+            return ReadNumber(at);
         if (!Is(c, kWordStart)) {
-            ++m_pos;
+            m_pos = c == '\0' ? at : at + 1;
             return c;
         }
         // A word for which there is no room is passed over.
-        if (int const token = ReadWord())
+        if (int const token = ReadWord(at))
             return token;
     }
 }
@@ -127,10 +126,12 @@ std::string_view lexer1::Text(int begin, int end) const {
     return {m_text + begin, static_cast<std::size_t>(end - begin)};
 }
 
-int lexer1::ReadWord() {
-    while (Is(m_text[m_pos], kWordPart))
-        ++m_pos;
-    std::string_view const word = Text(m_tokenStart, m_pos);
+int lexer1::ReadWord(int begin) {
+    int end = begin;
+    while (Is(m_text[end], kWordPart))
+        ++end;
+    m_pos = end;
+    std::string_view const word = Text(begin, end);
     if (TagResWordNode const *const reserved = m_symbols.FindReservedWord(word))
         return reserved->token;
     m_function = m_symbols.FindFunction(word);
@@ -145,42 +146,50 @@ int lexer1::ReadWord() {
     return m_name ? kTokenName : 0;
 }
 
-int lexer1::ReadNumber() {
-    int const whole = SkipDigits(m_text, m_pos);
-    if (m_text[whole] == '.')
-        return ReadReal(SkipExponent(m_text, SkipDigits(m_text, whole + 1)));
-    int const end = SkipExponent(m_text, whole);
-    return end == whole ? ReadInteger(end) : ReadReal(end);
+int lexer1::ReadNumber(int begin) {
+    int end = begin;
+    std::uint64_t digits = 0; // their value, while they are few
+    for (; IsDigit(m_text[end]); ++end)
+        digits = digits * 10 + static_cast<std::uint64_t>(m_text[end] - '0');
+    if (m_text[end] == '.')
+        return ReadReal(begin, SkipExponent(m_text, SkipDigits(m_text, end + 1)));
+    if (int const realEnd = SkipExponent(m_text, end); realEnd != end)
+        return ReadReal(begin, realEnd);
+    m_pos = end;
+    if (end - begin > kExactDigits)
+        return ReadLongInteger(begin, end);
+    auto const integer = static_cast<std::int64_t>(digits);
+    return m_allDoubles ? TakeDouble(static_cast<double>(integer)) : TakeInteger(integer);
 }
 
-int lexer1::ReadInteger(int end) {
-    constexpr std::int64_t kLargest = std::numeric_limits<std::int32_t>::max();
-    std::string_view const digits = Text(m_pos, end);
-    bool const isShort = end - m_pos <= kExactDigits;
-    std::int64_t const integer = isShort ? ToShortInteger(digits) : ToInteger(digits);
-    TagNumberNode *const node = m_symbols.AddNumber();
-    m_number = node;
-    if (m_allDoubles) {
-        double const real = isShort ? static_cast<double>(integer) : ToDouble(digits, m_overflow);
-        m_isTooLarge = m_overflow;
-        if (node)
-            node->SetDouble(m_overflow ? 1.0 : real);
-    } else {
-        if (!isShort)
-            ToDouble(digits, m_overflow);
-        m_isTooLarge = integer > kLargest;
-        if (node)
-            node->integer = static_cast<std::int32_t>(std::min(integer, kLargest));
-    }
-    m_pos = end;
+int lexer1::ReadLongInteger(int begin, int end) {
+    std::string_view const digits = Text(begin, end);
+    double const real = ToDouble(digits, m_overflow);
+    return m_allDoubles ? TakeDouble(real) : TakeInteger(ToInteger(digits));
+}
+
+/// Takes an integer literal as a double; 1 while the last conversion overflowed.
+int lexer1::TakeDouble(double real) {
+    m_isTooLarge = m_overflow;
+    m_number = m_symbols.AddNumber(m_overflow ? 1.0 : real);
     return kTokenNumber;
 }
 
-int lexer1::ReadReal(int end) {
-    m_overflow = false;
-    double const value = ToDouble(Text(m_pos, end), m_overflow);
-    m_isTooLarge = m_overflow;
+int lexer1::TakeInteger(std::int64_t integer) {
+    constexpr std::int64_t kLargest = std::numeric_limits<std::int32_t>::max();
+    m_isTooLarge = integer > kLargest;
+    TagNumberNode *const node = m_symbols.AddNumber();
+    m_number = node;
+    if (node)
+        node->integer = static_cast<std::int32_t>(std::min(integer, kLargest));
+    return kTokenNumber;
+}
+
+int lexer1::ReadReal(int begin, int end) {
     m_pos = end;
+    m_overflow = false;
+    double const value = ToDouble(Text(begin, end), m_overflow);
+    m_isTooLarge = m_overflow;
     m_number = m_symbols.AddNumber(value);
     return kTokenNumber;
 }

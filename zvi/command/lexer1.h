@@ -6,6 +6,7 @@
 #include "zvi/command/SymbolTable.h"
 #include "zvi/core/CString.h"
 
+#include <cstdint>
 #include <string_view>
 
 namespace zvi::lib {
@@ -45,10 +46,12 @@ public:
     int TokenEnd() const { return m_pos; }
 
 private:
-    int ReadWord();
-    int ReadNumber();
-    int ReadInteger(int end);
-    int ReadReal(int end);
+    int ReadWord(int begin);
+    int ReadNumber(int begin);
+    int ReadReal(int begin, int end);
+    int ReadLongInteger(int begin, int end);
+    int TakeDouble(double real);
+    int TakeInteger(std::int64_t integer);
     std::string_view Text(int begin, int end) const;
 
     SymbolTable &m_symbols;

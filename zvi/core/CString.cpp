@@ -92,8 +92,9 @@ CString::CString(wchar_t character, int count) {
 CString::CString(std::wstring_view text) : m_text(UnitsOf(text)) {}
 
 CString CString::OfUnits(std::wstring units) {
+    assert(AreUnits(units));
     CString text;
-    text.Swap(units);
+    text.m_text = std::move(units);
     return text;
 }
 
