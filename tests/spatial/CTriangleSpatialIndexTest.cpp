@@ -1,9 +1,9 @@
 #include "zvi/spatial/CTriangleSpatialIndex.h"
 
 #include "tests/Rows.h"
+#include "tests/spatial/Bodies.h"
 
 #include "zvi/interface/IProgressBar.h"
-#include "zvi/math/free/TriangleDistance.h"
 #include "zvi/spatial/triangles/ContactProgressDetail.h"
 #include "zvi/spatial/triangles/TriangleBoxDetail.h"
 
@@ -16,7 +16,6 @@
 #include <fstream>
 #include <iterator>
 #include <limits>
-#include <map>
 #include <random>
 #include <set>
 #include <string>
@@ -34,25 +33,26 @@ struct Triangle {
     int group = 0;
 };
 
-double DistanceOf(Triangle const &first, Triangle const &second) {
-    std::array<std::array<double, 3>, 6> p{};
-    for (std::size_t i = 0; i < 3; ++i) {
-        std::copy_n(first.corners[i].begin(), 3, p[i].begin());
-        std::copy_n(second.corners[i].begin(), 3, p[3 + i].begin());
-    }
-    return distance_triangles_3d(p[0].data(), p[1].data(), p[2].data(), p[3].data(), p[4].data(), p[5].data());
+BodyTriangle Doubles(Corners const &corners) {
+    BodyTriangle triangle;
+    for (std::size_t i = 0; i < 3; ++i)
+        triangle[i] = {double(corners[i][0]), double(corners[i][1]), double(corners[i][2])};
+    return triangle;
+}
+
+double GapOf(Triangle const &first, Triangle const &second) {
+    return DistanceOf(Doubles(first.corners), Doubles(second.corners));
 }
 
 class Comparison final : public ICompTri {
 public:
     std::multiset<std::pair<Triangle *, Triangle *>> reported;
-    std::set<int> comparedGroups;
 
     int Compare(void *item1, void *item2, float tol) override {
         auto const &first = *static_cast<Triangle *>(item1);
         auto const &second = *static_cast<Triangle *>(item2);
         EXPECT_NE(first.group, second.group);
-        return DistanceOf(first, second) <= static_cast<double>(tol) ? 1 : 0;
+        return GapOf(first, second) <= static_cast<double>(tol) ? 1 : 0;
     }
     void Report(void *item1, void *item2) override {
         reported.emplace(static_cast<Triangle *>(item1), static_cast<Triangle *>(item2));
@@ -95,19 +95,8 @@ TEST(TriangleBox, TouchesWhatHasNoDistance) {
                 p[axis] = begin[axis] + (i % 3 == 0 ? 0.2f : 1.0f) * place(random);
         }
         double distance = 9;
-        for (std::size_t axis = 0; axis < 3; ++axis) {
-            for (unsigned side = 0; side < 4; ++side) {
-                auto const corner = [&](float u, float v) {
-                    FloatPoint p{};
-                    p[axis] = side % 2 == 0 ? -1.0f : 1.0f;
-                    p[(axis + 1) % 3] = u;
-                    p[(axis + 2) % 3] = v;
-                    return p;
-                };
-                Triangle const half{{corner(-1, -1), side < 2 ? corner(1, -1) : corner(-1, 1), corner(1, 1)}};
-                distance = std::min(distance, DistanceOf(triangle, half));
-            }
-        }
+        for (BodyTriangle const &side : CubeAt({}))
+            distance = std::min(distance, DistanceOf(Doubles(triangle.corners), side));
         auto const isInside = [](FloatPoint const &p) {
             return std::abs(p[0]) < 1 && std::abs(p[1]) < 1 && std::abs(p[2]) < 1;
         };
@@ -145,7 +134,7 @@ TEST(CTriangleSpatialIndex, FindsThePairsThatASlowSearchFinds) {
         std::set<std::pair<Triangle *, Triangle *>> expected;
         for (auto first = triangles.begin(); first != triangles.end(); ++first) {
             for (auto second = triangles.begin(); second != first; ++second) {
-                if (first->group != second->group && DistanceOf(*first, *second) <= static_cast<double>(tol))
+                if (first->group != second->group && GapOf(*first, *second) <= static_cast<double>(tol))
                     expected.emplace(&*first, &*second);
             }
         }
@@ -226,20 +215,11 @@ TEST(CTriangleSpatialIndex, TellsThePercentageOfCellsToTheProgressBar) {
         EXPECT_TRUE(bar.texts.back().starts_with(L"IDS_CAE_COMMON_CADIMPORT_PROGRESS_CONTACT : "));
     }
     EXPECT_EQ(zvi_interface::IProgressBar::GetInstance(), nullptr) << "a bar that has gone is no longer told";
-    std::map<std::wstring, std::wstring> const shown = {{L"%d %% done", L"37 % done"},
-                                                        {L"<%5d>", L"<   37>"},
-                                                        {L"%x", L"25"},
-                                                        {L"%s", L"%s"},
-                                                        {L"%d of %d", L"%d of %d"},
-                                                        {L"100%", L"100%"},
-                                                        {L"%%d", L"%%d"},
-                                                        {L"%ld", L"%ld"},
-                                                        {L"%*d", L"%*d"},
-                                                        {L"none", L"none"},
-                                                        {L"%d%n", L"%d%n"},
-                                                        {L"", L""}};
-    for (auto const &[text, expected] : shown)
-        EXPECT_EQ(spatial::WithNumber(text.c_str(), 37), expected.c_str());
+    EXPECT_EQ(spatial::WithNumber(L"%d %% done", 37), L"37 % done");
+    EXPECT_EQ(spatial::WithNumber(L"<%5d>", 37), L"<   37>");
+    EXPECT_EQ(spatial::WithNumber(L"%x", 37), L"25");
+    for (wchar_t const *const text : {L"%s", L"%d of %d", L"100%", L"%%d", L"%ld", L"%*d", L"none", L"%d%n", L""})
+        EXPECT_EQ(spatial::WithNumber(text, 37), text);
 }
 
 TEST(CTriangleSpatialIndex, WritesItsTriangles) {

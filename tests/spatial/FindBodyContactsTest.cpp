@@ -1,6 +1,6 @@
 #include "zvi/spatial/FindBodyContacts.h"
 
-#include "zvi/math/free/TriangleDistance.h"
+#include "tests/spatial/Bodies.h"
 
 #include <gtest/gtest.h>
 
@@ -16,29 +16,6 @@ namespace zvi::lib::test {
 namespace {
 
 using Point = MVector<double, 3>;
-
-/// A cube of edge 2 around the middle, two triangles a side.
-TriangleBody CubeAt(Point const &middle) {
-    TriangleBody body;
-    for (std::size_t axis = 0; axis < 3; ++axis) {
-        for (double const side : {-1.0, 1.0}) {
-            auto const corner = [&](double u, double v) {
-                Point p;
-                p[axis] = side;
-                p[(axis + 1) % 3] = u;
-                p[(axis + 2) % 3] = v;
-                return middle + p;
-            };
-            body.push_back({corner(-1, -1), corner(1, -1), corner(1, 1)});
-            body.push_back({corner(-1, -1), corner(1, 1), corner(-1, 1)});
-        }
-    }
-    return body;
-}
-
-double DistanceOf(BodyTriangle const &t, BodyTriangle const &u) {
-    return distance_triangles_3d(t[0].Data(), t[1].Data(), t[2].Data(), u[0].Data(), u[1].Data(), u[2].Data());
-}
 
 } // namespace
 

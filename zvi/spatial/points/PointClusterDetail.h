@@ -53,7 +53,10 @@ public:
         MVector<double, 3> corner;
         for (std::size_t axis = 0; axis < 3; ++axis)
             corner[axis] = std::max(std::abs(place[axis] - m_low[axis]), std::abs(place[axis] - m_high[axis]));
-        double const farthest = std::min(Distance(corner, {}), Distance(place, m_center) + m_radius);
+        /// Length by which the sum of two distances may fall short of a third where their squares are too small to be
+        /// held: three squares lose 7.5e-324 at the most, the root of which each distance may be wrong by.
+        constexpr double kUnderflow = 1e-161;
+        double const farthest = std::min(Distance(corner, {}), Distance(place, m_center) + m_radius + kUnderflow);
         return farthest * (1.0 + kRounding) < limit;
     }
 

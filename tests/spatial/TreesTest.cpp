@@ -1,69 +1,21 @@
-#include "zvi/spatial/MOcTree.h"
-#include "zvi/spatial/MQuadTree.h"
+#include "tests/spatial/Trees.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
 #include <cstdint>
+#include <limits>
 #include <map>
+#include <memory>
 #include <random>
 #include <vector>
 
 namespace zvi::lib::test {
 
 namespace {
-
-/// Corners of a box as numbers along the axes.
-template <std::size_t dimension>
-struct Corners {
-    std::array<double, dimension> min{}, max{};
-
-    bool IsWithin(Corners const &outer) const {
-        bool isWithin = true;
-        for (std::size_t a = 0; a < dimension; ++a)
-            isWithin = isWithin && min[a] >= outer.min[a] && max[a] < outer.max[a];
-        return isWithin;
-    }
-    /// The box of one corner alone.
-    static Corners At(std::array<double, dimension> const &corner) { return {corner, corner}; }
-
-    bool operator==(Corners const &) const = default;
-};
-
-struct Plane {
-    static constexpr std::size_t kDimension = 2;
-    using Tree = MQuadTree;
-    using Node = MQuadNode;
-    using Object = MQuadObj;
-    using Box = MQuadMBR2D;
-    static Box BoxOf(Corners<2> const &c) { return {c.min[0], c.min[1], c.max[0], c.max[1]}; }
-    static Corners<2> CornersOf(Box const &b) { return {{b.minX, b.minY}, {b.maxX, b.maxY}}; }
-    static bool Meets(Box const &a, Box const &b, int strict) { return a.Intersect4QT(b, strict) != 0; }
-    static std::uint64_t KeyOf(Object &object) { return object.GetKey(); }
-    static void Move(Object &object, Box box, bool byReference) {
-        if (byReference)
-            object.GetMBR() = box;
-        else
-            object.SetMBR(box);
-    }
-    static bool IsLeaf(Node const &node) { return node.IsLeaf(); }
-};
-
-struct Space {
-    static constexpr std::size_t kDimension = 3;
-    using Tree = MOcTree;
-    using Node = MOcNode;
-    using Object = MOcObj;
-    using Box = MOcMBR3D;
-    static Box BoxOf(Corners<3> const &c) { return {c.min[0], c.min[1], c.min[2], c.max[0], c.max[1], c.max[2]}; }
-    static Corners<3> CornersOf(Box const &b) { return {{b.minX, b.minY, b.minZ}, {b.maxX, b.maxY, b.maxZ}}; }
-    static bool Meets(Box const &a, Box const &b, int strict) { return a.Intersect8OT(b, strict) != 0; }
-    static std::uint64_t KeyOf(Object &object) { return object.GetItr(); }
-    static void Move(Object &object, Box box, bool) { object.SetMBR(box); }
-    static bool IsLeaf(Node const &node) { return node.IsLeafNode(); }
-};
 
 template <typename In>
 struct PlainObject {
@@ -73,10 +25,10 @@ struct PlainObject {
 };
 
 template <std::size_t dimension>
-double Length(std::array<double, dimension> const &v) {
+double Distance(std::array<double, dimension> const &from, std::array<double, dimension> const &to) {
     double sum = 0.0;
-    for (double const x : v)
-        sum += x * x;
+    for (std::size_t a = 0; a < dimension; ++a)
+        sum += (to[a] - from[a]) * (to[a] - from[a]);
     return std::sqrt(sum);
 }
 
@@ -151,16 +103,16 @@ public:
     bool Delete(Object *object) { return Delete(m_root, object, false); }
 
     /// Objects of this region and those below it that meet the query and whose type is wanted.
-    static void Query(Node const &node, typename In::Box const &query, int strict, std::vector<int> const &wanted,
-                      std::vector<std::uint64_t> &keys) {
-        if (!In::Meets(In::BoxOf(node.region), query, strict))
+    template <typename IsWanted>
+    static void Query(Node const &node, typename In::Box const &query, int strict, IsWanted isWanted, Keys &keys) {
+        if (!In::Meets(BoxOf<In>(node.region), query, strict))
             return;
         for (Object const *object : node.pool) {
-            if (wanted[static_cast<std::size_t>(object->type)] != 0 && In::Meets(In::BoxOf(object->mbr), query, strict))
+            if (isWanted(object->type) && In::Meets(BoxOf<In>(object->mbr), query, strict))
                 keys.push_back(object->key);
         }
         for (Node const &child : node.children)
-            Query(child, query, strict, wanted, keys);
+            Query(child, query, strict, isWanted, keys);
     }
 
 private:
@@ -236,21 +188,15 @@ private:
     static bool IsScattered(Node const &node, Box const &m) {
         std::size_t const own = node.ChildFor(m);
         std::size_t const first = node.pool.size() > 1 ? node.ChildFor(node.pool[0]->mbr) : own;
-        auto const apart = [](auto const &from, auto const &to) {
-            std::array<double, kDimension> vector;
-            std::transform(from.begin(), from.end(), to.begin(), vector.begin(),
-                           [](double f, double t) { return t - f; });
-            return vector;
-        };
         auto const centre = [](Box const &box) {
             std::array<double, kDimension> middle;
-            std::transform(box.min.begin(), box.min.end(), box.max.begin(), middle.begin(),
-                           [](double low, double high) { return (low + high) * 0.5; });
+            for (std::size_t a = 0; a < kDimension; ++a)
+                middle[a] = (box.min[a] + box.max[a]) * 0.5;
             return middle;
         };
-        double const near = Length(apart(node.region.min, node.region.max)) / 20.0;
+        double const near = Distance(node.region.min, node.region.max) / 20.0;
         auto const isElsewhere = [&](Object const *o) { return node.ChildFor(o->mbr) != first; };
-        auto const isFar = [&](Object const *o) { return Length(apart(centre(m), centre(o->mbr))) >= near; };
+        auto const isFar = [&](Object const *o) { return Distance(centre(m), centre(o->mbr)) >= near; };
         if (own != first || (node.pool.size() > 1 && std::any_of(node.pool.begin(), node.pool.end(), isElsewhere)))
             return true;
         return own < Node::kChildCount && std::any_of(node.pool.begin(), node.pool.end(), isFar);
@@ -285,7 +231,8 @@ private:
 /// Same regions to the last bit, same children, same pools in the same order.
 template <typename In>
 bool IsSameStructure(typename In::Node const &node, PlainNode<In> const &expected) {
-    if (In::CornersOf(node.GetRegion()) != expected.region || In::IsLeaf(node) != expected.children.empty() ||
+    if (std::bit_cast<Corners<In::kDimension>>(node.GetRegion()) != expected.region ||
+        In::IsLeaf(node) != expected.children.empty() ||
         node.GetPool().GetCount() != static_cast<int>(expected.pool.size()))
         return false;
     for (std::size_t i = 0; i < expected.pool.size(); ++i) {
@@ -304,15 +251,17 @@ bool IsSameStructure(typename In::Node const &node, PlainNode<In> const &expecte
 struct Workload {
     int capacity;
     double extent, size;
-    double lattice = 0;     ///< corners fall on multiples of it; 0 for none
-    double clusterRate = 0; ///< share of the boxes that fall into one small cluster
-    double clusterSize = 0; ///< of the extent
-    double nestedRate = 0;  ///< share of the boxes that lie around the middle of the first one
+    double lattice = 0;        ///< corners fall on multiples of it; 0 for none
+    double clusterRate = 0;    ///< share of the boxes that fall into one small cluster
+    double clusterSize = 1e-3; ///< of the extent
+    double nestedRate = 0;     ///< share of the boxes that lie around the middle of the first one
     bool movesObjects = false;
     std::uint64_t keyCount = 700;
 };
 
-constexpr std::size_t kTypeCount = 4;
+/// Types of objects; a query says of those from 0 to 3 which it wants.
+constexpr int kTypes[] = {-1, 0, 1, 2, 3, 1000};
+constexpr int kWantedTypes = 4;
 
 /// Both trees, led through the same steps.
 template <typename In>
@@ -331,6 +280,12 @@ public:
         if (dice == 6 && m_run.movesObjects)
             Move(key);
         return Query();
+    }
+
+    void Clear() {
+        m_tree.Clear();
+        m_plain = PlainTree<In>(m_run.capacity);
+        m_objects.clear();
     }
 
     bool IsConsistent() const { return m_tree.IsConsistent(); }
@@ -363,18 +318,18 @@ private:
     }
 
     bool Insert(unsigned int key) {
-        PlainObject<In> const object{key, static_cast<int>(m_random() % kTypeCount), MakeBox()};
+        PlainObject<In> const object{key, kTypes[m_random() % std::size(kTypes)], MakeBox()};
         auto const [at, isNew] = m_objects.try_emplace(key, object);
         if (isNew)
             m_plain.Insert(&at->second);
-        return m_tree.Insert(key, object.type, In::BoxOf(object.mbr)) == (isNew ? 1 : 0);
+        return m_tree.Insert(key, object.type, BoxOf<In>(object.mbr)) == (isNew ? 1 : 0);
     }
 
     bool Delete(unsigned int key) {
         auto const found = m_objects.find(key);
         bool const isDeleted = found != m_objects.end() && m_plain.Delete(&found->second);
-        m_objects.erase(key);
-        return m_tree.Delete(key) == (isDeleted ? 1 : 0);
+        bool const isKnown = m_objects.erase(key) != 0;
+        return m_tree.Exist(key) == (isKnown ? 1 : 0) && m_tree.Delete(key) == (isDeleted ? 1 : 0);
     }
 
     /// Gives an object another box within the root region behind the tree's back. One that was moved out of its node's
@@ -382,34 +337,47 @@ private:
     void Move(unsigned int key) {
         auto const found = m_objects.find(key);
         Box const mbr = MakeBox();
-        if (found == m_objects.end() || !mbr.IsWithin(In::CornersOf(m_tree.GetRoot()->GetRegion())))
+        if (found == m_objects.end() ||
+            !mbr.IsWithin(std::bit_cast<Corners<In::kDimension>>(m_tree.GetRoot()->GetRegion())))
             return;
         MList<typename In::Object *> list;
-        m_tree.GetIntersectObjList(In::BoxOf(found->second.mbr), list, 0);
+        m_tree.GetIntersectObjList(BoxOf<In>(found->second.mbr), list, 0);
         for (typename In::Object *object : list) {
             if (In::KeyOf(*object) != key)
                 continue;
-            In::Move(*object, In::BoxOf(mbr), m_random() % 2 == 0);
+            Give(*object, BoxOf<In>(mbr));
             found->second.mbr = mbr;
         }
+    }
+
+    void Give(typename In::Object &object, typename In::Box box) {
+        auto const way = m_random() % 3;
+        if (way == 0)
+            return In::MoveByReference(object, box);
+        typename In::Object other(object);
+        other.SetMBR(box);
+        if (way == 1)
+            object = other;
+        else
+            object.SetMBR(box);
     }
 
     bool Query() {
         Box corners = MakeBox();
         corners.max[0] += Uniform(0, m_run.extent * 0.3);
-        typename In::Box const query = In::BoxOf(corners);
+        typename In::Box const query = BoxOf<In>(corners);
         int const strict = static_cast<int>(m_random() % 2);
         bool const isFiltered = m_random() % 2 == 0;
-        std::vector<int> wanted(kTypeCount, 1);
-        MArray<int> types;
-        for (int &isWanted : wanted) {
-            isWanted = isFiltered ? static_cast<int>(m_random() % 2) : 1;
-            types.PushBack(isWanted);
-        }
-        std::vector<std::uint64_t> expected, keys;
-        PlainTree<In>::Query(m_plain.Root(), query, strict, wanted, expected);
+        MArray<int> wanted;
+        for (int type = 0; type < kWantedTypes; ++type)
+            wanted.PushBack(static_cast<int>(m_random() % 2));
+        auto const isWanted = [&](int type) {
+            return !isFiltered || (type >= 0 && type < kWantedTypes && wanted[static_cast<std::size_t>(type)] != 0);
+        };
+        Keys expected, keys;
+        PlainTree<In>::Query(m_plain.Root(), query, strict, isWanted, expected);
         MList<typename In::Object *> list;
-        int const count = isFiltered ? m_tree.GetIntersectObjList(query, list, types, strict)
+        int const count = isFiltered ? m_tree.GetIntersectObjList(query, list, wanted, strict)
                                      : m_tree.GetIntersectObjList(query, list, strict);
         for (typename In::Object *object : list)
             keys.push_back(In::KeyOf(*object));
@@ -424,33 +392,34 @@ private:
 };
 
 template <typename In>
-class TreeOracleTest : public testing::Test {};
+class TreesTest : public testing::Test {};
+
+/// A class that computes its box.
+template <typename In>
+struct Moving : In::Object {
+    typename In::AnsweredBox GetMBR() override { return this->m_mbr = PointAt<In>(position); }
+    double position = 5.0;
+};
 
 using Dimensions = testing::Types<Plane, Space>;
 
 } // namespace
 
-TYPED_TEST_SUITE(TreeOracleTest, Dimensions);
+TYPED_TEST_SUITE(TreesTest, Dimensions);
 
-TYPED_TEST(TreeOracleTest, NodesPoolsAndOrderOfHitsAreThoseOfTheSlowTree) {
+TYPED_TEST(TreesTest, NodesPoolsAndOrderOfHitsAreThoseOfTheSlowTree) {
     Workload const runs[] = {
         {.capacity = 128, .extent = 500, .size = 5},
         {.capacity = 4, .extent = 500, .size = 5},
         {.capacity = 4, .extent = 500, .size = 200},
         {.capacity = 2, .extent = 64, .size = 8, .lattice = 4},
-        {.capacity = 1, .extent = 64, .size = 8, .clusterRate = 0.2, .clusterSize = 1e-3},
-        {.capacity = 8, .extent = 1e4, .size = 30, .clusterRate = 0.7, .clusterSize = 1e-3},
+        {.capacity = 1, .extent = 64, .size = 8, .clusterRate = 0.2},
+        {.capacity = 8, .extent = 1e4, .size = 30, .clusterRate = 0.7},
         {.capacity = 4, .extent = 300, .size = 20, .movesObjects = true},
         {.capacity = 3, .extent = 0.1, .size = 0.3},
-        {.capacity = 6,
-         .extent = 1e7,
-         .size = 1e6,
-         .lattice = 0.1,
-         .clusterRate = 0.3,
-         .clusterSize = 1e-3,
-         .movesObjects = true},
+        {.capacity = 6, .extent = 1e7, .size = 1e6, .lattice = 0.1, .clusterRate = 0.3, .movesObjects = true},
         {.capacity = 0, .extent = 50, .size = 9, .lattice = 1},
-        {.capacity = 128, .extent = 2000, .size = 900, .clusterRate = 0.5, .clusterSize = 1e-3},
+        {.capacity = 128, .extent = 2000, .size = 900, .clusterRate = 0.5},
         {.capacity = 16, .extent = 100, .size = 60},
         {.capacity = 5, .extent = 1000, .size = 0, .clusterRate = 0.95, .clusterSize = 0.02},
         {.capacity = 2, .extent = 1000, .size = 10, .clusterRate = 0.97, .clusterSize = 0.04},
@@ -468,8 +437,111 @@ TYPED_TEST(TreeOracleTest, NodesPoolsAndOrderOfHitsAreThoseOfTheSlowTree) {
             ASSERT_TRUE(pair.Step()) << "step " << step;
             ASSERT_TRUE(step % pause != 0 || pair.IsConsistent()) << "step " << step;
             ASSERT_TRUE(step % (10 * pause) != 0 || pair.IsSame()) << "step " << step;
+            if (step == 600 * pause)
+                pair.Clear();
         }
     }
+}
+
+TYPED_TEST(TreesTest, BoxesMeetWithinATolerance) {
+    constexpr double kTouch = TypeParam::kTolerances.first;
+    constexpr double kLeast = TypeParam::kTolerances.second;
+    struct Row {
+        double low, high;
+        bool meets, meetsStrictly, isWithin, holdsLow;
+    };
+    Row const rows[] = {{0, 1, true, true, false, true},
+                        {0, 0.5, true, true, true, true},
+                        {0.5, 2, true, true, false, true},
+                        {1, 2, true, false, false, false},
+                        {1 + kTouch / 2, 2, true, false, false, false},
+                        {1 + kTouch * 2, 2, false, false, false, false},
+                        {-1, -kTouch / 2, true, false, false, false},
+                        {-1, -kTouch * 2, false, false, false, false},
+                        {-1, kLeast * 2, true, true, false, false},
+                        {-1, kLeast / 2, true, false, false, false},
+                        {1 - kLeast / 2, 2, true, false, false, true}};
+    for (Row const &row : rows) {
+        for (std::size_t axis = 0; axis < TypeParam::kDimension; ++axis) {
+            Corners<TypeParam::kDimension> unit, other;
+            unit.max.fill(1);
+            other.max.fill(0.5);
+            other.min[axis] = row.low;
+            other.max[axis] = row.high;
+            auto const a = BoxOf<TypeParam>(unit), b = BoxOf<TypeParam>(other);
+            SCOPED_TRACE(testing::Message() << row.low << " to " << row.high << " along " << axis);
+            EXPECT_EQ(TypeParam::Meets(a, b, 0), row.meets);
+            EXPECT_EQ(TypeParam::Meets(b, a, 1), row.meetsStrictly);
+            EXPECT_EQ(TypeParam::IsWithin(b, a), row.isWithin);
+            EXPECT_EQ(TypeParam::Holds(a, std::bit_cast<typename TypeParam::Point>(other.min)), row.holdsLow);
+        }
+    }
+}
+
+TYPED_TEST(TreesTest, ObjectsMoveComputeTheirBoxesAndGoInAnyOrder) {
+    using Object = typename TypeParam::Object;
+    auto tree = std::make_unique<typename TypeParam::Tree>(100, 100, 2);
+    Moving<TypeParam> moving;
+    auto first = std::make_unique<Object>();
+    Object second;
+    for (Object *object : {static_cast<Object *>(&moving), first.get(), &second})
+        EXPECT_EQ(tree->Insert(object), 1);
+    first.reset();
+    tree->Clear();
+    EXPECT_EQ(tree->GetRoot(), nullptr);
+    TypeParam::MoveByReference(second, PointAt<TypeParam>(20));
+    EXPECT_EQ(tree->Insert(&second), 1);
+    EXPECT_EQ(tree->Insert(&moving), 1);
+    moving.position = 8.0;
+    EXPECT_EQ(HitsOf<TypeParam>(*tree, PointAt<TypeParam>(5)).size(), 0U);
+    EXPECT_EQ(HitsOf<TypeParam>(*tree, PointAt<TypeParam>(8)).size(), 1U);
+    EXPECT_EQ(tree->Delete(&moving), 1);
+    tree.reset();
+    TypeParam::MoveByReference(second, PointAt<TypeParam>(2));
+    second = moving;
+}
+
+TYPED_TEST(TreesTest, NullBadNumbersAndWhatNoRegionHoldsAreRefused) {
+    double const nan = std::numeric_limits<double>::quiet_NaN();
+    using Box = typename TypeParam::Box;
+    typename TypeParam::Tree tree;
+    for (Box const &bad : {PointAt<TypeParam>(nan), PointAt<TypeParam>(0, std::numeric_limits<double>::infinity())})
+        EXPECT_EQ(tree.Insert(1U, bad), 0);
+    EXPECT_EQ(tree.Exist(1U) + tree.Delete(1U) + tree.Insert(nullptr) + tree.Delete(nullptr), 0);
+    EXPECT_EQ(tree.Insert(1U, BoxOf<TypeParam>({{3, 0}, {-3, 0}})), 1) << "inside out";
+    EXPECT_EQ(tree.Insert(2U, BoxOf<TypeParam>({{-1e300, 0}, {1e300, 0}})), 1);
+    EXPECT_EQ(HitsOf<TypeParam>(tree, BoxOf<TypeParam>({{-5, -1}, {5, 1}})), (Keys{1, 2}));
+    EXPECT_EQ(HitsOf<TypeParam>(tree, PointAt<TypeParam>(0)), Keys{2});
+    EXPECT_EQ(HitsOf<TypeParam>(tree, PointAt<TypeParam>(nan, nan)), (Keys{1, 2}));
+    EXPECT_TRUE(tree.IsConsistent());
+    for (int const capacity : {0, 1, 128}) {
+        typename TypeParam::Tree huge(100, 100, capacity), tiny(1e-200, 1e-200, capacity);
+        for (unsigned int key = 0; key < 300; ++key) {
+            huge.Insert(key, PointAt<TypeParam>(key % 2 == 0 ? 1e20 : -1e20, key % 3 == 0 ? 1e308 : -1e308));
+            EXPECT_EQ(tiny.Insert(key, PointAt<TypeParam>(0)), 1);
+        }
+    }
+    typename TypeParam::Node node;
+    EXPECT_EQ(node.Insert(nullptr) + node.Insert(nullptr, Box()) + node.InsertWithMBR(nullptr, Box()), -3);
+    EXPECT_EQ(node.Delete(nullptr), -1);
+    typename TypeParam::Object object;
+    EXPECT_EQ(node.Insert(&object), 0);
+    node.Distribute();
+    EXPECT_EQ(node.GetPool().GetCount(), 1) << "there is no child to take it";
+}
+
+TYPED_TEST(TreesTest, AnObjectInsertedTwiceIsInTwoPlaces) {
+    typename TypeParam::Tree tree(100, 100, 2), other;
+    typename TypeParam::Object object;
+    EXPECT_EQ(tree.Insert(&object), 1);
+    EXPECT_TRUE(tree.IsConsistent());
+    EXPECT_EQ(tree.Insert(&object), 1);
+    EXPECT_EQ(other.Insert(&object), 1);
+    EXPECT_FALSE(tree.IsConsistent());
+    EXPECT_EQ(HitsOf<TypeParam>(tree, PointAt<TypeParam>(0)), (Keys{0, 0}));
+    for (int const isThere : {1, 1, 0})
+        EXPECT_EQ(tree.Delete(&object), isThere);
+    EXPECT_EQ(HitsOf<TypeParam>(other, PointAt<TypeParam>(0)), Keys{0});
 }
 
 } // namespace zvi::lib::test
