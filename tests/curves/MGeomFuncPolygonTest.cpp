@@ -6,62 +6,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <random>
 
 namespace zvi::lib::test {
 
 namespace {
-
-/// How the coordinates of a random polygon are drawn.
-enum class Shape { kGeneral, kLattice, kNearLattice, kThin };
-
-class PolygonSource {
-public:
-    PolygonSource(unsigned seed, double scale, double offset) : m_random(seed), m_scale(scale), m_offset(offset) {}
-
-    Polygon Make(Shape shape) {
-        Polygon polygon;
-        for (std::size_t i = 0, count = 3 + m_random() % 12; i < count; ++i)
-            polygon.PushBack(Vertex(shape));
-        return polygon;
-    }
-
-    /// A point that has something to do with the polygon: a vertex, its height, a place on or next to an edge, or
-    /// anywhere in the box.
-    T_POINT2D Point(Polygon const &polygon, Shape shape) {
-        T_POINT2D const &a = polygon[m_random() % polygon.Size()];
-        T_POINT2D const &b = polygon[m_random() % polygon.Size()];
-        double const t = Unit();
-        double const nudge = m_scale * std::pow(10.0, -14.0 * Unit()) * (Unit() < 0.5 ? -1.0 : 1.0);
-        T_POINT2D const places[] = {a,
-                                    {b.x + t * m_scale, a.y},
-                                    {a.x + t * (b.x - a.x), a.y + t * (b.y - a.y)},
-                                    {a.x + t * (b.x - a.x) + nudge, a.y + t * (b.y - a.y)},
-                                    {b.x, a.y + nudge},
-                                    Vertex(shape)};
-        return places[m_random() % std::size(places)];
-    }
-
-private:
-    double Unit() { return std::uniform_real_distribution<double>(0.0, 1.0)(m_random); }
-
-    double Coordinate(Shape shape) {
-        if (shape == Shape::kGeneral || shape == Shape::kThin)
-            return Unit();
-        return std::floor(Unit() * 5.0) / 5.0 +
-               (shape == Shape::kNearLattice ? std::pow(10.0, -5.0 - 10.0 * Unit()) : 0.0);
-    }
-
-    T_POINT2D Vertex(Shape shape) {
-        double const x = Coordinate(shape);
-        double const y = Coordinate(shape) * (shape == Shape::kThin ? 1e-7 : 1.0);
-        return {m_offset + m_scale * x, m_offset - m_scale * y};
-    }
-
-    std::mt19937 m_random;
-    double m_scale;
-    double m_offset;
-};
 
 Polygon Reversed(Polygon polygon) {
     std::reverse(polygon.begin(), polygon.end());

@@ -1,5 +1,6 @@
 #include "zvi/curves/PreparedPolygon.h"
-#include "zvi/curves/MGeomFunc.h"
+
+#include "tests/curves/PolygonByDefinition.h"
 
 #include <gtest/gtest.h>
 
@@ -9,17 +10,6 @@
 namespace zvi::lib::test {
 
 namespace {
-
-using Polygon = MArray<T_POINT2D>;
-
-/// Coordinates on a small lattice make rays through vertices and along edges, and edges that cross.
-Polygon LatticePolygon(std::mt19937 &random, int count, double scale, double shift) {
-    Polygon polygon;
-    for (int i = 0; i < count; ++i)
-        polygon.PushBack(
-            {shift + scale * static_cast<double>(random() % 8), shift + scale * static_cast<double>(random() % 8)});
-    return polygon;
-}
 
 Polygon StarPolygon(std::mt19937 &random, int count) {
     std::uniform_real_distribution<double> radius(0.5, 1.0);
@@ -31,16 +21,6 @@ Polygon StarPolygon(std::mt19937 &random, int count) {
     return polygon;
 }
 
-/// Points at vertices, on edges, beside both by about the limit, and anywhere.
-T_POINT2D Probe(std::mt19937 &random, Polygon const &polygon) {
-    std::uniform_real_distribution<double> share(-0.2, 1.2);
-    auto const any = [&] { return polygon[random() % polygon.Size()]; };
-    T_POINT2D const a = any(), b = any();
-    double const t = random() % 3 == 0 ? 0.5 : share(random), off = random() % 2 == 0 ? 0.0 : share(random) * 2e-10;
-    T_POINT2D const on{a.x + t * (b.x - a.x), a.y + t * (b.y - a.y) + off};
-    return random() % 4 == 0 ? T_POINT2D{a.x + off, b.y} : on;
-}
-
 } // namespace
 
 TEST(PreparedPolygon, AnswersAsTheTestItStandsFor) {
@@ -48,14 +28,16 @@ TEST(PreparedPolygon, AnswersAsTheTestItStandsFor) {
     std::mt19937 random(seed);
     for (int i = 0; i < 400; ++i) {
         double const scale = std::pow(10.0, static_cast<double>(random() % 20) - 6.0);
-        Polygon polygon = i % 4 == 0 ? StarPolygon(random, 3 + static_cast<int>(random() % 300))
-                                     : LatticePolygon(random, static_cast<int>(random() % (i % 8 == 1 ? 200 : 12)),
-                                                      scale, scale * (i % 3));
+        PolygonSource source(static_cast<unsigned>(random()), scale, scale * (i % 3));
+        auto const shape = static_cast<Shape>(i % 5 % 4);
+        std::size_t const count = i % 8 == 1 ? random() % 200 : i % 8 == 2 ? random() % 3 : 3 + random() % 12;
+        Polygon polygon =
+            i % 4 == 0 ? StarPolygon(random, 3 + static_cast<int>(random() % 300)) : source.Make(shape, count);
         if (i % 50 == 1)
             polygon.PushBack({0.0, std::nan("")});
         PreparedPolygon const prepared(polygon);
         for (int k = 0; k < 60; ++k) {
-            T_POINT2D const p = polygon.Size() > 0 ? Probe(random, polygon) : T_POINT2D{};
+            T_POINT2D const p = polygon.Size() > 0 ? source.Point(polygon, shape) : T_POINT2D{};
             for (int const closed : {0, 1})
                 ASSERT_EQ(prepared.IsPointInPolygon2(p, closed), MGeomFunc::IsPointInPolygon2(p, polygon, closed))
                     << "seed " << seed << ", polygon " << i << " at " << p.x << " " << p.y;

@@ -114,32 +114,18 @@ void MHHPointSpatialIndex::RemoveAll() {
 int MHHPointSpatialIndex::Insert(int i, int j, int k, std::uint64_t value) {
     if (!m_grid)
         return 0;
-    std::uint32_t const cell = m_grid->Block().Number(i, j, k);
-    if (!m_grid->HasCell(cell))
-        return 0;
     double const size = m_grid->Block().cellSize;
-    m_grid->Push(cell, {value, m_grid->FineKey({i * size, j * size, k * size}), nullptr});
-    return 1;
+    std::uint32_t const fineKey = m_grid->FineKey({i * size, j * size, k * size});
+    return m_grid->Push(m_grid->Block().Number(i, j, k), {value, fineKey, nullptr});
 }
 
 int MHHPointSpatialIndex::Insert(double const *const point, std::uint64_t value) {
-    if (!m_grid)
-        return 0;
-    std::uint32_t const cell = m_grid->CellOf(point);
-    if (!m_grid->HasCell(cell))
-        return 0;
-    m_grid->Push(cell, {value, m_grid->FineKey(m_grid->Offsets(point)), nullptr});
-    return 1;
+    return m_grid ? m_grid->Push(m_grid->CellOf(point), {value, m_grid->FineKey(m_grid->Offsets(point)), nullptr}) : 0;
 }
 
 int MHHPointSpatialIndex::Delete(double const *const point, std::uint64_t value) {
-    if (!m_grid)
-        return 0;
-    std::uint32_t const cell = m_grid->CellOf(point);
-    if (!m_grid->HasCell(cell))
-        return 0;
-    FineHashPointNode **const head = m_grid->Chain(cell);
-    if (!*head || (*head)->value != value)
+    FineHashPointNode **const head = m_grid ? m_grid->Chain(point) : nullptr;
+    if (!head || !*head || (*head)->value != value)
         return 0;
     m_grid->Remove(head);
     return 1;
@@ -151,23 +137,14 @@ void MHHPointSpatialIndex::GetBoxIndexByTriangle(float const *const a, float con
 }
 
 std::uint64_t MHHPointSpatialIndex::FindNearest(double const *const point, double tol, ICalcDist const *calc) const {
-    std::uint64_t nearest = 0;
     if (!m_grid)
-        return nearest;
+        return 0;
     /// The cube around the point reaches farther than `tol`; a search by fine places goes as far as this part of it.
     constexpr double kReach = 2.0;
-    double best = tol * tol * kReach;
     spatial::FineRange const fine(*m_grid, point, tol);
-    m_grid->Measure(
-        m_grid->CellsAround({point[0], point[1], point[2]}, tol), point, *calc,
-        [&fine](FineHashPointNode const &node) { return fine.Holds(node.Steps()); },
-        [&](std::uint64_t value, double distance) {
-            if (distance < best) {
-                best = distance;
-                nearest = value;
-            }
-        });
-    return nearest;
+    return m_grid->Nearest(
+        m_grid->CellsAround(point, tol), point, *calc,
+        [&fine](FineHashPointNode const &node) { return fine.Holds(node.Steps()); }, tol * tol * kReach);
 }
 
 int MHHPointSpatialIndex::FindWithinTol(float const *const, double, MList<std::uint64_t> &, ICalcDist const *) const {

@@ -30,11 +30,10 @@ int FindWithin(HashPointGrid const *grid, Coordinate const *point, double tol, M
     if (!grid)
         return 0;
     double const limit = tol * tol;
-    grid->Measure(grid->CellsAround({point[0], point[1], point[2]}, tol), point, *calc, kTakesAll,
-                  [&](std::uint64_t value, double distance) {
-                      if (limit >= distance)
-                          list.AddTail(value);
-                  });
+    grid->Measure(grid->CellsAround(point, tol), point, *calc, kTakesAll, [&](std::uint64_t value, double distance) {
+        if (limit >= distance)
+            list.AddTail(value);
+    });
     return static_cast<int>(list.GetCount());
 }
 
@@ -59,35 +58,18 @@ void MHashPointSpatialIndex::RemoveAll() {
 }
 
 int MHashPointSpatialIndex::Insert(int i, int j, int k, std::uint64_t value) {
-    if (!m_grid)
-        return 0;
-    std::uint32_t const cell = m_grid->Block().Number(i, j, k);
-    if (!m_grid->HasCell(cell))
-        return 0;
-    m_grid->Push(cell, {value, nullptr});
-    return 1;
+    return m_grid ? m_grid->Push(m_grid->Block().Number(i, j, k), {value, nullptr}) : 0;
 }
 
 int MHashPointSpatialIndex::Insert(double const *const point, std::uint64_t value) {
-    if (!m_grid)
-        return 0;
-    std::uint32_t const cell = m_grid->CellOf(point);
-    if (!m_grid->HasCell(cell))
-        return 0;
-    m_grid->Push(cell, {value, nullptr});
-    return 1;
+    return m_grid ? m_grid->Push(m_grid->CellOf(point), {value, nullptr}) : 0;
 }
 
 int MHashPointSpatialIndex::Delete(double const *const point, std::uint64_t value) {
-    if (!m_grid)
-        return 0;
-    std::uint32_t const cell = m_grid->CellOf(point);
-    if (!m_grid->HasCell(cell))
-        return 0;
-    HashPointNode **link = m_grid->Chain(cell);
-    while (*link && (*link)->value != value)
+    HashPointNode **link = m_grid ? m_grid->Chain(point) : nullptr;
+    while (link && *link && (*link)->value != value)
         link = &(*link)->next;
-    if (!*link)
+    if (!link || !*link)
         return 0;
     m_grid->Remove(link);
     return 1;
@@ -99,18 +81,7 @@ void MHashPointSpatialIndex::GetBoxIndexByTriangle(float const *const a, float c
 }
 
 std::uint64_t MHashPointSpatialIndex::FindNearest(double const *const point, double tol, ICalcDist const *calc) const {
-    std::uint64_t nearest = 0;
-    if (!m_grid)
-        return nearest;
-    double best = tol * tol;
-    m_grid->Measure(m_grid->CellsAround({point[0], point[1], point[2]}, tol), point, *calc, kTakesAll,
-                    [&](std::uint64_t value, double distance) {
-                        if (distance < best) {
-                            best = distance;
-                            nearest = value;
-                        }
-                    });
-    return nearest;
+    return m_grid ? m_grid->Nearest(m_grid->CellsAround(point, tol), point, *calc, kTakesAll, tol * tol) : 0;
 }
 
 int MHashPointSpatialIndex::FindWithinTol(float const *const point, double tol, MList<std::uint64_t> &list,
@@ -128,7 +99,7 @@ int MHashPointSpatialIndex::ExistDuplicate(double const *const point, double tol
         return 0;
     double const limit = tol * tol;
     int exists = 0;
-    m_grid->Walk(m_grid->CellsAround({point[0], point[1], point[2]}, tol), [&](HashPointNode const &node) {
+    m_grid->Walk(m_grid->CellsAround(point, tol), [&](HashPointNode const &node) {
         exists = limit >= calc->CalcDist(point, node.value) ? 1 : 0;
         return exists != 0;
     });

@@ -42,18 +42,23 @@ public:
     std::uint32_t CellOf(double const *point) const {
         return m_block.Number(m_block.Step(0, point[0]), m_block.Step(1, point[1]), m_block.Step(2, point[2]));
     }
-    bool HasCell(std::uint32_t cell) const { return cell < m_block.total; }
 
-    /// Puts a copy of the node in front of the chain of a cell that exists.
-    void Push(std::uint32_t cell, Node node) {
+    /// Puts a copy of the node in front of the chain of the cell: 1; 0 where there is no such cell.
+    int Push(std::uint32_t cell, Node node) {
+        if (cell >= m_block.total)
+            return 0;
         Node *&head = m_heads[cell];
         node.next = head;
         head = ::new (m_pool.Alloc()) Node(node);
         ++m_count;
+        return 1;
     }
 
-    /// The link to the first node of a cell that exists.
-    Node **Chain(std::uint32_t cell) { return &m_heads[cell]; }
+    /// The link to the first node of the point's cell, null where there is no such cell.
+    Node **Chain(double const *point) {
+        std::uint32_t const cell = CellOf(point);
+        return cell < m_block.total ? &m_heads[cell] : nullptr;
+    }
 
     /// Takes the node behind the link out of its chain.
     void Remove(Node **link) {
@@ -71,11 +76,13 @@ public:
     }
 
     /// The cells that the cube of half edge `tol` around the point meets.
-    CellRange CellsAround(std::array<double, 3> const &center, double tol) const {
+    template <typename Coordinate>
+    CellRange CellsAround(Coordinate const *point, double tol) const {
         CellRange range{};
         for (std::size_t axis = 0; axis < 3; ++axis) {
-            range.low[axis] = std::max(m_block.Step(axis, center[axis] - tol), 0);
-            range.high[axis] = std::min(m_block.Step(axis, center[axis] + tol), m_block.counts[axis] - 1);
+            double const center = point[axis];
+            range.low[axis] = std::max(m_block.Step(axis, center - tol), 0);
+            range.high[axis] = std::min(m_block.Step(axis, center + tol), m_block.counts[axis] - 1);
         }
         return range;
     }
@@ -132,6 +139,21 @@ public:
             return false;
         });
         flush();
+    }
+
+    /// The value of the smallest distance below `best` among those that `Measure` looks at, the first one of equal
+    /// ones; 0 for none.
+    template <typename Picks>
+    std::uint64_t Nearest(CellRange const &range, double const *point, ICalcDist const &calc, Picks picks,
+                          double best) const {
+        std::uint64_t nearest = 0;
+        Measure(range, point, calc, picks, [&](std::uint64_t value, double distance) {
+            if (distance < best) {
+                best = distance;
+                nearest = value;
+            }
+        });
+        return nearest;
     }
 
     /// The cells from the lowest to the highest corner of a triangle, as `GetBoxIndexByTriangle` gives them.

@@ -1,3 +1,4 @@
+#include "tests/TemporaryFolder.h"
 #include "tests/apps/zvi/Run.h"
 
 #include "apps/zvi/common/Failure.h"
@@ -8,16 +9,11 @@
 
 #include <bit>
 #include <cstdint>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <vector>
 
 namespace zvi::app::test {
 
 namespace {
-
-namespace fs = std::filesystem;
 
 void AddLittleEndian(std::string &bytes, std::uint32_t number) {
     for (int i = 0; i < 4; ++i)
@@ -88,17 +84,16 @@ TEST(ReadStl, TellsTextFromBytesByWhatIsThere) {
 }
 
 TEST(ReadStl, RefusesWhatIsCutOrNoStl) {
-    std::string const cut = Binary("solid", 3, 3).substr(0, 200);
-    std::string const noNumber = Solid("", "1x");
     std::pair<std::string, std::string> const cases[] = {
         {"", "0: is empty"},
         {"hello", "0: is no STL file: it is too short"},
-        {cut, "0: is cut, or is no STL file: it announces 3 triangles and has room for 2"},
+        {Binary("solid", 3, 3).substr(0, 200),
+         "0: is cut, or is no STL file: it announces 3 triangles and has room for 2"},
         {std::string(100, 'x'), "0: is cut, or is no STL file: it announces 2021161080"},
         {"solid\n" + Facet("1"), "9: the file ends within a solid"},
         {"solid a\nfacet normal 0 0", "2: the file ends within a solid"},
         {"solid a\nfacet\ncorner", "3: \"corner\" stands where the normal of a facet (\"normal\") should be"},
-        {noNumber, "4: \"1x\" stands where a coordinate should be"},
+        {Solid("", "1x"), "4: \"1x\" stands where a coordinate should be"},
         {Solid("a", "1") + "x", "10: \"x\" stands where a solid"},
         {"solid\nfacet normal 0 0 1 outer loop vertex 0 0 0 vertex 0 0 0 vertex 0 0 0 vertex", "2: \"vertex\" stands"},
     };
@@ -126,11 +121,10 @@ TEST(Contacts, OfTheSolidsOfOneFile) {
 }
 
 TEST(Contacts, GoToJsonAndToAPictureForOtherPrograms) {
-    fs::path const folder = fs::temp_directory_path() / "zvi_contacts_test";
-    fs::create_directories(folder);
-    std::string const file = (folder / "part.stl").string();
-    std::string const obj = (folder / "patches.obj").string();
-    std::ofstream(file, std::ios::binary) << Binary("header", 4, 4);
+    zvi::test::TemporaryFolder const folder;
+    std::string const file = folder.Native("part.stl").string();
+    std::string const obj = folder.Native("patches.obj").string();
+    folder.Write("part.stl", Binary("header", 4, 4));
     RunOutcome const run =
         RunZvi({"contacts", file, "-", "--tolerance", "0.25", "--json", "--obj", obj}, Solid("other part", "2.25"));
     EXPECT_EQ(run.status, 0) << run.err;
@@ -140,27 +134,20 @@ TEST(Contacts, GoToJsonAndToAPictureForOtherPrograms) {
     EXPECT_EQ(contact["pairs"], 1);
     EXPECT_EQ(contact["smallestGap"], 0.25);
     EXPECT_EQ(contact["patches"][0]["triangles"], nlohmann::json::parse("[[2],[0]]"));
-    std::ifstream stream(obj, std::ios::binary);
-    std::string const text((std::istreambuf_iterator<char>(stream)), {});
-    EXPECT_EQ(text, "# Patches of contact within 0.25\n"
-                    "g part--standard_input.1.part\nv 0 0 2\nv 1 0 2\nv 0 1 2\nf -3 -2 -1\n"
-                    "g part--standard_input.1.standard_input\nv 0 0 2.25\nv 1 0 2.25\nv 0 1 2.25\nf -3 -2 -1\n");
+    EXPECT_EQ(folder.Read("patches.obj"),
+              "# Patches of contact within 0.25\n"
+              "g part--standard_input.1.part\nv 0 0 2\nv 1 0 2\nv 0 1 2\nf -3 -2 -1\n"
+              "g part--standard_input.1.standard_input\nv 0 0 2.25\nv 1 0 2.25\nv 0 1 2.25\nf -3 -2 -1\n");
     EXPECT_EQ(RunZvi({"contacts", file, "--tolerance", "1", "--obj", file}).status, 2);
-    EXPECT_EQ(RunZvi({"contacts", (folder / "none.stl").string(), "--tolerance", "1"}).status, 1);
-    stream.close();
-    fs::remove_all(folder);
+    EXPECT_EQ(RunZvi({"contacts", folder.Native("none.stl").string(), "--tolerance", "1"}).status, 1);
 }
 
 TEST(Contacts, RefusesWrongUsage) {
-    for (std::vector<std::string> const &options :
-         std::vector<std::vector<std::string>>{{},
-                                               {"--tolerance", "-1"},
-                                               {"--tolerance", "nan"},
-                                               {"--tolerance", "1", "--obj", "-"},
-                                               {"--tolerance", "1", "-", "-"},
-                                               {"--tolerance", "1", "--strict"}}) {
-        std::vector<std::string> words = {"contacts"};
-        words.insert(words.end(), options.begin(), options.end());
+    using Words = std::vector<std::string>;
+    for (Words words :
+         {Words{}, Words{"--tolerance", "-1"}, Words{"--tolerance", "nan"}, Words{"--tolerance", "1", "--obj", "-"},
+          Words{"--tolerance", "1", "-", "-"}, Words{"--tolerance", "1", "--strict"}}) {
+        words.insert(words.begin(), "contacts");
         EXPECT_EQ(RunZvi(words, "solid\nendsolid\n").status, 2) << words.back();
     }
 }

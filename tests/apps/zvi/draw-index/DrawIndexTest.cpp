@@ -1,13 +1,14 @@
 #include "apps/zvi/common/ExitStatus.h"
 #include "apps/zvi/draw-index/CurveIndex.h"
+#include "tests/TemporaryFolder.h"
 #include "tests/apps/zvi/Run.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
+#include <string>
+#include <vector>
 
 namespace zvi::app::test {
 
@@ -51,14 +52,11 @@ TEST(DrawIndex, DrawsEachLeafAndEachCurve) {
         std::string const x = std::to_string(i % 6 * 10 + 1), y = std::to_string(i / 6 * 10 + 1);
         curves += "circle " + std::to_string(i + 1) + " " + x + " " + y + " 2\n";
     }
-    std::string const file = (std::filesystem::temp_directory_path() / "zvi_draw_index_test.svg").string();
-    RunOutcome const run = RunZvi({"draw-index", "--capacity", "2", "--svg", file}, curves);
+    zvi::test::TemporaryFolder const folder;
+    RunOutcome const run = RunZvi({"draw-index", "--capacity", "2", "--svg", folder.Native("a.svg").string()}, curves);
     EXPECT_EQ(run.status, kExitDone);
     EXPECT_EQ(run.err, "");
-    std::ifstream in(file);
-    std::string const svg{std::istreambuf_iterator<char>(in), {}};
-    in.close();
-    std::filesystem::remove(file);
+    std::string const svg = folder.Read("a.svg");
     EXPECT_NE(run.out.find("curves                 30\n"), std::string::npos);
     EXPECT_NE(run.out.find("  leaves               " + std::to_string(CountOf(svg, "<rect class=\"leaf\"")) + "\n"),
               std::string::npos);
@@ -90,10 +88,9 @@ TEST(DrawIndex, RefusesWhatItCannotDo) {
         {{"--svg", "x.svg"}, kExitBadInput, "holds no curves"},
         {{"--svg", "/no/such/folder/x.svg", "-"}, kExitBadInput, "holds no curves"},
     };
-    for (Row const &row : rows) {
-        std::vector<std::string> words{"draw-index"};
-        words.insert(words.end(), row.words.begin(), row.words.end());
-        RunOutcome const run = RunZvi(words, "# nothing\n");
+    for (Row row : rows) {
+        row.words.insert(row.words.begin(), "draw-index");
+        RunOutcome const run = RunZvi(row.words, "# nothing\n");
         EXPECT_EQ(run.status, row.status) << run.err;
         EXPECT_NE(run.err.find(row.says), std::string::npos) << run.err;
     }
