@@ -14,6 +14,7 @@ class ZVI_API MOPTDATA {
 public:
     /// The keyword under which the value is stored.
     virtual void SetKeyWord(CString &keyword);
+    /// The keyword that was set, empty before.
     virtual CString GetKeyWord();
 
     /// Sets the value from its text form. The name has nothing to do with a type.

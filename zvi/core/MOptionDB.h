@@ -29,6 +29,7 @@ public:
     /// Copies share the groups.
     MOptionDB(MOptionDB const &) = default;
     MOptionDB &operator=(MOptionDB const &) = default;
+    /// The groups stay, which it does not own.
     virtual ~MOptionDB();
 
     /// The group of a category. An absent one is entered with a null group, which is the answer: who tests for absence

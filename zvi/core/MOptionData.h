@@ -15,6 +15,7 @@ public:
     /// Which way values go.
     enum OPTION_IOTYPE { OPTION_READ = 0, OPTION_WRITE = 1 };
 
+    /// A group may be deleted through this class. The values are freed by the group that owns them.
     virtual ~MOptionData();
 
     /// Sets the keywords and defaults, registers each value, and gives 1.

@@ -16,6 +16,7 @@ using OptionCategory = std::map<CString, CString>;
 /// A place where options are kept. It knows texts alone, and nothing of types.
 class ZVI_API MOptionRW {
 public:
+    /// A place may be deleted through this class.
     virtual ~MOptionRW();
 
     /// Gives the groups the values that are kept, and 1. A null group is left out.

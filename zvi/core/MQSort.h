@@ -51,6 +51,7 @@ public:
         int number;         ///< is compared second
     };
 
+    /// For clients that derive from it; there is nothing to free.
     virtual ~MQSort();
 
     /// Ascending.

@@ -20,7 +20,9 @@ namespace zvi::lib {
 /// The getters need the group `OptionGenTol` in the registry, where it is from load to exit unless it is taken out.
 class ZVI_API MTolerance {
 public:
+    /// Holds nothing: the tolerances in force are asked for without an object.
     MTolerance();
+    /// There is nothing to free.
     virtual ~MTolerance();
 
     /// A value below this in magnitude counts as zero; 1e-10 by default.

@@ -23,6 +23,7 @@ public:
     MGeomFunc(MGeomFunc const &) = default;
     /// Likewise.
     MGeomFunc &operator=(MGeomFunc const &) = default;
+    /// There is nothing to free.
     virtual ~MGeomFunc();
 
     // --- Segments and polylines ---

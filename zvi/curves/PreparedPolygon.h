@@ -18,6 +18,7 @@ class ZVI_API PreparedPolygon {
 public:
     /// Keeps a copy of the vertices.
     explicit PreparedPolygon(MArray<T_POINT2D> const &polygon);
+    /// Frees the copy of the polygon and its index.
     ~PreparedPolygon();
     /// Takes over what `other` has, which holds nothing from then on.
     PreparedPolygon(PreparedPolygon &&other) noexcept;

@@ -14,13 +14,16 @@ class ZVI_API MProcessMemory {
 public:
     /// Begins to look at the memory; the label stands in the report.
     explicit MProcessMemory(wchar_t const *label);
+    /// Reports how the memory has grown.
     virtual ~MProcessMemory();
     MProcessMemory(MProcessMemory const &) = delete;
     MProcessMemory &operator=(MProcessMemory const &) = delete;
 
     /// The memory that the process occupies at this moment; 0 for an inert object.
     std::int64_t GetMemeryUsageByte() const;
+    /// The same in units of 1,024 bytes.
     double GetMemeryUsageKiloByte() const;
+    /// The same in units of 1,048,576 bytes.
     double GetMemeryUsageMegaByte() const;
 
 private:

@@ -7,6 +7,7 @@ namespace zvi::lib {
 /// Where the report of `MProfileMgr` goes, line by line: derive from it to send it elsewhere.
 class ZVI_API MProfilePrinterAdaptor {
 public:
+    /// An object may be deleted through this class.
     virtual ~MProfilePrinterAdaptor();
 
     /// Comes before the first line; with 0 there are no lines, and no `Close`. 1 here.

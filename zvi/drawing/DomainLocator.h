@@ -24,6 +24,7 @@ class ZVI_API DomainLocator {
 public:
     /// For these domains, which it copies what it needs of.
     explicit DomainLocator(std::vector<DrawingDomain> const &domains);
+    /// Frees the index.
     ~DomainLocator();
     /// Takes over what `other` has, which holds nothing from then on.
     DomainLocator(DomainLocator &&other) noexcept;

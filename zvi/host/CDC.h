@@ -6,6 +6,7 @@
 /// over a picture file.
 class ZVI_API CDC {
 public:
+    /// An object may be deleted through this class.
     virtual ~CDC();
 
     /// Selects a brush that leaves the inside of a shape open, and gives the brush that was selected until now.

@@ -23,7 +23,7 @@ public:
 
     /// The value of the kind, given in the force and length units of those indices, in current units.
     virtual double ConvValueTgtUnit2CurUnit(int force, int length, int kind, double value) = 0;
-
+    /// An object may be deleted through this class.
     virtual ~IUnitCtrl();
 };
 

@@ -30,6 +30,7 @@ public:
     /// divided by `divisions` (an even one raised by 1), but a cell's edge is not below `minCell`; every axis then has
     /// an odd number of cells, enough for its extent and a margin. Extents are those of the numbers in `double`.
     CTriangleSpatialIndex(float const *box, long divisions, float minCell);
+    /// Frees the cells. The items are the caller's.
     virtual ~CTriangleSpatialIndex();
     CTriangleSpatialIndex(CTriangleSpatialIndex const &) = delete;
     CTriangleSpatialIndex &operator=(CTriangleSpatialIndex const &) = delete;

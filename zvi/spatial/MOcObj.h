@@ -29,6 +29,7 @@ public:
     MOcObj(MOcObj const &other);
     /// Copies key, box and type; the object stays in its tree.
     MOcObj &operator=(MOcObj const &other);
+    /// It may stand in a tree still, which must then only be cleared or destroyed.
     virtual ~MOcObj();
 
     /// Sets the key; a tree that holds the object under another one does not learn of it.

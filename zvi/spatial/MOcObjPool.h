@@ -24,6 +24,7 @@ public:
     MOcObjPool(MOcObjPool const &other);
     /// Likewise; the pool is as it was when memory cannot be had.
     MOcObjPool &operator=(MOcObjPool const &other);
+    /// Frees the array, not the objects.
     virtual ~MOcObjPool();
 
     /// Number of objects.

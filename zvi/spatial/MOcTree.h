@@ -40,6 +40,7 @@ public:
     MOcTree(MOcTree const &other) = default;
     /// Likewise; what this tree held is not freed.
     MOcTree &operator=(MOcTree const &other) = default;
+    /// Deletes the nodes and the objects under keys.
     virtual ~MOcTree();
 
     /// 1; 0 when the key exists, the box is not finite, or the root region cannot grow to it, as one without a size

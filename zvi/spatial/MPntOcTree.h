@@ -31,6 +31,7 @@ public:
     MPntOcTree(double halfSize, long capacity);
     /// The same around another centre.
     MPntOcTree(MVector<double, 3> const &center, double halfSize, long capacity);
+    /// Frees nodes and points.
     virtual ~MPntOcTree();
     MPntOcTree(MPntOcTree const &) = delete;
     MPntOcTree &operator=(MPntOcTree const &) = delete;
@@ -57,6 +58,7 @@ public:
 
     /// A flag that applications keep here; it changes nothing. 0 at first.
     int IsDraw() const { return m_isDraw; }
+    /// Sets the flag.
     void SetDraw(int isDraw) { m_isDraw = isDraw; }
 
     /// Whether nodes and keys are as they say they are, and every point in a node is the one of its key, in no other

@@ -9,6 +9,7 @@ class IPointSpatialIndex;
 /// Base of the indexes of points: what owns one and hands it out by its interface.
 class ZVI_API MPointSpatialIndex {
 public:
+    /// An index may be deleted through this class.
     virtual ~MPointSpatialIndex();
     /// This object as what it offers.
     virtual IPointSpatialIndex *GetInterface() = 0;

@@ -30,6 +30,7 @@ public:
     MQuadObj(MQuadObj const &other);
     /// Copies key, rectangle, type and status; the object stays in its tree.
     MQuadObj &operator=(MQuadObj const &other);
+    /// It may stand in a tree still, which must then only be cleared or destroyed.
     virtual ~MQuadObj();
 
     /// Sets the key; a tree that holds the object under another one does not learn of it.

@@ -24,6 +24,7 @@ public:
     MQuadObjPool(MQuadObjPool const &other);
     /// Likewise; the pool is as it was when memory cannot be had.
     MQuadObjPool &operator=(MQuadObjPool const &other);
+    /// Frees the array, not the objects.
     virtual ~MQuadObjPool();
 
     /// Number of objects.

@@ -39,6 +39,7 @@ public:
     MQuadTree(MQuadTree const &other) = default;
     /// Likewise; what this tree held is not freed.
     MQuadTree &operator=(MQuadTree const &other) = default;
+    /// Deletes the nodes and the objects under keys.
     virtual ~MQuadTree();
 
     /// 1; 0 when the key exists, the rectangle is not finite, or the root region cannot grow to it, as one without a

@@ -14,8 +14,9 @@ namespace zvi::lib {
 /// wants. All are called on the thread of the caller.
 class ZVI_API IMSGPrinter {
 protected:
-    /// Takes the place of the printer until now, and leaves no printer.
+    /// Takes the place of the printer until now.
     IMSGPrinter();
+    /// Leaves no printer, also where another one has taken its place.
     virtual ~IMSGPrinter();
 
 public:

@@ -17,6 +17,7 @@ namespace zvi::lib {
 /// empty result.
 class ZVI_API MConvertString {
 public:
+    /// For clients that derive from it; there is nothing to free.
     virtual ~MConvertString();
 
     /// A text of a code page as a wide one, and the other way round; page 0 is that of the system.

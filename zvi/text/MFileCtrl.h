@@ -25,6 +25,7 @@ public:
     explicit MFileCtrl(wchar_t const *path);
     MFileCtrl(MFileCtrl const &) = default;
     MFileCtrl &operator=(MFileCtrl const &) = default;
+    /// There is nothing to free.
     virtual ~MFileCtrl();
 
     /// Takes a path apart: the folder up to and with its last backslash, the name up to the last dot behind that, the

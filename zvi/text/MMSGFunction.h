@@ -10,6 +10,7 @@ namespace zvi::lib {
 /// locked: a load while another thread reads is a fault of the caller.
 class ZVI_API MMSGFunction {
 public:
+    /// The catalogue stays: it is of the process.
     virtual ~MMSGFunction();
 
     /// Empties the catalogue and the list of files; the font and its path stay.

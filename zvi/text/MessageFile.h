@@ -30,6 +30,7 @@ public:
     explicit MessageFile(wchar_t const *path);
     /// Reads what is left of a stream of units.
     explicit MessageFile(std::unique_ptr<std::wistream> units);
+    /// Closes the file.
     ~MessageFile();
     MessageFile(MessageFile const &) = delete;
     MessageFile &operator=(MessageFile const &) = delete;
