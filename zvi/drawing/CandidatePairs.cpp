@@ -15,8 +15,9 @@ constexpr double kFewToCompare = 32.0;
 bool IsBeside(Stretch const &a, Stretch const &b, double distance) {
     DrawingPoint const u = a.end - a.start;
     double const start = Cross(u, b.start - a.start), end = Cross(u, b.end - a.start);
-    double const near = distance * Length(u);
-    return (start > near && end > near) || (start < -near && end < -near);
+    if (!(start > 0.0 && end > 0.0) && !(start < 0.0 && end < 0.0))
+        return false;
+    return std::min(std::fabs(start), std::fabs(end)) > distance * Length(u);
 }
 
 /// Whether two segments share a place and the free end of each is farther from the other than `distance`.
@@ -41,7 +42,7 @@ bool MeetAtPlaceAlone(NetworkEdge const &a, NetworkEdge const &b, double distanc
 
 /// Whether two edges have nothing to do with one another but a shared end, although their boxes meet.
 bool AreApart(NetworkEdge const &a, NetworkEdge const &b, double distance) {
-    return AreBeside(a, b, distance) || MeetAtPlaceAlone(a, b, distance);
+    return MeetAtPlaceAlone(a, b, distance) || AreBeside(a, b, distance);
 }
 
 std::vector<Stretch const *> StretchesOf(Network const &network) {
@@ -126,7 +127,6 @@ void CandidatePairs::AddOnCarrierOf(int owner) {
     for (Carriers::Member const &member : m_carriers.All()[Index(carrier)].members)
         if (member.edge != owner && m_carriers.AreSettled(owner, member.edge))
             m_partners.push_back(member.edge);
-    SortPartnersOf(owner);
 }
 
 void CandidatePairs::SortPartnersOf(int owner) {
@@ -135,21 +135,25 @@ void CandidatePairs::SortPartnersOf(int owner) {
     std::sort(m_partners.begin(), higher);
 }
 
-void CandidatePairs::FindNeighbours(int owner, Box const &box) {
-    auto const isFar = [&](int edge) { return !Meet(box, BoxOf(m_network.edges[Index(edge)].stretch)); };
-    if (!m_index.IsCrowded()) {
+void CandidatePairs::FindNeighbours(NetworkEdge const &connector, int owner, Box const &box) {
+    int const line = m_carriers.LineThrough(owner, connector.startPlace, connector.endPlace);
+    if (m_index.IsCrowded())
+        m_index.Find(box, m_partners, line < 0 ? BoxIndex::kNoGroup : m_families.FamilyOfEdges()[Index(owner)]);
+    else
         FindPairedWith(owner);
+    if (line >= 0)
+        m_carriers.AddEndingBetween(line, connector.startPlace, connector.endPlace, m_partners);
+    else if (!m_index.IsCrowded())
         AddOnCarrierOf(owner);
+    if (m_index.IsCrowded() || m_carriers.CarrierOf(owner) >= 0)
+        SortPartnersOf(owner);
+    if (!m_index.IsCrowded())
         AddEndingWith(owner);
-        std::erase_if(m_partners, isFar);
-        return;
-    }
-    m_index.Find(box, m_partners);
     NetworkEdge const &own = m_network.edges[Index(owner)];
     std::erase_if(m_partners, [&](int other) {
-        return other == owner || isFar(other) || AreBeside(own, m_network.edges[Index(other)], m_reach);
+        NetworkEdge const &e = m_network.edges[Index(other)];
+        return other == owner || !Meet(box, BoxOf(e.stretch)) || AreBeside(own, e, m_reach);
     });
-    SortPartnersOf(owner);
 }
 
 std::vector<EdgePair> CandidatePairs::OfConnectors(int first, std::vector<int> const &owners) {
@@ -177,7 +181,7 @@ std::vector<EdgePair> CandidatePairs::OfConnectors(int first, std::vector<int> c
         Box const box = Grown(BoxOf(s), 2.0 * m_network.snap);
         if (Meet(box, BoxOf(m_network.edges[Index(owner)].stretch)))
             found.push_back({owner, connector});
-        FindNeighbours(owner, box);
+        FindNeighbours(m_network.edges[Index(connector)], owner, box);
         for (int const edge : m_partners)
             found.push_back({edge, connector});
         DrawingPoint const middle = PointAt(s, 0.5);

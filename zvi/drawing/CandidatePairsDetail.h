@@ -40,8 +40,8 @@ public:
 private:
     void FindAll();
     void FindPartners(int edge);
-    /// The edges that come near `box` and near the edge `owner`, or end where that ends.
-    void FindNeighbours(int owner, Box const &box);
+    /// The edges that a connector from a place of the edge `owner`, or from inside it, may meet; `box` lies round it.
+    void FindNeighbours(NetworkEdge const &connector, int owner, Box const &box);
     void FindPairedWith(int owner);
     /// Adds the edges that are no pair with `owner` because they lie on its carrier.
     void AddOnCarrierOf(int owner);

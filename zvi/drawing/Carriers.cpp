@@ -155,13 +155,23 @@ double Carriers::Carrier::DistanceOf(DrawingPoint p) const {
 }
 
 Carriers::Carriers(Network const &network, double reach)
-    : m_reach(reach), m_snap(network.snap), m_near(kOffCarrier * network.rounding),
+    : m_network(&network), m_reach(reach), m_snap(network.snap), m_near(kOffCarrier * network.rounding),
       m_carrierOf(network.edges.size(), -1), m_numbers(network.edges.size(), -1) {
     FindCircles(network);
     FindLines(network);
-    for (Carrier const &carrier : m_carriers)
-        if (!carrier.isCircle)
-            FindUnsettled(carrier);
+    for (Carrier const &carrier : m_carriers) {
+        m_ends.emplace_back();
+        if (carrier.isCircle)
+            continue;
+        FindUnsettled(carrier);
+        for (Member const &m : carrier.members) {
+            m_ends.back().push_back({m.low, m.lowPlace, m.edge});
+            m_ends.back().push_back({m.high, m.highPlace, m.edge});
+        }
+        std::sort(m_ends.back().begin(), m_ends.back().end(), [](End const &a, End const &b) {
+            return std::tie(a.position, a.place, a.edge) < std::tie(b.position, b.place, b.edge);
+        });
+    }
     std::sort(m_unsettled.begin(), m_unsettled.end());
 }
 
@@ -276,6 +286,31 @@ void Carriers::AddUnsettled(int edge, std::vector<int> &out) const {
     auto pair = std::lower_bound(m_unsettled.begin(), m_unsettled.end(), std::pair(edge, 0));
     for (; pair != m_unsettled.end() && pair->first == edge; ++pair)
         out.push_back(pair->second);
+}
+
+std::vector<Carriers::End>::const_iterator Carriers::FindEnd(int line, int place) const {
+    std::vector<End> const &ends = m_ends[Index(line)];
+    double const position = m_carriers[Index(line)].PositionOf(m_network->Place(place));
+    auto const end =
+        std::lower_bound(ends.begin(), ends.end(), std::pair(position, place), [](End const &a, auto const &b) {
+            return std::tie(a.position, a.place) < std::tie(b.first, b.second);
+        });
+    return end != ends.end() && end->place == place ? end : ends.end();
+}
+
+int Carriers::LineThrough(int edge, int place, int other) const {
+    int const line = CarrierOf(edge);
+    if (line < 0 || m_carriers[Index(line)].isCircle)
+        return -1;
+    auto const none = m_ends[Index(line)].end();
+    return FindEnd(line, place) != none && FindEnd(line, other) != none ? line : -1;
+}
+
+void Carriers::AddEndingBetween(int line, int place, int other, std::vector<int> &out) const {
+    auto first = FindEnd(line, place), last = FindEnd(line, other);
+    for (auto end = std::min(first, last); end != std::max(first, last); ++end)
+        if (end->place != place && end->place != other)
+            out.push_back(end->edge);
 }
 
 std::vector<Carriers::EdgeAtPlace> Carriers::PassedEnds(double distance) const {

@@ -59,20 +59,37 @@ public:
     /// Adds the edges on the carrier of an edge with which it must be compared all the same.
     void AddUnsettled(int edge, std::vector<int> &out) const;
 
+    /// The line on which an edge lies, when edges of that end at both places; -1 when there is none, as on a circle.
+    int LineThrough(int edge, int place, int other) const;
+    /// Adds the edges of a line that end between two places where edges of it end: all others that come near those
+    /// places pass both or end there.
+    void AddEndingBetween(int line, int place, int other, std::vector<int> &out) const;
+
     /// For each end that an edge on the same carrier passes farther than `distance` from its own ends, at least one
     /// such edge; some that do not are among them.
     std::vector<EdgeAtPlace> PassedEnds(double distance) const;
 
 private:
+    /// An end of a member.
+    struct End {
+        double position = 0.0;
+        int place = 0;
+        int edge = 0;
+    };
+
     void FindCircles(Network const &network);
     void FindLines(Network const &network);
     void Add(Network const &network, Carrier carrier, std::vector<int> const &edges);
     void FindUnsettled(Carrier const &line);
+    /// The ends on a line from a place on, in their order; none when no edge of it ends there.
+    std::vector<End>::const_iterator FindEnd(int line, int place) const;
 
+    Network const *m_network = nullptr;
     double m_reach = 0.0;
     double m_snap = 0.0;
     double m_near = 0.0; ///< how far ends may lie off their carrier
     std::vector<Carrier> m_carriers;
+    std::vector<std::vector<End>> m_ends;         ///< of the members of each line, along it
     std::vector<int> m_carrierOf;                 ///< of each edge
     std::vector<int> m_numbers;                   ///< of each edge, which member it is
     std::vector<std::pair<int, int>> m_unsettled; ///< both ways, in order

@@ -105,13 +105,13 @@ void StretchIndex::Arrange(std::vector<int> &stretches) const {
     stretches.erase(std::unique(stretches.begin(), stretches.end()), stretches.end());
 }
 
-void StretchIndex::Find(Box const &query, std::vector<int> &out) {
+void StretchIndex::Find(Box const &query, std::vector<int> &out, int passedOver) {
     if (!IsCrowded()) {
         m_index.Find(query, out);
         return;
     }
     out.clear();
-    AddOwners(query, BoxIndex::kNoGroup, out);
+    AddOwners(query, passedOver, out);
     for (int const owner : out)
         m_isFound[Index(owner)] = false;
 }

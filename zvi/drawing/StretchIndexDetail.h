@@ -29,9 +29,9 @@ public:
     /// Brings stretches into that order, each once.
     void Arrange(std::vector<int> &stretches) const;
 
-    /// Fills `out` with the stretches that come near `query`, each once; some that do not are among them. Their order
-    /// depends on the stretches alone.
-    void Find(Box const &query, std::vector<int> &out);
+    /// Fills `out` with the stretches that come near `query`, each once; some that do not are among them, and where
+    /// boxes crowd those of a group are not. Their order depends on the stretches alone.
+    void Find(Box const &query, std::vector<int> &out, int passedOver = BoxIndex::kNoGroup);
     /// The same for what comes near a stretch of the index, itself included, and none of its group otherwise.
     void FindNear(int stretch, std::vector<int> &out);
 
