@@ -42,10 +42,20 @@ double MissOf(LooseEnd const &end, Stretch const &other) {
     return std::fabs(other.sweep) > kPi && !other.IsFullTurn() ? Distance(other.start, other.end) : HUGE_VAL;
 }
 
+/// Whether all of the line on which a segment lies is clearly farther from `p` than `distance`.
+bool PassesBeyond(Stretch const &s, DrawingPoint p, double distance) {
+    constexpr double kClearly = 1.001;
+    DrawingPoint const chord = s.end - s.start;
+    double const cross = Cross(chord, p - s.start);
+    return !s.isArc && cross * cross > kClearly * distance * distance * Dot(chord, chord);
+}
+
 Nearest NearestTo(LooseEnd const &end, std::vector<Stretch> const &stretches, std::vector<int> const &candidates,
                   double reach) {
     Nearest nearest{-1, reach};
     for (int const i : candidates) {
+        if (PassesBeyond(stretches[Index(i)], end.at, nearest.distance))
+            continue;
         double const d = MissOf(end, stretches[Index(i)]);
         if (d < nearest.distance || (d == nearest.distance && (nearest.stretch < 0 || i < nearest.stretch)))
             nearest = {i, d};
