@@ -59,20 +59,26 @@ private:
         std::array<std::size_t, kWidth> below;
         std::size_t const count = ChildrenThatMeet(level, b, m_boxes[m_levels[level] + a], below);
         std::size_t const end = std::min((a + 1) * kWidth, m_levels[level] - m_levels[level - 1]);
+        std::array<std::size_t, kWidth> met;
         for (std::size_t child = a * kWidth; child < end; ++child) {
             Box const &box = m_boxes[m_levels[level - 1] + child];
-            for (std::size_t i = 0; i < count; ++i)
-                if ((a != b || below[i] >= child) && Meet(box, m_boxes[m_levels[level - 1] + below[i]]))
-                    Join(level - 1, child, below[i], look);
+            std::size_t metCount = 0;
+            for (std::size_t i = 0; i < count; ++i) {
+                met[metCount] = below[i];
+                metCount += Meet(box, m_boxes[m_levels[level - 1] + below[i]]) && (a != b || below[i] >= child) ? 1 : 0;
+            }
+            for (std::size_t i = 0; i < metCount; ++i)
+                Join(level - 1, child, met[i], look);
         }
     }
     std::size_t ChildrenThatMeet(std::size_t level, std::size_t node, Box const &box,
                                  std::array<std::size_t, kWidth> &children) const {
         std::size_t count = 0;
         std::size_t const end = std::min((node + 1) * kWidth, m_levels[level] - m_levels[level - 1]);
-        for (std::size_t child = node * kWidth; child < end; ++child)
-            if (Meet(m_boxes[m_levels[level - 1] + child], box))
-                children[count++] = child;
+        for (std::size_t child = node * kWidth; child < end; ++child) {
+            children[count] = child;
+            count += Meet(m_boxes[m_levels[level - 1] + child], box) ? 1 : 0;
+        }
         return count;
     }
 

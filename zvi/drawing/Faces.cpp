@@ -45,29 +45,30 @@ public:
             m_ranks[places[i].number] = static_cast<int>(i);
     }
 
-    int RankOf(HalfEdge h) const { return m_ranks[Index(m_map.Origin(h))]; }
+    int RankOfPlace(int place) const { return m_ranks[Index(place)]; }
+    int RankOf(HalfEdge h) const { return RankOfPlace(m_map.Origin(h)); }
 
     /// The order of things that each begin with a half-edge of its own: by where that begins, and those that begin at
     /// one place by the middles of their half-edges.
     std::vector<std::size_t> OrderOf(std::vector<HalfEdge> const &firsts) const {
-        std::vector<Placed> order;
-        order.reserve(firsts.size());
+        std::vector<std::pair<int, std::size_t>> ranked;
+        ranked.reserve(firsts.size());
         for (std::size_t i = 0; i < firsts.size(); ++i)
-            order.push_back({PointAt(m_map.Edge(firsts[i]).stretch, 0.5), i});
-        std::sort(order.begin(), order.end(), [&](Placed const &a, Placed const &b) {
-            return RankOf(firsts[a.number]) < RankOf(firsts[b.number]);
-        });
-        for (auto begin = order.begin(); begin != order.end();) {
-            auto end = begin + 1;
-            while (end != order.end() && RankOf(firsts[end->number]) == RankOf(firsts[begin->number]))
-                ++end;
-            SortFromLeft(begin, end, m_snap);
-            begin = end;
-        }
+            ranked.emplace_back(RankOf(firsts[i]), i);
+        std::sort(ranked.begin(), ranked.end());
         std::vector<std::size_t> numbers;
-        numbers.reserve(order.size());
-        for (Placed const &of : order)
-            numbers.push_back(of.number);
+        numbers.reserve(firsts.size());
+        std::vector<Placed> tied;
+        for (auto begin = ranked.begin(); begin != ranked.end();) {
+            auto const end = std::find_if(begin + 1, ranked.end(),
+                                          [rank = begin->first](auto const &of) { return of.first != rank; });
+            tied.clear();
+            for (; begin != end; ++begin)
+                tied.push_back({PointAt(m_map.Edge(firsts[begin->second]).stretch, 0.5), begin->second});
+            SortFromLeft(tied.begin(), tied.end(), m_snap);
+            for (Placed const &of : tied)
+                numbers.push_back(of.number);
+        }
         return numbers;
     }
 
@@ -83,38 +84,44 @@ public:
     LoopSplitter(PlanarMap const &map, PlaceOrder const &order)
         : m_map(map), m_order(order), m_stackOfPlace(Index(map.Places().Count()), -1) {}
 
-    std::vector<Loop> LoopsOf(HalfEdge first) {
+    std::vector<Loop> LoopsOf(FaceWalk const &walk) {
         std::vector<Loop> loops;
-        std::vector<HalfEdge> open;
-        HalfEdge h = first;
+        HalfEdge h = walk.first;
         do {
-            m_stackOfPlace[Index(m_map.Origin(h))] = static_cast<int>(open.size());
-            open.push_back(h);
+            m_stackOfPlace[Index(m_map.Origin(h))] = static_cast<int>(m_open.size());
+            m_open.push_back(h);
             if (int const begin = m_stackOfPlace[Index(m_map.Target(h))]; begin >= 0) {
-                loops.push_back(MakeLoop({open.begin() + begin, open.end()}));
-                open.resize(Index(begin));
+                loops.push_back({LoopFrom({m_open.begin() + begin, m_open.end()}), walk.area});
+                m_open.resize(Index(begin));
             }
             h = m_map.Next(h);
-        } while (!(h == first));
-        assert(open.empty());
+        } while (!(h == walk.first));
+        assert(m_open.empty());
+        if (loops.size() > 1)
+            for (Loop &loop : loops)
+                loop.area = AreaOf(m_map, loop.halves);
         return loops;
     }
 
 private:
-    Loop MakeLoop(std::vector<HalfEdge> halves) {
+    std::vector<HalfEdge> LoopFrom(std::vector<HalfEdge> halves) {
         auto first = halves.begin();
+        int least = m_order.RankOf(*first);
         for (auto h = halves.begin(); h != halves.end(); ++h) {
-            m_stackOfPlace[Index(m_map.Origin(*h))] = -1;
-            if (m_order.RankOf(*h) < m_order.RankOf(*first))
+            int const place = m_map.Origin(*h), rank = m_order.RankOfPlace(place);
+            m_stackOfPlace[Index(place)] = -1;
+            if (rank < least) {
+                least = rank;
                 first = h;
+            }
         }
         std::rotate(halves.begin(), first, halves.end());
-        double const area = AreaOf(m_map, halves);
-        return {std::move(halves), area};
+        return halves;
     }
 
     PlanarMap const &m_map;
     PlaceOrder const &m_order;
+    std::vector<HalfEdge> m_open;    ///< of the walk, not yet in a loop
     std::vector<int> m_stackOfPlace; ///< where the walk left each place, -1 when the place is not open
 };
 
@@ -135,6 +142,10 @@ std::vector<Thing> Sorted(std::vector<Thing> things, PlaceOrder const &order, Lo
 /// The face that a walk bounds: of its loops the one that runs counter-clockwise is the border.
 Face FaceOf(std::vector<Loop> loops) {
     Face face;
+    if (loops.size() == 1) {
+        face.outer = std::move(loops.front());
+        return face;
+    }
     auto const outer =
         std::max_element(loops.begin(), loops.end(), [](Loop const &a, Loop const &b) { return a.area < b.area; });
     face.outer = std::move(*outer);
@@ -155,13 +166,13 @@ std::vector<Face> FindFaces(PlanarMap const &map, FaceWalks const &walks, double
         if (walks.walks[w].isOutside || !(walks.walks[w].area > 0.0))
             continue;
         faceOfWalk[w] = static_cast<int>(faces.size());
-        faces.push_back(FaceOf(splitter.LoopsOf(walks.walks[w].first)));
+        faces.push_back(FaceOf(splitter.LoopsOf(walks.walks[w])));
     }
     for (std::size_t w = 0; w < walks.walks.size(); ++w) {
         if (parents[w] < 0 || faceOfWalk[Index(parents[w])] < 0)
             continue;
         std::vector<Loop> &holes = faces[Index(faceOfWalk[Index(parents[w])])].holes;
-        for (Loop &loop : splitter.LoopsOf(walks.walks[w].first))
+        for (Loop &loop : splitter.LoopsOf(walks.walks[w]))
             holes.push_back(std::move(loop));
     }
     for (Face &face : faces)

@@ -3,6 +3,7 @@
 #include "zvi/base/Buckets.h"
 
 #include <algorithm>
+#include <span>
 #include <tuple>
 
 namespace zvi::lib::drawing {
@@ -109,7 +110,9 @@ std::vector<int> EdgesAlongCurves(PlanarMap const &map) {
 }
 
 void AbsorbContracted(PlanarMap &map, std::vector<int> const &alongCurves, std::vector<Stretch> &vanished) {
-    std::vector<int> const &edges = alongCurves;
+    std::span<int const> edges = alongCurves;
+    if (!map.HasEdges(EdgeState::kContracted))
+        edges = {};
     auto const isContracted = [&](int e) { return map.Edge(e).state == EdgeState::kContracted; };
     for (std::size_t i = 0, j = 0; i < edges.size(); i = j) {
         int const curve = map.Edge(edges[i]).stretch.curve;

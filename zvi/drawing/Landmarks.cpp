@@ -47,7 +47,7 @@ public:
 
     void Add(DrawingPoint p, double weight) {
         Complex const z((p.x - m_middle.x) * m_scale, (p.y - m_middle.y) * m_scale);
-        double const r = Hypot(z.real(), z.imag());
+        double const r = std::sqrt(std::norm(z));
         if (!(r > 0.0))
             return;
         Complex const u = z / r;

@@ -43,7 +43,7 @@ constexpr double kTies = 16.0;
 class LeftView {
 public:
     LeftView(PlanarMap const &map, FaceWalks const &walks, double snap, Landmarks const &landmarks)
-        : m_map(map), m_walks(walks), m_snap(snap), m_landmarks(landmarks), m_parts(PartsOf()) {}
+        : m_map(map), m_walks(walks), m_snap(snap), m_landmarks(landmarks) {}
 
     /// For each part, by its outside, the walk that its leftmost point sees, -1 for none; `order` gets the outsides
     /// from left to right.
@@ -54,6 +54,7 @@ public:
         std::vector<int> seen(m_walks.walks.size(), -1);
         if (order.size() < 2)
             return seen;
+        m_parts = PartsOf();
         FindLeftmost();
         std::sort(order.begin(), order.end(),
                   [this](int a, int b) { return ComesFirst(m_leftmost[Index(a)], m_leftmost[Index(b)]); });

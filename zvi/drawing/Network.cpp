@@ -1,5 +1,7 @@
 #include "zvi/drawing/NetworkDetail.h"
 
+#include "zvi/base/Buckets.h"
+
 #include <algorithm>
 #include <tuple>
 
@@ -47,11 +49,17 @@ Shape ShapeOf(NetworkEdge const &e) {
 } // namespace
 
 void Network::DropRepeated() {
-    std::vector<std::pair<Shape, std::size_t>> order;
-    order.reserve(edges.size());
-    for (std::size_t i = 0; i < edges.size(); ++i)
-        order.emplace_back(ShapeOf(edges[i]), i);
-    std::sort(order.begin(), order.end());
+    std::vector<std::pair<Shape, std::size_t>> order(edges.size());
+    std::vector<std::size_t> begins(places.Places().size() + 1, 0);
+    base::SortIntoBuckets(
+        edges.size(), std::span(begins),
+        [&](std::size_t i) { return std::min(edges[i].startPlace, edges[i].endPlace); },
+        [&](std::size_t place, std::size_t i) {
+            order[place] = {ShapeOf(edges[i]), i};
+        });
+    for (std::size_t place = 0; place + 1 < begins.size(); ++place)
+        std::sort(order.begin() + static_cast<std::ptrdiff_t>(begins[place]),
+                  order.begin() + static_cast<std::ptrdiff_t>(begins[place + 1]));
     std::vector<bool> isRepeated(edges.size(), false);
     for (std::size_t i = 0, j = 0; i < order.size(); i = j) {
         std::size_t first = order[i].second;

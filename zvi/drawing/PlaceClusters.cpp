@@ -46,7 +46,7 @@ int PlaceClusters::Add(DrawingPoint p) {
     return place;
 }
 
-int PlaceClusters::Root(int place) const {
+int PlaceClusters::RootFrom(int place) const {
     while (m_parent[Index(place)] != place)
         place = m_parent[Index(place)] = m_parent[Index(m_parent[Index(place)])];
     return place;

@@ -19,7 +19,10 @@ public:
     int Add(DrawingPoint p);
 
     /// The place that stands for the cluster of `place`.
-    int Root(int place) const;
+    int Root(int place) const {
+        int const parent = m_parent[Index(place)];
+        return parent == place ? place : RootFrom(place);
+    }
 
     /// Whether all places of the two clusters are nearer to one another than `distance`.
     bool Fit(int a, int b, double distance) const;
@@ -40,6 +43,8 @@ public:
     }
 
 private:
+    int RootFrom(int place) const;
+
     std::vector<DrawingPoint> m_places;
     mutable std::vector<int> m_parent; ///< shortened by searches
     std::vector<int> m_nextMember;     ///< the members of a cluster form a ring

@@ -63,6 +63,10 @@ public:
         return border < 0 ? Edge(h).stretch : m_borders[Index(border)];
     }
 
+    /// Whether there are edges of which that has become.
+    bool HasEdges(EdgeState state) const {
+        return std::any_of(m_edges.begin(), m_edges.end(), [=](MapEdge const &e) { return e.state == state; });
+    }
     bool IsInMap(int edge) const { return m_edges[Index(edge)].state == EdgeState::kInMap; }
     /// The cluster of places that the half-edge leaves.
     int Origin(HalfEdge h) const {

@@ -60,7 +60,10 @@ struct Box {
 
 /// Whether two boxes have a point in common.
 inline bool Meet(Box const &a, Box const &b) {
-    return a.minX <= b.maxX && b.minX <= a.maxX && a.minY <= b.maxY && b.minY <= a.maxY;
+    // Without branches, for nothing foretells which way they go.
+    int const meet = static_cast<int>(a.minX <= b.maxX) & static_cast<int>(b.minX <= a.maxX) &
+                     static_cast<int>(a.minY <= b.maxY) & static_cast<int>(b.minY <= a.maxY);
+    return meet != 0;
 }
 
 inline Box Grown(Box box, double by) {

@@ -90,10 +90,26 @@ void MeetWrittenEnds(Stretch &s, double rounding) {
 
 /// Orders stretches by their numbers alone, but for those that are the same.
 void SortByNumbers(std::vector<Stretch> &stretches) {
-    auto const key = [](Stretch const &s) {
-        return std::tuple(s.start.x, s.start.y, s.end.x, s.end.y, s.center.x, s.center.y, s.sweep, s.curve);
+    struct Begin {
+        DrawingPoint at;
+        std::size_t of = 0;
     };
-    std::sort(stretches.begin(), stretches.end(), [&](Stretch const &a, Stretch const &b) { return key(a) < key(b); });
+    std::vector<Begin> order;
+    order.reserve(stretches.size());
+    for (Stretch const &s : stretches)
+        order.push_back({s.start, order.size()});
+    auto const rest = [&](std::size_t of) {
+        Stretch const &s = stretches[of];
+        return std::tuple(s.end.x, s.end.y, s.center.x, s.center.y, s.sweep, s.curve);
+    };
+    std::sort(order.begin(), order.end(), [&](Begin const &a, Begin const &b) {
+        return a.at == b.at ? rest(a.of) < rest(b.of) : ComesFirst(a.at, b.at);
+    });
+    std::vector<Stretch> sorted;
+    sorted.reserve(stretches.size());
+    for (Begin const &begin : order)
+        sorted.push_back(stretches[begin.of]);
+    stretches = std::move(sorted);
 }
 
 /// Orders stretches along the direction that moves with the drawing, and by their lengths those side by side.

@@ -38,14 +38,15 @@ public:
 
     /// The loop with neighbouring stretches of one curve put together. Adds its area and length to those of `domain`.
     std::vector<DrawingPiece> PiecesOf(Loop const &loop, DrawingDomain &domain) {
-        std::vector<Step> steps;
+        std::vector<Step> &steps = m_steps;
+        steps.clear();
         for (HalfEdge const h : loop.halves)
             steps.push_back(Take(h));
         // Duplicates that lie so far off that they run round nothing are no border.
-        if (!(AreaOf(steps) * loop.area > 0.0))
+        if (!m_duplicates.empty() && !(AreaOf(steps) * loop.area > 0.0))
             GiveBack(loop, steps);
-        StartAtBreak(steps);
         std::vector<DrawingPiece> pieces;
+        pieces.reserve(StartAtBreak(steps));
         DrawingPoint const origin = steps.front().Begin();
         for (std::size_t i = 0; i < steps.size();) {
             bool const isReversed = steps[i].isReversed;
@@ -99,15 +100,19 @@ private:
         return area;
     }
 
-    /// Turns the loop so that it does not begin inside a piece, but at the first of the places between pieces.
-    void StartAtBreak(std::vector<Step> &steps) const {
-        std::size_t first = steps.size();
+    /// Turns the loop so that it does not begin inside a piece, but at the first of the places between pieces. Returns
+    /// the number of pieces.
+    std::size_t StartAtBreak(std::vector<Step> &steps) const {
+        std::size_t first = steps.size(), breaks = 0;
         for (std::size_t i = 0; i < steps.size(); ++i)
-            if (!Continues(steps[(i + steps.size() - 1) % steps.size()], steps[i]) &&
-                (first == steps.size() || ComesFirst(steps[i].Begin(), steps[first].Begin())))
-                first = i;
+            if (!Continues(i > 0 ? steps[i - 1] : steps.back(), steps[i])) {
+                ++breaks;
+                if (first == steps.size() || ComesFirst(steps[i].Begin(), steps[first].Begin()))
+                    first = i;
+            }
         if (first < steps.size())
             std::rotate(steps.begin(), steps.begin() + static_cast<std::ptrdiff_t>(first), steps.end());
+        return std::max(breaks, std::size_t{1});
     }
 
     /// Whether `next` goes on along the curve of `s` as one line or one arc.
@@ -134,6 +139,7 @@ private:
     std::vector<DrawingCurve> const &m_curves;
     double m_snap;
     std::vector<KeptDuplicate> const &m_duplicates;
+    std::vector<Step> m_steps;   ///< of the loop looked at
     std::vector<bool> m_isTaken; ///< of each edge, whether a loop runs through it already
     std::vector<bool> m_isDuplicateTaken;
     std::vector<std::vector<int>> m_duplicatesOf; ///< of each edge those not taken yet, the first one last
@@ -211,9 +217,27 @@ int CountJoined(DividedDrawing const &drawing, std::vector<DrawingCurve> const &
     return joined;
 }
 
+/// The half-edges that begin a stretch of a curve behind another one.
+std::vector<HalfEdge> HalvesBetweenStretches(DividedDrawing const &drawing) {
+    std::vector<HalfEdge> between;
+    int curve = kNoCurve;
+    for (int const e : drawing.alongCurves) {
+        MapEdge const &edge = drawing.map.Edge(e);
+        if (edge.state == EdgeState::kContracted)
+            continue;
+        if (edge.stretch.curve == curve)
+            between.push_back(HalfEdge::Along(e));
+        curve = edge.stretch.curve;
+    }
+    return between;
+}
+
 /// Places between two stretches of one curve at which another edge ends as well.
 int CountCuts(DividedDrawing const &drawing) {
     PlanarMap const &map = drawing.map;
+    std::vector<HalfEdge> const between = HalvesBetweenStretches(drawing);
+    if (between.empty())
+        return drawing.covered.cuts;
     std::vector<int> endCounts(Index(map.Places().Count()), 0);
     for (int e = 0; e < map.EdgeCount(); ++e)
         if (map.Edge(e).state != EdgeState::kContracted)
@@ -221,16 +245,9 @@ int CountCuts(DividedDrawing const &drawing) {
                 ++endCounts[Index(map.Origin(h))];
     for (int const place : drawing.covered.passedPlaces)
         ++endCounts[Index(map.Places().Root(place))];
-    int cuts = drawing.covered.cuts, last = -1;
-    for (int const e : drawing.alongCurves) {
-        if (map.Edge(e).state == EdgeState::kContracted)
-            continue;
-        if (last >= 0 && map.Edge(last).stretch.curve == map.Edge(e).stretch.curve &&
-            endCounts[Index(map.Origin(HalfEdge::Along(e)))] > 2)
-            ++cuts;
-        last = e;
-    }
-    return cuts;
+    return drawing.covered.cuts + static_cast<int>(std::count_if(between.begin(), between.end(), [&](HalfEdge h) {
+               return endCounts[Index(map.Origin(h))] > 2;
+           }));
 }
 
 class Reporter {
@@ -251,6 +268,8 @@ public:
     }
 
     void AddSetAside(std::vector<DrawingLeftover> &leftovers) const {
+        if (!m_drawing.map.HasEdges(EdgeState::kSetAside))
+            return;
         std::vector<bool> const isDangle = FindDangles(m_drawing.map);
         for (int const e : m_drawing.alongCurves)
             if (m_drawing.map.Edge(e).state == EdgeState::kSetAside)

@@ -187,10 +187,6 @@ Box BoxOf(Stretch const &s) {
     return box;
 }
 
-double LengthOf(Stretch const &s) {
-    return s.isArc ? s.radius * std::fabs(s.sweep) : Distance(s.start, s.end);
-}
-
 double SagittaOf(Stretch const &s) {
     if (!s.isArc)
         return 0.0;
@@ -198,12 +194,8 @@ double SagittaOf(Stretch const &s) {
     return std::copysign(2.0 * s.radius * sine * sine, s.sweep);
 }
 
-double SegmentAreaOf(Stretch const &s) {
-    return s.isArc ? 0.5 * s.radius * s.radius * TurnMinusSine(s.sweep) : 0.0;
-}
-
-double AreaShare(Stretch const &s, DrawingPoint origin) {
-    return 0.5 * Cross(s.start - origin, s.end - origin) + SegmentAreaOf(s);
+double SegmentAreaOfArc(Stretch const &s) {
+    return 0.5 * s.radius * s.radius * TurnMinusSine(s.sweep);
 }
 
 double DeviationOf(Stretch const &s, Stretch const &other) {

@@ -70,13 +70,18 @@ Stretch Reversed(Stretch s);
 /// Smallest box of the stretch.
 Box BoxOf(Stretch const &s);
 
-double LengthOf(Stretch const &s);
+inline double LengthOf(Stretch const &s) {
+    return s.isArc ? s.radius * std::fabs(s.sweep) : Distance(s.start, s.end);
+}
 
 /// Rise of the arc over its chord, positive when the arc lies to the right of the chord; 0 for a line.
 double SagittaOf(Stretch const &s);
 
 /// Area between the stretch and its chord, positive when it turns counter-clockwise; a full turn gives the disc.
-double SegmentAreaOf(Stretch const &s);
+double SegmentAreaOfArc(Stretch const &s);
+inline double SegmentAreaOf(Stretch const &s) {
+    return s.isArc ? SegmentAreaOfArc(s) : 0.0;
+}
 
 /// The greatest distance of a point of `s` from the line or circle that carries `other`.
 double DeviationOf(Stretch const &s, Stretch const &other);
@@ -91,7 +96,9 @@ bool IsBetterHalved(Stretch const &s, DrawingPoint start, DrawingPoint end, doub
 
 /// Twice the area between the chord of the stretch, seen from `origin`, and the stretch itself are summed here: the
 /// share of a stretch in the area of the loop that runs through it.
-double AreaShare(Stretch const &s, DrawingPoint origin);
+inline double AreaShare(Stretch const &s, DrawingPoint origin) {
+    return 0.5 * Cross(s.start - origin, s.end - origin) + SegmentAreaOf(s);
+}
 
 /// The stretch as a piece of the result.
 DrawingPiece PieceOf(Stretch const &s, std::vector<DrawingCurve> const &curves, bool reversed);
