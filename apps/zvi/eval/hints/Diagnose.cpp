@@ -6,24 +6,18 @@
 #include "apps/zvi/common/WideText.h"
 #include "apps/zvi/eval/hints/Mistakes.h"
 
+#include <regex>
+
 namespace zvi::app {
 
 namespace {
 
 using lib::ParseFaultKind;
 
-/// An integer of this many digits may name more numbers than are read in an instant.
-constexpr std::size_t kDigitsOfMany = 6;
-
 /// Whether a range or a repeat may name so many numbers that the text is not read again in search of a mistake.
 bool MayNameMany(std::wstring const &typed) {
-    if (typed.find_first_of(L"Tt@") == kNowhere)
-        return false;
-    for (std::size_t at = 0; at < typed.size(); at = EndOfDigits(typed, at) + 1) {
-        if (EndOfDigits(typed, at) - at >= kDigitsOfMany)
-            return true;
-    }
-    return false;
+    static std::wregex const manyDigits(L"\\d{6}");
+    return typed.find_first_of(L"Tt@") != kNowhere && std::regex_search(typed, manyDigits);
 }
 
 /// `name=expression`, which is no expression.

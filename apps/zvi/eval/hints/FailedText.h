@@ -17,21 +17,15 @@ struct FailedText {
     std::wstring line = outcome.line.GetString(); ///< what the parser read
 
     lib::ParseFaultKind Fault() const { return outcome.fault.kind; }
-    char const *Mode() const { return EntryOf(settings.mode).name; }
     /// Whether numbers may bear length units.
     bool HasUnits() const { return settings.unitSystem && KnowsUnits(settings.mode); }
 
     /// Index of the typed character at which the reading stopped, that character, and whether it is one of these.
     std::size_t Place() const { return static_cast<std::size_t>(outcome.place); }
     wchar_t Here() const { return At(Place()); }
-    bool IsHere(std::wstring_view characters) const { return IsAt(Place(), characters); }
-    bool IsAt(std::size_t index, std::wstring_view characters) const {
-        return At(index) != 0 && characters.find(At(index)) != kNowhere;
-    }
+    bool IsHere(std::wstring_view characters) const { return Here() != 0 && characters.find(Here()) != kNowhere; }
     /// The typed character at `index`; NUL behind the end.
     wchar_t At(std::size_t index) const { return index < typed.size() ? typed[index] : L'\0'; }
-    /// Index of the last typed character before the place that is no blank; kNowhere if there is none.
-    std::size_t Before() const { return ItemBefore(typed, Place()); }
 
     std::string Typed(Span const &span) const;
     /// The stretch of the typed text behind these characters of the line; `from` is less than `to`.

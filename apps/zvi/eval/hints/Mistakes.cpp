@@ -11,133 +11,110 @@ namespace zvi::app {
 
 namespace {
 
+using Failed = FailedText;
 using lib::ParseFaultKind;
 
-/// Where the operand that ends before the operator at `op` begins in the line.
-std::size_t OperandStart(std::wstring const &line, std::size_t op) {
-    std::size_t begin = op;
-    if (begin > 0 && line[begin - 1] == L')') {
-        int depth = 0;
-        do {
-            --begin;
-            depth += line[begin] == L')' ? 1 : line[begin] == L'(' ? -1 : 0;
-        } while (begin > 0 && depth > 0);
-    }
-    while (begin > 0 && (IsNameChar(line[begin - 1]) || line[begin - 1] == L'.'))
-        --begin;
-    return begin;
+/// What to write for an exponent that is not read, by its value; NaN: it has none. The first row that is seen counts,
+/// here and in the tables below.
+struct ExponentRow {
+    bool (*seen)(Failed const &, double value);
+    char const *hint;
+};
+
+constexpr ExponentRow kExponents[] = {
+    {[](Failed const &, double value) { return value == 0.0; }, "an exponent of 0 is not read, the power is 1"},
+    {[](Failed const &, double value) { return value < 0.0 && value == std::trunc(value); },
+     "an exponent must be an integer above 0; divide by the power"},
+    {[](Failed const &f, double value) { return value == std::trunc(value) && ReadsDoubles(f.settings.mode); },
+     "an exponent must be an integer, and this mode reads every number as a decimal; x^2 is x*x, or use --mode "
+     "grid-rel"},
+    {[](Failed const &, double value) { return value == std::trunc(value); },
+     "an exponent must be an integer, written without a point"},
+    {[](Failed const &, double value) { return value == 0.5; }, "an exponent must be an integer; x^0.5 is sqrt(x)"},
+    {[](Failed const &, double) { return true; }, "an exponent must be an integer; x^y is exp(y*ln(x))"},
+};
+
+bool IsRepeat(std::wstring const &item) {
+    return item.find(L'@') != kNowhere;
 }
 
-std::string InParentheses(std::string const &operand) {
-    return operand.starts_with("(") ? operand : Joined("(", operand, ")");
-}
+/// What to say of an item that is not read by itself.
+struct ItemRow {
+    bool (*seen)(Failed const &, std::wstring const &item);
+    char const *hint; ///< behind "ITEM" where it begins with a blank
+};
 
-/// "write 2*2*2 or " for a small power; empty for others.
-std::string AsProduct(std::string const &base, double exponent) {
-    return exponent == 2.0   ? Joined("write ", base, "*", base, " or ")
-           : exponent == 3.0 ? Joined("write ", base, "*", base, "*", base, " or ")
-                             : "";
-}
-
-/// What to write for a power whose exponent is no integer above 0, or not written as one; NaN: it has no value.
-std::string ExponentHint(FailedText const &failed, std::string const &base, std::string const &exponent, double value) {
-    bool const isWhole = value == std::trunc(value);
-    if (value == 0.0)
-        return "an exponent of 0 is not read, the power is 1";
-    if (isWhole && value < 0.0)
-        return "an exponent must be an integer above 0; divide by the power";
-    if (isWhole && !ReadsDoubles(failed.settings.mode))
-        return "an exponent must be an integer, written without a point";
-    if (isWhole)
-        return Joined("an exponent must be an integer, and the mode ", failed.Mode(),
-                      " reads every number as a decimal; ", AsProduct(base, value), "use --mode grid-rel");
-    if (value == 0.5)
-        return "an exponent must be an integer; write sqrt" + InParentheses(base);
-    bool const isPlain = exponent.find_first_of("+-") == std::string::npos;
-    return Joined("an exponent must be an integer; write exp(", isPlain ? exponent : InParentheses(exponent), "*ln",
-                  InParentheses(base), ")");
-}
-
-std::string RefusedItemHint(FailedText const &failed, std::wstring const &item) {
-    std::string const mode = Joined("the mode ", failed.Mode());
-    bool const isRepeat = item.find(L'@') != kNowhere;
-    if (failed.settings.mode == EvalMode::kPoints)
-        return "a point has one to three coordinates, numbers all";
-    if (isRepeat && failed.Fault() == ParseFaultKind::kRepeatTwice)
-        return "an item has one @, as in 3@2";
-    if (isRepeat && failed.Fault() == ParseFaultKind::kRepeatCount && !ReadsDoubles(failed.settings.mode))
-        return "the count in front of @ is an integer, as in 3@2";
-    if (isRepeat)
-        return Joined(mode, " takes no repeat such as ", Utf8Of(item), "; use --mode ",
-                      ReadsIntegers(failed.settings.mode) ? "grid-abs or grid-rel" : "grid-rel");
-    if (failed.ValueOf(item, EvalMode::kGridRel))
-        return Joined(Utf8Of(item),
-                      item.find(L'/') != kNowhere ? " is a quotient, which is never an integer; " : " is no integer; ",
-                      mode, " takes integers, --mode grid-rel any numbers");
-    if (failed.Fault() == ParseFaultKind::kRangeStep)
-        return "a range needs a step that leads from its first number to its last; a single number stands alone";
-    if (failed.Fault() == ParseFaultKind::kNoInteger)
-        return Utf8Of(item) + " is no integer";
-    bool const isRange = failed.Fault() == ParseFaultKind::kRangeEnds;
-    return isRange ? "a range is FIRSTtoLAST or FIRSTtoLASTbySTEP, its ends plain integers without sign" : "";
-}
-
-/// The first item beyond those that the mode takes.
-Span SurplusItem(FailedText const &failed) {
-    std::vector<Span> const items = Items(failed.line);
-    std::size_t const most = failed.settings.mode == EvalMode::kPosition ? 3 : 2;
-    bool const tooMany =
-        failed.Fault() == ParseFaultKind::kExtraArgument && items.size() > most && items[most].length > 0;
-    return tooMany ? failed.SpanOfLine(items[most].begin, items[most].End()) : Span{failed.Place(), 1};
-}
-
-/// What is missing at the end of the text.
-Mistake DescribeEnd(FailedText const &failed) {
-    std::size_t const last = ItemBefore(failed.typed, failed.typed.size());
-    bool const behindOperand = last != kNowhere && (IsNameChar(failed.typed[last]) || failed.typed[last] == L')');
-    return {{failed.typed.size(), 1},
-            failed.Fault() != ParseFaultKind::kUnexpectedToken ? ""
-            : behindOperand                                    ? "a bracket is not closed"
-                                                               : "the text ends where a number is expected"};
-}
-
-/// The name or number at the place, where an operator was expected, to its end.
-Span OperandHere(FailedText const &failed) {
-    std::size_t end = failed.Place() + 1;
-    while (failed.Here() != L'(' && (IsNameChar(failed.At(end)) || failed.At(end) == L'.'))
-        ++end;
-    return {failed.Place(), end - failed.Place()};
-}
+constexpr ItemRow kItems[] = {
+    {[](Failed const &f, std::wstring const &) { return f.settings.mode == EvalMode::kPoints; },
+     "a point has one to three coordinates, numbers all"},
+    {[](Failed const &f, std::wstring const &item) {
+         return IsRepeat(item) && f.Fault() == ParseFaultKind::kRepeatTwice;
+     },
+     "an item has one @, as in 3@2"},
+    {[](Failed const &f, std::wstring const &item) {
+         return IsRepeat(item) && f.Fault() == ParseFaultKind::kRepeatCount && !ReadsDoubles(f.settings.mode);
+     },
+     "the count in front of @ is an integer, as in 3@2"},
+    {[](Failed const &, std::wstring const &item) { return IsRepeat(item); },
+     " is a repeat, which --mode grid-rel and grid-abs take"},
+    {[](Failed const &f, std::wstring const &item) { return f.ValueOf(item, EvalMode::kGridRel).has_value(); },
+     " is no integer (a quotient never is); --mode grid-rel takes any numbers"},
+    {[](Failed const &f, std::wstring const &) { return f.Fault() == ParseFaultKind::kRangeStep; },
+     "a range needs a step that leads from its first number to its last; a single number stands alone"},
+    {[](Failed const &f, std::wstring const &) { return f.Fault() == ParseFaultKind::kNoInteger; }, " is no integer"},
+    {[](Failed const &f, std::wstring const &) { return f.Fault() == ParseFaultKind::kRangeEnds; },
+     "a range is FIRSTtoLAST or FIRSTtoLASTbySTEP, its ends plain integers without sign"},
+};
 
 /// Whether a part of TO or BY stands at the place or before it.
-bool IsByMarker(FailedText const &failed) {
+bool IsByMarker(Failed const &failed) {
     constexpr std::wstring_view kMarkers = L"TOBYtoby";
-    std::size_t const before = failed.Before();
+    std::size_t const before = ItemBefore(failed.typed, failed.Place());
     return failed.IsHere(kMarkers) || (before != kNowhere && kMarkers.find(failed.typed[before]) != kNowhere);
 }
 
-/// What is marked at the place, and whether the hint begins with it.
-enum class Marked { kCharacter, kOperand, kQuoted };
+/// Whether the text ends behind an operand.
+bool EndsWithOperand(Failed const &failed) {
+    std::size_t const last = ItemBefore(failed.typed, failed.typed.size());
+    return last != kNowhere && (IsNameChar(failed.typed[last]) || failed.typed[last] == L')');
+}
 
-/// What to say of an unexpected token by the character it begins with. The first row that is seen counts.
+/// What to say of an unexpected token by the character it begins with.
 struct PlaceRow {
-    bool (*seen)(FailedText const &);
-    char const *hint;
-    Marked marked = Marked::kCharacter;
+    bool (*seen)(Failed const &);
+    char const *hint; ///< behind the character where it begins with a blank
 };
 
 constexpr PlaceRow kPlaces[] = {
-    {[](FailedText const &f) { return f.IsHere(L"TtBb") && !ReadsIntegers(f.settings.mode); },
+    {[](Failed const &f) { return f.Here() == 0 && EndsWithOperand(f); }, "a bracket is not closed"},
+    {[](Failed const &f) { return f.Here() == 0; }, "the text ends where a number is expected"},
+    {[](Failed const &f) { return f.IsHere(L"TtBb") && !ReadsIntegers(f.settings.mode); },
      "T and B stand for TO and BY, as in 1to9by2, which --mode nodes reads"},
-    {[](FailedText const &f) { return f.IsHere(L"."); }, "a number has one decimal point"},
+    {[](Failed const &f) { return f.IsHere(L"."); }, "a number has one decimal point"},
     {IsByMarker, "the ends of a range are plain integers, without sign or parentheses"},
-    {[](FailedText const &f) { return IsNameChar(f.Here()) || f.IsHere(L"("); },
-     "an operator is missing here, or a comma in a list", Marked::kOperand},
-    {[](FailedText const &f) { return f.IsHere(L","); }, "a comma has no place here"},
-    {[](FailedText const &f) { return IsOperator(f.Here()) || f.IsHere(L")]"); }, " stands where a number is expected",
-     Marked::kQuoted},
-    {[](FailedText const &) { return true; }, " has no meaning here", Marked::kQuoted},
+    {[](Failed const &f) { return IsNameChar(f.Here()) || f.IsHere(L"("); },
+     "an operator is missing here, or a comma in a list"},
+    {[](Failed const &f) { return f.IsHere(L","); }, "a comma has no place here"},
+    {[](Failed const &f) { return f.IsHere(L"+-*/^@<)]"); }, " stands where a number is expected"},
+    {[](Failed const &) { return true; }, " has no meaning here"},
 };
+
+/// The first item beyond those that the mode takes.
+Span SurplusItem(Failed const &failed) {
+    std::vector<Span> const items = Items(failed.line);
+    std::size_t const most = failed.settings.mode == EvalMode::kPosition ? 3 : 2;
+    bool const tooMany = failed.Fault() == ParseFaultKind::kExtraArgument && items.size() > most && items[most].length;
+    return tooMany ? failed.SpanOfLine(items[most].begin, items[most].End()) : Span{failed.Place(), 1};
+}
+
+/// The hint of a row, behind what it speaks of where it begins with a blank.
+std::string HintOf(std::string const &subject, char const *hint) {
+    return *hint == ' ' ? subject + hint : hint;
+}
+
+/// The modes that may read what another one does not, and the characters one of which their texts begin with.
+constexpr std::pair<EvalMode, std::wstring_view> kOtherModes[] = {
+    {EvalMode::kPoints, L"["}, {EvalMode::kPosition, L"@"}, {EvalMode::kGridRel, L""}, {EvalMode::kNodes, L""}};
 
 } // namespace
 
@@ -149,11 +126,10 @@ std::optional<Mistake> FindZeroDivisor(FailedText const &failed) {
 
 std::optional<Mistake> FindExponent(FailedText const &failed) {
     EvalMode const mode = ReadsDoubles(failed.settings.mode) ? EvalMode::kNumber : EvalMode::kGridRel;
-    std::optional<double> const value = failed.ValueOf(failed.Culprit(), mode);
-    Span const where = failed.CulpritSpan();
-    std::size_t const op = static_cast<std::size_t>(failed.outcome.fault.begin) - 1;
-    std::string const base = failed.Typed(failed.SpanOfLine(OperandStart(failed.line, op), op));
-    return Mistake{where, ExponentHint(failed, base, failed.Typed(where), value.value_or(std::nan("")))};
+    double const value = failed.ValueOf(failed.Culprit(), mode).value_or(std::nan(""));
+    auto const row = std::find_if(std::begin(kExponents), std::end(kExponents),
+                                  [&](ExponentRow const &entry) { return entry.seen(failed, value); });
+    return Mistake{failed.CulpritSpan(), row->hint};
 }
 
 std::optional<Mistake> FindItem(FailedText const &failed) {
@@ -166,41 +142,39 @@ std::optional<Mistake> FindItem(FailedText const &failed) {
         std::wstring const typed(Part(failed.typed, where));
         if (failed.Other(typed, failed.settings.mode).parsed)
             continue;
-        std::string const hint = RefusedItemHint(failed, typed);
-        return hint.empty() ? std::nullopt : std::optional(Mistake{where, hint});
+        for (ItemRow const &row : kItems) {
+            if (row.seen(failed, typed))
+                return Mistake{where, HintOf(Utf8Of(typed), row.hint)};
+        }
+        return std::nullopt;
     }
     return std::nullopt;
 }
 
 std::optional<Mistake> FindOtherMode(FailedText const &failed) {
     wchar_t const begin = failed.At(NextItem(failed.typed, 0));
-    bool const hasRange = Upper(failed.typed).find(L'T') != kNowhere;
-    for (EvalMode const mode : {EvalMode::kPoints, EvalMode::kPosition, EvalMode::kGridRel, EvalMode::kNodes}) {
-        bool const fits =
-            (mode != EvalMode::kPoints || begin == L'[') && (mode != EvalMode::kPosition || begin == L'@');
-        if (!fits || (mode == EvalMode::kGridRel && hasRange) || !failed.Other(failed.typed, mode).parsed)
+    bool const hasRange = failed.typed.find_first_of(L"Tt") != kNowhere;
+    for (auto const &[mode, begins] : kOtherModes) {
+        if ((!begins.empty() && begins[0] != begin) || (mode == EvalMode::kGridRel && hasRange) ||
+            !failed.Other(failed.typed, mode).parsed)
             continue;
-        EvalModeEntry const &other = EntryOf(mode);
-        return Mistake{SurplusItem(failed),
-                       Joined("the mode ", failed.Mode(), " takes ", EntryOf(failed.settings.mode).takes, "; --mode ",
-                              other.name, " takes ", other.takes)};
+        return Mistake{SurplusItem(failed), Joined("the mode ", EntryOf(failed.settings.mode).name, " takes ",
+                                                   EntryOf(failed.settings.mode).takes, "; --mode ", EntryOf(mode).name,
+                                                   " takes ", EntryOf(mode).takes)};
     }
     return std::nullopt;
 }
 
 std::optional<Mistake> DescribePlace(FailedText const &failed) {
-    std::size_t const at = failed.Place();
-    if (at >= failed.typed.size())
-        return DescribeEnd(failed);
+    bool const isPair = failed.Here() >= 0xD800 && failed.Here() <= 0xDBFF && failed.At(failed.Place() + 1) != 0;
+    Span const where{failed.Place(), isPair ? 2u : 1u};
     if (failed.Fault() != ParseFaultKind::kUnexpectedToken)
-        return Mistake{{at, 1}, ""};
-    bool const isPair = failed.Here() >= 0xD800 && failed.Here() <= 0xDBFF && at + 1 < failed.typed.size();
-    Span const character{at, isPair ? 2u : 1u};
+        return Mistake{where, ""};
     auto const row = std::find_if(std::begin(kPlaces), std::end(kPlaces),
                                   [&failed](PlaceRow const &place) { return place.seen(failed); });
-    if (row->marked == Marked::kQuoted)
-        return Mistake{character, Joined("'", Utf8Of(Printable(Part(failed.typed, character))), "'", row->hint)};
-    return Mistake{row->marked == Marked::kOperand ? OperandHere(failed) : character, row->hint};
+    std::string const character =
+        failed.Here() == 0 ? "" : Joined("'", Utf8Of(Printable(Part(failed.typed, where))), "'");
+    return Mistake{where, HintOf(character, row->hint)};
 }
 
 } // namespace zvi::app

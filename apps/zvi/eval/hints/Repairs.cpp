@@ -1,22 +1,27 @@
-// Usual slips as a table: the rule of the language that was broken, and the text with the slip mended.
+// Usual slips as a table: the rule of the language that was broken, how the slip is seen, and what to write instead.
 
 #include "apps/zvi/eval/hints/Mistakes.h"
 
-#include "apps/zvi/common/Characters.h"
+#include "apps/zvi/common/Joined.h"
 #include "apps/zvi/common/WideText.h"
 
 #include <algorithm>
+#include <regex>
 
 namespace zvi::app {
 
 namespace {
 
 using Failed = FailedText;
+using lib::ParseFaultKind;
 
 /// Most slips that are mended in one text.
 constexpr int kMostRepairs = 8;
-/// Longest corrected text that a hint shows, in characters.
+/// Longest text that is searched for slips, and longest corrected one that a hint shows, in characters.
+constexpr std::size_t kLongestSearched = 1000;
 constexpr std::size_t kLongestShown = 100;
+/// Stands in a text at the place where the reading stopped: "\v" in a pattern.
+constexpr wchar_t kPlaceMark = L'\v';
 
 /// A mistyped text with slips mended.
 struct RepairedText {
@@ -25,23 +30,8 @@ struct RepairedText {
     EvalOutcome outcome;
 };
 
-/// The text with `length` characters at `at` replaced; as it is when the slip was not `seen`.
-std::wstring Mended(bool seen, std::wstring const &text, std::size_t at, std::size_t length, std::wstring_view by) {
-    return seen ? std::wstring(text).replace(at, length, by) : text;
-}
-
-/// The same for the character at the place of the failure.
-std::wstring MendedHere(bool seen, Failed const &failed, std::wstring_view by) {
-    return Mended(seen, failed.typed, failed.Place(), 1, by);
-}
-
-struct SignForm {
-    wchar_t sign;
-    wchar_t const *plain;
-};
-
 /// Signs as books, word processors and other keyboards write them.
-constexpr SignForm kSignForms[] = {
+constexpr std::pair<wchar_t, wchar_t const *> kSignForms[] = {
     {0x00D7, L"*"},  {0x00B7, L"*"},  {0x22C5, L"*"},  {0x2217, L"*"},    {0x00F7, L"/"},  {0x2215, L"/"},
     {0x2212, L"-"},  {0x2013, L"-"},  {0x2014, L"-"},  {0x2010, L"-"},    {0x2011, L"-"},  {0x00B2, L"^2"},
     {0x00B3, L"^3"}, {0x2074, L"^4"}, {0x03C0, L"pi"}, {0x2220, L"<"},    {0x00B0, L""},   {0x3000, L" "},
@@ -52,238 +42,137 @@ constexpr SignForm kSignForms[] = {
 constexpr wchar_t kFullWidth = 0xFF00;
 constexpr wchar_t kLastFullWidth = 0xFF5E;
 
-std::wstring PlainSigns(Failed const &failed) {
+std::wstring PlainSigns(std::wstring const &text) {
     std::wstring plain;
-    for (wchar_t const c : failed.typed) {
+    for (wchar_t const c : text) {
         auto const form = std::find_if(std::begin(kSignForms), std::end(kSignForms),
-                                       [c](SignForm const &entry) { return entry.sign == c; });
+                                       [c](auto const &entry) { return entry.first == c; });
         if (form != std::end(kSignForms))
-            plain += form->plain;
+            plain += form->second;
         else
             plain += c > kFullWidth && c <= kLastFullWidth ? static_cast<wchar_t>(c - kFullWidth + L' ') : c;
     }
     return plain;
 }
 
-/// Takes away the blanks on both sides of operators and inside parentheses. In a list a minus with a blank in front and
-/// none behind is the sign of the next item and stays so.
-std::wstring Tightened(Failed const &failed) {
-    std::wstring tight;
-    for (std::size_t i = 0; i < failed.typed.size(); ++i) {
-        if (!IsBlank(failed.typed[i])) {
-            tight += failed.typed[i];
-            continue;
-        }
-        std::size_t const next = std::min(NextItem(failed.typed, i), failed.typed.size());
-        wchar_t const before = tight.empty() ? L'\0' : tight.back();
-        wchar_t const after = failed.At(next);
-        bool const isSign = after == L'-' && next + 1 < failed.typed.size() && !IsBlank(failed.At(next + 1)) &&
-                            !IsOperator(before) && !ReadsOneExpression(failed.settings.mode);
-        bool const drops = IsOperator(before) || before == L'(' || after == L')' || (IsOperator(after) && !isSign) ||
-                           (after == L'(' && IsLetter(before));
-        if (drops)
-            i = next - 1;
-        else
-            tight += failed.typed[i];
-    }
-    return tight;
-}
-
-/// Whether exactly three digits stand at `at`, as behind the sign between thousands.
-bool IsGroupOfThree(Failed const &failed, std::size_t at) {
-    return EndOfDigits(failed.typed, at) == at + 3;
-}
-
-std::wstring CommaInNumber(Failed const &failed) {
-    std::size_t const at = failed.Place();
-    bool const between = at > 0 && failed.IsHere(L",") && IsDigit(failed.At(at - 1)) && IsDigit(failed.At(at + 1));
-    bool const alone = failed.typed.find(L',') == failed.typed.rfind(L',');
-    bool const seen = between && alone && ReadsOneExpression(failed.settings.mode);
-    return MendedHere(seen, failed, IsGroupOfThree(failed, at + 1) ? L"" : L".");
-}
-
-std::wstring BlankInNumber(Failed const &failed) {
-    std::size_t const end = failed.Before() + 1;
-    bool const seen = end != 0 && end < failed.Place() && IsDigit(failed.At(end - 1)) &&
-                      IsGroupOfThree(failed, failed.Place()) && ReadsOneExpression(failed.settings.mode);
-    return Mended(seen, failed.typed, end, failed.Place() - end, L"");
-}
-
 /// The text with the brackets closed that are open at its end.
-std::wstring Closed(Failed const &failed) {
+std::wstring Closed(std::wstring const &text) {
     std::wstring closing;
-    for (wchar_t const c : failed.typed) {
+    for (wchar_t const c : text) {
         if (c == L'(' || c == L'[')
             closing.insert(closing.begin(), c == L'(' ? L')' : L']');
         else if (!closing.empty() && c == closing.front())
             closing.erase(closing.begin());
     }
-    return failed.typed + closing;
+    return text + closing;
 }
 
-/// "sin 30" as "sin(30)", and "sin[30]" or "sin{30}" too.
-std::wstring FunctionArgument(Failed const &failed) {
-    std::wstring const &text = failed.typed;
-    std::vector<std::string> const &functions = BuiltInFunctions();
-    for (Span const &word : Words(text)) {
-        std::size_t const begin = NextItem(text, word.End());
-        if (begin == kNowhere ||
-            std::find(functions.begin(), functions.end(), Lower(Part(text, word))) == functions.end())
-            continue;
-        bool const isOpen = text[begin] == L'[' || text[begin] == L'{';
-        std::size_t const close = text.find(text[begin] == L'[' ? L']' : L'}', begin);
-        if (isOpen && close != kNowhere)
-            return Mended(true, Mended(true, text, close, 1, L")"), begin, 1, L"(");
-        std::size_t const end = EndOfName(text, EndOfNumber(text, begin));
-        if (end > begin)
-            return Mended(true, text, word.End(), end - word.End(), L"(" + text.substr(begin, end - begin) + L")");
-    }
-    return text;
+// When a slip is looked for.
+bool InExpressions(Failed const &failed) {
+    return ReadsOneExpression(failed.settings.mode);
+}
+bool InPoints(Failed const &failed) {
+    return failed.settings.mode == EvalMode::kPoints;
+}
+bool OutsidePoints(Failed const &failed) {
+    return !InPoints(failed);
+}
+bool InPositions(Failed const &failed) {
+    return failed.settings.mode == EvalMode::kPosition;
+}
+bool InLists(Failed const &failed) {
+    return !InExpressions(failed) && !InPoints(failed);
+}
+bool WithUnits(Failed const &failed) {
+    return failed.HasUnits();
+}
+bool WithBadStep(Failed const &failed) {
+    return failed.Fault() == ParseFaultKind::kRangeStep;
 }
 
-std::wstring TimesSign(Failed const &failed) {
-    std::size_t const end = failed.Before() + 1;
-    wchar_t const left = end == 0 ? L'\0' : failed.At(end - 1);
-    wchar_t const right = failed.Here();
-    bool const begins = IsLetter(right) || right == L'(' || (left == L')' && IsDigit(right));
-    bool const seen = begins && (IsNameChar(left) || left == L'.' || left == L')');
-    return Mended(seen, failed.typed, end, failed.Place() - end, L"*");
-}
-
-std::wstring RangeWord(Failed const &failed) {
-    if (failed.IsHere(L":~"))
-        return MendedHere(true, failed, L"to");
-    std::size_t const dots = failed.typed.find(L"..");
-    std::size_t const end = dots == kNowhere ? kNowhere : failed.typed.find_first_not_of(L'.', dots);
-    return Mended(end != kNowhere, failed.typed, dots, end - dots, L"to");
-}
-
-/// A range that does not rise and does not say so: the reading stopped behind it.
-std::wstring FallingRange(Failed const &failed) {
-    std::size_t const end = failed.Before() + 1;
-    std::size_t begin = end;
-    while (begin > 0 && IsDigit(failed.At(begin - 1)))
-        --begin;
-    bool const hasStep = begin > 0 && failed.IsAt(begin - 1, L"BbYy");
-    return Mended(failed.Fault() == lib::ParseFaultKind::kRangeStep, failed.typed, hasStep ? begin : end, 0,
-                  hasStep ? L"-" : L"by-1");
-}
-
-std::wstring PolarSign(Failed const &failed) {
-    bool const seen = failed.settings.mode == EvalMode::kPosition && failed.typed.find(L'<') != kNowhere &&
-                      failed.typed.find(L'@') == kNowhere;
-    return Mended(seen, failed.typed, 0, 0, L"@");
-}
-
-/// The text with each of some characters replaced by the one in the same place of `others`.
-std::wstring Exchanged(std::wstring text, std::wstring_view characters, std::wstring_view others) {
-    for (wchar_t &c : text) {
-        std::size_t const at = c == 0 ? kNowhere : characters.find(c);
-        c = at == kNowhere ? c : others[at];
-    }
-    return text;
-}
-
-std::wstring PointBrackets(Failed const &failed) {
-    if (failed.settings.mode != EvalMode::kPoints || failed.typed.find(L'[') != kNowhere)
-        return failed.typed;
-    return failed.typed.find(L'(') == kNowhere ? L"[" + failed.typed + L"]" : Exchanged(failed.typed, L"()", L"[]");
-}
-
-std::wstring RoundBrackets(Failed const &failed) {
-    // A comma in square brackets makes a point.
-    bool const hasPoints = failed.settings.mode == EvalMode::kPoints || failed.typed.find(L',') != kNowhere;
-    return Exchanged(failed.typed, hasPoints ? L"{}" : L"{}[]", L"()()");
-}
-
-std::wstring WithoutEquals(Failed const &failed) {
-    bool const atEnd = NextItem(failed.typed, failed.Place() + 1) == kNowhere;
-    return MendedHere(failed.IsHere(L"=") && (failed.Before() == kNowhere || atEnd), failed, L"");
-}
-
-std::wstring WithoutQuotes(Failed const &failed) {
-    std::wstring text = failed.typed;
-    // A mark behind a number means something else.
-    if (!text.empty() && !IsNameChar(text.front()) && text.front() != L'(')
-        std::erase_if(text, [](wchar_t c) {
-            return std::wstring_view(L"\"'`").find(c) != kNowhere || (c >= 0x2018 && c <= 0x201F);
-        });
-    return text;
-}
-
-std::wstring FeetInInches(Failed const &failed) {
-    std::wstring const upper = Upper(failed.typed);
-    for (std::size_t at = upper.find(L"FT"); failed.HasUnits() && at != kNowhere; at = upper.find(L"FT", at + 1)) {
-        std::size_t const end = ItemBefore(upper, at) + 1;
-        bool const behindNumber = end != 0 && (IsDigit(upper[end - 1]) || upper[end - 1] == L'.');
-        if (behindNumber && !IsNameChar(failed.At(at + 2)))
-            return Mended(true, failed.typed, end, at + 2 - end, L"*12in");
-    }
-    return failed.typed;
-}
-
-/// With units a name at the end of the text is taken for a unit that has no number, and passed over.
-std::wstring NameAtEnd(Failed const &failed) {
-    std::vector<Span> const words = Words(failed.typed);
-    if (words.empty() || NextItem(failed.typed, words.back().End()) != kNowhere)
-        return failed.typed;
-    Span const &name = words.back();
-    return Mended(failed.HasUnits(), failed.typed, name.begin, name.length,
-                  L"(" + std::wstring(Part(failed.typed, name)) + L")");
-}
-
-/// A position or list without brackets around it.
-std::wstring WithoutFrame(Failed const &failed) {
-    std::wstring const &text = failed.typed;
-    std::size_t const first = NextItem(text, 0);
-    std::size_t const last = ItemBefore(text, text.size());
-    if (first == last || text.find_first_of(L", ") == kNowhere || ReadsOneExpression(failed.settings.mode) ||
-        failed.settings.mode == EvalMode::kPoints)
-        return text;
-    bool const framed = (text[first] == L'(' && text[last] == L')') || (text[first] == L'[' && text[last] == L']');
-    return framed ? text.substr(first + 1, last - first - 1) : text;
-}
+constexpr char kBlanks[] = "blanks separate items";
+constexpr char kDecimalSign[] = "a comma separates items, the decimal sign is the point";
+constexpr char kQuotes[] = "quotation marks are not part of the text";
+constexpr char kInches[] = "inches are written in";
+constexpr char kStep[] = "a range that does not rise needs a negative step";
+constexpr char kGroups[] = "an expression is grouped by ( and )";
 
 struct Repair {
-    char const *why;                      ///< the rule that was broken
-    std::wstring (*mend)(Failed const &); ///< the mended text; the same when it does not apply
-    std::wstring_view here = {};          ///< without `mend`: the slip is one of these characters at the place
-    std::wstring_view by = {};            ///< what it is replaced by
+    char const *why;     ///< the rule that was broken
+    wchar_t const *slip; ///< a pattern; FUNCTION in it is any function
+    wchar_t const *by;   ///< what it is replaced by
+    bool (*when)(Failed const &) = nullptr;
+    std::wstring (*mend)(std::wstring const &) = nullptr; ///< in place of the pattern
 };
 
 constexpr Repair kRepairs[] = {
-    {"only plain signs are read", PlainSigns},
-    {"blanks separate items", Tightened},
-    {"quotation marks are not part of the text", WithoutQuotes},
-    {"the text is the expression alone, without =", WithoutEquals},
-    {"a number has no sign +", nullptr, L"+", L""},
-    {"a power is written ^",
-     [](Failed const &f) {
-         bool const seen = f.Place() > 0 && f.IsHere(L"*") && f.At(f.Place() - 1) == L'*';
-         return Mended(seen, f.typed, f.Place() - 1, 2, L"^");
-     }},
-    {"a comma separates items, the decimal sign is the point", CommaInNumber},
-    {"blanks separate items, also inside a number", BlankInNumber},
-    {"ft cannot be read, because T stands for TO", FeetInInches},
-    {"with units a name cannot end the text", NameAtEnd},
-    {"a function takes its argument in parentheses", FunctionArgument},
-    {"a bracket is not closed", Closed},
-    {"a bracket closes nothing", nullptr, L")]", L""},
-    {"a polar position begins with @", PolarSign},
-    {"each point stands in brackets", PointBrackets},
-    {"the items stand without brackets around them", WithoutFrame},
-    {"inches are written in",
-     [](Failed const &f) {
-         return MendedHere(f.HasUnits() && f.IsHere(L"\"'"), f, f.IsHere(L"\"") ? L"in" : L"*12in");
-     }},
-    {"a range is written with to", RangeWord},
-    {"a range that does not rise needs a negative step", FallingRange},
-    {"a product needs its *", TimesSign},
-    {"a comma or a blank separates items", nullptr, L";|", L","},
-    {"an item is missing in front of the comma",
-     [](Failed const &f) { return MendedHere(f.IsHere(L",") && f.Before() == kNowhere, f, L"0,"); }},
-    {"an expression is grouped by ( and )", RoundBrackets},
+    {"only plain signs are read", nullptr, nullptr, nullptr, PlainSigns},
+    {kBlanks, L" *([-+*/^@<]) *|(\\() +| +(\\))|([A-Za-z]) +(?=\\()", L"$1$2$3$4", InExpressions},
+    // In a list a minus with a blank in front and none behind is the sign of the next item.
+    {kBlanks, L" *([+*/^@<]|-(?= |$)) *|([-(]) +| +(\\))|([A-Za-z]) +(?=\\()", L"$1$2$3$4"},
+    {kQuotes, L"^[ \"'`\u2018-\u201F]+([^\"'`\u2018-\u201F]*)[\"'`\u2018-\u201F]*$", L"$1"},
+    {"the text is the expression alone, without =", L"^ *=|= *$", L""},
+    {"a number has no sign +", L"\\v\\+", L""},
+    {"a power is written ^", L"\\*\\*", L"^"},
+    {kDecimalSign, L"^([^,]*\\d),(\\d{3}(?!\\d)[^,]*)$", L"$1$2", InExpressions},
+    {kDecimalSign, L"^([^,]*\\d),(\\d[^,]*)$", L"$1.$2", InExpressions},
+    {"blanks separate items, also inside a number", L"(\\d) +(\\d{3})(?!\\d)", L"$1$2", InExpressions},
+    {"ft cannot be read, because T stands for TO", L"([\\d.]) *[fF][tT](?!\\w)", L"$1*12in", WithUnits},
+    {"with units a name cannot end the text", L"([A-Za-z]\\w*) *$", L"($1)", WithUnits},
+    {"a function takes its argument in parentheses", L"(^|[^A-Za-z_])(FUNCTION) +([\\w.]+)", L"$1$2($3)"},
+    {"a bracket is not closed", nullptr, nullptr, nullptr, Closed},
+    {"a bracket closes nothing", L"\\v[)\\]]", L""},
+    {"a polar position begins with @", L"^([^@]*<[^@]*)$", L"@$1", InPositions},
+    {"each point stands in brackets", L"^([^\\[(]+)$", L"[$1]", InPoints},
+    {"each point stands in brackets", L"\\(([^()]*)(\\)|$)", L"[$1]", InPoints},
+    {"the items stand without brackets around them", L"^ *[(\\[](.*[, ].*)[)\\]] *$", L"$1", InLists},
+    {kInches, L"(\\d) *\"", L"$1in", WithUnits},
+    {kInches, L"(\\d) *'", L"$1*12in", WithUnits},
+    {"a range is written with to", L"[:~]|\\.\\.+", L"to"},
+    {kStep, L"(\\d *[bB][yY]? *)(?=\\d+ *\\v)", L"$1-", WithBadStep},
+    {kStep, L"(\\d)(?= *\\v)", L"$1by-1", WithBadStep},
+    {"a product needs its *", L"([\\w.)]) *\\v(?=[A-Za-z(])|(\\)) *\\v(?=\\d)", L"$1$2*"},
+    {"a comma or a blank separates items", L"\\v[;|]", L","},
+    {"an item is missing in front of the comma", L"^ *,", L"0,", InLists},
+    {kGroups, L"[{[]([^{}\\[\\],]*)[}\\]]", L"($1)", OutsidePoints},
+    {kGroups, L"[{[](?=[^,]*$)", L"(", OutsidePoints},
+    {kGroups, L"[}\\]](?=[^,]*$)", L")", OutsidePoints},
 };
+
+std::wregex SlipPattern(std::wstring pattern) {
+    constexpr std::wstring_view kFunction = L"FUNCTION";
+    std::string functions;
+    for (std::string const &name : BuiltInFunctions())
+        functions += (functions.empty() ? "" : "|") + name;
+    if (std::size_t const at = pattern.find(kFunction); at != kNowhere)
+        pattern.replace(at, kFunction.size(), WideOf(functions).GetString());
+    return std::wregex(pattern, std::regex::ECMAScript | std::regex::optimize);
+}
+
+/// The patterns of the table in its order.
+std::vector<std::wregex> const &SlipPatterns() {
+    static std::vector<std::wregex> const patterns = [] {
+        std::vector<std::wregex> made;
+        for (Repair const &repair : kRepairs)
+            made.push_back(SlipPattern(repair.slip ? repair.slip : L""));
+        return made;
+    }();
+    return patterns;
+}
+
+/// The text with one slip mended wherever it is seen; as it is when it is not.
+std::wstring Mended(Failed const &failed, Repair const &repair, std::wregex const &pattern) {
+    if (repair.when && !repair.when(failed))
+        return failed.typed;
+    if (repair.mend)
+        return repair.mend(failed.typed);
+    std::wstring text = failed.typed;
+    if (std::wstring_view(repair.slip).find(L"\\v") != kNowhere)
+        text.insert(std::min(failed.Place(), text.size()), 1, kPlaceMark);
+    text = std::regex_replace(text, pattern, repair.by);
+    std::erase(text, kPlaceMark);
+    return text;
+}
 
 /// The text with the first slip mended that lets all of it be read, or else that lets more of it be read.
 std::optional<RepairedText> Mend(Failed const &failed) {
@@ -292,15 +181,14 @@ std::optional<RepairedText> Mend(Failed const &failed) {
         return static_cast<std::ptrdiff_t>(text.size()) - outcome.place;
     };
     std::optional<RepairedText> best;
-    for (Repair const &repair : kRepairs) {
-        std::wstring mended =
-            repair.mend ? repair.mend(failed) : MendedHere(failed.IsHere(repair.here), failed, repair.by);
+    for (std::size_t i = 0; i < std::size(kRepairs); ++i) {
+        std::wstring mended = Mended(failed, kRepairs[i], SlipPatterns()[i]);
         if (mended == failed.typed)
             continue;
         EvalOutcome outcome = Evaluate(CString(std::wstring_view(mended)), failed.settings);
         bool const all = outcome.parsed;
         if (all || (!best && left(mended, outcome) < left(failed.typed, failed.outcome)))
-            best = {std::move(mended), repair.why, std::move(outcome)};
+            best = {std::move(mended), kRepairs[i].why, std::move(outcome)};
         if (all)
             break;
     }
@@ -323,21 +211,21 @@ std::optional<RepairedText> FindRepair(Failed const &failed) {
 } // namespace
 
 std::optional<Mistake> FindSlip(FailedText const &failed) {
+    if (failed.typed.size() > kLongestSearched)
+        return std::nullopt;
     std::optional<RepairedText> const repaired = FindRepair(failed);
     if (!repaired)
         return std::nullopt;
-    Mistake slip{{failed.Place(), 1}, repaired->why};
-    bool const isMended = repaired->outcome.parsed;
-    if (isMended && repaired->text.size() <= kLongestShown)
-        slip.hint += "; write " + Utf8Of(repaired->text);
-    if (isMended)
-        return slip;
+    Span const where{failed.Place(), 1};
+    if (repaired->outcome.parsed)
+        return Mistake{where, repaired->text.size() > kLongestShown
+                                  ? repaired->why
+                                  : Joined(repaired->why, "; write ", Utf8Of(repaired->text))};
     FailedText const left{repaired->text, failed.settings, repaired->outcome};
-    if (left.Fault() != lib::ParseFaultKind::kZeroDivisor && left.Fault() != lib::ParseFaultKind::kExponent)
+    if (left.Fault() != ParseFaultKind::kZeroDivisor && left.Fault() != ParseFaultKind::kExponent)
         return std::nullopt;
-    bool const isExponent = left.Fault() == lib::ParseFaultKind::kExponent;
-    slip.hint += "; " + (isExponent ? FindExponent(left) : FindZeroDivisor(left))->hint;
-    return slip;
+    bool const isExponent = left.Fault() == ParseFaultKind::kExponent;
+    return Mistake{where, Joined(repaired->why, "; ", (isExponent ? FindExponent(left) : FindZeroDivisor(left))->hint)};
 }
 
 } // namespace zvi::app

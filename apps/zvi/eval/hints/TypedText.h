@@ -12,30 +12,17 @@ namespace zvi::app {
 /// No place in a text.
 inline constexpr std::size_t kNowhere = std::wstring_view::npos;
 
-/// + - * / ^ @ <
-bool IsOperator(wchar_t c);
-
-/// Index behind the number that begins at `at` in the language's form, with its exponent; `at` if there is none.
-std::size_t EndOfNumber(std::wstring_view text, std::size_t at);
-
-/// Index behind the digits, or the characters of a name, that stand at `at`; `at` if there are none.
-std::size_t EndOfDigits(std::wstring_view text, std::size_t at);
-std::size_t EndOfName(std::wstring_view text, std::size_t at);
-
 /// The first character at or after `at`, or before `at`, that is no blank; kNowhere if there is none.
 std::size_t NextItem(std::wstring_view text, std::size_t at);
 std::size_t ItemBefore(std::wstring_view text, std::size_t at);
 
 /// The words of a text (names of any kind), numbers with exponents passed over.
-std::vector<Span> Words(std::wstring_view text);
+std::vector<Span> Words(std::wstring const &text);
 
 /// The items of a list, each up to a comma that is in no bracket.
 std::vector<Span> Items(std::wstring_view line);
 
 /// The characters of a span, which must lie within the text.
 std::wstring_view Part(std::wstring_view text, Span const &span);
-
-std::wstring Upper(std::wstring_view text);
-std::string Lower(std::wstring_view text);
 
 } // namespace zvi::app
