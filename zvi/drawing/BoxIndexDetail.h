@@ -22,13 +22,13 @@ public:
     /// order that depends on the boxes alone.
     void Find(Box const &query, std::vector<int> &out, int passedOver = kNoGroup) const;
 
-    /// Calls `look(index)` for boxes at the height of `p` that begin left of it, the rightmost first as far as the tree
-    /// knows. It returns the least right end of a box that is still worth a look.
+    /// Calls `look(index)` for the boxes that are seen from `p` in a direction of length 1, the nearest first as far as
+    /// the tree knows. It returns up to which distance a box is still worth a look.
     template <typename Look>
-    void LookLeft(DrawingPoint p, Look look) const {
-        double least = -HUGE_VAL;
+    void LookAlong(DrawingPoint p, DrawingPoint direction, Look look) const {
+        double farthest = HUGE_VAL;
         if (!m_order.empty())
-            VisitLeft(m_levels.size() - 2, 0, 1, p, look, least);
+            VisitAlong(m_levels.size() - 2, 0, 1, {p, {1.0 / direction.x, 1.0 / direction.y}}, look, farthest);
     }
 
     /// Calls `look(index, index)` once for each two boxes that meet, in an order that depends on the boxes alone.
@@ -82,27 +82,49 @@ private:
         return count;
     }
 
+    struct Ray {
+        DrawingPoint from;
+        DrawingPoint perUnit; ///< inverse of the direction
+    };
+
+    /// Distances at which a ray enters what lies between two bounds of a coordinate, and leaves it.
+    static std::pair<double, double> Between(double low, double high, double from, double perUnit) {
+        if (std::isinf(perUnit))
+            return low <= from && from <= high ? std::pair(-HUGE_VAL, HUGE_VAL) : std::pair(HUGE_VAL, -HUGE_VAL);
+        double const first = (perUnit > 0.0 ? low : high) - from, last = (perUnit > 0.0 ? high : low) - from;
+        return {first * perUnit, last * perUnit};
+    }
+
+    /// The distance at which a ray enters a box, 0 when it begins there; HUGE_VAL when it misses the box.
+    static double EntryInto(Box const &box, Ray const &ray) {
+        auto const [enterY, leaveY] = Between(box.minY, box.maxY, ray.from.y, ray.perUnit.y);
+        if (!(leaveY >= 0.0))
+            return HUGE_VAL;
+        auto const [enterX, leaveX] = Between(box.minX, box.maxX, ray.from.x, ray.perUnit.x);
+        double const enter = std::max({enterX, enterY, 0.0});
+        return enter <= std::min(leaveX, leaveY) ? enter : HUGE_VAL;
+    }
+
     template <typename Look>
-    void VisitLeft(std::size_t level, std::size_t first, std::size_t count, DrawingPoint p, Look &look,
-                   double &least) const {
-        std::array<std::pair<double, std::size_t>, kWidth> nodes; // right end, number; the rightmost first
+    void VisitAlong(std::size_t level, std::size_t first, std::size_t count, Ray const &ray, Look &look,
+                    double &farthest) const {
+        std::array<std::pair<double, std::size_t>, kWidth> nodes; // where it is entered, number; the nearest first
         std::size_t found = 0;
         std::size_t const end = std::min(first + count, m_levels[level + 1] - m_levels[level]);
         for (std::size_t node = first; node < end; ++node) {
-            Box const &box = m_boxes[m_levels[level] + node];
-            if (p.y < box.minY || box.maxY < p.y || p.x < box.minX || box.maxX < least)
+            double const entry = EntryInto(m_boxes[m_levels[level] + node], ray);
+            if (entry == HUGE_VAL || entry > farthest)
                 continue;
-            double const right = std::min(box.maxX, p.x);
             std::size_t i = found++;
-            for (; i > 0 && nodes[i - 1].first < right; --i)
+            for (; i > 0 && nodes[i - 1].first > entry; --i)
                 nodes[i] = nodes[i - 1];
-            nodes[i] = {right, node};
+            nodes[i] = {entry, node};
         }
-        for (std::size_t i = 0; i < found && nodes[i].first >= least; ++i) {
+        for (std::size_t i = 0; i < found && nodes[i].first <= farthest; ++i) {
             if (level == 0)
-                least = look(m_order[nodes[i].second]);
+                farthest = look(m_order[nodes[i].second]);
             else
-                VisitLeft(level - 1, nodes[i].second * kWidth, kWidth, p, look, least);
+                VisitAlong(level - 1, nodes[i].second * kWidth, kWidth, ray, look, farthest);
         }
     }
 

@@ -5,29 +5,45 @@
 
 #include <algorithm>
 #include <array>
+#include <tuple>
 
 namespace zvi::lib::drawing {
 
 namespace {
 
-/// The stretch as it lies along and across the direction that moves with the drawing, so that what stands in what does
-/// not change with how that is turned, and hardly anything stands straight above anything else.
-Stretch Turned(Stretch s, Landmarks const &landmarks) {
-    double const length = Length(landmarks.direction);
-    DrawingPoint const along = length > 0.0 ? landmarks.direction * (1.0 / length) : DrawingPoint{1.0, 0.0};
-    for (DrawingPoint *const p : {&s.start, &s.end, &s.center}) {
-        DrawingPoint const q = *p - landmarks.middle;
-        *p = {Dot(along, q), Cross(along, q)};
+/// A drawing as it lies along and across the direction that moves with it, so that what stands in what does not change
+/// with how that is turned, and hardly anything stands straight above anything else.
+class TurnedView {
+public:
+    explicit TurnedView(Landmarks const &landmarks) : m_middle(landmarks.middle) {
+        if (double const length = Length(landmarks.direction); length > 0.0)
+            m_along = landmarks.direction * (1.0 / length);
     }
-    return s;
-}
+
+    Stretch Turned(Stretch s) const {
+        for (DrawingPoint *const p : {&s.start, &s.end, &s.center}) {
+            DrawingPoint const q = *p - m_middle;
+            *p = {Dot(m_along, q), Cross(m_along, q)};
+        }
+        return s;
+    }
+    /// A point of the view as it lies in the drawing.
+    DrawingPoint TurnedBack(DrawingPoint p) const { return m_middle + m_along * p.x + Left(m_along) * p.y; }
+    /// The direction to the left of the view.
+    DrawingPoint Leftwards() const { return m_along * -1.0; }
+
+private:
+    DrawingPoint m_middle;
+    DrawingPoint m_along{1.0, 0.0};
+};
 
 /// An edge that is seen, and where.
 struct Sight {
     int edge = -1; ///< as numbered among those in the map
     Run run;
     double x = -HUGE_VAL;
-    int rank = 0; ///< of the edge; it settles in which order ties are looked at
+    int order = 0;     ///< of its stretch; it settles in which order ties are looked at
+    double from = 0.0; ///< of its stretch likewise
 };
 
 /// What rises and falls of an edge, once it has been asked for.
@@ -43,7 +59,7 @@ constexpr double kTies = 16.0;
 class LeftView {
 public:
     LeftView(PlanarMap const &map, FaceWalks const &walks, double snap, Landmarks const &landmarks)
-        : m_map(map), m_walks(walks), m_snap(snap), m_landmarks(landmarks) {}
+        : m_map(map), m_walks(walks), m_snap(snap), m_view(landmarks) {}
 
     /// For each part, by its outside, the walk that its leftmost point sees, -1 for none; `order` gets the outsides
     /// from left to right.
@@ -58,11 +74,7 @@ public:
         FindLeftmost();
         std::sort(order.begin(), order.end(),
                   [this](int a, int b) { return ComesFirst(m_leftmost[Index(a)], m_leftmost[Index(b)]); });
-        std::vector<Stretch const *> stretches;
-        stretches.reserve(m_stretches.size());
-        for (Stretch const &s : m_stretches)
-            stretches.push_back(&s);
-        StretchIndex const index(stretches, 0.0);
+        StretchIndex const index = MakeIndex();
         m_runs.resize(m_stretches.size());
         for (int const outside : order)
             seen[Index(outside)] = WalkLeftOf(index, outside);
@@ -103,7 +115,7 @@ private:
         for (int e = 0; e < m_map.EdgeCount(); ++e) {
             if (!m_map.IsInMap(e))
                 continue;
-            Stretch const s = Turned(m_map.Edge(e).stretch, m_landmarks);
+            Stretch const s = m_view.Turned(m_map.Edge(e).stretch);
             Box const box = BoxOf(s);
             m_edges.push_back(e);
             m_stretches.push_back(s);
@@ -114,20 +126,39 @@ private:
         }
     }
 
+    /// The index of the edges as they lie in the drawing, where boxes are often as thin as the lines that they hold. If
+    /// they crowd there, as those of circles do, it is that of the edges in the view, where the boxes that a look to
+    /// the left meets first are the thin ones.
+    StretchIndex MakeIndex() {
+        std::vector<Stretch const *> stretches;
+        stretches.reserve(m_edges.size());
+        for (int const e : m_edges)
+            stretches.push_back(&m_map.Edge(e).stretch);
+        StretchIndex index = StretchIndex::OfWholes(stretches, m_snap);
+        m_isIndexTurned = index.DoBoxesCrowd();
+        if (!m_isIndexTurned)
+            return index;
+        for (std::size_t i = 0; i < stretches.size(); ++i)
+            stretches[i] = &m_stretches[i];
+        return StretchIndex(stretches, m_snap);
+    }
+
     /// The walk on the near side of the curve next to the left of the part's leftmost point.
     int WalkLeftOf(StretchIndex const &index, int part) {
         DrawingPoint const p = m_leftmost[Index(part)];
         double const behind = kTies * m_snap;
         double farthest = -HUGE_VAL; // what is of interest so far
         m_sights.clear();
-        index.LookLeft(p, [&](int i) {
+        DrawingPoint const from = m_isIndexTurned ? p : m_view.TurnedBack(p);
+        index.LookAlong(from, m_isIndexTurned ? DrawingPoint{-1.0, 0.0} : m_view.Leftwards(), [&](int i) {
             if (PartOf(m_edges[Index(i)]) != part)
-                farthest = std::max(farthest, AddSights(i, index.RankOf(i), p, farthest) - behind);
-            return farthest;
+                farthest = std::max(farthest, AddSights(i, p, farthest) - behind);
+            return p.x - farthest + m_snap;
         });
         std::erase_if(m_sights, [&](Sight const &sight) { return sight.x < farthest; });
-        std::stable_sort(m_sights.begin(), m_sights.end(),
-                         [](Sight const &a, Sight const &b) { return a.rank < b.rank; });
+        std::stable_sort(m_sights.begin(), m_sights.end(), [](Sight const &a, Sight const &b) {
+            return std::tie(a.order, a.from) < std::tie(b.order, b.from);
+        });
         Sight nearest;
         for (Sight const &sight : m_sights)
             if (bool const isTie = nearest.edge >= 0 && std::fabs(sight.x - nearest.x) <= m_snap;
@@ -139,7 +170,7 @@ private:
     }
 
     /// Notes where an edge passes the height of `p` on its left, from `farthest` on. Returns the nearest of that.
-    double AddSights(int i, int rank, DrawingPoint p, double farthest) {
+    double AddSights(int i, DrawingPoint p, double farthest) {
         Stretch const &s = m_stretches[Index(i)];
         Runs &of = m_runs[Index(i)];
         if (of.count == 0)
@@ -152,7 +183,7 @@ private:
             double const x = XAt(s, run, p.y);
             if (x > p.x || x < farthest)
                 continue;
-            m_sights.push_back({i, run, x, rank});
+            m_sights.push_back({i, run, x, s.order, s.from});
             nearest = std::max(nearest, x);
         }
         return nearest;
@@ -173,13 +204,14 @@ private:
     PlanarMap const &m_map;
     FaceWalks const &m_walks;
     double m_snap;
-    Landmarks const &m_landmarks;
+    TurnedView m_view;
     std::vector<int> m_parts;
     std::vector<int> m_edges;             ///< those in the map
     std::vector<Stretch> m_stretches;     ///< theirs, turned
     std::vector<Runs> m_runs;             ///< likewise
     std::vector<DrawingPoint> m_leftmost; ///< of each part, at its outside
-    std::vector<Sight> m_sights;          ///< of the part looked at last
+    bool m_isIndexTurned = false;
+    std::vector<Sight> m_sights; ///< of the part looked at last
 };
 
 } // namespace

@@ -48,18 +48,30 @@ std::vector<Box> BoxesOf(std::vector<Stretch const *> const &stretches, double b
     return boxes;
 }
 
-StretchIndex::StretchIndex(std::vector<Stretch const *> const &stretches, double grown,
-                           std::function<void(double)> const &tell, std::function<std::vector<int>()> const &groups)
-    : m_boxes(BoxesOf(stretches, grown)), m_index(m_boxes), m_order(m_index.Order()), m_ranks(stretches.size()) {
+StretchIndex::StretchIndex(std::vector<Box> boxes)
+    : m_boxes(std::move(boxes)), m_index(m_boxes), m_crowd(CrowdOf(m_boxes, m_index)), m_order(m_index.Order()),
+      m_ranks(m_boxes.size()) {
     for (std::size_t rank = 0; rank < m_ranks.size(); ++rank)
         m_ranks[Index(m_order[rank])] = static_cast<int>(rank);
-    double const crowd = CrowdOf(m_boxes, m_index);
+}
+
+StretchIndex::StretchIndex(std::vector<Stretch const *> const &stretches, double grown,
+                           std::function<void(double)> const &tell, std::function<std::vector<int>()> const &groups)
+    : StretchIndex(BoxesOf(stretches, grown)) {
     if (tell)
-        tell(crowd);
-    if (crowd > kCrowd) {
-        HoldParts(stretches, grown, kPartsOfRoot * std::sqrt(crowd));
+        tell(m_crowd);
+    if (DoBoxesCrowd()) {
+        HoldParts(stretches, grown, kPartsOfRoot * std::sqrt(m_crowd));
         PackParts(groups ? groups() : std::vector<int>());
     }
+}
+
+StretchIndex StretchIndex::OfWholes(std::vector<Stretch const *> const &stretches, double grown) {
+    return StretchIndex(BoxesOf(stretches, grown));
+}
+
+bool StretchIndex::DoBoxesCrowd() const {
+    return m_crowd > kCrowd;
 }
 
 void StretchIndex::HoldParts(std::vector<Stretch const *> const &stretches, double grown, double partsOfMean) {

@@ -22,6 +22,10 @@ public:
                  std::function<void(double crowd)> const &tell = {},
                  std::function<std::vector<int>()> const &groups = {});
 
+    /// An index that looks at the boxes of whole stretches even where they crowd, as DoBoxesCrowd() tells.
+    static StretchIndex OfWholes(std::vector<Stretch const *> const &stretches, double grown);
+    bool DoBoxesCrowd() const;
+
     bool IsCrowded() const { return !m_owners.empty(); }
     /// Where a stretch stands along a space-filling curve, which depends on the boxes alone.
     int RankOf(int stretch) const { return m_ranks[Index(stretch)]; }
@@ -41,13 +45,14 @@ public:
         m_index.ForEachMeeting(look);
     }
 
-    /// Calls `look(stretch)` as BoxIndex::LookLeft does; a stretch may come several times.
+    /// Calls `look(stretch)` as BoxIndex::LookAlong does; a stretch may come several times.
     template <typename Look>
-    void LookLeft(DrawingPoint p, Look look) const {
-        m_index.LookLeft(p, [&](int box) { return look(OwnerOf(box)); });
+    void LookAlong(DrawingPoint p, DrawingPoint direction, Look look) const {
+        m_index.LookAlong(p, direction, [&](int box) { return look(OwnerOf(box)); });
     }
 
 private:
+    explicit StretchIndex(std::vector<Box> boxes);
     void HoldParts(std::vector<Stretch const *> const &stretches, double grown, double partsOfMean);
     void PackParts(std::vector<int> groups);
     int OwnerOf(int box) const { return IsCrowded() ? m_owners[Index(box)] : box; }
@@ -55,6 +60,7 @@ private:
 
     std::vector<Box> m_boxes; ///< of the stretches, or of their parts
     BoxIndex m_index;
+    double m_crowd;           ///< how many others the box of a stretch meets, on average of some
     std::vector<int> m_order; ///< of the stretches
     std::vector<int> m_ranks;
     std::vector<int> m_groups;
