@@ -19,11 +19,10 @@ int main(int argc, char **argv) {
         ArgumentSource arguments(seed);
         std::uint64_t wrong = 0;
         for (std::uint64_t i = 0; i < count; ++i) {
-            double const x = arguments.Next(of.first[i % of.first.size()]);
-            double const y = of.second.empty() ? 0.0 : arguments.Next(of.second[i % of.second.size()]);
-            double const ours = of.ours(x, y), right = ByMpfr(of.name, x, y);
+            Arguments const x = arguments.Next(of, i);
+            double const ours = of.ours(x), right = ByMpfr(of.name, x);
             if (!IsSame(ours, right) && ++wrong <= 10)
-                std::printf("%s(%a, %a) is %a, should be %a\n", of.name, x, y, ours, right);
+                std::printf("%s(%a, %a, %a) is %a, should be %a\n", of.name, x[0], x[1], x[2], ours, right);
         }
         std::printf("%-6s %llu of %llu wrong\n", of.name, static_cast<unsigned long long>(wrong),
                     static_cast<unsigned long long>(count));

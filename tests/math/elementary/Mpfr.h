@@ -2,6 +2,8 @@
 
 // The elementary functions by MPFR, which rounds correctly.
 
+#include "tests/math/elementary/Elementaries.h"
+
 #include <mpfr.h>
 
 #include <map>
@@ -9,11 +11,11 @@
 
 namespace zvi::lib::test {
 
-/// A number of MPFR with the bits of a double.
+/// A number of MPFR, of the bits of a double unless more are asked for.
 class MpfrNumber {
 public:
-    explicit MpfrNumber(double x = 0.0) {
-        mpfr_init2(m_number, 53);
+    explicit MpfrNumber(double x = 0.0, mpfr_prec_t bits = 53) {
+        mpfr_init2(m_number, bits);
         mpfr_set_d(m_number, x, MPFR_RNDN);
     }
     MpfrNumber(MpfrNumber const &) = delete;
@@ -26,8 +28,23 @@ private:
     mpfr_t m_number;
 };
 
+/// sqrt(x x + y y + z z). The sum is cut off after more bits than tell how its root rounds, and a little is put in the
+/// place of what that loses.
+inline int RootOfSquares(mpfr_ptr root, Arguments const &a) {
+    constexpr mpfr_prec_t kSquareBits = 106, kSumBits = 160;
+    MpfrNumber x(a[0], kSquareBits), y(a[1], kSquareBits), z(a[2], kSquareBits), sum(0.0, kSumBits);
+    mpfr_ptr const squares[] = {x.Get(), y.Get(), z.Get()};
+    for (mpfr_ptr const square : squares)
+        mpfr_sqr(square, square, MPFR_RNDN);
+    if (mpfr_sum(sum.Get(), squares, 3, MPFR_RNDZ) != 0) {
+        mpfr_prec_round(sum.Get(), kSumBits + 2, MPFR_RNDN);
+        mpfr_nextabove(sum.Get());
+    }
+    return mpfr_sqrt(root, sum.Get(), MPFR_RNDN);
+}
+
 /// The function of that name, within the exponents of doubles; a subnormal result is rounded once.
-inline double ByMpfr(std::string const &name, double x, double y) {
+inline double ByMpfr(std::string const &name, Arguments const &a) {
     static std::map<std::string, int (*)(mpfr_ptr, mpfr_srcptr, mpfr_rnd_t)> const kOfOne = {
         {"Sin", mpfr_sin},     {"Cos", mpfr_cos},   {"Tan", mpfr_tan},   {"Asin", mpfr_asin},
         {"Acos", mpfr_acos},   {"Atan", mpfr_atan}, {"Exp", mpfr_exp},   {"Log", mpfr_log},
@@ -35,12 +52,20 @@ inline double ByMpfr(std::string const &name, double x, double y) {
     };
     static std::map<std::string, int (*)(mpfr_ptr, mpfr_srcptr, mpfr_srcptr, mpfr_rnd_t)> const kOfTwo = {
         {"Atan2", mpfr_atan2}, {"Pow", mpfr_pow}, {"Hypot", mpfr_hypot}};
+    static mpfr_exp_t const kLeastExponent = mpfr_get_emin(), kGreatestExponent = mpfr_get_emax();
+    mpfr_set_emin(kLeastExponent);
+    mpfr_set_emax(kGreatestExponent);
+    MpfrNumber first(a[0]), second(a[1]), result;
+    int direction = 0;
+    if (auto const one = kOfOne.find(name); one != kOfOne.end())
+        direction = one->second(result.Get(), first.Get(), MPFR_RNDN);
+    else if (auto const two = kOfTwo.find(name); two != kOfTwo.end())
+        direction = two->second(result.Get(), first.Get(), second.Get(), MPFR_RNDN);
+    else
+        direction = RootOfSquares(result.Get(), a);
     mpfr_set_emin(-1073);
     mpfr_set_emax(1024);
-    MpfrNumber first(x), second(y), result;
-    auto const one = kOfOne.find(name);
-    int const direction = one != kOfOne.end() ? one->second(result.Get(), first.Get(), MPFR_RNDN)
-                                              : kOfTwo.at(name)(result.Get(), first.Get(), second.Get(), MPFR_RNDN);
+    direction = mpfr_check_range(result.Get(), direction, MPFR_RNDN);
     mpfr_subnormalize(result.Get(), direction, MPFR_RNDN);
     return mpfr_get_d(result.Get(), MPFR_RNDN);
 }

@@ -18,7 +18,17 @@ constexpr double kArcSineError = 0x1p-68;
 constexpr double kArcTangentError = 0x1p-67;
 /// Of the quick phases; where that is much in parts of the value, the next phase is needed.
 constexpr double kQuickArcTangentError = 0x1p-58;
-constexpr double kQuickArcSineError = 0x1p-59;
+/// Of the quick arc sine, beside that of the table, which scripts/elementary-tables adds up row by row: of the parts of
+/// an angle of the table or of quarter turns, which are rounded five times at 2^-106 of them.
+constexpr double kQuickArcSineError = 0x1p-100;
+/// Of the series without a table, in parts of the sine and of what is beyond it, which is rounded 8 times: the
+/// polynomial is wrong by 2^-66 of the sine, and what the root lacks, 2^-53 of it, is multiplied by the slope but for
+/// 2^-14.
+constexpr double kArcSeriesError = 0x1p-65;
+constexpr double kArcSeriesRounding = 0x1.1p-50;
+/// Up to here, and from there on by the root, the arc sine is computed by the series without a table.
+constexpr double kNearZero = 0x1p-4;
+constexpr double kNearOne = 1.0 - 0x1p-6;
 /// A tangent that is greater belongs to pi / 2.
 constexpr double kFarthest = 0x1p60;
 
@@ -108,17 +118,53 @@ TwoPart RootOfOneMinusSquare(double x, TwoPart const &parts) {
     return {head, ((rest.head - head * head) + rest.tail) / (root + head)};
 }
 
-/// The arc sine of head + tail, with the rounding errors of the series.
-NearAngle QuickArcSineOf(double head, double tail) {
-    double const shifted = head * 128.0 + kToInteger;
-    double const exact = head - (shifted - kToInteger) * (1.0 / 128.0), d = exact + tail;
-    ArcSineSeriesPart const &part = kArcSineSeriesTable[static_cast<unsigned>(LowInteger(shifted))];
+/// An angle: what is known early of it, and what is added last, as a whole of `beyond`.
+struct QuickAngle {
+    double head, tail, beyond, error;
+};
+
+/// The arc sine of x from [2^-4, 1 - 2^-6), or with the sign -1 its negative: angle, slope and more of it at a center
+/// near x, of the row for the first bits of 1 - x. Where the series is steep, rows are narrow. d, and its product with
+/// the slope, are exact.
+inline QuickAngle ArcSineByTable(double x, double sign) {
+    constexpr std::uint64_t kFirstRow = std::bit_cast<std::uint64_t>(0x1p-6) >> 48;
+    ArcSineSeriesPart const &part = kArcSineSeriesTable[(BitsOf(1.0 - x) >> 48) - kFirstRow];
     std::array<double, 9> const &f = part.factors;
-    double const square = d * d, fourth = square * square;
+    double const d = x - part.center, square = d * d, fourth = square * square, towards = sign * d;
+    double const low = (f[0] + d * f[1]) + square * (f[2] + d * f[3]);
     double const high = (f[4] + d * f[5]) + square * (f[6] + d * f[7]) + fourth * f[8];
-    double const beyond = d * (((f[0] + d * f[1]) + square * (f[2] + d * f[3])) + fourth * high);
-    TwoPart const sum = QuickSum(part.angle.head, exact);
-    return {sum.head, sum.tail + (part.angle.tail + (tail + beyond))};
+    TwoPart const sum = QuickSum(sign * part.angle.head, towards * part.slope);
+    return {sum.head, sum.tail + sign * part.angle.tail, towards * (low + fourth * high), part.error * std::fabs(d)};
+}
+
+/// asin s - s for s^2 = z < 2^-7.
+double BeyondSine(double s, double z) {
+    double const square = z * z, low = (kArcFactor0 + z * kArcFactor1) + square * (kArcFactor2 + z * kArcFactor3);
+    return s * z * (low + square * square * (kArcFactor4 + z * kArcFactor5));
+}
+
+/// The arc sine of x, |x| < 2^-4.
+inline QuickAngle SmallArcSine(double x) {
+    double const beyond = BeyondSine(x, x * x);
+    return {x, 0.0, beyond, kArcSeriesError * std::fabs(x) + kArcSeriesRounding * std::fabs(beyond)};
+}
+
+/// The arc cosine of x from [1 - 2^-6, 1), or with the sign -1 its negative: 2 asin sqrt((1 - x) / 2).
+inline QuickAngle SmallArcCosine(double x, double sign) {
+    double const z = 0.5 - 0.5 * x, inverse = 0.5 / z, root = std::sqrt(z), beyond = 2.0 * BeyondSine(root, z);
+    TwoPart const parts = CutInTwo(root);
+    double const left = (z - parts.head * parts.head) - parts.tail * (root + parts.head);
+    double const head = 2.0 * sign * root, tail = 2.0 * sign * (left * (root * inverse));
+    return {head, tail + 0.5 * z * tail, sign * beyond, kArcSeriesError * (root + root) + kArcSeriesRounding * beyond};
+}
+
+QuickAngle Plus(TwoPart const &turns, QuickAngle const &angle) {
+    TwoPart const sum = QuickSum(turns.head, angle.head);
+    return {sum.head, sum.tail + (turns.tail + angle.tail), angle.beyond, angle.error};
+}
+
+bool Rounds(QuickAngle const &a, double &value) {
+    return math::Rounds({a.head, a.tail + a.beyond, a.error + kQuickArcSineError}, value);
 }
 
 /// Numbers up to here are less than their cosine.
@@ -137,24 +183,14 @@ TwoPart FromSmallerAngle(double x, NearAngle const &angle) {
         return FromBase(kSineBases[bySize], x, angle);
 }
 
-/// The arc sine or the arc cosine of x, |x| < 1. `accurate` is asked last.
+/// The arc sine or the arc cosine of x, |x| < 1, when the quick phase could not tell. `accurate` is asked last.
 template <bool IsCosine>
-double ArcOf(double x, double (*accurate)(double, Approximation const &)) {
+[[gnu::cold]] double SlowArcOf(double x, double (*accurate)(double, Approximation const &)) {
     double const size = std::fabs(x);
-    bool const isBySize = size < kByItself;
-    TwoPart const parts = Split(size);
-    TwoPart root{};
-    if (!isBySize)
-        root = RootOfOneMinusSquare(size, parts);
-    NearAngle const near = isBySize ? QuickArcSineOf(size, 0.0) : QuickArcSineOf(root.head, root.tail);
-    TwoPart const quick = FromSmallerAngle<IsCosine>(x, near);
-    double value = 0.0;
-    if (Rounds(Approximation{quick.head, quick.tail, kQuickArcSineError}, value))
-        return value;
-    if (isBySize)
-        root = RootOfOneMinusSquare(size, parts);
-    NearAngle const angle = isBySize ? ArcSineOf(parts, root) : ArcSineOf(root, parts);
+    TwoPart const parts = Split(size), root = RootOfOneMinusSquare(size, parts);
+    NearAngle const angle = size < kByItself ? ArcSineOf(parts, root) : ArcSineOf(root, parts);
     Approximation const next = WithError(FromSmallerAngle<IsCosine>(x, angle), kArcSineError);
+    double value = 0.0;
     return Rounds(next, value) ? value : accurate(x, next);
 }
 
@@ -225,13 +261,34 @@ double Asin(double x) {
     double const size = std::fabs(x);
     if (!(size < 1.0))
         return size == 1.0 ? std::copysign(kHalfPiHead, x) : kNaN;
-    return size < kSmall ? x : ArcOf<false>(x, AccurateAsin);
+    if (size < kSmall)
+        return x;
+    double value = 0.0;
+    bool isDone = false;
+    if (size < kNearZero)
+        isDone = Rounds(SmallArcSine(x), value);
+    else if (size < kNearOne)
+        isDone = Rounds(ArcSineByTable(size, 1.0), value);
+    else
+        isDone = Rounds(Plus(kHalfPi, SmallArcCosine(size, -1.0)), value);
+    return isDone ? std::copysign(value, x) : SlowArcOf<false>(x, AccurateAsin);
 }
 
 double Acos(double x) {
-    if (!(std::fabs(x) < 1.0))
+    double const size = std::fabs(x);
+    if (!(size < 1.0))
         return x == 1.0 ? 0.0 : x == -1.0 ? 2.0 * kHalfPiHead : kNaN;
-    return ArcOf<true>(x, AccurateAcos);
+    double value = 0.0;
+    bool isDone = false;
+    if (size < kNearZero)
+        isDone = Rounds(Plus(kHalfPi, SmallArcSine(-x)), value);
+    else if (size < kNearOne)
+        isDone = Rounds(Plus(kHalfPi, ArcSineByTable(size, std::copysign(1.0, -x))), value);
+    else if (x > 0.0)
+        isDone = Rounds(SmallArcCosine(size, 1.0), value);
+    else
+        isDone = Rounds(Plus(kPi, SmallArcCosine(size, -1.0)), value);
+    return isDone ? value : SlowArcOf<true>(x, AccurateAcos);
 }
 
 } // namespace zvi::lib

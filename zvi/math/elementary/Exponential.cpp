@@ -6,6 +6,30 @@
 
 namespace zvi::lib {
 
+namespace math {
+
+bool RoundsAtEnds(ScaledValue const &s, double error, double &value) {
+    constexpr int kGreatestSubnormalExponent = -1024; // up to this one, the value is subnormal
+    if (s.exponent > kGreatestNormalExponent) {
+        bool const isDone = Rounds(Approximation{s.head, s.tail, error}, value);
+        value = std::ldexp(value, s.exponent);
+        return isDone;
+    }
+    if (s.exponent > kGreatestSubnormalExponent)
+        return false; // subnormal or not
+    // The least subnormal number, as it is scaled here, is the last place of `shift`.
+    double const unit = std::ldexp(1.0, -1074 - s.exponent), shift = 1.5 * 0x1p52 * unit;
+    double const slack = error + 0x1p-51 * unit;
+    double const high = shift + s.head, low = (s.head - (high - shift)) + s.tail;
+    value = high + (low - slack);
+    if (value != high + (low + slack))
+        return false;
+    value = std::ldexp(value - shift, s.exponent);
+    return true;
+}
+
+} // namespace math
+
 using namespace math;
 
 namespace {
@@ -27,8 +51,12 @@ constexpr double kOnePowerOnly = 40.0;
 constexpr double kSumError = 2.0 * kExponentialError;
 constexpr double kSmallSinhError = 0x1p-65;
 
+double ErrorOfSum(double x) {
+    return x > kOnePowerOnly ? kExponentialError : kSumError;
+}
+
 /// e^x + sign e^-x for x from 0 on; half of it is the hyperbolic function.
-ScaledValue SumOfPowers(double x, double sign) {
+inline ScaledValue SumOfPowers(double x, double sign) {
     ExponentialSeries const series(x, 0.0);
     ScaledValue const up = series.Up();
     if (x > kOnePowerOnly)
@@ -73,7 +101,7 @@ double Sinh(double x) {
     else {
         ScaledValue half = SumOfPowers(size, -1.0);
         --half.exponent;
-        isDone = Rounds(half, kSumError, value);
+        isDone = Rounds(half, ErrorOfSum(size), value);
     }
     return isDone ? std::copysign(value, x) : AccurateSinh(x);
 }
@@ -85,7 +113,7 @@ double Cosh(double x) {
     ScaledValue half = SumOfPowers(size, 1.0);
     --half.exponent;
     double value = 0.0;
-    return Rounds(half, kSumError, value) ? value : AccurateCosh(x);
+    return Rounds(half, ErrorOfSum(size), value) ? value : AccurateCosh(x);
 }
 
 } // namespace zvi::lib

@@ -13,13 +13,12 @@ struct ScaledValue {
 /// The exponents of numbers from [0.99, 2.01) that stay normal.
 inline constexpr int kLeastNormalExponent = -1021;
 inline constexpr int kGreatestNormalExponent = 1022;
-/// Up to this one, such a number is subnormal.
-inline constexpr int kGreatestSubnormalExponent = -1024;
 
 /// By how much a ScaledValue of e^(x + tail) may be wrong, not counting its exponent.
 inline constexpr double kExponentialError = 0x1.8p-67;
 
-/// e^(x + tail), |x| < 1000, |tail| < 2^-52 |x|, and its reciprocal.
+/// e^(x + tail), |x| < 1000, and its reciprocal; |tail| is less than 2^-52 |x|, or less than 2^-7 with an x that is a
+/// multiple of 2^-49.
 /// P. T. P. Tang, "Table-driven implementation of the exponential function in IEEE floating-point arithmetic", ACM
 /// Transactions on Mathematical Software 15 (1989), with products that are exact where they count: x is a number of
 /// steps of log 2 / 128 and a rest r; e^x is 2^(steps / 128) (1 + r + r^2 / 2 + ...).
@@ -52,25 +51,16 @@ private:
     double m_even, m_odd; // r^2 / 2 + r^4 / 24 + ... and r^3 / 6 + ...
 };
 
+/// As the other one, where the result may be subnormal or infinite.
+bool RoundsAtEnds(ScaledValue const &s, double error, double &value);
+
 /// As `Rounds`, for a value whose error is at most `error`; also where the value is subnormal.
 inline bool Rounds(ScaledValue const &s, double error, double &value) {
-    if (s.exponent >= kLeastNormalExponent) {
-        if (!Rounds(Approximation{s.head, s.tail, error}, value))
-            return false;
-        value = s.exponent <= kGreatestNormalExponent ? value * PowerOfTwo(s.exponent) : std::ldexp(value, s.exponent);
-        return true;
-    }
-    if (s.exponent > kGreatestSubnormalExponent)
-        return false; // subnormal or not
-    // The least subnormal number, as it is scaled here, is the last place of `shift`.
-    double const unit = std::ldexp(1.0, -1074 - s.exponent), shift = 1.5 * 0x1p52 * unit;
-    double const slack = error + 0x1p-51 * unit;
-    double const high = shift + s.head, low = (s.head - (high - shift)) + s.tail;
-    value = high + (low - slack);
-    if (value != high + (low + slack))
-        return false;
-    value = std::ldexp(value - shift, s.exponent);
-    return true;
+    if (s.exponent < kLeastNormalExponent || s.exponent > kGreatestNormalExponent) [[unlikely]]
+        return RoundsAtEnds(s, error, value);
+    bool const isDone = Rounds(Approximation{s.head, s.tail, error}, value);
+    value *= PowerOfTwo(s.exponent);
+    return isDone;
 }
 
 } // namespace zvi::lib::math

@@ -7,6 +7,13 @@ namespace zvi::lib::math {
 /// The error of a logarithm; near 1, where no number of the table is added to the series, in parts of it.
 inline constexpr double kLogarithmError = 0x1p-76;
 inline constexpr double kLogarithmErrorNearOne = 0x1p-68;
+/// The error of the quick phase, in parts of r^2 and of k log 2 - log c. Of what is beyond r, about r^2 / 2, the
+/// roundings of r^2, of its factor (2^-54 each of three times, in about 1/2) and of the product are 5 2^-53, the
+/// polynomial is wrong by 2^-54, and adding it and the rounding test round twice; the product of r and the tail of r,
+/// left out, is less than 2^-53 r^2: 4.7 2^-53 r^2 in all. The tails of k log 2 and log c are less than (|k| + 1) 2^-43
+/// and wrong by 2^-53 of that, rounded four times; k log 2 - log c is at least |k| / 3, or 2^-9.
+inline constexpr double kQuickLogarithmError = 0x1.4p-51;
+inline constexpr double kQuickLogarithmTailError = 0x1p-84;
 
 /// Logarithms of finite numbers above 0.
 /// P. T. P. Tang, "Table-driven implementation of the logarithm function in IEEE floating-point arithmetic", ACM
@@ -15,34 +22,28 @@ inline constexpr double kLogarithmErrorNearOne = 0x1p-68;
 /// computed exactly, give log x = k log 2 - log c + r - r^2 / 2 + ...
 class LogarithmSeries {
 public:
-    explicit LogarithmSeries(double x) {
+    /// Of x 2^exponent; x is normal.
+    explicit LogarithmSeries(double x, int exponent = 0) {
         constexpr std::uint64_t kLeastMantissa = 0x3fe6a00000000000; // of z: 0.707
         constexpr std::uint64_t kExponentBits = std::uint64_t{0xfff} << 52;
-        constexpr int kSubnormalShift = 54;
-        bool const isSubnormal = x < 0x1p-1022;
-        std::uint64_t const bits = BitsOf(isSubnormal ? x * 0x1p54 : x), above = bits - kLeastMantissa;
-        std::int64_t const exponent = (static_cast<std::int64_t>(above) >> 52) - (isSubnormal ? kSubnormalShift : 0);
-        auto const k = static_cast<double>(exponent);
-        double const z = FromBits(bits - (above & kExponentBits)), zHead = OnGrid<26>(z);
+        std::uint64_t const bits = BitsOf(x), above = bits - kLeastMantissa;
+        auto const k = static_cast<double>((static_cast<std::int64_t>(above) >> 52) + exponent);
+        TwoPart const z = CutInTwo(FromBits(bits - (above & kExponentBits)));
         LogarithmPart const part = kLogarithmTable[above >> 44 & 255U];
-        m_rest = QuickSum(part.reciprocal * zHead - 1.0, part.reciprocal * (z - zHead));
+        m_rest = QuickSum(part.reciprocal * z.head - 1.0, part.reciprocal * z.tail);
         m_head = k * kLog2Head + part.head; // exactly
         m_tail = k * kLog2Tail + part.tail;
     }
 
-    /// With the rounding error of r and that of its square; not for numbers next to 1.
+    /// In double precision but for the two parts of the sum.
     Approximation Quick() const {
-        constexpr double kError = 0x1p-60;
-        TwoPart const sum = QuickSum(m_head, m_rest.head);
-        return {sum.head, sum.tail + (m_tail + Beyond()), kError};
-    }
-
-    /// With that of the square alone.
-    Approximation Middle() const {
-        constexpr double kError = 0x1p-67;
-        TwoPart const sum = QuickSum(m_head, m_rest.head);
-        double const small = m_rest.tail - m_rest.tail * m_rest.head + m_tail;
-        return {sum.head, sum.tail + (small + Beyond()), kError};
+        double const r = m_rest.head, square = r * r;
+        double const high =
+            (kLogarithmFactor4 + r * kLogarithmFactor5) + square * (kLogarithmFactor6 + r * kLogarithmFactor7);
+        double const beyond = square * ((kLogarithmFactor2 + r * kLogarithmFactor3) + square * high);
+        TwoPart const sum = QuickSum(m_head, r);
+        return {sum.head, (sum.tail + (m_rest.tail + m_tail)) + beyond,
+                kQuickLogarithmError * square + kQuickLogarithmTailError * std::fabs(m_head)};
     }
 
     /// Head and tail are apart as far as they can be.
@@ -61,15 +62,21 @@ public:
     }
 
 private:
-    /// -r^2 / 2 + r^3 / 3 - ...
-    double Beyond() const {
-        double const r = m_rest.head, square = r * r;
-        double const high = (r * (1.0 / 7) - 1.0 / 6) - square * (1.0 / 8);
-        return square * ((r * (1.0 / 3) - 0.5) + square * ((r * (1.0 / 5) - 1.0 / 4) + square * high));
-    }
-
     TwoPart m_rest;        // r
     double m_head, m_tail; // k log 2 - log c
 };
+
+inline constexpr double kLeastNormal = 0x1p-1022;
+
+/// Of x, finite and above 0.
+inline LogarithmSeries LogarithmOf(double x) {
+    return x < kLeastNormal ? LogarithmSeries(x * 0x1p54, -54) : LogarithmSeries(x);
+}
+
+/// Whether x is normal, above 0 and finite.
+inline bool IsPositiveAndNormal(double x) {
+    constexpr std::uint64_t kLeast = std::uint64_t{1} << 52, kEnd = std::uint64_t{0x7ff} << 52;
+    return BitsOf(x) - kLeast < kEnd - kLeast;
+}
 
 } // namespace zvi::lib::math

@@ -18,7 +18,7 @@ constexpr double kGreatestExponent = 746.0;
 constexpr double kSmallPower = 0x1p-65;
 
 /// A greater one of y needs a logarithm with more bits.
-constexpr double kQuickPower = 64.0;
+constexpr double kQuickPower = 256.0;
 
 enum class Parity { kNoInteger, kOdd, kEven };
 
@@ -28,44 +28,49 @@ Parity ParityOf(double y) {
     return std::fabs(y) < 0x1p53 && std::fmod(y, 2.0) != 0.0 ? Parity::kOdd : Parity::kEven;
 }
 
-/// e^(y log x) as far as the logarithm is known.
-bool RoundsPower(double y, Approximation const &log, double &value) {
+/// e^(y log x) as far as the logarithm is known. What the product of the heads leaves, |y| 2^-16 or less, is rounded
+/// three times.
+inline bool RoundsPower(double y, Approximation const &log, double &value) {
+    constexpr double kProductError = 0x1p-68;
     TwoPart const power = Split(y);
     double const logHead = OnGrid<16>(log.head), logTail = (log.head - logHead) + log.tail;
     ExponentialSeries const series(power.head * logHead, power.tail * logHead + y * logTail);
-    return Rounds(series.Up(), kExponentialError + 4.0 * std::fabs(y) * log.error, value);
+    return Rounds(series.Up(), kExponentialError + 4.0 * std::fabs(y) * (log.error + kProductError), value);
+}
+
+/// When the quick logarithm has too few bits.
+[[gnu::noinline]] double SlowPower(double x, double y) {
+    Approximation const log = LogarithmOf(x).Value();
+    TwoPart const product = Product(y, log.head);
+    ExponentialSeries const exponential(product.head, product.tail + y * log.tail);
+    double const error = kExponentialError + 4.0 * std::fabs(y) * log.error;
+    double value = 0.0;
+    return Rounds(exponential.Up(), error, value) ? value : AccuratePow(x, y, log);
+}
+
+/// The result of a size of y log x that makes it 0 or infinity.
+double PowerBeyond(double size) {
+    return size > 0.0 ? kInfinity : 0.0;
 }
 
 /// x > 0 and y are finite; x is not 1, y not 0.
 double PowerOfPositive(double x, double y) {
     if (std::fabs(y) < kSmallPower)
         return 1.0;
-    LogarithmSeries const series(x);
-    Approximation const middle = series.Middle();
-    double const size = y * (middle.head + middle.tail);
-    if (std::fabs(size) > kGreatestExponent)
-        return size > 0.0 ? kInfinity : 0.0;
-    double value = 0.0;
-    if (std::fabs(y) < kQuickPower && RoundsPower(y, middle, value))
-        return value;
-    Approximation const log = series.Value();
-    TwoPart const product = Product(y, log.head);
-    ExponentialSeries const exponential(product.head, product.tail + y * log.tail);
-    double const error = kExponentialError + 4.0 * std::fabs(y) * log.error;
-    return Rounds(exponential.Up(), error, value) ? value : AccuratePow(x, y, log);
+    Approximation const log = LogarithmOf(x).Quick();
+    double const size = y * (log.head + log.tail);
+    return std::fabs(size) > kGreatestExponent ? PowerBeyond(size) : SlowPower(x, y);
 }
 
-/// x or y is infinite; neither is NaN, and x is not 1.
+/// x or y is infinite, x not negative; neither is NaN, and x is not 1.
 double PowerOfInfinite(double x, double y) {
-    double const size = std::fabs(x);
-    if (size == 1.0)
+    if (x == 1.0)
         return 1.0;
-    return (size > 1.0) == (y > 0.0) ? kInfinity : 0.0;
+    return (x > 1.0) == (y > 0.0) ? kInfinity : 0.0;
 }
 
-} // namespace
-
-double Pow(double x, double y) {
+/// Any powers; the quick phase is passed over.
+double PowerOfOthers(double x, double y) {
     if (x == 1.0 || y == 0.0)
         return 1.0;
     if (x > 0.0 && x < kInfinity && std::fabs(y) < kInfinity)
@@ -85,6 +90,19 @@ double Pow(double x, double y) {
     else if (size != 1.0)
         value = PowerOfPositive(size, y);
     return isNegative ? -value : value;
+}
+
+} // namespace
+
+double Pow(double x, double y) {
+    if (!(IsPositiveAndNormal(x) && std::fabs(y) < kQuickPower && std::fabs(y) > kSmallPower))
+        return PowerOfOthers(x, y);
+    Approximation const log = LogarithmSeries(x).Quick();
+    double const size = y * (log.head + log.tail);
+    if (std::fabs(size) > kGreatestExponent)
+        return PowerBeyond(size);
+    double value = 0.0;
+    return RoundsPower(y, log, value) ? value : SlowPower(x, y);
 }
 
 } // namespace zvi::lib

@@ -19,6 +19,20 @@ inline constexpr double kLog2Tail = 0x1.ef35793c76730p-45;
 /// 1 / log 10; the first part times a number of 26 bits is exact.
 inline constexpr double kLog10Head = 0x1.bcb7b18000000p-2;
 inline constexpr double kLog10Tail = -0x1.6c8d78e6acaa4p-29;
+/// of r^2, r^3, ... in log(1 + r) - r for |r| <= 2^-8, which the whole polynomial gives but for 2^-55 r^2.
+inline constexpr double kLogarithmFactor2 = -0x1.0000000000000p-1;
+inline constexpr double kLogarithmFactor3 = 0x1.5555555555556p-2;
+inline constexpr double kLogarithmFactor4 = -0x1.ffffffff6fff6p-3;
+inline constexpr double kLogarithmFactor5 = 0x1.9999999919990p-3;
+inline constexpr double kLogarithmFactor6 = -0x1.5556d556aef01p-3;
+inline constexpr double kLogarithmFactor7 = 0x1.24939e7b21ce1p-3;
+/// of 1, z, z^2, ... in (asin(s) / s - 1) / z with z = s^2 up to 2^-7, which they give but for 2^-59.
+inline constexpr double kArcFactor0 = 0x1.5555555555555p-3;
+inline constexpr double kArcFactor1 = 0x1.333333333374dp-4;
+inline constexpr double kArcFactor2 = 0x1.6db6db6ab9cb4p-5;
+inline constexpr double kArcFactor3 = 0x1.f1c7292ee91c6p-6;
+inline constexpr double kArcFactor4 = 0x1.6e7f600472ab8p-6;
+inline constexpr double kArcFactor5 = 0x1.21bc5f0bbae0bp-6;
 /// 256 / pi: how many steps of the table of sines are in 1.
 inline constexpr double kStepsPerRadian = 0x1.45f306dc9c883p+6;
 /// pi / 256; the first three parts times a number of 23 bits are exact.
@@ -53,9 +67,11 @@ struct ArcSinePart {
     TwoPart angle, cosine;
 };
 
-struct ArcSineSeriesPart {
-    TwoPart angle;
-    std::array<double, 9> factors; // of d, d^2, ...
+struct alignas(64) ArcSineSeriesPart {
+    double center, slope;
+    TwoPart angle;                 // of the center
+    std::array<double, 9> factors; // of d, d^2, ... in what is beyond the angle and slope times d
+    double error;                  // for each unit of d
 };
 
 struct HyperbolicPart {
@@ -72,8 +88,8 @@ extern std::array<TwoPart, 512> const kSineTable;
 extern std::array<TwoPart, 129> const kArcTangentTable;
 /// asin(i / 128), and the cosine of that angle.
 extern std::array<ArcSinePart, 92> const kArcSineTable;
-/// asin(i / 128 + d) as a series in d, less d.
-extern std::array<ArcSineSeriesPart, 92> const kArcSineSeriesTable;
+/// asin(center + d), by the first bits of 1 - center - d.
+extern std::array<ArcSineSeriesPart, 95> const kArcSineSeriesTable;
 /// sinh(i / 64) and cosh(i / 64).
 extern std::array<HyperbolicPart, 23> const kHyperbolicTable;
 
