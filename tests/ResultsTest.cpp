@@ -2,49 +2,27 @@
 // processor and host; a commit that changes one changes results, and says so in CHANGELOG.md.
 
 #include "zvi/command/CStrParser.h"
+#include "zvi/command/MNumericOptimizer.h"
 #include "zvi/core/CString.h"
+#include "zvi/core/MQSort.h"
 #include "zvi/curves/MIntersectUtil.h"
 #include "zvi/drawing/MakeDrawingDomains.h"
 #include "zvi/math/elementary/Elementary.h"
 #include "zvi/math/free/Angle.h"
+#include "zvi/spatial/MOcTree.h"
 #include "zvi/spatial/MQuadTree.h"
 #include "zvi/units/MUnitCtrl.h"
 
+#include "tests/ResultHash.h"
+
 #include <gtest/gtest.h>
 
-#include <bit>
-#include <cstdint>
 #include <random>
 #include <vector>
 
 namespace zvi::lib::test {
 
 namespace {
-
-/// Takes results in their order.
-class ResultHash {
-public:
-    void Add(std::uint64_t bits) {
-        m_hash = (m_hash ^ bits) * 0x9e3779b97f4a7c15;
-        m_hash ^= m_hash >> 29;
-    }
-    void Add(int number) { Add(static_cast<std::uint64_t>(number)); }
-    void Add(unsigned number) { Add(std::uint64_t{number}); }
-    void Add(double number) { Add(std::bit_cast<std::uint64_t>(number)); }
-    void Add(DrawingPoint p) {
-        Add(p.x);
-        Add(p.y);
-    }
-    void Add(CString const &text) {
-        for (int i = 0; i < text.GetLength(); ++i)
-            Add(static_cast<unsigned>(text.GetAt(i)));
-    }
-
-    std::uint64_t Value() const { return m_hash; }
-
-private:
-    std::uint64_t m_hash = 0;
-};
 
 /// Even numbers from a range, made alike on every host.
 class Source {
@@ -77,13 +55,18 @@ DrawingCurve RandomCurve(Source &source, unsigned id) {
     return curve;
 }
 
+void AddPoint(ResultHash &hash, DrawingPoint p) {
+    hash.Add(p.x);
+    hash.Add(p.y);
+}
+
 void AddLoop(ResultHash &hash, std::vector<DrawingPiece> const &loop) {
     for (DrawingPiece const &piece : loop) {
         hash.Add(piece.curve);
         hash.Add(piece.from);
         hash.Add(piece.to);
-        hash.Add(piece.start);
-        hash.Add(piece.center);
+        AddPoint(hash, piece.start);
+        AddPoint(hash, piece.center);
         hash.Add(piece.radius);
     }
 }
@@ -137,17 +120,67 @@ std::uint64_t OfCurves() {
 std::uint64_t OfTrees() {
     ResultHash hash;
     Source source;
-    MQuadTree tree;
+    MQuadTree flat;
+    MOcTree solid;
     for (unsigned key = 1; key <= 2000; ++key) {
-        DrawingPoint const p = source.Point(100.0);
-        tree.Insert(key, MQuadMBR2D{p.x, p.y, p.x + source.Next(0.0, 5.0), p.y + source.Next(0.0, 5.0)});
+        DrawingPoint const p = source.Point(100.0), size = {source.Next(0.0, 5.0), source.Next(0.0, 5.0)};
+        double const z = source.Next(-100.0, 100.0);
+        flat.Insert(key, MQuadMBR2D{p.x, p.y, p.x + size.x, p.y + size.y});
+        solid.Insert(key, MOcMBR3D{p.x, p.y, z, p.x + size.x, p.y + size.y, z + size.x});
     }
     for (int i = 0; i < 200; ++i) {
         DrawingPoint const p = source.Point(100.0);
-        zvi::MList<MQuadObj *> found;
-        tree.GetIntersectObjList({p.x, p.y, p.x + 20.0, p.y + 20.0}, found, i % 2);
-        for (MQuadObj *const object : found)
+        zvi::MList<MQuadObj *> rectangles;
+        flat.GetIntersectObjList({p.x, p.y, p.x + 20.0, p.y + 20.0}, rectangles, i % 2);
+        for (MQuadObj *const object : rectangles)
             hash.Add(object->GetKey());
+        zvi::MList<MOcObj *> boxes;
+        solid.GetIntersectObjList({p.x, p.y, p.x, p.x + 50.0, p.y + 50.0, p.x + 50.0}, boxes, i % 2);
+        for (MOcObj *const object : boxes)
+            hash.Add(object->GetItr());
+    }
+    return hash.Value();
+}
+
+std::uint64_t OfSorts() {
+    ResultHash hash;
+    Source source;
+    std::vector<int> byNumber(500), byText(500), numbers;
+    std::vector<double> sizes;
+    std::vector<CString> texts(500), names;
+    std::vector<unsigned> order(500);
+    for (unsigned i = 0; i < 500; ++i) {
+        numbers.push_back(static_cast<int>(source.Next(60U)) - 30);
+        sizes.push_back(source.Next(9U) * 0.5);
+        byNumber[i] = byText[i] = static_cast<int>(i);
+        order[i] = i;
+        int const letter = static_cast<int>(source.Next(3U)), digits = static_cast<int>(source.Next(3U));
+        texts[i].Format(L"%c%0*d", L'A' + letter, 1 + digits, static_cast<int>(source.Next(40U)));
+    }
+    names = texts;
+    MQSort::QSortIntWithIndex(byNumber.data(), numbers.data(), 500);
+    MQSort::QSortDblWithIndex(byText.data(), sizes.data(), 500);
+    MQSort::QSortString(texts.data(), 500);
+    MQSort::QSortStringNumWithIndex(order.data(), names.data(), 500);
+    for (std::size_t i = 0; i < 500; ++i) {
+        hash.Add(byNumber[i]);
+        hash.Add(byText[i]);
+        hash.Add(order[i]);
+        hash.Add(texts[i]);
+    }
+    return hash.Value();
+}
+
+std::uint64_t OfWideFormats() {
+    ResultHash hash;
+    Source source;
+    wchar_t const *const formats[] = {L"%g",     L"%.17g", L"%12.4f|%-9d",  L"%e",    L"%+.3E|%x", L"% .0f|%#o",
+                                      L"%G|%5u", L"%a",    L"%015.6g|%03d", L"%.40f", L"%#.3g|%X", L"%.1f|%+d"};
+    for (int i = 0; i < 3000; ++i) {
+        double const size = Pow(10.0, source.Next(-30.0, 30.0)), number = source.Next(-1.0, 1.0) * size;
+        CString text;
+        text.Format(formats[i % 12], number, static_cast<int>(source.Next(100'000U)));
+        hash.Add(text);
     }
     return hash.Value();
 }
@@ -166,10 +199,20 @@ std::uint64_t OfTypedTexts() {
         hash.Add(value);
         hash.Add(text);
     }
-    CArray<int> nodes;
-    CStrParser::GetNodeList(L"1to900by7 5 3to1by-1 12", nodes);
-    for (int i = 0; i < nodes.GetSize(); ++i)
-        hash.Add(nodes[i]);
+    for (int i = 0; i < 200; ++i) {
+        MArray<long> numbers;
+        for (long number = 1, step = 1; number < 900; number += step) {
+            numbers.PushBack(number);
+            if (source.Next(5U) == 0)
+                step = 1 + static_cast<long>(source.Next(4U));
+        }
+        CString const list = MNumericOptimizer().OptimizeSortedArray(numbers);
+        CArray<int> nodes;
+        hash.Add(list);
+        hash.Add(CStrParser::GetNodeList(list, nodes));
+        for (int node = 0; node < nodes.GetSize(); ++node)
+            hash.Add(nodes[node]);
+    }
     return hash.Value();
 }
 
@@ -205,10 +248,12 @@ std::uint64_t OfMath() {
 
 TEST(Results, AreTheSameOnEveryCompilerProcessorAndHost) {
     EXPECT_EQ(OfMath(), 2089238438604117305U);
+    EXPECT_EQ(OfSorts(), 5630429132646872184U);
+    EXPECT_EQ(OfWideFormats(), 6413837148296680666U);
     EXPECT_EQ(OfUnits(), 8789899047308588428U);
     EXPECT_EQ(OfCurves(), 15000891219495167926U);
-    EXPECT_EQ(OfTrees(), 7319982876985047455U);
-    EXPECT_EQ(OfTypedTexts(), 3146604537266195836U);
+    EXPECT_EQ(OfTrees(), 9291807345556235911U);
+    EXPECT_EQ(OfTypedTexts(), 16911511244330838321U);
     EXPECT_EQ(OfDrawings(), 1364726869113468560U);
 }
 

@@ -1,4 +1,5 @@
-// Compares the elementary functions with MPFR: zvi_elementary_check [COUNT [SEED [NAME]]].
+// Compares the elementary functions with MPFR, also for COUNT drawn arguments: zvi_elementary_check [COUNT [SEED
+// [NAME]]].
 
 #include "tests/math/elementary/Elementaries.h"
 #include "tests/math/elementary/Mpfr.h"
@@ -16,14 +17,12 @@ int main(int argc, char **argv) {
     for (Elementary const &of : Elementaries()) {
         if (argc > 3 && std::string_view(argv[3]) != of.name)
             continue;
-        ArgumentSource arguments(seed);
         std::uint64_t wrong = 0;
-        for (std::uint64_t i = 0; i < count; ++i) {
-            Arguments const x = arguments.Next(of, i);
+        VisitArguments(of, seed, count, [&](Arguments const &x) {
             double const ours = of.ours(x), right = ByMpfr(of.name, x);
             if (!IsSame(ours, right) && ++wrong <= 10)
                 std::printf("%s(%a, %a, %a) is %a, should be %a\n", of.name, x[0], x[1], x[2], ours, right);
-        }
+        });
         std::printf("%-6s %llu of %llu wrong\n", of.name, static_cast<unsigned long long>(wrong),
                     static_cast<unsigned long long>(count));
         std::fflush(stdout);

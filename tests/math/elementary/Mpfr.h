@@ -36,7 +36,9 @@ inline int RootOfSquares(mpfr_ptr root, Arguments const &a) {
     mpfr_ptr const squares[] = {x.Get(), y.Get(), z.Get()};
     for (mpfr_ptr const square : squares)
         mpfr_sqr(square, square, MPFR_RNDN);
-    if (mpfr_sum(sum.Get(), squares, 3, MPFR_RNDZ) != 0) {
+    if (std::isinf(a[0]) || std::isinf(a[1]) || std::isinf(a[2])) // also beside a NaN
+        mpfr_set_inf(sum.Get(), 1);
+    else if (mpfr_sum(sum.Get(), squares, 3, MPFR_RNDZ) != 0) {
         mpfr_prec_round(sum.Get(), kSumBits + 2, MPFR_RNDN);
         mpfr_nextabove(sum.Get());
     }

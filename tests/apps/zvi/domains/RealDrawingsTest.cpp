@@ -7,13 +7,18 @@
 
 #include "zvi/drawing/MakeDrawingDomains.h"
 
+#include "tests/ResultHash.h"
+#include "tests/apps/zvi/Run.h"
+
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <vector>
 
 namespace zvi::app::test {
 
@@ -106,6 +111,20 @@ TEST(RealDrawings, FromOutsideGiveTheExpectedToo) {
                      << kOutsideDrawings;
     ExpectAsListed(kOutsideDrawings);
     ExpectReadOrRefused(kOutsideDrawings);
+}
+
+/// The hash of everything that the program tells about them, which is the same on every compiler, processor and host; a
+/// commit that changes it changes results, and says so in CHANGELOG.md.
+TEST(RealDrawings, GiveTheSameJsonEverywhere) {
+    std::vector<std::string> files{(fs::path(ZVI_SOURCE_DIR) / "examples" / "floor_plan.dxf").string()};
+    for (fs::directory_entry const &entry : fs::recursive_directory_iterator(kDrawings))
+        if (entry.path().extension() == ".dxf")
+            files.push_back(entry.path().string());
+    std::sort(files.begin(), files.end());
+    lib::test::ResultHash hash;
+    for (std::string const &file : files)
+        hash.Add(RunZvi({"domains", "--json"}, ReadWhole(file, std::cin)).out);
+    EXPECT_EQ(hash.Value(), 8545110355650217840U);
 }
 
 TEST(RealDrawings, TheFloorPlanIsTidy) {
