@@ -25,25 +25,23 @@ TEST(FindBodyContacts, FindsWhatComparingAllTrianglesFinds) {
         std::uniform_real_distribution<double> place(-20, 20);
         std::normal_distribution<double> side(0, 2);
         std::vector<TriangleBody> bodies(4);
+        std::vector<std::pair<int, BodyTriangle>> all;
         for (int i = 0; i < 300; ++i) {
             Point const begin(place(random), place(random), 1e3 + place(random) / 4);
             auto const corner = [&] { return (begin + Point(side(random), side(random), side(random))) * size; };
-            bodies[static_cast<std::size_t>(i) % 4].push_back({corner(), corner(), corner()});
+            all.emplace_back(i % 4, BodyTriangle{corner(), corner(), corner()});
+            bodies[static_cast<std::size_t>(i) % 4].push_back(all.back().second);
         }
         double const tolerance = 0.7 * size;
         std::map<std::array<int, 2>, std::uint64_t> pairs;
         std::map<std::array<int, 2>, double> gaps;
-        for (int a = 0; a < 4; ++a) {
-            for (int b = a + 1; b < 4; ++b) {
-                for (BodyTriangle const &t : bodies[static_cast<std::size_t>(a)]) {
-                    for (BodyTriangle const &u : bodies[static_cast<std::size_t>(b)]) {
-                        double const distance = DistanceOf(t, u);
-                        if (distance > tolerance)
-                            continue;
-                        ++pairs[{a, b}];
-                        gaps[{a, b}] = std::min(gaps.try_emplace({a, b}, distance).first->second, distance);
-                    }
-                }
+        for (auto const &[a, t] : all) {
+            for (auto const &[b, u] : all) {
+                double const distance = a < b ? DistanceOf(t, u) : HUGE_VAL;
+                if (distance > tolerance)
+                    continue;
+                ++pairs[{a, b}];
+                gaps[{a, b}] = std::min(gaps.try_emplace({a, b}, distance).first->second, distance);
             }
         }
         BodyContacts const found = FindBodyContacts(bodies, tolerance);

@@ -8,7 +8,6 @@
 
 #include <array>
 #include <bit>
-#include <cmath>
 #include <string>
 #include <vector>
 
@@ -113,26 +112,6 @@ TEST(MQuadTree, RegionsWithoutAMeasureHideNothingAndAddNothing) {
     wide.Insert(2U, Point(9e307, 9e307));
     EXPECT_EQ(Hits(wide, {8.2e307, 8.2e307, 8.5e307, 8.5e307}), Keys{1});
     EXPECT_EQ(Hits(wide, {8.2e307, 8.2e307, 9.5e307, 9.5e307}), (Keys{1, 2}));
-}
-
-/// Points at halved distances from one place lie one level below each other, and a query at that place meets one child
-/// alone on all the way down.
-TEST(MQuadTree, FindsWhatLiesManyLevelsDown) {
-    constexpr unsigned int kCount = 30;
-    MQuadTree tree(1000, 1000, 1);
-    for (unsigned int key = 0; key < kCount; ++key) {
-        double const x = 300 + std::ldexp(200.0, -static_cast<int>(key));
-        ASSERT_EQ(tree.Insert(key, {x, 301, x, 301}), 1);
-    }
-    int depth = 0;
-    for (MQuadNode const *node = tree.GetRoot(); !node->IsLeaf(); ++depth)
-        node = node->GetChild(node->GetChildNodeIndexContainingPoint({300, 301}));
-    EXPECT_GT(depth, 20);
-    for (unsigned int k = 0; k < 18; ++k)
-        EXPECT_EQ(Hits(tree, {300, 301, 300 + std::ldexp(200.0, -static_cast<int>(k)), 301}).size(), kCount - k);
-    for (unsigned int key = 0; key < kCount; ++key)
-        EXPECT_EQ(tree.Delete(key), 1);
-    EXPECT_TRUE(tree.GetRoot()->IsLeaf());
 }
 
 TEST(MQuadTree, ACopyOfANodeAndWhatIsAssignedToAnotherLeaveTheTreeAlone) {

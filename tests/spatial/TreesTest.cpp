@@ -257,6 +257,7 @@ struct Workload {
     double nestedRate = 0;     ///< share of the boxes that lie around the middle of the first one
     bool movesObjects = false;
     std::uint64_t keyCount = 700;
+    int halvings = 0; ///< times, at the most, that corners are moved half the way to the origin, many levels down
 };
 
 /// Types of objects; a query says of those from 0 to 3 which it wants.
@@ -307,6 +308,9 @@ private:
             double const extent = clustered ? m_run.extent * m_run.clusterSize : m_run.extent;
             double at = (clustered ? m_run.extent * 0.3 : 0.0) + Uniform(-extent, extent);
             double side = m_random() % 4 == 0 ? 0.0 : Uniform(0, m_run.size);
+            at = m_run.halvings > 0
+                     ? std::ldexp(at, -static_cast<int>(m_random() % static_cast<unsigned int>(m_run.halvings)))
+                     : at;
             for (double *value : {&at, &side}) {
                 if (m_run.lattice > 0 && !clustered)
                     *value = std::round(*value / m_run.lattice) * m_run.lattice;
@@ -426,6 +430,7 @@ TYPED_TEST(TreesTest, NodesPoolsAndOrderOfHitsAreThoseOfTheSlowTree) {
         {.capacity = 9, .extent = 1000, .size = 30, .clusterRate = 0.9, .clusterSize = 0.03, .movesObjects = true},
         {.capacity = 1, .extent = 1000, .size = 3, .clusterRate = 0.95, .clusterSize = 0.05},
         {.capacity = 20, .extent = 1000, .size = 5, .nestedRate = 0.9, .movesObjects = true, .keyCount = 2500},
+        {.capacity = 1, .extent = 1000, .size = 0, .halvings = 30},
         {.capacity = 40, .extent = 1000, .size = 400, .clusterRate = 0.3, .clusterSize = 0.1, .movesObjects = true},
     };
     for (unsigned int seed = 1; Workload const &run : runs) {
