@@ -13,6 +13,9 @@ std::string CannotWrite(std::error_code const &failure) {
 }
 
 /// Writes the content under another name, and renames it to `name` or removes it.
+///
+/// `host::ReplaceContent` would not do: its half file has a name that nobody outside knows, so that an interrupt would
+/// leave it behind, and it cannot say before the work whether the file could be written.
 std::string WriteBeside(std::string const &name, std::string_view content, bool isForGood) {
     namespace fs = std::filesystem;
     fs::path const path = PathOf(name);
