@@ -60,9 +60,8 @@ public:
     /// The way from the folder of the file `base` to `path`, such as "..\data\a.txt" or ".\a.txt". 0, and `result`
     /// stays, when there is none, as between two drives.
     static int GetAbsoluteToRelativePath(CString base, CString path, CString &result);
-    /// `path` itself unless it is relative; else what it means seen from the folder of the file `base`. The last "..\"
-    /// or
-    /// "../" of `path` counts together with the folders that stand behind it: what is in front of it is left out.
+    /// `path` itself unless it is relative; else what it means seen from the folder of the file `base`. Every "..\" or
+    /// "../" of `path` goes up a folder, and what stands in front of it is left out.
     static int GetRelativeToAbsolutePath(CString base, CString path, CString &result);
     /// Makes a folder unless it is there; one level, and 1 in every case.
     static int MakeDirectory(wchar_t const *path);

@@ -34,8 +34,7 @@ public:
     static void SetSiteAddress(CString const &address);
 
     /// Makes the log file anew and writes its first six lines. Others may read it meanwhile; on Windows none may write
-    /// it. Gives 1, or 0 with no log open
-    /// when the file cannot be made. A log that is open is ended before.
+    /// it. Gives 1, or 0 with no log open when the file cannot be made. A log that is open is ended before.
     int StartLog(CString &path);
 
     /// Closes the log; does nothing when none is open.
