@@ -1,5 +1,6 @@
 #include "tests/TemporaryFolder.h"
 #include "tests/diagnostics/ChildRuns.h"
+#include "tests/text/NotingPrinter.h"
 
 #include "zvi/core/Utf8.h"
 #include "zvi/diagnostics/CRunUtil.h"
@@ -7,7 +8,6 @@
 #include "zvi/host/Environment.h"
 #include "zvi/host/Messages.h"
 #include "zvi/host/UserValues.h"
-#include "zvi/text/IMSGPrinter.h"
 #include "zvi/text/MFileCtrl.h"
 
 #include <gtest/gtest.h>
@@ -78,29 +78,19 @@ TEST(CRunUtil, SetsTheEnvironmentOfTheConverter) {
 }
 
 TEST(MProcessMemory, ReportsGrowthOnceProfilingIsOn) {
-    struct Printer : IMSGPrinter {
-        void ActiveMessageWnd(CDocument *) override {}
-        void ActiveSessionWnd(CDocument *) override {}
-        void MsgClear(CDocument *) override {}
-        void MsgOut(CDocument *, wchar_t const *text) override { told = text; }
-        void MsgOutSamePos(CDocument *, wchar_t const *) override {}
-        void MsgOutError(CDocument *, wchar_t const *) override {}
-        void MsgOutSamePosError(CDocument *, wchar_t const *) override {}
-        void MsgOutWarning(CDocument *, wchar_t const *) override {}
-        void MsgOutSamePosWarning(CDocument *, wchar_t const *) override {}
-        CString told;
-    } printer;
+    NotingPrinter printer;
     TemporaryFolder const folder;
     host::SetUserValueFolder(folder.Native().string());
     EXPECT_EQ(MProcessMemory(L"inert").GetMemeryUsageByte(), 0);
-    EXPECT_TRUE(printer.told.IsEmpty());
+    EXPECT_EQ(printer.Taken(), L"");
     ASSERT_TRUE(host::SetUserValue("Profiling", "yes"));
     {
         MProcessMemory const memory(L"block");
         EXPECT_GT(memory.GetMemeryUsageMegaByte(), 1);
     }
-    EXPECT_EQ(printer.told.Find(L"block : ("), 0) << Utf8Of(printer.told);
-    EXPECT_GT(printer.told.Find(L" Mb)"), 0);
+    CString const told = printer.Taken();
+    EXPECT_EQ(told.Find(L"out:block : ("), 0) << Utf8Of(told);
+    EXPECT_GT(told.Find(L" Mb);"), 0);
     host::SetUserValueFolder("");
 }
 

@@ -73,9 +73,18 @@ TEST(MProcessMgr, TellsLinesAndTheExitCode) {
         {L"die", {"!Exit:137"}},
         {L"bytes 61 die", {"a\r", "!Exit:137"}},
         {L"input", {"0\r", "!Exit:0"}},
+#ifndef _WIN32
+        {L"files", {"files 0 1 2\r", "!Exit:0"}},
+#endif
     };
+#ifndef _WIN32
+    int const open = dup(STDIN_FILENO); // which a child would inherit
+#endif
     for (Case const &c : cases)
         EXPECT_EQ(AllOf(c.arguments), c.texts);
+#ifndef _WIN32
+    close(open);
+#endif
     EXPECT_FALSE(HasChildren());
 }
 
@@ -129,14 +138,20 @@ TEST(MProcessMgr, RefusesThe101stChildAndAMissingProgram) {
     EXPECT_FALSE(HasChildren());
 }
 
-TEST(MProcessMgr, ReportsAProgramThatCannotRun) {
+TEST(MProcessMgr, StartsInTheFolderAndReportsAProgramThatCannotRun) {
     TemporaryFolder const folder;
     folder.Write("text", "not a program");
-    Heard heard;
-    ASSERT_EQ(MProcessMgr::Instance()->Run(folder.Path("text").c_str(), L"", L"", 0, 1, &heard, 0, 0, nullptr), 0);
-    PassUntil([&] { return heard.hasEnded; });
-    EXPECT_EQ(heard.texts, Texts{"!Exit:0"});
-    EXPECT_NE(heard.startError, 0U);
+    for (std::wstring const &program : {ChildProgram(), folder.Path("text")}) {
+        Heard heard;
+        ASSERT_EQ(MProcessMgr::Instance()->Run(program.c_str(), L"folder", folder.Path().c_str(), 0, 1, &heard, 0, 0,
+                                               nullptr),
+                  0);
+        PassUntil([&] { return heard.hasEnded; });
+        bool const isText = program == folder.Path("text");
+        EXPECT_EQ(heard.startError != 0, isText);
+        EXPECT_EQ(heard.texts.front(),
+                  isText ? "!Exit:0" : folder.Native("x").parent_path().filename().string() + "\r");
+    }
 }
 
 TEST(MProcessMgr, StopsAChildThatWritesAndWhatItHasStarted) {

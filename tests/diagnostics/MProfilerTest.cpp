@@ -1,6 +1,7 @@
 #include "zvi/diagnostics/MProfiler.h"
 
 #include "tests/diagnostics/ReportFolder.h"
+#include "tests/text/NotingPrinter.h"
 #include "zvi/core/CString.h"
 #include "zvi/core/Utf8.h"
 #include "zvi/diagnostics/CNSProfilePrinter.h"
@@ -8,9 +9,7 @@
 #include "zvi/diagnostics/CProfileReporter.h"
 #include "zvi/diagnostics/MProfileStart.h"
 #include "zvi/host/Counter.h"
-#include "zvi/text/IMSGPrinter.h"
 
-#include <utility>
 #include <vector>
 
 namespace zvi::lib::test {
@@ -60,24 +59,6 @@ Texts Report(std::vector<int> const &ids) {
     MProfileMgr::PrintST(&printer, ids.data(), static_cast<int>(ids.size()));
     return printer.lines;
 }
-
-/// The application's message window.
-struct Window : IMSGPrinter {
-    void ActiveMessageWnd(CDocument *) override {}
-    void ActiveSessionWnd(CDocument *) override {}
-    void MsgClear(CDocument *) override {}
-    void MsgOut(CDocument *document, wchar_t const *text) override {
-        EXPECT_FALSE(document);
-        lines.push_back(Utf8Of(CString(text)));
-    }
-    void MsgOutSamePos(CDocument *, wchar_t const *) override {}
-    void MsgOutError(CDocument *, wchar_t const *) override {}
-    void MsgOutSamePosError(CDocument *, wchar_t const *) override {}
-    void MsgOutWarning(CDocument *, wchar_t const *) override {}
-    void MsgOutSamePosWarning(CDocument *, wchar_t const *) override {}
-
-    Texts lines;
-};
 
 class MProfilerTest : public testing::Test {
 protected:
@@ -141,7 +122,7 @@ TEST_F(MProfilerTest, ANewIdIsTheNumberOfNamesHeldPlusOne) {
 }
 
 TEST_F(MProfilerTest, ARegionReportsWhatItSawFirst) {
-    Window window;
+    NotingPrinter window;
     MProfileMgr::StopProfilingST();
     {
         MProfileStart const outer;
@@ -153,11 +134,12 @@ TEST_F(MProfilerTest, ARegionReportsWhatItSawFirst) {
             Calls::Add(L"100%s", 2);
         }
         EXPECT_EQ(MProfileMgr::IsProfilingStoppedST(), 0);
-        EXPECT_EQ(std::exchange(window.lines, {}), (Texts{kHeading, "a.cpp(1) 100%s : 1, 2"}));
+        EXPECT_EQ(window.Taken(), L"out:*** Dumping Profiling Result ***;out:a.cpp(1) 100%s : 1, 2;");
         Calls::Add(L"100%s", 3);
     }
     EXPECT_EQ(MProfileMgr::IsProfilingStoppedST(), 1);
-    EXPECT_EQ(window.lines, (Texts{kHeading, "a.cpp(1) outer : 2, 2", "a.cpp(1) 100%s : 1, 3"}));
+    EXPECT_EQ(window.Taken(), L"out:*** Dumping Profiling Result ***;out:a.cpp(1) outer : 2, 2;"
+                              L"out:a.cpp(1) 100%s : 1, 3;");
     MProfileStart::AddProfileST(1); // no region, no matter
     EXPECT_EQ(Report(), Texts{});
 }

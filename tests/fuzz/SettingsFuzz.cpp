@@ -2,20 +2,17 @@
 // nothing else. Files are written, so let TMPDIR be in memory.
 
 #include "apps/zvi/settings/EditSettings.h"
+#include "tests/fuzz/FuzzFile.h"
 
 #include "zvi/core/MOptionRWImplFile.h"
 #include "zvi/host/CodePage.h"
-#include "zvi/host/Paths.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <map>
+#include <string>
 #include <string_view>
-#include <unistd.h>
 #include <utility>
 
 namespace {
@@ -23,28 +20,9 @@ namespace {
 using zvi::lib::SettingsLine;
 using Values = std::map<std::pair<CString, CString>, CString>;
 
-void Require(bool isSo) {
-    if (!isSo)
-        std::abort();
-}
-
-std::filesystem::path const &Folder() {
-    static std::filesystem::path const folder = [] {
-        std::filesystem::path path =
-            std::filesystem::temp_directory_path() / ("zvi_settings_fuzz_" + std::to_string(::getpid()));
-        std::filesystem::create_directories(path);
-        return path;
-    }();
-    return folder;
-}
-
-void Write(std::string_view bytes) {
-    std::ofstream(Folder() / "s.cfg", std::ios::binary) << bytes;
-}
-
-Values Read() {
+Values Read(std::wstring const &path) {
     Values values;
-    zvi::lib::ReadSettings(zvi::host::LibraryPath(Folder() / "s.cfg"), [&](zvi::lib::SettingsPlace const &place) {
+    zvi::lib::ReadSettings(path, [&](zvi::lib::SettingsPlace const &place) {
         // A header alone makes its category.
         bool const isValue = place.line.kind == SettingsLine::Kind::kValue;
         std::pair const key(CString(place.category), isValue ? CString(place.line.name) : CString(L"[header"));
@@ -78,21 +56,25 @@ Values WithHeaders(Values values) {
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const *data, std::size_t size) {
     std::string_view const bytes(reinterpret_cast<char const *>(data), size);
-    CString const folder{std::wstring_view(zvi::host::LibraryPath(Folder()))};
-    Write(bytes);
-    Values const first = Read();
-    { zvi::lib::MOptionRWImplFile const settings(folder, L"s.cfg"); }
+    std::wstring const path = zvi::fuzz::FileWith(data, size);
+    std::size_t const name = path.find_last_of(L'\\') + 1;
+    Values const first = Read(path);
+    {
+        zvi::lib::MOptionRWImplFile const settings(CString(path.c_str(), static_cast<int>(name) - 1),
+                                                   path.c_str() + name);
+    }
     bool const isExact = CanBeWritten(first);
-    Require(!isExact || Read() == WithHeaders(first));
+    zvi::fuzz::Check(!isExact || Read(path) == WithHeaders(first));
 
     CString const category = zvi::app::KeptText(bytes.substr(0, size / 3));
     CString const keyword = zvi::app::KeptText(bytes.substr(size / 3, size / 3));
     CString const value = zvi::app::KeptText(bytes.substr(2 * (size / 3)));
     if (!zvi::app::WhyNotHeld(category, keyword, value).empty() || !isExact)
         return 0;
-    Write(zvi::app::EditedSettings(bytes, category, keyword, value));
+    std::string const edited = zvi::app::EditedSettings(bytes, category, keyword, value);
+    zvi::fuzz::FileWith(reinterpret_cast<std::uint8_t const *>(edited.data()), edited.size());
     Values expected = WithHeaders(first);
     expected[{category, keyword}] = value;
-    Require(WithHeaders(Read()) == WithHeaders(expected));
+    zvi::fuzz::Check(WithHeaders(Read(path)) == WithHeaders(expected));
     return 0;
 }

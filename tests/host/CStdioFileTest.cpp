@@ -3,7 +3,6 @@
 #include "tests/TemporaryFolder.h"
 #include "zvi/host/CodePage.h"
 #include "zvi/host/Files.h"
-#include "zvi/host/LocalTime.h"
 #include "zvi/host/MessageBox.h"
 
 #include <gtest/gtest.h>
@@ -111,13 +110,6 @@ TEST(CStdioFile, RaisesWhatCannotBeReadOrWritten) {
     }
     EXPECT_TRUE(file.Open(folder.Path("w").c_str(), CFile::kRead)) << "it was closed all the same";
 #endif
-}
-
-TEST(LocalTime, IsAMomentOfACalendar) {
-    CalendarTime const now = LocalTime();
-    EXPECT_GT(now.year, 2020);
-    EXPECT_TRUE(now.month >= 1 && now.month <= 12 && now.day >= 1 && now.day <= 31);
-    EXPECT_TRUE(now.hour >= 0 && now.hour < 24 && now.minute >= 0 && now.minute < 60 && now.second >= 0);
 }
 
 TEST(MessageBox, GoesThroughTheHandlerThatIsInstalled) {

@@ -1,9 +1,8 @@
 #include "zvi/text/MsgOut.h"
 
-#include "zvi/core/CString.h"
+#include "tests/text/NotingPrinter.h"
 #include "zvi/host/MessageBox.h"
 #include "zvi/text/GErrorBox.h"
-#include "zvi/text/IMSGPrinter.h"
 
 #include <gtest/gtest.h>
 
@@ -12,35 +11,6 @@
 namespace zvi::lib::test {
 
 namespace {
-
-/// Notes what it is told as "NAME:TEXT;", with a "*" for a document.
-class NotingPrinter : public IMSGPrinter {
-public:
-    void ActiveMessageWnd(CDocument *document) override { Note(document, L"message", L""); }
-    void ActiveSessionWnd(CDocument *document) override { Note(document, L"session", L""); }
-    void MsgClear(CDocument *document) override { Note(document, L"clear", L""); }
-    void MsgOut(CDocument *document, wchar_t const *text) override { Note(document, L"out", text); }
-    void MsgOutSamePos(CDocument *document, wchar_t const *text) override { Note(document, L"same", text); }
-    void MsgOutError(CDocument *document, wchar_t const *text) override { Note(document, L"error", text); }
-    void MsgOutSamePosError(CDocument *document, wchar_t const *text) override { Note(document, L"sameerror", text); }
-    void MsgOutWarning(CDocument *document, wchar_t const *text) override { Note(document, L"warning", text); }
-    void MsgOutSamePosWarning(CDocument *document, wchar_t const *text) override {
-        Note(document, L"samewarning", text);
-    }
-
-    CString Taken() {
-        CString const taken = m_notes;
-        m_notes.Empty();
-        return taken;
-    }
-
-private:
-    void Note(CDocument *document, wchar_t const *name, wchar_t const *text) {
-        m_notes.AppendFormat(L"%s%s:%s;", document ? L"*" : L"", name, text);
-    }
-
-    CString m_notes;
-};
 
 struct Row {
     wchar_t const *name;
