@@ -155,8 +155,9 @@ TEST(CTriangleSpatialIndex, LaysCellsAndReachesThemByItsRules) {
     long low[3] = {};
     long high[3] = {};
     for (auto const &[isFine, x, tol, reached, lowest, highest] : Rows<int, float, float, int, long, long>(R"(
-            1 5 0  1 6 6; 1 5 0.5  1 5 7; 1 99 0  0 0 0; 1 -99 0  0 0 0; 1 11.5 1  1 12 12; 1 -1.5 1  1 0 0;
-            1 -1.8 0  1 0 0; 1 -1.9 0  0 0 0; 1 5 1e9  1 0 12; 0 5 0  1 1 1; 0 5 2.5  1 0 2; 1 nan 1  0 0 0)")) {
+            1 5 0  1 6 6; 1 5 0.5  1 5 7; 1 99 0  0 0 0; 1 -99 0  0 0 0; 1 11.5 1  1 12 12; 1 11.5 0  0 0 0;
+            1 -1.5 1  1 0 0; 1 -1.8 0  1 0 0; 1 -1.9 0  0 0 0; 1 5 1e9  1 0 12; 0 5 0  1 1 1;
+            0 5 2.5  1 0 2; 1 nan 1  0 0 0)")) {
         float const p[] = {x, x, x};
         CTriangleSpatialIndex const &index = isFine != 0 ? fine : coarse;
         EXPECT_EQ(index.GetBoxIndexByTriangle(p, p, p, tol, low, high), reached) << x << ' ' << tol;

@@ -261,7 +261,7 @@ struct Workload {
 };
 
 /// Types of objects; a query says of those from 0 to 3 which it wants.
-constexpr int kTypes[] = {-1, 0, 1, 2, 3, 1000};
+constexpr int kTypes[] = {-1, 0, 1, 2, 3, 4, 1000};
 constexpr int kWantedTypes = 4;
 
 /// Both trees, led through the same steps.
