@@ -1,5 +1,7 @@
 #include "zvi/drawing/KeptDuplicatesDetail.h"
 
+#include "zvi/drawing/FaceWalkDetail.h"
+
 #include <algorithm>
 
 namespace zvi::lib::drawing {
@@ -14,7 +16,8 @@ public:
             m_drop[Index(d.edge)] = &d;
     }
 
-    /// The edges that are left of those that bound what the dropped edge bounded.
+    /// The edges that are left of those that bound what the dropped edge bounded. Of a contracted one nothing is left
+    /// to lie on.
     std::vector<int> OriginalsOf(DroppedEdge const &drop) const {
         std::vector<int> originals;
         std::vector<DroppedEdge const *> pending{&drop};
@@ -24,14 +27,15 @@ public:
             for (int e = d->original; e >= 0 && e != d->stop; e = m_map.NextPart(e)) {
                 if (m_drop[Index(e)])
                     pending.push_back(m_drop[Index(e)]);
-                else
+                else if (m_map.Edge(e).state != EdgeState::kContracted)
                     originals.push_back(e);
             }
         }
         return originals;
     }
 
-    /// The parts of a dropped edge that lie on the originals, one behind the other, between the places of those.
+    /// The parts of a dropped edge that lie on the originals, one behind the other, between the places of those. An
+    /// original that the edge has nothing beside has no part.
     void AddParts(int edge, std::vector<int> const &originals, double snap, std::vector<KeptDuplicate> &kept) const {
         Stretch const &s = m_map.Edge(edge).stretch;
         std::vector<std::pair<double, int>> order; // fraction of the middle, original
@@ -43,8 +47,11 @@ public:
         double from = 0.0;
         for (std::size_t i = 0; i < order.size(); ++i) {
             Stretch const &on = m_map.Edge(order[i].second).stretch;
-            double const to = i + 1 < order.size() ? Between(s, on, order[i].first, order[i + 1].first) : 1.0;
+            double const to =
+                i + 1 < order.size() ? std::max(from, CutBetween(s, order[i].second, order[i + 1].second)) : 1.0;
             KeptDuplicate part{PartOf(s, from, to), order[i].second, false};
+            if (!(part.stretch.from < part.stretch.to))
+                continue;
             part.isReversed = FractionAt(s, PointAt(on, kEarly)) > FractionAt(s, PointAt(on, 1.0 - kEarly));
             FitToEnds(part.stretch, part.isReversed ? on.end : on.start, part.isReversed ? on.start : on.end, snap);
             kept.push_back(part);
@@ -56,12 +63,20 @@ private:
     /// Points at this fraction from the ends of an edge tell which way it runs.
     static constexpr double kEarly = 0.25;
 
-    /// The fraction at which one of the ends of `on` lies between two fractions.
-    static double Between(Stretch const &s, Stretch const &on, double low, double high) {
-        for (DrawingPoint const p : {on.start, on.end})
-            if (double const t = FractionAt(s, p); t > low && t < high)
-                return t;
-        return 0.5 * (low + high);
+    /// The fraction at which a stretch passes from one edge to the next: at their common place, or else halfway between
+    /// the ends that are nearest to one another.
+    double CutBetween(Stretch const &s, int edge, int next) const {
+        DrawingPoint best;
+        double nearest = HUGE_VAL;
+        for (HalfEdge const h : {HalfEdge::Along(edge), HalfEdge::Against(edge)})
+            for (HalfEdge const g : {HalfEdge::Along(next), HalfEdge::Against(next)}) {
+                DrawingPoint const p = BeginOf(m_map, h), q = BeginOf(m_map, g);
+                if (double const distance = Distance(p, q); distance < nearest) {
+                    nearest = distance;
+                    best = (p + q) * 0.5;
+                }
+            }
+        return std::clamp(FractionAt(s, best), 0.0, 1.0);
     }
 
     PlanarMap const &m_map;
