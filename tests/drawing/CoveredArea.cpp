@@ -18,14 +18,15 @@ constexpr Real kInfinite = std::numeric_limits<Real>::infinity();
 /// The drawing is scanned in a direction that nothing in it is likely to have.
 constexpr double kTurn = 0.7297;
 
-/// Openings in a wall below this share of the drawing are rounding, and so are regions of no more width.
+/// Openings in a wall narrower than this share of the drawing are rounding, and so are regions of no more width.
 constexpr Real kOpening = 1e-11L;
 
 /// Far from the origin rounding counts as in a drawing of this share of the distance.
 constexpr double kFarShare = 1e-3;
 
-/// Crossings that fall on the other half of a circle than the one that is looked at miss its height by more than this.
-constexpr Real kSameHeight = 1e-8L;
+/// Ends of an arc that are nearer than this share of the drawing are one, and no longer tell whether it goes round once
+/// they have been moved.
+constexpr double kOneEnd = 4e-16;
 
 /// Lines across gaps reach beyond them by this share of their length and of the drawing.
 constexpr double kReach = 1e-3, kLeastReach = 1e-11;
@@ -35,6 +36,10 @@ constexpr double kOnCurve = 1e-12;
 
 /// Ends nearer than the first share of the tolerance meet for certain when nothing else is nearer than the second.
 constexpr double kClearlyNear = 0.2, kClearlyFar = 3.0;
+
+struct Point {
+    Real x = 0.0L, y = 0.0L;
+};
 
 /// A stretch of a curve that runs from left to right without turning back: a line, or the upper or lower part of a
 /// circle (side 1 or -1).
@@ -49,6 +54,16 @@ struct Stretch {
         if (side == 0)
             return y0 + (y1 - y0) * ((x - x0) / (x1 - x0));
         return cy + side * std::sqrt(std::max(0.0L, (radius - x + cx) * (radius + x - cx)));
+    }
+    /// Whether a point of what carries the stretch is on it.
+    bool IsOn(Point p) const { return p.x >= x0 && p.x <= x1 && side * (p.y - cy) >= 0.0L; }
+    /// How far a point above or below the stretch is off it, however steep that is.
+    Real DistanceTo(Point p) const {
+        if (side == 0)
+            return std::fabs(p.y - HeightAt(p.x)) * (x1 - x0) / std::hypot(x1 - x0, y1 - y0);
+        if (side * (p.y - cy) >= 0.0L)
+            return std::fabs(std::hypot(p.x - cx, p.y - cy) - radius);
+        return std::hypot(std::fabs(p.x - cx) - radius, p.y - cy);
     }
     /// The area between the stretch and its chord from `a` to `b`, positive above it.
     Real Bulge(Real a, Real ya, Real b, Real yb) const {
@@ -66,6 +81,7 @@ public:
     Scan(std::vector<DrawingCurve> const &someCurves, double tolerance, Gaps gaps) : m_curves(someCurves) {
         DrawingPoint const o = m_curves[0].type == DrawingCurveType::kLine ? m_curves[0].start : m_curves[0].center;
         double const far = SizeOf(m_curves);
+        JoinOwnEnds(far);
         m_curves = Moved(m_curves, {0.0, false, 1.0, {-o.x, -o.y}});
         m_length = LengthOf(m_curves);
         m_size = SizeOf(m_curves) + kFarShare * far;
@@ -94,16 +110,30 @@ public:
                 m_active.push_back({0.0L, &m_stretches[next]});
             AddSlab(walls[w], walls[w + 1]);
         }
-        Unite(m_wall, outside);
+        Unite(walls.empty() ? 0.0L : walls.back(), m_wall, outside);
         return Sum();
     }
 
 private:
-    /// A cell of a slab: what it has of the wall that is looked at, and the region it belongs to.
+    /// A cell of a slab: what it has of the wall that is looked at, the region it belongs to, and what bounds it.
     struct Cell {
         Real low, high;
         int region;
+        Stretch const *below = nullptr, *above = nullptr;
     };
+
+    /// An arc whose ends are one goes round, or has no length.
+    void JoinOwnEnds(double size) {
+        for (DrawingCurve &c : m_curves) {
+            if (c.type != DrawingCurveType::kArc || Distance(c.start, c.end) > kOneEnd * size)
+                continue;
+            Real const cross = (Real(c.start.x) - c.center.x) * (Real(c.end.y) - c.start.y) -
+                               (Real(c.start.y) - c.center.y) * (Real(c.end.x) - c.start.x);
+            bool const isShort = c.start.x == c.end.x && c.start.y == c.end.y ? true : (cross < 0.0L) == c.clockwise;
+            c.type = isShort ? DrawingCurveType::kLine : DrawingCurveType::kCircle;
+            c.end = c.start;
+        }
+    }
 
     // Gaps.
 
@@ -215,36 +245,39 @@ private:
 
     // Crossings.
 
-    static int MeetLines(Stretch const &s, Stretch const &t, Real *x) {
+    static int MeetLines(Stretch const &s, Stretch const &t, Point *p) {
         Real const m = (s.y1 - s.y0) / (s.x1 - s.x0), n = (t.y1 - t.y0) / (t.x1 - t.x0);
-        x[0] = s.x0 + (t.y0 - s.y0 + n * (s.x0 - t.x0)) / (m - n);
+        p[0].x = s.x0 + (t.y0 - s.y0 + n * (s.x0 - t.x0)) / (m - n);
+        p[0].y = s.HeightAt(p[0].x);
         return m == n ? 0 : 1;
     }
-    static int MeetCircle(Stretch const &s, Stretch const &t, Real *x) {
+    /// With a gap between them that is rounding they touch.
+    int MeetCircle(Stretch const &s, Stretch const &t, Point *p) const {
         Real const length = std::hypot(t.x1 - t.x0, t.y1 - t.y0);
         Real const ux = (t.x1 - t.x0) / length, uy = (t.y1 - t.y0) / length;
         Real const along = (s.cx - t.x0) * ux + (s.cy - t.y0) * uy, off = (s.cy - t.y0) * ux - (s.cx - t.x0) * uy;
         Real const squared = (s.radius - off) * (s.radius + off);
         Real const half = std::sqrt(std::max(0.0L, squared));
-        x[0] = t.x0 + (along - half) * ux;
-        x[1] = t.x0 + (along + half) * ux;
-        return squared < 0.0L ? 0 : 2;
+        p[0] = {t.x0 + (along - half) * ux, t.y0 + (along - half) * uy};
+        p[1] = {t.x0 + (along + half) * ux, t.y0 + (along + half) * uy};
+        return std::fabs(off) - s.radius > kOpening * m_size ? 0 : 2;
     }
-    static int MeetCircles(Stretch const &s, Stretch const &t, Real *x) {
+    int MeetCircles(Stretch const &s, Stretch const &t, Point *p) const {
         Real const dx = t.cx - s.cx, dy = t.cy - s.cy, d = std::hypot(dx, dy);
         if (d == 0.0L)
             return 0;
         Real const along = 0.5L * (d + (s.radius - t.radius) * (s.radius + t.radius) / d);
         Real const squared = (s.radius - along) * (s.radius + along);
         Real const half = std::sqrt(std::max(0.0L, squared));
-        x[0] = s.cx + (along * dx - half * dy) / d;
-        x[1] = s.cx + (along * dx + half * dy) / d;
-        return squared < 0.0L ? 0 : 2;
+        p[0] = {s.cx + (along * dx - half * dy) / d, s.cy + (along * dy + half * dx) / d};
+        p[1] = {s.cx + (along * dx + half * dy) / d, s.cy + (along * dy - half * dx) / d};
+        Real const gap = std::max(d - s.radius - t.radius, std::fabs(s.radius - t.radius) - d);
+        return gap > kOpening * m_size ? 0 : 2;
     }
-    static int Meet(Stretch const &s, Stretch const &t, Real *x) {
+    int Meet(Stretch const &s, Stretch const &t, Point *p) const {
         if (s.side != 0)
-            return t.side != 0 ? MeetCircles(s, t, x) : MeetCircle(s, t, x);
-        return t.side != 0 ? MeetCircle(t, s, x) : MeetLines(s, t, x);
+            return t.side != 0 ? MeetCircles(s, t, p) : MeetCircle(s, t, p);
+        return t.side != 0 ? MeetCircle(t, s, p) : MeetLines(s, t, p);
     }
 
     void CutAtCrossings() {
@@ -254,16 +287,12 @@ private:
                 Stretch const &s = m_stretches[i], &t = m_stretches[j];
                 if (s.x1 < t.x0 || t.x1 < s.x0)
                     continue;
-                Real x[2] = {0.0L, 0.0L};
-                for (int k = Meet(s, t, x) - 1; k >= 0; --k) {
-                    Real const ys = s.HeightAt(x[k]), yt = t.HeightAt(x[k]);
-                    bool const isOnBoth = x[k] >= std::max(s.x0, t.x0) && x[k] <= std::min(s.x1, t.x1);
-                    if (!isOnBoth || std::fabs(ys - yt) > kSameHeight * m_size)
-                        continue;
+                Point p[2];
+                for (int k = Meet(s, t, p) - 1; k >= 0; --k)
                     for (std::size_t const own : {i, j})
-                        if (m_stretches[own].x0 < x[k] && x[k] < m_stretches[own].x1)
-                            cuts[own].push_back({x[k], 0.5L * (ys + yt)});
-                }
+                        if (s.IsOn(p[k]) && t.IsOn(p[k]) && m_stretches[own].x0 < p[k].x &&
+                            p[k].x < m_stretches[own].x1)
+                            cuts[own].push_back({p[k].x, p[k].y});
             }
         for (std::size_t i = 0; i < cuts.size(); ++i) {
             std::sort(cuts[i].begin(), cuts[i].end());
@@ -290,14 +319,15 @@ private:
             Real const ya = s.HeightAt(a), yb = s.HeightAt(b);
             left.back().high = ya;
             right.back().high = yb;
+            left.back().above = right.back().above = &s;
             int const region = i + 1 == m_active.size() ? 0 : NewRegion();
-            left.push_back({ya, kInfinite, region});
-            right.push_back({yb, kInfinite, region});
+            left.push_back({ya, kInfinite, region, &s});
+            right.push_back({yb, kInfinite, region, &s});
             Real const under = 0.5L * (b - a) * (ya + yb) + s.Bulge(a, ya, b, yb);
             m_area[Index(region)] -= under;
             m_area[Index(left[i].region)] += under;
         }
-        Unite(m_wall, left);
+        Unite(a, m_wall, left);
         m_wall.swap(right);
     }
 
@@ -307,12 +337,18 @@ private:
         return m_link.back();
     }
 
-    void Unite(std::vector<Cell> const &left, std::vector<Cell> const &right) {
-        Real const opening = kOpening * m_size;
+    /// The regions of two slabs are one where their cells share more of the wall at `x` between them than rounding.
+    void Unite(Real x, std::vector<Cell> const &left, std::vector<Cell> const &right) {
         for (std::size_t i = 0, j = 0; i < left.size() && j < right.size();) {
-            if (std::min(left[i].high, right[j].high) - std::max(left[i].low, right[j].low) > opening)
-                m_link[Index(Root(left[i].region))] = Root(right[j].region);
-            left[i].high < right[j].high ? ++i : ++j;
+            Cell const &a = left[i], &b = right[j];
+            Point const low{x, std::max(a.low, b.low)}, high{x, std::min(a.high, b.high)};
+            Stretch const *const below = a.low > b.low ? a.below : b.below;
+            Stretch const *const above = a.high < b.high ? a.above : b.above;
+            Real const width =
+                !below || !above ? high.y - low.y : std::min(below->DistanceTo(high), above->DistanceTo(low));
+            if (high.y > low.y && width > kOpening * m_size)
+                m_link[Index(Root(a.region))] = Root(b.region);
+            a.high < b.high ? ++i : ++j;
         }
     }
 

@@ -35,7 +35,7 @@ struct Gap {
 class Connectors {
 public:
     Connectors(Network &network, double tolerance, Landmarks const &landmarks)
-        : m_network(network), m_tolerance(tolerance), m_same(SameDistance(tolerance, network.snap)),
+        : m_network(network), m_tolerance(tolerance), m_same(SameDistance(tolerance, network.snap, landmarks)),
           m_landmarks(landmarks), m_endCounts(network.places.Places().size(), 0), m_isMet(m_endCounts.size(), false),
           m_edgeAt(m_endCounts.size(), -1), m_joined(network.places.Places()) {
         for (int i = 0; i < static_cast<int>(m_network.edges.size()); ++i)
@@ -105,7 +105,7 @@ public:
             order.push_back({gap.kind, gap.distance, m_landmarks.Rank(middle), middle, static_cast<int>(i),
                              std::fabs(m_landmarks.Rank(gap.from) - m_landmarks.Rank(gap.to))});
         }
-        SortShortestFirst(order, SameDistance(m_tolerance, m_network.snap));
+        SortShortestFirst(order, m_same);
         for (Measured const &gap : order)
             Connect(m_gaps[Index(gap.number)]);
         return std::move(m_owners);

@@ -30,7 +30,7 @@ std::vector<Measured> ShortEdges(PlanarMap const &map, double tolerance, Landmar
 void ContractShortEdges(PlanarMap &map, double tolerance, double snap, Landmarks const &landmarks,
                         std::vector<DroppedEdge> &dropped) {
     std::vector<Measured> edges = ShortEdges(map, tolerance, landmarks);
-    SortShortestFirst(edges, SameDistance(tolerance, snap));
+    SortShortestFirst(edges, SameDistance(tolerance, snap, landmarks));
     for (Measured const &edge : edges) {
         HalfEdge const h = HalfEdge::Along(edge.number);
         bool const isLoop = map.Origin(h) == map.Target(h);

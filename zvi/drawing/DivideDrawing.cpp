@@ -118,16 +118,16 @@ DividedDrawing DivideDrawing(std::vector<DrawingCurve> const &curves, DrawingOpt
                            {},
                            {},
                            {}};
+    Landmarks const &landmarks = drawing.curves.landmarks;
     double const tolerance = std::max(drawing.curves.tolerance, kThinInSnaps * drawing.snap);
-    ContractShortEdges(drawing.map, tolerance, drawing.snap, drawing.curves.landmarks, drawing.dropped);
+    double const same = SameDistance(tolerance, drawing.snap, landmarks);
+    ContractShortEdges(drawing.map, tolerance, drawing.snap, landmarks, drawing.dropped);
     drawing.covered = AddCovered(drawing.map, arrangement.carriers, arrangement.covered, drawing.dropped);
-    CollapseThinFaces(drawing.map, tolerance, drawing.snap, drawing.curves.landmarks, drawing.dropped);
+    CollapseThinFaces(drawing.map, tolerance, drawing.snap, landmarks, drawing.dropped);
     progress(kFolded);
     drawing.map.ForgetBorders();
-    drawing.positions =
-        FitEdges(drawing.map, drawing.snap, SameDistance(tolerance, drawing.snap), drawing.curves.landmarks);
-    drawing.walks = DropEmptyFaces(drawing.map, drawing.snap, SameDistance(tolerance, drawing.snap),
-                                   drawing.curves.landmarks, drawing.dropped);
+    drawing.positions = FitEdges(drawing.map, drawing.snap, same, landmarks);
+    drawing.walks = DropEmptyFaces(drawing.map, same, landmarks, drawing.dropped);
     if (CutCirclesAtStarts(drawing, curves))
         drawing.walks = WalkFaces(drawing.map);
     drawing.alongCurves = EdgesAlongCurves(drawing.map);

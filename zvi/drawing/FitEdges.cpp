@@ -35,7 +35,7 @@ void KeepLeast(std::vector<int> &members, double same, Key key) {
 
 /// The member of a cluster of places at which most edges end, of such the one nearest to the middle, of those the one
 /// that the landmarks rank lowest.
-int BestMember(PlaceClusters const &places, int root, std::vector<int> const &counts, double same,
+int BestMember(PlaceClusters const &places, int root, std::vector<int> const &counts, double snap, double same,
                Landmarks const &landmarks) {
     std::vector<int> members;
     DrawingPoint sum;
@@ -48,26 +48,26 @@ int BestMember(PlaceClusters const &places, int root, std::vector<int> const &co
     DrawingPoint const middle = sum * (1.0 / static_cast<double>(members.size()));
     KeepLeast(members, 0.0, [&](int p) { return static_cast<double>(-counts[Index(p)]); });
     KeepLeast(members, same, [&](int p) { return Distance(places.Position(p), middle); });
-    KeepLeast(members, same, [&](int p) { return landmarks.Rank(places.Position(p)); });
+    KeepLeast(members, snap, [&](int p) { return landmarks.Rank(places.Position(p)); });
     return *std::min_element(members.begin(), members.end(),
                              [&](int a, int b) { return ComesFirst(places.Position(a), places.Position(b)); });
 }
 
 /// Of each place that stands for a cluster, where that is put.
-std::vector<DrawingPoint> ClusterPositions(PlanarMap const &map, double same, Landmarks const &landmarks) {
+std::vector<DrawingPoint> ClusterPositions(PlanarMap const &map, double snap, double same, Landmarks const &landmarks) {
     PlaceClusters const &places = map.Places();
     std::vector<int> const counts = CountEnds(map);
     std::vector<DrawingPoint> positions(Index(places.Count()));
     for (int root = 0; root < places.Count(); ++root)
         if (places.Root(root) == root)
-            positions[Index(root)] = places.Position(BestMember(places, root, counts, same, landmarks));
+            positions[Index(root)] = places.Position(BestMember(places, root, counts, snap, same, landmarks));
     return positions;
 }
 
 } // namespace
 
 std::vector<DrawingPoint> FitEdges(PlanarMap &map, double snap, double same, Landmarks const &landmarks) {
-    std::vector<DrawingPoint> positions = ClusterPositions(map, same, landmarks);
+    std::vector<DrawingPoint> positions = ClusterPositions(map, snap, same, landmarks);
     int const count = map.EdgeCount();
     for (int e = 0; e < count; ++e) {
         if (!IsLeft(map.Edge(e)))

@@ -153,7 +153,7 @@ UsableCurves ReadCurves(std::vector<DrawingCurve> const &curves, double joinTole
     SortByNumbers(usable.stretches);
     usable.landmarks = LandmarksOf(usable.stretches);
     SortByLandmarks(usable.stretches, usable.landmarks,
-                    SameDistance(usable.tolerance, kSnapInRoundings * usable.rounding));
+                    SameDistance(usable.tolerance, kSnapInRoundings * usable.rounding, usable.landmarks));
     return usable;
 }
 

@@ -7,11 +7,13 @@
 
 namespace zvi::lib::drawing {
 
-/// Distances that differ by less are the same: by what rounding may make of them when the drawing is moved, and what
-/// makes no difference to the tolerance.
-inline double SameDistance(double tolerance, double snap) {
-    constexpr double kInSnaps = 16.0, kInTolerances = 1e-6;
-    return std::max(kInSnaps * snap, kInTolerances * tolerance);
+/// Distances that differ by less are the same: by what rounding may make of them, and what makes no difference to the
+/// tolerance. It follows the size of the drawing where that tells more than rounding does, so that it stays what it is
+/// when the drawing is moved.
+inline double SameDistance(double tolerance, double snap, Landmarks const &landmarks) {
+    constexpr double kInSnaps = 16.0, kInSizes = 1e-10, kInTolerances = 1e-6, kAtMostInTolerances = 1e-2;
+    return std::max({kInSnaps * snap, kInTolerances * tolerance,
+                     std::min(kInSizes * landmarks.size, kAtMostInTolerances * tolerance)});
 }
 
 /// A distance in steps that rounding hardly ever changes.

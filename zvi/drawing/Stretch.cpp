@@ -35,10 +35,11 @@ double AngleBetween(DrawingPoint u, DrawingPoint v) {
     return Atan2(Cross(u, v), Dot(u, v));
 }
 
-/// The turn of an arc between two points of its circle that is nearest to `wanted`, but for one that passes the start
-/// again by more than rounding.
+/// The turn of an arc between two points of its circle that is nearest to `wanted`, the lesser one of two that are as
+/// near but for rounding, but for one that passes the start again by more than rounding.
 double TurnBetween(Stretch const &s, DrawingPoint start, DrawingPoint end, double wanted) {
-    double const turn = NearestTurn(AngleBetween(start - s.center, end - s.center), wanted);
+    double const lesser = wanted - std::copysign(kNoAngle, wanted);
+    double const turn = NearestTurn(AngleBetween(start - s.center, end - s.center), lesser);
     return std::fabs(turn) > kTwoPi + kPassesStart ? turn - std::copysign(kTwoPi, turn) : turn;
 }
 

@@ -62,7 +62,7 @@ class FoldPlan {
 public:
     FoldPlan(PlanarMap const &map, std::vector<HalfEdge> const &walk, double tolerance, double snap,
              Landmarks const &landmarks)
-        : m_map(map), m_tolerance(tolerance), m_same(SameDistance(tolerance, snap)), m_landmarks(landmarks),
+        : m_map(map), m_tolerance(tolerance), m_same(SameDistance(tolerance, snap, landmarks)), m_landmarks(landmarks),
           m_left(walk.size()) {
         for (HalfEdge const h : walk) {
             std::size_t const i = m_sides.size();
@@ -227,15 +227,16 @@ class ThinFaces {
 public:
     ThinFaces(PlanarMap &map, double tolerance, double snap, Landmarks const &landmarks,
               std::vector<DroppedEdge> &dropped)
-        : m_map(map), m_tolerance(tolerance), m_snap(snap), m_landmarks(landmarks), m_dropped(dropped) {}
+        : m_map(map), m_tolerance(tolerance), m_same(SameDistance(tolerance, snap, landmarks)), m_snap(snap),
+          m_landmarks(landmarks), m_dropped(dropped) {}
 
     /// Collapses what is thin now, the thinnest first. Returns whether there was anything.
     bool Collapse() {
         FaceWalks const faces = WalkFaces(m_map);
         // What lets no disc of the tolerance in has less area than this.
-        std::vector<int> const thin =
-            ThinnestFirst(m_map, faces, SameDistance(m_tolerance, m_snap), m_landmarks,
-                          [&](FaceWalk const &face) { return face.area < 0.5 * m_tolerance * face.perimeter; });
+        std::vector<int> const thin = ThinnestFirst(m_map, faces, m_same, m_landmarks, [&](FaceWalk const &face) {
+            return face.area < 0.5 * m_tolerance * face.perimeter;
+        });
         std::vector<std::vector<HalfEdge>> walks;
         walks.reserve(thin.size());
         for (int const face : thin)
@@ -299,7 +300,7 @@ private:
     /// the later curve, or else the one whose curve stands later in the order that moves with the drawing.
     bool IsLater(Stretch const &s, Stretch const &other) const {
         DrawingPoint const middle = PointAt(s, 0.5), otherMiddle = PointAt(other, 0.5);
-        if (Distance(middle, otherMiddle) < SameDistance(m_tolerance, m_snap))
+        if (Distance(middle, otherMiddle) < m_snap)
             return std::tie(s.curve, s.from) > std::tie(other.curve, other.from);
         return s.order != other.order ? s.order > other.order
                                       : m_landmarks.Rank(middle) > m_landmarks.Rank(otherMiddle);
@@ -318,6 +319,7 @@ private:
 
     PlanarMap &m_map;
     double m_tolerance;
+    double m_same; ///< a distance that is nothing
     double m_snap;
     Landmarks const &m_landmarks;
     std::vector<DroppedEdge> &m_dropped;
@@ -348,13 +350,12 @@ void CollapseThinFaces(PlanarMap &map, double tolerance, double snap, Landmarks 
     }
 }
 
-FaceWalks DropEmptyFaces(PlanarMap &map, double snap, double same, Landmarks const &landmarks,
-                         std::vector<DroppedEdge> &dropped) {
+FaceWalks DropEmptyFaces(PlanarMap &map, double same, Landmarks const &landmarks, std::vector<DroppedEdge> &dropped) {
     for (;;) {
         bool any = false;
         FaceWalks faces = WalkFaces(map);
         std::vector<bool> isTouched(faces.walks.size(), false);
-        auto const isEmpty = [&](FaceWalk const &face) { return face.area <= 0.5 * snap * face.perimeter; };
+        auto const isEmpty = [&](FaceWalk const &face) { return face.area <= 0.5 * same * face.perimeter; };
         for (int const face : ThinnestFirst(map, faces, same, landmarks, isEmpty)) {
             if (isTouched[Index(face)])
                 continue;

@@ -16,10 +16,9 @@ namespace zvi::lib::drawing {
 void CollapseThinFaces(PlanarMap &map, double tolerance, double snap, Landmarks const &landmarks,
                        std::vector<DroppedEdge> &dropped);
 
-/// Drops an edge of each face whose area is not above `snap` times half its border, the emptiest first (but for
-/// `same`, where the landmarks settle it), again and again, so that what is left encloses something. Returns the walks
-/// of what is left.
-FaceWalks DropEmptyFaces(PlanarMap &map, double snap, double same, Landmarks const &landmarks,
-                         std::vector<DroppedEdge> &dropped);
+/// Drops an edge of each face whose area is not above `same`, a distance that is nothing, times half its border, the
+/// emptiest first (but for `same`, where the landmarks settle it), again and again, so that what is left encloses
+/// something. Returns the walks of what is left.
+FaceWalks DropEmptyFaces(PlanarMap &map, double same, Landmarks const &landmarks, std::vector<DroppedEdge> &dropped);
 
 } // namespace zvi::lib::drawing
