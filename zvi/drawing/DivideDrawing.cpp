@@ -4,6 +4,7 @@
 #include "zvi/drawing/ContractionDetail.h"
 #include "zvi/drawing/FaceWalkDetail.h"
 #include "zvi/drawing/FitEdgesDetail.h"
+#include "zvi/drawing/SoundnessDetail.h"
 
 #include <algorithm>
 #include <cassert>
@@ -81,23 +82,6 @@ bool CutCirclesAtStarts(DividedDrawing &drawing, std::vector<DrawingCurve> const
             drawing.dropped.push_back(more);
         }
     return drawing.map.EdgeCount() > count;
-}
-
-/// What must hold at the end: the map is planar, its edges meet at their ends to the last bit, each bounded face has a
-/// positive area, and those of each connected part make up what its outside encloses.
-[[maybe_unused]] bool IsSound(PlanarMap const &map, double snap) {
-    FaceWalks const faces = WalkFaces(map);
-    double areas = 0.0, length = 0.0;
-    for (FaceWalk const &face : faces.walks) {
-        areas += face.area;
-        length += face.perimeter;
-        if (!face.isOutside && !(face.area > 0.0))
-            return false;
-        for (HalfEdge const h : WalkFrom(map, face.first))
-            if (!(EndOf(map, h) == BeginOf(map, map.Next(h))))
-                return false;
-    }
-    return map.IsPlanar() && std::fabs(areas) <= snap * length;
 }
 
 } // namespace

@@ -5,6 +5,10 @@
 #include "zvi/drawing/GapsDetail.h"
 #include "zvi/drawing/OverfullFacesDetail.h"
 #include "zvi/drawing/ReportDetail.h"
+#include "zvi/drawing/SoundnessDetail.h"
+
+#include <algorithm>
+#include <cassert>
 
 namespace zvi::lib {
 
@@ -14,6 +18,9 @@ namespace {
 constexpr double kDivided = 0.5;
 constexpr double kFacesFound = 0.85;
 constexpr double kReported = 0.97;
+
+/// So many tolerances from all edges, or snap distances, nothing that was moved can have crossed a border.
+[[maybe_unused]] constexpr double kClearInTolerances = 3.0, kClearInSnaps = 64.0;
 
 } // namespace
 
@@ -29,6 +36,9 @@ DrawingResult MakeDrawingDomains(std::vector<DrawingCurve> const &curves, Drawin
     std::vector<Face> faces = FindFaces(drawing.map, drawing.walks, drawing.snap, landmarks);
     while (DropOverfullFaces(drawing, faces))
         faces = FindFaces(drawing.map, drawing.walks, drawing.snap, landmarks);
+    assert(!options.split ||
+           AreApart(drawing.map, faces,
+                    std::max(kClearInTolerances * drawing.curves.tolerance, kClearInSnaps * drawing.snap)));
     progress(kFacesFound);
     DrawingResult result = ReportDomains(drawing, faces, curves, options.keepDuplicates);
     progress(kReported);

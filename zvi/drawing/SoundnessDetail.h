@@ -1,0 +1,19 @@
+#pragma once
+
+#include "zvi/drawing/FacesDetail.h"
+
+#include <vector>
+
+namespace zvi::lib::drawing {
+
+/// What must hold of a divided drawing, whatever was drawn: the map is planar, its edges meet at their ends to the last
+/// bit, each bounded face has a positive area, and those of each connected part make up what its outside encloses.
+bool IsSound(PlanarMap const &map, double snap);
+
+/// Whether holes stand inside their faces and no two faces overlap. It looks beside the middle of the longest edge of
+/// each loop, where that has the ground to itself: there must be the face, and no other. What the tolerance may have
+/// moved across a border does not count, so that `clear`, the room that it takes, is what two edges may have come nearer
+/// to one another.
+bool AreApart(PlanarMap const &map, std::vector<Face> const &faces, double clear);
+
+} // namespace zvi::lib::drawing
