@@ -127,10 +127,7 @@ private:
         for (DrawingCurve &c : m_curves) {
             if (c.type != DrawingCurveType::kArc || Distance(c.start, c.end) > kOneEnd * size)
                 continue;
-            Real const cross = (Real(c.start.x) - c.center.x) * (Real(c.end.y) - c.start.y) -
-                               (Real(c.start.y) - c.center.y) * (Real(c.end.x) - c.start.x);
-            bool const isShort = c.start.x == c.end.x && c.start.y == c.end.y ? true : (cross < 0.0L) == c.clockwise;
-            c.type = isShort ? DrawingCurveType::kLine : DrawingCurveType::kCircle;
+            c.type = IsOverHalf(c) ? DrawingCurveType::kCircle : DrawingCurveType::kLine;
             c.end = c.start;
         }
     }

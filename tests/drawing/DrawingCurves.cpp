@@ -157,6 +157,11 @@ double SweepOf(DrawingCurve const &c) {
     return SweepOf(c, c.start.x == c.end.x && c.start.y == c.end.y ? 0.0 : c.clockwise ? -kPi : kPi);
 }
 
+bool IsOverHalf(DrawingCurve const &c) {
+    double const cross = Cross(From(c.center, c.start), From(c.start, c.end));
+    return c.type == DrawingCurveType::kArc && (c.clockwise ? cross > 0.0 : cross < 0.0);
+}
+
 double LengthOf(DrawingCurve const &c) {
     return c.type == DrawingCurveType::kLine ? Distance(c.start, c.end) : c.radius * std::fabs(SweepOf(c));
 }

@@ -28,6 +28,8 @@ double DistanceTo(DrawingCurve const &c, DrawingPoint p);
 /// Signed angle that the curve turns through, 0 for a line. `near` picks between turns that rounding cannot tell apart.
 double SweepOf(DrawingCurve const &c, double near);
 double SweepOf(DrawingCurve const &c);
+/// Whether an arc turns through more than half of its circle, however near to one another its ends are.
+bool IsOverHalf(DrawingCurve const &c);
 double LengthOf(DrawingCurve const &c);
 double LengthOf(std::vector<DrawingCurve> const &curves);
 /// The point at the fraction `t` of the length, with the sweep given.

@@ -242,10 +242,16 @@ private:
         double const whole = SweepOf(*c), rounding = kRounding * m_size + OffCircle(*c);
         // A duplicate is kept within the tolerance of what bounds in its place, which stands as far from its own curve.
         double const allowed = (m_options.keepDuplicates ? 2.0 : 1.0) * m_options.joinTolerance + rounding;
+        // Where a circle starts nothing was joined: that is as good as between the ends.
+        auto const allowedAt = [&](double t) {
+            bool const isStart = c->type == DrawingCurveType::kCircle && (t == 0.0 || t == 1.0);
+            return isStart ? std::max(allowed, kStray * m_options.joinTolerance + rounding) : allowed;
+        };
         double const starts = Distance(p.start, PointAt(*c, whole, p.reversed ? p.to : p.from));
         double const ends = Distance(p.end, PointAt(*c, whole, p.reversed ? p.from : p.to));
         double const strays = DistanceTo(*c, PointAt(CurveOf(p), sweep, 0.5));
-        if (!(std::max(starts, ends) <= allowed) || !(strays <= kStray * m_options.joinTolerance + rounding))
+        if (!(starts <= allowedAt(p.reversed ? p.to : p.from)) || !(ends <= allowedAt(p.reversed ? p.from : p.to)) ||
+            !(strays <= kStray * m_options.joinTolerance + rounding))
             m_wrong << "piece of curve " << p.curve << " from " << p.from << " to " << p.to << " starts " << starts
                     << ", ends " << ends << ", strays " << strays << " off it\n";
     }

@@ -12,8 +12,8 @@ bool IsSound(PlanarMap const &map, double snap);
 
 /// Whether holes stand inside their faces and no two faces overlap. It looks beside the middle of the longest edge of
 /// each loop, where that has the ground to itself: there must be the face, and no other. What the tolerance may have
-/// moved across a border does not count, so that `clear`, the room that it takes, is what two edges may have come nearer
-/// to one another.
+/// moved across a border does not count, so that `clear`, the room that it takes, is what two edges may have come
+/// nearer to one another.
 bool AreApart(PlanarMap const &map, std::vector<Face> const &faces, double clear);
 
 } // namespace zvi::lib::drawing
