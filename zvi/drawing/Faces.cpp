@@ -156,10 +156,11 @@ Face FaceOf(std::vector<Loop> loops) {
 
 } // namespace
 
-std::vector<Face> FindFaces(PlanarMap const &map, FaceWalks const &walks, double snap, Landmarks const &landmarks) {
+std::vector<Face> FindFaces(PlanarMap const &map, FaceWalks const &walks, double snap, double moved,
+                            Landmarks const &landmarks) {
     PlaceOrder const order(map, snap);
     LoopSplitter splitter(map, order);
-    std::vector<int> const parents = NestOutsides(map, walks, snap, landmarks);
+    std::vector<int> const parents = NestOutsides(map, walks, snap, moved, landmarks);
     std::vector<int> faceOfWalk(walks.walks.size(), -1);
     std::vector<Face> faces;
     for (std::size_t w = 0; w < walks.walks.size(); ++w) {

@@ -19,8 +19,8 @@ constexpr double kDivided = 0.5;
 constexpr double kFacesFound = 0.85;
 constexpr double kReported = 0.97;
 
-/// So many tolerances from all edges, or snap distances, nothing that was moved can have crossed a border.
-[[maybe_unused]] constexpr double kClearInTolerances = 3.0, kClearInSnaps = 64.0;
+/// Borders farther from one another than so many tolerances, or snap distances, cannot have changed places.
+constexpr double kMovedInTolerances = 3.0, kMovedInSnaps = 64.0;
 
 } // namespace
 
@@ -33,12 +33,11 @@ DrawingResult MakeDrawingDomains(std::vector<DrawingCurve> const &curves, Drawin
     using namespace drawing;
     DividedDrawing drawing = DivideDrawing(curves, options, [&progress](double done) { progress(kDivided * done); });
     Landmarks const &landmarks = drawing.curves.landmarks;
-    std::vector<Face> faces = FindFaces(drawing.map, drawing.walks, drawing.snap, landmarks);
+    double const moved = std::max(kMovedInTolerances * drawing.curves.tolerance, kMovedInSnaps * drawing.snap);
+    std::vector<Face> faces = FindFaces(drawing.map, drawing.walks, drawing.snap, moved, landmarks);
     while (DropOverfullFaces(drawing, faces))
-        faces = FindFaces(drawing.map, drawing.walks, drawing.snap, landmarks);
-    assert(!options.split ||
-           AreApart(drawing.map, faces,
-                    std::max(kClearInTolerances * drawing.curves.tolerance, kClearInSnaps * drawing.snap)));
+        faces = FindFaces(drawing.map, drawing.walks, drawing.snap, moved, landmarks);
+    assert(!options.split || AreApart(drawing.map, faces, moved));
     progress(kFacesFound);
     DrawingResult result = ReportDomains(drawing, faces, curves, options.keepDuplicates);
     progress(kReported);

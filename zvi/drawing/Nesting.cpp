@@ -5,7 +5,7 @@
 
 #include <algorithm>
 #include <array>
-#include <tuple>
+#include <map>
 
 namespace zvi::lib::drawing {
 
@@ -42,8 +42,6 @@ struct Sight {
     int edge = -1; ///< as numbered among those in the map
     Run run;
     double x = -HUGE_VAL;
-    int order = 0;     ///< of its stretch; it settles in which order ties are looked at
-    double from = 0.0; ///< of its stretch likewise
 };
 
 /// What rises and falls of an edge, once it has been asked for.
@@ -52,16 +50,13 @@ struct Runs {
     int count = 0;
 };
 
-/// What is seen farther behind the nearest than so many snap distances has no part in ties with it.
-constexpr double kTies = 16.0;
-
 /// Finds what the parts see to their left.
 class LeftView {
 public:
-    LeftView(PlanarMap const &map, FaceWalks const &walks, double snap, Landmarks const &landmarks)
-        : m_map(map), m_walks(walks), m_snap(snap), m_view(landmarks) {}
+    LeftView(PlanarMap const &map, FaceWalks const &walks, double snap, double moved, Landmarks const &landmarks)
+        : m_map(map), m_walks(walks), m_snap(snap), m_moved(moved), m_view(landmarks) {}
 
-    /// For each part, by its outside, the walk that its leftmost point sees, -1 for none; `order` gets the outsides
+    /// For each part, by its outside, the walk that its leftmost point lies in, -1 for none; `order` gets the outsides
     /// from left to right.
     std::vector<int> SeenWalks(std::vector<int> &order) {
         for (int w = 0; w < static_cast<int>(m_walks.walks.size()); ++w)
@@ -143,30 +138,67 @@ private:
         return StretchIndex(stretches, m_snap);
     }
 
+    /// Calls `look(stretch)` for what may pass on the left of a point of the view, until that is too far away.
+    template <typename Look>
+    void LookLeft(StretchIndex const &index, DrawingPoint p, Look look) const {
+        if (m_isIndexTurned)
+            index.LookAlong(p, {-1.0, 0.0}, look);
+        else
+            index.LookAlong(m_view.TurnedBack(p), m_view.Leftwards(), look);
+    }
+
     /// The walk on the near side of the curve next to the left of the part's leftmost point.
     int WalkLeftOf(StretchIndex const &index, int part) {
         DrawingPoint const p = m_leftmost[Index(part)];
-        double const behind = kTies * m_snap;
         double farthest = -HUGE_VAL; // what is of interest so far
         m_sights.clear();
-        DrawingPoint const from = m_isIndexTurned ? p : m_view.TurnedBack(p);
-        index.LookAlong(from, m_isIndexTurned ? DrawingPoint{-1.0, 0.0} : m_view.Leftwards(), [&](int i) {
+        LookLeft(index, p, [&](int i) {
             if (PartOf(m_edges[Index(i)]) != part)
-                farthest = std::max(farthest, AddSights(i, p, farthest) - behind);
+                farthest = std::max(farthest, AddSights(i, p, farthest) - m_moved);
             return p.x - farthest + m_snap;
         });
         std::erase_if(m_sights, [&](Sight const &sight) { return sight.x < farthest; });
-        std::stable_sort(m_sights.begin(), m_sights.end(), [](Sight const &a, Sight const &b) {
-            return std::tie(a.order, a.from) < std::tie(b.order, b.from);
+        if (m_sights.size() > 1)
+            return LeastWalkAround(index, part);
+        return m_sights.empty() ? -1 : RightOf(m_sights.front());
+    }
+
+    /// The least of the bounded faces that the part's leftmost point lies in: those whose borders, all that pass on its
+    /// left, lead into them once more than out of them. Which of the borders that have come near one another, or have
+    /// changed places, stands before the other does not count.
+    int LeastWalkAround(StretchIndex const &index, int part) {
+        DrawingPoint const p = m_leftmost[Index(part)];
+        std::vector<int> edges;
+        LookLeft(index, p, [&](int i) {
+            if (PartOf(m_edges[Index(i)]) != part)
+                edges.push_back(i);
+            return HUGE_VAL;
         });
-        Sight nearest;
-        for (Sight const &sight : m_sights)
-            if (bool const isTie = nearest.edge >= 0 && std::fabs(sight.x - nearest.x) <= m_snap;
-                isTie ? IsRightOf(sight, nearest) : sight.x > nearest.x)
-                nearest = sight;
-        return nearest.edge < 0 ? -1
-                                : m_walks.Of(nearest.run.upward ? HalfEdge::Against(m_edges[Index(nearest.edge)])
-                                                                : HalfEdge::Along(m_edges[Index(nearest.edge)]));
+        std::sort(edges.begin(), edges.end());
+        edges.erase(std::unique(edges.begin(), edges.end()), edges.end());
+        m_sights.clear();
+        for (int const i : edges)
+            AddSights(i, p, -HUGE_VAL);
+        std::map<int, int> entered;
+        for (Sight const &sight : m_sights) {
+            ++entered[RightOf(sight)];
+            --entered[LeftOf(sight)];
+        }
+        int least = -1;
+        for (auto const &[walk, count] : entered)
+            if (FaceWalk const &face = m_walks.walks[Index(walk)];
+                count > 0 && !face.isOutside && (least < 0 || face.area < m_walks.walks[Index(least)].area))
+                least = walk;
+        return least;
+    }
+
+    int RightOf(Sight const &sight) const {
+        HalfEdge const along = HalfEdge::Along(m_edges[Index(sight.edge)]);
+        return m_walks.Of(sight.run.upward ? along.Twin() : along);
+    }
+    int LeftOf(Sight const &sight) const {
+        HalfEdge const along = HalfEdge::Along(m_edges[Index(sight.edge)]);
+        return m_walks.Of(sight.run.upward ? along : along.Twin());
     }
 
     /// Notes where an edge passes the height of `p` on its left, from `farthest` on. Returns the nearest of that.
@@ -183,27 +215,16 @@ private:
             double const x = XAt(s, run, p.y);
             if (x > p.x || x < farthest)
                 continue;
-            m_sights.push_back({i, run, x, s.order, s.from});
+            m_sights.push_back({i, run, x});
             nearest = std::max(nearest, x);
         }
         return nearest;
     }
 
-    /// Whether what passes the height at the same place as the nearest one so far is further right than that where the
-    /// two part: above, where they have a place in common below, or else below.
-    bool IsRightOf(Sight const &sight, Sight const &nearest) const {
-        Stretch const &s = m_stretches[Index(sight.edge)], &other = m_stretches[Index(nearest.edge)];
-        double const top = std::min(sight.run.highY, nearest.run.highY);
-        double const bottom = std::max(sight.run.lowY, nearest.run.lowY);
-        for (double const y : {top, bottom, 0.5 * (top + bottom)})
-            if (double const ahead = XAt(s, sight.run, y) - XAt(other, nearest.run, y); std::fabs(ahead) > m_snap)
-                return ahead > 0.0;
-        return false;
-    }
-
     PlanarMap const &m_map;
     FaceWalks const &m_walks;
     double m_snap;
+    double m_moved;
     TurnedView m_view;
     std::vector<int> m_parts;
     std::vector<int> m_edges;             ///< those in the map
@@ -216,9 +237,10 @@ private:
 
 } // namespace
 
-std::vector<int> NestOutsides(PlanarMap const &map, FaceWalks const &walks, double snap, Landmarks const &landmarks) {
+std::vector<int> NestOutsides(PlanarMap const &map, FaceWalks const &walks, double snap, double moved,
+                              Landmarks const &landmarks) {
     std::vector<int> order;
-    std::vector<int> const seen = LeftView(map, walks, snap, landmarks).SeenWalks(order);
+    std::vector<int> const seen = LeftView(map, walks, snap, moved, landmarks).SeenWalks(order);
     std::vector<int> parents(walks.walks.size(), -1);
     for (int const outside : order) {
         int const around = seen[Index(outside)];
