@@ -263,7 +263,8 @@ private:
         Real const dx = t.cx - s.cx, dy = t.cy - s.cy, d = std::hypot(dx, dy);
         if (d == 0.0L)
             return 0;
-        Real const along = 0.5L * (d + (s.radius - t.radius) * (s.radius + t.radius) / d);
+        Real const along =
+            std::clamp(0.5L * (d + (s.radius - t.radius) * (s.radius + t.radius) / d), -s.radius, s.radius);
         Real const squared = (s.radius - along) * (s.radius + along);
         Real const half = std::sqrt(std::max(0.0L, squared));
         p[0] = {s.cx + (along * dx - half * dy) / d, s.cy + (along * dy + half * dx) / d};
