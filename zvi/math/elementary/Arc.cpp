@@ -80,7 +80,8 @@ NearAngle ArcTangentOf(double y, double x) {
     double const c = (shifted - kToInteger) * (1.0 / 128.0);
     TwoPart const angle = kArcTangentTable[static_cast<unsigned>(LowInteger(shifted))];
     TwoPart const xs = Split(x), ys = Split(y);
-    TwoPart const above = Sum(y - c * xs.head, -(c * xs.tail));
+    TwoPart const first = Sum(y, -(c * xs.head)); // inexact without a tail where y is a little less than half of that
+    TwoPart const above = Sum(first.head, first.tail - c * xs.tail);
     TwoPart const sumBelow = QuickSum(x, c * ys.head);
     TwoPart const below = QuickSum(sumBelow.head, sumBelow.tail + c * ys.tail);
     double const inverse = 1.0 / below.head;
