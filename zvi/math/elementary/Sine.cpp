@@ -73,9 +73,9 @@ Reduced ReduceByLongSteps(double angle) {
     double const shifted = angle * kStepsPerRadian + kToInteger;
     double const steps = shifted - kToInteger;
     double const exact = (angle - steps * kLongAngleStep1) - steps * kLongAngleStep2;
-    if (std::fabs(exact) < kTooSmall)
-        return ReduceByBits(angle);
     TwoPart const rest = QuickSum(exact, -(steps * kLongAngleStep3));
+    if (std::fabs(rest.head) < kTooSmall)
+        return ReduceByBits(angle);
     TwoPart const sum = QuickSum(rest.head, rest.tail - steps * kLongAngleStep4);
     return {static_cast<unsigned>(LowInteger(shifted)), sum.head, sum.tail};
 }
