@@ -19,6 +19,10 @@ void ReadCell(std::istream &words, Number &cell) {
     cell = static_cast<Number>(std::strtod(word.c_str(), nullptr));
 }
 
+inline void ReadCell(std::istream &words, std::string &cell) {
+    EXPECT_TRUE(words >> cell) << "too few cells";
+}
+
 template <class Row>
 std::vector<Row> ReadRows(std::string const &text) {
     std::vector<Row> rows;
@@ -31,7 +35,8 @@ std::vector<Row> ReadRows(std::string const &text) {
     return rows;
 }
 
-/// A table written as a text: "1 0 90; 0 1 nan" has two rows of three cells. Numbers are what strtod reads.
+/// A table written as a text: "1 0 90; 0 1 nan" has two rows of three cells. Numbers are what strtod reads, and
+/// texts hold no blanks.
 template <class... Cells>
 auto Rows(std::string const &text) {
     return ReadRows<std::tuple<Cells...>>(text);
