@@ -1,5 +1,6 @@
 #include "bench/DomainBenchPeers.h"
 
+#include <CGAL/Arr_landmarks_point_location.h>
 #include <CGAL/Arr_non_caching_segment_traits_2.h>
 #include <CGAL/Arrangement_2.h>
 #include <CGAL/Delaunay_triangulation_2.h>
@@ -18,6 +19,8 @@ namespace zvi::bench {
 namespace {
 
 using Kernel = CGAL::Exact_predicates_inexact_constructions_kernel;
+using Traits = CGAL::Arr_non_caching_segment_traits_2<Kernel>;
+using Arrangement = CGAL::Arrangement_2<Traits>;
 /// Processor seconds since `start`.
 double SecondsSince(std::clock_t start) {
     return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
@@ -44,6 +47,13 @@ double TraceFace(PlaneGraph const &graph, std::vector<int> const &next, std::vec
         half = next[static_cast<std::size_t>(half)];
     } while (half != first);
     return area;
+}
+
+std::vector<Traits::X_monotone_curve_2> CurvesOf(std::vector<Segment> const &segments) {
+    std::vector<Traits::X_monotone_curve_2> curves;
+    for (Segment const &s : segments)
+        curves.emplace_back(Kernel::Point_2(s.x1, s.y1), Kernel::Point_2(s.x2, s.y2));
+    return curves;
 }
 
 } // namespace
@@ -101,14 +111,31 @@ FaceRun RunGeosPolygonize(std::vector<Segment> const &segments) {
 }
 
 FaceRun RunCgalArrangement(std::vector<Segment> const &segments) {
-    using Traits = CGAL::Arr_non_caching_segment_traits_2<Kernel>;
-    std::vector<Traits::X_monotone_curve_2> curves;
-    for (Segment const &s : segments)
-        curves.emplace_back(Kernel::Point_2(s.x1, s.y1), Kernel::Point_2(s.x2, s.y2));
+    std::vector<Traits::X_monotone_curve_2> const curves = CurvesOf(segments);
     std::clock_t const start = std::clock();
-    CGAL::Arrangement_2<Traits> arrangement;
+    Arrangement arrangement;
     CGAL::insert_non_intersecting_curves(arrangement, curves.begin(), curves.end());
     return {SecondsSince(start), arrangement.number_of_faces() - arrangement.number_of_unbounded_faces()};
+}
+
+LocationRun RunCgalPointLocation(std::vector<Segment> const &segments,
+                                 std::vector<std::pair<double, double>> const &points) {
+    std::vector<Traits::X_monotone_curve_2> const curves = CurvesOf(segments);
+    Arrangement arrangement;
+    CGAL::insert_non_intersecting_curves(arrangement, curves.begin(), curves.end());
+    CGAL::Arr_landmarks_point_location<Arrangement> const location(arrangement);
+    std::vector<Kernel::Point_2> queries;
+    for (auto const &[x, y] : points)
+        queries.emplace_back(x, y);
+    LocationRun run;
+    std::clock_t const start = std::clock();
+    for (Kernel::Point_2 const &query : queries) {
+        auto const place = location.locate(query);
+        auto const *const face = boost::get<Arrangement::Face_const_handle>(&place);
+        run.held += face && !(*face)->is_unbounded() ? 1 : 0;
+    }
+    run.seconds = SecondsSince(start);
+    return run;
 }
 
 FaceRun RunHalfEdgeWalk(PlaneGraph const &graph) {

@@ -33,6 +33,16 @@ FaceRun RunGeosPolygonize(std::vector<Segment> const &segments);
 /// CGAL's arrangement of segments that meet in their ends alone: inexact kernel, non-caching traits.
 FaceRun RunCgalArrangement(std::vector<Segment> const &segments);
 
+/// Seconds of looking up all points, without making the index, and how many of them lie in bounded faces.
+struct LocationRun {
+    double seconds = 0;
+    int held = 0;
+};
+
+/// CGAL's point location by landmarks in such an arrangement: its vertices, from the nearest of which it walks.
+LocationRun RunCgalPointLocation(std::vector<Segment> const &segments,
+                                 std::vector<std::pair<double, double>> const &points);
+
 /// A plain half-edge walk, which knows nothing but faces: sort the edges at each point by angle, trace every face,
 /// count those that run counter-clockwise.
 FaceRun RunHalfEdgeWalk(PlaneGraph const &graph);
