@@ -111,6 +111,20 @@ TEST(DrawingDetails, KeptDuplicatesServeTheTwoSidesOfABorder) {
     EXPECT_EQ(MakeDrawingDomains(curves).counts.duplicates, 2);
 }
 
+TEST(DrawingDetails, TheOrderOfTheDomainsIsThatOfTheirPlaces) {
+    std::vector<DrawingCurve> curves =
+        Curves("circle 9 0 0 2; line 4 -3 0 3 0; line 7 0 -3 0 3; circle 2 10 0 1; line 1 -3 -3 3 -3; line 3 9 0 11 0");
+    DrawingResult const a = MakeDrawingDomains(curves);
+    std::reverse(curves.begin(), curves.end());
+    DrawingResult const b = MakeDrawingDomains(curves);
+    ASSERT_EQ(a.domains.size(), 6u);
+    for (std::size_t i = 0; i < a.domains.size(); ++i) {
+        DrawingPoint const p = a.domains[i].outer[0].start, q = b.domains[i].outer[0].start;
+        EXPECT_EQ(std::pair(p.x, p.y), std::pair(q.x, q.y));
+        EXPECT_EQ(a.domains[i].area, b.domains[i].area);
+    }
+}
+
 TEST(DrawingDetails, CutsLieWhereCurveIntersectionFindsThem) {
     Dice dice(11);
     DrawingOptions options;

@@ -158,9 +158,14 @@ private:
             return p.x - farthest + m_snap;
         });
         std::erase_if(m_sights, [&](Sight const &sight) { return sight.x < farthest; });
-        if (m_sights.size() > 1)
-            return LeastWalkAround(index, part);
-        return m_sights.empty() ? -1 : RightOf(m_sights.front());
+        if (m_sights.empty())
+            return -1;
+        // A stretch that was met several times is one border.
+        Sight const &first = m_sights.front();
+        bool const isAlone = std::all_of(m_sights.begin(), m_sights.end(), [&first](Sight const &sight) {
+            return sight.edge == first.edge && sight.x == first.x;
+        });
+        return isAlone ? RightOf(first) : LeastWalkAround(index, part);
     }
 
     /// The least of the bounded faces that the part's leftmost point lies in: those whose borders, all that pass on its
