@@ -1,9 +1,9 @@
 #pragma once
 
-// ZVI_API marks what other programs may call. Symbols of the shared library are hidden unless they carry it; a static
-// library, which says ZVI_STATIC to whoever uses it, has nothing to mark.
+/// ZVI_API marks what other programs may call. Symbols of the shared library are hidden unless they carry it; a static
+/// library, which says ZVI_STATIC to whoever uses it, has nothing to mark.
 #if defined(ZVI_STATIC)
-/// Nothing: whoever links a static library may call all of it.
+/// Marks nothing: whoever links a static library may call all of it.
 #define ZVI_API
 #elif defined(_WIN32)
 #if defined(ZVI_BUILDING_LIBRARY)
