@@ -42,5 +42,7 @@ function(zvi_target_defaults target)
   if(ZVI_SANITIZE)
     target_compile_options(${target} PRIVATE -fsanitize=${ZVI_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(${target} PRIVATE -fsanitize=${ZVI_SANITIZE})
+    # With sanitizers g++ takes what the standard library initialises in branches for uninitialised.
+    target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
   endif()
 endfunction()
