@@ -64,6 +64,7 @@ public:
     static void QSortIntWithIndex(int *index, int *key, std::uint64_t count);
     /// Ascending by key.
     static void QSortDblWithIndex(int *index, double *key, std::uint64_t count);
+    /// Ascending by key.
     static void QSortDblWithIndex(unsigned int *index, double *key, std::uint64_t count);
     /// Ascending by the low 32 bits of the keys, which come back whole.
     static void QSortKeyWithIterator(std::uint64_t *iterator, long *key, std::uint64_t count);

@@ -23,8 +23,9 @@ public:
     IMSGPrinter(IMSGPrinter const &) = delete;
     IMSGPrinter &operator=(IMSGPrinter const &) = delete;
 
-    /// Bring the message window, and the session window, to the front.
+    /// Brings the message window to the front.
     virtual void ActiveMessageWnd(CDocument *document) = 0;
+    /// Brings the session window to the front.
     virtual void ActiveSessionWnd(CDocument *document) = 0;
     /// Empties the message window.
     virtual void MsgClear(CDocument *document) = 0;
