@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "zvi/host/Files.h"
 #include "zvi/host/Paths.h"
 
 #include <filesystem>
@@ -12,6 +13,14 @@
 #include <vector>
 
 namespace zvi::test {
+
+/// The text with this host's line ends.
+inline std::string HostText(std::string_view text) {
+    std::string written;
+    for (char const c : text)
+        written += c == '\n' ? std::string(host::LineEnd()) : std::string(1, c);
+    return written;
+}
 
 /// A folder for the files of one test: empty at first, and gone at the end.
 class TemporaryFolder {

@@ -1,65 +1,23 @@
 #pragma once
 
 #include "tests/fuzz/FuzzFile.h"
-#include "zvi/core/CString.h"
-#include "zvi/host/CFile.h"
-
-#include <cstddef>
-#include <cstdint>
-#include <string>
-#include <vector>
+#include "tests/text/TextLines.h"
 
 namespace zvi::fuzz {
 
-using Lines = std::vector<std::wstring>;
-
-/// The lines of a file and the rest behind them by `ReadLine`, or in pieces of at most `size - 1` units.
-template <typename File>
-Lines LinesOf(std::wstring const &path, int bufferSize, unsigned int flags, int size) {
-    File file(bufferSize);
-    Check(file.Open(path.c_str(), flags) == 1);
-    Lines lines;
-    CString line;
-    std::vector<wchar_t> piece(static_cast<std::size_t>(size));
-    for (int result = 1; result;) {
-        lines.emplace_back();
-        // A first piece now and then; the line goes on behind it.
-        if (lines.size() % 3 == 0 && file.ReadString(piece.data(), size))
-            lines.back() = L"(piece)";
-        result = file.ReadLine(line);
-        lines.back().append(line.GetString(), static_cast<std::size_t>(line.GetLength()));
-    }
-    return lines;
-}
-
-/// `ReadLine` alone.
-template <typename File>
-Lines WholeLinesOf(std::wstring const &path, int bufferSize, unsigned int flags) {
-    File file(bufferSize);
-    Check(file.Open(path.c_str(), flags) == 1);
-    Lines lines;
-    CString line;
-    for (int result = 1; result;) {
-        result = file.ReadLine(line);
-        lines.emplace_back(line.GetString(), static_cast<std::size_t>(line.GetLength()));
-    }
-    return lines;
-}
-
-/// What a reader must give at two buffer sizes that the first bytes choose; the rest of the bytes is the file.
+/// What a reader must give at a buffer size, a mode and a size of pieces that the first bytes choose, and at a usual
+/// buffer size; the rest of the bytes is the file.
 template <typename File, typename Oracle>
-void CheckLines(std::uint8_t const *data, std::size_t size, Oracle oracle) {
+int CheckLines(std::uint8_t const *data, std::size_t size, Oracle oracle) {
     if (size < 2)
-        return;
-    std::string const bytes(data + 2, data + size);
+        return 0;
     std::wstring const path = FileWith(data + 2, size - 2);
-    unsigned int const flags = data[0] & 1U ? CFile::kBinary : CFile::kRead;
-    int const bufferSize = data[1];
-    Lines const expected = oracle(bytes, flags);
-    Check(WholeLinesOf<File>(path, bufferSize, flags) == expected);
-    Check(WholeLinesOf<File>(path, 4096, flags) == expected);
-    int const pieceSize = 1 + data[0] / 2;
-    Check(LinesOf<File>(path, bufferSize, flags, pieceSize) == LinesOf<File>(path, 4096, flags, pieceSize));
+    bool const isText = !(data[0] & 1U);
+    unsigned int const flags = isText ? CFile::kRead : CFile::kBinary;
+    lib::test::Lines const expected = oracle(std::string(data + 2, data + size), isText);
+    for (int const bufferSize : {int{data[1]}, 4096})
+        Check(lib::test::GivesLines<File>(path, flags, bufferSize, expected, data[0] / 2));
+    return 0;
 }
 
 } // namespace zvi::fuzz

@@ -3,25 +3,15 @@
 #include "tests/TemporaryFolder.h"
 #include "zvi/host/CodePage.h"
 #include "zvi/host/Files.h"
-#include "zvi/host/MessageBox.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
 #include <string>
-#include <vector>
 
 namespace zvi::host::test {
 
 namespace {
-
-std::string ReadAll(CStdioFile &file, std::size_t piece) {
-    std::vector<char> buffer(piece);
-    std::string all;
-    while (std::size_t const count = file.Read(buffer.data(), piece))
-        all.append(buffer.data(), count);
-    return all;
-}
 
 CFileException::Cause CauseOfOpening(std::wstring const &path, unsigned int flags) {
     CStdioFile file;
@@ -31,33 +21,6 @@ CFileException::Cause CauseOfOpening(std::wstring const &path, unsigned int flag
 }
 
 } // namespace
-
-TEST(CStdioFile, TurnsCarriageReturnLineFeedIntoLineFeedInTextModeAlone) {
-    struct Row {
-        std::string bytes;
-        std::string text;
-    };
-    Row const rows[] = {
-        {"", ""},
-        {"\r\n", "\n"},
-        {"a\r\nb\nc\r", "a\nb\nc\r"},
-        {"\r\r\n\r\n\n\r", "\r\n\n\n\r"},
-        {std::string("a\x1A\0\xFF\r\n", 6), std::string("a\x1A\0\xFF\n", 5)},
-    };
-    zvi::test::TemporaryFolder const folder;
-    for (Row const &row : rows) {
-        folder.Write("t", row.bytes);
-        for (std::size_t const piece : std::array<std::size_t, 4>{1, 2, 3, 7}) {
-            CStdioFile text;
-            CStdioFile binary;
-            ASSERT_TRUE(text.Open(folder.Path("t").c_str(), CFile::kRead));
-            ASSERT_TRUE(binary.Open(folder.Path("t").c_str(), CFile::kBinary));
-            EXPECT_EQ(ReadAll(text, piece), row.text) << piece;
-            EXPECT_EQ(ReadAll(binary, piece), row.bytes) << piece;
-            EXPECT_TRUE(text.IsAtEnd());
-        }
-    }
-}
 
 TEST(CStdioFile, OpensByItsFlags) {
     zvi::test::TemporaryFolder const folder;
@@ -82,11 +45,11 @@ TEST(CStdioFile, OpensByItsFlags) {
     ASSERT_TRUE(file.Open(path.c_str(), CFile::kCreate | CFile::kWrite));
     file.WriteString(L"\xE4\n");
     file.WriteAtOnce("b\n");
-    std::string const end(LineEnd());
-    EXPECT_EQ(folder.Read("f"), MultiOfWide(L"\xE4", kSystemCodePage) + end + "b" + end);
+    std::string const content = MultiOfWide(L"\xE4", kSystemCodePage) + zvi::test::HostText("\nb\n");
+    EXPECT_EQ(folder.Read("f"), content);
     file.WriteString(L"c");
     file.Close();
-    EXPECT_EQ(folder.Read("f"), MultiOfWide(L"\xE4", kSystemCodePage) + end + "b" + end + "c");
+    EXPECT_EQ(folder.Read("f"), content + "c");
 }
 
 TEST(CStdioFile, RaisesWhatCannotBeReadOrWritten) {
@@ -109,24 +72,6 @@ TEST(CStdioFile, RaisesWhatCannotBeReadOrWritten) {
         EXPECT_EQ(error.GetCause(), CFileException::kDiskFull);
     }
     EXPECT_TRUE(file.Open(folder.Path("w").c_str(), CFile::kRead)) << "it was closed all the same";
-#endif
-}
-
-TEST(MessageBox, GoesThroughTheHandlerThatIsInstalled) {
-    std::wstring shown;
-    SetMessageBox([&](wchar_t const *text) {
-        shown += text;
-        SetMessageBox([&](wchar_t const *again) { shown += std::wstring(L"+") + again; });
-    });
-    ShowMessageBox(L"a");
-    ShowMessageBox(L"b");
-    ShowMessageBox(nullptr);
-    SetMessageBox({});
-    EXPECT_EQ(shown, L"a+b+");
-#ifndef _WIN32 // where a box would wait for somebody
-    testing::internal::CaptureStderr();
-    ShowMessageBox(L"caf\xE9");
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "caf\xC3\xA9\n");
 #endif
 }
 

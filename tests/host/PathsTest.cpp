@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-
 namespace fs = std::filesystem;
 namespace host = zvi::host;
 
@@ -49,22 +47,6 @@ TEST(Paths, EveryNameOfAFileComesBack) {
         EXPECT_EQ(fs::path(name).lexically_normal(), host::NativePath(host::LibraryPath(name)).lexically_normal());
     EXPECT_EQ(host::LibraryPath("/a/b"), L"\\a\\b");
     EXPECT_TRUE(host::NativePath(L"Z:\\a").empty()) << "a drive without a root";
-}
-
-TEST(Paths, TheUsersChoiceOfADocumentsFolderHolds) {
-    zvi::test::TemporaryFolder const folder;
-    std::string const home = std::getenv("HOME") ? std::getenv("HOME") : "";
-    ::setenv("HOME", folder.Native().c_str(), 1);
-    ::unsetenv("XDG_CONFIG_HOME");
-    EXPECT_EQ(host::DocumentsFolder(), folder.Path("Documents"));
-    fs::create_directory(folder.Native(".config"));
-    folder.Write(".config/user-dirs.dirs", "# comment\n XDG_DOCUMENTS_DIR = \"$HOME/My \\$apers/\" # mine\n"
-                                           "XDG_MUSIC_DIR=\"$HOME/Music\"\n");
-    EXPECT_EQ(host::DocumentsFolder(), folder.Path("My $apers"));
-    EXPECT_TRUE(fs::is_directory(folder.Native("My $apers")));
-    ::setenv("HOME", folder.Native("none").c_str(), 1);
-    EXPECT_EQ(host::DocumentsFolder(), L"");
-    ::setenv("HOME", home.c_str(), 1);
 }
 
 #endif

@@ -1,13 +1,15 @@
 #include "zvi/text/MMSGFunction.h"
 
 #include "tests/TemporaryFolder.h"
-#include "zvi/text/MMSGParser.h"
 #include "zvi/text/MessageFile.h"
+#include "zvi/text/MessageLine.h"
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
 #include <string_view>
+#include <tuple>
 
 namespace zvi::lib::test {
 
@@ -30,35 +32,39 @@ protected:
         m_folder.Write(name, bytes);
         MMSGFunction::AddFile(m_folder.Path(name).c_str());
     }
+    /// The texts of the keys A, B and C, with a hyphen for none.
+    static std::wstring TextsOfABC() {
+        std::wstring texts;
+        for (wchar_t const *key : {L"A", L"B", L"C"})
+            texts += MMSGFunction::GetValue(key).Replace(L" : 미등록 문자열", L"") ? L"-" : MMSGFunction::GetValue(key);
+        return texts;
+    }
     void SetFont(std::wstring_view content) {
         m_folder.Write("font", Utf16(content));
         MMSGFunction::SetFontPath(m_folder.Path("font").c_str());
     }
-
-    zvi::test::TemporaryFolder m_folder;
-
-private:
     void Clean() {
         SetFont(L"FONT=Tahoma\nSIZE=8");
         MMSGFunction::LoadFile();
         MMSGFunction::SetFontPath(L"");
         MMSGFunction::Reset();
     }
+
+    zvi::test::TemporaryFolder m_folder;
 };
 
 } // namespace
 
 TEST_F(MMSGFunctionTest, GivesTheFirstTextOfAKey) {
-    Add("a", Utf16(L"; comment\r\nHELLO = \"안녕\"\r\n\r\nHELLO = \"later\"\r\nGR = \"Gr\xFC\xDF"
-                   L"e\\n\""));
+    Add("a", Utf16(L"; comment\r\nHELLO = \"안녕\"\r\n\r\nHELLO = \"later\"\r\n"));
     // A line that is too long ends its file alone.
-    Add("b", Utf16(L"HELLO = \"other\"\nLAST = \"end\"\n" + std::wstring(1024, L'x') + L"\nLOST = \"x\""));
+    Add("b", Utf16(L"HELLO = \"other\"\n" + std::wstring(1019, L'x') + L"=\"1\"\nLAST = \"\xFC\"\n" +
+                   std::wstring(1024, L'x') + L"\nLOST = \"x\""));
     EXPECT_EQ(MMSGFunction::GetValue(L"HELLO"), L"HELLO : 미등록 문자열") << "not loaded yet";
     EXPECT_TRUE(MMSGFunction::LoadFile());
     EXPECT_EQ(MMSGFunction::GetValue(L"HELLO"), L"안녕");
-    EXPECT_EQ(MMSGFunction::GetValue(L"GR"), L"Gr\xFC\xDF"
-                                             L"e\n");
-    EXPECT_EQ(MMSGFunction::GetValue(L"LAST"), L"end");
+    EXPECT_EQ(MMSGFunction::GetValue(std::wstring(1019, L'x').c_str()), L"1");
+    EXPECT_EQ(MMSGFunction::GetValue(L"LAST"), L"\xFC");
     EXPECT_EQ(MMSGFunction::GetValue(L"LOST"), L"LOST : 미등록 문자열");
     for (int again = 0; again < 2; ++again)
         EXPECT_EQ(MMSGFunction::GetValue(L"hello"), L"hello : 미등록 문자열");
@@ -69,19 +75,17 @@ TEST_F(MMSGFunctionTest, GivesTheFirstTextOfAKey) {
 TEST_F(MMSGFunctionTest, LoadsWhatWasAdded) {
     Add("a", Utf16(L"A = \"1\""));
     EXPECT_TRUE(MMSGFunction::LoadFile());
-    m_folder.Write("a", Utf16(L"A = \"2\"\nB = \"2\""));
     SetFont(L"SIZE=20");
-    MMSGFunction::AddFile(m_folder.Path("a").c_str());
+    Add("a", Utf16(L"A = \"2\"\nB = \"2\""));
     EXPECT_TRUE(MMSGFunction::LoadAddedFile()) << "the same path is listed once";
+    EXPECT_EQ(TextsOfABC(), L"1--") << "and not read again";
     EXPECT_EQ(MMSGFunction::GetFontSize(), 8) << "nothing new: the font is not read either";
-    EXPECT_EQ(MMSGFunction::GetValue(L"B"), L"B : 미등록 문자열");
     Add("c", Utf16(L"C = \"3\""));
     EXPECT_TRUE(MMSGFunction::LoadAddedFile());
-    EXPECT_EQ(MMSGFunction::GetValue(L"C"), L"3");
+    EXPECT_EQ(TextsOfABC(), L"1-3");
     EXPECT_EQ(MMSGFunction::GetFontSize(), 20);
     EXPECT_TRUE(MMSGFunction::LoadFile());
-    EXPECT_EQ(MMSGFunction::GetValue(L"A"), L"1") << "what is there stays";
-    EXPECT_EQ(MMSGFunction::GetValue(L"B"), L"2");
+    EXPECT_EQ(TextsOfABC(), L"123") << "what is there stays";
 }
 
 TEST_F(MMSGFunctionTest, EndsTheLoadAtAFileThatIsNotUnicode) {
@@ -89,37 +93,48 @@ TEST_F(MMSGFunctionTest, EndsTheLoadAtAFileThatIsNotUnicode) {
     Add("b", "B = \"2\"\n");
     Add("c", Utf16(L"C = \"3\""));
     EXPECT_FALSE(MMSGFunction::LoadFile());
-    EXPECT_EQ(MMSGFunction::GetValue(L"A"), L"1");
-    EXPECT_EQ(MMSGFunction::GetValue(L"C"), L"C : 미등록 문자열");
     EXPECT_FALSE(MMSGFunction::LoadAddedFile());
+    EXPECT_EQ(TextsOfABC(), L"1--");
     Add("b", Utf16(L"B = \"2\""));
     EXPECT_TRUE(MMSGFunction::LoadAddedFile());
-    EXPECT_EQ(MMSGFunction::GetValue(L"C"), L"3");
+    EXPECT_EQ(TextsOfABC(), L"123");
     MMSGFunction::AddFile(m_folder.Path("none").c_str());
     EXPECT_FALSE(MMSGFunction::LoadAddedFile());
 }
 
 TEST_F(MMSGFunctionTest, ReadsTheFontByTheLetter) {
-    struct Row {
-        wchar_t const *content;
-        wchar_t const *font;
-        int size;
-    };
-    for (Row const &row : {Row{L"[Font]\n;FONT=x\n/FONT=y\n\nfont=Malgun Gothic\nSize=12", L"Malgun Gothic", 12},
-                           Row{L"FONT=Arial\r\nSIZE=9\r\n", L"Arial\r", 9},
-                           Row{L"FONT =x\n SIZE=3\nOTHER=1\nSIZE= 11pt\nFONT= a = b", L" a = b", 11},
-                           Row{L"FONT\nSIZE=x", L"Tahoma", 0}}) {
-        MMSGFunction::SetFontPath(L"");
-        SetFont(L"FONT=Tahoma\nSIZE=8");
+    using Row = std::tuple<wchar_t const *, wchar_t const *, int>;
+    for (auto const &[content, font, size] :
+         {Row{L"[Font]\n;FONT=x\n/FONT=y\n\nfont=Malgun Gothic\nSize=12", L"Malgun Gothic", 12},
+          Row{L"FONT=Arial\r\nSIZE=9\r\n", L"Arial\r", 9},
+          Row{L"FONT =x\n SIZE=3\nOTHER=1\nSIZE= 11pt\nFONT= a = b", L" a = b", 11},
+          Row{L"FONT\nSIZE=x", L"Tahoma", 0}}) {
+        Clean();
+        SetFont(content);
         MMSGFunction::LoadFile();
-        SetFont(row.content);
-        MMSGFunction::LoadFile();
-        EXPECT_EQ(MMSGFunction::GetFont(), row.font);
-        EXPECT_EQ(MMSGFunction::GetFontSize(), row.size) << row.content;
+        EXPECT_EQ(MMSGFunction::GetFont(), font);
+        EXPECT_EQ(MMSGFunction::GetFontSize(), size) << content;
     }
     m_folder.Write("font", "FONT=narrow");
     MMSGFunction::LoadFile();
     EXPECT_EQ(MMSGFunction::GetFont(), L"Tahoma");
+}
+
+TEST_F(MMSGFunctionTest, IsToldHowAFileEnded) {
+    using Row = std::tuple<std::string, MessageFile::End, std::size_t>;
+    for (auto const &[bytes, end, lines] :
+         {Row{Utf16(L""), MessageFile::End::kWhole, 0}, Row{Utf16(L"a\n\nb"), MessageFile::End::kWhole, 3},
+          Row{Utf16(L"a\nb") + "x", MessageFile::End::kCutUnit, 2},
+          Row{Utf16(L"a\n") + "x", MessageFile::End::kCutUnit, 1},
+          Row{Utf16(L"a\n" + std::wstring(1024, L'b')), MessageFile::End::kLongLine, 2}}) {
+        m_folder.Write("t", bytes);
+        MessageFile file(m_folder.Path("t").c_str());
+        for (CString line; file.GetLine(line);)
+            EXPECT_EQ(line.Find(L'\n'), -1);
+        EXPECT_EQ(file.HowEnded(), end);
+        EXPECT_EQ(file.LineNumber(), lines);
+    }
+    EXPECT_FALSE(MessageFile(m_folder.Path("none").c_str()).IsOpen());
 }
 
 TEST(MMSGFunction, TakesOnePairOfApostrophesAway) {
@@ -130,29 +145,37 @@ TEST(MMSGFunction, TakesOnePairOfApostrophesAway) {
         EXPECT_EQ(MMSGFunction::RemoveQuote(text), text);
 }
 
-TEST(MessageFile, TellsHowItEnded) {
-    struct Row {
-        std::string bytes;
-        MessageFile::End end;
-        std::size_t lines;
-    };
-    zvi::test::TemporaryFolder const folder;
-    for (Row const &row :
-         {Row{Utf16(L""), MessageFile::End::kWhole, 0}, Row{Utf16(L"a\n\nb"), MessageFile::End::kWhole, 3},
-          Row{Utf16(L"a\nb") + "x", MessageFile::End::kCutUnit, 2},
-          Row{Utf16(L"a\n") + "x", MessageFile::End::kCutUnit, 1},
-          Row{Utf16(L"a\n" + std::wstring(1024, L'b')), MessageFile::End::kLongLine, 1},
-          Row{Utf16(L"a\n" + std::wstring(1023, L'b')), MessageFile::End::kWhole, 2}}) {
-        folder.Write("t", row.bytes);
-        MessageFile file(folder.Path("t").c_str());
-        std::size_t lines = 0;
-        for (CString line; file.GetLine(line);)
-            ++lines;
-        EXPECT_EQ(lines, row.lines);
-        EXPECT_EQ(file.HowEnded(), row.end);
-        EXPECT_EQ(file.LineNumber(), row.lines + (row.end == MessageFile::End::kLongLine ? 1 : 0));
+TEST(MessageLine, HasAKeyAndATextUnlessItIsBlankOrAComment) {
+    using Row = std::array<wchar_t const *, 3>; // line, key, text
+    MessageEntry entry;
+    for (auto const &[line, key, text] : {Row{L"KEY = \"text\"", L"KEY", L"text"},
+                                          Row{L"\t key =\"v\" \x3000\r", L"key", L"v"},
+                                          Row{L"K=\"a\"\"b\"", L"K", L"a\"b"},
+                                          Row{L"K=\"x\\ny\\tz\\r\"", L"K", L"x\ny\tz\r"},
+                                          Row{L"K=\"a\\\\b\"", L"K", L"a\\b"},
+                                          Row{L"K=\"a\\\\n\"", L"K", L"a\\\n"},
+                                          Row{L"K=\"\"\"\\\\\"\"\"", L"K", L"\"\\\""},
+                                          Row{L"/**/KEY = \"v\"", L"KEY", L"v"},
+                                          Row{L"old/**/KEY = \"v\"", L"KEY", L"v"},
+                                          Row{L"a/**/b/**/KEY = \"v\"", L"b/**/KEY", L"v"},
+                                          Row{L"KEY = \"/**/v\"", L"KEY", L"/**/v"},
+                                          Row{L"A = \"x = y\"", L"A", L"x = y"},
+                                          Row{L"KEY = v", L"KEY", L"= "},
+                                          Row{L"KEY=v", L"KEY", L""},
+                                          Row{L"KEY  =v", L"KEY", L" ="},
+                                          Row{L"KEY = \"v\" end", L"KEY", L"v\" en"},
+                                          Row{L"KEY = \"", L"KEY", L""},
+                                          Row{L"no text", L"", L"o tex"},
+                                          Row{L"no \"text\"", L"", L"text"},
+                                          Row{L"=\"v\"", L"", L"v"},
+                                          Row{L"=", L"", L""},
+                                          Row{L"x", L"", L""}}) {
+        EXPECT_TRUE(ParseMessageLine(line, entry)) << line;
+        EXPECT_EQ(entry.key, key) << line;
+        EXPECT_EQ(entry.text, text) << line;
     }
-    EXPECT_FALSE(MessageFile(folder.Path("none").c_str()).IsOpen());
+    for (wchar_t const *line : {L"", L" \t\r", L"; KEY = \"v\"", L"  ;"})
+        EXPECT_FALSE(ParseMessageLine(line, entry)) << line;
 }
 
 } // namespace zvi::lib::test

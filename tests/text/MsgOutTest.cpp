@@ -65,12 +65,22 @@ TEST(MsgOut, ReachesThePrinterByItsName) {
     EXPECT_EQ(IMSGPrinter::m_pInstance, nullptr);
 }
 
-TEST(GErrorBox, ShowsAFormattedText) {
+TEST(GErrorBox, ShowsAFormattedTextThroughTheHandlerThatIsInstalled) {
     CString shown;
-    host::SetMessageBox([&](wchar_t const *text) { shown = text; });
+    host::SetMessageBox([&](wchar_t const *text) {
+        shown = text;
+        host::SetMessageBox([&](wchar_t const *again) { shown += CString(L"+") + again; });
+    });
     EXPECT_EQ(GErrorBox(L"%d errors in %s", 3, L"plan"), 0);
+    GErrorBox(L"b");
+    host::ShowMessageBox(nullptr);
     host::SetMessageBox({});
-    EXPECT_EQ(shown, L"3 errors in plan");
+    EXPECT_EQ(shown, L"3 errors in plan+b+");
+#ifndef _WIN32 // where a box would wait for somebody
+    testing::internal::CaptureStderr();
+    GErrorBox(L"caf\xE9");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "caf\xC3\xA9\n");
+#endif
 }
 
 } // namespace zvi::lib::test

@@ -1,14 +1,14 @@
 #include "apps/zvi/settings/EditSettings.h"
 #include "tests/TemporaryFolder.h"
 #include "tests/apps/zvi/Run.h"
-
 #include "zvi/core/MTolerance.h"
-
 #include "zvi/host/Files.h"
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <initializer_list>
+#include <utility>
 
 namespace zvi::app::test {
 
@@ -25,6 +25,9 @@ RunOutcome Settings(TemporaryFolder const &folder, std::vector<std::string> word
 
 TEST(Settings, ListShowsWhatIsInForceAndWhereItComesFrom) {
     TemporaryFolder const folder;
+    EXPECT_EQ(Settings(folder, {"list"}).status, 1);
+    EXPECT_EQ(Settings(folder, {"get", "a", "b"}).status, 1);
+    EXPECT_TRUE(folder.Names().empty()) << "reading makes no file";
     std::string const content =
         "; by hand\n[ OPT_GEN_TOLERENCE ]\nRegardAsZero = 1.23456789e-6\nAngleTolerance = abc\n[MYAPP]\nk=\x1B[1m";
     folder.Write("s.cfg", content);
@@ -53,26 +56,15 @@ TEST(Settings, ListShowsWhatIsInForceAndWhereItComesFrom) {
     EXPECT_EQ(Settings(folder, {"get", "", "l"}).status, 1);
 }
 
-TEST(Settings, ReadingMakesNoFile) {
-    TemporaryFolder const folder;
-    EXPECT_EQ(Settings(folder, {"list"}).status, 1);
-    EXPECT_EQ(Settings(folder, {"get", "a", "b"}).status, 1);
-    EXPECT_TRUE(folder.Names().empty());
-}
-
 TEST(Settings, SetChangesOneLineAndLeavesTheRest) {
-    struct Row {
-        std::string_view before;
-        std::string_view after;
-    };
-    for (Row const &row : std::initializer_list<Row>{
+    for (auto const &[before, after] : std::initializer_list<std::pair<std::string_view, std::string_view>>{
              {"[ B ]\nx = 1\n", "[ B ]\nx = 1\n\n[ A ]\nk = v w\n"},
              {"[A]\r\n; note\r\n  k=old\r\n", "[A]\r\n; note\r\nk = v w\r\n"},
              {"[A]\nk=1\n[B]\n[A]\nk=2", "[A]\nk=1\n[B]\n[A]\nk = v w"},
              {"[A]\nj=\xFF\n\n[B]\n", "[A]\nj=\xFF\nk = v w\n\n[B]\n"},
              {"\n[A]\nK=1", "\n[A]\nK=1\nk = v w\n"},
          })
-        EXPECT_EQ(EditedSettings(row.before, L"A", L"k", L"v w"), row.after);
+        EXPECT_EQ(EditedSettings(before, L"A", L"k", L"v w"), after);
     std::string const end(host::LineEnd());
     EXPECT_EQ(EditedSettings("[A]", L"A", L"k", L"v w"), "[A]" + end + "k = v w" + end) << "the host's line end";
     EXPECT_EQ(EditedSettings("; top\n[A]\n", L"", L"k", L"v"), "k = v\n; top\n[A]\n");
@@ -86,20 +78,13 @@ TEST(Settings, SetChangesOneLineAndLeavesTheRest) {
 TEST(Settings, SetRefusesWhatTheFileCannotHold) {
     TemporaryFolder const folder;
     folder.Write("s.cfg", "k = 1\n");
-    for (std::vector<std::string> const &words : std::initializer_list<std::vector<std::string>>{
-             {"A", "k=1", "v"},
-             {"A", "k ", "v"},
-             {"A", "k", " v"},
-             {"A\t", "k", "v"},
-             {"A", "k", "v\nw"},
-             {"A", ";k", "v"},
-             {"A", "[k", "v"},
-             {"A", "k", std::string(1022, 'v')},
-             {std::string(1022, 'A'), "k", "v"},
-             {"OPT_GEN_TOLERENCE", "RegardAsZero", "abc"},
-             {"OPT_ANAL_CTRL", "Singular", "true"},
-         }) {
-        RunOutcome const refused = Settings(folder, {"set", words[0], words[1], words[2]});
+    using Words = std::array<std::string, 3>;
+    for (auto const &[category, keyword, value] :
+         {Words{"A", "k=1", "v"}, Words{"A", "k ", "v"}, Words{"A", "k", " v"}, Words{"A\t", "k", "v"},
+          Words{"A", "k", "v\nw"}, Words{"A", ";k", "v"}, Words{"A", "[k", "v"},
+          Words{"A", "k", std::string(1022, 'v')}, Words{std::string(1022, 'A'), "k", "v"},
+          Words{"OPT_GEN_TOLERENCE", "RegardAsZero", "abc"}, Words{"OPT_ANAL_CTRL", "Singular", "true"}}) {
+        RunOutcome const refused = Settings(folder, {"set", category, keyword, value});
         EXPECT_EQ(refused.status, 2) << refused.err;
         EXPECT_EQ(folder.Read("s.cfg"), "k = 1\n");
     }

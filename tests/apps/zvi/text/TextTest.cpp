@@ -4,6 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <utility>
+
 namespace zvi::app::test {
 
 namespace {
@@ -11,42 +14,43 @@ namespace {
 /// Korean, German and a character beyond the basic plane, in every encoding that is named.
 constexpr char const *kText = "한ü😀\r\nx\n";
 
-struct Row {
-    std::string bytes;
-    char const *encoding;
-};
+/// A file, and the name of its encoding.
+using Row = std::pair<std::string, char const *>;
 
 std::string Zeros(char const *bytes, std::size_t size) {
     return {bytes, size};
 }
 
+/// The characters in units of so many bytes, behind a mark.
+std::string Encoded(std::vector<unsigned> const &units, std::size_t size, bool isLittle) {
+    std::string bytes;
+    for (unsigned const unit : units)
+        for (std::size_t i = 0; i < size; ++i)
+            bytes += static_cast<char>(unit >> 8 * (isLittle ? i : size - 1 - i));
+    return bytes;
+}
+
 std::vector<Row> Rows() {
-    std::string const little = Zeros("\x5C\xD5\xFC\0\x3D\xD8\0\xDE\r\0\n\0x\0\n\0", 16);
-    std::string big;
-    for (std::size_t i = 0; i < little.size(); i += 2)
-        big += {little[i + 1], little[i]};
-    std::string const bigger = Zeros("\0\0\xD5\x5C\0\0\0\xFC\0\1\xF6\0\0\0\0\r\0\0\0\n\0\0\0x\0\0\0\n", 28);
-    std::string smaller;
-    for (std::size_t i = 0; i < bigger.size(); i += 4)
-        smaller += {bigger[i + 3], bigger[i + 2], bigger[i + 1], bigger[i]};
+    std::vector<unsigned> const two{0xFEFF, 0xD55C, 0xFC, 0xD83D, 0xDE00, '\r', '\n', 'x', '\n'};
+    std::vector<unsigned> const four{0xFEFF, 0xD55C, 0xFC, 0x1F600, '\r', '\n', 'x', '\n'};
     return {{kText, "UTF-8;"},
             {std::string("\xEF\xBB\xBF") + kText, "UTF-8, with its mark;"},
-            {"\xFF\xFE" + little, "UTF-16, lower byte first, with its mark;"},
-            {"\xFE\xFF" + big, "UTF-16, higher byte first, with its mark;"},
-            {Zeros("\xFF\xFE\0\0", 4) + smaller, "UTF-32, lower byte first, with its mark;"},
-            {Zeros("\0\0\xFE\xFF", 4) + bigger, "UTF-32, higher byte first, with its mark;"}};
+            {Encoded(two, 2, true), "UTF-16, lower byte first, with its mark;"},
+            {Encoded(two, 2, false), "UTF-16, higher byte first, with its mark;"},
+            {Encoded(four, 4, true), "UTF-32, lower byte first, with its mark;"},
+            {Encoded(four, 4, false), "UTF-32, higher byte first, with its mark;"}};
 }
 
 } // namespace
 
 TEST(Text, IsShownAndConvertedWhateverItsEncoding) {
-    std::string const utf16 = Rows()[2].bytes;
-    for (Row const &row : Rows()) {
-        RunOutcome const shown = RunZvi({"text"}, row.bytes);
-        EXPECT_EQ(shown.out, "한ü😀\nx\n") << row.encoding;
-        EXPECT_EQ(shown.err, std::string("zvi: standard input: ") + row.encoding + " 2 lines, LF and CR LF\n");
-        EXPECT_EQ(RunZvi({"text", "--to", "utf-8"}, row.bytes).out, kText) << row.encoding;
-        EXPECT_EQ(RunZvi({"text", "--to", "UTF-16"}, row.bytes).out, utf16) << row.encoding;
+    std::string const utf16 = Rows()[2].first;
+    for (auto const &[bytes, encoding] : Rows()) {
+        RunOutcome const shown = RunZvi({"text"}, bytes);
+        EXPECT_EQ(shown.out, "한ü😀\nx\n") << encoding;
+        EXPECT_EQ(shown.err, std::string("zvi: standard input: ") + encoding + " 2 lines, LF and CR LF\n");
+        EXPECT_EQ(RunZvi({"text", "--to", "utf-8"}, bytes).out, kText) << encoding;
+        EXPECT_EQ(RunZvi({"text", "--to", "UTF-16"}, bytes).out, utf16) << encoding;
     }
     EXPECT_EQ(RunZvi({"text", "--from", "CP1252"}, "Gr\xF6\xDF"
                                                    "e")
@@ -58,22 +62,18 @@ TEST(Text, IsShownAndConvertedWhateverItsEncoding) {
 }
 
 TEST(Text, IsNotConvertedWithLossUnlessThatIsAskedFor) {
-    struct Broken {
-        std::string bytes;
-        char const *err;
-        char const *lossy;
-    };
-    for (Broken const &row :
+    using Broken = std::array<std::string, 3>;
+    for (auto const &[bytes, err, lossy] :
          {Broken{"a\nb\xFF", ":2: 1 place is no character", "a\nb\xEF\xBF\xBD"},
           Broken{Zeros("\xFF\xFE\x3D\xD8x\0", 6), ":1: 1 place", "\xEF\xBF\xBDx"},
           Broken{Zeros("\xFF\xFEx\0\0\xDC\x3D\xD8y", 9), ":1: 3 places", "x\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD"},
           Broken{Zeros("\0\0\xFE\xFF\0\x11\0\0\0", 9), ":1: 2 places", "\xEF\xBF\xBD\xEF\xBF\xBD"}}) {
-        RunOutcome const refused = RunZvi({"text", "--to", "utf-8"}, row.bytes);
+        RunOutcome const refused = RunZvi({"text", "--to", "utf-8"}, bytes);
         EXPECT_EQ(refused.status, 1);
         EXPECT_EQ(refused.out, "");
-        EXPECT_NE(refused.err.find(row.err), std::string::npos) << refused.err;
-        EXPECT_EQ(RunZvi({"text", "--to", "utf-8", "--lossy"}, row.bytes).out, row.lossy);
-        EXPECT_EQ(RunZvi({"text"}, row.bytes).status, 0);
+        EXPECT_NE(refused.err.find(err), std::string::npos) << refused.err;
+        EXPECT_EQ(RunZvi({"text", "--to", "utf-8", "--lossy"}, bytes).out, lossy);
+        EXPECT_EQ(RunZvi({"text"}, bytes).status, 0);
     }
 }
 
@@ -81,7 +81,7 @@ TEST(Text, GoesToAFileAndToJson) {
     zvi::test::TemporaryFolder const folder;
     std::string const out = folder.Native("out").string();
     EXPECT_EQ(RunZvi({"text", "--to", "utf-16", "--out", out}, kText).status, 0);
-    EXPECT_EQ(folder.Read("out"), Rows()[2].bytes);
+    EXPECT_EQ(folder.Read("out"), Rows()[2].first);
     EXPECT_EQ(RunZvi({"text", "--json", out}).out,
               R"({"schema":1,"encoding":"UTF-16, lower byte first","mark":true,"lines":2,"lf":1,"crlf":1,"cr":0,)"
               R"("lastLineEnded":true,"broken":0,"firstBrokenLine":0})"

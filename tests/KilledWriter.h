@@ -1,0 +1,23 @@
+#pragma once
+
+#ifndef _WIN32
+#include <csignal>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace zvi::test {
+
+/// Has `write` called with numbers from `first` on in a process of its own, which is killed so much later; whether it
+/// was.
+template <typename Write>
+bool IsKilledWhileItCalls(Write write, int first, unsigned int microseconds) {
+    pid_t const writer = ::fork();
+    for (int number = first; writer == 0; ++number)
+        write(number);
+    int status = 0;
+    return writer > 0 && ::usleep(microseconds) == 0 && ::kill(writer, SIGKILL) == 0 &&
+           ::waitpid(writer, &status, 0) == writer && WIFSIGNALED(status);
+}
+
+} // namespace zvi::test
+#endif
