@@ -37,7 +37,9 @@ public:
     Connectors(Network &network, double tolerance, Landmarks const &landmarks)
         : m_network(network), m_tolerance(tolerance), m_same(SameDistance(tolerance, network.snap, landmarks)),
           m_landmarks(landmarks), m_endCounts(network.places.Places().size(), 0), m_isMet(m_endCounts.size(), false),
-          m_edgeAt(m_endCounts.size(), -1), m_joined(network.places.Places()) {
+          m_edgeAt(m_endCounts.size(), -1), m_joined(network.places.Places()), m_near(tolerance) {
+        for (DrawingPoint const p : network.places.Places())
+            m_near.Add(p);
         for (int i = 0; i < static_cast<int>(m_network.edges.size()); ++i)
             if (NetworkEdge const &e = EdgeAt(i); !e.stretch.IsFullTurn())
                 for (int const place : {e.startPlace, e.endPlace}) {
@@ -72,16 +74,13 @@ public:
     }
 
     void LookAtPlaces() {
-        PlaceIndex near(m_tolerance);
-        for (DrawingPoint const p : m_network.places.Places())
-            near.Add(p);
         for (int place = 0; place < static_cast<int>(m_endCounts.size()); ++place)
-            near.ForEachNear(m_network.Place(place), m_same, [&](int other, double) {
+            m_near.ForEachNear(m_network.Place(place), m_same, [&](int other, double) {
                 if (place != other && IsEnd(place) && IsEnd(other))
                     m_isMet[Index(place)] = true;
             });
         for (int place = 0; place < static_cast<int>(m_endCounts.size()); ++place)
-            near.ForEachNear(m_network.Place(place), m_tolerance, [&](int other, double distance) {
+            m_near.ForEachNear(m_network.Place(place), m_tolerance, [&](int other, double distance) {
                 if (place < other && IsEnd(place) && IsEnd(other))
                     m_gaps.push_back({IsLoose(place) || IsLoose(other) ? kLooseEnd : kCorner, distance,
                                       m_network.Place(place), m_network.Place(other), place, other, -1, -1});
@@ -173,7 +172,7 @@ private:
         if (partner >= 0 && !m_joined.Fit(partner, p, m_tolerance))
             return -1;
         double const snap = m_network.snap;
-        int const there = m_network.places.Nearest(p, snap);
+        int const there = NearestOn(edge, p);
         if (there < 0)
             return AddPlace(p);
         if (partner < 0 || m_joined.Fit(partner, there, m_tolerance))
@@ -191,8 +190,22 @@ private:
         return -1;
     }
 
+    /// The place on the edge that is as good as a point of it, -1 when there is none.
+    int NearestOn(int edge, DrawingPoint p) const {
+        int nearest = m_network.places.Nearest(p, m_network.snap);
+        double distance = nearest < 0 ? m_same : 0.0;
+        m_near.ForEachNear(p, m_same, [&](int place, double d) {
+            if (d < distance && DistanceTo(EdgeAt(edge).stretch, m_network.Place(place)) < m_network.snap) {
+                nearest = place;
+                distance = d;
+            }
+        });
+        return nearest;
+    }
+
     int AddPlace(DrawingPoint p) {
         m_joined.Add(p);
+        m_near.Add(p);
         return m_network.places.Add(p);
     }
 
@@ -205,6 +218,7 @@ private:
         m_isMet; ///< of each place, whether a curve passes through it, or others end there but for nothing
     std::vector<int> m_edgeAt; ///< of each place, an edge that ends there
     PlaceClusters m_joined;
+    PlaceIndex m_near; ///< of all places
     std::vector<int> m_owners;
     std::vector<Gap> m_gaps;
     std::array<DrawingPoint, 4> m_contacts; ///< of the pair looked at: ends of one edge near the other

@@ -14,60 +14,93 @@ bool IsLeft(MapEdge const &e) {
     return e.state == EdgeState::kInMap || e.state == EdgeState::kSetAside;
 }
 
-/// Of each place how many edges end there, or did so: which of two that lie on one another is left does not count.
-std::vector<int> CountEnds(PlanarMap const &map) {
+/// Of each place how many edges end there, or did so: which of two that lie on one another is left does not count, and
+/// neither does what is no longer than nothing.
+std::vector<int> CountEnds(PlanarMap const &map, double same) {
     std::vector<int> counts(Index(map.Places().Count()), 0);
     for (int e = 0; e < map.EdgeCount(); ++e)
-        if (!map.Edge(e).stretch.IsConnector())
+        if (Stretch const &s = map.Edge(e).stretch; !s.IsConnector() && LengthOf(s) >= same)
             for (int const place : {map.Edge(e).startPlace, map.Edge(e).endPlace})
                 ++counts[Index(place)];
     return counts;
 }
 
-/// Keeps those of `members` whose key is less than the least one by more than `same`.
-template <typename Key>
-void KeepLeast(std::vector<int> &members, double same, Key key) {
-    double least = HUGE_VAL;
-    for (int const p : members)
-        least = std::min(least, key(p));
-    std::erase_if(members, [&](int p) { return key(p) > least + same; });
+/// A place of a cluster, with the others of it that are the same place but for nothing.
+struct Member {
+    DrawingPoint at;
+    int ends = 0;      ///< of edges, at this place
+    int endsInAll = 0; ///< and at all that are the same place
+    int copies = 0;    ///< how many these are
+};
+
+std::vector<Member> MembersOf(PlaceClusters const &places, int root, std::vector<int> const &counts, double same) {
+    std::vector<Member> members;
+    places.ForEachMember(root, [&](int p) { members.push_back({places.Position(p), counts[Index(p)]}); });
+    std::sort(members.begin(), members.end(), [](Member const &a, Member const &b) { return ComesFirst(a.at, b.at); });
+    for (std::size_t i = 0; i < members.size(); ++i)
+        for (std::size_t j = i; j < members.size() && members[j].at.x - members[i].at.x < same; ++j)
+            if (Distance(members[i].at, members[j].at) < same) {
+                members[i].endsInAll += members[j].ends;
+                ++members[i].copies;
+                if (i == j)
+                    continue;
+                members[j].endsInAll += members[i].ends;
+                ++members[j].copies;
+            }
+    return members;
 }
 
-/// The member of a cluster of places at which most edges end, of such the one nearest to the middle, of those the one
-/// that the landmarks rank lowest.
-int BestMember(PlaceClusters const &places, int root, std::vector<int> const &counts, double snap, double same,
-               Landmarks const &landmarks) {
-    std::vector<int> members;
+/// The middle of a cluster, in which what is the same place but for nothing counts once: whether rounding tells such
+/// places apart does not matter.
+DrawingPoint MiddleOf(std::vector<Member> const &members) {
     DrawingPoint sum;
-    places.ForEachMember(root, [&](int p) {
-        sum = sum + places.Position(p);
-        members.push_back(p);
-    });
-    if (members.size() == 1)
-        return root;
-    DrawingPoint const middle = sum * (1.0 / static_cast<double>(members.size()));
-    KeepLeast(members, 0.0, [&](int p) { return static_cast<double>(-counts[Index(p)]); });
-    KeepLeast(members, same, [&](int p) { return Distance(places.Position(p), middle); });
-    KeepLeast(members, snap, [&](int p) { return landmarks.Rank(places.Position(p)); });
-    return *std::min_element(members.begin(), members.end(),
-                             [&](int a, int b) { return ComesFirst(places.Position(a), places.Position(b)); });
+    double weights = 0.0;
+    for (Member const &member : members) {
+        double const weight = 1.0 / member.copies;
+        sum = sum + member.at * weight;
+        weights += weight;
+    }
+    return sum * (1.0 / weights);
+}
+
+/// Keeps those of `members` whose key is less than the least one by more than `same`.
+template <typename Key>
+void KeepLeast(std::vector<Member> &members, double same, Key key) {
+    double least = HUGE_VAL;
+    for (Member const &member : members)
+        least = std::min(least, key(member));
+    std::erase_if(members, [&](Member const &member) { return key(member) > least + same; });
+}
+
+/// The place of a cluster at which most edges end, of such the one nearest to the middle, of those the one that the
+/// landmarks rank lowest.
+DrawingPoint BestPlace(PlaceClusters const &places, int root, std::vector<int> const &counts, double same,
+                       Landmarks const &landmarks) {
+    if (places.IsAlone(root))
+        return places.Position(root);
+    std::vector<Member> members = MembersOf(places, root, counts, same);
+    DrawingPoint const middle = MiddleOf(members);
+    KeepLeast(members, 0.0, [](Member const &member) { return static_cast<double>(-member.endsInAll); });
+    KeepLeast(members, same, [&](Member const &member) { return Distance(member.at, middle); });
+    KeepLeast(members, same, [&](Member const &member) { return landmarks.Rank(member.at); });
+    return members.front().at;
 }
 
 /// Of each place that stands for a cluster, where that is put.
-std::vector<DrawingPoint> ClusterPositions(PlanarMap const &map, double snap, double same, Landmarks const &landmarks) {
+std::vector<DrawingPoint> ClusterPositions(PlanarMap const &map, double same, Landmarks const &landmarks) {
     PlaceClusters const &places = map.Places();
-    std::vector<int> const counts = CountEnds(map);
+    std::vector<int> const counts = CountEnds(map, same);
     std::vector<DrawingPoint> positions(Index(places.Count()));
     for (int root = 0; root < places.Count(); ++root)
         if (places.Root(root) == root)
-            positions[Index(root)] = places.Position(BestMember(places, root, counts, snap, same, landmarks));
+            positions[Index(root)] = BestPlace(places, root, counts, same, landmarks);
     return positions;
 }
 
 } // namespace
 
 std::vector<DrawingPoint> FitEdges(PlanarMap &map, double snap, double same, Landmarks const &landmarks) {
-    std::vector<DrawingPoint> positions = ClusterPositions(map, snap, same, landmarks);
+    std::vector<DrawingPoint> positions = ClusterPositions(map, same, landmarks);
     int const count = map.EdgeCount();
     for (int e = 0; e < count; ++e) {
         if (!IsLeft(map.Edge(e)))

@@ -8,6 +8,9 @@ namespace zvi::lib::drawing {
 
 namespace {
 
+/// A kept duplicate begins and ends within so many tolerances of where its curve does.
+constexpr double kFarInTolerances = 2.0;
+
 class DuplicateFinder {
 public:
     explicit DuplicateFinder(DividedDrawing const &drawing)
@@ -35,8 +38,10 @@ public:
     }
 
     /// The parts of a dropped edge that lie on the originals, one behind the other, between the places of those. An
-    /// original that the edge has nothing beside has no part.
-    void AddParts(int edge, std::vector<int> const &originals, double snap, std::vector<KeptDuplicate> &kept) const {
+    /// original that the edge has nothing beside has no part. None where one of them would have to go `far` from where
+    /// it is.
+    std::vector<KeptDuplicate> PartsOn(int edge, std::vector<int> const &originals, double snap, double far) const {
+        std::vector<KeptDuplicate> kept;
         Stretch const &s = m_map.Edge(edge).stretch;
         std::vector<std::pair<double, int>> order; // fraction of the middle, original
         order.reserve(originals.size());
@@ -53,10 +58,14 @@ public:
             if (!(part.stretch.from < part.stretch.to))
                 continue;
             part.isReversed = FractionAt(s, PointAt(on, kEarly)) > FractionAt(s, PointAt(on, 1.0 - kEarly));
-            FitToEnds(part.stretch, part.isReversed ? on.end : on.start, part.isReversed ? on.start : on.end, snap);
+            DrawingPoint const start = part.isReversed ? on.end : on.start, end = part.isReversed ? on.start : on.end;
+            if (Distance(part.stretch.start, start) >= far || Distance(part.stretch.end, end) >= far)
+                return {};
+            FitToEnds(part.stretch, start, end, snap);
             kept.push_back(part);
             from = to;
         }
+        return kept;
     }
 
 private:
@@ -87,11 +96,12 @@ private:
 
 std::vector<KeptDuplicate> KeptDuplicates(DividedDrawing const &drawing, std::vector<int> &rest) {
     DuplicateFinder const finder(drawing);
+    double const far = kFarInTolerances * std::max(drawing.curves.tolerance, drawing.snap);
     std::vector<KeptDuplicate> kept;
     for (DroppedEdge const &drop : drawing.dropped) {
-        std::vector<int> const originals = finder.OriginalsOf(drop);
-        finder.AddParts(drop.edge, originals, drawing.snap, kept);
-        if (originals.empty())
+        std::vector<KeptDuplicate> const parts = finder.PartsOn(drop.edge, finder.OriginalsOf(drop), drawing.snap, far);
+        kept.insert(kept.end(), parts.begin(), parts.end());
+        if (parts.empty())
             rest.push_back(drop.edge);
     }
     std::sort(kept.begin(), kept.end(), [](KeptDuplicate const &a, KeptDuplicate const &b) {

@@ -14,7 +14,7 @@ struct KeptDuplicate {
 };
 
 /// The dropped edges that lie on edges that are left, cut where those are cut, in the order of their curves; `rest`
-/// gets the others.
+/// gets the others, and those that would have to go two tolerances for it.
 std::vector<KeptDuplicate> KeptDuplicates(DividedDrawing const &drawing, std::vector<int> &rest);
 
 } // namespace zvi::lib::drawing

@@ -37,7 +37,7 @@ DrawingResult MakeDrawingDomains(std::vector<DrawingCurve> const &curves, Drawin
     std::vector<Face> faces = FindFaces(drawing.map, drawing.walks, drawing.snap, moved, landmarks);
     while (DropOverfullFaces(drawing, faces))
         faces = FindFaces(drawing.map, drawing.walks, drawing.snap, moved, landmarks);
-    assert(!options.split || AreApart(drawing.map, faces, moved));
+    assert(!options.split || AreApart(drawing.map, faces, drawing.snap, moved));
     progress(kFacesFound);
     DrawingResult result = ReportDomains(drawing, faces, curves, options.keepDuplicates);
     progress(kReported);

@@ -32,6 +32,8 @@ public:
     /// Makes one cluster of two. Nothing happens when they are one already.
     void Unite(int a, int b);
 
+    bool IsAlone(int place) const { return m_nextMember[Index(place)] == place; }
+
     /// Calls `look(place)` for each place of the cluster of `place`.
     template <typename Look>
     void ForEachMember(int place, Look look) const {

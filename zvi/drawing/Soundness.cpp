@@ -17,8 +17,8 @@ constexpr double kOff = 1.5, kRoomy = 4.0;
 /// Counts which faces hold a point.
 class FaceCounter {
 public:
-    FaceCounter(PlanarMap const &map, std::vector<Face> const &faces)
-        : m_map(map), m_faceOf(2 * Index(map.EdgeCount()), -1), m_index(Boxes(map, m_edges)) {
+    FaceCounter(PlanarMap const &map, std::vector<Face> const &faces, double snap)
+        : m_map(map), m_snap(snap), m_faceOf(2 * Index(map.EdgeCount()), -1), m_index(Boxes(map, m_edges)) {
         for (std::size_t f = 0; f < faces.size(); ++f) {
             Note(faces[f].outer, static_cast<int>(f));
             for (Loop const &hole : faces[f].holes)
@@ -44,7 +44,7 @@ public:
             int const edge = m_edges[Index(i)];
             Stretch const &s = m_map.Edge(edge).stretch;
             std::array<Run, 3> runs;
-            for (int k = RunsOf(s, 0.0, runs); k-- > 0;)
+            for (int k = RunsOf(s, m_snap, runs); k-- > 0;)
                 if (Run const &run = runs[Index(k)]; run.lowY <= p.y && p.y < run.highY && XAt(s, run, p.y) <= p.x) {
                     HalfEdge const along = HalfEdge::Along(edge);
                     ++entered[m_faceOf[Index((run.upward ? along.Twin() : along).number)]];
@@ -72,6 +72,7 @@ private:
     }
 
     PlanarMap const &m_map;
+    double m_snap;
     std::vector<int> m_faceOf; ///< of each half-edge, -1 for what lies outside of all
     std::vector<int> m_edges;  ///< those in the map
     BoxIndex m_index;
@@ -112,8 +113,8 @@ bool IsSound(PlanarMap const &map, double snap) {
     return map.IsPlanar() && std::fabs(areas) <= snap * length;
 }
 
-bool AreApart(PlanarMap const &map, std::vector<Face> const &faces, double clear) {
-    FaceCounter counter(map, faces);
+bool AreApart(PlanarMap const &map, std::vector<Face> const &faces, double snap, double clear) {
+    FaceCounter counter(map, faces, snap);
     auto const isSeen = [&](Loop const &loop, int face) {
         HalfEdge const h = LongestOf(map, loop);
         Stretch const s = h.IsReversed() ? Reversed(map.Edge(h).stretch) : map.Edge(h).stretch;

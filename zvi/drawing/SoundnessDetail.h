@@ -13,7 +13,7 @@ bool IsSound(PlanarMap const &map, double snap);
 /// Whether holes stand inside their faces and no two faces overlap. It looks beside the middle of the longest edge of
 /// each loop, where that has the ground to itself: there must be the face, and no other. What the tolerance may have
 /// moved across a border does not count, so that `clear`, the room that it takes, is what two edges may have come
-/// nearer to one another.
-bool AreApart(PlanarMap const &map, std::vector<Face> const &faces, double clear);
+/// nearer to one another; nor does what an arc rises or falls by less than the snap distance.
+bool AreApart(PlanarMap const &map, std::vector<Face> const &faces, double snap, double clear);
 
 } // namespace zvi::lib::drawing

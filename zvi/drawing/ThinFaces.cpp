@@ -7,6 +7,7 @@
 #include <map>
 #include <queue>
 #include <tuple>
+#include <unordered_map>
 #include <utility>
 
 namespace zvi::lib::drawing {
@@ -243,16 +244,29 @@ public:
             walks.push_back(WalkFrom(m_map, faces.walks[Index(face)].first));
         bool any = false;
         for (std::vector<HalfEdge> const &walk : walks) {
-            // Neighbours that have collapsed took edges away; those that are left still bound the face.
-            auto const left =
-                std::find_if(walk.begin(), walk.end(), [&](HalfEdge h) { return m_map.IsInMap(h.Edge()); });
-            if (left != walk.end())
-                any = CollapseFace(*left) || any;
+            // Neighbours that have collapsed took edges away.
+            HalfEdge left;
+            for (std::size_t i = 0; i < walk.size() && left == HalfEdge(); ++i)
+                left = LeftOf(walk[i]);
+            if (!(left == HalfEdge()))
+                any = CollapseFace(left) || any;
         }
         return any;
     }
 
 private:
+    /// What bounds the face on the left of a half-edge in its place, itself as long as it is in the map; no half-edge
+    /// when nothing has taken its place.
+    HalfEdge LeftOf(HalfEdge h) const {
+        while (!m_map.IsInMap(h.Edge())) {
+            auto const heir = m_heirs.find(h.number);
+            if (heir == m_heirs.end())
+                return {};
+            h = heir->second;
+        }
+        return h;
+    }
+
     bool CollapseFace(HalfEdge first) {
         std::vector<HalfEdge> const walk = WalkFrom(m_map, first);
         if (HasBothSidesOfAnEdge(walk))
@@ -314,6 +328,7 @@ private:
         HalfEdge const later = isFirstLater ? a : b, original = isFirstLater ? b : a;
         m_map.StretchOf(original.Edge()).order = std::min(s.order, other.order);
         m_map.Drop(later, original);
+        m_heirs[later.Twin().number] = original;
         m_dropped.push_back({later.Edge(), original.Edge(), m_map.NextPart(original.Edge())});
     }
 
@@ -323,6 +338,7 @@ private:
     double m_snap;
     Landmarks const &m_landmarks;
     std::vector<DroppedEdge> &m_dropped;
+    std::unordered_map<int, HalfEdge> m_heirs; ///< of a dropped half-edge, what bounds its face from then on
 };
 
 /// The longest edge of the walk that has another face on its other side, -1 if there is none.
