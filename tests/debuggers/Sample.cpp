@@ -10,7 +10,9 @@
 #include "zvi/core/MHashMap.h"
 #include "zvi/core/MList.h"
 #include "zvi/core/MTArray.h"
+#include "zvi/core/MVector.h"
 #include "zvi/curves/T_LINE_G.h"
+#include "zvi/spatial/MOcTree.h"
 #include "zvi/spatial/MQuadTree.h"
 
 using namespace zvi;
@@ -40,5 +42,8 @@ int main() {
     T_LINE_G const arc = T_LINE_G().Set({1, 0, 0}, {0, 1, 0}, 1, {0, 0, 0}, {0, 0, 1}, 1, 1e-4);
     MQuadTree tree;
     tree.Insert(7U, {0, 0, 1, 1});
+    MOcTree const spaceTree;
+    MVector<double, 2> const pair(1, 2);
+    MVector<double, 3> const triple(1, 2, 3);
     Show();
 }
