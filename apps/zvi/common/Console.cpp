@@ -1,9 +1,8 @@
 #include "apps/zvi/common/Console.h"
 
 #include "apps/zvi/common/ExitStatus.h"
+#include "apps/zvi/common/StandardStreams.h"
 #include "apps/zvi/common/Terminal.h"
-
-#include <cerrno>
 
 namespace zvi::app {
 
@@ -17,12 +16,18 @@ void TellFailure(Console &console, std::string const &where, std::size_t line, s
 }
 
 int WriteResult(Console &console, std::string const &text) {
-    errno = 0;
     console.out.write(text.data(), static_cast<std::streamsize>(text.size()));
     console.out.flush();
-    if (console.out.good() || ReaderHasGone())
+    return console.out.good() ? int(kExitDone) : TellWriteFailure(console);
+}
+
+int TellWriteFailure(Console &console) {
+    auto const *const output = dynamic_cast<GatheredOutput const *>(console.out.rdbuf());
+    std::error_code const failure = output ? output->Failure() : std::make_error_code(std::errc::io_error);
+    if (failure == std::errc::broken_pipe)
         return kExitDone;
-    TellFailure(console, "standard output", 0, "cannot be written; check that there is room and try again");
+    TellFailure(console, "standard output", 0,
+                "cannot be written (" + ReasonOf(failure) + "); check that there is room and try again");
     return kExitBadInput;
 }
 

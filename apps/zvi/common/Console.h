@@ -23,6 +23,9 @@ void TellFailure(Console &console, std::string const &where, std::size_t line, s
 /// a message) when it cannot be written otherwise.
 int WriteResult(Console &console, std::string const &text);
 
+/// Behind a write to standard output that failed: tells why, unless the reader has gone, and returns the exit status.
+int TellWriteFailure(Console &console);
+
 /// Where standard input is a terminal, says that the verb waits for text to be typed there; `what` says what text.
 void TellWaiting(Console &console, std::string const &what, std::string const &verb);
 

@@ -1,6 +1,7 @@
 #include "apps/zvi/common/OutputFile.h"
 
 #include "apps/zvi/common/FileAccess.h"
+#include "apps/zvi/common/StandardStreams.h"
 #include "apps/zvi/common/Terminal.h"
 
 namespace zvi::app {
@@ -8,7 +9,7 @@ namespace zvi::app {
 namespace {
 
 std::string CannotWrite(std::error_code const &failure) {
-    return "cannot be written (" + failure.default_error_condition().message() +
+    return "cannot be written (" + ReasonOf(failure) +
            "); check that the folder exists, may be written to and has room";
 }
 

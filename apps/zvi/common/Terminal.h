@@ -5,8 +5,8 @@
 
 namespace zvi::app {
 
-/// Lets the standard streams of C++ carry bytes as they are, and UTF-8 to and from a terminal whatever that speaks.
-/// Call it once, before anything is read or written.
+/// Lets the standard streams of C++ carry bytes as they are, whole through every pipe (StandardStreams.h), and UTF-8 to
+/// and from a terminal whatever that speaks. Call it once, before anything is read or written.
 void OpenStandardStreams();
 
 /// Whether standard input (0), standard output (1) or standard error (2) is a terminal; an output counts as one only
@@ -15,10 +15,6 @@ bool IsTerminal(int stream);
 
 /// What a user types at a terminal to say that the input ends.
 char const *EndOfInputKeys();
-
-/// Whether a write that has just failed did so because nobody reads the pipe any more. `errno` must have been 0 before
-/// the write.
-bool ReaderHasGone();
 
 /// Lets a write to a closed pipe fail instead of ending the process, and, when the user or the
 /// system ends the process, does what RemoveOnInterrupt was asked for last.

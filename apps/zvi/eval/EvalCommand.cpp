@@ -1,6 +1,7 @@
 #include "apps/zvi/eval/EvalCommand.h"
 
 #include "apps/zvi/common/ExitStatus.h"
+#include "apps/zvi/common/Failure.h"
 #include "apps/zvi/common/Text.h"
 #include "apps/zvi/eval/EvalOptions.h"
 #include "apps/zvi/eval/EvalSession.h"
@@ -63,7 +64,12 @@ int RunEval(std::vector<std::string> const &arguments, Console &console) {
     if (options.text && *options.text != "-")
         return AnswerText(options, console);
     bool const isTerminal = console.inIsTerminal && console.outIsTerminal;
-    return options.text || !isTerminal ? AnswerLines(options, console) : AnswerPrompt(options, console);
+    try {
+        return options.text || !isTerminal ? AnswerLines(options, console) : AnswerPrompt(options, console);
+    } catch (InputError const &error) {
+        TellFailure(console, "standard input", 0, error.what());
+        return kExitBadInput;
+    }
 }
 
 } // namespace zvi::app

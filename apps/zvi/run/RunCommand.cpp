@@ -12,7 +12,6 @@
 #include "zvi/host/Paths.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <chrono>
 #include <optional>
 #include <system_error>
@@ -147,7 +146,6 @@ bool Watch(ChildOutput &child, Stopper &stopper, std::ostream &out) {
     lib::MProcessMgr &manager = *lib::MProcessMgr::Instance();
     while (!child.HasEnded() && !stopper.Look()) {
         manager.WaitForOutput(static_cast<unsigned int>(kLook.count()));
-        errno = 0;
         lib::MProcessMgr::TimerProc(nullptr, 0, lib::MProcessMgr::kTimerId, 0);
         if (!out.flush())
             return false;
@@ -177,12 +175,12 @@ int RunRun(std::vector<std::string> const &arguments, Console &console) {
                                           stopper.Document()) != 0)
         throw InputError(0, options.words[0] + ": cannot be started; see whether it is still there");
     if (!Watch(child, stopper, console.out)) {
-        bool const hasReaderGone = ReaderHasGone();
         stopper.End();
-        return hasReaderGone ? kExitDone : (console.out.clear(), WriteResult(console, ""));
+        return TellWriteFailure(console);
     }
     child.EndLine();
-    console.out.flush();
+    if (!console.out.flush())
+        return TellWriteFailure(console);
     if (child.StartError() != 0)
         throw InputError(0, options.words[0] + ": cannot be run: " +
                                 std::system_category().message(static_cast<int>(child.StartError())));

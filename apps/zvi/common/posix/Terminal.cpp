@@ -1,12 +1,14 @@
 #include "apps/zvi/common/Terminal.h"
 
+#include "apps/zvi/common/StandardStreams.h"
+
 #include <unistd.h>
 
 #include <array>
 #include <atomic>
-#include <cerrno>
 #include <csignal>
 #include <cstring>
+#include <iostream>
 
 namespace zvi::app {
 
@@ -44,8 +46,13 @@ void Handle(int signal, void (*handler)(int)) {
 
 } // namespace
 
-/// Streams carry bytes here, and terminals speak UTF-8.
-void OpenStandardStreams() {}
+// Terminals speak UTF-8 here. The buffers are never destroyed: the streams write what is left when the process ends.
+void OpenStandardStreams() {
+    std::cin.rdbuf(new StandardInput(StandardStream(0)));
+    std::cin.exceptions(std::ios::badbit);
+    std::cout.rdbuf(new StandardOutput(StandardStream(1)));
+    std::cerr.rdbuf(new StandardOutput(StandardStream(2)));
+}
 
 bool IsTerminal(int stream) {
     return isatty(stream) != 0;
@@ -53,10 +60,6 @@ bool IsTerminal(int stream) {
 
 char const *EndOfInputKeys() {
     return "Ctrl-D";
-}
-
-bool ReaderHasGone() {
-    return errno == EPIPE;
 }
 
 void InstallSignalHandlers() {

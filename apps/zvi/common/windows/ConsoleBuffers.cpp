@@ -11,9 +11,6 @@ namespace zvi::app {
 
 namespace {
 
-/// Bytes that an output keeps at most before it shows them.
-constexpr std::size_t kShownAtOnce = 8192;
-
 /// Units that are read from a console, or written to it, in one step; more than some consoles take.
 constexpr std::size_t kUnitsAtOnce = 4096;
 
@@ -35,35 +32,18 @@ std::size_t WholeCharacters(std::string_view utf8) {
     return utf8.size();
 }
 
-std::streambuf::int_type ConsoleOutput::overflow(int_type byte) {
-    if (traits_type::eq_int_type(byte, traits_type::eof()))
-        return traits_type::not_eof(byte);
-    char const character = traits_type::to_char_type(byte);
-    return xsputn(&character, 1) == 1 ? byte : traits_type::eof();
-}
-
-std::streamsize ConsoleOutput::xsputn(char const *bytes, std::streamsize count) {
-    m_bytes.append(bytes, static_cast<std::size_t>(count));
-    return m_bytes.size() < kShownAtOnce || Show() ? count : 0;
-}
-
-int ConsoleOutput::sync() {
-    return Show() ? 0 : -1;
-}
-
-bool ConsoleOutput::Show() {
-    std::size_t const whole = WholeCharacters(m_bytes);
-    CString const text = lib::WideOf(std::string_view(m_bytes).substr(0, whole));
-    m_bytes.erase(0, whole);
+std::error_code ConsoleOutput::HandOver(std::string_view &bytes) {
+    bytes = bytes.substr(0, WholeCharacters(bytes));
+    CString const text = lib::WideOf(bytes);
     std::wstring_view left = View(text);
     while (!left.empty()) {
         DWORD written = 0;
         auto const count = static_cast<DWORD>(std::min(left.size(), kUnitsAtOnce));
         if (!WriteConsoleW(m_console, left.data(), count, &written, nullptr) || written == 0)
-            return false;
+            return std::make_error_code(std::errc::io_error);
         left.remove_prefix(written);
     }
-    return true;
+    return {};
 }
 
 std::streambuf::int_type ConsoleInput::underflow() {

@@ -1,29 +1,25 @@
 #pragma once
 
+#include "apps/zvi/common/StandardStreams.h"
 #include "apps/zvi/common/windows/WindowsHeader.h"
 
-#include <array>
 #include <streambuf>
 #include <string>
+#include <string_view>
 
 namespace zvi::app {
 
 /// What is written as UTF-8 appears on a console. A character that comes in two writes waits for its end.
-class ConsoleOutput : public std::streambuf {
+class ConsoleOutput : public GatheredOutput {
 public:
     /// `console` is open for writing as long as the buffer lives.
     explicit ConsoleOutput(HANDLE console) : m_console(console) {}
 
 protected:
-    int_type overflow(int_type byte) override;
-    std::streamsize xsputn(char const *bytes, std::streamsize count) override;
-    int sync() override;
+    std::error_code HandOver(std::string_view &bytes) override;
 
 private:
-    bool Show();
-
     HANDLE m_console;
-    std::string m_bytes; ///< not shown yet
 };
 
 /// The lines that are typed at a console, as UTF-8 that ends its lines with LF. A line that begins with Ctrl-Z is the

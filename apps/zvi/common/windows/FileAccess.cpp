@@ -1,8 +1,8 @@
 #include "apps/zvi/common/FileAccess.h"
 
+#include "apps/zvi/common/StandardStreams.h"
 #include "apps/zvi/common/windows/WindowsHeader.h"
 
-#include <algorithm>
 #include <cwchar>
 
 namespace zvi::app {
@@ -11,18 +11,6 @@ namespace {
 
 std::error_code LastFailure() {
     return {static_cast<int>(GetLastError()), std::system_category()};
-}
-
-std::error_code WriteAll(HANDLE file, std::string_view content) {
-    constexpr std::size_t kBytesAtOnce = std::size_t{1} << 30;
-    while (!content.empty()) {
-        DWORD written = 0;
-        auto const count = static_cast<DWORD>(std::min(content.size(), kBytesAtOnce));
-        if (!WriteFile(file, content.data(), count, &written, nullptr))
-            return LastFailure();
-        content.remove_prefix(written);
-    }
-    return {};
 }
 
 } // namespace
@@ -46,7 +34,7 @@ std::error_code WriteContent(std::filesystem::path const &path, std::string_view
         CreateFileW(path.c_str(), GENERIC_WRITE, kShared, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE)
         return LastFailure();
-    std::error_code const failure = WriteAll(file, content);
+    std::error_code const failure = WriteAll(reinterpret_cast<HostStream>(file), content);
     return CloseHandle(file) || failure ? failure : LastFailure();
 }
 

@@ -1,15 +1,10 @@
 #include "apps/zvi/common/Terminal.h"
 
+#include "apps/zvi/common/StandardStreams.h"
 #include "apps/zvi/common/windows/ConsoleBuffers.h"
-
-#include <fcntl.h>
-#include <io.h>
 
 #include <array>
 #include <atomic>
-#include <cerrno>
-#include <cstdio>
-#include <cstdlib>
 #include <cwchar>
 #include <iostream>
 
@@ -43,32 +38,35 @@ BOOL WINAPI Count(DWORD event) {
     return TRUE;
 }
 
-HANDLE HandleOf(int stream) {
-    constexpr DWORD kNumbers[] = {STD_INPUT_HANDLE, STD_OUTPUT_HANDLE, STD_ERROR_HANDLE};
-    return GetStdHandle(kNumbers[stream]);
+HANDLE HandleOf(int number) {
+    return reinterpret_cast<HANDLE>(StandardStream(number));
 }
 
-/// Puts a console's own buffer under an output stream.
-void OpenOutput(std::ostream &stream, int number) {
+bool IsConsole(int number) {
+    DWORD mode = 0;
+    return GetConsoleMode(HandleOf(number), &mode);
+}
+
+std::streambuf *OutputTo(int number) {
     DWORD mode = 0;
     HANDLE const handle = HandleOf(number);
     if (!GetConsoleMode(handle, &mode))
-        return;
+        return new StandardOutput(StandardStream(number));
     SetConsoleMode(handle, mode | ENABLE_PROCESSED_OUTPUT | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
-    // Never destroyed: the stream writes what is left when the process ends.
-    stream.rdbuf(new ConsoleOutput(handle));
+    return new ConsoleOutput(handle);
 }
 
 } // namespace
 
+// The buffers are never destroyed: the streams write what is left when the process ends.
 void OpenStandardStreams() {
-    for (std::FILE *const file : {stdin, stdout, stderr})
-        _setmode(_fileno(file), _O_BINARY);
-    DWORD mode = 0;
-    if (GetConsoleMode(HandleOf(0), &mode))
+    if (IsConsole(0))
         std::cin.rdbuf(new ConsoleInput(HandleOf(0)));
-    OpenOutput(std::cout, 1);
-    OpenOutput(std::cerr, 2);
+    else
+        std::cin.rdbuf(new StandardInput(StandardStream(0)));
+    std::cin.exceptions(std::ios::badbit);
+    std::cout.rdbuf(OutputTo(1));
+    std::cerr.rdbuf(OutputTo(2));
 }
 
 bool IsTerminal(int stream) {
@@ -80,10 +78,6 @@ bool IsTerminal(int stream) {
 
 char const *EndOfInputKeys() {
     return "Ctrl-Z and Enter";
-}
-
-bool ReaderHasGone() {
-    return errno == EPIPE || (errno == EINVAL && _doserrno == ERROR_NO_DATA);
 }
 
 void InstallSignalHandlers() {
