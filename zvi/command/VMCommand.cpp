@@ -269,12 +269,19 @@ bool VMCommand::HoldsPositions() const {
 }
 
 void VMCommand::CopyIntegers(std::int32_t *out) const {
-    ForEachRun([&out](Run const &run) {
-        for (std::int32_t i = 0; i < run.count; ++i) {
-            *out++ = run.kind == kArgInteger  ? run.IntegerAt(i)
-                     : run.kind == kArgDouble ? static_cast<std::int32_t>(std::bit_cast<std::uint64_t>(run.DoubleAt(i)))
-                                              : 0;
+    ForEachRun([&out](Run const &listed) {
+        // A copy, which nothing that is written can change.
+        Run const run = listed;
+        if (run.kind == kArgInteger) {
+            for (std::int32_t i = 0; i < run.count; ++i)
+                out[i] = run.IntegerAt(i);
+        } else {
+            for (std::int32_t i = 0; i < run.count; ++i)
+                out[i] = run.kind == kArgDouble
+                             ? static_cast<std::int32_t>(std::bit_cast<std::uint64_t>(run.DoubleAt(i)))
+                             : 0;
         }
+        out += run.count;
     });
 }
 
