@@ -3,6 +3,7 @@
 
 #include "zvi/command/BuiltInSymbolsDetail.h"
 #include "zvi/command/CommandGrammarDetail.h"
+#include "zvi/command/OrderedPowerDetail.h"
 
 #include <array>
 #include <cmath>
@@ -33,29 +34,6 @@ int Precedence(int token) {
 
 std::int64_t ExactInteger(int token, std::int64_t a, std::int64_t b) {
     return token == '+' ? a + b : token == '-' ? a - b : a * b;
-}
-
-/// The product of `exponent` factors, multiplied one by one from 1.0. Once a further factor leaves its magnitude as it
-/// is (of a base of 0, 1 or -1, behind an overflow, at the smallest number, or with a NaN), only the sign is left to
-/// find. Behind the ten-millionth factor the rest is multiplied by repeated squaring, so that no text of a few
-/// characters computes for minutes.
-double Product(double base, std::int32_t exponent) {
-    constexpr std::int32_t kMostFactors = 10'000'000;
-    double product = 1.0;
-    std::int32_t left = exponent;
-    for (; left > 0 && exponent - left < kMostFactors; --left) {
-        double const next = product * base;
-        if (std::isnan(next))
-            return next;
-        if (std::fabs(next) == std::fabs(product))
-            return std::signbit(base) && left % 2 == 0 ? product : next;
-        product = next;
-    }
-    for (double square = base; left > 0; left >>= 1, square *= square) {
-        if (left & 1)
-            product *= square;
-    }
-    return product;
 }
 
 } // namespace
@@ -166,7 +144,7 @@ bool CommandGrammar::Binary(Operator const &op, ParseNumber &a, ParseNumber cons
 bool CommandGrammar::Power(Operator const &op, ParseNumber &base, ParseNumber const &exponent) {
     if (exponent.kind != kParseInteger || exponent.integer == 0)
         return FailAt(ParseFaultKind::kExponent, op.begin + 1, m_lexer.TokenStart());
-    base.SetDouble(Finite(Product(base.AsDouble(), exponent.integer), op.begin), kParseComputed);
+    base.SetDouble(Finite(OrderedPower(base.AsDouble(), exponent.integer), op.begin), kParseComputed);
     return true;
 }
 

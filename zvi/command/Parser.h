@@ -32,8 +32,8 @@ class CommandGrammar;
 ///         parser.GetPositionData(x, y, z); // 10, 10, 0
 ///
 /// Limits: a line of 2,047 bytes with its start word, and 10,000,000 arguments; beyond them a parse fails. A power is
-/// the product of its factors in order, up to 10,000,000 of them, which takes some 10 ms where the base is so close to
-/// 1 or -1 that the product neither overflows nor vanishes; a line that is full of such powers takes seconds.
+/// the product of its factors in order, up to 10,000,000 of them. That takes some 10 ms for a base between 1e-9 and
+/// 1e-4 away from 1 or -1; a line that is full of such powers of different bases takes seconds.
 class ZVI_API Parser : public yyfparser {
 public:
     /// Most arguments that the lists of one parse may hold.
