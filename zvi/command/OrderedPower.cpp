@@ -25,9 +25,9 @@ struct Product {
 };
 
 /// How often in a row the rounded product, which the next factor changes by `step`, changes by the same; at least once
-/// and at most `most` times. The factor is 1 + `distance` and near to 1, so that the product stays in the binade above 1
-/// or below it, and the steps are the same until product * distance has crossed a middle between two last places.
-/// The divisions are off by less than two steps, so four are left to the multiplication, and so is every tie.
+/// and at most `most` times. The factor is 1 + `distance` and near to 1, so that the product stays in the binade above
+/// 1 or below it, and the steps are the same until product * distance has crossed a middle between two last places. The
+/// divisions are off by less than two steps, so four are left to the multiplication, and so is every tie.
 std::int32_t StepsAlike(double product, double step, double distance, std::int32_t most) {
     double const lastPlace = distance > 0.0 ? 0x1p-52 : 0x1p-53;
     double const end = (step + 0.5 * lastPlace) / distance;

@@ -13,8 +13,8 @@ inline constexpr std::int32_t kMostOrderedFactors = 10'000'000;
 /// ten-millionth factor the rest is multiplied by repeated squaring, so that no text of a few characters computes for
 /// minutes.
 ///
-/// At once: bases of 0, 1 and -1, what soon overflows or vanishes, bases within 1e-10 of 1 or -1, and what was asked for
-/// just before on the same thread. What is left is as slow as its multiplications, some 10 ms for ten million.
+/// At once: bases of 0, 1 and -1, what soon overflows or vanishes, bases within 1e-10 of 1 or -1, and what was asked
+/// for just before on the same thread. What is left is as slow as its multiplications, some 10 ms for ten million.
 ZVI_API double OrderedPower(double base, std::int32_t exponent);
 
 } // namespace zvi::lib::command

@@ -59,8 +59,12 @@ public:
     ImpatientPipe(ImpatientPipe const &) = delete;
     ImpatientPipe &operator=(ImpatientPipe const &) = delete;
 
-    HostStream Reading() const { return m_ends[0]; }
-    HostStream Writing() const { return m_ends[1]; }
+    HostStream Reading() const {
+        return m_ends[0];
+    }
+    HostStream Writing() const {
+        return m_ends[1];
+    }
 
 private:
     HostStream m_ends[2] = {-1, -1};
