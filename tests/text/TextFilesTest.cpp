@@ -83,9 +83,10 @@ TEST(TextFiles, AreReadByTheirMark) {
     zvi::test::TemporaryFolder const folder;
     std::wstring const path = folder.Path("t");
     CString line;
-    for (Row const &row : {Row{"", kEncodingMultiByte}, Row{"\xEF\xBB", kEncodingMultiByte},
-                           Row{"\xEF\xBB\xBF", kEncodingUtf8}, Row{"\xFF\xFE", kEncodingUtf16Little},
-                           Row{"\xFE\xFF", kEncodingUtf16Big}, Row{{"\0\0\xFE\xFF", 4}, kEncodingUtf32Big}}) {
+    for (auto const &[mark, expected] :
+         {Row{"", kEncodingMultiByte}, Row{"\xEF\xBB", kEncodingMultiByte}, Row{"\xEF\xBB\xBF", kEncodingUtf8},
+          Row{"\xFF\xFE", kEncodingUtf16Little}, Row{"\xFE\xFF", kEncodingUtf16Big},
+          Row{{"\0\0\xFE\xFF", 4}, kEncodingUtf32Big}}) {
         folder.Write("t", mark);
         TEXT_ENCODING type = kEncodingUtf32Big;
         EXPECT_EQ(MFileCtrl::GetTextFileEncodingInfo(path.c_str(), type), 1);
