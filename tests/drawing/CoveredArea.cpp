@@ -15,8 +15,9 @@ using Real = long double;
 
 constexpr Real kInfinite = std::numeric_limits<Real>::infinity();
 
-/// The drawing is scanned in a direction that nothing in it is likely to have.
-constexpr double kTurn = 0.7297;
+/// The drawing is turned by this angle, as often as it takes until no line of it is nearer than the second to a wall.
+constexpr double kTurn = 0.7297, kUpright = 1e-4;
+constexpr int kTurns = 50;
 
 /// Openings in a wall narrower than this share of the drawing are rounding, and so are regions of no more width.
 constexpr Real kOpening = 1e-11L;
@@ -47,7 +48,9 @@ struct Stretch {
     Real x0, y0, x1, y1;
     int side = 0;
     Real cx = 0.0L, cy = 0.0L, radius = 0.0L;
+    bool isTip0 = true, isTip1 = true; ///< the curve ends there
 
+    bool IsTipAt(Real x) const { return (isTip0 && x == x0) || (isTip1 && x == x1); }
     Real HeightAt(Real x) const {
         if (x <= x0 || x >= x1)
             return x <= x0 ? y0 : y1;
@@ -87,6 +90,10 @@ public:
         m_size = SizeOf(m_curves) + kFarShare * far;
         if (gaps != Gaps::kAsDrawn)
             CloseGaps(tolerance, gaps);
+        for (int i = 0; i < kTurns && std::any_of(m_curves.begin(), m_curves.end(),
+                                                  [&](DrawingCurve const &c) { return IsUpright(c); });
+             ++i)
+            m_turn += kTurn;
         for (DrawingCurve const &c : m_curves)
             AddStretches(c);
         CutAtCrossings();
@@ -205,8 +212,14 @@ private:
 
     // Stretches.
 
+    bool IsUpright(DrawingCurve const &c) const {
+        Real const x = Real(c.end.x) - c.start.x, y = Real(c.end.y) - c.start.y;
+        return c.type == DrawingCurveType::kLine &&
+               std::fabs(std::cos(m_turn) * x - std::sin(m_turn) * y) < kUpright * std::hypot(x, y);
+    }
+
     void AddStretches(DrawingCurve const &c) {
-        static Real const cosine = std::cos(Real(kTurn)), sine = std::sin(Real(kTurn));
+        Real const cosine = std::cos(m_turn), sine = std::sin(m_turn);
         auto const turned = [&](DrawingPoint p) {
             return std::pair(cosine * p.x - sine * p.y, sine * p.x + cosine * p.y);
         };
@@ -217,15 +230,16 @@ private:
         auto const [cx, cy] = turned(c.center);
         Real const r = c.radius;
         if (c.type == DrawingCurveType::kCircle) {
-            Add({cx - r, cy, cx + r, cy, 1, cx, cy, r});
-            return Add({cx - r, cy, cx + r, cy, -1, cx, cy, r});
+            Add({cx - r, cy, cx + r, cy, 1, cx, cy, r, false, false});
+            return Add({cx - r, cy, cx + r, cy, -1, cx, cy, r, false, false});
         }
         // Counter-clockwise the upper half runs leftwards and the lower one rightwards.
         Real x = ax, y = ay;
-        for (bool isUpper = ay > cy, isLast = false; !isLast; isUpper = !isUpper) {
+        bool isFirst = true;
+        for (bool isUpper = ay > cy, isLast = false; !isLast; isUpper = !isUpper, isFirst = false) {
             isLast = isUpper == (by > cy) && (isUpper ? bx <= x : bx >= x);
             Real const toX = isLast ? bx : isUpper ? cx - r : cx + r, toY = isLast ? by : cy;
-            Add({x, y, toX, toY, isUpper ? 1 : -1, cx, cy, r});
+            Add({x, y, toX, toY, isUpper ? 1 : -1, cx, cy, r, isFirst, isLast});
             x = toX;
             y = toY;
         }
@@ -235,6 +249,7 @@ private:
         if (s.x0 > s.x1) {
             std::swap(s.x0, s.x1);
             std::swap(s.y0, s.y1);
+            std::swap(s.isTip0, s.isTip1);
         }
         if (s.x0 < s.x1)
             m_stretches.push_back(s);
@@ -300,6 +315,7 @@ private:
                 Stretch left = m_stretches[i];
                 left.x1 = m_stretches[i].x0 = x;
                 left.y1 = m_stretches[i].y0 = y;
+                left.isTip1 = m_stretches[i].isTip0 = false;
                 m_stretches.push_back(left);
             }
         }
@@ -342,12 +358,20 @@ private:
             Point const low{x, std::max(a.low, b.low)}, high{x, std::min(a.high, b.high)};
             Stretch const *const below = a.low > b.low ? a.below : b.below;
             Stretch const *const above = a.high < b.high ? a.above : b.above;
-            Real const width =
-                !below || !above ? high.y - low.y : std::min(below->DistanceTo(high), above->DistanceTo(low));
+            Real const width = !below || !above ? high.y - low.y : Opening(x, *below, low, *above, high);
             if (high.y > low.y && width > kOpening * m_size)
                 m_link[Index(Root(a.region))] = Root(b.region);
             a.high < b.high ? ++i : ++j;
         }
+    }
+
+    /// How wide the opening is between two stretches that pass or end above one another: before the tip of one as far
+    /// as that is from the other.
+    static Real Opening(Real x, Stretch const &below, Point low, Stretch const &above, Point high) {
+        Real const fromBelow = below.DistanceTo(high), fromAbove = above.DistanceTo(low);
+        if (above.IsTipAt(x) != below.IsTipAt(x))
+            return above.IsTipAt(x) ? fromBelow : fromAbove;
+        return std::min(fromBelow, fromAbove);
     }
 
     int Root(int region) {
@@ -373,6 +397,7 @@ private:
     static std::size_t Index(int i) { return static_cast<std::size_t>(i); }
 
     std::vector<DrawingCurve> m_curves;
+    Real m_turn = kTurn;
     double m_length = 0.0;
     double m_size = 0.0; ///< what rounding is a share of
     std::vector<Stretch> m_stretches;

@@ -30,6 +30,20 @@ constexpr double kAtContact = 16.0;
 /// A stretch of an arc that leaves a place and returns to it within this many snap distances is part of its neighbour.
 constexpr double kAbsorbed = 4.0;
 
+/// The places at which one circle starts and nothing else is.
+std::vector<bool> BareStarts(Network const &network, std::vector<Incidence> const &incidences) {
+    std::vector<int> counts(network.places.Places().size(), 0);
+    for (NetworkEdge const &e : network.edges) {
+        counts[Index(e.startPlace)] += e.stretch.IsFullTurn() ? 1 : 2;
+        counts[Index(e.endPlace)] += e.stretch.IsFullTurn() ? 0 : 2;
+    }
+    for (Incidence const &i : incidences)
+        ++counts[Index(i.place)];
+    std::vector<bool> isBare(counts.size());
+    std::transform(counts.begin(), counts.end(), isBare.begin(), [](int count) { return count == 1; });
+    return isBare;
+}
+
 /// Finds the places inside each edge of a network.
 class IncidenceFinder {
 public:
@@ -38,10 +52,8 @@ public:
     void LookAt(EdgePair pair) {
         NetworkEdge const &a = EdgeAt(pair.first), &b = EdgeAt(pair.second);
         m_contactCount = 0;
-        LookAtEnd(a.startPlace, pair.second);
-        LookAtEnd(a.endPlace, pair.second);
-        LookAtEnd(b.startPlace, pair.first);
-        LookAtEnd(b.endPlace, pair.first);
+        LookAtEnds(a, pair.second);
+        LookAtEnds(b, pair.first);
         if (m_contactCount > 0 && !a.stretch.isArc && !b.stretch.isArc)
             return;
         Meetings const crossings = CrossingsOf(a.stretch, b.stretch);
@@ -49,7 +61,9 @@ public:
                             StayNear(a.stretch, b.stretch, crossings.points[0], crossings.points[1], m_network.snap);
         // Curves that keep together between two crossings, or all but cross, touch.
         if (crossings.count == 0 || isLens) {
-            Approach const approach = ApproachOf(a.stretch, b.stretch, a.stretch.start - a.stretch.center);
+            // Arcs of one circle touch where one of them ends.
+            DrawingPoint const aside = m_contactCount > 0 ? m_contacts[0] : a.stretch.start;
+            Approach const approach = ApproachOf(a.stretch, b.stretch, aside - a.stretch.center);
             if (approach.exists && approach.distance < m_network.snap) {
                 AddMeeting(pair, approach.onFirst);
                 return;
@@ -60,9 +74,13 @@ public:
     }
 
     /// Lets edges run through the places that come near them, as far as those have drawn other edges, or through all
-    /// places that come near them.
+    /// places that come near them; where a circle is taken to start is none.
     void DrawEdgesToPlaces(bool all) {
-        std::vector<bool> draws(m_network.places.Places().size(), all);
+        std::vector<bool> draws(m_network.places.Places().size(), false);
+        if (all) {
+            draws = BareStarts(m_network, m_incidences);
+            draws.flip();
+        }
         bool any = all;
         for (Incidence const &i : m_incidences) {
             Foot foot;
@@ -107,6 +125,14 @@ public:
 
 private:
     NetworkEdge const &EdgeAt(int i) const { return m_network.edges[Index(i)]; }
+
+    /// Where a circle is taken to start is no end.
+    void LookAtEnds(NetworkEdge const &own, int other) {
+        if (own.stretch.IsFullTurn())
+            return;
+        LookAtEnd(own.startPlace, other);
+        LookAtEnd(own.endPlace, other);
+    }
 
     void LookAtEnd(int place, int other) {
         NetworkEdge const &e = EdgeAt(other);
@@ -156,7 +182,7 @@ public:
 
     PlanarMap Make(bool keepStarts) {
         m_map.Reserve(m_network.edges.size() + m_incidences.size());
-        std::vector<bool> const isStart = keepStarts ? std::vector<bool>() : BareStarts();
+        std::vector<bool> const isStart = keepStarts ? std::vector<bool>() : BareStarts(m_network, m_incidences);
         for (std::size_t const e : EdgeOrder()) {
             NetworkEdge const &edge = m_network.edges[e];
             Incidence const *first = m_incidences.data() + m_begins[e], *last = m_incidences.data() + m_begins[e + 1];
@@ -181,20 +207,6 @@ private:
             std::stable_sort(order.begin(), order.end(),
                              [&](std::size_t a, std::size_t b) { return curveOf(a) < curveOf(b); });
         return order;
-    }
-
-    /// The places at which one circle starts and nothing else is.
-    std::vector<bool> BareStarts() const {
-        std::vector<int> counts(m_network.places.Places().size(), 0);
-        for (NetworkEdge const &e : m_network.edges) {
-            counts[Index(e.startPlace)] += e.stretch.IsFullTurn() ? 1 : 2;
-            counts[Index(e.endPlace)] += e.stretch.IsFullTurn() ? 0 : 2;
-        }
-        for (Incidence const &i : m_incidences)
-            ++counts[Index(i.place)];
-        std::vector<bool> isBare(counts.size());
-        std::transform(counts.begin(), counts.end(), isBare.begin(), [](int count) { return count == 1; });
-        return isBare;
     }
 
     /// The circle as one that starts at a place inside it.

@@ -172,7 +172,7 @@ private:
         if (partner >= 0 && !m_joined.Fit(partner, p, m_tolerance))
             return -1;
         double const snap = m_network.snap;
-        int const there = NearestOn(edge, p);
+        int const there = NearestOn(edge, p, partner);
         if (there < 0)
             return AddPlace(p);
         if (partner < 0 || m_joined.Fit(partner, there, m_tolerance))
@@ -190,12 +190,14 @@ private:
         return -1;
     }
 
-    /// The place on the edge that is as good as a point of it, -1 when there is none.
-    int NearestOn(int edge, DrawingPoint p) const {
+    /// The place on the edge that is as good as a point of it, -1 when there is none. What the point is to be joined to
+    /// is as good only when it is the same place.
+    int NearestOn(int edge, DrawingPoint p, int partner) const {
         int nearest = m_network.places.Nearest(p, m_network.snap);
         double distance = nearest < 0 ? m_same : 0.0;
         m_near.ForEachNear(p, m_same, [&](int place, double d) {
-            if (d < distance && DistanceTo(EdgeAt(edge).stretch, m_network.Place(place)) < m_network.snap) {
+            if (d < distance && place != partner &&
+                DistanceTo(EdgeAt(edge).stretch, m_network.Place(place)) < m_network.snap) {
                 nearest = place;
                 distance = d;
             }

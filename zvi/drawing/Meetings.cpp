@@ -12,7 +12,10 @@ namespace {
 /// of what the radii differ by.
 constexpr double kOneCenter = 0x1p-40, kNearlyOneCenter = 0x1p-30;
 
+/// Whether a point of what carries a stretch is on it and no end. A circle has none.
 bool IsInside(Stretch const &s, DrawingPoint p) {
+    if (s.IsFullTurn())
+        return true;
     double const t = FractionAt(s, p);
     return t > 0.0 && t < 1.0;
 }
@@ -90,8 +93,7 @@ Meetings OnRay(Ray const &ray, Stretch const &arc, Stretch const &other) {
 }
 
 Approach ApproachIfInside(Stretch const &a, Stretch const &b, DrawingPoint onA, DrawingPoint onB, double distance) {
-    auto const isOn = [](Stretch const &s, DrawingPoint p) { return s.IsFullTurn() || IsInside(s, p); };
-    return {isOn(a, onA) && isOn(b, onB), onA, onB, distance};
+    return {IsInside(a, onA) && IsInside(b, onB), onA, onB, distance};
 }
 
 Approach OfLineAndArc(Stretch const &line, Stretch const &arc) {
