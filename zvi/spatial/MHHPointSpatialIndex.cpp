@@ -115,12 +115,17 @@ int MHHPointSpatialIndex::Insert(int i, int j, int k, std::uint64_t value) {
     if (!m_grid)
         return 0;
     double const size = m_grid->Block().cellSize;
-    std::uint32_t const fineKey = m_grid->FineKey({i * size, j * size, k * size});
-    return m_grid->Push(m_grid->Block().Number(i, j, k), {value, fineKey, nullptr});
+    return m_grid->Push(m_grid->Block().Number(i, j, k), [&] {
+        return FineHashPointNode{value, m_grid->FineKey({i * size, j * size, k * size}), nullptr};
+    });
 }
 
 int MHHPointSpatialIndex::Insert(double const *const point, std::uint64_t value) {
-    return m_grid ? m_grid->Push(m_grid->CellOf(point), {value, m_grid->FineKey(m_grid->Offsets(point)), nullptr}) : 0;
+    if (!m_grid)
+        return 0;
+    return m_grid->Push(m_grid->CellOf(point), [&] {
+        return FineHashPointNode{value, m_grid->FineKey(m_grid->Offsets(point)), nullptr};
+    });
 }
 
 int MHHPointSpatialIndex::Delete(double const *const point, std::uint64_t value) {

@@ -58,11 +58,11 @@ void MHashPointSpatialIndex::RemoveAll() {
 }
 
 int MHashPointSpatialIndex::Insert(int i, int j, int k, std::uint64_t value) {
-    return m_grid ? m_grid->Push(m_grid->Block().Number(i, j, k), {value, nullptr}) : 0;
+    return m_grid ? m_grid->Push(m_grid->Block().Number(i, j, k), [=] { return HashPointNode{value, nullptr}; }) : 0;
 }
 
 int MHashPointSpatialIndex::Insert(double const *const point, std::uint64_t value) {
-    return m_grid ? m_grid->Push(m_grid->CellOf(point), {value, nullptr}) : 0;
+    return m_grid ? m_grid->Push(m_grid->CellOf(point), [=] { return HashPointNode{value, nullptr}; }) : 0;
 }
 
 int MHashPointSpatialIndex::Delete(double const *const point, std::uint64_t value) {

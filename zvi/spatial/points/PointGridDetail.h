@@ -43,10 +43,12 @@ public:
         return m_block.Number(m_block.Step(0, point[0]), m_block.Step(1, point[1]), m_block.Step(2, point[2]));
     }
 
-    /// Puts a copy of the node in front of the chain of the cell: 1; 0 where there is no such cell.
-    int Push(std::uint32_t cell, Node node) {
+    /// Puts the node that `make` gives in front of the chain of the cell: 1; 0 where there is no such cell.
+    template <typename Make>
+    int Push(std::uint32_t cell, Make make) {
         if (cell >= m_block.total)
             return 0;
+        Node node = make();
         Node *&head = m_heads[cell];
         node.next = head;
         head = ::new (m_pool.Alloc()) Node(node);
