@@ -14,9 +14,12 @@ bool IsKilledWhileItCalls(Write write, int first, unsigned int microseconds) {
     pid_t const writer = ::fork();
     for (int number = first; writer == 0; ++number)
         write(number);
+    if (writer < 0)
+        return false;
+    ::usleep(microseconds);
+    ::kill(writer, SIGKILL);
     int status = 0;
-    return writer > 0 && ::usleep(microseconds) == 0 && ::kill(writer, SIGKILL) == 0 &&
-           ::waitpid(writer, &status, 0) == writer && WIFSIGNALED(status);
+    return ::waitpid(writer, &status, 0) == writer && WIFSIGNALED(status);
 }
 
 } // namespace zvi::test

@@ -4,7 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <climits>
+#include <cwchar>
+#include <tuple>
 #include <unordered_set>
 
 namespace zvi::lib::test {
@@ -55,44 +58,40 @@ TEST(CString, NullAndOutsideAreEmpty) {
 }
 
 TEST(CString, ComparesInSixWays) {
-    struct {
-        wchar_t const *left, *right;
-        int order, orderNoCase;
-    } const rows[] = {{L"a", L"a", 0, 0},    {L"a", L"B", 1, -1},
-                      {L"B", L"a", -1, 1},   {L"ab", L"a", 1, 1},
-                      {L"", L"a", -1, -1},   {L"Key", L"kEY", -1, 0},
-                      {L"a_", L"aB", 1, -1}, {L"\u00C4\u0416\u03A9", L"\u00E4\u0436\u03C9", -1, 0}};
-    for (auto const &row : rows) {
-        CString const left(row.left), right(row.right);
-        EXPECT_EQ(left.Compare(right), row.order);
-        EXPECT_EQ(left.CompareNoCase(right), row.orderNoCase);
-        EXPECT_EQ(left == right, row.order == 0);
-        EXPECT_EQ(left != row.right, row.order != 0);
-        EXPECT_EQ(left < row.right, row.order < 0);
-        EXPECT_EQ(row.left < right, row.order < 0);
-        EXPECT_EQ(left >= right, row.order >= 0);
+    for (auto const &[a, b, order, orderNoCase] : {std::tuple{L"a", L"a", 0, 0},
+                                                   {L"a", L"B", 1, -1},
+                                                   {L"B", L"a", -1, 1},
+                                                   {L"ab", L"a", 1, 1},
+                                                   {L"", L"a", -1, -1},
+                                                   {L"Key", L"kEY", -1, 0},
+                                                   {L"a_", L"aB", 1, -1},
+                                                   {L"\u00C4\u0416\u03A9", L"\u00E4\u0436\u03C9", -1, 0}}) {
+        CString const left(a), right(b);
+        EXPECT_EQ(left.Compare(right), order);
+        EXPECT_EQ(left.CompareNoCase(right), orderNoCase);
+        EXPECT_EQ(left == right, order == 0);
+        EXPECT_EQ(left != b, order != 0);
+        EXPECT_EQ(left < b, order < 0);
+        EXPECT_EQ(a < right, order < 0);
+        EXPECT_EQ(left >= right, order >= 0);
     }
     std::unordered_set<CString> const set{L"a", CString(L"b").MakeUpper(), CString(L"ab", 1)};
     EXPECT_EQ(set.size(), 2U);
 }
 
 TEST(CString, CutsParts) {
-    struct {
-        int first, count;
-        wchar_t const *left, *right, *mid;
-    } const rows[] = {{0, 0, L"", L"", L""},
-                      {1, 2, L"He", L"lo", L"el"},
-                      {4, 9, L"Hello", L"Hello", L"o"},
-                      {5, 1, L"H", L"o", L""},
-                      {-3, 2, L"He", L"lo", L"He"},
-                      {99, 3, L"Hel", L"llo", L""},
-                      {2, -1, L"", L"", L""},
-                      {0, INT_MAX, L"Hello", L"Hello", L"Hello"}};
     CString const text(L"Hello");
-    for (auto const &row : rows) {
-        EXPECT_EQ(text.Left(row.count), row.left);
-        EXPECT_EQ(text.Right(row.count), row.right);
-        EXPECT_EQ(text.Mid(row.first, row.count), row.mid);
+    for (auto const &[first, count, left, right, mid] : {std::tuple{0, 0, L"", L"", L""},
+                                                         {1, 2, L"He", L"lo", L"el"},
+                                                         {4, 9, L"Hello", L"Hello", L"o"},
+                                                         {5, 1, L"H", L"o", L""},
+                                                         {-3, 2, L"He", L"lo", L"He"},
+                                                         {99, 3, L"Hel", L"llo", L""},
+                                                         {2, -1, L"", L"", L""},
+                                                         {0, INT_MAX, L"Hello", L"Hello", L"Hello"}}) {
+        EXPECT_EQ(text.Left(count), left);
+        EXPECT_EQ(text.Right(count), right);
+        EXPECT_EQ(text.Mid(first, count), mid);
     }
     EXPECT_EQ(text.Mid(2), L"llo");
 }
@@ -147,23 +146,11 @@ TEST(CString, TakesPartsOfItself) {
     EXPECT_EQ(text, L"<" + whole + L">1<0");
 }
 
-TEST(WideToInt, StopsAtTheFirstOtherCharacter) {
-    struct {
-        wchar_t const *text;
-        int number;
-    } const rows[] = {{L"", 0},
-                      {nullptr, 0},
-                      {L"12", 12},
-                      {L" \t-7x", -7},
-                      {L"+5", 5},
-                      {L"- 5", 0},
-                      {L"1.9", 1},
-                      {L"x1", 0},
-                      {L"2147483648", INT_MAX},
-                      {L"-2147483648", INT_MIN},
-                      {L"-99999999999999999999999", INT_MIN}};
-    for (auto const &row : rows)
-        EXPECT_EQ(WideToInt(row.text), row.number) << testing::PrintToString(row.text);
+TEST(WideToInt, ReadsWhatTheHostReads) {
+    for (wchar_t const *text : {L"", L"12", L" \t-7x", L"+5", L"- 5", L"1.9", L"x1", L"2147483648", L"-2147483648",
+                                L"-99999999999999999999999"})
+        EXPECT_EQ(WideToInt(text), std::clamp<long long>(std::wcstoll(text, nullptr, 10), INT_MIN, INT_MAX)) << text;
+    EXPECT_EQ(WideToInt(nullptr), 0);
 }
 
 } // namespace zvi::lib::test

@@ -152,21 +152,20 @@ TEST(MOptionRWImplFile, TheDefaultFileIsMadeInTheDocumentsFolderOfTheUsersChoice
     std::string const home = std::getenv("HOME") ? std::getenv("HOME") : "";
     ::setenv("HOME", folder.Native().c_str(), 1);
     ::unsetenv("XDG_CONFIG_HOME");
-    std::string documents = "Documents";
-    for (std::string const path = "/Zorvi/Ormeline/TEKOSetting.cfg"; !documents.empty();) {
-        EXPECT_EQ(MOptionRWImplFile::DefaultPath(), CString(std::wstring_view(folder.Path(documents + path))));
+    for (std::string const documents : {"Documents", "My $apers"}) {
+        std::string const path = documents + "/Zorvi/Ormeline/TEKOSetting.cfg";
+        EXPECT_EQ(MOptionRWImplFile::DefaultPath(), CString(std::wstring_view(folder.Path(path))));
         EXPECT_FALSE(fs::exists(folder.Native(documents))) << "asking makes nothing";
         {
             MOptionRWImplFile settings;
-            EXPECT_TRUE(fs::exists(folder.Native(documents + path)));
-            EXPECT_EQ(folder.Read(documents + path), "");
+            EXPECT_TRUE(fs::exists(folder.Native(path)));
+            EXPECT_EQ(folder.Read(path), "");
             Category(settings, L"A");
         }
-        EXPECT_EQ(folder.Read(documents + path), "[ A ]\n\n");
+        EXPECT_EQ(folder.Read(path), "[ A ]\n\n");
         fs::create_directory(folder.Native(".config"));
         folder.Write(".config/user-dirs.dirs", "# comment\n XDG_DOCUMENTS_DIR = \"$HOME/My \\$apers/\" # mine\n"
                                                "XDG_MUSIC_DIR=\"$HOME/Music\"\n");
-        documents = documents == "Documents" ? "My $apers" : "";
     }
     ::setenv("HOME", folder.Native("none").c_str(), 1);
     EXPECT_EQ(host::DocumentsFolder(), L"");

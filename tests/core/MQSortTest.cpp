@@ -8,6 +8,7 @@
 #include <limits>
 #include <numeric>
 #include <random>
+#include <tuple>
 #include <vector>
 
 namespace zvi::lib::test {
@@ -207,28 +208,23 @@ TEST(MQSort, OrdersPackedKeysBeforeSerials) {
 }
 
 TEST(MQSort, SeparatesTrailingNumbers) {
-    struct {
-        wchar_t const *text, *prefix;
-        int zeros, number;
-    } const rows[] = {{L"Beam12", L"Beam", 0, 12},
-                      {L"B007", L"B", 2, 7},
-                      {L"B", L"B", 0, -1},
-                      {L"123", L"", 0, 123},
-                      {L"", L"", 0, -1},
-                      {L"B000", L"B", 3, 0},
-                      {L"B0100", L"B", 1, 100},
-                      {L"A-3", L"A-", 0, 3},
-                      {L"A1-B2 ", L"A1-B2 ", 0, -1},
-                      {L"N2147483647", L"N", 0, INT_MAX},
-                      {L"N99999999999999999999", L"N", 0, INT_MAX}};
-    for (auto const &row : rows) {
-        SCOPED_TRACE(testing::PrintToString(row.text));
+    for (auto const &[text, front, zeroCount, value] : {std::tuple{L"Beam12", L"Beam", 0, 12},
+                                                        {L"B007", L"B", 2, 7},
+                                                        {L"B", L"B", 0, -1},
+                                                        {L"123", L"", 0, 123},
+                                                        {L"", L"", 0, -1},
+                                                        {L"B000", L"B", 3, 0},
+                                                        {L"B0100", L"B", 1, 100},
+                                                        {L"A-3", L"A-", 0, 3},
+                                                        {L"A1-B2 ", L"A1-B2 ", 0, -1},
+                                                        {L"N2147483647", L"N", 0, INT_MAX},
+                                                        {L"N99999999999999999999", L"N", 0, INT_MAX}}) {
         CString prefix(L"old");
         int zeros = 55, number = 55;
-        MQSort::SeparateStringNum(row.text, prefix, zeros, number);
-        EXPECT_EQ(prefix, row.prefix);
-        EXPECT_EQ(zeros, row.zeros);
-        EXPECT_EQ(number, row.number);
+        MQSort::SeparateStringNum(text, prefix, zeros, number);
+        EXPECT_EQ(prefix, front) << text;
+        EXPECT_EQ(zeros, zeroCount) << text;
+        EXPECT_EQ(number, value) << text;
     }
     CString text(L"Node5");
     int zeros = 0, number = 0;

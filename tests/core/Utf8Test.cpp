@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <initializer_list>
+#include <utility>
 
 namespace zvi::lib::test {
 
@@ -15,20 +15,12 @@ TEST(Utf8, GoesThereAndBack) {
 }
 
 TEST(Utf8, WhatIsNoCharacterBecomesTheReplacementCharacter) {
-    struct Row {
-        char const *bytes;
-        char const *text;
-    };
-    for (Row const &row : std::initializer_list<Row>{
-             {"\xFF", "\uFFFD"},
-             {"1\xC3", "1\uFFFD"},
-             {"\xC3(", "\uFFFD("},
-             {"\xC0\xAF", "\uFFFD\uFFFD"},
-             {"\xED\xA0\x80", "\uFFFD\uFFFD\uFFFD"},
-             {"\xF4\x90\x80\x80", "\uFFFD\uFFFD\uFFFD\uFFFD"},
-         }) {
-        EXPECT_FALSE(IsUtf8(row.bytes));
-        EXPECT_EQ(Utf8Of(WideOf(row.bytes)), row.text);
+    using Row = std::pair<char const *, char const *>;
+    for (auto const &[bytes, text] :
+         {Row{"\xFF", "\uFFFD"}, Row{"1\xC3", "1\uFFFD"}, Row{"\xC3(", "\uFFFD("}, Row{"\xC0\xAF", "\uFFFD\uFFFD"},
+          Row{"\xED\xA0\x80", "\uFFFD\uFFFD\uFFFD"}, Row{"\xF4\x90\x80\x80", "\uFFFD\uFFFD\uFFFD\uFFFD"}}) {
+        EXPECT_FALSE(IsUtf8(bytes));
+        EXPECT_EQ(Utf8Of(WideOf(bytes)), text);
     }
     EXPECT_EQ(Utf8Of(std::wstring_view(L"\xD83D")), "\uFFFD");
     EXPECT_EQ(Utf8Of(WideOf(std::string_view("1\0002", 3))), "1\uFFFD"

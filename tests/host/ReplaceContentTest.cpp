@@ -32,7 +32,8 @@ TEST(ReplaceContent, FollowsLinksAndRemovesWhatWasLeft) {
     EXPECT_TRUE(fs::is_symlink(folder.Native("link")));
     EXPECT_EQ(folder.Read("sub/a"), "new");
     EXPECT_FALSE(fs::exists(folder.Native("sub/a.zvi-part")));
-    EXPECT_TRUE(host::ReplaceContent(L"", "x"));
+    for (std::wstring const &path : {folder.Path("sub"), std::wstring()})
+        EXPECT_TRUE(host::ReplaceContent(path, "x"));
 }
 
 #ifndef _WIN32

@@ -99,20 +99,23 @@ TEST(CAutoLogWrite, NamesAFailedRun) {
 }
 
 #ifndef _WIN32
-TEST(MWriteLog, IsFollowedByOthersAndHoldsEveryLineThatAKilledProcessWrote) {
+TEST(MWriteLog, HoldsEveryLineThatAKilledProcessWrote) {
     zvi::test::TemporaryFolder const folder;
     MWriteLog log;
     CString path(folder.Path("l.log").c_str());
     auto &written = *static_cast<std::atomic<int> *>(
         ::mmap(nullptr, sizeof(std::atomic<int>), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
+    int total = 0;
     for (unsigned int round = 0; round < 20; ++round) {
         ASSERT_TRUE(log.StartLog(path));
+        written = 0;
         EXPECT_TRUE(zvi::test::IsKilledWhileItCalls(
             [&](int i) {
                 log.Write(L"line %d\n", i);
                 written = i;
             },
             1, 5000 + 977 * round));
+        total += written;
         std::string lines;
         for (int i = 1; i <= written; ++i)
             lines += "line " + std::to_string(i) + "\n";
@@ -121,7 +124,7 @@ TEST(MWriteLog, IsFollowedByOthersAndHoldsEveryLineThatAKilledProcessWrote) {
         std::string const text = folder.Read("l.log");
         EXPECT_TRUE(text.starts_with(LogText(lines)) && LogText(lines + next).starts_with(text)) << "round " << round;
     }
-    EXPECT_GT(written, 0);
+    EXPECT_GT(total, 0);
 }
 
 #ifdef __linux__
