@@ -35,8 +35,9 @@ constexpr double kReach = 1e-3, kLeastReach = 1e-11;
 /// Points of a circle that miss an arc of it by less than this share of the radius are on it.
 constexpr double kOnCurve = 1e-12;
 
-/// Ends nearer than the first share of the tolerance meet for certain when nothing else is nearer than the second.
-constexpr double kClearlyNear = 0.2, kClearlyFar = 3.0;
+/// Ends nearer than the first share of the tolerance, as corners must be to a curve, meet for certain when nothing else
+/// is nearer than the second.
+constexpr double kClearlyNear = 0.1, kClearlyFar = 3.0;
 
 struct Point {
     Real x = 0.0L, y = 0.0L;

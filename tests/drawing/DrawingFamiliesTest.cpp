@@ -92,7 +92,7 @@ std::string CompareWithScan(Drawing const &d, DrawingResult const &result) {
 
 std::string CompareResults(Drawing const &d, DrawingResult const &a, DrawingResult const &b, double scale) {
     std::ostringstream wrong;
-    if (a.domains.size() != b.domains.size() || HoleCount(a) != HoleCount(b))
+    if (d.areCountsSure && (a.domains.size() != b.domains.size() || HoleCount(a) != HoleCount(b)))
         wrong << a.domains.size() << " domains, " << HoleCount(a) << " holes; otherwise " << b.domains.size() << ", "
               << HoleCount(b) << "\n";
     std::vector<double> areas = AreasOf(b);
@@ -147,7 +147,7 @@ std::string CompareReordered(Drawing const &d, DrawingResult const &result, Dice
     std::string wrong = CompareResults(d, result, other, 1.0);
     double const allowed = 2.0 * AreaAllowed(d.curves, d.options.joinTolerance);
     // Where a duplicate was dropped, places lie on the curve that comes first.
-    if (result.counts.duplicates > 0)
+    if (result.counts.duplicates > 0 || result.domains.size() != other.domains.size())
         return wrong;
     for (std::size_t i = 0; i < result.domains.size() && wrong.empty(); ++i)
         if (std::fabs(result.domains[i].area - other.domains[i].area) > allowed)
@@ -277,6 +277,7 @@ TEST(DrawingFamilies, HoldWhereTheyOnceDidNot) {
         {"a border laid upon another that the next part sees", {3222094, 3794644, 3809120}},
         {"a foot beside a place that is as good", {3361027, 10233145, 50056819}},
         {"where a circle is taken to start on an arc of it", {30072503, 30673653}},
+        {"an arc that is closed but for nothing", {60162607}},
         {"copies of a place that rounding alone tells apart", {3493787}},
         {"a thin face whose neighbours have taken its edges", {513289, 3285091, 3643955}},
         {"kept duplicates that would have to go far", {3956435}},

@@ -252,7 +252,9 @@ private:
 /// carrier are cut like all others, which holds where rounding leaves doubts about what lies on it.
 Arrangement ArrangeAt(UsableCurves const &curves, bool split, bool keepDuplicates, double snap, bool isThorough,
                       bool usesCarriers) {
-    Network network(curves.stretches, snap, curves.rounding, split);
+    // Ends of an arc that nothing keeps apart are no ends when gaps are closed.
+    double const closed = curves.tolerance > snap ? SameDistance(curves.tolerance, snap, curves.landmarks) : snap;
+    Network network(curves.stretches, snap, curves.rounding, closed, split);
     if (!keepDuplicates)
         network.DropRepeated();
     double const reach = std::max(curves.tolerance, snap) + 2.0 * snap;

@@ -80,7 +80,7 @@ void Network::DropRepeated() {
     edges.resize(kept);
 }
 
-Network::Network(std::vector<Stretch> const &stretches, double snapDistance, double roundingDistance,
+Network::Network(std::vector<Stretch> const &stretches, double snapDistance, double roundingDistance, double closed,
                  bool circlesMeetEnds)
     : snap(snapDistance), rounding(roundingDistance), places(snapDistance) {
     edges.reserve(stretches.size());
@@ -88,7 +88,8 @@ Network::Network(std::vector<Stretch> const &stretches, double snapDistance, dou
         NetworkEdge edge{s, 0, 0};
         bool const staysAlone = s.IsFullTurn() && !circlesMeetEnds;
         edge.startPlace = staysAlone ? places.Add(s.start) : places.NearestOrAdd(s.start, snap);
-        edge.endPlace = staysAlone ? edge.startPlace : places.NearestOrAdd(s.end, snap);
+        bool const isClosed = staysAlone || (s.IsOverHalf() && Distance(s.start, s.end) < closed);
+        edge.endPlace = isClosed ? edge.startPlace : places.NearestOrAdd(s.end, snap);
         if (edge.startPlace == edge.endPlace && !GoesRound(s, snap)) {
             vanished.push_back(s);
             continue;

@@ -22,7 +22,9 @@ struct NetworkEdge {
 /// The curves of a drawing and the places at which they end. Places stand at least `snap` apart, so that what rounding
 /// leaves of a coordinate never decides in which order they lie along a curve.
 struct Network {
-    Network(std::vector<Stretch> const &stretches, double snapDistance, double roundingDistance, bool circlesMeetEnds);
+    /// An arc over half a turn whose ends are nearer to one another than `closed` goes all the way round.
+    Network(std::vector<Stretch> const &stretches, double snapDistance, double roundingDistance, double closed,
+            bool circlesMeetEnds);
 
     /// Moves all but the first of equal curves to `repeated`.
     void DropRepeated();
