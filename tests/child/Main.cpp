@@ -1,14 +1,17 @@
 // The child program of the tests: does what its arguments say, one after the other. It knows nothing of the library.
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <functional>
+#include <iterator>
+#include <map>
 #include <string>
 #include <string_view>
 #include <thread>
-#include <utility>
 #include <vector>
 
 #ifdef _WIN32
@@ -27,29 +30,21 @@ namespace {
 
 namespace fs = std::filesystem;
 
+using Words = std::vector<fs::path>;
+
+int RunScript(Words const &words);
+
 #ifdef _WIN32
 
-using Text = std::wstring;
-
-std::string Utf8(Text const &text) {
-    int const size =
-        WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), nullptr, 0, nullptr, nullptr);
-    std::string bytes(static_cast<std::size_t>(size), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), bytes.data(), size, nullptr, nullptr);
-    return bytes;
-}
-
-/// Starts this program again with other arguments, in a console group of its own if it is to be a daemon.
-void StartAgain(std::vector<Text> const &arguments, bool) {
-    wchar_t self[MAX_PATH];
-    GetModuleFileNameW(nullptr, self, MAX_PATH);
-    Text line = L"\"" + Text(self) + L"\"";
-    for (Text const &argument : arguments)
-        line += L" \"" + argument + L"\"";
+/// Starts this program again with other words.
+void Start(Words const &words, bool) {
+    std::wstring line = L"child";
+    for (fs::path const &word : words)
+        line += L" \"" + word.native() + L"\"";
     STARTUPINFOW startup{};
     startup.cb = sizeof(startup);
     PROCESS_INFORMATION started{};
-    CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &started);
+    CreateProcessW(_wpgmptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &started);
 }
 
 void Die() {
@@ -61,29 +56,15 @@ void Hold(fs::path const &file) {
     CreateFileW(file.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
 }
 
-std::string OpenFiles() {
-    return "";
-}
-
 #else
 
-using Text = std::string;
-
-std::string const &Utf8(Text const &text) {
-    return text;
-}
-
-void StartAgain(std::vector<Text> const &arguments, bool isDaemon) {
+/// Goes on with these words in a process of its own, and in a session of its own if it is to be a daemon.
+void Start(Words const &words, bool isDaemon) {
     if (fork() != 0)
         return;
     if (isDaemon)
         setsid();
-    std::vector<char *> words{const_cast<char *>("child")};
-    for (Text const &argument : arguments)
-        words.push_back(const_cast<char *>(argument.c_str()));
-    words.push_back(nullptr);
-    execv("/proc/self/exe", words.data());
-    _exit(127);
+    std::exit(RunScript(words));
 }
 
 void Die() {
@@ -106,14 +87,14 @@ std::string OpenFiles() {
 
 #endif
 
-void Write(std::string_view bytes) {
-    std::fwrite(bytes.data(), 1, bytes.size(), stdout);
-    std::fflush(stdout);
+std::string Utf8(fs::path const &word) {
+    std::u8string const text = word.u8string();
+    return {text.begin(), text.end()};
 }
 
-void WriteError(std::string const &text) {
-    std::fputs(text.c_str(), stderr);
-    std::fflush(stderr);
+void Write(std::string_view bytes, std::FILE *stream = stdout) {
+    std::fwrite(bytes.data(), 1, bytes.size(), stream);
+    std::fflush(stream);
 }
 
 std::string BytesOf(std::string const &hexadecimal) {
@@ -130,20 +111,12 @@ void Flood(long long count) {
 }
 
 void Lines(int count) {
-    std::string block;
-    for (int i = 0; i < count; ++i) {
-        block += std::to_string(i) + "\n";
-        if (block.size() > (1 << 16) || i + 1 == count)
-            Write(std::exchange(block, {}));
-    }
+    for (int i = 0; i < count; ++i)
+        std::printf("%d\n", i);
+    std::fflush(stdout);
 }
 
-[[noreturn]] void Hang() {
-    while (true)
-        std::this_thread::sleep_for(std::chrono::hours(1));
-}
-
-/// Until a file is there.
+/// Until a file is there, which may be never.
 void WaitFor(fs::path const &file) {
     while (!fs::exists(file))
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
@@ -156,81 +129,43 @@ int CountInput() {
     return count;
 }
 
-class Script {
-public:
-    explicit Script(std::vector<Text> words) : m_words(std::move(words)) {}
-
-    int Run() {
-        while (m_at < m_words.size())
-            Do(Utf8(Next()));
-        return m_exitCode;
-    }
-
-private:
-    Text Next() { return m_at < m_words.size() ? m_words[m_at++] : Text(); }
-    std::string NextText() { return Utf8(Next()); }
-    /// The words up to a lone semicolon.
-    std::vector<Text> Rest() {
-        std::vector<Text> words;
-        while (m_at < m_words.size() && Utf8(words.emplace_back(Next())) != ";")
-            ;
-        if (!words.empty() && Utf8(words.back()) == ";")
-            words.pop_back();
-        return words;
-    }
-
-    void Do(std::string const &what) {
-        if (what == "bytes")
-            Write(BytesOf(NextText()));
-        else if (what == "errors")
-            WriteError(NextText() + "\n");
-        else if (what == "flood")
-            Flood(std::stoll(NextText()));
-        else if (what == "lines")
-            Lines(std::stoi(NextText()));
-        else if (what == "exit")
-            m_exitCode = std::stoi(NextText());
-        else if (what == "close")
-            CloseOutput();
-        else if (what == "wait")
-            WaitFor(Next());
-        else if (what == "touch")
-            std::ofstream(fs::path(Next())).put('.');
-        else if (what == "hold")
-            Hold(Next());
-        else if (what == "hang")
-            Hang();
-        else if (what == "die")
-            Die();
-        else if (what == "start" || what == "daemon")
-            StartAgain(Rest(), what == "daemon");
-        else
-            Tell(what);
-    }
-
-    void Tell(std::string const &what) {
-        if (what == "input")
-            Write(std::to_string(CountInput()) + "\n");
-        else if (what == "files")
-            Write("files" + OpenFiles() + "\n");
-        else if (what == "folder")
-            Write(fs::current_path().filename().string() + "\n");
-        else if (what == "variable")
-            Write(std::string(std::getenv(NextText().c_str())) + "\n");
-        else if (what == "words")
-            for (Text const &word : Rest())
-                Write(std::string("[").append(Utf8(word)).append("]\n"));
-    }
-
-    static void CloseOutput() {
-        std::fclose(stdout);
-        std::fclose(stderr);
-    }
-
-    std::vector<Text> m_words;
-    std::size_t m_at = 0;
-    int m_exitCode = 0;
-};
+int RunScript(Words const &words) {
+    int exitCode = 0;
+    auto at = words.begin();
+    auto const next = [&] { return at != words.end() ? *at++ : fs::path(); };
+    auto const text = [&] { return Utf8(next()); };
+    // The words up to a lone semicolon.
+    auto const rest = [&] {
+        Words const some(at, std::find(at, words.end(), fs::path(";")));
+        at += std::ssize(some);
+        next();
+        return some;
+    };
+    std::map<std::string, std::function<void()>> const commands = {
+        {"bytes", [&] { Write(BytesOf(text())); }},
+        {"errors", [&] { Write(text() + "\n", stderr); }},
+        {"flood", [&] { Flood(std::stoll(text())); }},
+        {"lines", [&] { Lines(std::stoi(text())); }},
+        {"exit", [&] { exitCode = std::stoi(text()); }},
+        {"close", [] { std::fclose(stdout), std::fclose(stderr); }},
+        {"wait", [&] { WaitFor(next()); }},
+        {"touch", [&] { std::ofstream(next()).put('.'); }},
+        {"hold", [&] { Hold(next()); }},
+        {"die", Die},
+        {"start", [&] { Start(rest(), false); }},
+        {"daemon", [&] { Start(rest(), true); }},
+        {"input", [] { Write(std::to_string(CountInput()) + "\n"); }},
+#ifndef _WIN32
+        {"files", [] { Write("files" + OpenFiles() + "\n"); }},
+#endif
+        {"folder", [] { Write(fs::current_path().filename().string() + "\n"); }},
+        {"word", [&] { Write(std::string("[").append(text()).append("]\n")); }},
+        {"variable", [&] { Write(std::string(std::getenv(text().c_str())) + "\n"); }},
+    };
+    while (at != words.end())
+        commands.at(text())();
+    return exitCode;
+}
 
 } // namespace
 
@@ -240,5 +175,5 @@ int wmain(int argc, wchar_t **argv) {
 #else
 int main(int argc, char **argv) {
 #endif
-    return Script({argv + 1, argv + argc}).Run();
+    return RunScript({argv + 1, argv + argc});
 }

@@ -21,13 +21,11 @@ using zvi::test::TemporaryFolder;
 TEST(CRunUtil, RunsAProgramInItsFolder) {
     TemporaryFolder const folder;
     std::wstring const here = host::CurrentFolder();
-    std::vector<std::uintptr_t> enabled;
+    std::string enabled;
     host::SetMainWindow([&](std::uint32_t message, std::uintptr_t first, std::intptr_t) {
-        EXPECT_EQ(message, host::kEnableMessage);
-        enabled.push_back(first);
+        enabled += message == host::kEnableMessage ? std::to_string(first) : "?";
         return std::intptr_t{0};
     });
-    EXPECT_EQ(CRunUtil::Instance(), nullptr);
     {
         CRunUtil const util;
         EXPECT_EQ(CRunUtil::Instance(), &util);
@@ -39,7 +37,7 @@ TEST(CRunUtil, RunsAProgramInItsFolder) {
         CString arguments = L"touch \"made here\"";
         EXPECT_EQ(util.Run(path, arguments, 0, 1), 1);
         EXPECT_TRUE(std::filesystem::exists(folder.Native("my programs/made here")));
-        EXPECT_EQ(enabled, (std::vector<std::uintptr_t>{0, 1}));
+        EXPECT_EQ(enabled, "01");
         CString later = L"touch later";
         EXPECT_EQ(util.Run(path, later, 0, 0), 1);
         while (!std::filesystem::exists(folder.Native("my programs/later")))
@@ -59,21 +57,22 @@ TEST(CRunUtil, SetsTheEnvironmentOfTheConverter) {
     CString capitals = WideOf(base + "Convert/OCC");
     capitals.MakeUpper();
     std::string const occ = Utf8Of(capitals);
-    struct Case {
-        char const *name;
-        std::string value;
+    std::pair<wchar_t const *, std::string> const variables[] = {
+        {L"CASROOT", occ},
+        {L"CSF_UnitsLexicon", occ + "/UnitsAPI/Lexi_Expr.dat"},
+        {L"CSF_XTDefaults", occ + "/XSTEPResourceAdv"},
+        {L"CSF_GraphicShr", occ + "/TKOpenGl.dll"},
+        {L"STATION", "wnt"},
+        {L"SH_Resources", base + "Convert/resource"},
+        {L"CSF_BatchHealDefaults", base + "Convert/"},
+        {L"MMGT_CLEAR", "1"},
     };
-    for (Case const &c : {Case{"CASROOT", occ},
-                          {"CSF_UnitsLexicon", occ + "/UnitsAPI/Lexi_Expr.dat"},
-                          {"CSF_XTDefaults", occ + "/XSTEPResourceAdv"},
-                          {"CSF_GraphicShr", occ + "/TKOpenGl.dll"},
-                          {"STATION", "wnt"},
-                          {"SH_Resources", base + "Convert/resource"},
-                          {"CSF_BatchHealDefaults", base + "Convert/"},
-                          {"MMGT_CLEAR", "1"}}) {
-        std::vector<std::string> told = AllOf(Arguments({"variable", c.name}));
-        std::replace(told[0].begin(), told[0].end(), '\\', '/');
-        EXPECT_EQ(told[0], c.value + "\r") << c.name;
+    for (auto const &[name, value] : variables) {
+        Heard heard;
+        EXPECT_EQ(RunChild(&heard, std::wstring(L"variable ") + name), 0);
+        std::string told = heard.ToTheEnd().front();
+        std::ranges::replace(told, '\\', '/');
+        EXPECT_EQ(told, value + "\r");
     }
 }
 

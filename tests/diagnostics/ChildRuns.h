@@ -1,58 +1,28 @@
 #pragma once
 
 #include "zvi/diagnostics/MProcessMgr.h"
-#include "zvi/host/CommandLine.h"
 #include "zvi/host/Paths.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace zvi::lib::test {
 
-/// The child program, in the library's form.
-inline std::wstring ChildProgram() {
-    return host::LibraryPath(std::filesystem::path(ZVI_TEST_CHILD).make_preferred());
-}
+using Texts = std::vector<std::string>;
 
-/// Words as one string of arguments.
-inline std::wstring Arguments(std::vector<std::filesystem::path> const &words) {
-    std::wstring line;
-    for (std::filesystem::path const &word : words)
-        line += (line.empty() ? L"" : L" ") + host::QuotedArgument(word.native());
-    return line;
-}
+inline std::wstring const kChildProgram = host::LibraryPath(std::filesystem::path(ZVI_TEST_CHILD).make_preferred());
 
-/// Keeps what it is told; "?" stands for a unit beyond ASCII.
-class Heard : public MProcessCommunicator {
-public:
-    explicit Heard(int selfDelete = 0) { SetSelfDelete(selfDelete); }
-
-    void OnProcessMsg(wchar_t const *text) override {
-        texts.emplace_back();
-        for (; *text != L'\0'; ++text)
-            texts.back() += *text < 0x80 ? static_cast<char>(*text) : '?';
-        if (texts.back().starts_with("!Exit:")) {
-            startError = GetCurrentMsg()->startError;
-            hasEnded = true;
-        }
-        if (onMessage)
-            onMessage(texts.back());
-    }
-
-    std::vector<std::string> texts;
-    std::function<void(std::string const &)> onMessage;
-    unsigned int startError = 0;
-    bool hasEnded = false;
-};
-
-inline int RunChildOf(MProcessCommunicator *communicator, std::wstring const &arguments, CDocument *document = nullptr,
-                      int manyLines = 0) {
-    return MProcessMgr::Instance()->Run(ChildProgram().c_str(), arguments.c_str(), L"", 0, 77, communicator, manyLines,
-                                        0, document);
+/// Starts the child program in a folder, which is where its words look for files.
+inline int RunChild(MProcessCommunicator *communicator, std::wstring const &words, std::wstring const &folder = L"",
+                    CDocument *document = nullptr, int manyLines = 0) {
+    return MProcessMgr::Instance()->Run(kChildProgram.c_str(), words.c_str(), folder.c_str(), 0, 77, communicator,
+                                        manyLines, 0, document);
 }
 
 inline void Pass() {
@@ -67,12 +37,40 @@ inline void PassUntil(std::function<bool()> const &isSo) {
     }
 }
 
-/// What a child says from its start to its end.
-inline std::vector<std::string> AllOf(std::wstring const &arguments) {
-    Heard heard;
-    EXPECT_EQ(RunChildOf(&heard, arguments), 0);
-    PassUntil([&] { return heard.hasEnded; });
-    return heard.texts;
-}
+/// Keeps what it is told, of each unit its byte if it is an extended one, and "x*5000" for a long run of one unit.
+class Heard : public MProcessCommunicator {
+public:
+    explicit Heard(int selfDelete = 0) { SetSelfDelete(selfDelete); }
+
+    void OnProcessMsg(wchar_t const *text) override {
+        std::wstring_view rest = text;
+        std::size_t const run = std::min(rest.find_first_not_of(text[0]), rest.size());
+        std::string told;
+        if (run > 1000) {
+            told.append(1, static_cast<char>(text[0])).append("*").append(std::to_string(run));
+            rest.remove_prefix(run);
+        }
+        for (wchar_t const unit : rest)
+            told += unit < 0x80 || unit >= 0xFF80 ? static_cast<char>(unit) : '?';
+        texts.push_back(told);
+        if (told.starts_with("!Exit:")) {
+            startError = GetCurrentMsg()->startError;
+            hasEnded = true;
+        }
+        if (onMessage)
+            onMessage(told);
+    }
+
+    /// All that the child says, from its start on.
+    Texts const &ToTheEnd() {
+        PassUntil([this] { return hasEnded; });
+        return texts;
+    }
+
+    Texts texts;
+    std::function<void(std::string const &)> onMessage;
+    unsigned int startError = 0;
+    bool hasEnded = false;
+};
 
 } // namespace zvi::lib::test

@@ -1,3 +1,5 @@
+// The soak program is made of this file too, and sets the figures of a heavy load.
+
 #include "tests/FailingMemory.h"
 #include "tests/TemporaryFolder.h"
 #include "tests/diagnostics/ChildRuns.h"
@@ -7,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <memory>
 #include <thread>
 
@@ -21,58 +24,90 @@ namespace zvi::lib::test {
 
 namespace {
 
-using zvi::test::TemporaryFolder;
-
-using Texts = std::vector<std::string>;
+#ifdef ZVI_SOAK
+constexpr int kRounds = 100;
+constexpr int kLines = 1000000;
+constexpr int kLinesOfEach = 10000;
+constexpr wchar_t const *kFlood = L"flood 1000000000 bytes 0a62";
+constexpr char const *kFlooded = "x*1000000000\r";
+#else
+constexpr int kRounds = 1;
+constexpr int kLines = 100000;
+constexpr int kLinesOfEach = 3;
+constexpr wchar_t const *kFlood = L"flood 1000000 bytes 0a62";
+constexpr char const *kFlooded = "x*1000000\r";
+#endif
 
 /// Documents of which only the address counts.
 char places[2];
 CDocument *const kDocument = reinterpret_cast<CDocument *>(&places[0]);
 CDocument *const kOther = reinterpret_cast<CDocument *>(&places[1]);
 
-/// Waits until no process holds a file that children hold with "hold".
-void WaitUntilFree(std::filesystem::path const &file) {
-#ifdef _WIN32
-    while (!std::filesystem::remove(file, *std::make_unique<std::error_code>()))
-        std::this_thread::yield();
-#else
-    int const lock = open(file.c_str(), O_RDWR | O_CREAT, 0600);
-    EXPECT_EQ(flock(lock, LOCK_EX), 0);
-    close(lock);
-#endif
+Texts Lines(int count) {
+    Texts lines;
+    for (int i = 0; i < count; ++i)
+        lines.push_back(std::to_string(i) + "\r");
+    lines.emplace_back("!Exit:0");
+    return lines;
 }
 
-void WaitUntilThere(std::filesystem::path const &file) {
-    while (!std::filesystem::exists(file))
-        std::this_thread::yield();
-}
-
-/// Whether this process has a child, ended or not, that nobody has collected.
-bool HasChildren() {
-#ifdef _WIN32
-    return false;
-#else
-    siginfo_t info{};
-    return waitid(P_ALL, 0, &info, WEXITED | WNOHANG | WNOWAIT) == 0;
+class MProcessMgrTest : public testing::Test {
+protected:
+    /// Waits until no child is left, ended or not; the worker of a closed one takes a moment.
+    ~MProcessMgrTest() override {
+        Pass();
+        EXPECT_FALSE(host::NextTimerDue()) << "the timer runs on";
+#ifndef _WIN32
+        PassUntil(
+            [] { return waitid(P_ALL, 0, std::make_unique<siginfo_t>().get(), WEXITED | WNOHANG | WNOWAIT) != 0; });
 #endif
-}
+    }
+
+    void Start(MProcessCommunicator &heard, std::wstring const &words, CDocument *document = nullptr,
+               int manyLines = 0) const {
+        ASSERT_EQ(RunChild(&heard, words, folder.Path(), document, manyLines), 0);
+    }
+
+    void WaitUntilThere(char const *file) const {
+        while (!std::filesystem::exists(folder.Native(file)))
+            std::this_thread::yield();
+    }
+
+    /// Waits until no process holds a file that children hold with "hold".
+    void WaitUntilFree(char const *file) const {
+#ifdef _WIN32
+        while (!std::filesystem::remove(folder.Native(file), *std::make_unique<std::error_code>()))
+            std::this_thread::yield();
+#else
+        int const lock = open(folder.Native(file).c_str(), O_RDWR | O_CREAT, 0600);
+        EXPECT_EQ(flock(lock, LOCK_EX), 0);
+        close(lock);
+#endif
+    }
+
+    zvi::test::TemporaryFolder const folder;
+};
 
 } // namespace
 
-TEST(MProcessMgr, TellsLinesAndTheExitCode) {
+/// In eight children of each kind at once.
+TEST_F(MProcessMgrTest, TellsLinesAndHowTheChildEnds) {
     struct Case {
-        std::wstring arguments;
+        std::wstring words;
         Texts texts;
     };
     Case const cases[] = {
-        {L"exit 3", {"!Exit:3"}},
+        {L"", {"!Exit:0"}},
         {L"bytes 610d0a620a63 exit 255", {"a\r", "b\r", "c\r", "!Exit:255"}},
         {L"bytes 3130250d3230250d0a", {"10%", "!Same:1020%\r", "!Exit:0"}},
-        {L"bytes 61c3a90d", {"a??", "!Exit:0"}},
+        {L"bytes 61c37fff80 exit 4", {"a\xC3\x7F\xFF\x80\r", "!Exit:4"}},
         {L"errors x bytes 790a", {"x\r", "y\r", "!Exit:0"}},
-        {L"die", {"!Exit:137"}},
         {L"bytes 61 die", {"a\r", "!Exit:137"}},
         {L"input", {"0\r", "!Exit:0"}},
+        {L"folder", {folder.Native("x").parent_path().filename().string() + "\r", "!Exit:0"}},
+        {L"bytes 61 close exit 5", {"a\r", "!Exit:5"}},
+        // A daemon keeps the pipe and is left alone.
+        {L"daemon wait over touch done ; bytes 61 exit 4", {"a\r", "!Exit:4"}},
 #ifndef _WIN32
         {L"files", {"files 0 1 2\r", "!Exit:0"}},
 #endif
@@ -80,176 +115,156 @@ TEST(MProcessMgr, TellsLinesAndTheExitCode) {
 #ifndef _WIN32
     int const open = dup(STDIN_FILENO); // which a child would inherit
 #endif
-    for (Case const &c : cases)
-        EXPECT_EQ(AllOf(c.arguments), c.texts);
+    for (int round = 0; round < kRounds; ++round) {
+        std::array<std::array<Heard, 8>, std::size(cases)> heard;
+        for (Case const &c : cases)
+            for (Heard &each : heard[static_cast<std::size_t>(&c - cases)])
+                Start(each, c.words);
+        for (Case const &c : cases)
+            for (Heard &each : heard[static_cast<std::size_t>(&c - cases)]) {
+                EXPECT_EQ(each.ToTheEnd(), c.texts);
+                EXPECT_EQ(each.startError, 0U);
+            }
+    }
 #ifndef _WIN32
     close(open);
 #endif
-    EXPECT_FALSE(HasChildren());
+    folder.Write("over", "");
+    WaitUntilThere("done");
 }
 
-TEST(MProcessMgr, LosesNothingAndTellsNothingTwice) {
-    Texts const texts = AllOf(L"lines 100000");
-    ASSERT_EQ(texts.size(), 100001U);
-    for (std::size_t i = 0; i < 100000; ++i)
-        ASSERT_EQ(texts[i], std::to_string(i) + "\r");
-    // Longer than the ring, in one piece, with a line before and an unended one behind.
-    EXPECT_EQ(AllOf(L"bytes 610a flood 1000000 bytes 0d62"),
-              (Texts{"a\r", std::string(1000000, 'x'), "!Same:" + std::string(999999, 'x') + "b\r", "!Exit:0"}));
-}
-
-TEST(MProcessMgr, TellsSoManyLinesAPass) {
-    for (int const manyLines : {0, 1}) {
+TEST_F(MProcessMgrTest, LosesNothingAndTellsSoManyLinesAPass) {
+    for (auto const &[manyLines, most] : {std::pair(0, 100U), std::pair(1, 1000U)}) {
         Heard heard;
-        ASSERT_EQ(RunChildOf(&heard, L"lines 1500", nullptr, manyLines), 0);
-        for (std::size_t before = 0; heard.texts.size() < 1000; before = heard.texts.size()) {
+        Start(heard, L"lines " + std::to_wstring(kLines), nullptr, manyLines);
+        for (std::size_t before = 0; !heard.hasEnded; before = heard.texts.size()) {
             MProcessMgr::Instance()->WaitForOutput(20);
             Pass();
             // Once the child has ended all that is left is told.
-            if (heard.hasEnded)
-                break;
-            EXPECT_LE(heard.texts.size() - before, manyLines != 0 ? 1000U : 100U);
+            ASSERT_TRUE(heard.hasEnded || heard.texts.size() - before <= most);
         }
-        PassUntil([&] { return heard.hasEnded; });
-        EXPECT_EQ(heard.texts.size(), 1501U);
+        EXPECT_TRUE(heard.texts == Lines(kLines));
     }
 }
 
-TEST(MProcessMgr, RefusesThe101stChildAndAMissingProgram) {
-    TemporaryFolder const folder;
-    MProcessMgr *const manager = MProcessMgr::Instance();
-    std::vector<std::unique_ptr<Heard>> heard;
-    for (int i = 0; i < 100; ++i) {
-        heard.push_back(std::make_unique<Heard>());
-        ASSERT_EQ(RunChildOf(heard.back().get(), Arguments({"wait", folder.Native("go"), "lines", "3"})), 0);
-    }
+TEST_F(MProcessMgrTest, RefusesThe101stChild) {
+    std::array<Heard, 100> heard;
+    for (Heard &each : heard)
+        Start(each, L"wait go lines " + std::to_wstring(kLinesOfEach));
     Heard last;
-    EXPECT_EQ(RunChildOf(&last, L"exit 0"), -4);
+    EXPECT_EQ(RunChild(&last, L""), -4);
     EXPECT_EQ(last.IsAlive(), 0);
-    EXPECT_EQ(heard[7]->IsAlive(), 1);
+    EXPECT_EQ(heard[7].IsAlive(), 1);
     folder.Write("go", "");
-    PassUntil([&] { return std::all_of(heard.begin(), heard.end(), [](auto const &each) { return each->hasEnded; }); });
-    for (auto const &each : heard)
-        EXPECT_EQ(each->texts, (Texts{"0\r", "1\r", "2\r", "!Exit:0"}));
-    EXPECT_FALSE(host::NextTimerDue()) << "the timer runs on";
+    for (Heard &each : heard)
+        EXPECT_TRUE(each.ToTheEnd() == Lines(kLinesOfEach));
+}
+
+TEST_F(MProcessMgrTest, RefusesAMissingProgramAndReportsOneThatCannotRun) {
+    MProcessMgr *const manager = MProcessMgr::Instance();
     // A self-deleting communicator is gone, as its run would be.
     EXPECT_EQ(manager->Run(L"no\\such\\program", L"", L"", 0, 1, new Heard(1), 0, 0, nullptr), -2);
     EXPECT_EQ(manager->Run(nullptr, nullptr, nullptr, 0, 1, nullptr, 0, 0, nullptr), -2);
-    EXPECT_FALSE(HasChildren());
+    folder.Write("text", "not a program");
+    Heard heard;
+    EXPECT_EQ(manager->Run(folder.Path("text").c_str(), L"", L"", 0, 1, &heard, 0, 0, nullptr), 0);
+    EXPECT_EQ(heard.ToTheEnd(), Texts{"!Exit:0"});
+    EXPECT_NE(heard.startError, 0U);
 }
 
-TEST(MProcessMgr, StartsInTheFolderAndReportsAProgramThatCannotRun) {
-    TemporaryFolder const folder;
-    folder.Write("text", "not a program");
-    for (std::wstring const &program : {ChildProgram(), folder.Path("text")}) {
-        Heard heard;
-        ASSERT_EQ(MProcessMgr::Instance()->Run(program.c_str(), L"folder", folder.Path().c_str(), 0, 1, &heard, 0, 0,
-                                               nullptr),
-                  0);
-        PassUntil([&] { return heard.hasEnded; });
-        bool const isText = program == folder.Path("text");
-        EXPECT_EQ(heard.startError != 0, isText);
-        EXPECT_EQ(heard.texts.front(),
-                  isText ? "!Exit:0" : folder.Native("x").parent_path().filename().string() + "\r");
+TEST_F(MProcessMgrTest, StopsAChildThatWritesAndWhatItHasStarted) {
+    Heard heard;
+    Heard closed; // its output, so that no stop reaches it
+    Start(heard, L"lines 10 start hold held touch ready wait never ; wait ready flood 10000000000000");
+    Start(closed, L"bytes 61 close wait end exit 5");
+    PassUntil([&] { return heard.texts.size() >= 10 && closed.texts.size() == 1; });
+    WaitUntilThere("ready");
+    for (wchar_t const *const none : {L"Stop", L"!stop", static_cast<wchar_t const *>(nullptr)})
+        EXPECT_EQ(heard.SendMsg(none), 0);
+    EXPECT_EQ(heard.IsAlive(), 1);
+    for (Heard *each : {&heard, &closed})
+        EXPECT_EQ(each->SendMsg(L"!Stop"), 0);
+    EXPECT_EQ(heard.ToTheEnd().back(), "!Exit:77");
+    WaitUntilFree("held");
+    EXPECT_EQ(heard.IsAlive(), 0);
+    EXPECT_EQ(heard.SendMsg(L"!Stop"), -1);
+    EXPECT_EQ(closed.IsAlive(), 1);
+    folder.Write("end", "");
+    EXPECT_EQ(closed.ToTheEnd(), (Texts{"a\r", "!Exit:5"}));
+}
+
+TEST_F(MProcessMgrTest, ClosesTheChildrenOfADocument) {
+    for (int round = 0; round < kRounds; ++round) {
+        auto const deleted = std::make_shared<bool>();
+        Heard other, silent, flooding;
+        auto *const gone = new Heard(1);
+        gone->onMessage = [life = std::shared_ptr<void>(nullptr, [deleted](void *) { *deleted = true; })](auto &) {};
+        Start(other, L"wait go lines 1", kOther);
+        Start(silent, L"hold held lines 1 wait never", kDocument);
+        Start(flooding, L"flood 10000000000000", kDocument);
+        Start(*gone, L"wait never", kDocument);
+        PassUntil([&] { return silent.texts.size() == 1; });
+        MProcessMgr::Instance()->OnCloseDocument(kDocument);
+        EXPECT_TRUE(*deleted);
+        EXPECT_EQ(silent.SendMsg(L"!Stop"), -1);
+        EXPECT_EQ(flooding.IsAlive(), 0);
+        WaitUntilFree("held");
+        folder.Write("go", "");
+        EXPECT_EQ(other.ToTheEnd(), Lines(1));
+        EXPECT_EQ(silent.texts, Texts{"0\r"});
     }
 }
 
-TEST(MProcessMgr, StopsAChildThatWritesAndWhatItHasStarted) {
-    TemporaryFolder const folder;
-    auto const held = folder.Native("held");
-    auto const ready = folder.Native("ready");
-    Heard heard;
-    ASSERT_EQ(RunChildOf(&heard, Arguments({"lines", "10", "start", "hold", held, "touch", ready, "hang", ";", "wait",
-                                            ready, "flood", "10000000000000"})),
-              0);
-    EXPECT_EQ(heard.SendMsg(L"Stop"), 0);
-    EXPECT_EQ(heard.SendMsg(L"!stop"), 0);
-    EXPECT_EQ(heard.SendMsg(nullptr), 0);
-    PassUntil([&] { return heard.texts.size() >= 10; });
-    WaitUntilThere(ready);
-    EXPECT_EQ(heard.IsAlive(), 1);
-    heard.SendMsg(L"!Stop");
-    PassUntil([&] { return heard.hasEnded; });
-    WaitUntilFree(held);
-    EXPECT_EQ(heard.texts.back(), "!Exit:77");
-    EXPECT_EQ(heard.IsAlive(), 0);
-    EXPECT_EQ(heard.IsAlive(), 0);
-    EXPECT_EQ(heard.SendMsg(L"!Stop"), -1);
-    EXPECT_FALSE(HasChildren());
-}
-
-TEST(MProcessMgr, EndsARunWithItsChild) {
-    TemporaryFolder const folder;
-    // A daemon keeps the pipe and is left alone.
-    EXPECT_EQ(AllOf(Arguments({"daemon", "wait", folder.Native("go"), "touch", folder.Native("done"), ";", "bytes",
-                               "61", "exit", "4"})),
-              (Texts{"a\r", "!Exit:4"}));
-    folder.Write("go", "");
-    WaitUntilThere(folder.Native("done"));
-    // A child that has closed its output is waited for, and no stop reaches it.
-    Heard closed;
-    auto const ready = folder.Native("ready");
-    ASSERT_EQ(RunChildOf(&closed, Arguments({"bytes", "61", "close", "touch", ready, "wait", folder.Native("end"),
-                                             "exit", "5"})),
-              0);
-    WaitUntilThere(ready);
-    PassUntil([&] { return closed.texts.size() == 1; });
-    closed.SendMsg(L"!Stop");
-    Pass();
-    EXPECT_EQ(closed.IsAlive(), 1);
-    folder.Write("end", "");
-    PassUntil([&] { return closed.hasEnded; });
-    EXPECT_EQ(closed.texts, (Texts{"a\r", "!Exit:5"}));
-    EXPECT_FALSE(HasChildren());
-}
-
-TEST(MProcessMgr, ClosesTheChildrenOfADocument) {
-    TemporaryFolder const folder;
-    bool isDeleted = false;
-    struct Deleted : Heard {
-        explicit Deleted(bool &told) : Heard(1), isTold(told) {}
-        ~Deleted() override { isTold = true; }
-        bool &isTold;
-    };
-    Heard other;
-    Heard silent;
-    Heard flooding;
-    auto const held = folder.Native("held");
-    ASSERT_EQ(RunChildOf(&other, Arguments({"wait", folder.Native("go"), "lines", "1"}), kOther), 0);
-    ASSERT_EQ(RunChildOf(&silent, Arguments({"hold", held, "lines", "1", "hang"}), kDocument), 0);
-    ASSERT_EQ(RunChildOf(&flooding, L"flood 10000000000000", kDocument), 0);
-    ASSERT_EQ(RunChildOf(new Deleted(isDeleted), L"hang", kDocument), 0);
-    PassUntil([&] { return silent.texts.size() == 1; });
-    MProcessMgr::Instance()->OnCloseDocument(kDocument);
-    EXPECT_TRUE(isDeleted);
-    EXPECT_EQ(silent.SendMsg(L"!Stop"), -1);
-    EXPECT_EQ(flooding.IsAlive(), 0);
-    WaitUntilFree(held);
-    folder.Write("go", "");
-    PassUntil([&] { return other.hasEnded; });
-    EXPECT_EQ(other.texts, (Texts{"0\r", "!Exit:0"}));
-    EXPECT_EQ(silent.texts, Texts{"0\r"});
+/// Whatever a communicator does while it is told something.
+TEST_F(MProcessMgrTest, StandsWhatIsDoneWithinAMessage) {
+    for (int round = 0; round < kRounds; ++round) {
+        auto *deleted = new Heard(1);
+        int count = 0;
+        deleted->onMessage = [&](std::string const &) {
+            Pass();
+            if (++count == 7)
+                delete deleted;
+        };
+        Heard closing, starting, next;
+        closing.onMessage = [&](std::string const &) { MProcessMgr::Instance()->OnCloseDocument(kDocument); };
+        // Takes the slot that the closed one leaves, in the middle of its batch, and runs again at its end.
+        starting.onMessage = [&](std::string const &text) {
+            if (text == "0\r")
+                MProcessMgr::Instance()->OnCloseDocument(kDocument);
+            if (text == "!Exit:0" && starting.texts.size() == 51)
+                Start(starting, L"lines 1");
+        };
+        Start(*deleted, L"lines 50");
+        Start(closing, L"lines 50 wait never", kDocument);
+        Start(starting, L"lines 50");
+        Start(next, L"lines 50");
+        PassUntil([&] { return next.hasEnded && starting.texts.size() == 53; });
+        EXPECT_EQ(count, 7);
+        EXPECT_LE(closing.texts.size(), 1U);
+        EXPECT_EQ(next.texts, Lines(50));
+        EXPECT_EQ(starting.texts.back(), "!Exit:0");
+    }
 }
 
 /// The memory of the application's thread runs short at each of its allocations in turn.
-TEST(MProcessMgr, TellsAllInTheEndWhenMemoryRunsShort) {
+TEST_F(MProcessMgrTest, TellsAllInTheEndWhenMemoryRunsShort) {
     if (!FailingMemory::IsPossible())
         GTEST_SKIP() << "allocations cannot be made to fail here";
+    struct Counting : MProcessCommunicator {
+        Counting() { SetSelfDelete(0); }
+        void OnProcessMsg(wchar_t const *text) override { ++(*text == L'!' ? ends : lines); }
+        int lines = 0;
+        int ends = 0;
+    };
+    std::wstring const words = L"flood 5000 bytes 0d61620a lines 150";
     for (Shortage const shortage : {Shortage::kOnce, Shortage::kLasting}) {
         bool hasFailed = true;
         for (long index = 0; hasFailed; ++index) {
-            struct Counting : MProcessCommunicator {
-                Counting() { SetSelfDelete(0); }
-                void OnProcessMsg(wchar_t const *text) override { ++(*text == L'!' ? ends : lines); }
-                int lines = 0;
-                int ends = 0;
-            } counting;
+            Counting counting;
             int result = 0;
-            std::wstring const program = ChildProgram();
             {
                 FailingMemory const memory(index, shortage);
-                result = MProcessMgr::Instance()->Run(program.c_str(), L"flood 5000 bytes 0d61620a lines 150", L"", 0,
-                                                      1, &counting, 0, 0, nullptr);
+                result = RunChild(&counting, words);
                 for (int pass = 0; pass < 3 && result == 0; ++pass) {
                     MProcessMgr::Instance()->WaitForOutput(20);
                     Pass();
@@ -263,35 +278,11 @@ TEST(MProcessMgr, TellsAllInTheEndWhenMemoryRunsShort) {
     }
 }
 
-/// Whatever a communicator does while it is told something.
-TEST(MProcessMgr, StandsWhatIsDoneWithinAMessage) {
-    auto *deleted = new Heard(1);
-    int count = 0;
-    deleted->onMessage = [&](std::string const &) {
-        ++count;
-        Pass();
-        delete deleted;
-    };
-    Heard closing;
-    closing.onMessage = [&](std::string const &) { MProcessMgr::Instance()->OnCloseDocument(kDocument); };
-    // Takes the slot that the closed one leaves, in the middle of its batch, and runs again at its end.
-    Heard starting;
-    Heard next;
-    starting.onMessage = [&](std::string const &text) {
-        if (text == "0\r")
-            MProcessMgr::Instance()->OnCloseDocument(kDocument);
-        if (text == "!Exit:0" && starting.texts.size() == 51)
-            RunChildOf(&starting, L"lines 1");
-    };
-    ASSERT_EQ(RunChildOf(deleted, L"lines 50"), 0);
-    ASSERT_EQ(RunChildOf(&closing, L"lines 50 hang", kDocument), 0);
-    ASSERT_EQ(RunChildOf(&starting, L"lines 50"), 0);
-    ASSERT_EQ(RunChildOf(&next, L"lines 50"), 0);
-    PassUntil([&] { return next.hasEnded && starting.texts.size() == 53; });
-    EXPECT_EQ(count, 1);
-    EXPECT_LE(closing.texts.size(), 1U);
-    EXPECT_EQ(next.texts.size(), 51U);
-    EXPECT_EQ(starting.texts.back(), "!Exit:0");
+/// Last, since it takes the most memory.
+TEST_F(MProcessMgrTest, ALineOfAnyLengthArrivesWhole) {
+    Heard heard;
+    Start(heard, kFlood);
+    EXPECT_EQ(heard.ToTheEnd(), (Texts{kFlooded, "b\r", "!Exit:0"}));
 }
 
 } // namespace zvi::lib::test

@@ -4,7 +4,6 @@
 #include "tests/text/NotingPrinter.h"
 #include "zvi/core/CString.h"
 #include "zvi/core/Utf8.h"
-#include "zvi/diagnostics/CNSProfilePrinter.h"
 #include "zvi/diagnostics/CProfilePrinter.h"
 #include "zvi/diagnostics/CProfileReporter.h"
 #include "zvi/diagnostics/MProfileStart.h"
@@ -16,8 +15,6 @@ namespace zvi::lib::test {
 
 namespace {
 
-using Texts = std::vector<std::string>;
-
 char const *const kHeading = "*** Dumping Profiling Result ***";
 
 /// Adds calls of known length, as a scope does.
@@ -28,40 +25,30 @@ struct Calls : MProfileMgr {
     }
 };
 
-/// Keeps the lines of reports, without the headings.
+/// Notes the lines of reports, without the headings, and its end.
 struct Printer : MProfilePrinterAdaptor {
-    explicit Printer(int *deleted = nullptr, int opens = 1) : deletions(deleted), canOpen(opens) {}
-    ~Printer() override {
-        if (deletions)
-            ++*deletions;
-    }
+    explicit Printer(std::string &text, int opens = 1) : notes(text), canOpen(opens) {}
+    ~Printer() override { notes += "gone;"; }
     int Open() override { return canOpen; }
     void PrintLine(wchar_t const *text, ...) override {
         if (std::string const line = Utf8Of(CString(text)); line != kHeading)
-            lines.push_back(line);
+            notes.append(line).append(";");
     }
-    void Close() override { ++closes; }
+    void Close() override { notes += "closed;"; }
 
-    Texts lines;
-    int closes = 0;
-    int *deletions;
+    std::string &notes;
     int canOpen;
 };
 
-Texts Report() {
-    Printer printer;
-    MProfileMgr::PrintST(&printer);
-    return printer.lines;
+template <typename... Ids>
+std::string Report(Ids... ids) {
+    std::string notes;
+    Printer printer(notes);
+    MProfileMgr::PrintST(&printer, ids...);
+    return notes;
 }
 
-Texts Report(std::vector<int> const &ids) {
-    Printer printer;
-    MProfileMgr::PrintST(&printer, ids.data(), static_cast<int>(ids.size()));
-    return printer.lines;
-}
-
-class MProfilerTest : public testing::Test {
-protected:
+struct MProfilerTest : testing::Test {
     MProfilerTest() { MProfileMgr::EnableProfilingST(1); }
     ~MProfilerTest() override {
         MProfileMgr::EnableProfilingST(0);
@@ -85,7 +72,7 @@ TEST_F(MProfilerTest, MeasuresWhenEnabledAtTheStartAndNotStoppedAtEitherEnd) {
             if (stoppedInside)
                 MProfileMgr::StopProfilingST();
         }
-        EXPECT_EQ(Report().size(), enabled && !stopped && !stoppedInside ? 1u : 0u) << row;
+        EXPECT_EQ(Report().find("scope : 1, ") != std::string::npos, enabled && !stopped && !stoppedInside) << row;
         MProfileMgr::ClearProfileDataST();
     }
 }
@@ -98,27 +85,23 @@ TEST_F(MProfilerTest, ANameHasOneRecordUnderItsFirstLabel) {
     Calls::Add(text, 1);
     Calls::Add(CString(L"100%s"), 1.5, 4);
     Calls::Add(nullptr, 1);
-    EXPECT_EQ(Report(), (Texts{"a.cpp(3) 100%s : 2, 1.75", "a.cpp(3) later : 1, 0.25", "a.cpp(3) first : 1, 0.25",
-                               "a.cpp(1) Later : 1, 1"}));
-    EXPECT_EQ(Report({4, 9, 1, -1, 4}),
-              (Texts{"a.cpp(1) Later : 1, 1", "a.cpp(3) 100%s : 2, 1.75", "a.cpp(1) Later : 1, 1"}));
-    EXPECT_EQ(Report({}), Texts{});
+    EXPECT_EQ(Report(), "a.cpp(3) 100%s : 2, 1.75;a.cpp(3) later : 1, 0.25;a.cpp(3) first : 1, 0.25;"
+                        "a.cpp(1) Later : 1, 1;closed;gone;");
+    int const ids[] = {4, 9, 1, -1, 4};
+    EXPECT_EQ(Report(ids, 5), "a.cpp(1) Later : 1, 1;a.cpp(3) 100%s : 2, 1.75;a.cpp(1) Later : 1, 1;closed;gone;");
+    EXPECT_EQ(Report(ids, 0), "closed;gone;");
     MProfileMgr::PrintST(nullptr);
     MProfileMgr::PrintST(nullptr, nullptr, 0);
-}
-
-TEST_F(MProfilerTest, ANewIdIsTheNumberOfNamesHeldPlusOne) {
-    for (wchar_t const *name : {L"a", L"b", L"c"})
-        Calls::Add(name, 1);
     int const gone[] = {1, 77};
     MProfileMgr::ClearProfileDataST(gone, 2);
-    Calls::Add(L"d", 2); // takes the id of "c", and its label with it
-    Calls::Add(L"c", 1);
-    EXPECT_EQ(Report(), (Texts{"a.cpp(1) b : 1, 1", "a.cpp(1) d : 2, 2", "a.cpp(1) d : 1, 2"}));
-    EXPECT_EQ(Report({3}), (Texts{"a.cpp(1) d : 1, 2"}));
+    Calls::Add(L"new", 2); // takes the id of "Later", its number of names held plus 1, and its label with it
+    EXPECT_EQ(Report(ids, 1), "a.cpp(1) new : 1, 2;closed;gone;");
+    EXPECT_EQ(Report(), "a.cpp(3) later : 1, 0.25;a.cpp(3) first : 1, 0.25;a.cpp(1) new : 1, 1;a.cpp(1) new : 1, 2;"
+                        "closed;gone;");
     MProfileMgr::ClearProfileDataST();
+    EXPECT_EQ(Report(), "gone;");
     Calls::Add(L"e", 1);
-    EXPECT_EQ(Report({1}), (Texts{"a.cpp(1) e : 1, 1"}));
+    EXPECT_EQ(Report(gone, 1), "a.cpp(1) e : 1, 1;closed;gone;");
 }
 
 TEST_F(MProfilerTest, ARegionReportsWhatItSawFirst) {
@@ -141,7 +124,7 @@ TEST_F(MProfilerTest, ARegionReportsWhatItSawFirst) {
     EXPECT_EQ(window.Taken(), L"out:*** Dumping Profiling Result ***;out:a.cpp(1) outer : 2, 2;"
                               L"out:a.cpp(1) 100%s : 1, 3;");
     MProfileStart::AddProfileST(1); // no region, no matter
-    EXPECT_EQ(Report(), Texts{});
+    EXPECT_EQ(Report(), "gone;");
 }
 
 TEST_F(MProfilerTest, TheRegionsForgetTheIdBehindTheLast) {
@@ -153,43 +136,35 @@ TEST_F(MProfilerTest, TheRegionsForgetTheIdBehindTheLast) {
         for (int i = 1; i <= kIds; ++i)
             Calls::Add(CString(std::to_wstring(i)), 1);
     }
-    EXPECT_EQ(Report(), (Texts{"a.cpp(1) 4096 : 1, 1"}));
+    EXPECT_EQ(Report(), "a.cpp(1) 4096 : 1, 1;closed;gone;");
 }
 
 TEST_F(MProfilerTest, ReportersPrintWhenTheyGo) {
     ReportFolder const folder;
     { CProfileReporter const withoutData; }
-    EXPECT_EQ(folder.Text("profile.txt"), "");
+    EXPECT_EQ(folder.Read("profile.txt"), "");
     Calls::Add(L"\u00B0", 1);
-    Printer printer;
-    int deletions = 0;
+    std::string lentNotes, ownNotes;
+    Printer lent(lentNotes);
     {
         CProfileReporter const toFile;
-        CProfileReporter const lent(&printer, 0);
-        CProfileReporter const owned(new Printer(&deletions, 0), 1);
+        CProfileReporter const toLent(&lent, 0);
+        CProfileReporter const toOwn(new Printer(ownNotes, 0), 1);
     }
-    EXPECT_EQ(printer.lines, (Texts{"a.cpp(1) \u00B0 : 1, 1"}));
-    EXPECT_EQ(printer.closes, 1);
-    EXPECT_EQ(deletions, 1);
-    { CProfileReporter const toFile; }
-    std::string const once = std::string(kHeading) + "\na.cpp(1) \u00B0 : 1, 1\n";
-    EXPECT_EQ(folder.Text("profile.txt"), once + once);
-}
-
-TEST_F(MProfilerTest, ThePrinterWritesNothingWithoutItsFile) {
+    EXPECT_EQ(lentNotes, "a.cpp(1) \u00B0 : 1, 1;closed;");
+    EXPECT_EQ(ownNotes, "gone;");
+    { CProfileReporter const behind; }
     CProfilePrinter printer;
     printer.PrintLine(L"not open");
-    printer.Close();
-    ReportFolder const folder;
     EXPECT_EQ(printer.Open(), 1);
     printer.PrintLine(L"%d%s", 1);
     printer.Close();
     printer.PrintLine(L"closed");
-    EXPECT_EQ(folder.Text("profile.txt"), "%d%s\n");
-    ReportFolder::SetRoots(folder.Path() / "no such folder");
+    ReportFolder::SetRoots(folder.Native("no such folder"));
     EXPECT_EQ(printer.Open(), 0);
-    Calls::Add(L"name", 1);
     { CProfileReporter const silent; }
+    EXPECT_EQ(folder.Lines("profile.txt"),
+              (ReportLines{kHeading, "a.cpp(1) \u00B0 : 1, #", kHeading, "a.cpp(1) \u00B0 : 1, #", "%d%s"}));
 }
 
 } // namespace zvi::lib::test

@@ -8,7 +8,6 @@
 #include "zvi/host/UserValues.h"
 
 #include <cstdlib>
-#include <sstream>
 #include <vector>
 
 namespace zvi::lib::test {
@@ -21,30 +20,29 @@ using diagnostics::ScopeRecords;
 /// Scopes whose counter, of 4 ticks a second, the test tells.
 struct Scopes : ScopeRecords {
     void Push(char const *name, std::int64_t entry, std::int64_t afterPush) {
-        std::int64_t const ticks[] = {entry, afterPush};
-        ScopeRecords::Push(name, [next = ticks]() mutable { return *next++; });
+        ScopeRecords::Push(name, [&] { return std::exchange(entry, afterPush); });
     }
     void Pop(std::int64_t begin, std::int64_t end) {
-        std::int64_t const ticks[] = {begin, end};
-        ScopeRecords::Pop(4, [next = ticks]() mutable { return *next++; });
+        ScopeRecords::Pop(4, [&] { return std::exchange(begin, end); });
     }
     /// Calls, total, overhead, child and independent seconds.
     std::vector<double> Of(std::string const &name) const {
-        auto const found = All().find(name);
-        if (found == All().end())
-            return {};
-        ScopeRecord const &record = found->second;
+        ScopeRecord const &record = All().at(name);
         return {double(record.calls), record.total, record.overhead, record.child, record.Independent()};
     }
 };
 
 using Seconds = std::vector<double>;
 
-std::vector<std::string> Lines(std::string const &text) {
-    std::vector<std::string> lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);)
-        lines.push_back(line);
+ReportLines const kNoScopes = {"Total Work Time : #",
+                               "Function Name,   Percentage, Independent Work Time, Unit Work Time,        Calls, "
+                               "Total Work Time, Child Work Time"};
+
+/// Lines of a report that tells so much of each scope.
+ReportLines Reported(std::vector<std::string> const &scopes) {
+    ReportLines lines = kNoScopes;
+    for (std::string const &scope : scopes)
+        lines.insert(scope + ", #, #");
     return lines;
 }
 
@@ -62,42 +60,27 @@ TEST(Profiler, TellsAScopesTimeFromThatOfTheScopesInside) {
     EXPECT_EQ(scopes.Of("a"), (Seconds{1, 10.5, 0.75, 2.5, 8}));
     scopes.Pop(150, 151); // nothing is open
     EXPECT_EQ(scopes.All().size(), 2u);
-}
-
-TEST(Profiler, ANameThatCallsItselfCountsTheInnerScopeTwice) {
-    Scopes scopes;
-    scopes.Push("r", 0, 0);
-    scopes.Push("r", 4, 4);
+    // A name that calls itself counts the inner scope twice.
+    scopes.Push(nullptr, 0, 0);
+    scopes.Push("", 4, 4);
     scopes.Pop(8, 8);
     scopes.Pop(12, 12);
-    EXPECT_EQ(scopes.Of("r"), (Seconds{2, 4, 0, 1, 3}));
-    scopes.Push(nullptr, 0, 0);
-    scopes.Pop(4, 4);
-    EXPECT_EQ(scopes.Of(""), (Seconds{1, 1, 0, 0, 1}));
+    EXPECT_EQ(scopes.Of(""), (Seconds{2, 4, 0, 1, 3}));
 }
 
 TEST(Profiler, AScopeWithoutMemoryIsLostWithThoseInside) {
     if (!FailingMemory::IsPossible())
         GTEST_SKIP() << "a program cannot make the library's allocations fail on this host or in this build";
     char const *const outer = "a name that does not fit into the object itself";
-    char const *const inner = "another name that does not fit into the object itself";
-    bool hasFailed = true;
-    for (long index = 0; hasFailed; ++index) {
-        Scopes scopes;
-        {
-            FailingMemory const memory(index, Shortage::kOnce);
-            for (int level = 0; level < 3; ++level)
-                scopes.Push(level == 0 ? outer : inner, level, level);
-            for (int level = 0; level < 3; ++level)
-                scopes.Pop(4, 4);
-            hasFailed = memory.HasFailed();
-        }
-        EXPECT_LE(scopes.All().size(), 2u);
-        scopes.Drop();
-        scopes.Push(outer, 0, 0);
-        scopes.Pop(4, 4);
-        EXPECT_EQ(scopes.Of(outer), (Seconds{1, 1, 0, 0, 1})) << "after allocation " << index;
-    }
+    WorkInShortages<Scopes>(
+        [outer](Scopes &scopes) {
+            scopes.Drop();
+            for (char const *const name : {outer, "another name that does not fit into the object itself", outer})
+                scopes.Push(name, 0, 0);
+            for (std::int64_t end = 4; end <= 12; end += 4)
+                scopes.Pop(end, end);
+        },
+        [outer](Scopes const &scopes) { return scopes.Of(outer); });
 }
 
 TEST(Profiler, HashesBytesAsSignedNumbersInSixtyFourBits) {
@@ -116,24 +99,16 @@ TEST(Profiler, WritesTheReportAndBeginsAnew) {
             ProfileWrite const inner("inner");
     }
     Profiler::GetInstance().PrintResult();
-    std::vector<std::string> const lines = Lines(folder.Text("PROF.csv"));
-    ASSERT_EQ(lines.size(), 4u);
-    EXPECT_EQ(lines[0].substr(0, 18), "Total Work Time : ");
-    EXPECT_EQ(lines[1], "Function Name,   Percentage, Independent Work Time, Unit Work Time,        Calls, "
-                        "Total Work Time, Child Work Time");
-    for (std::size_t i = 2; i < 4; ++i) {
-        bool const isOuter = lines[i].starts_with("outer, with a comma, ");
-        EXPECT_TRUE(isOuter || lines[i].starts_with("       inner, ")) << lines[i];
-        EXPECT_NE(lines[i].find(isOuter ? ",            1, " : ",            3, "), std::string::npos) << lines[i];
-    }
+    EXPECT_EQ(folder.Lines("PROF.csv"),
+              Reported({"outer, with a comma, #, #, #,            1", "       inner, #, #, #,            3"}));
     Profiler::GetInstance().PrintResult();
-    EXPECT_EQ(Lines(folder.Text("PROF.csv")).size(), 2u);
-    EXPECT_EQ(Lines(folder.Text("PROF.csv"))[0], "Total Work Time :     0.000000");
-    std::filesystem::remove_all(folder.Path());
+    EXPECT_EQ(folder.Lines("PROF.csv"), kNoScopes);
+    EXPECT_EQ(folder.Read("PROF.csv").find("Total Work Time :     0.000000"), 0u);
+    ReportFolder::SetRoots(folder.Native("no such folder"));
     ProfileWrite("kept"), Profiler::GetInstance().PrintResult(); // cannot be written
-    std::filesystem::create_directories(folder.Path());
+    ReportFolder::SetRoots(folder.Native());
     Profiler::GetInstance().PrintResult();
-    EXPECT_EQ(Lines(folder.Text("PROF.csv")).size(), 3u);
+    EXPECT_EQ(folder.Lines("PROF.csv"), Reported({"        kept, #, #, #,            1"}));
 }
 
 namespace {
@@ -160,25 +135,21 @@ TEST(ProfilingDeathTest, AProcessIsMeasuredFromLoadToExitAsTheUserWants) {
     GTEST_FLAG_SET(death_test_style, "threadsafe"); // the child loads the library anew, and comes through here again
     ReportFolder const folder;
 #ifndef _WIN32
-    ::setenv("XDG_CONFIG_HOME", folder.Path().c_str(), 1);
+    ::setenv("XDG_CONFIG_HOME", folder.Native().c_str(), 1);
 #endif
     std::string const before = host::UserValue("Profiling");
     for (std::string const value : {"no", "Yes", "", "yes"}) {
         EXPECT_TRUE(host::SetUserValue("Profiling", value));
-        EXPECT_EXIT(ProfileAProcess(folder.Path()), testing::ExitedWithCode(0), "");
+        EXPECT_EXIT(ProfileAProcess(folder.Native()), testing::ExitedWithCode(0), "");
         if (testing::internal::InDeathTestChild())
             continue;
-        std::string const report = folder.Text("profile.txt");
-        EXPECT_EQ(Lines(report).size(), value == "yes" ? 2u : 0u);
-        EXPECT_EQ(report.find("\na.cpp(1) measured : 1, ") != std::string::npos, value == "yes");
-        std::string const written = folder.Text("PROF.csv");
-        // The library of Windows is unloaded after the program's own objects, so that no scope of theirs is too late.
-        bool const isLate = written.find("too late") == std::string::npos;
-        EXPECT_EQ(Lines(written).size(), isLate ? 3u : 4u);
-#ifndef _WIN32
-        EXPECT_TRUE(isLate);
+        EXPECT_EQ(folder.Lines("profile.txt").count("a.cpp(1) measured : 1, #"), value == "yes" ? 1u : 0u);
+        ReportLines expected = Reported({"     written, #, #, #,            1"});
+#ifdef _WIN32
+        // The library is unloaded after the program's own objects, so that no scope of theirs is too late.
+        expected.insert("    too late, #, #, #,            1, #, #");
 #endif
-        EXPECT_NE(written.find("\n     written, "), std::string::npos);
+        EXPECT_EQ(folder.Lines("PROF.csv"), expected);
     }
     EXPECT_TRUE(host::SetUserValue("Profiling", before));
 #ifndef _WIN32

@@ -2,34 +2,31 @@
 
 #include "tests/TemporaryFolder.h"
 
-#include <algorithm>
+#include <regex>
+#include <set>
 
 namespace zvi::lib::test {
 
+/// Lines of a report in any order, with "#" for each time in its column or at the end.
+using ReportLines = std::multiset<std::string>;
+
 /// A folder of the test that stands for the drives C: and X: as long as it lives.
-class ReportFolder {
-public:
-    ReportFolder() { SetRoots(m_folder.Native()); }
+struct ReportFolder : zvi::test::TemporaryFolder {
+    ReportFolder() { SetRoots(Native()); }
     ~ReportFolder() { SetRoots({}); }
-    ReportFolder(ReportFolder const &) = delete;
-    ReportFolder &operator=(ReportFolder const &) = delete;
 
     static void SetRoots(std::filesystem::path const &folder) {
         host::SetDriveRoot(L'C', folder);
         host::SetDriveRoot(L'X', folder);
     }
 
-    std::filesystem::path Path() const { return m_folder.Native(); }
-
-    /// What stands in a file, with LF at the ends of lines; empty when there is none.
-    std::string Text(char const *file) const {
-        std::string text = m_folder.Read(file);
-        text.erase(std::remove(text.begin(), text.end(), '\r'), text.end());
-        return text;
+    ReportLines Lines(char const *report) const {
+        ReportLines lines;
+        std::ifstream file(Native(report));
+        for (std::string line; std::getline(file, line);)
+            lines.insert(std::regex_replace(line, std::regex(" {4}[0-9]\\.[0-9]{6}|[0-9.]+(e-[0-9]+)?$"), "#"));
+        return lines;
     }
-
-private:
-    zvi::test::TemporaryFolder m_folder;
 };
 
 } // namespace zvi::lib::test

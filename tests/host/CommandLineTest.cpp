@@ -16,23 +16,11 @@ Words Split(std::wstring const &arguments) {
 } // namespace
 
 TEST(CommandLine, TakesQuotedWordsApartAgain) {
-    Words words = {"plain",
-                   "",
-                   "a b",
-                   "\t\n",
-                   "'",
-                   "\"",
-                   "it's \"quoted\"",
-                   "back\\slash",
-                   "\\",
-                   "\\\\\"",
-                   "end\\",
-                   "a b\\",
-                   "$HOME",
-                   "*?[a]{b,c}~",
-                   "#;&|<>()`!",
-                   "-o=C:\\a b\\c.txt",
-                   std::filesystem::path(u8"\u00E9 \u8A08\U0001F600")};
+    Words words;
+    for (char8_t const *word : {u8"plain", u8"", u8"a b", u8"\t\n", u8"'", u8"\"", u8"it's \"quoted\"", u8"back\\slash",
+                                u8"\\", u8"\\\\\"", u8"end\\", u8"a b\\", u8"$HOME", u8"*?[a]{b,c}~", u8"#;&|<>()`!",
+                                u8"-o=C:\\a b\\c.txt", u8"\u00E9 \u8A08\U0001F600"})
+        words.emplace_back(word);
 #ifndef _WIN32
     words.emplace_back("no \xFF utf\xC3");
 #endif
@@ -44,12 +32,7 @@ TEST(CommandLine, TakesQuotedWordsApartAgain) {
 
 #ifndef _WIN32
 TEST(CommandLine, FollowsTheRulesOfQuotesAndBackslashes) {
-    struct Case {
-        wchar_t const *line;
-        Words words;
-    };
-    Case const cases[] = {
-        {L"", {}},
+    std::pair<wchar_t const *, Words> const cases[] = {
         {L" \t\n", {}},
         {L"a  b\tc\nd", {"a", "b", "c", "d"}},
         {L"'a b'c\"d e\"", {"a bcd e"}},
@@ -61,7 +44,7 @@ TEST(CommandLine, FollowsTheRulesOfQuotesAndBackslashes) {
         {L"\"a b", {"a b"}},
         {L"a\\", {"a\\"}},
     };
-    for (Case const &c : cases)
-        EXPECT_EQ(Split(c.line), c.words) << testing::PrintToString(Split(c.line));
+    for (auto const &[line, words] : cases)
+        EXPECT_EQ(Split(line), words) << testing::PrintToString(Split(line));
 }
 #endif
