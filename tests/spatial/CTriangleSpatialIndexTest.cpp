@@ -1,6 +1,8 @@
 #include "zvi/spatial/CTriangleSpatialIndex.h"
 
+#include "tests/FailingMemory.h"
 #include "tests/Rows.h"
+#include "tests/TemporaryFolder.h"
 #include "tests/spatial/Bodies.h"
 
 #include "zvi/interface/IProgressBar.h"
@@ -12,10 +14,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <limits>
+#include <memory>
 #include <random>
 #include <set>
 #include <string>
@@ -224,8 +224,7 @@ TEST(CTriangleSpatialIndex, TellsThePercentageOfCellsToTheProgressBar) {
 }
 
 TEST(CTriangleSpatialIndex, WritesItsTriangles) {
-    namespace fs = std::filesystem;
-    fs::path const file = fs::temp_directory_path() / "zvi_triangles_test.txt";
+    zvi::test::TemporaryFolder const folder;
     float const box[] = {0, 0, 0, 10, 10, 10};
     CTriangleSpatialIndex index(box, 10, 0);
     Triangle triangle{{{{5, 5, 5}, {5.25f, 5, 5}, {5, 5.25f, -0.0f}}}};
@@ -234,22 +233,54 @@ TEST(CTriangleSpatialIndex, WritesItsTriangles) {
     Insert(index, triangle, 0);
     Insert(index, hidden, 0);
     Comparison comparison;
-    index.WriteIndexedTriangle(file.wstring().c_str(), &comparison);
-    std::ifstream stream(file);
-    std::string const text((std::istreambuf_iterator<char>(stream)), {});
-    EXPECT_EQ(text, "Contact Search\n"
-                    "    facet normal               0             0             1\n"
-                    "        outer loop\n"
-                    "            vertex             5             5             5\n"
-                    "            vertex          5.25             5             5\n"
-                    "            vertex             5          5.25             5\n"
-                    "        endloop\n"
-                    "    endfacet\n"
-                    "end Contact Search\n");
-    stream.close();
-    fs::remove(file);
-    index.WriteIndexedTriangle((file / "none").wstring().c_str(), &comparison);
-    EXPECT_FALSE(fs::exists(file));
+    index.WriteIndexedTriangle(folder.Path("triangles").c_str(), &comparison);
+    std::ifstream file(folder.Native("triangles"));
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), {}),
+              "Contact Search\n"
+              "    facet normal               0             0             1\n"
+              "        outer loop\n"
+              "            vertex             5             5             5\n"
+              "            vertex          5.25             5             5\n"
+              "            vertex             5          5.25             5\n"
+              "        endloop\n"
+              "    endfacet\n"
+              "end Contact Search\n");
+    index.WriteIndexedTriangle(folder.Path("no folder/triangles").c_str(), &comparison);
+    EXPECT_EQ(folder.Names().size(), 1u);
+}
+
+TEST(CTriangleSpatialIndex, IsFilledAgainAfterAShortageOfMemory) {
+    if (!FailingMemory::IsPossible())
+        GTEST_SKIP() << "a program cannot make the library's allocations fail on this host or in this build";
+    struct Touching final : ICompTri {
+        int reported = 0;
+        int Compare(void *, void *, float) override { return 1; }
+        void Report(void *, void *) override { ++reported; }
+        int GetTriangle(void *, float *, float *, float *, float *) override { return 0; }
+    };
+    struct Work {
+        std::unique_ptr<CTriangleSpatialIndex> index;
+        std::array<std::size_t, 3> found{};
+    };
+    WorkInShortages<Work>(
+        [](Work &work) {
+            EXPECT_TRUE(!work.index || work.index->IsConsistent());
+            float const box[] = {0, 0, 0, 9, 9, 9};
+            work.index = std::make_unique<CTriangleSpatialIndex>(box, 7, 0.0f);
+            for (int group = 0; group < 4; ++group) {
+                Triangle triangle{{{{1, 1, 1}, {8, 1, 1}, {1, 8, 2}}}, group};
+                if (group % 2 != 0)
+                    triangle.corners[2] = {2, 2, 2};
+                Insert(*work.index, triangle, 0.5f);
+            }
+            Touching touching;
+            work.index->FindTriWithinTol(1, &touching);
+            TriangleBody const body = CubeAt({});
+            work.found = {static_cast<std::size_t>(touching.reported),
+                          FindBodyContacts({body, body}, 1.0).contacts.size(),
+                          static_cast<std::size_t>(work.index->GetItemCount())};
+        },
+        [](Work const &work) { return std::pair(work.found, work.index->IsConsistent()); });
 }
 
 } // namespace zvi::lib::test

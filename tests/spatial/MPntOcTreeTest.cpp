@@ -3,6 +3,8 @@
 #include "zvi/spatial/MPntOcUtil.h"
 #include "zvi/spatial/points/PointClusterDetail.h"
 
+#include "tests/FailingMemory.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -155,6 +157,30 @@ TEST(MPntOcTree, DoesWhatItsRulesSay) {
         EXPECT_EQ(tree.Insert(1, {1, 2, 3}) + tree.Delete(1) + tree.Exist(1), 0) << "nothing follows the end";
         EXPECT_TRUE(InBox(tree, {-99, -99, -99}, {99, 99, 99}).empty() && tree.IsConsistent());
     }
+}
+
+TEST(MPntOcTree, GoesOnWithWhatItHasAfterAShortageOfMemory) {
+    if (!FailingMemory::IsPossible())
+        GTEST_SKIP() << "a program cannot make the library's allocations fail on this host or in this build";
+    auto const all = [](MPntOcTree const &tree) { return InBox(tree, {-9, -9, -9}, {9, 9, 9}); };
+    auto const fill = [&all](MPntOcTree &tree) {
+        for (std::uint64_t key = 0; key < 120; ++key) {
+            double const k = static_cast<double>(key);
+            tree.Insert(key, key % 4 == 0 ? Point(k / 64, 1e-3 * k, k / 64) : Point(k / 40, k / 50, k / 40));
+            if (key % 3 == 0)
+                tree.Delete(key / 2);
+        }
+        all(tree);
+    };
+    WorkInShortages<std::unique_ptr<MPntOcTree>>(
+        [&fill](std::unique_ptr<MPntOcTree> &tree) {
+            if (tree)
+                fill(*tree);
+            EXPECT_TRUE(!tree || tree->IsConsistent());
+            tree = std::make_unique<MPntOcTree>(4.0, 3);
+            fill(*tree);
+        },
+        [&all](std::unique_ptr<MPntOcTree> const &tree) { return std::pair(all(*tree), tree->IsConsistent()); });
 }
 
 TEST(MPntOcTree, MissesAPointOfAChildThatDoesNotHoldIt) {

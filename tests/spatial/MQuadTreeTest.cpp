@@ -62,28 +62,6 @@ TEST(MQuadObj, TypeKeepsTwentyEightBits) {
     EXPECT_EQ(MQuadObj(object).GetType(), -(1 << 27));
 }
 
-TEST(MQuadTree, RegionStartsAroundTheFirstObjectAndGrows) {
-    MQuadTree tree;
-    EXPECT_EQ(tree.GetRoot(), nullptr);
-    EXPECT_EQ(tree.GetInfo().capacity, 128);
-    EXPECT_EQ(tree.FindNode({0, 0}), nullptr);
-    struct Row {
-        MQuadMBR2D object;
-        std::array<double, 4> region;
-    };
-    // The maximum edge is not of the region: margin 25 beyond the object, then squared upward.
-    Row const rows[] = {{Point(10, 20), {-40, -30, 60, 70}},
-                        {Point(60, 0), {-40, -30, 85, 95}},
-                        {Point(-40, -30), {-40, -30, 85, 95}},
-                        {Point(-41, 0), {-72.25, -62.25, 85, 95}}};
-    for (Row const &row : rows) {
-        EXPECT_EQ(tree.Insert(static_cast<unsigned int>(&row - rows), row.object), 1);
-        EXPECT_EQ(FacesOf(tree.GetRoot()->GetRegion()), row.region);
-    }
-    EXPECT_EQ(tree.FindNode({85, 0}), nullptr);
-    EXPECT_EQ(tree.FindNode({84, 0})->GetCount(), 4);
-}
-
 TEST(MQuadTree, AKeyWhoseObjectWasMovedOutOfTheRegionGoesAllTheSame) {
     MQuadTree tree;
     tree.Insert(1U, Point(0, 0));

@@ -1,6 +1,7 @@
 #include "zvi/spatial/MHHPointSpatialIndex.h"
 #include "zvi/spatial/MHashPointSpatialIndex.h"
 
+#include "tests/FailingMemory.h"
 #include "tests/Rows.h"
 
 #include "zvi/core/MVector.h"
@@ -10,6 +11,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <memory>
 #include <random>
 #include <set>
 #include <type_traits>
@@ -163,6 +165,33 @@ TYPED_TEST(PointIndex, FindsWhatIsNearAsASlowSearchDoes) {
     float const query[] = {float(points.all[1][0]), float(points.all[1][1]), float(points.all[1][2])};
     MList<std::uint64_t> list;
     EXPECT_EQ(index.FindWithinTol(query, 1e-5, list, &points), kIsPlain ? 1 : 0);
+}
+
+/// Says how many there are, and of a failure only that nothing is inconsistent.
+TYPED_TEST(PointIndex, IsFilledAgainAfterAShortageOfMemory) {
+    if (!FailingMemory::IsPossible())
+        GTEST_SKIP() << "a program cannot make the library's allocations fail on this host or in this build";
+    std::vector<Point> all(40);
+    for (std::size_t i = 0; i < all.size(); ++i)
+        all[i] = Point(double(i) / 40, double(i % 4), double(i) / 50);
+    Points const points(all);
+    struct Work {
+        std::unique_ptr<TypeParam> index;
+        std::uint64_t found = 0;
+    };
+    WorkInShortages<Work>(
+        [&points](Work &work) {
+            EXPECT_TRUE(!work.index || work.index->IsConsistent());
+            work.index = std::make_unique<TypeParam>();
+            Lay(*work.index, {0, 0, 0}, {5, 5, 5}, 20);
+            for (std::uint64_t value = 1; value < 40; ++value)
+                work.index->Insert(points.all[value].Data(), value);
+            MList<std::uint64_t> list;
+            work.index->FindWithinTol(points.all[1].Data(), 1.0, list, &points);
+            work.index->Delete(points.all[39].Data(), 39);
+            work.found = list.GetCount() + work.index->FindNearest(points.all[7].Data(), 1.0, &points);
+        },
+        [](Work const &work) { return work.index->IsConsistent() ? work.found : 0; });
 }
 
 TEST(MHashPointSpatialIndex, CountsADistanceOfExactlyTheToleranceInAllSearchesButTheNearest) {

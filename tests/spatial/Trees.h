@@ -32,6 +32,7 @@ struct Corners {
 /// The quadtree under the names that both trees have in tests.
 struct Plane {
     static constexpr std::size_t kDimension = 2;
+    static constexpr int kCapacity = 128;
     static constexpr std::pair kTolerances{1e-6, 1e-9};
     using Tree = MQuadTree;
     using Node = MQuadNode;
@@ -50,6 +51,7 @@ struct Plane {
 /// The octree under the same names.
 struct Space {
     static constexpr std::size_t kDimension = 3;
+    static constexpr int kCapacity = 32;
     static constexpr std::pair kTolerances{1e-3, 1e-4};
     using Tree = MOcTree;
     using Node = MOcNode;

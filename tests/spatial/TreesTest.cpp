@@ -448,6 +448,23 @@ TYPED_TEST(TreesTest, NodesPoolsAndOrderOfHitsAreThoseOfTheSlowTree) {
     }
 }
 
+/// How it grows from there the slow tree shows.
+TYPED_TEST(TreesTest, TheRegionStartsAroundTheFirstObject) {
+    typename TypeParam::Tree tree;
+    EXPECT_EQ(tree.GetRoot(), nullptr);
+    EXPECT_EQ(tree.FindNode({}), nullptr);
+    EXPECT_EQ(tree.GetInfo().capacity, TypeParam::kCapacity);
+    EXPECT_EQ(tree.Insert(1U, PointAt<TypeParam>(2)), 1);
+    Corners<TypeParam::kDimension> around;
+    around.min.fill(-50);
+    around.max.fill(50);
+    around.min[0] = -48;
+    around.max[0] = 52;
+    EXPECT_EQ(std::bit_cast<decltype(around)>(tree.GetRoot()->GetRegion()), around);
+    EXPECT_EQ(tree.FindNode(std::bit_cast<typename TypeParam::Point>(around.min))->GetCount(), 1);
+    EXPECT_EQ(tree.FindNode(std::bit_cast<typename TypeParam::Point>(around.max)), nullptr);
+}
+
 TYPED_TEST(TreesTest, BoxesMeetWithinATolerance) {
     constexpr double kTouch = TypeParam::kTolerances.first;
     constexpr double kLeast = TypeParam::kTolerances.second;

@@ -143,12 +143,11 @@ TEST(Contacts, GoToJsonAndToAPictureForOtherPrograms) {
 }
 
 TEST(Contacts, RefusesWrongUsage) {
-    using Words = std::vector<std::string>;
-    for (Words words :
-         {Words{}, Words{"--tolerance", "-1"}, Words{"--tolerance", "nan"}, Words{"--tolerance", "1", "--obj", "-"},
-          Words{"--tolerance", "1", "-", "-"}, Words{"--tolerance", "1", "--strict"}}) {
-        words.insert(words.begin(), "contacts");
-        EXPECT_EQ(RunZvi(words, "solid\nendsolid\n").status, 2) << words.back();
+    for (char const *words : {"", "--tolerance -1", "--tolerance nan", "--tolerance 1 --obj -", "--tolerance 1 - -",
+                              "--tolerance 1 --strict"}) {
+        std::istringstream stream(std::string("contacts ") + words);
+        std::vector<std::string> const arguments(std::istream_iterator<std::string>(stream), {});
+        EXPECT_EQ(RunZvi(arguments, "solid\nendsolid\n").status, 2) << words;
     }
 }
 
