@@ -19,87 +19,67 @@ namespace zvi::app::test {
 
 namespace {
 
-/// A pipe both of whose ends refuse instead of waiting.
-class ImpatientPipe {
-public:
+/// The ends of a pipe, for reading and for writing. Both refuse instead of waiting.
+struct ImpatientPipe {
+    HostStream ends[2];
+
 #ifdef _WIN32
     ImpatientPipe() {
-        HANDLE ends[2] = {};
-        EXPECT_TRUE(CreatePipe(&ends[0], &ends[1], nullptr, 4096));
+        HANDLE handles[2] = {};
+        DWORD mode = PIPE_READMODE_BYTE | PIPE_NOWAIT;
+        EXPECT_TRUE(CreatePipe(&handles[0], &handles[1], nullptr, 4096));
         for (int i = 0; i < 2; ++i) {
-            DWORD mode = PIPE_READMODE_BYTE | PIPE_NOWAIT;
-            EXPECT_TRUE(SetNamedPipeHandleState(ends[i], &mode, nullptr, nullptr));
-            m_ends[i] = reinterpret_cast<HostStream>(ends[i]);
+            EXPECT_TRUE(SetNamedPipeHandleState(handles[i], &mode, nullptr, nullptr));
+            ends[i] = reinterpret_cast<HostStream>(handles[i]);
         }
     }
-    void Close(int end) {
-        if (m_ends[end] != -1)
-            CloseHandle(reinterpret_cast<HANDLE>(m_ends[end]));
-        m_ends[end] = -1;
+    void Close(int end) const {
+        CloseHandle(reinterpret_cast<HANDLE>(ends[end]));
     }
 #else
     ImpatientPipe() {
-        int ends[2] = {};
-        EXPECT_EQ(pipe(ends), 0);
+        int descriptors[2] = {};
+        EXPECT_EQ(pipe(descriptors), 0);
         for (int i = 0; i < 2; ++i) {
-            EXPECT_EQ(fcntl(ends[i], F_SETFL, O_NONBLOCK), 0);
-            m_ends[i] = ends[i];
+            EXPECT_EQ(fcntl(descriptors[i], F_SETFL, O_NONBLOCK), 0);
+            ends[i] = descriptors[i];
         }
     }
-    void Close(int end) {
-        if (m_ends[end] != -1)
-            close(static_cast<int>(m_ends[end]));
-        m_ends[end] = -1;
+    void Close(int end) const {
+        close(static_cast<int>(ends[end]));
     }
 #endif
-    ~ImpatientPipe() {
-        Close(0);
-        Close(1);
-    }
-    ImpatientPipe(ImpatientPipe const &) = delete;
-    ImpatientPipe &operator=(ImpatientPipe const &) = delete;
-
-    HostStream Reading() const {
-        return m_ends[0];
-    }
-    HostStream Writing() const {
-        return m_ends[1];
-    }
-
-private:
-    HostStream m_ends[2] = {-1, -1};
 };
 
 } // namespace
 
 TEST(StandardStreams, LoseNothingInAPipeThatRefusesToWait) {
-    ImpatientPipe pipe;
+    ImpatientPipe const pipe;
     std::string text;
     for (int i = 0; i < 200000; ++i)
         text.append(std::to_string(i)).append(i % 3 == 0 ? "\r\n" : "\n");
     std::thread writer([&] {
-        StandardOutput buffer(pipe.Writing());
+        StandardOutput buffer(pipe.ends[1]);
         std::ostream out(&buffer);
         out << text.substr(0, 100) << text.substr(100, 70000) << std::flush << text.substr(70100) << std::flush;
         EXPECT_TRUE(out.good()) << buffer.Failure().message();
         pipe.Close(1);
     });
-    StandardInput buffer(pipe.Reading());
+    StandardInput buffer(pipe.ends[0]);
     std::istream in(&buffer);
     EXPECT_TRUE(std::string(std::istreambuf_iterator<char>(in), {}) == text);
     writer.join();
+    pipe.Close(0);
 }
 
 TEST(StandardStreams, TellThatTheReaderHasGone) {
 #ifndef _WIN32
     auto *const handler = std::signal(SIGPIPE, SIG_IGN);
 #endif
-    ImpatientPipe pipe;
+    ImpatientPipe const pipe;
     pipe.Close(0);
-    StandardOutput buffer(pipe.Writing());
-    std::ostream out(&buffer);
-    EXPECT_FALSE(out << "nobody hears this" << std::flush);
-    EXPECT_EQ(buffer.Failure(), std::errc::broken_pipe);
+    EXPECT_EQ(WriteAll(pipe.ends[1], "nobody hears this"), std::errc::broken_pipe);
+    pipe.Close(1);
 #ifndef _WIN32
     std::signal(SIGPIPE, handler);
 #endif
