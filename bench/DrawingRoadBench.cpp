@@ -14,6 +14,7 @@
 #include <benchmark/benchmark.h>
 #include <geos_c.h>
 
+#include <chrono>
 #include <cmath>
 #include <cstdlib>
 #include <ctime>
@@ -34,6 +35,8 @@ constexpr unsigned int kSeed = 12;
 constexpr double kTurn = 2.0 * std::numbers::pi;
 /// Points that are looked up.
 constexpr int kQueries = 100000;
+/// How often a drawing is made by the clock.
+constexpr int kRunsOnThreads = 3;
 
 double SecondsSince(std::clock_t start) {
     return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
@@ -193,6 +196,19 @@ Curves CrossingLines(int count) {
     });
 }
 
+/// Seconds by the clock with so many threads, the best of some runs.
+double SecondsOnThreads(Curves const &curves, int threads) {
+    lib::DrawingOptions options;
+    options.threads = threads;
+    double best = HUGE_VAL;
+    for (int run = 0; run < kRunsOnThreads; ++run) {
+        auto const start = std::chrono::steady_clock::now();
+        benchmark::DoNotOptimize(lib::MakeDrawingDomains(curves, options));
+        best = std::min(best, std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
+    }
+    return best;
+}
+
 std::map<std::string, std::pair<int, double>> lastTimes;
 
 /// Runs the drawing and counts time and growth; returns the seconds of the best run.
@@ -211,6 +227,8 @@ double Run(benchmark::State &state, std::string const &kind, Curves const &curve
             std::log(best / before->second.second) / std::log(static_cast<double>(size) / before->second.first);
     lastTimes[kind] = {size, best};
     state.counters["ms"] = 1e3 * best;
+    state.counters["ms_by_clock"] = 1e3 * SecondsOnThreads(curves, 1);
+    state.counters["ms_on_2_threads"] = 1e3 * SecondsOnThreads(curves, 2);
     state.counters["mb"] = 1e-6 * PeakBytesOf([&] { benchmark::DoNotOptimize(lib::MakeDrawingDomains(curves)); });
     return best;
 }

@@ -44,16 +44,25 @@ std::vector<bool> BareStarts(Network const &network, std::vector<Incidence> cons
     return isBare;
 }
 
-/// Finds the places inside each edge of a network.
-class IncidenceFinder {
-public:
-    explicit IncidenceFinder(Network &network) : m_network(network) {}
+/// Two edges that meet: one where the other ends, at `place`, or both inside, at the point `at`.
+struct EdgeMeeting {
+    EdgePair edges;
+    int place = -1; ///< inside the first edge; -1 for a point inside both
+    DrawingPoint at;
+};
 
-    void LookAt(EdgePair pair) {
+/// Finds where pairs of edges meet, without changing the network.
+class PairMeetings {
+public:
+    explicit PairMeetings(Network const &network) : m_network(network) {}
+
+    /// Calls `note(EdgeMeeting)` for each meeting of a pair.
+    template <typename Note>
+    void LookAt(EdgePair pair, Note const &note) {
         NetworkEdge const &a = EdgeAt(pair.first), &b = EdgeAt(pair.second);
         m_contactCount = 0;
-        LookAtEnds(a, pair.second);
-        LookAtEnds(b, pair.first);
+        LookAtEnds(a, {pair.second, pair.first}, note);
+        LookAtEnds(b, pair, note);
         if (m_contactCount > 0 && !a.stretch.isArc && !b.stretch.isArc)
             return;
         Meetings const crossings = CrossingsOf(a.stretch, b.stretch);
@@ -65,12 +74,89 @@ public:
             DrawingPoint const aside = m_contactCount > 0 ? m_contacts[0] : a.stretch.start;
             Approach const approach = ApproachOf(a.stretch, b.stretch, aside - a.stretch.center);
             if (approach.exists && approach.distance < m_network.snap) {
-                AddMeeting(pair, approach.onFirst);
+                AddMeeting(pair, approach.onFirst, note);
                 return;
             }
         }
         for (int i = 0; i < crossings.count; ++i)
-            AddMeeting(pair, crossings.points[i]);
+            AddMeeting(pair, crossings.points[i], note);
+    }
+
+private:
+    NetworkEdge const &EdgeAt(int i) const { return m_network.edges[Index(i)]; }
+
+    /// Looks at the ends of the second edge of a pair, `own`, beside the first one. Where a circle is taken to start is
+    /// no end.
+    template <typename Note>
+    void LookAtEnds(NetworkEdge const &own, EdgePair pair, Note const &note) {
+        if (own.stretch.IsFullTurn())
+            return;
+        LookAtEnd(own.startPlace, pair, note);
+        LookAtEnd(own.endPlace, pair, note);
+    }
+
+    template <typename Note>
+    void LookAtEnd(int place, EdgePair pair, Note const &note) {
+        NetworkEdge const &e = EdgeAt(pair.first);
+        DrawingPoint const p = m_network.Place(place);
+        Foot foot;
+        bool const isEnd = e.EndsAt(place);
+        if (!isEnd && !FootOn(e.stretch, p, foot, m_network.snap))
+            return;
+        m_contacts[Index(m_contactCount++)] = p;
+        if (!isEnd)
+            note(EdgeMeeting{pair, place, p});
+    }
+
+    /// Whether a meeting point of two curves is one of their contacts but for rounding, or they do not part from one
+    /// another between the two.
+    bool IsContact(EdgePair pair, DrawingPoint meeting) const {
+        Stretch const &a = EdgeAt(pair.first).stretch, &b = EdgeAt(pair.second).stretch;
+        return std::any_of(m_contacts.begin(), m_contacts.begin() + m_contactCount, [&](DrawingPoint contact) {
+            return Distance(contact, meeting) < kAtContact * m_network.snap ||
+                   StayNear(a, b, contact, meeting, m_network.snap);
+        });
+    }
+
+    template <typename Note>
+    void AddMeeting(EdgePair pair, DrawingPoint p, Note const &note) {
+        if (!IsContact(pair, p))
+            note(EdgeMeeting{pair, -1, p});
+    }
+
+    Network const &m_network;
+    std::array<DrawingPoint, 4> m_contacts; ///< of the pair looked at: ends of one edge that lie on the other
+    int m_contactCount = 0;
+};
+
+/// Finds the places inside each edge of a network.
+class IncidenceFinder {
+public:
+    IncidenceFinder(Network &network, base::Workers const &workers) : m_network(network), m_workers(workers) {}
+
+    void LookAt(EdgePair pair) {
+        m_meetings.LookAt(pair, [this](EdgeMeeting const &meeting) { Add(meeting); });
+    }
+
+    /// Looks at all pairs: several threads find meetings, a window of parts at a time, and their places follow in
+    /// order.
+    void LookAt(CandidatePairs const &pairs) {
+        std::size_t const parts = pairs.PartCount(), window = m_workers.Count() == 1 ? 0 : 2 * m_workers.Count();
+        for (std::size_t first = 0; first < parts && window > 0; first += window) {
+            std::vector<std::vector<EdgeMeeting>> found(std::min(window, parts - first));
+            m_workers.Do(found.size(), [&](std::size_t i) {
+                PairMeetings meetings(m_network);
+                std::vector<EdgeMeeting> kept;
+                auto const keep = [&](EdgeMeeting const &meeting) { kept.push_back(meeting); };
+                pairs.ForEachIn(first + i, [&](EdgePair pair) { meetings.LookAt(pair, keep); });
+                found[i] = std::move(kept);
+            });
+            for (std::vector<EdgeMeeting> const &part : found)
+                for (EdgeMeeting const &meeting : part)
+                    Add(meeting);
+        }
+        if (window == 0)
+            pairs.ForEach([this](EdgePair pair) { LookAt(pair); });
     }
 
     /// Lets edges run through the places that come near them, as far as those have drawn other edges, or through all
@@ -93,13 +179,14 @@ public:
         std::vector<Stretch const *> stretches;
         for (NetworkEdge const &e : m_network.edges)
             stretches.push_back(&e.stretch);
-        StretchIndex index(stretches, m_network.snap);
+        StretchIndex const index(stretches, m_network.snap, m_workers);
+        StretchIndex::Search search;
         std::vector<int> found;
         for (int place = 0; place < static_cast<int>(draws.size()); ++place) {
             if (!draws[Index(place)])
                 continue;
             DrawingPoint const p = m_network.Place(place);
-            index.Find({p.x, p.y, p.x, p.y}, found);
+            index.Find({p.x, p.y, p.x, p.y}, found, search);
             for (int const edge : found)
                 if (Foot foot; !EdgeAt(edge).EndsAt(place) && FootOn(EdgeAt(edge).stretch, p, foot, m_network.snap))
                     m_incidences.push_back({edge, place, 0.0});
@@ -112,70 +199,43 @@ public:
         std::vector<Incidence> sorted(m_incidences.size());
         base::SortIntoBuckets(
             m_incidences.size(), std::span(begins), [&](std::size_t i) { return m_incidences[i].edge; },
-            [&](std::size_t place, std::size_t i) {
-                Incidence &incidence = sorted[place] = m_incidences[i];
+            [&](std::size_t place, std::size_t i) { sorted[place] = m_incidences[i]; });
+        m_workers.ForEach(begins.size() - 1, [&](std::size_t e) {
+            std::span const along = std::span(sorted).subspan(begins[e], begins[e + 1] - begins[e]);
+            for (Incidence &incidence : along)
                 incidence.t = FractionAt(EdgeAt(incidence.edge).stretch, m_network.Place(incidence.place));
-            });
-        for (std::size_t e = 0; e + 1 < begins.size(); ++e)
-            std::sort(sorted.begin() + static_cast<std::ptrdiff_t>(begins[e]),
-                      sorted.begin() + static_cast<std::ptrdiff_t>(begins[e + 1]),
-                      [](Incidence const &a, Incidence const &b) { return a.t < b.t; });
+            std::sort(along.begin(), along.end(), [](Incidence const &a, Incidence const &b) { return a.t < b.t; });
+        });
         return sorted;
     }
 
 private:
     NetworkEdge const &EdgeAt(int i) const { return m_network.edges[Index(i)]; }
 
-    /// Where a circle is taken to start is no end.
-    void LookAtEnds(NetworkEdge const &own, int other) {
-        if (own.stretch.IsFullTurn())
+    void Add(EdgeMeeting const &meeting) {
+        int place = meeting.place;
+        if (place >= 0) {
+            m_incidences.push_back({meeting.edges.first, place, 0.0});
             return;
-        LookAtEnd(own.startPlace, other);
-        LookAtEnd(own.endPlace, other);
-    }
-
-    void LookAtEnd(int place, int other) {
-        NetworkEdge const &e = EdgeAt(other);
-        DrawingPoint const p = m_network.Place(place);
-        Foot foot;
-        bool const isEnd = e.EndsAt(place);
-        if (!isEnd && !FootOn(e.stretch, p, foot, m_network.snap))
-            return;
-        m_contacts[Index(m_contactCount++)] = p;
-        if (!isEnd)
-            m_incidences.push_back({other, place, 0.0});
-    }
-
-    /// Whether a meeting point of two curves is one of their contacts but for rounding, or they do not part from one
-    /// another between the two.
-    bool IsContact(EdgePair pair, DrawingPoint meeting) const {
-        Stretch const &a = EdgeAt(pair.first).stretch, &b = EdgeAt(pair.second).stretch;
-        return std::any_of(m_contacts.begin(), m_contacts.begin() + m_contactCount, [&](DrawingPoint contact) {
-            return Distance(contact, meeting) < kAtContact * m_network.snap ||
-                   StayNear(a, b, contact, meeting, m_network.snap);
-        });
-    }
-
-    void AddMeeting(EdgePair pair, DrawingPoint p) {
-        if (IsContact(pair, p))
-            return;
-        int const place = m_network.places.NearestOrAdd(p, m_network.snap);
-        for (int const edge : {pair.first, pair.second})
+        }
+        place = m_network.places.NearestOrAdd(meeting.at, m_network.snap);
+        for (int const edge : {meeting.edges.first, meeting.edges.second})
             if (!EdgeAt(edge).EndsAt(place))
                 m_incidences.push_back({edge, place, 0.0});
     }
 
     Network &m_network;
-    std::array<DrawingPoint, 4> m_contacts; ///< of the pair looked at: ends of one edge that lie on the other
-    int m_contactCount = 0;
+    base::Workers m_workers;
+    PairMeetings m_meetings{m_network};
     std::vector<Incidence> m_incidences;
 };
 
 /// Makes the edges of the map from the edges of a network and the places inside them.
 class MapMaker {
 public:
-    MapMaker(Network const &network, Carriers const &carriers, IncidenceFinder const &finder)
-        : m_network(network), m_carriers(carriers), m_incidences(finder.Sorted(m_begins)),
+    MapMaker(Network const &network, Carriers const &carriers, IncidenceFinder const &finder,
+             base::Workers const &workers)
+        : m_network(network), m_workers(workers), m_carriers(carriers), m_incidences(finder.Sorted(m_begins)),
           m_cutter(network, carriers, m_incidences, m_begins), m_map(network.places.Places()) {}
 
     CarrierCutter &Cutter() { return m_cutter; }
@@ -193,7 +253,7 @@ public:
             else
                 AddParts(edge, first, last, 0.0);
         }
-        OrderRoundPlaces(m_map, m_network.snap);
+        OrderRoundPlaces(m_map, m_network.snap, m_workers);
         return std::move(m_map);
     }
 
@@ -241,6 +301,7 @@ private:
     }
 
     Network const &m_network;
+    base::Workers m_workers;
     Carriers const &m_carriers;
     std::vector<std::size_t> m_begins; ///< where the incidences of each edge begin
     std::vector<Incidence> m_incidences;
@@ -251,28 +312,28 @@ private:
 /// One try at a snap distance. `isThorough` looks for places near every edge; without `usesCarriers` the edges of a
 /// carrier are cut like all others, which holds where rounding leaves doubts about what lies on it.
 Arrangement ArrangeAt(UsableCurves const &curves, bool split, bool keepDuplicates, double snap, bool isThorough,
-                      bool usesCarriers) {
+                      bool usesCarriers, base::Workers const &workers) {
     // Ends of an arc that nothing keeps apart are no ends when gaps are closed.
     double const closed = curves.tolerance > snap ? SameDistance(curves.tolerance, snap, curves.landmarks) : snap;
     Network network(curves.stretches, snap, curves.rounding, closed, split);
     if (!keepDuplicates)
         network.DropRepeated();
     double const reach = std::max(curves.tolerance, snap) + 2.0 * snap;
-    CandidatePairs pairs(network, reach, usesCarriers);
+    CandidatePairs pairs(network, reach, usesCarriers, workers);
     int const curveCount = static_cast<int>(network.edges.size());
     std::vector<int> owners;
     if (curves.tolerance > snap)
-        owners = AddConnectors(network, pairs, curves.tolerance, split, curves.landmarks);
-    IncidenceFinder finder(network);
+        owners = AddConnectors(network, pairs, curves.tolerance, split, curves.landmarks, workers);
+    IncidenceFinder finder(network, workers);
     if (split) {
-        pairs.ForEach([&](EdgePair pair) { finder.LookAt(pair); });
+        finder.LookAt(pairs);
         for (EdgePair const pair : pairs.OfConnectors(curveCount, owners))
             finder.LookAt(pair);
         finder.DrawEdgesToPlaces(isThorough);
     }
-    MapMaker maker(network, pairs.OneCarrier(), finder);
+    MapMaker maker(network, pairs.OneCarrier(), finder, workers);
     if (!maker.Cutter().Fits())
-        return ArrangeAt(curves, split, keepDuplicates, snap, isThorough, false);
+        return ArrangeAt(curves, split, keepDuplicates, snap, isThorough, false, workers);
     PlanarMap map = maker.Make(keepDuplicates);
     return {std::move(map), std::move(network.vanished), std::move(network.repeated),
             snap,           maker.Cutter().TakePlaces(), maker.Cutter().TakeCovered()};
@@ -280,12 +341,12 @@ Arrangement ArrangeAt(UsableCurves const &curves, bool split, bool keepDuplicate
 
 } // namespace
 
-Arrangement Arrange(UsableCurves const &curves, bool split, bool keepDuplicates) {
+Arrangement Arrange(UsableCurves const &curves, bool split, bool keepDuplicates, base::Workers const &workers) {
     double snap = std::max(kSnapInRoundings * curves.rounding, kSmallestSnap);
     // It is looked at more closely before it is looked at more coarsely.
     for (bool isThorough = false;; snap *= isThorough ? kCoarser : 1.0, isThorough = true)
         if (Arrangement arrangement =
-                ArrangeAt(curves, split, keepDuplicates, snap, isThorough, split && !keepDuplicates);
+                ArrangeAt(curves, split, keepDuplicates, snap, isThorough, split && !keepDuplicates, workers);
             !split || arrangement.map.IsPlanar())
             return arrangement;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zvi/base/Workers.h"
 #include "zvi/drawing/CoveredPartsDetail.h"
 #include "zvi/drawing/NetworkDetail.h"
 #include "zvi/drawing/PlanarMapDetail.h"
@@ -27,6 +28,6 @@ struct Arrangement {
 /// it fails the drawing is arranged anew at a coarser precision, at which it agrees in the end.
 /// With `split` off edges meet at their ends alone, and the map may be none of a plane. Where a circle starts is a
 /// place only if something else is there, and equal curves are arranged once; with `keepDuplicates` neither holds.
-Arrangement Arrange(UsableCurves const &curves, bool split, bool keepDuplicates);
+Arrangement Arrange(UsableCurves const &curves, bool split, bool keepDuplicates, base::Workers const &workers);
 
 } // namespace zvi::lib::drawing

@@ -1,7 +1,10 @@
 #include "zvi/drawing/BoxIndexDetail.h"
 
+#include "zvi/base/KeySort.h"
+
 #include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <tuple>
 
 namespace zvi::lib::drawing {
@@ -52,29 +55,54 @@ std::vector<Box> AroundGroups(std::vector<Box> const &boxes, std::vector<int> co
     return around;
 }
 
+/// The boxes along the curve.
+std::vector<int> OrderOf(std::vector<Box> const &boxes, Box const &all) {
+    std::vector<base::Keyed> keys(boxes.size());
+    for (std::size_t i = 0; i < boxes.size(); ++i)
+        keys[i] = {KeyOf(boxes[i], all), i};
+    base::SortByKeys(keys);
+    std::vector<int> order;
+    order.reserve(keys.size());
+    for (base::Keyed const &keyed : keys)
+        order.push_back(static_cast<int>(keyed.of));
+    return order;
+}
+
+/// The groups along the curve, and the boxes of each along it.
+std::vector<int> OrderOf(std::vector<Box> const &boxes, Box const &all, std::vector<int> const &groups,
+                         base::Workers const &workers) {
+    std::vector<Box> const around = AroundGroups(boxes, groups);
+    using Key = std::tuple<std::uint32_t, int, std::uint32_t, int>; // of the group, then of the box
+    std::vector<Key> keys(boxes.size());
+    workers.ForEach(boxes.size(), [&](std::size_t i) {
+        std::uint32_t const key = KeyOf(boxes[i], all);
+        int const group = groups[i];
+        keys[i] = {group == BoxIndex::kNoGroup ? key : KeyOf(around[Index(group)], all), group, key,
+                   static_cast<int>(i)};
+    });
+    workers.Sort(keys, std::less<Key>());
+    std::vector<int> order;
+    order.reserve(keys.size());
+    for (Key const &key : keys)
+        order.push_back(std::get<3>(key));
+    return order;
+}
+
 } // namespace
 
-BoxIndex::BoxIndex(std::vector<Box> const &boxes, std::vector<int> const &groups) {
+BoxIndex::BoxIndex(std::vector<Box> const &boxes, base::Workers const &workers, std::vector<int> const &groups) {
     Box all = boxes.empty() ? Box{} : boxes.front();
     for (Box const &box : boxes)
         all = Around(all, box);
-    std::vector<Box> const around = AroundGroups(boxes, groups);
-    std::vector<std::tuple<std::uint32_t, int, std::uint32_t, int>> keys; // of the group, then of the box
-    keys.reserve(boxes.size());
-    for (std::size_t i = 0; i < boxes.size(); ++i) {
-        std::uint32_t const key = KeyOf(boxes[i], all);
-        int const group = groups.empty() ? kNoGroup : groups[i];
-        keys.emplace_back(group == kNoGroup ? key : KeyOf(around[Index(group)], all), group, key, static_cast<int>(i));
-    }
-    std::sort(keys.begin(), keys.end());
-    m_order.reserve(boxes.size());
+    m_order = groups.empty() ? OrderOf(boxes, all) : OrderOf(boxes, all, groups, workers);
     m_boxes.reserve(boxes.size() + boxes.size() / (kWidth - 1) + kWidth);
-    for (auto const &[groupKey, group, key, box] : keys) {
-        m_order.push_back(box);
-        m_boxes.push_back(boxes[Index(box)]);
+    m_boxes.resize(boxes.size());
+    m_groups.resize(groups.size());
+    workers.ForEach(boxes.size(), [&](std::size_t i) {
+        m_boxes[i] = boxes[Index(m_order[i])];
         if (!groups.empty())
-            m_groups.push_back(group);
-    }
+            m_groups[i] = groups[Index(m_order[i])];
+    });
     AddLevels();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zvi/base/Workers.h"
 #include "zvi/drawing/PlaneDetail.h"
 
 #include <algorithm>
@@ -16,7 +17,7 @@ public:
     static constexpr int kNoGroup = -1;
 
     /// Boxes of one group, by number, can be passed over in a search; no `groups` means that none has one.
-    explicit BoxIndex(std::vector<Box> const &boxes, std::vector<int> const &groups = {});
+    BoxIndex(std::vector<Box> const &boxes, base::Workers const &workers, std::vector<int> const &groups = {});
 
     /// Fills `out` with the indices of the boxes that meet `query` (touching counts), but for those of a group, in an
     /// order that depends on the boxes alone.
@@ -31,29 +32,47 @@ public:
             VisitAlong(m_levels.size() - 2, 0, 1, {p, {1.0 / direction.x, 1.0 / direction.y}}, look, farthest);
     }
 
-    /// Calls `look(index, index)` once for each two boxes that meet, in an order that depends on the boxes alone.
+    /// Two nodes of a level, or one, and the boxes below them.
+    struct NodePair {
+        std::size_t level = 0, a = 0, b = 0;
+    };
+
+    /// Pairs of nodes below which are all boxes that meet, some tens of them.
+    std::vector<NodePair> MeetingNodes() const {
+        std::vector<NodePair> nodes;
+        if (m_order.empty())
+            return nodes;
+        std::size_t const top = m_levels.size() - 2, level = top - std::min(top, kTaskLevels);
+        Join({top, 0, 0}, level, [&](std::size_t a, std::size_t b) { nodes.push_back({level, a, b}); });
+        return nodes;
+    }
+
+    /// Calls `look(number, number)` once for each two boxes below the nodes that meet, as Order() numbers them.
     template <typename Look>
-    void ForEachMeeting(Look look) const {
-        if (!m_order.empty())
-            Join(m_levels.size() - 2, 0, 0, look);
+    void ForEachMeeting(NodePair nodes, Look look) const {
+        Join(nodes, 0, [&](std::size_t a, std::size_t b) {
+            if (a != b)
+                look(a, b);
+        });
     }
 
     /// The indices in the order in which they are found.
     std::vector<int> const &Order() const { return m_order; }
 
 private:
-    static constexpr std::size_t kWidth = 8; ///< boxes that a node holds
+    static constexpr std::size_t kWidth = 8;      ///< boxes that a node holds
+    static constexpr std::size_t kTaskLevels = 2; ///< below the root, of nodes that are looked at by themselves
 
     void AddLevels();
     void Visit(std::size_t level, std::size_t first, std::size_t count, Box const &query, int passedOver,
                std::vector<int> &out) const;
 
-    /// The pairs of boxes below two nodes of a level, or below one.
+    /// Calls `look(number, number)` for the pairs of nodes of a level below two, or below one, whose boxes meet.
     template <typename Look>
-    void Join(std::size_t level, std::size_t a, std::size_t b, Look &look) const {
-        if (level == 0) {
-            if (a != b)
-                look(m_order[a], m_order[b]);
+    void Join(NodePair nodes, std::size_t last, Look const &look) const {
+        auto const [level, a, b] = nodes;
+        if (level == last) {
+            look(a, b);
             return;
         }
         std::array<std::size_t, kWidth> below;
@@ -68,7 +87,7 @@ private:
                 metCount += Meet(box, m_boxes[m_levels[level - 1] + below[i]]) && (a != b || below[i] >= child) ? 1 : 0;
             }
             for (std::size_t i = 0; i < metCount; ++i)
-                Join(level - 1, child, met[i], look);
+                Join({level - 1, child, met[i]}, last, look);
         }
     }
     std::size_t ChildrenThatMeet(std::size_t level, std::size_t node, Box const &box,

@@ -11,8 +11,27 @@ namespace {
 /// Boxes that meet no more others than this on average are compared one by one, carriers or not.
 constexpr double kFewToCompare = 32.0;
 
+/// Parts of the pairs for each thread.
+constexpr std::size_t kPartsOfWorker = 16;
+
+/// What tells whether two edges have nothing to do with one another.
+struct Ends {
+    Ends() = default;
+    explicit Ends(NetworkEdge const &e)
+        : start(e.stretch.start), end(e.stretch.end), startPlace(e.startPlace), endPlace(e.endPlace),
+          isArc(e.stretch.isArc) {}
+
+    bool AreAt(int place) const { return place == startPlace || place == endPlace; }
+
+    DrawingPoint start;
+    DrawingPoint end;
+    int startPlace = 0;
+    int endPlace = 0;
+    bool isArc = false;
+};
+
 /// Whether both ends of `b` lie clearly on one side of the whole line of `a`.
-bool IsBeside(Stretch const &a, Stretch const &b, double distance) {
+bool IsBeside(Ends const &a, Ends const &b, double distance) {
     DrawingPoint const u = a.end - a.start;
     double const start = Cross(u, b.start - a.start), end = Cross(u, b.end - a.start);
     if (!(start > 0.0 && end > 0.0) && !(start < 0.0 && end < 0.0))
@@ -21,27 +40,26 @@ bool IsBeside(Stretch const &a, Stretch const &b, double distance) {
 }
 
 /// Whether two segments share a place and the free end of each is farther from the other than `distance`.
-bool PartAtPlace(NetworkEdge const &a, NetworkEdge const &b, double distance) {
-    if (!b.EndsAt(a.startPlace) && !b.EndsAt(a.endPlace))
+bool PartAtPlace(Ends const &a, Ends const &b, double distance) {
+    if (!b.AreAt(a.startPlace) && !b.AreAt(a.endPlace))
         return false;
-    DrawingPoint const u = a.stretch.end - a.stretch.start, v = b.stretch.end - b.stretch.start;
+    DrawingPoint const u = a.end - a.start, v = b.end - b.start;
     double const cross = Cross(u, v);
     return cross * cross > distance * distance * std::max(Dot(u, u), Dot(v, v));
 }
 
 /// Whether two segments keep farther from one another than `distance`.
-bool AreBeside(NetworkEdge const &a, NetworkEdge const &b, double distance) {
-    return !a.stretch.isArc && !b.stretch.isArc &&
-           (IsBeside(a.stretch, b.stretch, distance) || IsBeside(b.stretch, a.stretch, distance));
+bool AreBeside(Ends const &a, Ends const &b, double distance) {
+    return !a.isArc && !b.isArc && (IsBeside(a, b, distance) || IsBeside(b, a, distance));
 }
 
 /// Whether two segments have nothing to do with one another but a shared end.
-bool MeetAtPlaceAlone(NetworkEdge const &a, NetworkEdge const &b, double distance) {
-    return !a.stretch.isArc && !b.stretch.isArc && PartAtPlace(a, b, distance);
+bool MeetAtPlaceAlone(Ends const &a, Ends const &b, double distance) {
+    return !a.isArc && !b.isArc && PartAtPlace(a, b, distance);
 }
 
 /// Whether two edges have nothing to do with one another but a shared end, although their boxes meet.
-bool AreApart(NetworkEdge const &a, NetworkEdge const &b, double distance) {
+bool AreApart(Ends const &a, Ends const &b, double distance) {
     return MeetAtPlaceAlone(a, b, distance) || AreBeside(a, b, distance);
 }
 
@@ -55,10 +73,10 @@ std::vector<Stretch const *> StretchesOf(Network const &network) {
 
 } // namespace
 
-CandidatePairs::CandidatePairs(Network const &network, double reach, bool findsCarriers)
+CandidatePairs::CandidatePairs(Network const &network, double reach, bool findsCarriers, base::Workers const &workers)
     : m_network(network), m_reach(reach), m_edgeCount(static_cast<int>(network.edges.size())),
       m_index(
-          StretchesOf(network), 0.5 * reach,
+          StretchesOf(network), 0.5 * reach, workers,
           [&](double crowd) {
               if (findsCarriers && crowd > kFewToCompare)
                   m_carriers = Carriers(network, reach);
@@ -66,40 +84,66 @@ CandidatePairs::CandidatePairs(Network const &network, double reach, bool findsC
           [&] {
               m_families = CurveFamilies(network, m_carriers, reach);
               return m_families.FamilyOfEdges();
-          }) {
+          }),
+      m_workers(workers) {
     if (!m_index.IsCrowded())
-        FindAll();
+        FindAll(workers);
 }
 
-void CandidatePairs::FindAll() {
-    std::vector<EdgePair> found; // the second edge by its rank
-    m_index.ForEachMeeting([&](int a, int b) {
-        int const first = std::min(a, b), second = std::max(a, b);
-        if (!m_carriers.AreSettled(a, b) &&
-            !AreApart(m_network.edges[Index(first)], m_network.edges[Index(second)], m_reach))
-            found.push_back({first, m_index.RankOf(second)});
+void CandidatePairs::FindAll(base::Workers const &workers) {
+    BoxIndex const &boxes = m_index.Boxes();
+    std::vector<BoxIndex::NodePair> const nodes = boxes.MeetingNodes();
+    // By rank, so that what is compared stands together.
+    std::vector<Ends> ends(Index(m_edgeCount));
+    workers.ForEach(ends.size(),
+                    [&](std::size_t rank) { ends[rank] = Ends(m_network.edges[Index(boxes.Order()[rank])]); });
+    std::vector<std::vector<EdgePair>> parts(nodes.size() + 1); // the second edge by its rank
+    workers.Do(nodes.size(), [&](std::size_t task) {
+        std::vector<EdgePair> pairs;
+        boxes.ForEachMeeting(nodes[task], [&](std::size_t a, std::size_t b) {
+            if (AreApart(ends[a], ends[b], m_reach))
+                return;
+            int const edgeA = boxes.Order()[a], edgeB = boxes.Order()[b];
+            if (!m_carriers.AreSettled(edgeA, edgeB))
+                pairs.push_back({std::min(edgeA, edgeB), static_cast<int>(edgeA < edgeB ? b : a)});
+        });
+        parts[task] = std::move(pairs);
     });
+    std::vector<EdgePair> const found = base::Workers::Joined(std::move(parts));
     m_begins.assign(Index(m_edgeCount) + 1, 0);
     m_pairs.resize(found.size());
     base::SortIntoBuckets(
         found.size(), std::span(m_begins), [&](std::size_t i) { return found[i].first; },
         [&](std::size_t place, std::size_t i) { m_pairs[place] = found[i]; });
-    for (std::size_t edge = 0; edge + 1 < m_begins.size(); ++edge)
-        std::sort(m_pairs.begin() + static_cast<std::ptrdiff_t>(m_begins[edge]),
-                  m_pairs.begin() + static_cast<std::ptrdiff_t>(m_begins[edge + 1]),
-                  [](EdgePair a, EdgePair b) { return a.second < b.second; });
-    for (EdgePair &pair : m_pairs)
-        pair.second = m_index.AtRank(pair.second);
+    workers.ForEach(Index(m_edgeCount), [&](std::size_t edge) {
+        auto const begin = m_pairs.begin() + static_cast<std::ptrdiff_t>(m_begins[edge]);
+        auto const end = m_pairs.begin() + static_cast<std::ptrdiff_t>(m_begins[edge + 1]);
+        std::sort(begin, end, [](EdgePair a, EdgePair b) { return a.second < b.second; });
+        for (auto pair = begin; pair != end; ++pair)
+            pair->second = m_index.AtRank(pair->second);
+    });
 }
 
-void CandidatePairs::FindPartners(int edge) {
-    m_index.FindNear(edge, m_partners);
-    m_families.AddNear(edge, m_partners);
-    m_carriers.AddUnsettled(edge, m_partners);
-    NetworkEdge const &own = m_network.edges[Index(edge)];
-    std::erase_if(m_partners,
-                  [&](int other) { return other <= edge || AreApart(own, m_network.edges[Index(other)], m_reach); });
-    m_index.Arrange(m_partners);
+std::size_t CandidatePairs::PartCount() const {
+    // Many of them, for finding pairs anew takes some edges much longer than others.
+    std::size_t const count = m_index.IsCrowded() ? Index(m_edgeCount) : m_pairs.size();
+    return m_workers.PartsOf(count) == 1 ? 1 : kPartsOfWorker * m_workers.Count();
+}
+
+std::pair<std::size_t, std::size_t> CandidatePairs::RangeOf(std::size_t part) const {
+    std::size_t const count = m_index.IsCrowded() ? Index(m_edgeCount) : m_pairs.size(), parts = PartCount();
+    return {part * count / parts, (part + 1) * count / parts};
+}
+
+void CandidatePairs::FindPartners(int edge, Partners &partners) const {
+    std::vector<int> &edges = partners.edges;
+    m_index.FindNear(edge, edges, partners.search);
+    m_families.AddNear(edge, edges, partners.search.boxes);
+    m_carriers.AddUnsettled(edge, edges);
+    Ends const own(m_network.edges[Index(edge)]);
+    std::erase_if(
+        edges, [&](int other) { return other <= edge || AreApart(own, Ends(m_network.edges[Index(other)]), m_reach); });
+    m_index.Arrange(edges);
 }
 
 void CandidatePairs::FindPairedWith(int owner) {
@@ -112,11 +156,11 @@ void CandidatePairs::FindPairedWith(int owner) {
 }
 
 void CandidatePairs::AddEndingWith(int owner) {
-    NetworkEdge const &own = m_network.edges[Index(owner)];
+    Ends const own(m_network.edges[Index(owner)]);
     for (int const place : {own.startPlace, own.endPlace})
         for (std::size_t k = m_endBegins[Index(place)]; k < m_endBegins[Index(place) + 1]; ++k)
-            if (NetworkEdge const &e = m_network.edges[Index(m_ends[k])];
-                m_ends[k] != owner && !AreBeside(own, e, m_reach) && MeetAtPlaceAlone(own, e, m_reach))
+            if (Ends const other(m_network.edges[Index(m_ends[k])]);
+                m_ends[k] != owner && !AreBeside(own, other, m_reach) && MeetAtPlaceAlone(own, other, m_reach))
                 m_partners.push_back(m_ends[k]);
 }
 
@@ -138,7 +182,8 @@ void CandidatePairs::SortPartnersOf(int owner) {
 void CandidatePairs::FindNeighbours(NetworkEdge const &connector, int owner, Box const &box) {
     int const line = m_carriers.LineThrough(owner, connector.startPlace, connector.endPlace);
     if (m_index.IsCrowded())
-        m_index.Find(box, m_partners, line < 0 ? BoxIndex::kNoGroup : m_families.FamilyOfEdges()[Index(owner)]);
+        m_index.Find(box, m_partners, m_search,
+                     line < 0 ? BoxIndex::kNoGroup : m_families.FamilyOfEdges()[Index(owner)]);
     else
         FindPairedWith(owner);
     if (line >= 0)
@@ -149,10 +194,10 @@ void CandidatePairs::FindNeighbours(NetworkEdge const &connector, int owner, Box
         SortPartnersOf(owner);
     if (!m_index.IsCrowded())
         AddEndingWith(owner);
-    NetworkEdge const &own = m_network.edges[Index(owner)];
+    Ends const own(m_network.edges[Index(owner)]);
     std::erase_if(m_partners, [&](int other) {
         NetworkEdge const &e = m_network.edges[Index(other)];
-        return other == owner || !Meet(box, BoxOf(e.stretch)) || AreBeside(own, e, m_reach);
+        return other == owner || !Meet(box, BoxOf(e.stretch)) || AreBeside(own, Ends(e), m_reach);
     });
 }
 

@@ -5,6 +5,7 @@
 #include "zvi/drawing/NetworkDetail.h"
 #include "zvi/drawing/StretchIndexDetail.h"
 
+#include <utility>
 #include <vector>
 
 namespace zvi::lib::drawing {
@@ -15,22 +16,34 @@ namespace zvi::lib::drawing {
 class CandidatePairs {
 public:
     /// `findsCarriers` tells whether carriers are looked for.
-    CandidatePairs(Network const &network, double reach, bool findsCarriers);
+    CandidatePairs(Network const &network, double reach, bool findsCarriers, base::Workers const &workers);
 
     /// The carriers whose edges are no pairs.
     Carriers const &OneCarrier() const { return m_carriers; }
 
-    /// Calls `look(EdgePair)` for each pair, by the first edge, the lower number, and then in an order that depends on
+    /// Into how many parts the pairs are cut, by the first edge, the lower number, and then in an order that depends on
     /// the boxes of the edges alone.
+    std::size_t PartCount() const;
+
+    /// Calls `look(EdgePair)` for each pair of a part.
     template <typename Look>
-    void ForEach(Look look) {
-        for (EdgePair const pair : m_pairs)
-            look(pair);
-        for (int edge = 0; m_index.IsCrowded() && edge < m_edgeCount; ++edge) {
-            FindPartners(edge);
-            for (int const other : m_partners)
-                look(EdgePair{edge, other});
+    void ForEachIn(std::size_t part, Look look) const {
+        auto const [begin, end] = RangeOf(part);
+        for (std::size_t i = begin; i < end && !m_index.IsCrowded(); ++i)
+            look(m_pairs[i]);
+        Partners partners;
+        for (std::size_t edge = begin; edge < end && m_index.IsCrowded(); ++edge) {
+            FindPartners(static_cast<int>(edge), partners);
+            for (int const other : partners.edges)
+                look(EdgePair{static_cast<int>(edge), other});
         }
+    }
+
+    /// Calls `look(EdgePair)` for each pair.
+    template <typename Look>
+    void ForEach(Look look) const {
+        for (std::size_t part = 0; part < PartCount(); ++part)
+            ForEachIn(part, look);
     }
 
     /// The pairs of connectors with what they may meet. The connectors are the edges from `first` on, shorter than the
@@ -38,8 +51,16 @@ public:
     std::vector<EdgePair> OfConnectors(int first, std::vector<int> const &owners);
 
 private:
-    void FindAll();
-    void FindPartners(int edge);
+    /// The edges found last, and room for finding them.
+    struct Partners {
+        std::vector<int> edges;
+        StretchIndex::Search search;
+    };
+
+    void FindAll(base::Workers const &workers);
+    void FindPartners(int edge, Partners &partners) const;
+    /// Of the pairs, or of their first edges where they are not held.
+    std::pair<std::size_t, std::size_t> RangeOf(std::size_t part) const;
     /// The edges that a connector from a place of the edge `owner`, or from inside it, may meet; `box` lies round it.
     void FindNeighbours(NetworkEdge const &connector, int owner, Box const &box);
     void FindPairedWith(int owner);
@@ -63,7 +84,9 @@ private:
     std::vector<std::size_t> m_firstBegins;
     std::vector<int> m_ends;              ///< the edges by the places where they end
     std::vector<std::size_t> m_endBegins; ///< where those of each place begin
-    std::vector<int> m_partners;          ///< found last
+    std::vector<int> m_partners;          ///< of the connector looked at last
+    StretchIndex::Search m_search;
+    base::Workers m_workers;
 };
 
 } // namespace zvi::lib::drawing

@@ -32,21 +32,17 @@ struct Gap {
     int toEdge = -1;
 };
 
-class Connectors {
+/// What was found beside some curves.
+struct FoundGaps {
+    std::vector<Gap> gaps;
+    std::vector<int> metPlaces; ///< that a curve passes through, or where others end but for nothing
+};
+
+/// Finds the gaps beside curves, without changing the network.
+class GapFinder {
 public:
-    Connectors(Network &network, double tolerance, Landmarks const &landmarks)
-        : m_network(network), m_tolerance(tolerance), m_same(SameDistance(tolerance, network.snap, landmarks)),
-          m_landmarks(landmarks), m_endCounts(network.places.Places().size(), 0), m_isMet(m_endCounts.size(), false),
-          m_edgeAt(m_endCounts.size(), -1), m_joined(network.places.Places()), m_near(tolerance) {
-        for (DrawingPoint const p : network.places.Places())
-            m_near.Add(p);
-        for (int i = 0; i < static_cast<int>(m_network.edges.size()); ++i)
-            if (NetworkEdge const &e = EdgeAt(i); !e.stretch.IsFullTurn())
-                for (int const place : {e.startPlace, e.endPlace}) {
-                    ++m_endCounts[Index(place)];
-                    m_edgeAt[Index(place)] = i;
-                }
-    }
+    GapFinder(Network const &network, double tolerance, double same, Landmarks const &landmarks)
+        : m_network(network), m_tolerance(tolerance), m_same(same), m_landmarks(landmarks) {}
 
     /// Gaps between an end and a curve, and between two curves. Finds which ends lie on a curve, too.
     void LookAt(EdgePair pair) {
@@ -61,7 +57,7 @@ public:
         for (int i = 0; i < m_contactCount; ++i)
             if (StayNear(a.stretch, b.stretch, m_contacts[Index(i)], approach.onFirst, m_tolerance))
                 return;
-        m_gaps.push_back(
+        m_found.gaps.push_back(
             {kCorner, approach.distance, approach.onFirst, approach.onSecond, -1, -1, pair.first, pair.second});
     }
 
@@ -73,18 +69,103 @@ public:
         }
     }
 
+    FoundGaps Take() { return std::move(m_found); }
+
+private:
+    NetworkEdge const &EdgeAt(int i) const { return m_network.edges[Index(i)]; }
+
+    bool IsNearEnd(Stretch const &s, DrawingPoint p) const {
+        return std::min(Distance(p, s.start), Distance(p, s.end)) < m_tolerance;
+    }
+
+    /// Looks at the ends of the edge `own` beside another edge. Where a circle is taken to start is no end.
+    void LookAtEnds(int own, int other) {
+        if (EdgeAt(own).stretch.IsFullTurn())
+            return;
+        for (int const place : {EdgeAt(own).startPlace, EdgeAt(own).endPlace})
+            LookAtEnd(place, own, other);
+    }
+
+    void LookAtEnd(int place, int own, int other) {
+        NetworkEdge const &e = EdgeAt(other);
+        DrawingPoint const p = m_network.Place(place);
+        if (e.EndsAt(place) || (!e.stretch.IsFullTurn() && IsNearEnd(e.stretch, p))) {
+            m_contacts[Index(m_contactCount++)] = p;
+            if (e.stretch.IsFullTurn())
+                m_found.metPlaces.push_back(place);
+            return;
+        }
+        Foot foot;
+        if (!FootOn(e.stretch, p, foot, m_tolerance))
+            return;
+        m_contacts[Index(m_contactCount++)] = p;
+        if (foot.distance < m_same)
+            m_found.metPlaces.push_back(place);
+        if (foot.distance >= m_network.snap)
+            m_found.gaps.push_back({kLooseEnd, foot.distance, p, foot.point, place, -1, own, other});
+    }
+
+    Network const &m_network;
+    double m_tolerance;
+    double m_same; ///< a distance that is nothing
+    Landmarks const &m_landmarks;
+    FoundGaps m_found;
+    std::array<DrawingPoint, 4> m_contacts; ///< of the pair looked at: ends of one edge near the other
+    int m_contactCount = 0;
+};
+
+class Connectors {
+public:
+    Connectors(Network &network, double tolerance, Landmarks const &landmarks, base::Workers const &workers)
+        : m_workers(workers), m_network(network), m_tolerance(tolerance),
+          m_same(SameDistance(tolerance, network.snap, landmarks)), m_landmarks(landmarks),
+          m_endCounts(network.places.Places().size(), 0), m_isMet(m_endCounts.size(), false),
+          m_edgeAt(m_endCounts.size(), -1), m_joined(network.places.Places()), m_near(tolerance) {
+        for (DrawingPoint const p : network.places.Places())
+            m_near.Add(p);
+        for (int i = 0; i < static_cast<int>(m_network.edges.size()); ++i)
+            if (NetworkEdge const &e = EdgeAt(i); !e.stretch.IsFullTurn())
+                for (int const place : {e.startPlace, e.endPlace}) {
+                    ++m_endCounts[Index(place)];
+                    m_edgeAt[Index(place)] = i;
+                }
+    }
+
+    /// Looks at the curves beside one another.
+    void LookAtCurves(CandidatePairs const &pairs) {
+        std::vector<FoundGaps> parts(pairs.PartCount() + 1);
+        m_workers.Do(pairs.PartCount(), [&](std::size_t part) {
+            GapFinder finder(m_network, m_tolerance, m_same, m_landmarks);
+            pairs.ForEachIn(part, [&](EdgePair pair) { finder.LookAt(pair); });
+            parts[part] = finder.Take();
+        });
+        GapFinder finder(m_network, m_tolerance, m_same, m_landmarks);
+        finder.LookAtCarriers(pairs.OneCarrier());
+        parts.back() = finder.Take();
+        for (FoundGaps const &part : parts) {
+            for (int const place : part.metPlaces)
+                m_isMet[Index(place)] = true;
+            m_gaps.insert(m_gaps.end(), part.gaps.begin(), part.gaps.end());
+        }
+    }
+
     void LookAtPlaces() {
-        for (int place = 0; place < static_cast<int>(m_endCounts.size()); ++place)
-            m_near.ForEachNear(m_network.Place(place), m_same, [&](int other, double) {
-                if (place != other && IsEnd(place) && IsEnd(other))
-                    m_isMet[Index(place)] = true;
+        std::vector<NearEnds> const found =
+            m_workers.Collect<NearEnds>(m_endCounts.size(), [&](std::size_t i, std::vector<NearEnds> &ends) {
+                int const place = static_cast<int>(i);
+                m_near.ForEachNear(m_network.Place(place), std::max(m_same, m_tolerance),
+                                   [&](int other, double distance) {
+                                       if (place != other && IsEnd(place) && IsEnd(other))
+                                           ends.push_back({place, other, distance});
+                                   });
             });
-        for (int place = 0; place < static_cast<int>(m_endCounts.size()); ++place)
-            m_near.ForEachNear(m_network.Place(place), m_tolerance, [&](int other, double distance) {
-                if (place < other && IsEnd(place) && IsEnd(other))
-                    m_gaps.push_back({IsLoose(place) || IsLoose(other) ? kLooseEnd : kCorner, distance,
-                                      m_network.Place(place), m_network.Place(other), place, other, -1, -1});
-            });
+        for (NearEnds const &ends : found)
+            if (ends.distance < m_same)
+                m_isMet[Index(ends.place)] = true;
+        for (auto const &[place, other, distance] : found)
+            if (place < other && distance < m_tolerance)
+                m_gaps.push_back({IsLoose(place) || IsLoose(other) ? kLooseEnd : kCorner, distance,
+                                  m_network.Place(place), m_network.Place(other), place, other, -1, -1});
     }
 
     std::vector<int> Close() {
@@ -111,40 +192,16 @@ public:
     }
 
 private:
+    /// A place where edges end beside another one.
+    struct NearEnds {
+        int place = 0;
+        int other = 0;
+        double distance = 0.0;
+    };
+
     NetworkEdge const &EdgeAt(int i) const { return m_network.edges[Index(i)]; }
     bool IsEnd(int place) const { return m_endCounts[Index(place)] > 0; }
     bool IsLoose(int place) const { return m_endCounts[Index(place)] == 1 && !m_isMet[Index(place)]; }
-
-    bool IsNearEnd(Stretch const &s, DrawingPoint p) const {
-        return std::min(Distance(p, s.start), Distance(p, s.end)) < m_tolerance;
-    }
-
-    /// Looks at the ends of the edge `own` beside another edge. Where a circle is taken to start is no end.
-    void LookAtEnds(int own, int other) {
-        if (EdgeAt(own).stretch.IsFullTurn())
-            return;
-        for (int const place : {EdgeAt(own).startPlace, EdgeAt(own).endPlace})
-            LookAtEnd(place, own, other);
-    }
-
-    void LookAtEnd(int place, int own, int other) {
-        NetworkEdge const &e = EdgeAt(other);
-        DrawingPoint const p = m_network.Place(place);
-        if (e.EndsAt(place) || (!e.stretch.IsFullTurn() && IsNearEnd(e.stretch, p))) {
-            m_contacts[Index(m_contactCount++)] = p;
-            if (e.stretch.IsFullTurn())
-                m_isMet[Index(place)] = true;
-            return;
-        }
-        Foot foot;
-        if (!FootOn(e.stretch, p, foot, m_tolerance))
-            return;
-        m_contacts[Index(m_contactCount++)] = p;
-        if (foot.distance < m_same)
-            m_isMet[Index(place)] = true;
-        if (foot.distance >= m_network.snap)
-            m_gaps.push_back({kLooseEnd, foot.distance, p, foot.point, place, -1, own, other});
-    }
 
     void Connect(Gap const &gap) {
         int from = gap.fromPlace;
@@ -211,6 +268,7 @@ private:
         return m_network.places.Add(p);
     }
 
+    base::Workers m_workers;
     Network &m_network;
     double m_tolerance;
     double m_same; ///< a distance that is nothing
@@ -223,19 +281,15 @@ private:
     PlaceIndex m_near; ///< of all places
     std::vector<int> m_owners;
     std::vector<Gap> m_gaps;
-    std::array<DrawingPoint, 4> m_contacts; ///< of the pair looked at: ends of one edge near the other
-    int m_contactCount = 0;
 };
 
 } // namespace
 
-std::vector<int> AddConnectors(Network &network, CandidatePairs &pairs, double tolerance, bool split,
-                               Landmarks const &landmarks) {
-    Connectors connectors(network, tolerance, landmarks);
-    if (split) {
-        pairs.ForEach([&](EdgePair pair) { connectors.LookAt(pair); });
-        connectors.LookAtCarriers(pairs.OneCarrier());
-    }
+std::vector<int> AddConnectors(Network &network, CandidatePairs const &pairs, double tolerance, bool split,
+                               Landmarks const &landmarks, base::Workers const &workers) {
+    Connectors connectors(network, tolerance, landmarks, workers);
+    if (split)
+        connectors.LookAtCurves(pairs);
     connectors.LookAtPlaces();
     return connectors.Close();
 }

@@ -16,7 +16,7 @@ namespace zvi::lib::drawing {
 /// hang together by connectors are nearer to one another than the tolerance, all of them, so that a chain of gaps does
 /// not close into one place. Without `split` only ends are connected. `pairs` are the candidate pairs.
 /// Returns for each connector an edge that ends, or passes, where it begins.
-std::vector<int> AddConnectors(Network &network, CandidatePairs &pairs, double tolerance, bool split,
-                               Landmarks const &landmarks);
+std::vector<int> AddConnectors(Network &network, CandidatePairs const &pairs, double tolerance, bool split,
+                               Landmarks const &landmarks, base::Workers const &workers);
 
 } // namespace zvi::lib::drawing

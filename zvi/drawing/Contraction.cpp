@@ -9,11 +9,12 @@ namespace {
 /// Connectors come first.
 enum ShortEdgeKind { kConnector, kCurve };
 
-std::vector<Measured> ShortEdges(PlanarMap const &map, double tolerance, Landmarks const &landmarks) {
-    std::vector<Measured> edges;
-    for (int e = 0; e < map.EdgeCount(); ++e) {
+std::vector<Measured> ShortEdges(PlanarMap const &map, double tolerance, Landmarks const &landmarks,
+                                 base::Workers const &workers) {
+    return workers.Collect<Measured>(Index(map.EdgeCount()), [&](std::size_t i, std::vector<Measured> &edges) {
+        int const e = static_cast<int>(i);
         if (!map.IsInMap(e))
-            continue;
+            return;
         Stretch const &s = map.Edge(e).stretch;
         double const length =
             std::max(LengthOf(map.Border(HalfEdge::Along(e))), LengthOf(map.Border(HalfEdge::Against(e))));
@@ -21,15 +22,14 @@ std::vector<Measured> ShortEdges(PlanarMap const &map, double tolerance, Landmar
             DrawingPoint const middle = PointAt(s, 0.5);
             edges.push_back({s.IsConnector() ? kConnector : kCurve, length, landmarks.Rank(middle), middle, e});
         }
-    }
-    return edges;
+    });
 }
 
 } // namespace
 
 void ContractShortEdges(PlanarMap &map, double tolerance, double snap, Landmarks const &landmarks,
-                        std::vector<DroppedEdge> &dropped) {
-    std::vector<Measured> edges = ShortEdges(map, tolerance, landmarks);
+                        std::vector<DroppedEdge> &dropped, base::Workers const &workers) {
+    std::vector<Measured> edges = ShortEdges(map, tolerance, landmarks, workers);
     SortShortestFirst(edges, SameDistance(tolerance, snap, landmarks));
     for (Measured const &edge : edges) {
         HalfEdge const h = HalfEdge::Along(edge.number);

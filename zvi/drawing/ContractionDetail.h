@@ -21,6 +21,6 @@ struct DroppedEdge {
 /// become one: an edge that would bring them together stays, and a connector falls away.
 /// How short an edge is its borders say; one that is long itself is dropped.
 void ContractShortEdges(PlanarMap &map, double tolerance, double snap, Landmarks const &landmarks,
-                        std::vector<DroppedEdge> &dropped);
+                        std::vector<DroppedEdge> &dropped, base::Workers const &workers);
 
 } // namespace zvi::lib::drawing

@@ -308,10 +308,10 @@ CurveFamilies::CurveFamilies(Network const &network, Carriers const &carriers, d
         family.owners.resize(family.boxes.size(), static_cast<int>(e));
     }
     for (Family &family : m_families)
-        family.index = BoxIndex(family.boxes);
+        family.index = BoxIndex(family.boxes, base::Workers());
 }
 
-void CurveFamilies::AddNear(int edge, std::vector<int> &out) {
+void CurveFamilies::AddNear(int edge, std::vector<int> &out, std::vector<int> &boxes) const {
     if (m_familyOf.empty() || m_familyOf[Index(edge)] < 0)
         return;
     Family const &family = m_families[Index(m_familyOf[Index(edge)])];
@@ -321,8 +321,8 @@ void CurveFamilies::AddNear(int edge, std::vector<int> &out) {
         return;
     }
     for (std::size_t box = m_begins[Index(edge)]; box < family.owners.size() && family.owners[box] == edge; ++box) {
-        family.index.Find(family.boxes[box], m_found);
-        for (int const found : m_found)
+        family.index.Find(family.boxes[box], boxes);
+        for (int const found : boxes)
             out.push_back(family.owners[Index(found)]);
     }
 }

@@ -26,13 +26,14 @@ public:
     /// Adds the edges of the same family that may come nearer to an edge than the reach elsewhere than at the place, or
     /// the point, that the family has in common; itself may be among them, and some come several times. Of lines that
     /// cross in one point two come near all others, so that the point becomes a place of each.
-    void AddNear(int edge, std::vector<int> &out);
+    /// `boxes` is room for what is found on the way.
+    void AddNear(int edge, std::vector<int> &out, std::vector<int> &boxes) const;
 
 private:
     struct Family {
         std::vector<Box> boxes; ///< of the members, in the coordinates of the family
         std::vector<int> owners;
-        BoxIndex index{{}};
+        BoxIndex index{{}, base::Workers()};
         /// Of lines that cross in one point, two that lead to it from different directions.
         std::vector<int> leading;
     };
@@ -40,7 +41,6 @@ private:
     std::vector<int> m_familyOf;
     std::vector<std::size_t> m_begins; ///< of each edge, where its boxes begin in those of its family
     std::vector<Family> m_families;
-    std::vector<int> m_found;
 };
 
 } // namespace zvi::lib::drawing

@@ -88,9 +88,10 @@ bool CutCirclesAtStarts(DividedDrawing &drawing, std::vector<DrawingCurve> const
 
 DividedDrawing DivideDrawing(std::vector<DrawingCurve> const &curves, DrawingOptions const &options,
                              std::function<void(double)> const &progress) {
-    UsableCurves usable = ReadCurves(curves, options.joinTolerance);
+    base::Workers const workers(options.threads);
+    UsableCurves usable = ReadCurves(curves, options.joinTolerance, workers);
     progress(kRead);
-    Arrangement arrangement = Arrange(usable, options.split, options.keepDuplicates);
+    Arrangement arrangement = Arrange(usable, options.split, options.keepDuplicates, workers);
     progress(kArranged);
     DividedDrawing drawing{std::move(usable),
                            std::move(arrangement.map),
@@ -105,16 +106,16 @@ DividedDrawing DivideDrawing(std::vector<DrawingCurve> const &curves, DrawingOpt
     Landmarks const &landmarks = drawing.curves.landmarks;
     double const tolerance = std::max(drawing.curves.tolerance, kThinInSnaps * drawing.snap);
     double const same = SameDistance(tolerance, drawing.snap, landmarks);
-    ContractShortEdges(drawing.map, tolerance, drawing.snap, landmarks, drawing.dropped);
+    ContractShortEdges(drawing.map, tolerance, drawing.snap, landmarks, drawing.dropped, workers);
     drawing.covered = AddCovered(drawing.map, arrangement.carriers, arrangement.covered, drawing.dropped);
-    CollapseThinFaces(drawing.map, tolerance, drawing.snap, landmarks, drawing.dropped);
+    CollapseThinFaces(drawing.map, tolerance, drawing.snap, landmarks, drawing.dropped, workers);
     progress(kFolded);
     drawing.map.ForgetBorders();
-    drawing.positions = FitEdges(drawing.map, drawing.snap, same, landmarks);
-    drawing.walks = DropEmptyFaces(drawing.map, same, landmarks, drawing.dropped);
+    drawing.positions = FitEdges(drawing.map, drawing.snap, same, landmarks, workers);
+    drawing.walks = DropEmptyFaces(drawing.map, same, landmarks, drawing.dropped, workers);
     if (CutCirclesAtStarts(drawing, curves))
-        drawing.walks = WalkFaces(drawing.map);
-    drawing.alongCurves = EdgesAlongCurves(drawing.map);
+        drawing.walks = WalkFaces(drawing.map, workers);
+    drawing.alongCurves = EdgesAlongCurves(drawing.map, workers);
     AbsorbContracted(drawing.map, drawing.alongCurves, drawing.vanished);
     assert(!options.split || IsSound(drawing.map, drawing.snap));
     progress(1.0);

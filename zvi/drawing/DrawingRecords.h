@@ -36,6 +36,9 @@ struct DrawingOptions {
     bool split = true;
     /// Keep curves that lie on one another instead of dropping all but one.
     bool keepDuplicates = false;
+    /// At most so many threads work on a large drawing, that of the call among them; 0 stands for as many as the
+    /// machine has. The result is the same, to the last bit, however many they are.
+    int threads = 1;
 };
 
 /// A stretch of a curve as a loop runs through it. `from` and `to` are fractions of the length of the caller's curve,

@@ -1,7 +1,5 @@
 #include "zvi/drawing/FaceWalkDetail.h"
 
-#include "zvi/base/DisjointSets.h"
-
 namespace zvi::lib::drawing {
 
 namespace {
@@ -31,31 +29,11 @@ private:
     double m_length = 0.0;
 };
 
-std::vector<int> NumberWalks(PlanarMap const &map, std::vector<HalfEdge> &firsts) {
-    std::vector<int> walkOfHalf(2 * Index(map.EdgeCount()), -1);
-    for (int number = 0; number < 2 * map.EdgeCount(); ++number) {
-        HalfEdge const first{number};
-        if (!map.IsInMap(first.Edge()) || walkOfHalf[Index(number)] >= 0)
-            continue;
-        int const walk = static_cast<int>(firsts.size());
-        firsts.push_back(first);
-        HalfEdge h = first;
-        do {
-            walkOfHalf[Index(h.number)] = walk;
-            h = map.Next(h);
-        } while (!(h == first));
-    }
-    return walkOfHalf;
-}
-
-void MarkOutsides(PlanarMap const &map, FaceWalks &faces) {
-    base::DisjointSets parts(faces.walks.size());
-    for (int e = 0; e < map.EdgeCount(); ++e)
-        if (map.IsInMap(e))
-            parts.Unite(faces.Of(HalfEdge::Along(e)), faces.Of(HalfEdge::Against(e)));
+void MarkOutsides(FaceWalks &faces) {
+    std::vector<int> const &parts = faces.numbers->partOf;
     std::vector<int> least(faces.walks.size(), -1);
     for (int w = 0; w < static_cast<int>(faces.walks.size()); ++w) {
-        int &outside = least[Index(parts.Find(w))];
+        int &outside = least[Index(parts[Index(w)])];
         if (outside < 0 || faces.walks[Index(w)].area < faces.walks[Index(outside)].area)
             outside = w;
     }
@@ -91,27 +69,27 @@ double AreaOf(PlanarMap const &map, std::vector<HalfEdge> const &walk) {
     return sum.Area();
 }
 
-FaceWalks WalkFaces(PlanarMap const &map) {
-    std::vector<HalfEdge> firsts;
+FaceWalks WalkFaces(PlanarMap const &map, base::Workers const &workers) {
     FaceWalks faces;
-    faces.walkOfHalf = NumberWalks(map, firsts);
-    faces.walks.reserve(firsts.size());
-    for (HalfEdge const first : firsts) {
-        WalkSum sum(map, first);
-        HalfEdge h = first;
+    faces.numbers = map.Walks();
+    std::vector<HalfEdge> const &firsts = faces.numbers->firsts;
+    faces.walks.resize(firsts.size());
+    workers.ForEach(firsts.size(), [&](std::size_t w) {
+        WalkSum sum(map, firsts[w]);
+        HalfEdge h = firsts[w];
         do {
             sum.Add(h);
             h = map.Next(h);
-        } while (!(h == first));
-        faces.walks.push_back({first, sum.Area(), sum.Length()});
-    }
-    MarkOutsides(map, faces);
+        } while (!(h == firsts[w]));
+        faces.walks[w] = {firsts[w], sum.Area(), sum.Length()};
+    });
+    MarkOutsides(faces);
     return faces;
 }
 
 void SetAsideUnboundingEdges(PlanarMap &map) {
-    std::vector<HalfEdge> firsts;
-    std::vector<int> const walkOfHalf = NumberWalks(map, firsts);
+    std::shared_ptr<WalkNumbers const> const walks = map.Walks();
+    std::vector<int> const &walkOfHalf = walks->ofHalf;
     for (int e = 0; e < map.EdgeCount(); ++e)
         if (map.IsInMap(e) &&
             walkOfHalf[Index(HalfEdge::Along(e).number)] == walkOfHalf[Index(HalfEdge::Against(e).number)])

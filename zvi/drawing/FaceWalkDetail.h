@@ -1,7 +1,9 @@
 #pragma once
 
+#include "zvi/base/Workers.h"
 #include "zvi/drawing/PlanarMapDetail.h"
 
+#include <memory>
 #include <vector>
 
 namespace zvi::lib::drawing {
@@ -17,14 +19,15 @@ struct FaceWalk {
 
 struct FaceWalks {
     std::vector<FaceWalk> walks;
-    std::vector<int> walkOfHalf; ///< -1 for half-edges that are not in the map
+    std::shared_ptr<WalkNumbers const> numbers; ///< of the same walks
 
-    int Of(HalfEdge h) const { return walkOfHalf[Index(h.number)]; }
+    /// The walk of a half-edge, -1 when that is not in the map.
+    int Of(HalfEdge h) const { return numbers->ofHalf[Index(h.number)]; }
 };
 
 /// All walks of the map. The outside of each connected part is the walk of least area. Lengths and areas are those of
 /// the borders, and where these do not meet at a place, of the steps between them.
-FaceWalks WalkFaces(PlanarMap const &map);
+FaceWalks WalkFaces(PlanarMap const &map, base::Workers const &workers);
 
 /// The half-edges of the walk that `first` belongs to.
 std::vector<HalfEdge> WalkFrom(PlanarMap const &map, HalfEdge first);

@@ -1,5 +1,6 @@
 #include "zvi/drawing/FacesDetail.h"
 
+#include "zvi/base/KeySort.h"
 #include "zvi/drawing/NestingDetail.h"
 
 #include <algorithm>
@@ -17,11 +18,24 @@ struct Placed {
 
 /// Sorts from left to right, and what is above one another from below. Things whose distances from the left follow one
 /// another by less than the snap distance are above one another.
-void SortFromLeft(std::vector<Placed>::iterator first, std::vector<Placed>::iterator last, double snap) {
-    std::sort(first, last, [](Placed const &a, Placed const &b) { return ComesFirst(a.at, b.at); });
-    for (auto begin = first; begin != last;) {
+void SortFromLeft(std::vector<Placed> &things, double snap) {
+    if (things.size() < 2)
+        return;
+    std::vector<base::Keyed> order(things.size());
+    for (std::size_t i = 0; i < order.size(); ++i)
+        order[i] = {base::OrderedBits(things[i].at.y), i};
+    base::SortByKeys(order);
+    for (base::Keyed &keyed : order)
+        keyed.key = base::OrderedBits(things[keyed.of].at.x);
+    base::SortByKeys(order);
+    std::vector<Placed> sorted;
+    sorted.reserve(things.size());
+    for (base::Keyed const &keyed : order)
+        sorted.push_back(things[keyed.of]);
+    things = std::move(sorted);
+    for (auto begin = things.begin(); begin != things.end();) {
         auto end = begin + 1;
-        while (end != last && end->at.x - (end - 1)->at.x < snap)
+        while (end != things.end() && end->at.x - (end - 1)->at.x < snap)
             ++end;
         std::sort(begin, end, [](Placed const &a, Placed const &b) { return a.at.y < b.at.y; });
         begin = end;
@@ -40,7 +54,7 @@ public:
                         rank = 0;
                         places.push_back({BeginOf(map, h), Index(map.Origin(h))});
                     }
-        SortFromLeft(places.begin(), places.end(), snap);
+        SortFromLeft(places, snap);
         for (std::size_t i = 0; i < places.size(); ++i)
             m_ranks[places[i].number] = static_cast<int>(i);
     }
@@ -51,21 +65,20 @@ public:
     /// The order of things that each begin with a half-edge of its own: by where that begins, and those that begin at
     /// one place by the middles of their half-edges.
     std::vector<std::size_t> OrderOf(std::vector<HalfEdge> const &firsts) const {
-        std::vector<std::pair<int, std::size_t>> ranked;
-        ranked.reserve(firsts.size());
+        std::vector<base::Keyed> ranked(firsts.size());
         for (std::size_t i = 0; i < firsts.size(); ++i)
-            ranked.emplace_back(RankOf(firsts[i]), i);
-        std::sort(ranked.begin(), ranked.end());
+            ranked[i] = {static_cast<std::uint64_t>(RankOf(firsts[i])), i};
+        base::SortByKeys(ranked);
         std::vector<std::size_t> numbers;
         numbers.reserve(firsts.size());
         std::vector<Placed> tied;
         for (auto begin = ranked.begin(); begin != ranked.end();) {
             auto const end = std::find_if(begin + 1, ranked.end(),
-                                          [rank = begin->first](auto const &of) { return of.first != rank; });
+                                          [rank = begin->key](base::Keyed const &of) { return of.key != rank; });
             tied.clear();
             for (; begin != end; ++begin)
-                tied.push_back({PointAt(m_map.Edge(firsts[begin->second]).stretch, 0.5), begin->second});
-            SortFromLeft(tied.begin(), tied.end(), m_snap);
+                tied.push_back({PointAt(m_map.Edge(firsts[begin->of]).stretch, 0.5), begin->of});
+            SortFromLeft(tied, m_snap);
             for (Placed const &of : tied)
                 numbers.push_back(of.number);
         }
@@ -84,8 +97,10 @@ public:
     LoopSplitter(PlanarMap const &map, PlaceOrder const &order)
         : m_map(map), m_order(order), m_stackOfPlace(Index(map.Places().Count()), -1) {}
 
-    std::vector<Loop> LoopsOf(FaceWalk const &walk) {
-        std::vector<Loop> loops;
+    /// The loops of a walk, to be taken before the next one is asked for.
+    std::vector<Loop> &LoopsOf(FaceWalk const &walk) {
+        std::vector<Loop> &loops = m_loops;
+        loops.clear();
         HalfEdge h = walk.first;
         do {
             m_stackOfPlace[Index(m_map.Origin(h))] = static_cast<int>(m_open.size());
@@ -121,6 +136,7 @@ private:
 
     PlanarMap const &m_map;
     PlaceOrder const &m_order;
+    std::vector<Loop> m_loops;       ///< of the walk
     std::vector<HalfEdge> m_open;    ///< of the walk, not yet in a loop
     std::vector<int> m_stackOfPlace; ///< where the walk left each place, -1 when the place is not open
 };
@@ -140,7 +156,7 @@ std::vector<Thing> Sorted(std::vector<Thing> things, PlaceOrder const &order, Lo
 }
 
 /// The face that a walk bounds: of its loops the one that runs counter-clockwise is the border.
-Face FaceOf(std::vector<Loop> loops) {
+Face FaceOf(std::vector<Loop> &loops) {
     Face face;
     if (loops.size() == 1) {
         face.outer = std::move(loops.front());
@@ -154,21 +170,33 @@ Face FaceOf(std::vector<Loop> loops) {
     return face;
 }
 
+/// The faces of the walks that bound one; `faceOfWalk` gets which of them that of each walk is.
+std::vector<Face> BoundedFaces(PlanarMap const &map, FaceWalks const &walks, PlaceOrder const &order,
+                               std::vector<int> &faceOfWalk, base::Workers const &workers) {
+    std::vector<std::size_t> bounding;
+    for (std::size_t w = 0; w < walks.walks.size(); ++w)
+        if (!walks.walks[w].isOutside && walks.walks[w].area > 0.0) {
+            faceOfWalk[w] = static_cast<int>(bounding.size());
+            bounding.push_back(w);
+        }
+    std::vector<Face> faces(bounding.size());
+    workers.ForEachPart(faces.size(), [&](std::size_t, std::size_t begin, std::size_t end) {
+        LoopSplitter splitter(map, order);
+        for (std::size_t f = begin; f < end; ++f)
+            faces[f] = FaceOf(splitter.LoopsOf(walks.walks[bounding[f]]));
+    });
+    return faces;
+}
+
 } // namespace
 
 std::vector<Face> FindFaces(PlanarMap const &map, FaceWalks const &walks, double snap, double moved,
-                            Landmarks const &landmarks) {
+                            Landmarks const &landmarks, base::Workers const &workers) {
     PlaceOrder const order(map, snap);
-    LoopSplitter splitter(map, order);
-    std::vector<int> const parents = NestOutsides(map, walks, snap, moved, landmarks);
+    std::vector<int> const parents = NestOutsides(map, walks, snap, moved, landmarks, workers);
     std::vector<int> faceOfWalk(walks.walks.size(), -1);
-    std::vector<Face> faces;
-    for (std::size_t w = 0; w < walks.walks.size(); ++w) {
-        if (walks.walks[w].isOutside || !(walks.walks[w].area > 0.0))
-            continue;
-        faceOfWalk[w] = static_cast<int>(faces.size());
-        faces.push_back(FaceOf(splitter.LoopsOf(walks.walks[w])));
-    }
+    std::vector<Face> faces = BoundedFaces(map, walks, order, faceOfWalk, workers);
+    LoopSplitter splitter(map, order);
     for (std::size_t w = 0; w < walks.walks.size(); ++w) {
         if (parents[w] < 0 || faceOfWalk[Index(parents[w])] < 0)
             continue;

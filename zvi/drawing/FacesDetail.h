@@ -25,6 +25,6 @@ struct Face {
 /// least `snap` apart, borders that are nearer to one another than `moved` may have changed places, and `walks` are
 /// those of the map.
 std::vector<Face> FindFaces(PlanarMap const &map, FaceWalks const &walks, double snap, double moved,
-                            Landmarks const &landmarks);
+                            Landmarks const &landmarks, base::Workers const &workers);
 
 } // namespace zvi::lib::drawing

@@ -15,9 +15,11 @@ bool IsLeft(MapEdge const &e) {
 }
 
 /// Of each place how many edges end there, or did so: which of two that lie on one another is left does not count, and
-/// neither does what is no longer than nothing.
+/// neither does what is no longer than nothing. It is asked for only where places have become one.
 std::vector<int> CountEnds(PlanarMap const &map, double same) {
     std::vector<int> counts(Index(map.Places().Count()), 0);
+    if (map.Places().AreAllAlone())
+        return counts;
     for (int e = 0; e < map.EdgeCount(); ++e)
         if (Stretch const &s = map.Edge(e).stretch; !s.IsConnector() && LengthOf(s) >= same)
             for (int const place : {map.Edge(e).startPlace, map.Edge(e).endPlace})
@@ -87,40 +89,53 @@ DrawingPoint BestPlace(PlaceClusters const &places, int root, std::vector<int> c
 }
 
 /// Of each place that stands for a cluster, where that is put.
-std::vector<DrawingPoint> ClusterPositions(PlanarMap const &map, double same, Landmarks const &landmarks) {
+std::vector<DrawingPoint> ClusterPositions(PlanarMap const &map, double same, Landmarks const &landmarks,
+                                           base::Workers const &workers) {
     PlaceClusters const &places = map.Places();
     std::vector<int> const counts = CountEnds(map, same);
     std::vector<DrawingPoint> positions(Index(places.Count()));
-    for (int root = 0; root < places.Count(); ++root)
-        if (places.Root(root) == root)
-            positions[Index(root)] = BestPlace(places, root, counts, same, landmarks);
+    workers.ForEach(positions.size(), [&](std::size_t i) {
+        if (int const root = static_cast<int>(i); places.Root(root) == root)
+            positions[i] = BestPlace(places, root, counts, same, landmarks);
+    });
     return positions;
+}
+
+/// Cuts an edge in its middle and fits both halves.
+void FitHalved(PlanarMap &map, int edge, std::vector<DrawingPoint> &positions, double snap) {
+    DrawingPoint const start = positions[Index(map.Origin(HalfEdge::Along(edge)))];
+    DrawingPoint const end = positions[Index(map.Target(HalfEdge::Along(edge)))];
+    int const second = map.Split(edge, 0.5);
+    DrawingPoint const middle = map.Edge(second).stretch.start;
+    positions.push_back(middle);
+    FitToEnds(map.StretchOf(edge), start, middle, snap);
+    FitToEnds(map.StretchOf(second), middle, end, snap);
 }
 
 } // namespace
 
-std::vector<DrawingPoint> FitEdges(PlanarMap &map, double snap, double same, Landmarks const &landmarks) {
-    std::vector<DrawingPoint> positions = ClusterPositions(map, same, landmarks);
-    int const count = map.EdgeCount();
-    for (int e = 0; e < count; ++e) {
-        if (!IsLeft(map.Edge(e)))
-            continue;
-        DrawingPoint const start = positions[Index(map.Origin(HalfEdge::Along(e)))];
-        DrawingPoint const end = positions[Index(map.Target(HalfEdge::Along(e)))];
-        if (!IsBetterHalved(map.Edge(e).stretch, start, end, snap)) {
-            FitToEnds(map.StretchOf(e), start, end, snap);
-            continue;
-        }
-        int const second = map.Split(e, 0.5);
-        DrawingPoint const middle = map.Edge(second).stretch.start;
-        positions.push_back(middle);
-        FitToEnds(map.StretchOf(e), start, middle, snap);
-        FitToEnds(map.StretchOf(second), middle, end, snap);
-    }
+std::vector<DrawingPoint> FitEdges(PlanarMap &map, double snap, double same, Landmarks const &landmarks,
+                                   base::Workers const &workers) {
+    map.SettlePlaces();
+    std::vector<DrawingPoint> positions = ClusterPositions(map, same, landmarks, workers);
+    std::vector<int> const halved =
+        workers.Collect<int>(Index(map.EdgeCount()), [&](std::size_t i, std::vector<int> &better) {
+            int const e = static_cast<int>(i);
+            if (!IsLeft(map.Edge(e)))
+                return;
+            DrawingPoint const start = positions[Index(map.Origin(HalfEdge::Along(e)))];
+            DrawingPoint const end = positions[Index(map.Target(HalfEdge::Along(e)))];
+            if (IsBetterHalved(map.Edge(e).stretch, start, end, snap))
+                better.push_back(e);
+            else
+                FitToEnds(map.StretchOf(e), start, end, snap);
+        });
+    for (int const e : halved)
+        FitHalved(map, e, positions, snap);
     return positions;
 }
 
-std::vector<int> EdgesAlongCurves(PlanarMap const &map) {
+std::vector<int> EdgesAlongCurves(PlanarMap const &map, base::Workers const &workers) {
     std::vector<int> edges;
     edges.reserve(Index(map.EdgeCount()));
     int curves = 0;
@@ -134,11 +149,12 @@ std::vector<int> EdgesAlongCurves(PlanarMap const &map) {
     base::SortIntoBuckets(
         edges.size(), std::span(begins), [&](std::size_t i) { return map.Edge(edges[i]).stretch.curve; },
         [&](std::size_t place, std::size_t i) { sorted[place] = edges[i]; });
-    for (std::size_t c = 0; c + 1 < begins.size(); ++c)
+    workers.ForEach(begins.size() - 1, [&](std::size_t c) {
         std::sort(sorted.begin() + begins[c], sorted.begin() + begins[c + 1], [&](int a, int b) {
             Stretch const &s = map.Edge(a).stretch, &t = map.Edge(b).stretch;
             return std::tie(s.from, s.to) < std::tie(t.from, t.to);
         });
+    });
     return sorted;
 }
 

@@ -11,10 +11,11 @@ namespace zvi::lib::drawing {
 /// of the cluster where most edges end or did so, then at the one nearest to the middle of all, those as far from it
 /// but for `same` as the landmarks rank them. Arcs whose ends stay within `snap` of their circle keep it. Returns where
 /// the clusters stand, at the index of each place that stands for one.
-std::vector<DrawingPoint> FitEdges(PlanarMap &map, double snap, double same, Landmarks const &landmarks);
+std::vector<DrawingPoint> FitEdges(PlanarMap &map, double snap, double same, Landmarks const &landmarks,
+                                   base::Workers const &workers);
 
 /// The edges of the map, whatever their state, by their curves and along each; connectors are left out.
-std::vector<int> EdgesAlongCurves(PlanarMap const &map);
+std::vector<int> EdgesAlongCurves(PlanarMap const &map, base::Workers const &workers);
 
 /// Gives what contracted edges had of their curves to the edge before each on its curve, or else to the one behind it.
 /// Curves of which nothing else is left are put into `vanished`, in the order of the curves. `alongCurves` are the

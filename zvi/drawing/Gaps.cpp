@@ -83,13 +83,13 @@ std::vector<LooseEnd> LooseEnds(PlanarMap const &map) {
 
 /// The nearest curve that the end could be joined to: a gap as long as the edge itself would only make that vanish, and
 /// one below the tolerance was left open on purpose.
-Nearest NearestTo(LooseEnd const &end, std::vector<Stretch> const &stretches, StretchIndex &index, double size,
-                  double tolerance) {
+Nearest NearestTo(LooseEnd const &end, std::vector<Stretch> const &stretches, StretchIndex const &index,
+                  StretchIndex::Search &search, double size, double tolerance) {
     std::vector<int> found;
     double const reach = std::min(kNearMiss * size, end.length);
     for (double window = kFirstWindow * size;; window *= kWiden) {
         double const width = std::min(window, reach);
-        index.Find(Grown({end.at.x, end.at.y, end.at.x, end.at.y}, width), found);
+        index.Find(Grown({end.at.x, end.at.y, end.at.x, end.at.y}, width), found, search);
         Nearest const nearest = NearestTo(end, stretches, found, width);
         if (nearest.stretch >= 0)
             return nearest.distance < tolerance ? Nearest{} : nearest;
@@ -113,7 +113,8 @@ void SortOnce(std::vector<DrawingGap> &gaps) {
 
 } // namespace
 
-std::vector<DrawingGap> FindGaps(DividedDrawing const &drawing, std::vector<DrawingCurve> const &curves) {
+std::vector<DrawingGap> FindGaps(DividedDrawing const &drawing, std::vector<DrawingCurve> const &curves,
+                                 base::Workers const &workers) {
     std::vector<DrawingGap> gaps;
     std::vector<LooseEnd> const loose = LooseEnds(drawing.map);
     double const size = loose.empty() ? 0.0 : DrawingSize(curves);
@@ -124,15 +125,19 @@ std::vector<DrawingGap> FindGaps(DividedDrawing const &drawing, std::vector<Draw
     all.reserve(stretches.size());
     for (Stretch const &s : stretches)
         all.push_back(&s);
-    StretchIndex index(all, drawing.curves.rounding);
-    for (LooseEnd const &end : loose) {
-        Nearest const nearest = NearestTo(end, stretches, index, size, drawing.curves.tolerance);
-        if (nearest.stretch >= 0)
-            gaps.push_back({end.at,
-                            nearest.distance,
-                            {curves[Index(end.curve)].id, curves[Index(stretches[Index(nearest.stretch)].curve)].id},
-                            nearest.distance * (1.0 + kAboveDistance)});
-    }
+    StretchIndex const index(all, drawing.curves.rounding, workers);
+    std::vector<Nearest> nearest(loose.size());
+    workers.ForEachPart(loose.size(), [&](std::size_t, std::size_t begin, std::size_t end) {
+        StretchIndex::Search search;
+        for (std::size_t i = begin; i < end; ++i)
+            nearest[i] = NearestTo(loose[i], stretches, index, search, size, drawing.curves.tolerance);
+    });
+    for (std::size_t i = 0; i < loose.size(); ++i)
+        if (auto const [stretch, distance] = nearest[i]; stretch >= 0)
+            gaps.push_back({loose[i].at,
+                            distance,
+                            {curves[Index(loose[i].curve)].id, curves[Index(stretches[Index(stretch)].curve)].id},
+                            distance * (1.0 + kAboveDistance)});
     SortOnce(gaps);
     return gaps;
 }

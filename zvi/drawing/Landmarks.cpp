@@ -2,6 +2,7 @@
 
 #include "zvi/math/elementary/Elementary.h"
 
+#include <algorithm>
 #include <array>
 #include <complex>
 
@@ -45,19 +46,17 @@ class Moments {
 public:
     Moments(DrawingPoint middle, double size) : m_middle(middle), m_scale(1.0 / size) {}
 
-    void Add(DrawingPoint p, double weight) {
-        Complex const z((p.x - m_middle.x) * m_scale, (p.y - m_middle.y) * m_scale);
-        double const r = std::sqrt(std::norm(z));
-        if (!(r > 0.0))
-            return;
-        Complex const u = z / r;
-        Complex power = weight * z;
-        for (Pair &of : m_sums) {
-            of[0] += power;
-            of[1] += r * power;
-            power = Multiply(power, u);
-        }
-        m_greatest += weight * r * (1.0 + r);
+    /// Sums up the samples of the stretches, whose weights are divided by `weights`.
+    void Sum(std::vector<Stretch> const &stretches, double weights, base::Workers const &workers) {
+        // Each sum in the order of the stretches, some of them at a time.
+        if (workers.PartsOf(stretches.size()) == 1)
+            SumOrders<0, kHighestOrder>(stretches, weights);
+        else
+            workers.Do(3, [&](std::size_t task) {
+                task == 0   ? SumOrders<0, 2>(stretches, weights)
+                : task == 1 ? SumOrders<2, 4>(stretches, weights)
+                            : SumOrders<4, 6>(stretches, weights);
+            });
     }
 
     /// The direction of the first axis, and of the second one beside it.
@@ -86,6 +85,32 @@ private:
         Complex axis;
         bool isMirrored = false;
     };
+
+    template <std::size_t kFirst, std::size_t kEnd>
+    void SumOrders(std::vector<Stretch> const &stretches, double weights) {
+        std::array<Pair, kEnd> sums{};
+        double greatest = 0.0;
+        ForEachSample(stretches, [&](DrawingPoint p, double sampleWeight) {
+            double const weight = sampleWeight / weights;
+            Complex const z((p.x - m_middle.x) * m_scale, (p.y - m_middle.y) * m_scale);
+            double const r = std::sqrt(std::norm(z));
+            if (!(r > 0.0))
+                return;
+            Complex const u = z / r;
+            Complex power = weight * z;
+            for (std::size_t order = 0; order < kEnd; ++order) {
+                if (order >= kFirst) {
+                    sums[order][0] += power;
+                    sums[order][1] += r * power;
+                }
+                power = Multiply(power, u);
+            }
+            greatest += weight * r * (1.0 + r);
+        });
+        std::copy(sums.begin() + kFirst, sums.end(), m_sums.begin() + kFirst);
+        if (kFirst == 0)
+            m_greatest = greatest;
+    }
 
     static Complex Multiply(Complex a, Complex b) {
         return {a.real() * b.real() - a.imag() * b.imag(), a.real() * b.imag() + a.imag() * b.real()};
@@ -120,7 +145,7 @@ private:
 
 } // namespace
 
-Landmarks LandmarksOf(std::vector<Stretch> const &stretches) {
+Landmarks LandmarksOf(std::vector<Stretch> const &stretches, base::Workers const &workers) {
     Landmarks landmarks;
     double weights = 0.0, lengths = 0.0;
     ForEachSample(stretches, [&](DrawingPoint p, double weight) {
@@ -139,7 +164,7 @@ Landmarks LandmarksOf(std::vector<Stretch> const &stretches) {
     if (!std::isfinite(landmarks.size))
         return {};
     Moments moments(landmarks.middle, landmarks.size);
-    ForEachSample(stretches, [&](DrawingPoint p, double weight) { moments.Add(p, weight / weights); });
+    moments.Sum(stretches, weights, workers);
     auto const [first, second] = moments.Axes();
     Complex const direction = first + kGoldenRatio * second;
     landmarks.direction = {direction.real(), direction.imag()};

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <utility>
 
 namespace zvi::lib {
 
@@ -17,7 +18,7 @@ namespace {
 /// Shares of the time when the steps of MakeDrawingDomains end.
 constexpr double kDivided = 0.5;
 constexpr double kFacesFound = 0.85;
-constexpr double kReported = 0.97;
+constexpr double kGapsFound = 0.88;
 
 /// Borders farther from one another than so many tolerances, or snap distances, cannot have changed places.
 constexpr double kMovedInTolerances = 3.0, kMovedInSnaps = 64.0;
@@ -31,17 +32,20 @@ DrawingResult MakeDrawingDomains(std::vector<DrawingCurve> const &curves, Drawin
 DrawingResult MakeDrawingDomains(std::vector<DrawingCurve> const &curves, DrawingOptions const &options,
                                  DrawingProgress const &progress) {
     using namespace drawing;
+    base::Workers const workers(options.threads);
     DividedDrawing drawing = DivideDrawing(curves, options, [&progress](double done) { progress(kDivided * done); });
     Landmarks const &landmarks = drawing.curves.landmarks;
     double const moved = std::max(kMovedInTolerances * drawing.curves.tolerance, kMovedInSnaps * drawing.snap);
-    std::vector<Face> faces = FindFaces(drawing.map, drawing.walks, drawing.snap, moved, landmarks);
-    while (DropOverfullFaces(drawing, faces))
-        faces = FindFaces(drawing.map, drawing.walks, drawing.snap, moved, landmarks);
+    std::vector<Face> faces = FindFaces(drawing.map, drawing.walks, drawing.snap, moved, landmarks, workers);
+    while (DropOverfullFaces(drawing, faces, workers))
+        faces = FindFaces(drawing.map, drawing.walks, drawing.snap, moved, landmarks, workers);
     assert(!options.split || AreApart(drawing.map, faces, drawing.snap, moved));
     progress(kFacesFound);
-    DrawingResult result = ReportDomains(drawing, faces, curves, options.keepDuplicates);
-    progress(kReported);
-    result.gaps = FindGaps(drawing, curves);
+    std::vector<DrawingGap> gaps = FindGaps(drawing, curves, workers);
+    drawing.curves.stretches = {}; // makes room for the result, which is large
+    progress(kGapsFound);
+    DrawingResult result = ReportDomains(drawing, faces, curves, options.keepDuplicates, workers);
+    result.gaps = std::move(gaps);
     progress(1.0);
     return result;
 }

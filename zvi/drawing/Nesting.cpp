@@ -53,8 +53,9 @@ struct Runs {
 /// Finds what the parts see to their left.
 class LeftView {
 public:
-    LeftView(PlanarMap const &map, FaceWalks const &walks, double snap, double moved, Landmarks const &landmarks)
-        : m_map(map), m_walks(walks), m_snap(snap), m_moved(moved), m_view(landmarks) {}
+    LeftView(PlanarMap const &map, FaceWalks const &walks, double snap, double moved, Landmarks const &landmarks,
+             base::Workers const &workers)
+        : m_workers(workers), m_map(map), m_walks(walks), m_snap(snap), m_moved(moved), m_view(landmarks) {}
 
     /// For each part, by its outside, the walk that its leftmost point lies in, -1 for none; `order` gets the outsides
     /// from left to right.
@@ -70,36 +71,31 @@ public:
         std::sort(order.begin(), order.end(),
                   [this](int a, int b) { return ComesFirst(m_leftmost[Index(a)], m_leftmost[Index(b)]); });
         StretchIndex const index = MakeIndex();
-        m_runs.resize(m_stretches.size());
-        for (int const outside : order)
-            seen[Index(outside)] = WalkLeftOf(index, outside);
+        std::size_t const parts = std::min(order.size(), m_workers.PartsOf(m_stretches.size()));
+        m_workers.Do(parts, [&](std::size_t part) {
+            Glance glance{{}, std::vector<Runs>(m_stretches.size())};
+            for (std::size_t i = part * order.size() / parts; i < (part + 1) * order.size() / parts; ++i)
+                seen[Index(order[i])] = WalkLeftOf(index, order[i], glance);
+        });
         return seen;
     }
 
 private:
+    /// What is seen from a part, and what is known of the edges by then; one for each thread.
+    struct Glance {
+        std::vector<Sight> sights;
+        std::vector<Runs> runs; ///< of each edge
+    };
+
     /// Of each walk the outside of its part.
     std::vector<int> PartsOf() const {
-        std::vector<int> parts(m_walks.walks.size(), -1);
-        std::vector<int> pending;
-        for (int w = 0; w < static_cast<int>(parts.size()); ++w) {
-            if (!m_walks.walks[Index(w)].isOutside)
-                continue;
-            parts[Index(w)] = w;
-            pending.push_back(w);
-            while (!pending.empty()) {
-                HalfEdge const first = m_walks.walks[Index(pending.back())].first;
-                pending.pop_back();
-                HalfEdge h = first;
-                do {
-                    int const other = m_walks.Of(h.Twin());
-                    if (parts[Index(other)] < 0) {
-                        parts[Index(other)] = w;
-                        pending.push_back(other);
-                    }
-                    h = m_map.Next(h);
-                } while (!(h == first));
-            }
-        }
+        std::vector<int> const &firstOf = m_walks.numbers->partOf;
+        std::vector<int> outsides(firstOf.size(), -1), parts(firstOf.size());
+        for (std::size_t w = 0; w < firstOf.size(); ++w)
+            if (m_walks.walks[w].isOutside)
+                outsides[Index(firstOf[w])] = static_cast<int>(w);
+        std::transform(firstOf.begin(), firstOf.end(), parts.begin(),
+                       [&](int first) { return outsides[Index(first)]; });
         return parts;
     }
 
@@ -129,13 +125,13 @@ private:
         stretches.reserve(m_edges.size());
         for (int const e : m_edges)
             stretches.push_back(&m_map.Edge(e).stretch);
-        StretchIndex index = StretchIndex::OfWholes(stretches, m_snap);
+        StretchIndex index = StretchIndex::OfWholes(stretches, m_snap, m_workers);
         m_isIndexTurned = index.DoBoxesCrowd();
         if (!m_isIndexTurned)
             return index;
         for (std::size_t i = 0; i < stretches.size(); ++i)
             stretches[i] = &m_stretches[i];
-        return StretchIndex(stretches, m_snap);
+        return StretchIndex(stretches, m_snap, m_workers);
     }
 
     /// Calls `look(stretch)` for what may pass on the left of a point of the view, until that is too far away.
@@ -148,30 +144,30 @@ private:
     }
 
     /// The walk on the near side of the curve next to the left of the part's leftmost point.
-    int WalkLeftOf(StretchIndex const &index, int part) {
+    int WalkLeftOf(StretchIndex const &index, int part, Glance &glance) const {
         DrawingPoint const p = m_leftmost[Index(part)];
         double farthest = -HUGE_VAL; // what is of interest so far
-        m_sights.clear();
+        glance.sights.clear();
         LookLeft(index, p, [&](int i) {
             if (PartOf(m_edges[Index(i)]) != part)
-                farthest = std::max(farthest, AddSights(i, p, farthest) - m_moved);
+                farthest = std::max(farthest, AddSights(i, p, farthest, glance) - m_moved);
             return p.x - farthest + m_snap;
         });
-        std::erase_if(m_sights, [&](Sight const &sight) { return sight.x < farthest; });
-        if (m_sights.empty())
+        std::erase_if(glance.sights, [&](Sight const &sight) { return sight.x < farthest; });
+        if (glance.sights.empty())
             return -1;
         // A stretch that was met several times is one border.
-        Sight const &first = m_sights.front();
-        bool const isAlone = std::all_of(m_sights.begin(), m_sights.end(), [&first](Sight const &sight) {
+        Sight const &first = glance.sights.front();
+        bool const isAlone = std::all_of(glance.sights.begin(), glance.sights.end(), [&first](Sight const &sight) {
             return sight.edge == first.edge && sight.x == first.x;
         });
-        return isAlone ? RightOf(first) : LeastWalkAround(index, part);
+        return isAlone ? RightOf(first) : LeastWalkAround(index, part, glance);
     }
 
     /// The least of the bounded faces that the part's leftmost point lies in: those whose borders, all that pass on its
     /// left, lead into them once more than out of them. Which of the borders that have come near one another, or have
     /// changed places, stands before the other does not count.
-    int LeastWalkAround(StretchIndex const &index, int part) {
+    int LeastWalkAround(StretchIndex const &index, int part, Glance &glance) const {
         DrawingPoint const p = m_leftmost[Index(part)];
         std::vector<int> edges;
         LookLeft(index, p, [&](int i) {
@@ -181,11 +177,11 @@ private:
         });
         std::sort(edges.begin(), edges.end());
         edges.erase(std::unique(edges.begin(), edges.end()), edges.end());
-        m_sights.clear();
+        glance.sights.clear();
         for (int const i : edges)
-            AddSights(i, p, -HUGE_VAL);
+            AddSights(i, p, -HUGE_VAL, glance);
         std::map<int, int> entered;
-        for (Sight const &sight : m_sights) {
+        for (Sight const &sight : glance.sights) {
             ++entered[RightOf(sight)];
             --entered[LeftOf(sight)];
         }
@@ -207,9 +203,9 @@ private:
     }
 
     /// Notes where an edge passes the height of `p` on its left, from `farthest` on. Returns the nearest of that.
-    double AddSights(int i, DrawingPoint p, double farthest) {
+    double AddSights(int i, DrawingPoint p, double farthest, Glance &glance) const {
         Stretch const &s = m_stretches[Index(i)];
-        Runs &of = m_runs[Index(i)];
+        Runs &of = glance.runs[Index(i)];
         if (of.count == 0)
             of.count = RunsOf(s, m_snap, of.runs);
         double nearest = -HUGE_VAL;
@@ -220,12 +216,13 @@ private:
             double const x = XAt(s, run, p.y);
             if (x > p.x || x < farthest)
                 continue;
-            m_sights.push_back({i, run, x});
+            glance.sights.push_back({i, run, x});
             nearest = std::max(nearest, x);
         }
         return nearest;
     }
 
+    base::Workers m_workers;
     PlanarMap const &m_map;
     FaceWalks const &m_walks;
     double m_snap;
@@ -234,18 +231,16 @@ private:
     std::vector<int> m_parts;
     std::vector<int> m_edges;             ///< those in the map
     std::vector<Stretch> m_stretches;     ///< theirs, turned
-    std::vector<Runs> m_runs;             ///< likewise
     std::vector<DrawingPoint> m_leftmost; ///< of each part, at its outside
     bool m_isIndexTurned = false;
-    std::vector<Sight> m_sights; ///< of the part looked at last
 };
 
 } // namespace
 
 std::vector<int> NestOutsides(PlanarMap const &map, FaceWalks const &walks, double snap, double moved,
-                              Landmarks const &landmarks) {
+                              Landmarks const &landmarks, base::Workers const &workers) {
     std::vector<int> order;
-    std::vector<int> const seen = LeftView(map, walks, snap, moved, landmarks).SeenWalks(order);
+    std::vector<int> const seen = LeftView(map, walks, snap, moved, landmarks, workers).SeenWalks(order);
     std::vector<int> parents(walks.walks.size(), -1);
     for (int const outside : order) {
         int const around = seen[Index(outside)];

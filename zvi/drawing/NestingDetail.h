@@ -12,6 +12,6 @@ namespace zvi::lib::drawing {
 /// its left, along the direction of the landmarks. Where it sees several borders nearer to one another than `moved`, so
 /// that they may have changed places, all that pass on its left are counted. Places are at least `snap` apart.
 std::vector<int> NestOutsides(PlanarMap const &map, FaceWalks const &walks, double snap, double moved,
-                              Landmarks const &landmarks);
+                              Landmarks const &landmarks, base::Workers const &workers);
 
 } // namespace zvi::lib::drawing

@@ -3,6 +3,7 @@
 #include "zvi/base/Buckets.h"
 
 #include <algorithm>
+#include <span>
 #include <tuple>
 
 namespace zvi::lib::drawing {
@@ -48,19 +49,11 @@ Shape ShapeOf(NetworkEdge const &e) {
 
 } // namespace
 
-void Network::DropRepeated() {
-    std::vector<std::pair<Shape, std::size_t>> order(edges.size());
-    std::vector<std::size_t> begins(places.Places().size() + 1, 0);
-    base::SortIntoBuckets(
-        edges.size(), std::span(begins),
-        [&](std::size_t i) { return std::min(edges[i].startPlace, edges[i].endPlace); },
-        [&](std::size_t place, std::size_t i) {
-            order[place] = {ShapeOf(edges[i]), i};
-        });
-    for (std::size_t place = 0; place + 1 < begins.size(); ++place)
-        std::sort(order.begin() + static_cast<std::ptrdiff_t>(begins[place]),
-                  order.begin() + static_cast<std::ptrdiff_t>(begins[place + 1]));
-    std::vector<bool> isRepeated(edges.size(), false);
+void Network::MarkRepeated(std::vector<std::size_t> const &candidates, std::vector<bool> &isRepeated) {
+    std::vector<std::pair<Shape, std::size_t>> order;
+    for (std::size_t const i : candidates)
+        order.emplace_back(ShapeOf(edges[i]), i);
+    std::sort(order.begin(), order.end());
     for (std::size_t i = 0, j = 0; i < order.size(); i = j) {
         std::size_t first = order[i].second;
         for (j = i + 1; j < order.size() && order[j].first.IsSame(order[i].first, snap); ++j)
@@ -71,6 +64,33 @@ void Network::DropRepeated() {
             edges[first].stretch.order = std::min(edges[first].stretch.order, edges[order[k].second].stretch.order);
         }
     }
+}
+
+void Network::DropRepeated() {
+    using HighPlace = std::pair<int, std::size_t>; // and the edge
+    std::vector<HighPlace> order(edges.size());
+    std::vector<std::size_t> begins(places.Places().size() + 1, 0);
+    base::SortIntoBuckets(
+        edges.size(), std::span(begins),
+        [&](std::size_t i) { return std::min(edges[i].startPlace, edges[i].endPlace); },
+        [&](std::size_t place, std::size_t i) {
+            order[place] = {std::max(edges[i].startPlace, edges[i].endPlace), i};
+        });
+    std::vector<bool> isRepeated(edges.size(), false);
+    std::vector<std::size_t> candidates;
+    for (std::size_t place = 0; place + 1 < begins.size(); ++place) {
+        std::span const ofPlace = std::span(order).subspan(begins[place], begins[place + 1] - begins[place]);
+        std::sort(ofPlace.begin(), ofPlace.end());
+        for (std::size_t i = 0, j = 0; i < ofPlace.size(); i = j) {
+            candidates.clear();
+            for (j = i; j < ofPlace.size() && ofPlace[j].first == ofPlace[i].first; ++j)
+                candidates.push_back(ofPlace[j].second);
+            if (candidates.size() > 1)
+                MarkRepeated(candidates, isRepeated);
+        }
+    }
+    if (std::find(isRepeated.begin(), isRepeated.end(), true) == isRepeated.end())
+        return;
     std::size_t kept = 0;
     for (std::size_t i = 0; i < edges.size(); ++i)
         if (isRepeated[i])

@@ -37,6 +37,10 @@ struct Network {
     std::vector<Stretch> repeated; ///< curves that are the same as an earlier one, both ways taken alike
 
     DrawingPoint Place(int place) const { return places.Places()[Index(place)]; }
+
+private:
+    /// Marks those of edges between the same places that are the same as another one.
+    void MarkRepeated(std::vector<std::size_t> const &candidates, std::vector<bool> &isRepeated);
 };
 
 /// Two edges that may meet.

@@ -26,7 +26,7 @@ int LongestEdge(PlanarMap const &map, Loop const &loop, double same, Landmarks c
 
 } // namespace
 
-bool DropOverfullFaces(DividedDrawing &drawing, std::vector<Face> const &faces) {
+bool DropOverfullFaces(DividedDrawing &drawing, std::vector<Face> const &faces, base::Workers const &workers) {
     Landmarks const &landmarks = drawing.curves.landmarks;
     double const same = SameDistance(drawing.curves.tolerance, drawing.snap, landmarks);
     bool any = false;
@@ -42,7 +42,7 @@ bool DropOverfullFaces(DividedDrawing &drawing, std::vector<Face> const &faces) 
     }
     if (any) {
         SetAsideUnboundingEdges(drawing.map);
-        drawing.walks = WalkFaces(drawing.map);
+        drawing.walks = WalkFaces(drawing.map, workers);
     }
     return any;
 }

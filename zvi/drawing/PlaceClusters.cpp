@@ -47,9 +47,17 @@ int PlaceClusters::Add(DrawingPoint p) {
 }
 
 int PlaceClusters::RootFrom(int place) const {
-    while (m_parent[Index(place)] != place)
-        place = m_parent[Index(place)] = m_parent[Index(m_parent[Index(place)])];
-    return place;
+    for (;;) {
+        int const parent = m_parent[Index(place)], above = m_parent[Index(parent)];
+        if (above == parent)
+            return parent;
+        place = m_parent[Index(place)] = above;
+    }
+}
+
+void PlaceClusters::Settle() {
+    for (int place = 0; place < Count(); ++place)
+        m_parent[Index(place)] = Root(place);
 }
 
 bool PlaceClusters::Fit(int a, DrawingPoint p, double distance) const {
@@ -84,6 +92,7 @@ void PlaceClusters::Unite(int a, int b) {
     int const root = std::min(Root(a), Root(b)), other = std::max(Root(a), Root(b));
     if (root == other)
         return;
+    m_areAllAlone = false;
     m_parent[Index(other)] = root;
     m_boxes[Index(root)] = Around(m_boxes[Index(root)], m_boxes[Index(other)]);
     std::swap(m_nextMember[Index(root)], m_nextMember[Index(other)]);

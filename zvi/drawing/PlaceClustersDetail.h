@@ -24,6 +24,14 @@ public:
         return parent == place ? place : RootFrom(place);
     }
 
+    bool IsAlone(int place) const { return m_nextMember[Index(place)] == place; }
+    /// Whether no two places have become one.
+    bool AreAllAlone() const { return m_areAllAlone; }
+
+    /// Lets Root() change nothing on its way from now on, until clusters are united again, so that several threads may
+    /// ask for roots.
+    void Settle();
+
     /// Whether all places of the two clusters are nearer to one another than `distance`.
     bool Fit(int a, int b, double distance) const;
     /// The same for a cluster and a point.
@@ -31,8 +39,6 @@ public:
 
     /// Makes one cluster of two. Nothing happens when they are one already.
     void Unite(int a, int b);
-
-    bool IsAlone(int place) const { return m_nextMember[Index(place)] == place; }
 
     /// Calls `look(place)` for each place of the cluster of `place`.
     template <typename Look>
@@ -51,6 +57,7 @@ private:
     mutable std::vector<int> m_parent; ///< shortened by searches
     std::vector<int> m_nextMember;     ///< the members of a cluster form a ring
     std::vector<Box> m_boxes;          ///< of the members, at the root
+    bool m_areAllAlone = true;
 };
 
 } // namespace zvi::lib::drawing

@@ -3,12 +3,29 @@
 #include "zvi/base/DisjointSets.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 namespace zvi::lib::drawing {
 
+namespace {
+
+void FindParts(WalkNumbers &numbers) {
+    base::DisjointSets parts(numbers.firsts.size());
+    for (std::size_t h = 0; h < numbers.ofHalf.size(); h += 2)
+        if (numbers.ofHalf[h] >= 0)
+            parts.Unite(numbers.ofHalf[h], numbers.ofHalf[h + 1]);
+    numbers.partOf.resize(numbers.firsts.size());
+    for (std::size_t w = 0; w < numbers.partOf.size(); ++w)
+        numbers.partOf[w] = parts.Find(static_cast<int>(w));
+}
+
+} // namespace
+
 void PlanarMap::Reserve(std::size_t edges) {
-    m_edges.reserve(edges);
+    m_stretches.reserve(edges);
+    m_states.reserve(edges);
+    m_ends.reserve(2 * edges);
     m_nextPart.reserve(edges);
     m_ccw.reserve(2 * edges);
     m_cw.reserve(2 * edges);
@@ -17,7 +34,11 @@ void PlanarMap::Reserve(std::size_t edges) {
 
 int PlanarMap::AddEdge(MapEdge const &edge) {
     int const number = EdgeCount();
-    m_edges.push_back(edge);
+    m_walks.reset();
+    m_stretches.push_back(edge.stretch);
+    m_states.push_back(edge.state);
+    m_ends.push_back(edge.startPlace);
+    m_ends.push_back(edge.endPlace);
     m_nextPart.push_back(-1);
     for (HalfEdge const h : {HalfEdge::Along(number), HalfEdge::Against(number)}) {
         m_ccw.push_back(h);
@@ -27,7 +48,7 @@ int PlanarMap::AddEdge(MapEdge const &edge) {
     return number;
 }
 
-void PlanarMap::SetOrder(std::vector<HalfEdge> const &leaving) {
+void PlanarMap::SetOrder(std::span<HalfEdge const> leaving) {
     for (std::size_t i = 0; i < leaving.size(); ++i)
         Link(leaving[i], leaving[(i + 1) % leaving.size()]);
 }
@@ -38,9 +59,10 @@ void PlanarMap::Unlink(HalfEdge h) {
 }
 
 void PlanarMap::Remove(int edge, EdgeState why) {
+    m_walks.reset();
     Unlink(HalfEdge::Along(edge));
     Unlink(HalfEdge::Against(edge));
-    m_edges[Index(edge)].state = why;
+    m_states[Index(edge)] = why;
 }
 
 void PlanarMap::SetBorder(HalfEdge h, Stretch const &border) {
@@ -62,7 +84,7 @@ void PlanarMap::ForgetBorders() {
 void PlanarMap::Contract(int edge, EdgeState why) {
     HalfEdge const along = HalfEdge::Along(edge), against = HalfEdge::Against(edge);
     HalfEdge const before = m_cw[Index(along.number)], beforeTwin = m_cw[Index(against.number)];
-    int const start = m_edges[Index(edge)].startPlace, end = m_edges[Index(edge)].endPlace;
+    int const start = m_ends[Index(along.number)], end = m_ends[Index(against.number)];
     Remove(edge, why);
     if (!(before == along) && !(beforeTwin == against))
         MergeAcrossFace(before, beforeTwin);
@@ -71,15 +93,12 @@ void PlanarMap::Contract(int edge, EdgeState why) {
 }
 
 int PlanarMap::Split(int edge, double t, DrawingPoint p) {
-    MapEdge second = m_edges[Index(edge)];
-    Stretch const whole = second.stretch;
+    Stretch const whole = m_stretches[Index(edge)];
     int const middle = m_places.Add(p);
-    second.stretch = PartOf(whole, t, 1.0);
-    second.startPlace = middle;
-    MapEdge &first = m_edges[Index(edge)];
-    first.stretch = PartOf(whole, 0.0, t);
-    first.endPlace = middle;
-    int const number = AddEdge(second);
+    int &end = m_ends[Index(HalfEdge::Against(edge).number)];
+    int const oldPlace = std::exchange(end, middle);
+    m_stretches[Index(edge)] = PartOf(whole, 0.0, t);
+    int const number = AddEdge({PartOf(whole, t, 1.0), middle, oldPlace, m_states[Index(edge)]});
     m_nextPart[Index(number)] = std::exchange(m_nextPart[Index(edge)], number);
     for (HalfEdge const h : {HalfEdge::Along(edge), HalfEdge::Against(edge)}) {
         if (m_borderOf[Index(h.number)] < 0)
@@ -97,49 +116,57 @@ int PlanarMap::Split(int edge, double t, DrawingPoint p) {
         Link(newEnd, Ccw(oldEnd));
         Link(before, newEnd);
     }
-    SetOrder({oldEnd, HalfEdge::Along(number)});
+    SetOrder(std::array{oldEnd, HalfEdge::Along(number)});
     return number;
 }
 
 void PlanarMap::MergeAcrossFace(HalfEdge a, HalfEdge b) {
+    m_walks.reset();
     m_places.Unite(Origin(a), Origin(b));
     HalfEdge const afterA = Ccw(a), afterB = Ccw(b);
     Link(a, afterB);
     Link(b, afterA);
 }
 
+std::shared_ptr<WalkNumbers const> PlanarMap::Walks() const {
+    if (m_walks)
+        return m_walks;
+    auto const numbers = std::make_shared<WalkNumbers>();
+    numbers->ofHalf.assign(m_cw.size(), -1);
+    for (int number = 0; number < 2 * EdgeCount(); ++number) {
+        HalfEdge const first{number};
+        if (!IsInMap(first.Edge()) || numbers->ofHalf[Index(number)] >= 0)
+            continue;
+        int const walk = static_cast<int>(numbers->firsts.size());
+        numbers->firsts.push_back(first);
+        HalfEdge h = first;
+        do {
+            numbers->ofHalf[Index(h.number)] = walk;
+            h = Next(h);
+        } while (!(h == first));
+    }
+    FindParts(*numbers);
+    m_walks = numbers;
+    return m_walks;
+}
+
 bool PlanarMap::IsPlanar() const {
-    base::DisjointSets parts(Index(m_places.Count()));
-    std::vector<bool> isSeen(m_ccw.size(), false);
     std::vector<bool> hasEdge(Index(m_places.Count()), false);
-    int faces = 0, edges = 0, places = 0, partCount = 0;
-    auto const note = [&](int place) {
-        if (hasEdge[Index(place)])
-            return;
-        hasEdge[Index(place)] = true;
-        ++places;
-        ++partCount;
-    };
+    int edges = 0, places = 0, parts = 0;
     for (int e = 0; e < EdgeCount(); ++e) {
         if (!IsInMap(e))
             continue;
         ++edges;
-        int const start = Origin(HalfEdge::Along(e)), end = Origin(HalfEdge::Against(e));
-        note(start);
-        note(end);
-        partCount -= parts.Unite(start, end) ? 1 : 0;
-        for (HalfEdge const first : {HalfEdge::Along(e), HalfEdge::Against(e)}) {
-            if (isSeen[Index(first.number)])
-                continue;
-            ++faces;
-            HalfEdge h = first;
-            do {
-                isSeen[Index(h.number)] = true;
-                h = Next(h);
-            } while (!(h == first));
-        }
+        for (HalfEdge const h : {HalfEdge::Along(e), HalfEdge::Against(e)})
+            if (int const place = Origin(h); !hasEdge[Index(place)]) {
+                hasEdge[Index(place)] = true;
+                ++places;
+            }
     }
-    return places - edges + faces == 2 * partCount;
+    std::shared_ptr<WalkNumbers const> const walks = Walks();
+    for (std::size_t w = 0; w < walks->partOf.size(); ++w)
+        parts += Index(walks->partOf[w]) == w ? 1 : 0;
+    return places - edges + static_cast<int>(walks->firsts.size()) == 2 * parts;
 }
 
 } // namespace zvi::lib::drawing

@@ -4,6 +4,8 @@
 #include "zvi/drawing/StretchDetail.h"
 
 #include <algorithm>
+#include <memory>
+#include <span>
 #include <vector>
 
 namespace zvi::lib::drawing {
@@ -22,19 +24,26 @@ struct HalfEdge {
 };
 
 /// What has become of an edge.
-enum class EdgeState {
+enum class EdgeState : unsigned char {
     kInMap,      ///< it takes part in the map
     kSetAside,   ///< the same face lies on both its sides, so it bounds nothing
     kContracted, ///< its ends are one place
     kDuplicate   ///< another edge bounds what it bounded
 };
 
-/// A stretch between two places.
+/// A stretch between two places. A map holds what most steps look at apart from the stretches, which are large.
 struct MapEdge {
-    Stretch stretch;
+    Stretch const &stretch;
     int startPlace = 0;
     int endPlace = 0;
     EdgeState state = EdgeState::kInMap;
+};
+
+/// The sides of the faces of a map by number, each a closed walk with the face on its left.
+struct WalkNumbers {
+    std::vector<HalfEdge> firsts; ///< of each walk the half-edge of the lowest number, which rise with the walks
+    std::vector<int> ofHalf;      ///< of each half-edge, -1 for those that are not in the map
+    std::vector<int> partOf;      ///< of each walk the first one of its connected part
 };
 
 /// A planar map: edges between places, and the cyclic order in which they leave each place. Faces are what that order
@@ -47,32 +56,35 @@ public:
     /// Makes room for so many edges.
     void Reserve(std::size_t edges);
     int AddEdge(MapEdge const &edge);
-    /// Lets the half-edges leave their place counter-clockwise in this order.
-    void SetOrder(std::vector<HalfEdge> const &leaving);
+    /// Lets the half-edges leave their place counter-clockwise in this order; done for all places of a new map before
+    /// anything else. Several threads may do so for places of their own.
+    void SetOrder(std::span<HalfEdge const> leaving);
 
-    int EdgeCount() const { return static_cast<int>(m_edges.size()); }
-    MapEdge const &Edge(int edge) const { return m_edges[Index(edge)]; }
-    MapEdge const &Edge(HalfEdge h) const { return m_edges[Index(h.Edge())]; }
+    int EdgeCount() const { return static_cast<int>(m_states.size()); }
+    MapEdge Edge(int edge) const {
+        std::size_t const start = 2 * Index(edge);
+        return {m_stretches[Index(edge)], m_ends[start], m_ends[start + 1], m_states[Index(edge)]};
+    }
+    MapEdge Edge(HalfEdge h) const { return Edge(h.Edge()); }
     /// The geometry of an edge; the map itself does not look at it.
-    Stretch &StretchOf(int edge) { return m_edges[Index(edge)].stretch; }
+    Stretch &StretchOf(int edge) { return m_stretches[Index(edge)]; }
     PlaceClusters const &Places() const { return m_places; }
+    /// Lets several threads ask for places until some of them become one.
+    void SettlePlaces() { m_places.Settle(); }
     /// The stretch that the face on the left of the half-edge has on its border, in the direction of the edge: that of
     /// the edge itself, or of a dropped one that lay on this side of it.
     Stretch const &Border(HalfEdge h) const {
-        int const border = m_borderOf[Index(h.number)];
-        return border < 0 ? Edge(h).stretch : m_borders[Index(border)];
+        int const border = m_borders.empty() ? -1 : m_borderOf[Index(h.number)];
+        return border < 0 ? m_stretches[Index(h.Edge())] : m_borders[Index(border)];
     }
 
     /// Whether there are edges of which that has become.
     bool HasEdges(EdgeState state) const {
-        return std::any_of(m_edges.begin(), m_edges.end(), [=](MapEdge const &e) { return e.state == state; });
+        return std::find(m_states.begin(), m_states.end(), state) != m_states.end();
     }
-    bool IsInMap(int edge) const { return m_edges[Index(edge)].state == EdgeState::kInMap; }
+    bool IsInMap(int edge) const { return m_states[Index(edge)] == EdgeState::kInMap; }
     /// The cluster of places that the half-edge leaves.
-    int Origin(HalfEdge h) const {
-        MapEdge const &e = Edge(h);
-        return m_places.Root(h.IsReversed() ? e.endPlace : e.startPlace);
-    }
+    int Origin(HalfEdge h) const { return m_places.Root(m_ends[Index(h.number)]); }
     int Target(HalfEdge h) const { return Origin(h.Twin()); }
     /// The next half-edge of the face on the left of `h`.
     HalfEdge Next(HalfEdge h) const { return m_cw[Index(h.Twin().number)]; }
@@ -101,6 +113,9 @@ public:
     /// different places.
     void MergeAcrossFace(HalfEdge a, HalfEdge b);
 
+    /// The walks as the map is now. They are looked for when it has changed since it was asked last.
+    std::shared_ptr<WalkNumbers const> Walks() const;
+
     /// Whether Euler's formula holds for each connected part.
     bool IsPlanar() const;
 
@@ -114,12 +129,15 @@ private:
     HalfEdge Ccw(HalfEdge h) const { return m_ccw[Index(h.number)]; }
 
     PlaceClusters m_places;
-    std::vector<MapEdge> m_edges;
+    std::vector<Stretch> m_stretches; ///< of each edge
+    std::vector<EdgeState> m_states;  ///< of each edge
+    std::vector<int> m_ends;          ///< of each half-edge, the place that it leaves
     std::vector<int> m_nextPart;
     std::vector<Stretch> m_borders;
     std::vector<int> m_borderOf; ///< of each half-edge which border it has, -1 for that of the edge
     std::vector<HalfEdge> m_ccw; ///< of each half-edge, the next one of its place counter-clockwise
     std::vector<HalfEdge> m_cw;
+    mutable std::shared_ptr<WalkNumbers const> m_walks; ///< none when the map has changed
 };
 
 } // namespace zvi::lib::drawing

@@ -1,5 +1,7 @@
 #include "zvi/drawing/ReadCurvesDetail.h"
 
+#include "zvi/base/KeySort.h"
+
 #include <algorithm>
 #include <tuple>
 #include <utility>
@@ -70,14 +72,17 @@ DrawingPiece PieceAsWritten(DrawingCurve const &c) {
     return piece;
 }
 
-double LargestCoordinate(std::vector<Stretch> const &stretches) {
-    double largest = 0.0;
-    for (Stretch const &s : stretches) {
-        Box const box = BoxOf(s);
-        largest =
-            std::max({largest, std::fabs(box.minX), std::fabs(box.minY), std::fabs(box.maxX), std::fabs(box.maxY)});
-    }
-    return largest;
+double LargestCoordinate(std::vector<Stretch> const &stretches, base::Workers const &workers) {
+    std::vector<double> largest(workers.PartsOf(stretches.size()), 0.0);
+    workers.ForEachPart(stretches.size(), [&](std::size_t part, std::size_t begin, std::size_t end) {
+        double most = 0.0;
+        for (std::size_t i = begin; i < end; ++i) {
+            Box const box = BoxOf(stretches[i]);
+            most = std::max({most, std::fabs(box.minX), std::fabs(box.minY), std::fabs(box.maxX), std::fabs(box.maxY)});
+        }
+        largest[part] = most;
+    });
+    return *std::max_element(largest.begin(), largest.end());
 }
 
 void MeetWrittenEnds(Stretch &s, double rounding) {
@@ -88,53 +93,57 @@ void MeetWrittenEnds(Stretch &s, double rounding) {
         s.isArc = false;
 }
 
-/// Orders stretches by their numbers alone, but for those that are the same.
-void SortByNumbers(std::vector<Stretch> &stretches) {
-    struct Begin {
-        DrawingPoint at;
-        std::size_t of = 0;
-    };
-    std::vector<Begin> order;
-    order.reserve(stretches.size());
-    for (Stretch const &s : stretches)
-        order.push_back({s.start, order.size()});
-    auto const rest = [&](std::size_t of) {
-        Stretch const &s = stretches[of];
-        return std::tuple(s.end.x, s.end.y, s.center.x, s.center.y, s.sweep, s.curve);
-    };
-    std::sort(order.begin(), order.end(), [&](Begin const &a, Begin const &b) {
-        return a.at == b.at ? rest(a.of) < rest(b.of) : ComesFirst(a.at, b.at);
-    });
-    std::vector<Stretch> sorted;
-    sorted.reserve(stretches.size());
-    for (Begin const &begin : order)
-        sorted.push_back(stretches[begin.of]);
+/// Puts stretches into the order of the things that `stretchOf` tells theirs of.
+template <typename Thing, typename StretchOf>
+void PutInOrder(std::vector<Stretch> &stretches, std::vector<Thing> const &order, base::Workers const &workers,
+                StretchOf stretchOf) {
+    std::vector<Stretch> sorted(stretches.size());
+    workers.ForEach(sorted.size(), [&](std::size_t i) { sorted[i] = stretches[stretchOf(order[i])]; });
     stretches = std::move(sorted);
 }
 
+/// Orders stretches by their numbers alone, but for those that are the same.
+void SortByNumbers(std::vector<Stretch> &stretches, base::Workers const &workers) {
+    std::vector<base::Keyed> order(stretches.size());
+    for (std::size_t i = 0; i < order.size(); ++i)
+        order[i] = {base::OrderedBits(stretches[i].start.y), i};
+    base::SortByKeys(order);
+    for (base::Keyed &keyed : order)
+        keyed.key = base::OrderedBits(stretches[keyed.of].start.x);
+    base::SortByKeys(order);
+    auto const rest = [&](base::Keyed const &keyed) {
+        Stretch const &s = stretches[keyed.of];
+        return std::tuple(s.end.x, s.end.y, s.center.x, s.center.y, s.sweep, s.curve);
+    };
+    for (auto first = order.begin(); first != order.end();) {
+        auto const last = std::find_if(first + 1, order.end(), [&](base::Keyed const &keyed) {
+            return !(stretches[keyed.of].start == stretches[first->of].start);
+        });
+        std::sort(first, last, [&](base::Keyed const &a, base::Keyed const &b) { return rest(a) < rest(b); });
+        first = last;
+    }
+    PutInOrder(stretches, order, workers, [](base::Keyed const &keyed) { return keyed.of; });
+}
+
 /// Orders stretches along the direction that moves with the drawing, and by their lengths those side by side.
-void SortByLandmarks(std::vector<Stretch> &stretches, Landmarks const &landmarks, double same) {
-    std::vector<Measured> order;
-    order.reserve(stretches.size());
-    for (std::size_t i = 0; i < stretches.size(); ++i) {
+void SortByLandmarks(std::vector<Stretch> &stretches, Landmarks const &landmarks, double same,
+                     base::Workers const &workers) {
+    std::vector<Measured> order(stretches.size());
+    workers.ForEach(order.size(), [&](std::size_t i) {
         Stretch const &s = stretches[i];
         DrawingPoint const middle = s.IsFullTurn() ? s.center : PointAt(s, 0.5);
-        order.push_back({0, landmarks.Rank(middle), StepsOf(LengthOf(s), same), middle, static_cast<int>(i),
-                         StepsOf(std::fabs(landmarks.Rank(s.start) - landmarks.Rank(s.end)), same)});
-    }
+        order[i] = {
+            0,      landmarks.Rank(middle), StepsOf(LengthOf(s), same),
+            middle, static_cast<int>(i),    StepsOf(std::fabs(landmarks.Rank(s.start) - landmarks.Rank(s.end)), same)};
+    });
     SortShortestFirst(order, same);
-    std::vector<Stretch> sorted;
-    sorted.reserve(stretches.size());
-    for (Measured const &of : order) {
-        sorted.push_back(stretches[Index(of.number)]);
-        sorted.back().order = static_cast<int>(sorted.size());
-    }
-    stretches = std::move(sorted);
+    PutInOrder(stretches, order, workers, [](Measured const &of) { return Index(of.number); });
+    workers.ForEach(stretches.size(), [&](std::size_t i) { stretches[i].order = static_cast<int>(i) + 1; });
 }
 
 } // namespace
 
-UsableCurves ReadCurves(std::vector<DrawingCurve> const &curves, double joinTolerance) {
+UsableCurves ReadCurves(std::vector<DrawingCurve> const &curves, double joinTolerance, base::Workers const &workers) {
     UsableCurves usable;
     usable.tolerance = joinTolerance > 0.0 ? joinTolerance : 0.0;
     usable.stretches.reserve(curves.size());
@@ -147,13 +156,13 @@ UsableCurves ReadCurves(std::vector<DrawingCurve> const &curves, double joinTole
         else
             usable.stretches.push_back(StretchOf(c, static_cast<int>(i)));
     }
-    usable.rounding = LargestCoordinate(usable.stretches) * kRounding;
-    for (Stretch &s : usable.stretches)
-        MeetWrittenEnds(s, usable.rounding);
-    SortByNumbers(usable.stretches);
-    usable.landmarks = LandmarksOf(usable.stretches);
+    usable.rounding = LargestCoordinate(usable.stretches, workers) * kRounding;
+    workers.ForEach(usable.stretches.size(),
+                    [&](std::size_t i) { MeetWrittenEnds(usable.stretches[i], usable.rounding); });
+    SortByNumbers(usable.stretches, workers);
+    usable.landmarks = LandmarksOf(usable.stretches, workers);
     SortByLandmarks(usable.stretches, usable.landmarks,
-                    SameDistance(usable.tolerance, kSnapInRoundings * usable.rounding, usable.landmarks));
+                    SameDistance(usable.tolerance, kSnapInRoundings * usable.rounding, usable.landmarks), workers);
     return usable;
 }
 

@@ -19,6 +19,6 @@ struct UsableCurves {
 /// Sorts out the curves that can be used, and puts them into an order of their own, so that the one in which they came
 /// settles only which of two equal ones is the duplicate. An arc whose written ends miss its circle is bent to meet
 /// them, and one that rises by no more than rounding is a line.
-UsableCurves ReadCurves(std::vector<DrawingCurve> const &curves, double joinTolerance);
+UsableCurves ReadCurves(std::vector<DrawingCurve> const &curves, double joinTolerance, base::Workers const &workers);
 
 } // namespace zvi::lib::drawing

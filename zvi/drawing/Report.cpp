@@ -3,6 +3,7 @@
 #include "zvi/drawing/KeptDuplicatesDetail.h"
 
 #include <algorithm>
+#include <span>
 #include <tuple>
 
 namespace zvi::lib::drawing {
@@ -27,18 +28,21 @@ class PieceMaker {
 public:
     PieceMaker(DividedDrawing const &drawing, std::vector<DrawingCurve> const &curves,
                std::vector<KeptDuplicate> const &duplicates)
-        : m_map(drawing.map), m_curves(curves), m_snap(drawing.snap), m_duplicates(duplicates),
-          m_isTaken(Index(drawing.map.EdgeCount()), false), m_isDuplicateTaken(duplicates.size(), false),
-          m_duplicatesOf(duplicates.empty() ? 0 : Index(drawing.map.EdgeCount())) {
+        : m_map(drawing.map), m_snap(drawing.snap), m_duplicates(duplicates),
+          m_isTaken(duplicates.empty() ? 0 : Index(drawing.map.EdgeCount()), false),
+          m_isDuplicateTaken(duplicates.size(), false), m_duplicatesOf(m_isTaken.size()) {
+        m_ids.reserve(curves.size());
+        for (DrawingCurve const &curve : curves)
+            m_ids.push_back(curve.id);
         for (std::size_t d = duplicates.size(); d-- > 0;)
             m_duplicatesOf[Index(duplicates[d].original)].push_back(static_cast<int>(d));
     }
 
     bool IsDuplicateTaken(std::size_t duplicate) const { return m_isDuplicateTaken[duplicate]; }
 
-    /// The loop with neighbouring stretches of one curve put together. Adds its area and length to those of `domain`.
-    std::vector<DrawingPiece> PiecesOf(Loop const &loop, DrawingDomain &domain) {
-        std::vector<Step> &steps = m_steps;
+    /// The loop with neighbouring stretches of one curve put together. Adds its area and length to those of `domain`;
+    /// `steps` is room for what it does. Without duplicates several threads may do so.
+    std::vector<DrawingPiece> PiecesOf(Loop const &loop, DrawingDomain &domain, std::vector<Step> &steps) {
         steps.clear();
         for (HalfEdge const h : loop.halves)
             steps.push_back(Take(h));
@@ -55,7 +59,7 @@ public:
                 Extend(whole, *steps[i].stretch, isReversed);
             domain.area += isReversed ? -AreaShare(whole, origin) : AreaShare(whole, origin);
             domain.perimeter += LengthOf(whole);
-            pieces.push_back(PieceOf(whole, m_curves, isReversed));
+            pieces.push_back(PieceOf(whole, m_ids[Index(whole.curve)], isReversed));
         }
         if (pieces.size() == 1 && steps[0].stretch->isArc)
             pieces[0].type = DrawingCurveType::kCircle;
@@ -66,8 +70,10 @@ private:
     /// The edge of the half-edge for the loop that asks first, and for the one on its other side the next of its
     /// duplicates.
     Step Take(HalfEdge h) {
+        if (m_duplicates.empty())
+            return {&m_map.Edge(h).stretch, h.IsReversed()};
         std::size_t const e = Index(h.Edge());
-        if (!m_isTaken[e] || m_duplicatesOf.empty() || m_duplicatesOf[e].empty()) {
+        if (!m_isTaken[e] || m_duplicatesOf[e].empty()) {
             m_isTaken[e] = true;
             return {&m_map.Edge(h).stretch, h.IsReversed()};
         }
@@ -136,10 +142,9 @@ private:
     }
 
     PlanarMap const &m_map;
-    std::vector<DrawingCurve> const &m_curves;
+    std::vector<unsigned int> m_ids; ///< of the caller's curves, side by side
     double m_snap;
     std::vector<KeptDuplicate> const &m_duplicates;
-    std::vector<Step> m_steps;   ///< of the loop looked at
     std::vector<bool> m_isTaken; ///< of each edge, whether a loop runs through it already
     std::vector<bool> m_isDuplicateTaken;
     std::vector<std::vector<int>> m_duplicatesOf; ///< of each edge those not taken yet, the first one last
@@ -197,45 +202,58 @@ std::vector<Stretch> Merged(std::vector<Stretch> stretches) {
     return merged;
 }
 
-/// Ends that stand elsewhere than they are written, but for curves that became one place.
-int CountJoined(DividedDrawing const &drawing, std::vector<DrawingCurve> const &curves) {
+/// What is counted along the curves.
+struct AlongCurves {
+    int joined = 0; ///< ends that stand elsewhere than they are written, but for curves that became one place
+    std::vector<HalfEdge> between; ///< that begin a stretch of a curve behind another one
+};
+
+/// Looks at the edges of one curve.
+void LookAlong(std::span<int const> edges, DividedDrawing const &drawing, DrawingCurve const &curve,
+               AlongCurves &along) {
     PlanarMap const &map = drawing.map;
-    std::vector<int> const &edges = drawing.alongCurves;
     auto const standsAt = [&](HalfEdge h) { return drawing.positions[Index(map.Origin(h))]; };
-    int joined = 0;
-    for (std::size_t i = 0, j = 0; i < edges.size(); i = j) {
-        int const curve = map.Edge(edges[i]).stretch.curve;
-        bool isLeft = false;
-        for (j = i; j < edges.size() && map.Edge(edges[j]).stretch.curve == curve; ++j)
-            isLeft = isLeft || map.Edge(edges[j]).state != EdgeState::kContracted;
-        DrawingCurve const &c = curves[Index(curve)];
-        if (!isLeft || c.type == DrawingCurveType::kCircle)
+    bool isLeft = false;
+    for (int const e : edges) {
+        if (map.Edge(e).state == EdgeState::kContracted)
             continue;
-        joined += standsAt(HalfEdge::Along(edges[i])) == c.start ? 0 : 1;
-        joined += standsAt(HalfEdge::Against(edges[j - 1])) == c.end ? 0 : 1;
+        if (isLeft)
+            along.between.push_back(HalfEdge::Along(e));
+        isLeft = true;
     }
-    return joined;
+    if (!isLeft || curve.type == DrawingCurveType::kCircle)
+        return;
+    along.joined += standsAt(HalfEdge::Along(edges.front())) == curve.start ? 0 : 1;
+    along.joined += standsAt(HalfEdge::Against(edges.back())) == curve.end ? 0 : 1;
 }
 
-/// The half-edges that begin a stretch of a curve behind another one.
-std::vector<HalfEdge> HalvesBetweenStretches(DividedDrawing const &drawing) {
-    std::vector<HalfEdge> between;
-    int curve = kNoCurve;
-    for (int const e : drawing.alongCurves) {
-        MapEdge const &edge = drawing.map.Edge(e);
-        if (edge.state == EdgeState::kContracted)
-            continue;
-        if (edge.stretch.curve == curve)
-            between.push_back(HalfEdge::Along(e));
-        curve = edge.stretch.curve;
+AlongCurves LookAlongCurves(DividedDrawing const &drawing, std::vector<DrawingCurve> const &curves,
+                            base::Workers const &workers) {
+    std::span<int const> const edges = drawing.alongCurves;
+    auto const curveOf = [&](std::size_t i) { return drawing.map.Edge(edges[i]).stretch.curve; };
+    std::vector<AlongCurves> parts(workers.PartsOf(edges.size()));
+    workers.ForEachPart(edges.size(), [&](std::size_t part, std::size_t begin, std::size_t end) {
+        // A curve belongs to the part in which it begins.
+        std::size_t i = begin;
+        while (i > 0 && i < end && curveOf(i) == curveOf(i - 1))
+            ++i;
+        for (std::size_t j = i; i < end; i = j) {
+            int const curve = curveOf(i);
+            while (j < edges.size() && curveOf(j) == curve)
+                ++j;
+            LookAlong(edges.subspan(i, j - i), drawing, curves[Index(curve)], parts[part]);
+        }
+    });
+    for (std::size_t part = 1; part < parts.size(); ++part) {
+        parts[0].joined += parts[part].joined;
+        parts[0].between.insert(parts[0].between.end(), parts[part].between.begin(), parts[part].between.end());
     }
-    return between;
+    return std::move(parts[0]);
 }
 
 /// Places between two stretches of one curve at which another edge ends as well.
-int CountCuts(DividedDrawing const &drawing) {
+int CountCuts(DividedDrawing const &drawing, std::vector<HalfEdge> const &between) {
     PlanarMap const &map = drawing.map;
-    std::vector<HalfEdge> const between = HalvesBetweenStretches(drawing);
     if (between.empty())
         return drawing.covered.cuts;
     std::vector<int> endCounts(Index(map.Places().Count()), 0);
@@ -256,15 +274,16 @@ public:
         : m_drawing(drawing), m_curves(curves) {}
 
     /// What was sorted out before there was a map, and the counts that do not depend on what the map bounds.
-    void Begin(std::vector<DrawingLeftover> &leftovers, DrawingCounts &counts) const {
+    void Begin(std::vector<DrawingLeftover> &leftovers, DrawingCounts &counts, base::Workers const &workers) const {
         leftovers = m_drawing.curves.leftovers;
         for (Stretch const &s : m_drawing.vanished) {
             DrawingPiece piece = PieceOf(s, m_curves, false);
             piece.type = m_curves[Index(s.curve)].type;
             leftovers.push_back({piece, LeftoverReason::kZeroLength});
         }
-        counts.joined = CountJoined(m_drawing, m_curves);
-        counts.cut = CountCuts(m_drawing);
+        AlongCurves const along = LookAlongCurves(m_drawing, m_curves, workers);
+        counts.joined = along.joined;
+        counts.cut = CountCuts(m_drawing, along.between);
     }
 
     void AddSetAside(std::vector<DrawingLeftover> &leftovers) const {
@@ -300,24 +319,30 @@ private:
 } // namespace
 
 DrawingResult ReportDomains(DividedDrawing const &drawing, std::vector<Face> const &faces,
-                            std::vector<DrawingCurve> const &curves, bool keepDuplicates) {
+                            std::vector<DrawingCurve> const &curves, bool keepDuplicates,
+                            base::Workers const &workers) {
     DrawingResult result;
     Reporter const reporter(drawing, curves);
-    reporter.Begin(result.leftovers, result.counts);
+    reporter.Begin(result.leftovers, result.counts, workers);
     reporter.AddSetAside(result.leftovers);
     std::vector<int> notKept;
     std::vector<KeptDuplicate> duplicates;
     if (keepDuplicates)
         duplicates = KeptDuplicates(drawing, notKept);
     PieceMaker pieces(drawing, curves, duplicates);
-    result.domains.reserve(faces.size());
-    for (Face const &face : faces) {
-        DrawingDomain domain;
-        domain.outer = pieces.PiecesOf(face.outer, domain);
-        for (Loop const &hole : face.holes)
-            domain.holes.push_back(pieces.PiecesOf(hole, domain));
-        result.domains.push_back(std::move(domain));
-    }
+    result.domains.resize(faces.size());
+    // Which loop takes which duplicate follows from their order.
+    base::Workers const alone;
+    (duplicates.empty() ? workers : alone)
+        .ForEachPart(faces.size(), [&](std::size_t, std::size_t begin, std::size_t end) {
+            std::vector<Step> room;
+            for (std::size_t f = begin; f < end; ++f) {
+                DrawingDomain &domain = result.domains[f];
+                domain.outer = pieces.PiecesOf(faces[f].outer, domain, room);
+                for (Loop const &hole : faces[f].holes)
+                    domain.holes.push_back(pieces.PiecesOf(hole, domain, room));
+            }
+        });
     std::vector<Stretch> dropped;
     if (keepDuplicates) {
         for (int const e : notKept)
@@ -336,7 +361,7 @@ DrawingPieces ReportPieces(DividedDrawing const &drawing, std::vector<DrawingCur
                            bool keepDuplicates) {
     DrawingPieces result;
     Reporter const reporter(drawing, curves);
-    reporter.Begin(result.leftovers, result.counts);
+    reporter.Begin(result.leftovers, result.counts, base::Workers());
     for (int const e : drawing.alongCurves)
         if (MapEdge const &edge = drawing.map.Edge(e);
             IsLeft(edge) || (keepDuplicates && edge.state == EdgeState::kDuplicate))

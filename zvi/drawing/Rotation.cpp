@@ -4,6 +4,7 @@
 #include "zvi/math/elementary/Elementary.h"
 
 #include <algorithm>
+#include <span>
 
 namespace zvi::lib::drawing {
 
@@ -118,9 +119,32 @@ private:
     std::vector<Keyed> m_keyed;
 };
 
+/// Orders the half-edges of one place after the other.
+class PlaceTurner {
+public:
+    PlaceTurner(PlanarMap &map, double snap) : m_map(map), m_order(snap) {}
+
+    void Order(std::span<HalfEdge> leaving) {
+        if (leaving.size() > 2) {
+            m_spokes.clear();
+            for (HalfEdge const h : leaving)
+                m_spokes.push_back(SpokeOf(m_map, h));
+            m_order.Sort(m_spokes);
+            for (std::size_t i = 0; i < leaving.size(); ++i)
+                leaving[i] = m_spokes[i].half;
+        }
+        m_map.SetOrder(leaving);
+    }
+
+private:
+    PlanarMap &m_map;
+    SpokeOrder m_order;
+    std::vector<Spoke> m_spokes;
+};
+
 } // namespace
 
-void OrderRoundPlaces(PlanarMap &map, double snap) {
+void OrderRoundPlaces(PlanarMap &map, double snap, base::Workers const &workers) {
     std::size_t const halfCount = 2 * Index(map.EdgeCount());
     std::vector<int> begins(Index(map.Places().Count()) + 1, 0);
     std::vector<HalfEdge> halves(halfCount);
@@ -128,21 +152,11 @@ void OrderRoundPlaces(PlanarMap &map, double snap) {
     base::SortIntoBuckets(
         halfCount, std::span(begins), [&](std::size_t i) { return map.Origin(halfOf(i)); },
         [&](std::size_t place, std::size_t i) { halves[place] = halfOf(i); });
-    SpokeOrder order(snap);
-    std::vector<Spoke> spokes;
-    std::vector<HalfEdge> leaving;
-    for (std::size_t p = 0; p + 1 < begins.size(); ++p) {
-        leaving.assign(halves.begin() + begins[p], halves.begin() + begins[p + 1]);
-        if (leaving.size() > 2) {
-            spokes.clear();
-            for (HalfEdge const h : leaving)
-                spokes.push_back(SpokeOf(map, h));
-            order.Sort(spokes);
-            for (std::size_t i = 0; i < leaving.size(); ++i)
-                leaving[i] = spokes[i].half;
-        }
-        map.SetOrder(leaving);
-    }
+    workers.ForEachPart(begins.size() - 1, [&](std::size_t, std::size_t first, std::size_t last) {
+        PlaceTurner turner(map, snap);
+        for (std::size_t p = first; p < last; ++p)
+            turner.Order({halves.begin() + begins[p], halves.begin() + begins[p + 1]});
+    });
 }
 
 } // namespace zvi::lib::drawing

@@ -18,7 +18,8 @@ constexpr double kOff = 1.5, kRoomy = 4.0;
 class FaceCounter {
 public:
     FaceCounter(PlanarMap const &map, std::vector<Face> const &faces, double snap)
-        : m_map(map), m_snap(snap), m_faceOf(2 * Index(map.EdgeCount()), -1), m_index(Boxes(map, m_edges)) {
+        : m_map(map), m_snap(snap), m_faceOf(2 * Index(map.EdgeCount()), -1),
+          m_index(Boxes(map, m_edges), base::Workers()) {
         for (std::size_t f = 0; f < faces.size(); ++f) {
             Note(faces[f].outer, static_cast<int>(f));
             for (Loop const &hole : faces[f].holes)
@@ -99,7 +100,7 @@ bool IsRoomy(Stretch const &s, double clear) {
 } // namespace
 
 bool IsSound(PlanarMap const &map, double snap) {
-    FaceWalks const faces = WalkFaces(map);
+    FaceWalks const faces = WalkFaces(map, base::Workers());
     double areas = 0.0, length = 0.0;
     for (FaceWalk const &face : faces.walks) {
         areas += face.area;

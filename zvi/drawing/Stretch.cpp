@@ -255,9 +255,9 @@ void FitToEnds(Stretch &s, DrawingPoint start, DrawingPoint end, double allowed)
     s.sweep = s.isArc ? s.sweep : 0.0;
 }
 
-DrawingPiece PieceOf(Stretch const &s, std::vector<DrawingCurve> const &curves, bool reversed) {
+DrawingPiece PieceOf(Stretch const &s, unsigned int id, bool reversed) {
     DrawingPiece piece;
-    piece.curve = curves[Index(s.curve)].id;
+    piece.curve = id;
     piece.type = !s.isArc           ? DrawingCurveType::kLine
                  : s.start == s.end ? DrawingCurveType::kCircle
                                     : DrawingCurveType::kArc;

@@ -101,7 +101,10 @@ inline double AreaShare(Stretch const &s, DrawingPoint origin) {
 }
 
 /// The stretch as a piece of the result.
-DrawingPiece PieceOf(Stretch const &s, std::vector<DrawingCurve> const &curves, bool reversed);
+DrawingPiece PieceOf(Stretch const &s, unsigned int id, bool reversed);
+inline DrawingPiece PieceOf(Stretch const &s, std::vector<DrawingCurve> const &curves, bool reversed) {
+    return PieceOf(s, curves[Index(s.curve)].id, reversed);
+}
 
 /// A piece of a result as a stretch of no curve, as its loop runs.
 Stretch StretchOf(DrawingPiece const &piece);

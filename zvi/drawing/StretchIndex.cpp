@@ -40,74 +40,81 @@ double ExtentOf(Box const &box) {
 
 } // namespace
 
-std::vector<Box> BoxesOf(std::vector<Stretch const *> const &stretches, double by) {
-    std::vector<Box> boxes;
-    boxes.reserve(stretches.size());
-    for (Stretch const *s : stretches)
-        boxes.push_back(Grown(BoxOf(*s), by));
+std::vector<Box> BoxesOf(std::vector<Stretch const *> const &stretches, double by, base::Workers const &workers) {
+    std::vector<Box> boxes(stretches.size());
+    workers.ForEach(stretches.size(), [&](std::size_t i) { boxes[i] = Grown(BoxOf(*stretches[i]), by); });
     return boxes;
 }
 
-StretchIndex::StretchIndex(std::vector<Box> boxes)
-    : m_boxes(std::move(boxes)), m_index(m_boxes), m_crowd(CrowdOf(m_boxes, m_index)), m_order(m_index.Order()),
-      m_ranks(m_boxes.size()) {
+StretchIndex::StretchIndex(std::vector<Box> boxes, base::Workers const &workers)
+    : m_boxes(std::move(boxes)), m_index(m_boxes, workers), m_crowd(CrowdOf(m_boxes, m_index)),
+      m_order(m_index.Order()), m_ranks(m_boxes.size()) {
     for (std::size_t rank = 0; rank < m_ranks.size(); ++rank)
         m_ranks[Index(m_order[rank])] = static_cast<int>(rank);
 }
 
-StretchIndex::StretchIndex(std::vector<Stretch const *> const &stretches, double grown,
+StretchIndex::StretchIndex(std::vector<Stretch const *> const &stretches, double grown, base::Workers const &workers,
                            std::function<void(double)> const &tell, std::function<std::vector<int>()> const &groups)
-    : StretchIndex(BoxesOf(stretches, grown)) {
+    : StretchIndex(BoxesOf(stretches, grown, workers), workers) {
     if (tell)
         tell(m_crowd);
     if (DoBoxesCrowd()) {
-        HoldParts(stretches, grown, kPartsOfRoot * std::sqrt(m_crowd));
-        PackParts(groups ? groups() : std::vector<int>());
+        HoldParts(stretches, grown, kPartsOfRoot * std::sqrt(m_crowd), workers);
+        PackParts(groups ? groups() : std::vector<int>(), workers);
     }
 }
 
-StretchIndex StretchIndex::OfWholes(std::vector<Stretch const *> const &stretches, double grown) {
-    return StretchIndex(BoxesOf(stretches, grown));
+StretchIndex StretchIndex::OfWholes(std::vector<Stretch const *> const &stretches, double grown,
+                                    base::Workers const &workers) {
+    return StretchIndex(BoxesOf(stretches, grown, workers), workers);
 }
 
 bool StretchIndex::DoBoxesCrowd() const {
     return m_crowd > kCrowd;
 }
 
-void StretchIndex::HoldParts(std::vector<Stretch const *> const &stretches, double grown, double partsOfMean) {
+void StretchIndex::HoldParts(std::vector<Stretch const *> const &stretches, double grown, double partsOfMean,
+                             base::Workers const &workers) {
     double extents = 0.0;
     for (Box const &box : m_boxes)
         extents += ExtentOf(box);
     double const partsOfExtent = extents > 0.0 ? partsOfMean * static_cast<double>(m_boxes.size()) / extents : 0.0;
-    std::vector<Box> parts;
+    std::vector<std::size_t> counts(stretches.size());
+    m_begins.assign(1, 0);
     for (std::size_t i = 0; i < stretches.size(); ++i) {
-        m_begins.push_back(parts.size());
-        double const count = std::clamp(std::ceil(ExtentOf(m_boxes[i]) * partsOfExtent), 1.0, kMostParts);
-        for (double k = 0.0; k < count; ++k) {
-            parts.push_back(count == 1.0 ? m_boxes[i]
-                                         : Grown(BoxOf(PartOf(*stretches[i], k / count, (k + 1.0) / count)), grown));
-            m_owners.push_back(static_cast<int>(i));
-        }
+        counts[i] =
+            static_cast<std::size_t>(std::clamp(std::ceil(ExtentOf(m_boxes[i]) * partsOfExtent), 1.0, kMostParts));
+        m_begins.push_back(m_begins.back() + counts[i]);
     }
-    m_begins.push_back(parts.size());
+    std::vector<Box> parts(m_begins.back());
+    m_owners.resize(parts.size());
+    workers.ForEach(stretches.size(), [&](std::size_t i) {
+        auto const count = static_cast<double>(counts[i]);
+        for (std::size_t part = 0; part < counts[i]; ++part) {
+            auto const k = static_cast<double>(part);
+            parts[m_begins[i] + part] =
+                counts[i] == 1 ? m_boxes[i] : Grown(BoxOf(PartOf(*stretches[i], k / count, (k + 1.0) / count)), grown);
+            m_owners[m_begins[i] + part] = static_cast<int>(i);
+        }
+    });
     m_boxes = std::move(parts);
-    m_isFound.assign(stretches.size(), false);
 }
 
-void StretchIndex::PackParts(std::vector<int> groups) {
+void StretchIndex::PackParts(std::vector<int> groups, base::Workers const &workers) {
     std::vector<int> groupsOfParts;
     if (!groups.empty())
         for (int const owner : m_owners)
             groupsOfParts.push_back(groups[Index(owner)]);
-    m_index = BoxIndex(m_boxes, groupsOfParts);
+    m_index = BoxIndex(m_boxes, workers, groupsOfParts);
     m_groups = std::move(groups);
 }
 
-void StretchIndex::AddOwners(Box const &query, int passedOver, std::vector<int> &out) {
-    m_index.Find(query, m_found, passedOver);
-    for (int const box : m_found)
-        if (int const owner = OwnerOf(box); !m_isFound[Index(owner)]) {
-            m_isFound[Index(owner)] = true;
+void StretchIndex::AddOwners(Box const &query, int passedOver, std::vector<int> &out, Search &search) const {
+    search.isFound.resize(m_ranks.size(), false);
+    m_index.Find(query, search.boxes, passedOver);
+    for (int const box : search.boxes)
+        if (int const owner = OwnerOf(box); !search.isFound[Index(owner)]) {
+            search.isFound[Index(owner)] = true;
             out.push_back(owner);
         }
 }
@@ -117,18 +124,18 @@ void StretchIndex::Arrange(std::vector<int> &stretches) const {
     stretches.erase(std::unique(stretches.begin(), stretches.end()), stretches.end());
 }
 
-void StretchIndex::Find(Box const &query, std::vector<int> &out, int passedOver) {
+void StretchIndex::Find(Box const &query, std::vector<int> &out, Search &search, int passedOver) const {
     if (!IsCrowded()) {
         m_index.Find(query, out);
         return;
     }
     out.clear();
-    AddOwners(query, passedOver, out);
+    AddOwners(query, passedOver, out, search);
     for (int const owner : out)
-        m_isFound[Index(owner)] = false;
+        search.isFound[Index(owner)] = false;
 }
 
-void StretchIndex::FindNear(int stretch, std::vector<int> &out) {
+void StretchIndex::FindNear(int stretch, std::vector<int> &out, Search &search) const {
     if (!IsCrowded()) {
         m_index.Find(m_boxes[Index(stretch)], out);
         return;
@@ -136,9 +143,9 @@ void StretchIndex::FindNear(int stretch, std::vector<int> &out) {
     out.clear();
     int const group = m_groups.empty() ? BoxIndex::kNoGroup : m_groups[Index(stretch)];
     for (std::size_t part = m_begins[Index(stretch)]; part < m_begins[Index(stretch) + 1]; ++part)
-        AddOwners(m_boxes[part], group, out);
+        AddOwners(m_boxes[part], group, out, search);
     for (int const owner : out)
-        m_isFound[Index(owner)] = false;
+        search.isFound[Index(owner)] = false;
 }
 
 } // namespace zvi::lib::drawing

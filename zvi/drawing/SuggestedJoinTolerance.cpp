@@ -44,7 +44,7 @@ double Farthest(Box const &box, DrawingPoint p) {
 
 std::vector<Box> BoxesOf(std::vector<DrawingCurve> const &curves) {
     std::vector<Box> boxes;
-    for (Stretch const &s : ReadCurves(curves, 0.0).stretches)
+    for (Stretch const &s : ReadCurves(curves, 0.0, base::Workers()).stretches)
         boxes.push_back(BoxOf(s));
     return boxes;
 }

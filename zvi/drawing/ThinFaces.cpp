@@ -227,13 +227,13 @@ std::vector<int> ThinnestFirst(PlanarMap const &map, FaceWalks const &faces, dou
 class ThinFaces {
 public:
     ThinFaces(PlanarMap &map, double tolerance, double snap, Landmarks const &landmarks,
-              std::vector<DroppedEdge> &dropped)
-        : m_map(map), m_tolerance(tolerance), m_same(SameDistance(tolerance, snap, landmarks)), m_snap(snap),
-          m_landmarks(landmarks), m_dropped(dropped) {}
+              std::vector<DroppedEdge> &dropped, base::Workers const &workers)
+        : m_workers(workers), m_map(map), m_tolerance(tolerance), m_same(SameDistance(tolerance, snap, landmarks)),
+          m_snap(snap), m_landmarks(landmarks), m_dropped(dropped) {}
 
     /// Collapses what is thin now, the thinnest first. Returns whether there was anything.
     bool Collapse() {
-        FaceWalks const faces = WalkFaces(m_map);
+        FaceWalks const faces = WalkFaces(m_map, m_workers);
         // What lets no disc of the tolerance in has less area than this.
         std::vector<int> const thin = ThinnestFirst(m_map, faces, m_same, m_landmarks, [&](FaceWalk const &face) {
             return face.area < 0.5 * m_tolerance * face.perimeter;
@@ -332,6 +332,7 @@ private:
         m_dropped.push_back({later.Edge(), original.Edge(), m_map.NextPart(original.Edge())});
     }
 
+    base::Workers m_workers;
     PlanarMap &m_map;
     double m_tolerance;
     double m_same; ///< a distance that is nothing
@@ -358,18 +359,19 @@ int LongestOuterEdge(PlanarMap const &map, FaceWalks const &faces, HalfEdge firs
 } // namespace
 
 void CollapseThinFaces(PlanarMap &map, double tolerance, double snap, Landmarks const &landmarks,
-                       std::vector<DroppedEdge> &dropped) {
+                       std::vector<DroppedEdge> &dropped, base::Workers const &workers) {
     SetAsideUnboundingEdges(map);
-    while (ThinFaces(map, tolerance, snap, landmarks, dropped).Collapse()) {
-        ContractShortEdges(map, tolerance, snap, landmarks, dropped);
+    while (ThinFaces(map, tolerance, snap, landmarks, dropped, workers).Collapse()) {
+        ContractShortEdges(map, tolerance, snap, landmarks, dropped, workers);
         SetAsideUnboundingEdges(map);
     }
 }
 
-FaceWalks DropEmptyFaces(PlanarMap &map, double same, Landmarks const &landmarks, std::vector<DroppedEdge> &dropped) {
+FaceWalks DropEmptyFaces(PlanarMap &map, double same, Landmarks const &landmarks, std::vector<DroppedEdge> &dropped,
+                         base::Workers const &workers) {
     for (;;) {
         bool any = false;
-        FaceWalks faces = WalkFaces(map);
+        FaceWalks faces = WalkFaces(map, workers);
         std::vector<bool> isTouched(faces.walks.size(), false);
         auto const isEmpty = [&](FaceWalk const &face) { return face.area <= 0.5 * same * face.perimeter; };
         for (int const face : ThinnestFirst(map, faces, same, landmarks, isEmpty)) {

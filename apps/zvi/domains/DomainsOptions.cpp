@@ -44,6 +44,7 @@ struct RawOptions {
     std::optional<std::string> chordError;
     std::optional<std::string> svg;
     std::optional<std::string> dxf;
+    std::optional<std::string> threads;
     bool noSplit = false;
     bool noProgress = false;
 };
@@ -80,6 +81,8 @@ void Describe(CLI::App &app, DomainsOptions &options, RawOptions &raw) {
     app.add_flag("--dxf-cut", options.dxfForm.cut, "There the cut pieces of the borders instead, each once");
     app.add_flag("--dxf-leftovers", options.dxfForm.leftovers,
                  std::string("There what is left over as well, on the layer ") + kLeftoverLayer);
+    app.add_option("--threads", raw.threads, "Let so many threads work on a large drawing; 0: as many as there are (1)")
+        ->type_name("N");
     app.add_flag("--no-progress", raw.noProgress, "Do not show on a terminal what goes on");
     app.add_option("--color", options.color, "Colour: auto, always, never (auto)")->type_name("WHEN");
 }
@@ -92,12 +95,22 @@ double Distance(std::string const &option, std::string const &word, bool zeroAll
     return *value;
 }
 
+int Threads(std::string const &word) {
+    constexpr long long kMost = 256;
+    std::optional<long long> const count = ParseInteger(word);
+    if (!count || *count < 0 || *count > kMost)
+        throw UsageError("--threads needs a number from 0 to " + std::to_string(kMost) + ", not '" + word + "'");
+    return static_cast<int>(*count);
+}
+
 void Interpret(DomainsOptions &options, RawOptions const &raw) {
     if (raw.join)
         options.reading.join = Distance("--join", *raw.join, true);
     if (raw.chordError)
         options.reading.chordError.absolute = Distance("--chord-error", *raw.chordError, false);
     options.drawing.split = !raw.noSplit;
+    if (raw.threads)
+        options.drawing.threads = Threads(*raw.threads);
     options.progress = !raw.noProgress;
     options.reading.layers = raw.layers;
     if (options.listLayers && raw.layers.empty())

@@ -69,6 +69,7 @@ TEST(Program, RefusesWrongUsageAndSuggests) {
         {{"domains", "a.dxf", "b.dxf"}, "zvi: one drawing at a time; 'b.dxf' is one too many\n"},
         {{"domains", "--join", "-1"}, "zvi: --join needs a distance in drawing units, 0 or more, not '-1'\n"},
         {{"domains", "--join=nan"}, "zvi: --join needs a distance in drawing units, 0 or more, not 'nan'\n"},
+        {{"domains", "--threads", "-2"}, "zvi: --threads needs a number from 0 to 256, not '-2'\n"},
         {{"domains", "--chord-error", "0"}, "zvi: --chord-error needs a distance in drawing units above 0, not '0'\n"},
         {{"domains", "--color", "red"}, "zvi: --color is auto, always or never, not 'red'\n"},
         {{"domains", "--join", ""}, "zvi: --join needs a distance in drawing units, 0 or more, not ''\n"},

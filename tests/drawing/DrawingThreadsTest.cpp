@@ -1,0 +1,158 @@
+// However many threads work on a drawing, it comes out the same to the last bit. Run under the thread sanitizer too.
+
+#include "tests/ResultHash.h"
+#include "zvi/drawing/CutDrawingCurves.h"
+#include "zvi/drawing/MakeDrawingDomains.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <numbers>
+#include <random>
+#include <thread>
+
+namespace zvi::lib::test {
+
+namespace {
+
+class Sketch {
+public:
+    double Any(double low, double high) {
+        return low + (high - low) * (static_cast<double>(m_random() >> 11) * 0x1p-53);
+    }
+    DrawingPoint Near(DrawingPoint p, double distance) {
+        return {p.x + Any(-distance, distance), p.y + Any(-distance, distance)};
+    }
+    void Line(DrawingPoint a, DrawingPoint b) { Add({.start = a, .end = b}); }
+    void Circle(DrawingPoint center, double radius) {
+        Add({.type = DrawingCurveType::kCircle, .center = center, .radius = radius});
+    }
+    void Arc(DrawingPoint c, double radius, double from, double to) {
+        Add({.type = DrawingCurveType::kArc,
+             .start = {c.x + radius * std::cos(from), c.y + radius * std::sin(from)},
+             .end = {c.x + radius * std::cos(to), c.y + radius * std::sin(to)},
+             .center = c,
+             .radius = radius});
+    }
+    std::vector<DrawingCurve> Take() { return std::move(m_curves); }
+
+private:
+    void Add(DrawingCurve curve) {
+        curve.id = static_cast<unsigned int>(m_curves.size()) + 1;
+        m_curves.push_back(curve);
+    }
+
+    std::mt19937_64 m_random{7};
+    std::vector<DrawingCurve> m_curves;
+};
+
+/// Short curves of every kind that cross, nearly meet, lie on one another, hang loose, or stand in one another.
+std::vector<DrawingCurve> Clutter(int count) {
+    Sketch sketch;
+    double const side = 2.0 * std::sqrt(count), near = 0.01;
+    for (int i = 0; i < count; i += 4) {
+        DrawingPoint const a{sketch.Any(0.0, side), sketch.Any(0.0, side)}, b = sketch.Near(a, 8.0);
+        sketch.Line(a, b);
+        sketch.Line(sketch.Near(b, near), sketch.Near(a, 8.0));
+        if (i % 20 == 0)
+            sketch.Line(sketch.Near(a, 1e-3), sketch.Near(b, 1e-3));
+        double const from = sketch.Any(0.0, 6.0);
+        sketch.Arc(sketch.Near(a, 4.0), sketch.Any(0.5, 4.0), from, from + sketch.Any(0.3, 6.0));
+        sketch.Circle(sketch.Near(a, 4.0), sketch.Any(0.1, 2.0));
+    }
+    return sketch.Take();
+}
+
+/// Parts that stand in one another, and boxes that all meet.
+std::vector<DrawingCurve> ConcentricCircles(int count) {
+    Sketch sketch;
+    for (int i = 1; i <= count; ++i)
+        sketch.Circle({3.0, 4.0}, i);
+    return sketch.Take();
+}
+
+/// Lines that all cross in one point, so that each gap between them ends there.
+std::vector<DrawingCurve> Star(int count) {
+    Sketch sketch;
+    for (int i = 0; i < count; ++i) {
+        double const angle = std::numbers::pi * (i + 0.3) / count;
+        sketch.Line({-9.0 * std::cos(angle), -9.0 * std::sin(angle)}, {8.0 * std::cos(angle), 8.0 * std::sin(angle)});
+    }
+    sketch.Circle({0.0, 0.0}, 7.0);
+    return sketch.Take();
+}
+
+void Add(ResultHash &hash, DrawingPiece const &piece) {
+    for (double const number : {piece.from, piece.to, piece.start.x, piece.start.y, piece.end.x, piece.end.y,
+                                piece.center.x, piece.center.y, piece.radius})
+        hash.Add(number);
+    hash.Add(piece.curve);
+    hash.Add(static_cast<int>(piece.type) + (piece.reversed ? 8 : 0) + (piece.clockwise ? 16 : 0));
+}
+
+void Add(ResultHash &hash, std::vector<DrawingLeftover> const &leftovers, DrawingCounts const &counts) {
+    for (DrawingLeftover const &left : leftovers) {
+        Add(hash, left.piece);
+        hash.Add(static_cast<int>(left.reason));
+    }
+    for (int const count : {counts.joined, counts.cut, counts.duplicates})
+        hash.Add(count);
+}
+
+std::uint64_t Everything(std::vector<DrawingCurve> const &curves, DrawingOptions const &options) {
+    ResultHash hash;
+    DrawingResult const result = MakeDrawingDomains(curves, options);
+    for (DrawingDomain const &domain : result.domains) {
+        for (DrawingPiece const &piece : domain.outer)
+            Add(hash, piece);
+        for (std::vector<DrawingPiece> const &hole : domain.holes)
+            for (DrawingPiece const &piece : hole)
+                Add(hash, piece);
+        hash.Add(domain.area);
+        hash.Add(domain.perimeter);
+    }
+    Add(hash, result.leftovers, result.counts);
+    for (DrawingGap const &gap : result.gaps)
+        for (double const number : {gap.at.x, gap.at.y, gap.distance, gap.closingTolerance})
+            hash.Add(number);
+    DrawingPieces const cut = CutDrawingCurves(curves, options);
+    for (DrawingPiece const &piece : cut.pieces)
+        Add(hash, piece);
+    Add(hash, cut.leftovers, cut.counts);
+    return hash.Value();
+}
+
+} // namespace
+
+TEST(DrawingThreads, DoNotChangeABitOfTheResult) {
+    struct {
+        char const *name;
+        std::vector<DrawingCurve> curves;
+        DrawingOptions options;
+    } const rows[] = {{"clutter", Clutter(6000), {.joinTolerance = 0.02}},
+                      {"clutter as written", Clutter(3000), {.joinTolerance = 0.0}},
+                      {"clutter with duplicates", Clutter(3000), {.joinTolerance = 0.02, .keepDuplicates = true}},
+                      {"clutter not split", Clutter(3000), {.joinTolerance = 0.02, .split = false}},
+                      {"concentric circles", ConcentricCircles(2200), {}},
+                      {"star", Star(2200), {}}};
+    for (auto const &row : rows) {
+        SCOPED_TRACE(row.name);
+        std::uint64_t const expected = Everything(row.curves, row.options);
+        for (int const threads : {2, 3, 8}) {
+            DrawingOptions options = row.options;
+            options.threads = threads;
+            EXPECT_EQ(Everything(row.curves, options), expected) << threads << " threads";
+        }
+    }
+}
+
+TEST(DrawingThreads, ProgressIsToldOnTheThreadOfTheCall) {
+    DrawingOptions options;
+    options.threads = 3;
+    std::thread::id const mine = std::this_thread::get_id();
+    int told = 0;
+    MakeDrawingDomains(Clutter(3000), options, [&](double) { told += std::this_thread::get_id() == mine ? 1 : -1000; });
+    EXPECT_GT(told, 3);
+}
+
+} // namespace zvi::lib::test
