@@ -12,8 +12,9 @@ namespace zvi::test {
 template <typename Write>
 bool IsKilledWhileItCalls(Write write, int first, unsigned int microseconds) {
     pid_t const writer = ::fork();
-    for (int number = first; writer == 0; ++number)
-        write(number);
+    if (writer == 0)
+        for (int number = first;; ++number)
+            write(number);
     if (writer < 0)
         return false;
     ::usleep(microseconds);

@@ -43,7 +43,7 @@ TEST(Workers, DoEachThingOnceInWhateverParts) {
 
 TEST(Workers, WhatTheFirstTaskThrowsGoesToTheCaller) {
     base::Workers const workers(3);
-    for (std::size_t const first : {0, 1, 5}) {
+    for (std::size_t const first : {0U, 1U, 5U}) {
         try {
             workers.Do(40, [&](std::size_t i) {
                 if (i >= first)

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -170,10 +171,13 @@ int RunScript(Words const &words) {
 } // namespace
 
 #ifdef _WIN32
-int wmain(int argc, wchar_t **argv) {
+int wmain(int argc, wchar_t **argv) try {
     _setmode(_fileno(stdout), _O_BINARY);
 #else
-int main(int argc, char **argv) {
+int main(int argc, char **argv) try {
 #endif
     return RunScript({argv + 1, argv + argc});
+} catch (std::exception const &error) {
+    std::fputs(error.what(), stderr);
+    return 2;
 }

@@ -15,6 +15,8 @@
 #include "zvi/spatial/MOcTree.h"
 #include "zvi/spatial/MQuadTree.h"
 
+#include <exception>
+
 using namespace zvi;
 using namespace zvi::lib;
 
@@ -22,7 +24,7 @@ using namespace zvi::lib;
     asm volatile("");
 }
 
-int main() {
+int main() try {
     CString const text(L"4 µm");
     CString const empty;
     MArray<int> const array = {3, 1, 2};
@@ -37,13 +39,15 @@ int main() {
     CMap<int, int> const clientMap = {{1, 10}, {9, 90}};
     MFixedSizeMemMgr const pool(24, 4096);
     CSimpleMemMgr const simplePool(8, 0);
-    T_LINE_G const line = T_LINE_G().Set({0, 0, 0}, {1, 2, 3});
-    T_LINE_G const circle = T_LINE_G().Set({1, 1, 0}, 2.5, {0, 0, 1});
-    T_LINE_G const arc = T_LINE_G().Set({1, 0, 0}, {0, 1, 0}, 1, {0, 0, 0}, {0, 0, 1}, 1, 1e-4);
+    [[maybe_unused]] T_LINE_G const line = T_LINE_G().Set({0, 0, 0}, {1, 2, 3});
+    [[maybe_unused]] T_LINE_G const circle = T_LINE_G().Set({1, 1, 0}, 2.5, {0, 0, 1});
+    [[maybe_unused]] T_LINE_G const arc = T_LINE_G().Set({1, 0, 0}, {0, 1, 0}, 1, {0, 0, 0}, {0, 0, 1}, 1, 1e-4);
     MQuadTree tree;
     tree.Insert(7U, {0, 0, 1, 1});
     MOcTree const spaceTree;
-    MVector<double, 2> const pair(1, 2);
-    MVector<double, 3> const triple(1, 2, 3);
+    [[maybe_unused]] MVector<double, 2> const pair(1, 2);
+    [[maybe_unused]] MVector<double, 3> const triple(1, 2, 3);
     Show();
+} catch (std::exception const &) {
+    return 1;
 }

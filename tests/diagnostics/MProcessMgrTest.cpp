@@ -65,27 +65,27 @@ protected:
 
     void Start(MProcessCommunicator &heard, std::wstring const &words, CDocument *document = nullptr,
                int manyLines = 0) const {
-        ASSERT_EQ(RunChild(&heard, words, folder.Path(), document, manyLines), 0);
+        ASSERT_EQ(RunChild(&heard, words, m_folder.Path(), document, manyLines), 0);
     }
 
     void WaitUntilThere(char const *file) const {
-        while (!std::filesystem::exists(folder.Native(file)))
+        while (!std::filesystem::exists(m_folder.Native(file)))
             std::this_thread::yield();
     }
 
     /// Waits until no process holds a file that children hold with "hold".
     void WaitUntilFree(char const *file) const {
 #ifdef _WIN32
-        while (!std::filesystem::remove(folder.Native(file), *std::make_unique<std::error_code>()))
+        while (!std::filesystem::remove(m_folder.Native(file), *std::make_unique<std::error_code>()))
             std::this_thread::yield();
 #else
-        int const lock = open(folder.Native(file).c_str(), O_RDWR | O_CREAT, 0600);
+        int const lock = open(m_folder.Native(file).c_str(), O_RDWR | O_CREAT, 0600);
         EXPECT_EQ(flock(lock, LOCK_EX), 0);
         close(lock);
 #endif
     }
 
-    zvi::test::TemporaryFolder const folder;
+    zvi::test::TemporaryFolder const m_folder;
 };
 
 } // namespace
@@ -104,7 +104,7 @@ TEST_F(MProcessMgrTest, TellsLinesAndHowTheChildEnds) {
         {L"errors x bytes 790a", {"x\r", "y\r", "!Exit:0"}},
         {L"bytes 61 die", {"a\r", "!Exit:137"}},
         {L"input", {"0\r", "!Exit:0"}},
-        {L"folder", {folder.Native("x").parent_path().filename().string() + "\r", "!Exit:0"}},
+        {L"folder", {m_folder.Native("x").parent_path().filename().string() + "\r", "!Exit:0"}},
         {L"bytes 61 close exit 5", {"a\r", "!Exit:5"}},
         // A daemon keeps the pipe and is left alone.
         {L"daemon wait over touch done ; bytes 61 exit 4", {"a\r", "!Exit:4"}},
@@ -129,7 +129,7 @@ TEST_F(MProcessMgrTest, TellsLinesAndHowTheChildEnds) {
 #ifndef _WIN32
     close(open);
 #endif
-    folder.Write("over", "");
+    m_folder.Write("over", "");
     WaitUntilThere("done");
 }
 
@@ -155,7 +155,7 @@ TEST_F(MProcessMgrTest, RefusesThe101stChild) {
     EXPECT_EQ(RunChild(&last, L""), -4);
     EXPECT_EQ(last.IsAlive(), 0);
     EXPECT_EQ(heard[7].IsAlive(), 1);
-    folder.Write("go", "");
+    m_folder.Write("go", "");
     for (Heard &each : heard)
         EXPECT_TRUE(each.ToTheEnd() == Lines(kLinesOfEach));
 }
@@ -165,9 +165,9 @@ TEST_F(MProcessMgrTest, RefusesAMissingProgramAndReportsOneThatCannotRun) {
     // A self-deleting communicator is gone, as its run would be.
     EXPECT_EQ(manager->Run(L"no\\such\\program", L"", L"", 0, 1, new Heard(1), 0, 0, nullptr), -2);
     EXPECT_EQ(manager->Run(nullptr, nullptr, nullptr, 0, 1, nullptr, 0, 0, nullptr), -2);
-    folder.Write("text", "not a program");
+    m_folder.Write("text", "not a program");
     Heard heard;
-    EXPECT_EQ(manager->Run(folder.Path("text").c_str(), L"", L"", 0, 1, &heard, 0, 0, nullptr), 0);
+    EXPECT_EQ(manager->Run(m_folder.Path("text").c_str(), L"", L"", 0, 1, &heard, 0, 0, nullptr), 0);
     EXPECT_EQ(heard.ToTheEnd(), Texts{"!Exit:0"});
     EXPECT_NE(heard.startError, 0U);
 }
@@ -189,7 +189,7 @@ TEST_F(MProcessMgrTest, StopsAChildThatWritesAndWhatItHasStarted) {
     EXPECT_EQ(heard.IsAlive(), 0);
     EXPECT_EQ(heard.SendMsg(L"!Stop"), -1);
     EXPECT_EQ(closed.IsAlive(), 1);
-    folder.Write("end", "");
+    m_folder.Write("end", "");
     EXPECT_EQ(closed.ToTheEnd(), (Texts{"a\r", "!Exit:5"}));
 }
 
@@ -209,7 +209,7 @@ TEST_F(MProcessMgrTest, ClosesTheChildrenOfADocument) {
         EXPECT_EQ(silent.SendMsg(L"!Stop"), -1);
         EXPECT_EQ(flooding.IsAlive(), 0);
         WaitUntilFree("held");
-        folder.Write("go", "");
+        m_folder.Write("go", "");
         EXPECT_EQ(other.ToTheEnd(), Lines(1));
         EXPECT_EQ(silent.texts, Texts{"0\r"});
     }

@@ -124,7 +124,7 @@ TEST(MFileCtrl, NamesMayHoldAColonAndNoneOfEightCharacters) {
 }
 
 TEST_F(MFileCtrlFiles, AreCopiedAndCounted) {
-    std::string const bytes("one\r\ntwo\0\n\x1A three", 18);
+    std::string const bytes("one\r\ntwo\0\n\x1A three", 17);
     m_folder.Write("a", bytes);
     EXPECT_EQ(MFileCtrl::CopyFileW(Path("a"), Path("b")), 1);
     EXPECT_EQ(m_folder.Read("b"), bytes);

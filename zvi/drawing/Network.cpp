@@ -51,6 +51,7 @@ Shape ShapeOf(NetworkEdge const &e) {
 
 void Network::MarkRepeated(std::vector<std::size_t> const &candidates, std::vector<bool> &isRepeated) {
     std::vector<std::pair<Shape, std::size_t>> order;
+    order.reserve(candidates.size());
     for (std::size_t const i : candidates)
         order.emplace_back(ShapeOf(edges[i]), i);
     std::sort(order.begin(), order.end());
