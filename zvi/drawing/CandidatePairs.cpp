@@ -127,7 +127,7 @@ void CandidatePairs::FindAll(base::Workers const &workers) {
 std::size_t CandidatePairs::PartCount() const {
     // Many of them, for finding pairs anew takes some edges much longer than others.
     std::size_t const count = m_index.IsCrowded() ? Index(m_edgeCount) : m_pairs.size();
-    return m_workers.PartsOf(count) == 1 ? 1 : kPartsOfWorker * m_workers.Count();
+    return m_workers.PartsOf(count) == 1 ? 1 : kPartsOfWorker * std::max(m_workers.Count(), std::size_t{1});
 }
 
 std::pair<std::size_t, std::size_t> CandidatePairs::RangeOf(std::size_t part) const {
