@@ -31,12 +31,15 @@ public:
     virtual void MsgClear(CDocument *document) = 0;
     /// Shows a line.
     virtual void MsgOut(CDocument *document, wchar_t const *text) = 0;
+    /// Shows a line in place of the last one.
     virtual void MsgOutSamePos(CDocument *document, wchar_t const *text) = 0;
     /// Shows a line as an error.
     virtual void MsgOutError(CDocument *document, wchar_t const *text) = 0;
+    /// Shows a line as an error in place of the last one.
     virtual void MsgOutSamePosError(CDocument *document, wchar_t const *text) = 0;
     /// Shows a line as a warning.
     virtual void MsgOutWarning(CDocument *document, wchar_t const *text) = 0;
+    /// Shows a line as a warning in place of the last one.
     virtual void MsgOutSamePosWarning(CDocument *document, wchar_t const *text) = 0;
 
     /// The printer of the process, null without one. The object made last; the destruction of any clears it.

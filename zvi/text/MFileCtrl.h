@@ -72,6 +72,7 @@ public:
     /// Removes a folder with all that is in it. A link in it is removed and never followed; what cannot be removed
     /// stays.
     static void RemoveDirectoryRecursive(wchar_t const *path);
+    /// Whether there is such a file, and it is read-only.
     static int IsReadOnlyFile(wchar_t const *path);
     /// Appends the names of the folders in a folder, in order; 0 when there is no such folder. A doubled backslash of
     /// the path counts as one.
