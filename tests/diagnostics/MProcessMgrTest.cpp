@@ -238,8 +238,7 @@ TEST_F(MProcessMgrTest, StandsWhatIsDoneWithinAMessage) {
         Start(closing, L"lines 50 wait never", kDocument);
         Start(starting, L"lines 50");
         Start(next, L"lines 50");
-        PassUntil([&] { return next.hasEnded && starting.texts.size() == 53; });
-        EXPECT_EQ(count, 7);
+        PassUntil([&] { return count == 7 && next.hasEnded && starting.texts.size() == 53; });
         EXPECT_LE(closing.texts.size(), 1U);
         EXPECT_EQ(next.texts, Lines(50));
         EXPECT_EQ(starting.texts.back(), "!Exit:0");

@@ -162,6 +162,7 @@ int MFileCtrl::CopyFileW(wchar_t const *from, wchar_t const *to) {
     return std::fclose(target.release()) == 0 && isCopied ? 1 : 0;
 }
 
+// NOLINTBEGIN(performance-unnecessary-value-param): the signatures are those that callers know
 int MFileCtrl::GetAbsoluteToRelativePath(CString base, CString path, CString &result) {
     std::optional<CString> const way = text::PathFromFolder(FolderOf(base), path);
     if (!way)
@@ -189,6 +190,7 @@ int MFileCtrl::GetRelativeToAbsolutePath(CString base, CString path, CString &re
     result = text::CanonicalPath(folder + L"\\" + path);
     return 1;
 }
+// NOLINTEND(performance-unnecessary-value-param)
 
 int MFileCtrl::MakeDirectory(wchar_t const *path) {
     if (host::FindFiles(View(CString(path) + L"\\*.*")).empty())
