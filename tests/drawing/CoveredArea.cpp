@@ -386,11 +386,14 @@ private:
         for (std::size_t i = 0; i < m_link.size(); ++i)
             sums[Index(Root(static_cast<int>(i)))] += m_area[i];
         ScannedRegions regions;
-        for (std::size_t i = 0; i < sums.size(); ++i)
-            if (static_cast<int>(i) != Root(0) && sums[i] > kOpening * m_size * m_length) {
-                regions.areas.push_back(static_cast<double>(sums[i]));
-                regions.total += regions.areas.back();
-            }
+        sums[Index(Root(0))] = 0.0L;
+        for (Real const sum : sums) {
+            double const area = static_cast<double>(std::max(sum, 0.0L));
+            bool const isThin = sum <= kOpening * m_size * m_length;
+            (isThin ? regions.thin : regions.total) += area;
+            if (!isThin)
+                regions.areas.push_back(area);
+        }
         std::sort(regions.areas.rbegin(), regions.areas.rend());
         return regions;
     }

@@ -13,10 +13,11 @@ enum class Gaps {
     kAll      ///< all below the tolerance, places where curves pass one another included
 };
 
-/// Areas of the bounded regions that the curves cut the plane into, the largest first, and their sum.
+/// The bounded regions that the curves cut the plane into.
 struct ScannedRegions {
-    std::vector<double> areas;
-    double total = 0.0;
+    std::vector<double> areas; ///< the largest first
+    double total = 0.0;        ///< their sum
+    double thin = 0.0;         ///< the sum of those that are as thin as rounding, which are not listed
 };
 
 /// Found by a vertical scan: walls through all ends and crossings, between them cells from curve to curve, and cells on

@@ -9,7 +9,11 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
+#include <iterator>
 #include <numeric>
+#include <unordered_map>
+#include <utility>
 
 namespace zvi::lib::drawing {
 
@@ -20,6 +24,10 @@ constexpr double kCoarser = 16.0;
 
 /// A place has drawn an edge to it when it misses the edge by more than so many units of rounding.
 constexpr double kDrawnInRoundings = 2.0;
+
+/// So many units of rounding do not come to be one place: a drawing that had to be seen that coarsely would come from a
+/// mistake of ours.
+constexpr double kCoarsestInRoundings = 0x1p20;
 
 /// With every coordinate 0 there is no rounding, but a snap distance there must be.
 constexpr double kSmallestSnap = 1e-300;
@@ -44,17 +52,26 @@ std::vector<bool> BareStarts(Network const &network, std::vector<Incidence> cons
     return isBare;
 }
 
-/// Two edges that meet: one where the other ends, at `place`, or both inside, at the point `at`.
+/// What a meeting of two edges is.
+enum class MeetingKind {
+    kEnd,     ///< the second one ends at `place`, inside the first one
+    kInside,  ///< both are cut at the point `at`
+    kTogether ///< they cross where they keep together, and have no place there for it
+};
+
+/// Where two edges meet, or how.
 struct EdgeMeeting {
+    MeetingKind kind = MeetingKind::kTogether;
     EdgePair edges;
-    int place = -1; ///< inside the first edge; -1 for a point inside both
+    int place = -1;
     DrawingPoint at;
 };
 
 /// Finds where pairs of edges meet, without changing the network.
 class PairMeetings {
 public:
-    explicit PairMeetings(Network const &network) : m_network(network) {}
+    /// With `keepStarts` circles start at a place, as if they ended there.
+    PairMeetings(Network const &network, bool keepStarts) : m_network(network), m_keepStarts(keepStarts) {}
 
     /// Calls `note(EdgeMeeting)` for each meeting of a pair.
     template <typename Note>
@@ -74,6 +91,8 @@ public:
             DrawingPoint const aside = m_contactCount > 0 ? m_contacts[0] : a.stretch.start;
             Approach const approach = ApproachOf(a.stretch, b.stretch, aside - a.stretch.center);
             if (approach.exists && approach.distance < m_network.snap) {
+                if (isLens && Distance(crossings.points[0], crossings.points[1]) >= kAtContact * m_network.snap)
+                    note(EdgeMeeting{MeetingKind::kTogether, pair, -1, {}});
                 AddMeeting(pair, approach.onFirst, note);
                 return;
             }
@@ -86,13 +105,14 @@ private:
     NetworkEdge const &EdgeAt(int i) const { return m_network.edges[Index(i)]; }
 
     /// Looks at the ends of the second edge of a pair, `own`, beside the first one. Where a circle is taken to start is
-    /// no end.
+    /// none, unless starts are kept.
     template <typename Note>
     void LookAtEnds(NetworkEdge const &own, EdgePair pair, Note const &note) {
-        if (own.stretch.IsFullTurn())
-            return;
-        LookAtEnd(own.startPlace, pair, note);
-        LookAtEnd(own.endPlace, pair, note);
+        bool const isFullTurn = own.stretch.IsFullTurn();
+        if (!isFullTurn || m_keepStarts)
+            LookAtEnd(own.startPlace, pair, note);
+        if (!isFullTurn)
+            LookAtEnd(own.endPlace, pair, note);
     }
 
     template <typename Note>
@@ -105,26 +125,25 @@ private:
             return;
         m_contacts[Index(m_contactCount++)] = p;
         if (!isEnd)
-            note(EdgeMeeting{pair, place, p});
+            note(EdgeMeeting{MeetingKind::kEnd, pair, place, p});
     }
 
-    /// Whether a meeting point of two curves is one of their contacts but for rounding, or they do not part from one
-    /// another between the two.
-    bool IsContact(EdgePair pair, DrawingPoint meeting) const {
-        Stretch const &a = EdgeAt(pair.first).stretch, &b = EdgeAt(pair.second).stretch;
-        return std::any_of(m_contacts.begin(), m_contacts.begin() + m_contactCount, [&](DrawingPoint contact) {
-            return Distance(contact, meeting) < kAtContact * m_network.snap ||
-                   StayNear(a, b, contact, meeting, m_network.snap);
-        });
-    }
-
+    /// Notes a meeting point of two curves, unless it is one of their contacts but for rounding, or they do not part
+    /// from one another between the two.
     template <typename Note>
     void AddMeeting(EdgePair pair, DrawingPoint p, Note const &note) {
-        if (!IsContact(pair, p))
-            note(EdgeMeeting{pair, -1, p});
+        Stretch const &a = EdgeAt(pair.first).stretch, &b = EdgeAt(pair.second).stretch;
+        auto const begin = m_contacts.begin(), end = begin + m_contactCount;
+        auto const isAt = [&](DrawingPoint contact) { return Distance(contact, p) < kAtContact * m_network.snap; };
+        auto const keepTogether = [&](DrawingPoint contact) { return StayNear(a, b, contact, p, m_network.snap); };
+        if (std::any_of(begin, end, isAt))
+            return;
+        bool const isTogether = std::any_of(begin, end, keepTogether);
+        note(EdgeMeeting{isTogether ? MeetingKind::kTogether : MeetingKind::kInside, pair, -1, p});
     }
 
     Network const &m_network;
+    bool m_keepStarts;
     std::array<DrawingPoint, 4> m_contacts; ///< of the pair looked at: ends of one edge that lie on the other
     int m_contactCount = 0;
 };
@@ -132,7 +151,8 @@ private:
 /// Finds the places inside each edge of a network.
 class IncidenceFinder {
 public:
-    IncidenceFinder(Network &network, base::Workers const &workers) : m_network(network), m_workers(workers) {}
+    IncidenceFinder(Network &network, bool keepStarts, base::Workers const &workers)
+        : m_network(network), m_keepStarts(keepStarts), m_workers(workers), m_meetings(network, keepStarts) {}
 
     void LookAt(EdgePair pair) {
         m_meetings.LookAt(pair, [this](EdgeMeeting const &meeting) { Add(meeting); });
@@ -145,7 +165,7 @@ public:
         for (std::size_t first = 0; first < parts && window > 0; first += window) {
             std::vector<std::vector<EdgeMeeting>> found(std::min(window, parts - first));
             m_workers.Do(found.size(), [&](std::size_t i) {
-                PairMeetings meetings(m_network);
+                PairMeetings meetings(m_network, m_keepStarts);
                 std::vector<EdgeMeeting> kept;
                 auto const keep = [&](EdgeMeeting const &meeting) { kept.push_back(meeting); };
                 pairs.ForEachIn(first + i, [&](EdgePair pair) { meetings.LookAt(pair, keep); });
@@ -160,12 +180,15 @@ public:
     }
 
     /// Lets edges run through the places that come near them, as far as those have drawn other edges, or through all
-    /// places that come near them; where a circle is taken to start is none.
+    /// places that come near them; where a circle is taken to start is none, unless starts are kept.
     void DrawEdgesToPlaces(bool all) {
         std::vector<bool> draws(m_network.places.Places().size(), false);
         if (all) {
-            draws = BareStarts(m_network, m_incidences);
+            if (!m_keepStarts)
+                draws = BareStarts(m_network, m_incidences);
             draws.flip();
+        } else {
+            SharePlaces();
         }
         bool any = all;
         for (Incidence const &i : m_incidences) {
@@ -188,8 +211,7 @@ public:
             DrawingPoint const p = m_network.Place(place);
             index.Find({p.x, p.y, p.x, p.y}, found, search);
             for (int const edge : found)
-                if (Foot foot; !EdgeAt(edge).EndsAt(place) && FootOn(EdgeAt(edge).stretch, p, foot, m_network.snap))
-                    m_incidences.push_back({edge, place, 0.0});
+                AddIfNear(edge, place);
         }
     }
 
@@ -213,21 +235,65 @@ private:
     NetworkEdge const &EdgeAt(int i) const { return m_network.edges[Index(i)]; }
 
     void Add(EdgeMeeting const &meeting) {
-        int place = meeting.place;
-        if (place >= 0) {
-            m_incidences.push_back({meeting.edges.first, place, 0.0});
+        switch (meeting.kind) {
+        case MeetingKind::kEnd:
+            m_incidences.push_back({meeting.edges.first, meeting.place, 0.0});
             return;
+        case MeetingKind::kTogether:
+            m_together.push_back(meeting.edges);
+            return;
+        case MeetingKind::kInside:
+            int const place = m_network.places.NearestOrAdd(meeting.at, m_network.snap);
+            for (int const edge : {meeting.edges.first, meeting.edges.second})
+                if (!EdgeAt(edge).EndsAt(place))
+                    m_incidences.push_back({edge, place, 0.0});
         }
-        place = m_network.places.NearestOrAdd(meeting.at, m_network.snap);
-        for (int const edge : {meeting.edges.first, meeting.edges.second})
-            if (!EdgeAt(edge).EndsAt(place))
-                m_incidences.push_back({edge, place, 0.0});
+    }
+
+    /// By edge the places inside it, each once, of the edges that keep together with others.
+    using PlacesInside = std::unordered_map<int, std::vector<int>>;
+    PlacesInside InsideTogether() const {
+        PlacesInside inside;
+        for (EdgePair const pair : m_together)
+            for (int const edge : {pair.first, pair.second})
+                inside[edge];
+        for (Incidence const &i : m_incidences)
+            if (auto const of = inside.find(i.edge); of != inside.end())
+                of->second.push_back(i.place);
+        for (auto &[edge, places] : inside) {
+            std::sort(places.begin(), places.end());
+            places.erase(std::unique(places.begin(), places.end()), places.end());
+        }
+        return inside;
+    }
+
+    /// Lets each of two edges that keep together run through the places of the other that it comes near: what crosses
+    /// the two there crosses them in the order that the places tell.
+    void SharePlaces() {
+        PlacesInside const inside = InsideTogether();
+        std::vector<int> missing;
+        for (EdgePair const pair : m_together)
+            for (auto const &[edge, other] : {std::pair(pair.first, pair.second), std::pair(pair.second, pair.first)}) {
+                std::vector<int> const &own = inside.at(edge), &others = inside.at(other);
+                missing.clear();
+                std::set_difference(others.begin(), others.end(), own.begin(), own.end(), std::back_inserter(missing));
+                for (int const place : missing)
+                    AddIfNear(edge, place);
+            }
+    }
+
+    void AddIfNear(int edge, int place) {
+        if (Foot foot;
+            !EdgeAt(edge).EndsAt(place) && FootOn(EdgeAt(edge).stretch, m_network.Place(place), foot, m_network.snap))
+            m_incidences.push_back({edge, place, 0.0});
     }
 
     Network &m_network;
+    bool m_keepStarts;
     base::Workers m_workers;
-    PairMeetings m_meetings{m_network};
+    PairMeetings m_meetings;
     std::vector<Incidence> m_incidences;
+    std::vector<EdgePair> m_together;
 };
 
 /// Makes the edges of the map from the edges of a network and the places inside them.
@@ -324,7 +390,7 @@ Arrangement ArrangeAt(UsableCurves const &curves, bool split, bool keepDuplicate
     std::vector<int> owners;
     if (curves.tolerance > snap)
         owners = AddConnectors(network, pairs, curves.tolerance, split, curves.landmarks, workers);
-    IncidenceFinder finder(network, workers);
+    IncidenceFinder finder(network, keepDuplicates, workers);
     if (split) {
         finder.LookAt(pairs);
         for (EdgePair const pair : pairs.OfConnectors(curveCount, owners))
@@ -347,8 +413,10 @@ Arrangement Arrange(UsableCurves const &curves, bool split, bool keepDuplicates,
     for (bool isThorough = false;; snap *= isThorough ? kCoarser : 1.0, isThorough = true)
         if (Arrangement arrangement =
                 ArrangeAt(curves, split, keepDuplicates, snap, isThorough, split && !keepDuplicates, workers);
-            !split || arrangement.map.IsPlanar())
+            !split || arrangement.map.IsPlanar()) {
+            assert(snap <= std::max(kCoarsestInRoundings * curves.rounding, kSmallestSnap));
             return arrangement;
+        }
 }
 
 } // namespace zvi::lib::drawing

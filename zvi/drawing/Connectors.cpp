@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
+#include <utility>
 
 namespace zvi::lib::drawing {
 
@@ -32,9 +34,23 @@ struct Gap {
     int toEdge = -1;
 };
 
+/// An end of one of two curves that comes near the other one.
+struct Contact {
+    int place = 0;
+    DrawingPoint at;
+    double distance = 0.0; ///< from the curve, 0 for ends that are near one another
+};
+
+/// A gap between two curves, unless one of the contacts that lie along it is connected.
+struct Waist {
+    Gap gap;
+    std::vector<Contact> contacts;
+};
+
 /// What was found beside some curves.
 struct FoundGaps {
     std::vector<Gap> gaps;
+    std::vector<Waist> waists;
     std::vector<int> metPlaces; ///< that a curve passes through, or where others end but for nothing
 };
 
@@ -54,11 +70,16 @@ public:
         if (!approach.exists || approach.distance >= m_tolerance || approach.distance < m_network.snap ||
             CrossingsOf(a.stretch, b.stretch).count > 0)
             return;
-        for (int i = 0; i < m_contactCount; ++i)
-            if (StayNear(a.stretch, b.stretch, m_contacts[Index(i)], approach.onFirst, m_tolerance))
-                return;
-        m_found.gaps.push_back(
-            {kCorner, approach.distance, approach.onFirst, approach.onSecond, -1, -1, pair.first, pair.second});
+        // Where one of them ends the gap is that of its end.
+        if (IsNearEnd(a.stretch, approach.onFirst, m_same) || IsNearEnd(b.stretch, approach.onSecond, m_same))
+            return;
+        Waist waist{{kCorner, approach.distance, approach.onFirst, approach.onSecond, -1, -1, pair.first, pair.second},
+                    {}};
+        std::copy_if(m_contacts.begin(), m_contacts.begin() + m_contactCount, std::back_inserter(waist.contacts),
+                     [&](Contact const &contact) {
+                         return StayNear(a.stretch, b.stretch, contact.at, approach.onFirst, m_tolerance);
+                     });
+        m_found.waists.push_back(std::move(waist));
     }
 
     /// Finds which ends lie on a curve of their own carrier.
@@ -74,8 +95,8 @@ public:
 private:
     NetworkEdge const &EdgeAt(int i) const { return m_network.edges[Index(i)]; }
 
-    bool IsNearEnd(Stretch const &s, DrawingPoint p) const {
-        return std::min(Distance(p, s.start), Distance(p, s.end)) < m_tolerance;
+    static bool IsNearEnd(Stretch const &s, DrawingPoint p, double distance) {
+        return !s.IsFullTurn() && std::min(Distance(p, s.start), Distance(p, s.end)) < distance;
     }
 
     /// Looks at the ends of the edge `own` beside another edge. Where a circle is taken to start is no end.
@@ -89,8 +110,8 @@ private:
     void LookAtEnd(int place, int own, int other) {
         NetworkEdge const &e = EdgeAt(other);
         DrawingPoint const p = m_network.Place(place);
-        if (e.EndsAt(place) || (!e.stretch.IsFullTurn() && IsNearEnd(e.stretch, p))) {
-            m_contacts[Index(m_contactCount++)] = p;
+        if (e.EndsAt(place) || IsNearEnd(e.stretch, p, m_tolerance)) {
+            m_contacts[Index(m_contactCount++)] = {place, p};
             if (e.stretch.IsFullTurn())
                 m_found.metPlaces.push_back(place);
             return;
@@ -98,7 +119,7 @@ private:
         Foot foot;
         if (!FootOn(e.stretch, p, foot, m_tolerance))
             return;
-        m_contacts[Index(m_contactCount++)] = p;
+        m_contacts[Index(m_contactCount++)] = {place, p, foot.distance};
         if (foot.distance < m_same)
             m_found.metPlaces.push_back(place);
         if (foot.distance >= m_network.snap)
@@ -110,7 +131,7 @@ private:
     double m_same; ///< a distance that is nothing
     Landmarks const &m_landmarks;
     FoundGaps m_found;
-    std::array<DrawingPoint, 4> m_contacts; ///< of the pair looked at: ends of one edge near the other
+    std::array<Contact, 4> m_contacts; ///< of the pair looked at
     int m_contactCount = 0;
 };
 
@@ -146,6 +167,7 @@ public:
             for (int const place : part.metPlaces)
                 m_isMet[Index(place)] = true;
             m_gaps.insert(m_gaps.end(), part.gaps.begin(), part.gaps.end());
+            m_waists.insert(m_waists.end(), part.waists.begin(), part.waists.end());
         }
     }
 
@@ -169,6 +191,10 @@ public:
     }
 
     std::vector<int> Close() {
+        for (Waist const &waist : m_waists)
+            if (std::none_of(waist.contacts.begin(), waist.contacts.end(),
+                             [this](Contact const &contact) { return IsDrawn(contact.place, contact.distance); }))
+                m_gaps.push_back(waist.gap);
         for (Gap &gap : m_gaps)
             if (gap.distance < m_same)
                 gap.kind = kNothing;
@@ -176,7 +202,7 @@ public:
                 gap.kind = kCorner;
         std::erase_if(m_gaps, [&](Gap const &gap) {
             return gap.kind == kCorner && gap.fromPlace >= 0 && gap.toPlace < 0 &&
-                   gap.distance >= kShareOfCorner * m_tolerance;
+                   !IsDrawn(gap.fromPlace, gap.distance);
         });
         std::vector<Measured> order;
         for (std::size_t i = 0; i < m_gaps.size(); ++i) {
@@ -202,6 +228,9 @@ private:
     NetworkEdge const &EdgeAt(int i) const { return m_network.edges[Index(i)]; }
     bool IsEnd(int place) const { return m_endCounts[Index(place)] > 0; }
     bool IsLoose(int place) const { return m_endCounts[Index(place)] == 1 && !m_isMet[Index(place)]; }
+
+    /// Whether an end is drawn to a curve at a distance from it.
+    bool IsDrawn(int place, double distance) const { return IsLoose(place) || distance < kShareOfCorner * m_tolerance; }
 
     void Connect(Gap const &gap) {
         int from = gap.fromPlace;
@@ -248,12 +277,15 @@ private:
     }
 
     /// The place on the edge that is as good as a point of it, -1 when there is none. What the point is to be joined to
-    /// is as good only when it is the same place.
+    /// is as good only when it is the same place, and where a circle is taken to start only when nothing else is near.
     int NearestOn(int edge, DrawingPoint p, int partner) const {
-        int nearest = m_network.places.Nearest(p, m_network.snap);
-        double distance = nearest < 0 ? m_same : 0.0;
+        int const there = m_network.places.Nearest(p, m_network.snap);
+        if (there >= 0 && !IsStart(there))
+            return there;
+        int nearest = there;
+        double distance = m_same;
         m_near.ForEachNear(p, m_same, [&](int place, double d) {
-            if (d < distance && place != partner &&
+            if (d < distance && place != partner && !IsStart(place) &&
                 DistanceTo(EdgeAt(edge).stretch, m_network.Place(place)) < m_network.snap) {
                 nearest = place;
                 distance = d;
@@ -261,6 +293,9 @@ private:
         });
         return nearest;
     }
+
+    /// Whether a place is nothing but where a circle is taken to start.
+    bool IsStart(int place) const { return Index(place) < m_endCounts.size() && !IsEnd(place); }
 
     int AddPlace(DrawingPoint p) {
         m_joined.Add(p);
@@ -281,6 +316,7 @@ private:
     PlaceIndex m_near; ///< of all places
     std::vector<int> m_owners;
     std::vector<Gap> m_gaps;
+    std::vector<Waist> m_waists;
 };
 
 } // namespace

@@ -111,7 +111,7 @@ DividedDrawing DivideDrawing(std::vector<DrawingCurve> const &curves, DrawingOpt
     CollapseThinFaces(drawing.map, tolerance, drawing.snap, landmarks, drawing.dropped, workers);
     progress(kFolded);
     drawing.map.ForgetBorders();
-    drawing.positions = FitEdges(drawing.map, drawing.snap, same, landmarks, workers);
+    drawing.positions = FitEdges(drawing.map, same, landmarks, workers);
     drawing.walks = DropEmptyFaces(drawing.map, same, landmarks, drawing.dropped, workers);
     if (CutCirclesAtStarts(drawing, curves))
         drawing.walks = WalkFaces(drawing.map, workers);

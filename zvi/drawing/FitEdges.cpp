@@ -102,19 +102,19 @@ std::vector<DrawingPoint> ClusterPositions(PlanarMap const &map, double same, La
 }
 
 /// Cuts an edge in its middle and fits both halves.
-void FitHalved(PlanarMap &map, int edge, std::vector<DrawingPoint> &positions, double snap) {
+void FitHalved(PlanarMap &map, int edge, std::vector<DrawingPoint> &positions, double same) {
     DrawingPoint const start = positions[Index(map.Origin(HalfEdge::Along(edge)))];
     DrawingPoint const end = positions[Index(map.Target(HalfEdge::Along(edge)))];
     int const second = map.Split(edge, 0.5);
     DrawingPoint const middle = map.Edge(second).stretch.start;
     positions.push_back(middle);
-    FitToEnds(map.StretchOf(edge), start, middle, snap);
-    FitToEnds(map.StretchOf(second), middle, end, snap);
+    FitToEnds(map.StretchOf(edge), start, middle, same);
+    FitToEnds(map.StretchOf(second), middle, end, same);
 }
 
 } // namespace
 
-std::vector<DrawingPoint> FitEdges(PlanarMap &map, double snap, double same, Landmarks const &landmarks,
+std::vector<DrawingPoint> FitEdges(PlanarMap &map, double same, Landmarks const &landmarks,
                                    base::Workers const &workers) {
     map.SettlePlaces();
     std::vector<DrawingPoint> positions = ClusterPositions(map, same, landmarks, workers);
@@ -125,13 +125,13 @@ std::vector<DrawingPoint> FitEdges(PlanarMap &map, double snap, double same, Lan
                 return;
             DrawingPoint const start = positions[Index(map.Origin(HalfEdge::Along(e)))];
             DrawingPoint const end = positions[Index(map.Target(HalfEdge::Along(e)))];
-            if (IsBetterHalved(map.Edge(e).stretch, start, end, snap))
+            if (IsBetterHalved(map.Edge(e).stretch, start, end, same))
                 better.push_back(e);
             else
-                FitToEnds(map.StretchOf(e), start, end, snap);
+                FitToEnds(map.StretchOf(e), start, end, same);
         });
     for (int const e : halved)
-        FitHalved(map, e, positions, snap);
+        FitHalved(map, e, positions, same);
     return positions;
 }
 

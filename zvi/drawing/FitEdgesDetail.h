@@ -9,9 +9,9 @@ namespace zvi::lib::drawing {
 
 /// Lets all edges that are not contracted or dropped end exactly where the clusters of their ends stand: at the place
 /// of the cluster where most edges end or did so, then at the one nearest to the middle of all, those as far from it
-/// but for `same` as the landmarks rank them. Arcs whose ends stay within `snap` of their circle keep it. Returns where
+/// but for `same` as the landmarks rank them. Arcs whose ends stay within `same` of their circle keep it. Returns where
 /// the clusters stand, at the index of each place that stands for one.
-std::vector<DrawingPoint> FitEdges(PlanarMap &map, double snap, double same, Landmarks const &landmarks,
+std::vector<DrawingPoint> FitEdges(PlanarMap &map, double same, Landmarks const &landmarks,
                                    base::Workers const &workers);
 
 /// The edges of the map, whatever their state, by their curves and along each; connectors are left out.

@@ -14,6 +14,9 @@ bool IsLeft(MapEdge const &e) {
     return e.state == EdgeState::kInMap || e.state == EdgeState::kSetAside;
 }
 
+/// An arc turns by less than this: once, and by rounding.
+constexpr double kMostTurn = kTwoPi * (1.0 + 1e-9);
+
 /// An edge, or a duplicate of it, as a loop runs through it.
 struct Step {
     Stretch const *stretch = nullptr;
@@ -21,6 +24,7 @@ struct Step {
     int duplicate = -1; ///< which duplicate it is, -1 for the edge itself
 
     DrawingPoint Begin() const { return isReversed ? stretch->end : stretch->start; }
+    DrawingPoint End() const { return isReversed ? stretch->start : stretch->end; }
 };
 
 /// Makes pieces of loops, and remembers which duplicates they took.
@@ -55,7 +59,8 @@ public:
         for (std::size_t i = 0; i < steps.size();) {
             bool const isReversed = steps[i].isReversed;
             Stretch whole = *steps[i].stretch;
-            for (++i; i < steps.size() && Continues(steps[i - 1], steps[i]); ++i)
+            std::size_t const end = EndOfPiece(steps, i);
+            for (++i; i < end; ++i)
                 Extend(whole, *steps[i].stretch, isReversed);
             domain.area += isReversed ? -AreaShare(whole, origin) : AreaShare(whole, origin);
             domain.perimeter += LengthOf(whole);
@@ -132,6 +137,34 @@ private:
             return a.center == b.center && a.radius == b.radius && (a.sweep < 0.0) == (b.sweep < 0.0);
         DrawingPoint const u = a.end - a.start, v = b.end - b.start;
         return std::fabs(Cross(u, v)) <= m_snap * std::max(Length(u), Length(v)) && Dot(u, v) > 0.0;
+    }
+
+    /// Behind which step the piece that begins with the step `first` ends. An arc goes round once at most, where ends
+    /// that were moved along it lie behind one another.
+    std::size_t EndOfPiece(std::span<Step const> steps, std::size_t first) const {
+        std::size_t end = first;
+        double turn = 0.0;
+        do
+            turn += std::fabs(steps[end++].stretch->sweep);
+        while (end < steps.size() && Continues(steps[end - 1], steps[end]) &&
+               turn + std::fabs(steps[end].stretch->sweep) < kMostTurn);
+        return steps[first].stretch->isArc ? end : EndOfLine(steps, first, end);
+    }
+
+    /// The same for steps along a line up to `end`. Each turns by nothing from the one before, and yet many short ones
+    /// may lead away: a piece has the places between its steps on it.
+    std::size_t EndOfLine(std::span<Step const> steps, std::size_t first, std::size_t end) const {
+        while (end > first + 1) {
+            DrawingPoint const begin = steps[first].Begin(), chord = steps[end - 1].End() - begin;
+            auto const off = [&](Step const &step) { return std::fabs(Cross(chord, step.Begin() - begin)); };
+            std::span const inner = steps.subspan(first + 1, end - first - 1);
+            auto const farthest = std::max_element(inner.begin(), inner.end(),
+                                                   [&](Step const &a, Step const &b) { return off(a) < off(b); });
+            if (off(*farthest) <= m_snap * Length(chord))
+                break;
+            end = first + 1 + static_cast<std::size_t>(farthest - inner.begin());
+        }
+        return end;
     }
 
     /// Puts the stretch that follows as the loop runs to another one.

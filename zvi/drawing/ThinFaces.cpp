@@ -24,7 +24,7 @@ struct Side {
     int endPlace = 0;
     std::size_t previous = 0;
     std::size_t next = 0;
-    unsigned changes = 0; ///< how often its part or its neighbours have changed
+    unsigned changes = 0; ///< how often its part has changed
 
     DrawingPoint Begin() const { return half.IsReversed() ? front.end : front.start; }
     DrawingPoint End() const { return half.IsReversed() ? front.start : front.end; }
@@ -41,7 +41,7 @@ struct Fold {
     DrawingPoint middle;   ///< between the two
 };
 
-/// A fold that could be made at the tip behind a side, as long as neither that side nor the next one has changed.
+/// A fold that could be made at the tip behind a side, as long as the same side comes next and neither has changed.
 struct TipFold {
     Fold fold;
     std::size_t side = 0;
@@ -82,8 +82,7 @@ public:
                 return false;
             TipFold const tip = m_tips.top();
             m_tips.pop();
-            if (tip.changes == m_sides[tip.side].changes &&
-                tip.nextChanges == m_sides[m_sides[tip.side].next].changes && Fits(tip.fold.farPlace, tip.fold.place))
+            if (IsThereStill(tip) && Fits(tip.fold.farPlace, tip.fold.place))
                 Make(tip.fold);
         }
         Side const &last = m_sides[m_any];
@@ -117,6 +116,13 @@ private:
         return m_map.Places().Fit(cluster, place, m_tolerance) && std::all_of(first, last, [&](auto const &joined) {
                    return Distance(joined.second, place) < m_tolerance;
                });
+    }
+
+    /// Whether the tip is still between the same two sides, and they are what they were.
+    bool IsThereStill(TipFold const &tip) const {
+        Side const &side = m_sides[tip.side];
+        std::size_t const other = tip.fold.shortSide == tip.side ? tip.fold.longSide : tip.fold.shortSide;
+        return side.next == other && side.changes == tip.changes && m_sides[other].changes == tip.nextChanges;
     }
 
     /// Notes the folds at the tip between the side `i` and the next one: the shorter side on the longer one, and both
