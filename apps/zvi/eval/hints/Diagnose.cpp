@@ -1,83 +1,173 @@
-// Mistakes as a table: the fault that they lead to, how they are seen, and what is said of them.
-
 #include "apps/zvi/eval/hints/Diagnose.h"
 
 #include "apps/zvi/common/Characters.h"
+#include "apps/zvi/common/Joined.h"
 #include "apps/zvi/common/WideText.h"
 #include "apps/zvi/eval/hints/Mistakes.h"
 
-#include <regex>
+#include <vector>
 
 namespace zvi::app {
 
 namespace {
 
-using lib::ParseFaultKind;
+using enum lib::ParseFaultKind;
 
-/// Whether a range or a repeat may name so many numbers that the text is not read again in search of a mistake.
-bool MayNameMany(std::wstring const &typed) {
-    static std::wregex const manyDigits(L"\\d{6}");
-    return typed.find_first_of(L"Tt@") != kNowhere && std::regex_search(typed, manyDigits);
+/// What is longer than a text may be.
+constexpr MistakeRow kLimits[] = {
+    {kTooLong, nullptr,
+     "the text is too long; a line holds about 2,000 characters, and a B or T that stands for BY or TO counts as 12"},
+    {kTooManyNumbers, nullptr, "a line holds at most 1,000 numbers; write runs as ranges, or two lines"},
+    {kTooManyArguments, nullptr, "a list holds at most 10,000,000 numbers"},
+};
+
+bool IsRepeat(Subject const &item) {
+    return item.typed.find('@') != std::string::npos;
+}
+
+/// Items of a list that are not read by themselves.
+constexpr MistakeRow kItems[] = {
+    {kAnyFault, [](Subject const &s) { return s.failed.Mode() == EvalMode::kPoints; },
+     "a point has one to three coordinates, numbers all"},
+    {kRepeatTwice, IsRepeat, "an item has one @, as in 3@2"},
+    {kRepeatCount, [](Subject const &s) { return IsRepeat(s) && !ReadsDoubles(s.failed.Mode()); },
+     "the count in front of @ is an integer, as in 3@2"},
+    {kAnyFault, IsRepeat, "% is a repeat, which --mode grid-rel and grid-abs take"},
+    {kAnyFault,
+     [](Subject const &s) { return s.failed.ValueOf(s.failed.Part(s.where), EvalMode::kGridRel).has_value(); },
+     "% is no integer (a quotient never is); --mode grid-rel takes any numbers"},
+    {kRangeStep, nullptr,
+     "a range needs a step that leads from its first number to its last; a single number stands alone"},
+    {kNoInteger, nullptr, "% is no integer"},
+    {kRangeEnds, nullptr, "a range is FIRSTtoLAST or FIRSTtoLASTbySTEP, its ends plain integers without sign"},
+};
+
+/// Whether a part of TO or BY stands at the place or before it.
+bool IsByMarker(Subject const &place) {
+    constexpr std::wstring_view kMarkers = L"TOBYtoby";
+    return place.failed.IsHere(kMarkers) || kMarkers.find(place.failed.Before(place.where.begin)) != kNowhere;
+}
+
+/// Whether the text ends, behind an operand.
+bool IsOpen(Subject const &place) {
+    wchar_t const last = place.failed.Before(place.failed.typed.size());
+    return place.failed.Here() == 0 && (IsNameChar(last) || last == L')');
+}
+
+/// What stands where the reading stopped, and has no place there.
+constexpr MistakeRow kPlaces[] = {
+    {kUnexpectedToken, IsOpen, "a bracket is not closed"},
+    {kUnexpectedToken, [](Subject const &s) { return s.failed.Here() == 0; },
+     "the text ends where a number is expected"},
+    {kUnexpectedToken, [](Subject const &s) { return s.failed.IsHere(L"TtBb") && !ReadsIntegers(s.failed.Mode()); },
+     "T and B stand for TO and BY, as in 1to9by2, which --mode nodes reads"},
+    {kUnexpectedToken, [](Subject const &s) { return s.failed.IsHere(L"."); }, "a number has one decimal point"},
+    {kUnexpectedToken, IsByMarker, "the ends of a range are plain integers, without sign or parentheses"},
+    {kUnexpectedToken, [](Subject const &s) { return IsNameChar(s.failed.Here()) || s.failed.IsHere(L"("); },
+     "an operator is missing here, or a comma in a list"},
+    {kUnexpectedToken, [](Subject const &s) { return s.failed.IsHere(L","); }, "a comma has no place here"},
+    {kUnexpectedToken, [](Subject const &s) { return s.failed.IsHere(L"+-*/^@<)]"); },
+     "'%' stands where a number is expected"},
+    {kUnexpectedToken, nullptr, "'%' has no meaning here"},
+};
+
+/// The items of a list, each up to a comma that is in no bracket.
+std::vector<Span> Items(std::wstring const &line) {
+    std::vector<Span> items(1);
+    int depth = 0;
+    for (wchar_t const c : line) {
+        depth += c == L'(' || c == L'[' ? 1 : c == L')' || c == L']' ? -1 : 0;
+        if (c == L',' && depth <= 0)
+            items.push_back({items.back().End() + 1, 0});
+        else
+            ++items.back().length;
+    }
+    return items;
+}
+
+std::optional<Mistake> FindLimit(FailedText const &failed) {
+    return FirstSeen(kLimits, {failed, failed.CulpritSpan()});
 }
 
 /// `name=expression`, which is no expression.
 std::optional<Mistake> FindAssignment(FailedText const &failed) {
     std::size_t const equals = failed.typed.find(L'=');
-    std::size_t const first = NextItem(failed.typed, 0);
-    if (equals == kNowhere || first >= equals || !IsLetter(failed.typed[first]))
+    if (equals == kNowhere || failed.First() >= equals || !IsLetter(failed.At(failed.First())))
         return std::nullopt;
     return Mistake{{equals, 1}, "a variable is set apart from the text, by --var " + Utf8Of(failed.typed)};
 }
 
-/// A kind of mistake. The first row that fits a failed text and finds its mistake tells the hint.
-struct MistakeRow {
-    ParseFaultKind fault;                                     ///< what it makes the parser fail with; kNone: anything
-    std::optional<Mistake> (*find)(FailedText const &failed); ///< null: it is where the fault is
-    char const *hint = nullptr;
+/// An item that the mode does not take, such as a fraction in a list of integers.
+std::optional<Mistake> FindItem(FailedText const &failed) {
+    if (failed.Fault() == kUnexpectedToken || ReadsOneExpression(failed.Mode()))
+        return std::nullopt;
+    for (Span const &item : Items(failed.line)) {
+        Span const where = item.length == 0 ? Span{} : failed.SpanOfLine(item);
+        if (where.length > 0 && !failed.Other(failed.Part(where), failed.Mode()).parsed)
+            return FirstSeen(kItems, {failed, where});
+    }
+    return std::nullopt;
+}
+
+/// The first item beyond those that the mode takes.
+Span SurplusItem(FailedText const &failed) {
+    std::vector<Span> const items = Items(failed.line);
+    std::size_t const most = failed.Mode() == EvalMode::kPosition ? 3 : 2;
+    bool const tooMany = failed.Fault() == kExtraArgument && items.size() > most && items[most].length > 0;
+    return tooMany ? failed.SpanOfLine(items[most]) : Span{failed.Place(), 1};
+}
+
+/// The modes that may read what another one does not, and the character that their texts begin with, if it is one.
+constexpr std::pair<EvalMode, wchar_t> kOtherModes[] = {
+    {EvalMode::kPoints, L'['}, {EvalMode::kPosition, L'@'}, {EvalMode::kGridRel, 0}, {EvalMode::kNodes, 0}};
+
+/// A text that another mode reads.
+std::optional<Mistake> FindOtherMode(FailedText const &failed) {
+    bool const hasRange = failed.typed.find_first_of(L"Tt") != kNowhere;
+    for (auto const &[mode, begin] : kOtherModes) {
+        bool const may =
+            (begin == 0 || begin == failed.At(failed.First())) && (mode != EvalMode::kGridRel || !hasRange);
+        if (may && failed.Other(failed.typed, mode).parsed)
+            return Mistake{SurplusItem(failed),
+                           Joined("the mode ", EntryOf(failed.Mode()).name, " takes ", EntryOf(failed.Mode()).takes,
+                                  "; --mode ", EntryOf(mode).name, " takes ", EntryOf(mode).takes)};
+    }
+    return std::nullopt;
+}
+
+/// The character at which the reading stopped.
+Subject PlaceOf(FailedText const &failed) {
+    bool const isPair = failed.Here() >= 0xD800 && failed.Here() <= 0xDBFF && failed.At(failed.Place() + 1) != 0;
+    Span const where{failed.Place(), isPair ? 2u : 1u};
+    return {failed, where, Utf8Of(Printable(failed.Part(where)))};
+}
+
+struct Search {
+    std::optional<Mistake> (*find)(FailedText const &);
     bool readsAgain = false; ///< it reads parts of the text again
 };
 
-constexpr MistakeRow kMistakes[] = {
-    {ParseFaultKind::kTooLong, nullptr,
-     "the text is too long; a line holds about 2,000 characters, and a B or T that stands for BY or TO counts as 12"},
-    {ParseFaultKind::kTooManyNumbers, nullptr,
-     "a line holds at most 1,000 numbers; write runs as ranges, or two lines"},
-    {ParseFaultKind::kTooManyArguments, nullptr, "a list holds at most 10,000,000 numbers"},
-    {ParseFaultKind::kNone, FindAssignment},
-    {ParseFaultKind::kNone, FindUnknownWord},
-    {ParseFaultKind::kRightAngleTangent, nullptr, "angles are in degrees, and the tangent of 90 has no value"},
-    {ParseFaultKind::kIntegerOverflow, nullptr,
-     "integers go from -2147483648 to 2147483647; numbers with a point go further"},
-    {ParseFaultKind::kNotFinite, nullptr, "this has no value, or one beyond the largest number of 1.8e308"},
-    {ParseFaultKind::kInverseSine, nullptr, "asin and acos take a number from -1 to 1"},
-    {ParseFaultKind::kZeroDivisor, FindZeroDivisor},
-    {ParseFaultKind::kExponent, FindExponent, nullptr, true},
-    {ParseFaultKind::kNone, FindSlip, nullptr, true},
-    {ParseFaultKind::kNone, FindItem, nullptr, true},
-    {ParseFaultKind::kNone, FindOtherMode, nullptr, true},
-    {ParseFaultKind::kNone, DescribePlace},
-};
+/// In the order in which they are made; the first one that finds something counts.
+constexpr Search kSearches[] = {{FindLimit},      {FindAssignment}, {FindUnknownWord},    {FindWrongValue},
+                                {FindSlip, true}, {FindItem, true}, {FindOtherMode, true}};
+
+Mistake FindMistake(FailedText const &failed) {
+    for (Search const &search : kSearches) {
+        if (search.readsAgain && failed.MayNameMany())
+            continue;
+        if (std::optional<Mistake> const mistake = search.find(failed))
+            return *mistake;
+    }
+    Subject const place = PlaceOf(failed);
+    return FirstSeen(kPlaces, place).value_or(Mistake{place.where, ""});
+}
 
 /// The parser's words for what it refuses, and ours for what only the program does.
-std::string FaultName(ParseFaultKind kind) {
-    if (kind == ParseFaultKind::kIntegerOverflow || kind == ParseFaultKind::kNotFinite)
+std::string FaultName(lib::ParseFaultKind kind) {
+    if (kind == kIntegerOverflow || kind == kNotFinite)
         return "the number is out of range";
     std::string const text = lib::ParseFaultText(kind);
     return text.empty() ? "there is no number in the text" : text;
-}
-
-Mistake FindMistake(FailedText const &failed) {
-    bool const isLong = MayNameMany(failed.typed);
-    for (MistakeRow const &row : kMistakes) {
-        bool const fits = row.fault == ParseFaultKind::kNone || row.fault == failed.Fault();
-        if (!fits || (row.readsAgain && isLong))
-            continue;
-        if (!row.find)
-            return {failed.CulpritSpan(), row.hint};
-        if (std::optional<Mistake> const mistake = row.find(failed))
-            return *mistake;
-    }
-    return {{failed.Place(), 1}, ""};
 }
 
 } // namespace

@@ -1,34 +1,36 @@
 #include "apps/zvi/eval/hints/FailedText.h"
 
-#include "apps/zvi/common/WideText.h"
+#include <regex>
 
 namespace zvi::app {
 
-std::string FailedText::Typed(Span const &span) const {
-    return Utf8Of(Part(typed, span));
+bool FailedText::MayNameMany() const {
+    static std::wregex const manyDigits(L"\\d{6}");
+    return typed.find_first_of(L"Tt@") != kNowhere && std::regex_search(typed, manyDigits);
 }
 
-Span FailedText::SpanOfLine(std::size_t from, std::size_t to) const {
-    auto const begin = static_cast<std::size_t>(outcome.sources[from]);
-    auto const last = static_cast<std::size_t>(outcome.sources[to - 1]);
+wchar_t FailedText::Before(std::size_t index, wchar_t const *passedOver) const {
+    return index == 0 ? L'\0' : At(typed.find_last_not_of(passedOver, index - 1));
+}
+
+Span FailedText::SpanOfLine(Span const &inLine) const {
+    auto const begin = static_cast<std::size_t>(outcome.sources[inLine.begin]);
+    auto const last = static_cast<std::size_t>(outcome.sources[inLine.End() - 1]);
     return {begin, last >= begin ? last - begin + 1 : 1};
 }
 
 std::wstring_view FailedText::Culprit() const {
     auto const begin = static_cast<std::size_t>(outcome.fault.begin);
-    return Part(line, {begin, static_cast<std::size_t>(outcome.fault.end) - begin});
+    return std::wstring_view(line).substr(begin, static_cast<std::size_t>(outcome.fault.end) - begin);
 }
 
 Span FailedText::CulpritSpan() const {
-    auto const begin = static_cast<std::size_t>(outcome.fault.begin);
-    return Culprit().empty() ? Span{Place(), 1} : SpanOfLine(begin, begin + Culprit().size());
+    return Culprit().empty() ? Span{Place(), 1}
+                             : SpanOfLine({static_cast<std::size_t>(outcome.fault.begin), Culprit().size()});
 }
 
 EvalOutcome FailedText::Other(std::wstring_view text, EvalMode mode) const {
-    EvalSettings other = settings;
-    other.mode = mode;
-    other.unitSystem.reset();
-    return Evaluate(CString(text), other);
+    return Evaluate(CString(text), {.mode = mode, .unitSystem = {}, .variables = settings.variables});
 }
 
 std::optional<double> FailedText::ValueOf(std::wstring_view text, EvalMode mode) const {

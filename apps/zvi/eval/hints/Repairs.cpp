@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <regex>
+#include <unordered_map>
 
 namespace zvi::app {
 
@@ -28,6 +29,9 @@ struct RepairedText {
     std::wstring text;
     std::string why; ///< the rule of the language that was broken first, for people
     EvalOutcome outcome;
+
+    /// What is left to read counts: a repair may change the length of what was read.
+    std::ptrdiff_t Left() const { return static_cast<std::ptrdiff_t>(text.size()) - outcome.place; }
 };
 
 /// Signs as books, word processors and other keyboards write them.
@@ -68,27 +72,13 @@ std::wstring Closed(std::wstring const &text) {
 }
 
 // When a slip is looked for.
-bool InExpressions(Failed const &failed) {
-    return ReadsOneExpression(failed.settings.mode);
-}
-bool InPoints(Failed const &failed) {
-    return failed.settings.mode == EvalMode::kPoints;
-}
-bool OutsidePoints(Failed const &failed) {
-    return !InPoints(failed);
-}
-bool InPositions(Failed const &failed) {
-    return failed.settings.mode == EvalMode::kPosition;
-}
-bool InLists(Failed const &failed) {
-    return !InExpressions(failed) && !InPoints(failed);
-}
-bool WithUnits(Failed const &failed) {
-    return failed.HasUnits();
-}
-bool WithBadStep(Failed const &failed) {
-    return failed.Fault() == ParseFaultKind::kRangeStep;
-}
+constexpr auto kInExpressions = [](Failed const &failed) { return ReadsOneExpression(failed.Mode()); };
+constexpr auto kInPoints = [](Failed const &failed) { return failed.Mode() == EvalMode::kPoints; };
+constexpr auto kOutsidePoints = [](Failed const &failed) { return !kInPoints(failed); };
+constexpr auto kInPositions = [](Failed const &failed) { return failed.Mode() == EvalMode::kPosition; };
+constexpr auto kInLists = [](Failed const &failed) { return !kInExpressions(failed) && !kInPoints(failed); };
+constexpr auto kWithUnits = [](Failed const &failed) { return failed.HasUnits(); };
+constexpr auto kWithBadStep = [](Failed const &failed) { return failed.Fault() == ParseFaultKind::kRangeStep; };
 
 constexpr char kBlanks[] = "blanks separate items";
 constexpr char kDecimalSign[] = "a comma separates items, the decimal sign is the point";
@@ -107,61 +97,55 @@ struct Repair {
 
 constexpr Repair kRepairs[] = {
     {"only plain signs are read", nullptr, nullptr, nullptr, PlainSigns},
-    {kBlanks, L" *([-+*/^@<]) *|(\\() +| +(\\))|([A-Za-z]) +(?=\\()", L"$1$2$3$4", InExpressions},
+    {kBlanks, L" *([-+*/^@<]) *|(\\() +| +(\\))|([A-Za-z]) +(?=\\()", L"$1$2$3$4", kInExpressions},
     // In a list a minus with a blank in front and none behind is the sign of the next item.
     {kBlanks, L" *([+*/^@<]|-(?= |$)) *|([-(]) +| +(\\))|([A-Za-z]) +(?=\\()", L"$1$2$3$4"},
     {kQuotes, L"^[ \"'`\u2018-\u201F]+([^\"'`\u2018-\u201F]*)[\"'`\u2018-\u201F]*$", L"$1"},
     {"the text is the expression alone, without =", L"^ *=|= *$", L""},
     {"a number has no sign +", L"\\v\\+", L""},
     {"a power is written ^", L"\\*\\*", L"^"},
-    {kDecimalSign, L"^([^,]*\\d),(\\d{3}(?!\\d)[^,]*)$", L"$1$2", InExpressions},
-    {kDecimalSign, L"^([^,]*\\d),(\\d[^,]*)$", L"$1.$2", InExpressions},
-    {"blanks separate items, also inside a number", L"(\\d) +(\\d{3})(?!\\d)", L"$1$2", InExpressions},
-    {"ft cannot be read, because T stands for TO", L"([\\d.]) *[fF][tT](?!\\w)", L"$1*12in", WithUnits},
-    {"with units a name cannot end the text", L"([A-Za-z]\\w*) *$", L"($1)", WithUnits},
+    {kDecimalSign, L"^([^,]*\\d),(\\d{3}(?!\\d)[^,]*)$", L"$1$2", kInExpressions},
+    {kDecimalSign, L"^([^,]*\\d),(\\d[^,]*)$", L"$1.$2", kInExpressions},
+    {"blanks separate items, also inside a number", L"(\\d) +(\\d{3})(?!\\d)", L"$1$2", kInExpressions},
+    {"ft cannot be read, because T stands for TO", L"([\\d.]) *[fF][tT](?!\\w)", L"$1*12in", kWithUnits},
+    {"with units a name cannot end the text", L"([A-Za-z]\\w*) *$", L"($1)", kWithUnits},
     {"a function takes its argument in parentheses", L"(^|[^A-Za-z_])(FUNCTION) +([\\w.]+)", L"$1$2($3)"},
     {"a bracket is not closed", nullptr, nullptr, nullptr, Closed},
     {"a bracket closes nothing", L"\\v[)\\]]", L""},
-    {"a polar position begins with @", L"^([^@]*<[^@]*)$", L"@$1", InPositions},
-    {"each point stands in brackets", L"^([^\\[(]+)$", L"[$1]", InPoints},
-    {"each point stands in brackets", L"\\(([^()]*)(\\)|$)", L"[$1]", InPoints},
-    {"the items stand without brackets around them", L"^ *[(\\[](.*[, ].*)[)\\]] *$", L"$1", InLists},
-    {kInches, L"(\\d) *\"", L"$1in", WithUnits},
-    {kInches, L"(\\d) *'", L"$1*12in", WithUnits},
+    {"a polar position begins with @", L"^([^@]*<[^@]*)$", L"@$1", kInPositions},
+    {"each point stands in brackets", L"^([^\\[(]+)$", L"[$1]", kInPoints},
+    {"each point stands in brackets", L"\\(([^()]*)(\\)|$)", L"[$1]", kInPoints},
+    {"the items stand without brackets around them", L"^ *[(\\[](.*[, ].*)[)\\]] *$", L"$1", kInLists},
+    {kInches, L"(\\d) *\"", L"$1in", kWithUnits},
+    {kInches, L"(\\d) *'", L"$1*12in", kWithUnits},
     {"a range is written with to", L"[:~]|\\.\\.+", L"to"},
-    {kStep, L"(\\d *[bB][yY]? *)(?=\\d+ *\\v)", L"$1-", WithBadStep},
-    {kStep, L"(\\d)(?= *\\v)", L"$1by-1", WithBadStep},
+    {kStep, L"(\\d *[bB][yY]? *)(?=\\d+ *\\v)", L"$1-", kWithBadStep},
+    {kStep, L"(\\d)(?= *\\v)", L"$1by-1", kWithBadStep},
     {"a product needs its *", L"([\\w.)]) *\\v(?=[A-Za-z(])|(\\)) *\\v(?=\\d)", L"$1$2*"},
     {"a comma or a blank separates items", L"\\v[;|]", L","},
-    {"an item is missing in front of the comma", L"^ *,", L"0,", InLists},
-    {kGroups, L"[{[]([^{}\\[\\],]*)[}\\]]", L"($1)", OutsidePoints},
-    {kGroups, L"[{[](?=[^,]*$)", L"(", OutsidePoints},
-    {kGroups, L"[}\\]](?=[^,]*$)", L")", OutsidePoints},
+    {"an item is missing in front of the comma", L"^ *,", L"0,", kInLists},
+    {kGroups, L"[{[]([^{}\\[\\],]*)[}\\]]", L"($1)", kOutsidePoints},
+    {kGroups, L"[{[](?=[^,]*$)", L"(", kOutsidePoints},
+    {kGroups, L"[}\\]](?=[^,]*$)", L")", kOutsidePoints},
 };
 
-std::wregex SlipPattern(std::wstring pattern) {
-    constexpr std::wstring_view kFunction = L"FUNCTION";
-    std::string functions;
-    for (std::string const &name : BuiltInFunctions())
-        functions += (functions.empty() ? "" : "|") + name;
-    if (std::size_t const at = pattern.find(kFunction); at != kNowhere)
-        pattern.replace(at, kFunction.size(), WideOf(functions).GetString());
-    return std::wregex(pattern, std::regex::ECMAScript | std::regex::optimize);
-}
-
-/// The patterns of the table in its order.
-std::vector<std::wregex> const &SlipPatterns() {
-    static std::vector<std::wregex> const patterns = [] {
-        std::vector<std::wregex> made;
-        for (Repair const &repair : kRepairs)
-            made.push_back(SlipPattern(repair.slip ? repair.slip : L""));
-        return made;
-    }();
-    return patterns;
+/// The pattern of a repair, made when it is first asked for.
+std::wregex const &PatternOf(Repair const &repair) {
+    static std::unordered_map<Repair const *, std::wregex> patterns;
+    auto const [entry, isNew] = patterns.try_emplace(&repair);
+    if (isNew) {
+        CString functions;
+        for (std::string const &name : BuiltInFunctions())
+            functions += L"|" + WideOf(name);
+        CString pattern = repair.slip;
+        pattern.Replace(L"FUNCTION", functions.Mid(1));
+        entry->second.assign(pattern.GetString(), std::regex::ECMAScript | std::regex::optimize);
+    }
+    return entry->second;
 }
 
 /// The text with one slip mended wherever it is seen; as it is when it is not.
-std::wstring Mended(Failed const &failed, Repair const &repair, std::wregex const &pattern) {
+std::wstring Mended(Failed const &failed, Repair const &repair) {
     if (repair.when && !repair.when(failed))
         return failed.typed;
     if (repair.mend)
@@ -169,43 +153,26 @@ std::wstring Mended(Failed const &failed, Repair const &repair, std::wregex cons
     std::wstring text = failed.typed;
     if (std::wstring_view(repair.slip).find(L"\\v") != kNowhere)
         text.insert(std::min(failed.Place(), text.size()), 1, kPlaceMark);
-    text = std::regex_replace(text, pattern, repair.by);
+    text = std::regex_replace(text, PatternOf(repair), repair.by);
     std::erase(text, kPlaceMark);
     return text;
 }
 
 /// The text with the first slip mended that lets all of it be read, or else that lets more of it be read.
-std::optional<RepairedText> Mend(Failed const &failed) {
-    // What is left to read is what counts: a repair may change the length of what was read.
-    auto const left = [](std::wstring const &text, EvalOutcome const &outcome) {
-        return static_cast<std::ptrdiff_t>(text.size()) - outcome.place;
-    };
+std::optional<RepairedText> Mend(RepairedText const &from, EvalSettings const &settings) {
+    FailedText const failed{from.text, settings, from.outcome};
     std::optional<RepairedText> best;
-    for (std::size_t i = 0; i < std::size(kRepairs); ++i) {
-        std::wstring mended = Mended(failed, kRepairs[i], SlipPatterns()[i]);
-        if (mended == failed.typed)
+    for (Repair const &repair : kRepairs) {
+        RepairedText next{Mended(failed, repair), from.why.empty() ? repair.why : from.why, {}};
+        if (next.text == from.text)
             continue;
-        EvalOutcome outcome = Evaluate(CString(std::wstring_view(mended)), failed.settings);
-        bool const all = outcome.parsed;
-        if (all || (!best && left(mended, outcome) < left(failed.typed, failed.outcome)))
-            best = {std::move(mended), kRepairs[i].why, std::move(outcome)};
-        if (all)
-            break;
+        next.outcome = Evaluate(CString(std::wstring_view(next.text)), settings);
+        if (next.outcome.parsed)
+            return next;
+        if (!best && next.Left() < from.Left())
+            best = std::move(next);
     }
     return best;
-}
-
-/// The text mended as far as it goes; nothing when no slip was found.
-std::optional<RepairedText> FindRepair(Failed const &failed) {
-    std::optional<RepairedText> repaired = Mend(failed);
-    for (int i = 1; i < kMostRepairs && repaired && !repaired->outcome.parsed; ++i) {
-        std::optional<RepairedText> next = Mend({repaired->text, failed.settings, repaired->outcome});
-        if (!next)
-            break;
-        next->why = repaired->why;
-        repaired = std::move(next);
-    }
-    return repaired;
 }
 
 } // namespace
@@ -213,19 +180,24 @@ std::optional<RepairedText> FindRepair(Failed const &failed) {
 std::optional<Mistake> FindSlip(FailedText const &failed) {
     if (failed.typed.size() > kLongestSearched)
         return std::nullopt;
-    std::optional<RepairedText> const repaired = FindRepair(failed);
-    if (!repaired)
+    RepairedText repaired{failed.typed, "", failed.outcome};
+    for (int i = 0; i < kMostRepairs && !repaired.outcome.parsed; ++i) {
+        std::optional<RepairedText> next = Mend(repaired, failed.settings);
+        if (!next)
+            break;
+        repaired = std::move(*next);
+    }
+    if (repaired.why.empty())
         return std::nullopt;
     Span const where{failed.Place(), 1};
-    if (repaired->outcome.parsed)
-        return Mistake{where, repaired->text.size() > kLongestShown
-                                  ? repaired->why
-                                  : Joined(repaired->why, "; write ", Utf8Of(repaired->text))};
-    FailedText const left{repaired->text, failed.settings, repaired->outcome};
+    if (repaired.outcome.parsed)
+        return Mistake{where, repaired.text.size() > kLongestShown
+                                  ? repaired.why
+                                  : Joined(repaired.why, "; write ", Utf8Of(repaired.text))};
+    FailedText const left{repaired.text, failed.settings, repaired.outcome};
     if (left.Fault() != ParseFaultKind::kZeroDivisor && left.Fault() != ParseFaultKind::kExponent)
         return std::nullopt;
-    bool const isExponent = left.Fault() == ParseFaultKind::kExponent;
-    return Mistake{where, Joined(repaired->why, "; ", (isExponent ? FindExponent(left) : FindZeroDivisor(left))->hint)};
+    return Mistake{where, Joined(repaired.why, "; ", FindWrongValue(left)->hint)};
 }
 
 } // namespace zvi::app

@@ -14,14 +14,18 @@
 
 #include <algorithm>
 #include <regex>
-#include <utility>
 
 namespace zvi::app {
 
 namespace {
 
-/// Names that other languages use, and what to write here.
-constexpr std::pair<std::string_view, std::string_view> kOtherNames[] = {
+/// A name that other languages use, and what to write here.
+struct OtherWord {
+    char const *name;
+    char const *here;
+};
+
+constexpr OtherWord kOtherNames[] = {
     {"log10", "log(x)"},
     {"arcsin", "asin(x)"},
     {"arccos", "acos(x)"},
@@ -44,27 +48,16 @@ constexpr std::pair<std::string_view, std::string_view> kOtherNames[] = {
 constexpr std::string_view kUnreadUnit = "ft";
 constexpr char kDigits[] = "0123456789";
 
-bool IsLengthUnit(std::string const &word) {
-    auto const units = lib::MParser::LengthUnits();
-    return std::any_of(units.begin(), units.end(),
-                       [&word](wchar_t const *unit) { return Utf8Of(std::wstring_view(unit)) == word; });
+bool IsUnit(Subject const &word) {
+    return std::ranges::any_of(lib::MParser::LengthUnits(),
+                               [&word](std::wstring_view unit) { return Utf8Of(unit) == Lowered(word.typed); });
 }
 
-/// Whether a number stands in front of `at`, blanks and commas between them passed over.
-bool FollowsNumber(std::wstring const &typed, std::size_t at) {
-    std::size_t const before = at == 0 ? kNowhere : typed.find_last_not_of(L" \t,", at - 1);
-    return before != kNowhere && (IsDigit(typed[before]) || typed[before] == L'.');
+/// Whether a number stands in front of the word, blanks and commas between them passed over.
+bool IsBehindNumber(Subject const &word) {
+    wchar_t const before = word.failed.Before(word.where.begin, L" \t,");
+    return IsDigit(before) || before == L'.';
 }
-
-/// A typed word that means nothing to the parser.
-struct UnknownWord {
-    FailedText const &failed;
-    Span where;
-    std::string typed = failed.Typed(where);
-    std::string lower = Lowered(typed);
-    bool behindNumber = FollowsNumber(failed.typed, where.begin);
-    bool isUnit = IsLengthUnit(lower);
-};
 
 /// The words that the parser may use: functions, constants, variables.
 std::vector<std::string> KnownNames(EvalSettings const &settings) {
@@ -78,121 +71,86 @@ std::vector<std::string> KnownNames(EvalSettings const &settings) {
 /// The whole typed word around `at`: without digits in front, and without a BY or TO between them and it.
 Span WordAround(std::wstring const &typed, std::size_t at) {
     static std::wregex const numbers(L"^(?:\\d+(?:[tT][oO]?|[bB][yY]?)?)*");
-    std::size_t begin = at;
-    while (begin > 0 && IsNameChar(typed[begin - 1]))
-        --begin;
-    std::size_t end = at;
-    while (end < typed.size() && IsNameChar(typed[end]))
-        ++end;
-    std::wstring const front = typed.substr(begin, at - begin);
+    auto const isNoName = [](wchar_t c) { return !IsNameChar(c); };
+    auto const here = typed.begin() + static_cast<std::ptrdiff_t>(at);
+    auto const begin = std::find_if(std::make_reverse_iterator(here), typed.rend(), isNoName).base();
     std::wsmatch inFront;
-    std::regex_search(front, inFront, numbers);
-    begin += static_cast<std::size_t>(inFront.length());
-    return {begin, end - begin};
+    std::regex_search(begin, here, inFront, numbers);
+    auto const word = begin + inFront.length();
+    return {std::size_t(word - typed.begin()), std::size_t(std::find_if(here, typed.end(), isNoName) - word)};
 }
 
 /// The first typed word that means nothing to the parser, as it would read the text without units.
-std::optional<UnknownWord> FirstUnknownWord(FailedText const &failed) {
+std::optional<Subject> FirstUnknownWord(FailedText const &failed) {
+    static std::wregex const numberOrName(
+        L"(?:[0-9]+\\.?[0-9]*|\\.[0-9]+)(?:[eE][-+]?[0-9]+)?|([A-Za-z_][A-Za-z0-9_]*)");
     std::vector<int> sources;
     std::wstring const line = lib::NormalizeCommandText(CString(std::wstring_view(failed.typed)), sources).GetString();
     std::vector<std::string> const names = KnownNames(failed.settings);
     lib::SymbolTable const table;
-    for (Span const &word : Words(line)) {
-        std::string const text = Utf8Of(Part(line, word));
-        if (table.FindReservedWord(text) || std::find(names.begin(), names.end(), Lowered(text)) != names.end())
+    for (std::wsregex_iterator at(line.begin(), line.end(), numberOrName), end; at != end; ++at) {
+        std::string const name = Utf8Of(std::wstring_view(at->str(1)));
+        if (name.empty() || table.FindReservedWord(name) || std::ranges::count(names, Lowered(name)) > 0)
             continue;
-        auto const at = static_cast<std::size_t>(sources[word.begin]);
-        UnknownWord const whole{failed, WordAround(failed.typed, at)};
-        bool const isUnit = failed.HasUnits() && whole.isUnit && whole.lower != kUnreadUnit;
-        if (!isUnit || !FollowsNumber(failed.typed, at))
-            return whole;
+        auto const source = static_cast<std::size_t>(sources[static_cast<std::size_t>(at->position())]);
+        Subject const word{failed, WordAround(failed.typed, source)};
+        bool const isUnit = failed.HasUnits() && IsUnit(word) && Lowered(word.typed) != kUnreadUnit;
+        if (!isUnit || !IsBehindNumber(word))
+            return word;
     }
     return std::nullopt;
 }
 
-std::string OtherName(UnknownWord const &word) {
-    auto const *const entry = std::find_if(std::begin(kOtherNames), std::end(kOtherNames),
-                                           [&word](auto const &name) { return name.first == word.lower; });
-    return entry == std::end(kOtherNames) ? "" : std::string(entry->second);
+std::string OtherName(Subject const &word) {
+    auto const *const entry = std::ranges::find(kOtherNames, Lowered(word.typed), &OtherWord::name);
+    return entry == std::end(kOtherNames) ? "" : entry->here;
 }
 
 /// The call for a function with its argument run into its name, such as sin30.
-std::string CallOf(UnknownWord const &word) {
-    for (std::string const &name : BuiltInFunctions()) {
-        std::string const rest = word.lower.starts_with(name) ? word.lower.substr(name.size()) : "";
-        if (!rest.empty() && rest.find_first_not_of(kDigits) == std::string::npos)
-            return Joined(name, "(", rest, ")");
-    }
-    return {};
-}
-
-std::string Nearest(UnknownWord const &word) {
-    return word.lower.size() == 1 ? "" : NearestName(word.lower, KnownNames(word.failed.settings));
+std::string CallOf(Subject const &word) {
+    std::string const lower = Lowered(word.typed);
+    std::size_t const digits = lower.find_last_not_of(kDigits) + 1;
+    bool const isCall = digits < lower.size() && std::ranges::count(BuiltInFunctions(), lower.substr(0, digits)) > 0;
+    return isCall ? Joined(lower.substr(0, digits), "(", lower.substr(digits), ")") : "";
 }
 
 /// The functions there are, for a word that stands as one.
-std::string Functions(UnknownWord const &word) {
+std::string Functions(Subject const &word) {
     std::string list;
-    if (word.failed.At(word.where.End()) == L'(') {
-        for (std::string const &name : BuiltInFunctions())
-            list += " " + name;
-    }
-    return list;
+    for (std::string const &name : BuiltInFunctions())
+        list += " " + name;
+    return word.failed.At(word.where.End()) == L'(' ? list : "";
 }
 
-std::string NoVariable(UnknownWord const &word) {
-    return WhyNoVariableName(word.typed);
-}
-
-/// What to say of an unknown word; the first row that is seen, or finds something, counts. In the hint % is the word
-/// and $ what was found.
-struct WordRow {
-    bool (*seen)(UnknownWord const &);
-    std::string (*find)(UnknownWord const &);
-    std::string_view hint; ///< empty: nothing here
-};
-
-constexpr WordRow kWords[] = {
-    {[](UnknownWord const &w) { return w.behindNumber && w.failed.HasUnits() && !w.isUnit; }, nullptr,
+constexpr MistakeRow kWords[] = {
+    {kAnyFault, [](Subject const &w) { return IsBehindNumber(w) && !IsUnit(w) && w.failed.HasUnits(); },
      "unknown unit '%'; the units of a number are mm, cm, m, in and um"},
-    {[](UnknownWord const &w) { return w.behindNumber && w.isUnit && !KnowsUnits(w.failed.settings.mode); }, nullptr,
+    {kAnyFault, [](Subject const &w) { return IsBehindNumber(w) && IsUnit(w) && !KnowsUnits(w.failed.Mode()); },
      "only the modes number and integer read length units"},
-    {[](UnknownWord const &w) { return w.behindNumber && w.isUnit && !w.failed.HasUnits(); }, nullptr,
+    {kAnyFault, [](Subject const &w) { return IsBehindNumber(w) && IsUnit(w) && !w.failed.HasUnits(); },
      "a length unit needs a unit system for the result: add --unit-system 0 (mm), 1 (m), 3 (ft), 4 (cm) or 5 (in)"},
-    {[](UnknownWord const &w) { return w.typed.empty() || w.lower == kUnreadUnit; }, nullptr, ""},
-    {[](UnknownWord const &w) { return w.behindNumber && w.lower == "e"; }, nullptr,
+    {kAnyFault, [](Subject const &w) { return w.typed.empty() || Lowered(w.typed) == kUnreadUnit; }, ""},
+    {kAnyFault, [](Subject const &w) { return IsBehindNumber(w) && Lowered(w.typed) == "e"; },
      "an exponent follows its number without blanks, as in 1e3"},
-    {[](UnknownWord const &w) {
-         return w.behindNumber && w.lower[0] == 'x' && w.lower.find_first_not_of(kDigits, 1) == std::string::npos;
+    {kAnyFault,
+     [](Subject const &w) {
+         return IsBehindNumber(w) && Lowered(w.typed)[0] == 'x' && w.typed.find_first_not_of(kDigits, 1) == kNowhere;
      },
-     nullptr, "unknown name '%'; if it is a product, write * for x"},
-    {nullptr, OtherName, "unknown name '%'; write $"},
-    {nullptr, CallOf, "a function takes its argument in parentheses; write $"},
-    {nullptr, Nearest, "unknown name '%'; did you mean $?"},
-    {nullptr, Functions, "unknown function '%'; there are$"},
-    {nullptr, NoVariable, "$"},
-    {[](UnknownWord const &) { return true; }, nullptr, "unknown name '%'; give it a value with --var %=..."},
+     "unknown name '%'; if it is a product, write * for x"},
+    {kAnyFault, nullptr, "unknown name '%'; write $", OtherName},
+    {kAnyFault, nullptr, "a function takes its argument in parentheses; write $", CallOf},
+    {kAnyFault, [](Subject const &w) { return w.typed.size() > 1; }, "unknown name '%'; did you mean $?",
+     [](Subject const &w) { return NearestName(Lowered(w.typed), KnownNames(w.failed.settings)); }},
+    {kAnyFault, nullptr, "unknown function '%'; there are$", Functions},
+    {kAnyFault, nullptr, "$", [](Subject const &w) { return WhyNoVariableName(w.typed); }},
+    {kAnyFault, nullptr, "unknown name '%'; give it a value with --var %=..."},
 };
-
-std::string Filled(std::string_view hint, std::string const &word, std::string const &found) {
-    std::string text;
-    for (char const c : hint)
-        text += c == '%' ? word : c == '$' ? found : std::string(1, c);
-    return text;
-}
 
 } // namespace
 
 std::optional<Mistake> FindUnknownWord(FailedText const &failed) {
-    std::optional<UnknownWord> const word = FirstUnknownWord(failed);
-    for (WordRow const &row : kWords) {
-        std::string const found = word && row.find ? row.find(*word) : "";
-        if (!word || (row.seen ? !row.seen(*word) : found.empty()))
-            continue;
-        return row.hint.empty() ? std::nullopt
-                                : std::optional(Mistake{word->where, Filled(row.hint, word->typed, found)});
-    }
-    return std::nullopt;
+    std::optional<Subject> const word = FirstUnknownWord(failed);
+    return word ? FirstSeen(kWords, *word) : std::nullopt;
 }
 
 } // namespace zvi::app
