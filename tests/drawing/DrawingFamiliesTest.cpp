@@ -123,9 +123,11 @@ std::string CompareMoved(Drawing const &d, DrawingResult const &result, Dice &di
     motion.turn = dice.Chance(0.3) ? 0.5 * kPi * dice.Whole(0, 3) : dice.Real(0.0, 6.28);
     motion.isMirrored = dice.Chance(0.5);
     motion.scale = dice.Chance(0.5) ? 1.0 : std::pow(10.0, dice.Real(-3.0, 3.0));
-    // One that stands far from the origin stays about as far, so that rounding takes nothing of it.
+    // One that stands far from the origin stays about as far, so that rounding takes nothing of it. How large it is its
+    // curves say, not the centres of flat arcs.
     DrawingPoint const o = d.curves.empty() ? DrawingPoint() : AnyPointOf(d.curves[0]);
-    double const size = motion.scale * SizeOf(Moved(d.curves, {0.0, false, 1.0, {-o.x, -o.y}}));
+    double const size =
+        motion.scale * std::min(SizeOf(Moved(d.curves, {0.0, false, 1.0, {-o.x, -o.y}})), LengthOf(d.curves));
     if (d.options.joinTolerance > 1e-6 * SizeOf(d.curves))
         motion.shift = {size * dice.Real(-1e2, 1e2), size * dice.Real(-1e2, 1e2)};
     DrawingOptions options = d.options;

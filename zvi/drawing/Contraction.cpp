@@ -6,10 +6,10 @@ namespace zvi::lib::drawing {
 
 namespace {
 
-/// Connectors come first.
-enum ShortEdgeKind { kConnector, kCurve };
+/// What is no longer than nothing comes first, whether rounding tells its ends apart or not, and then the connectors.
+enum ShortEdgeKind { kNothing, kConnector, kCurve };
 
-std::vector<Measured> ShortEdges(PlanarMap const &map, double tolerance, Landmarks const &landmarks,
+std::vector<Measured> ShortEdges(PlanarMap const &map, double tolerance, double same, Landmarks const &landmarks,
                                  base::Workers const &workers) {
     return workers.Collect<Measured>(Index(map.EdgeCount()), [&](std::size_t i, std::vector<Measured> &edges) {
         int const e = static_cast<int>(i);
@@ -20,7 +20,8 @@ std::vector<Measured> ShortEdges(PlanarMap const &map, double tolerance, Landmar
             std::max(LengthOf(map.Border(HalfEdge::Along(e))), LengthOf(map.Border(HalfEdge::Against(e))));
         if (length < tolerance || s.IsConnector()) {
             DrawingPoint const middle = PointAt(s, 0.5);
-            edges.push_back({s.IsConnector() ? kConnector : kCurve, length, landmarks.Rank(middle), middle, e});
+            ShortEdgeKind const kind = length < same ? kNothing : s.IsConnector() ? kConnector : kCurve;
+            edges.push_back({kind, length, landmarks.Rank(middle), middle, e});
         }
     });
 }
@@ -29,18 +30,20 @@ std::vector<Measured> ShortEdges(PlanarMap const &map, double tolerance, Landmar
 
 void ContractShortEdges(PlanarMap &map, double tolerance, double snap, Landmarks const &landmarks,
                         std::vector<DroppedEdge> &dropped, base::Workers const &workers) {
-    std::vector<Measured> edges = ShortEdges(map, tolerance, landmarks, workers);
-    SortShortestFirst(edges, SameDistance(tolerance, snap, landmarks));
+    double const same = SameDistance(tolerance, snap, landmarks);
+    std::vector<Measured> edges = ShortEdges(map, tolerance, same, landmarks, workers);
+    SortShortestFirst(edges, same);
     for (Measured const &edge : edges) {
         HalfEdge const h = HalfEdge::Along(edge.number);
         bool const isLoop = map.Origin(h) == map.Target(h);
         bool const mayJoin = !isLoop && map.Places().Fit(map.Origin(h), map.Target(h), tolerance);
         // Where others bound what it bounded, an edge may be long itself.
-        bool const isShort = edge.kind == kConnector || LengthOf(map.Edge(edge.number).stretch) < tolerance;
+        Stretch const &s = map.Edge(edge.number).stretch;
+        bool const isShort = s.IsConnector() || LengthOf(s) < tolerance;
         EdgeState const state = isShort ? EdgeState::kContracted : EdgeState::kDuplicate;
         if (mayJoin)
             map.Contract(edge.number, state);
-        else if (isLoop || edge.kind == kConnector)
+        else if (isLoop || s.IsConnector())
             map.Remove(edge.number, state);
         if (map.Edge(edge.number).state == EdgeState::kDuplicate)
             dropped.push_back({edge.number});

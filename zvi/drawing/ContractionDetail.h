@@ -16,10 +16,10 @@ struct DroppedEdge {
     int stop = -1;
 };
 
-/// Contracts the connectors and then the edges shorter than `tolerance`, the shortest first; of lengths
-/// that are the same the landmarks settle the order. Places that are as far apart as the tolerance never
-/// become one: an edge that would bring them together stays, and a connector falls away.
-/// How short an edge is its borders say; one that is long itself is dropped.
+/// Contracts what is no longer than nothing, the connectors, and then the edges shorter than `tolerance`, the shortest
+/// first; of lengths that are the same the landmarks settle the order. Places that are as far apart as the tolerance
+/// never become one: an edge that would bring them together stays, and a connector falls away. How short an edge is its
+/// borders say; one that is long itself is dropped.
 void ContractShortEdges(PlanarMap &map, double tolerance, double snap, Landmarks const &landmarks,
                         std::vector<DroppedEdge> &dropped, base::Workers const &workers);
 
