@@ -14,7 +14,7 @@ struct Run {
 };
 
 /// The parts of a stretch that rise or fall, at most three; returns how many there are. Where an arc turns round no
-/// higher above one of its ends, or lower below it, than `snap`, no part ends.
+/// higher above one of its ends, or lower below it, than `snap` and what its ends are off its circle, no part ends.
 int RunsOf(Stretch const &s, double snap, std::array<Run, 3> &runs);
 
 /// Where the run passes the height `y`.
