@@ -32,6 +32,15 @@ public:
     bool HasFailed() const;
 };
 
+/// For tests in which memory runs short.
+class FailingMemoryTest : public testing::Test {
+protected:
+    void SetUp() override {
+        if (!FailingMemory::IsPossible())
+            GTEST_SKIP() << "a program cannot make the library's allocations fail on this host or in this build";
+    }
+};
+
 /// Calls `work(subject)` on a new subject again and again, with a shortage at each of its allocations in turn. Whatever
 /// it leaves behind must stand another call in the shortage's wake, must then come to the same `result(subject)` as a
 /// new one does, and must go without a trace. `work` begins by clearing the subject.

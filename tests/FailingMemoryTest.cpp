@@ -19,8 +19,6 @@
 #include "zvi/curves/MDomainMaker.h"
 #include "zvi/drawing/CutDrawingCurves.h"
 #include "zvi/drawing/MakeDrawingDomains.h"
-#include "zvi/spatial/MOcTree.h"
-#include "zvi/spatial/MQuadTree.h"
 #include "zvi/units/MUnitCtrl.h"
 
 #include <memory>
@@ -30,14 +28,6 @@
 namespace zvi::lib::test {
 
 namespace {
-
-class FailingMemoryTest : public testing::Test {
-protected:
-    void SetUp() override {
-        if (!FailingMemory::IsPossible())
-            GTEST_SKIP() << "a program cannot make the library's allocations fail on this host or in this build";
-    }
-};
 
 CString LongText(int number) {
     CString text;
@@ -263,72 +253,6 @@ TEST_F(FailingMemoryTest, UnitsAreChosenAgain) {
             work.units->GetUnitSystem(9, work.label);
         },
         [](Work const &work) { return Utf8Of(work.label) + std::to_string(work.units->ConvertUnitDataIn(9, 1.0)); });
-}
-
-namespace {
-
-MQuadMBR2D Between(MQuadMBR2D const *, double low, double high) {
-    return {low, low / 2, high, high};
-}
-
-MOcMBR3D Between(MOcMBR3D const *, double low, double high) {
-    return {low, low / 2, low / 3, high, high, high};
-}
-
-/// A tree with objects of its own and of others, which outlive it.
-template <typename Tree, typename Object, typename Box>
-struct Forest {
-    std::unique_ptr<Tree> tree;
-    std::vector<Object> objects = std::vector<Object>(40);
-
-    /// Grows softly and by doubling, splits, is overfull by clusters, shrinks again; one pool is long.
-    void Work() {
-        auto const boxAt = [](double low, double high) { return Between(static_cast<Box *>(nullptr), low, high); };
-        if (tree)
-            tree->Clear();
-        else
-            tree = std::make_unique<Tree>(10.0, 10.0, 4);
-        for (unsigned int i = 0; i < 60; ++i)
-            tree->Insert(i, boxAt(i * i % 53, i * i % 53 + 0.1 * i));
-        for (Object &object : objects) {
-            auto const i = static_cast<double>(&object - objects.data());
-            Box box = boxAt(i, i + (i < 20 ? 0.0 : 300.0));
-            object.SetMBR(box);
-            tree->Insert(&object);
-        }
-        for (unsigned int i = 100; i < 700; ++i)
-            tree->Insert(i, boxAt(-0.01 * i, 50 + 0.01 * i));
-        MList<Object *> hits;
-        tree->GetIntersectObjList(boxAt(-6.95, -6.5), hits, 0);
-        for (unsigned int i = 0; i < 660; i += 3)
-            tree->Delete(i);
-        Box moved = boxAt(3, 4);
-        objects[5].SetMBR(moved);
-        for (std::size_t i = 0; i < objects.size(); i += 2)
-            tree->Delete(&objects[i]);
-    }
-
-    std::string Answer() const {
-        if (!tree->IsConsistent())
-            return "inconsistent";
-        MList<Object *> hits;
-        std::string text;
-        tree->GetIntersectObjList(Between(static_cast<Box *>(nullptr), -4, 30), hits, 0);
-        for (Object *object : hits)
-            text += std::to_string(ExtentOf(*object)) + ' ';
-        return text;
-    }
-
-    static double ExtentOf(Object &object) { return object.GetMBR().maxX; }
-};
-
-} // namespace
-
-TEST_F(FailingMemoryTest, TreesAreFilledAgain) {
-    using Plane = Forest<MQuadTree, MQuadObj, MQuadMBR2D>;
-    using Space = Forest<MOcTree, MOcObj, MOcMBR3D>;
-    WorkInShortages<Plane>([](Plane &forest) { forest.Work(); }, [](Plane const &forest) { return forest.Answer(); });
-    WorkInShortages<Space>([](Space &forest) { forest.Work(); }, [](Space const &forest) { return forest.Answer(); });
 }
 
 namespace {

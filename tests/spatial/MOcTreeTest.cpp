@@ -24,12 +24,4 @@ TEST(MOcTree, AnEmptyRootIsToldByItsFlag) {
     EXPECT_EQ(flat.IsDraw(), 3);
 }
 
-TEST(MOcTree, APointOnAMidPlaneGoesToTheHighSide) {
-    MOcTree tree(100, 100, 1);
-    tree.Insert(1U, BoxOf<Space>(Corners<3>::At({0, 0, 0})));
-    tree.Insert(2U, BoxOf<Space>(Corners<3>::At({-5, -5, -5})));
-    EXPECT_EQ(tree.GetRoot()->GetChildNodeIndexContainingPoint({0, 0, 0}), 7);
-    EXPECT_EQ(tree.GetRoot()->GetChildNodeIndexContainingPoint({-1, 0, -1}), 2);
-}
-
 } // namespace zvi::lib::test

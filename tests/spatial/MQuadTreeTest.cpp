@@ -6,8 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
-#include <bit>
 #include <string>
 #include <vector>
 
@@ -17,10 +15,6 @@ namespace {
 
 MQuadMBR2D Point(double x, double y) {
     return {x, y, x, y};
-}
-
-std::array<double, 4> FacesOf(MQuadMBR2D const &box) {
-    return std::bit_cast<std::array<double, 4>>(box);
 }
 
 Keys Hits(MQuadTree const &tree, MQuadMBR2D const &query, int strict = 0) {
@@ -48,19 +42,6 @@ struct Picture : CDC {
 };
 
 } // namespace
-
-TEST(MQuadObj, TypeKeepsTwentyEightBits) {
-    MQuadObj object;
-    EXPECT_EQ(object.GetType(), -1);
-    for (int const type : {0, 7, -7, (1 << 27) - 1, -(1 << 27)}) {
-        object.SetType(type);
-        EXPECT_EQ(object.GetType(), type);
-    }
-    object.SetType(1 << 27);
-    EXPECT_EQ(object.GetType(), -(1 << 27));
-    EXPECT_EQ(FacesOf(object.GetMBR()), (std::array<double, 4>{}));
-    EXPECT_EQ(MQuadObj(object).GetType(), -(1 << 27));
-}
 
 TEST(MQuadTree, AKeyWhoseObjectWasMovedOutOfTheRegionGoesAllTheSame) {
     MQuadTree tree;

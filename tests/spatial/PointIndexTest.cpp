@@ -167,14 +167,14 @@ TYPED_TEST(PointIndex, FindsWhatIsNearAsASlowSearchDoes) {
     EXPECT_EQ(index.FindWithinTol(query, 1e-5, list, &points), kIsPlain ? 1 : 0);
 }
 
-/// Says how many there are, and of a failure only that nothing is inconsistent.
-TYPED_TEST(PointIndex, IsFilledAgainAfterAShortageOfMemory) {
-    if (!FailingMemory::IsPossible())
-        GTEST_SKIP() << "a program cannot make the library's allocations fail on this host or in this build";
-    std::vector<Point> all(40);
-    for (std::size_t i = 0; i < all.size(); ++i)
-        all[i] = Point(double(i) / 40, double(i % 4), double(i) / 50);
-    Points const points(all);
+template <typename Index>
+class ShortageOfPoints : public FailingMemoryTest {};
+TYPED_TEST_SUITE(ShortageOfPoints, Indexes);
+
+TYPED_TEST(ShortageOfPoints, IsFilledAgain) {
+    Points points({});
+    for (int i = 0; i < 40; ++i)
+        points.all.emplace_back(i / 40.0, i % 4, i / 50.0);
     struct Work {
         std::unique_ptr<TypeParam> index;
         std::uint64_t found = 0;

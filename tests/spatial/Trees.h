@@ -1,12 +1,15 @@
 #pragma once
 
 #include "zvi/spatial/MOcTree.h"
+#include "zvi/spatial/MPntOcNode.h"
+#include "zvi/spatial/MPntOcTree.h"
 #include "zvi/spatial/MQuadTree.h"
 
 #include <array>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <utility>
 #include <vector>
 
@@ -23,48 +26,85 @@ struct Corners {
             isWithin = isWithin && min[a] >= outer.min[a] && max[a] < outer.max[a];
         return isWithin;
     }
+    /// Whether the gap along each axis is `t` at the most.
+    bool Meets(Corners const &other, double t) const {
+        bool isApart = false;
+        for (std::size_t a = 0; a < dimension; ++a)
+            isApart = isApart || other.min[a] - t > max[a] || min[a] > t + other.max[a];
+        return !isApart;
+    }
     /// The box of one corner alone.
     static Corners At(std::array<double, dimension> const &corner) { return {corner, corner}; }
 
     bool operator==(Corners const &) const = default;
 };
 
-/// The quadtree under the names that both trees have in tests.
-struct Plane {
-    static constexpr std::size_t kDimension = 2;
+/// What the trees of boxes have in common.
+template <std::size_t dimension, typename T, typename N, typename O, typename B, typename P>
+struct Boxes {
+    static constexpr std::size_t kDimension = dimension;
+    static constexpr bool kHoldsPoints = false;
+    static constexpr int kDeepestLevel = std::numeric_limits<int>::max();
+    using Tree = T;
+    using Node = N;
+    using Object = O;
+    using Box = B;
+    using Point = P;
+    static bool HasType(Object &object, int type) { return object.GetType() == type; }
+};
+
+/// The quadtree under the names that all trees have in tests.
+struct Plane : Boxes<2, MQuadTree, MQuadNode, MQuadObj, MQuadMBR2D, MQuadPoint2D> {
     static constexpr int kCapacity = 128;
-    static constexpr std::pair kTolerances{1e-6, 1e-9};
-    using Tree = MQuadTree;
-    using Node = MQuadNode;
-    using Object = MQuadObj;
-    using Box = MQuadMBR2D;
-    using Point = MQuadPoint2D;
+    static constexpr double kTouch = 1e-6, kLeastOverlap = 1e-9;
     using AnsweredBox = Box &;
     static bool Meets(Box const &a, Box const &b, int strict) { return a.Intersect4QT(b, strict) != 0; }
     static bool IsWithin(Box const &a, Box const &b) { return a.IsContained4QT(b) != 0; }
-    static bool Holds(Box const &box, MQuadPoint2D const &point) { return box.DoesContain4QT(point) != 0; }
+    static bool Holds(Box const &box, Point const &point) { return box.DoesContain4QT(point) != 0; }
     static std::uint64_t KeyOf(Object &object) { return object.GetKey(); }
     static bool IsLeaf(Node const &node) { return node.IsLeaf(); }
     static void MoveByReference(Object &object, Box const &box) { object.GetMBR() = box; }
 };
 
 /// The octree under the same names.
-struct Space {
-    static constexpr std::size_t kDimension = 3;
+struct Space : Boxes<3, MOcTree, MOcNode, MOcObj, MOcMBR3D, MOcPoint3D> {
     static constexpr int kCapacity = 32;
-    static constexpr std::pair kTolerances{1e-3, 1e-4};
-    using Tree = MOcTree;
-    using Node = MOcNode;
-    using Object = MOcObj;
-    using Box = MOcMBR3D;
-    using Point = MOcPoint3D;
+    static constexpr double kTouch = 1e-3, kLeastOverlap = 1e-4;
     using AnsweredBox = Box;
     static bool Meets(Box const &a, Box const &b, int strict) { return a.Intersect8OT(b, strict) != 0; }
     static bool IsWithin(Box const &a, Box const &b) { return a.IsContained8OT(b) != 0; }
-    static bool Holds(Box const &box, MOcPoint3D const &point) { return box.DoesContain8OT(point) != 0; }
+    static bool Holds(Box const &box, Point const &point) { return box.DoesContain8OT(point) != 0; }
     static std::uint64_t KeyOf(Object &object) { return object.GetItr(); }
     static bool IsLeaf(Node const &node) { return node.IsLeafNode(); }
     static void MoveByReference(Object &object, Box box) { object.SetMBR(box); }
+};
+
+/// What the cube of points reaches from the origin; no multiple of 0.5 but 0 is on a border.
+inline constexpr double kPointsReach = 7.25;
+
+/// The octree of points under the same names, as far as it has them.
+struct Points {
+    static constexpr std::size_t kDimension = 3;
+    static constexpr bool kHoldsPoints = true;
+    static constexpr int kDeepestLevel = MPntOcNode::kDeepestLevel;
+    using Object = MPntOcData;
+    using Box = Corners<3>;
+    static constexpr double kTouch = 0.0, kLeastOverlap = 0.0;
+    static std::uint64_t KeyOf(Object const &point) { return point.key; }
+    static bool HasType(Object const &, int) { return true; }
+
+    class Tree : public MPntOcTree {
+    public:
+        using MPntOcTree::Insert;
+        Tree(double, double, int capacity) : MPntOcTree(kPointsReach, capacity) {}
+        int Insert(std::uint64_t key, int, Box const &at) { return Insert(key, PointOf(at.min)); }
+        int GetIntersectObjList(Box const &box, MList<Object *> &list, auto const &...) const {
+            return static_cast<int>(GetListInBox(PointOf(box.min), PointOf(box.max), list));
+        }
+
+    private:
+        static MVector<double, 3> PointOf(std::array<double, 3> const &p) { return {p[0], p[1], p[2]}; }
+    };
 };
 
 template <typename In>

@@ -1,4 +1,5 @@
 #include "tests/spatial/Trees.h"
+#include "tests/FailingMemory.h"
 
 #include <gtest/gtest.h>
 
@@ -34,36 +35,48 @@ double Distance(std::array<double, dimension> const &from, std::array<double, di
 
 template <typename In>
 struct PlainNode {
-    static constexpr std::size_t kChildCount = 1 << In::kDimension;
+    static constexpr std::size_t kDimension = In::kDimension;
+    static constexpr std::size_t kChildCount = 1 << kDimension;
 
-    Corners<In::kDimension> region;
+    Corners<kDimension> region;
     PlainNode *parent = nullptr;
-    std::vector<PlainNode> children; ///< none or all
-    std::vector<PlainObject<In> *> pool;
+    std::vector<PlainNode> children = {}; ///< none or all
+    std::vector<PlainObject<In> *> pool = {};
+    int level = 0;
+
+    double Mid(std::size_t axis) const { return (region.min[axis] + region.max[axis]) * 0.5; }
 
     void MakeChildren() {
-        children = std::vector<PlainNode>(kChildCount);
+        children.assign(kChildCount, {region, this, {}, {}, level + 1});
         for (std::size_t i = 0; i < kChildCount; ++i) {
-            children[i].parent = this;
-            children[i].region = region;
-            for (std::size_t a = 0; a < In::kDimension; ++a) {
-                double const mid = (region.min[a] + region.max[a]) * 0.5;
-                ((i >> a) % 2 == 0 ? children[i].region.max[a] : children[i].region.min[a]) = mid;
+            for (std::size_t a = 0; a < kDimension; ++a) {
+                std::size_t const bit = In::kHoldsPoints ? kDimension - 1 - a : a;
+                ((i >> bit) % 2 == 0 ? children[i].region.max[a] : children[i].region.min[a]) = Mid(a);
             }
         }
     }
 
-    /// The first child that contains the box, the number of children for none.
-    std::size_t ChildFor(Corners<In::kDimension> const &mbr) const {
+    /// The first child that contains the box, the number of children for none; for a point the child of its halves,
+    /// which need not contain it.
+    std::size_t ChildFor(Corners<kDimension> const &mbr) const {
         std::size_t i = 0;
-        while (i < children.size() && !mbr.IsWithin(children[i].region))
+        for (std::size_t a = 0; In::kHoldsPoints && a < kDimension; ++a)
+            i += mbr.min[a] >= Mid(a) ? std::size_t{1} << a : 0;
+        while (!In::kHoldsPoints && i < children.size() && !mbr.IsWithin(children[i].region))
             ++i;
         return children.empty() ? kChildCount : i;
     }
+
+    /// The leaf that contains the point, null for none.
+    PlainNode const *LeafAt(Corners<kDimension> const &point) const {
+        PlainNode const *leaf = point.IsWithin(region) ? this : nullptr;
+        for (std::size_t i = 0; leaf && !leaf->children.empty(); leaf = i < kChildCount ? &leaf->children[i] : nullptr)
+            i = leaf->ChildFor(point);
+        return leaf;
+    }
 };
 
-/// A tree done step by step, with no care for speed: what `MQuadTree` and `MOcTree` must equal in nodes, pools and
-/// answers.
+/// A tree done step by step, with no care for speed: what the three trees must equal in nodes, pools and answers.
 template <typename In>
 class PlainTree {
 public:
@@ -73,19 +86,42 @@ public:
     using Object = PlainObject<In>;
     using Box = Corners<kDimension>;
 
-    /// Sizes of 100 along all axes.
-    explicit PlainTree(int capacity) : m_capacity(static_cast<std::size_t>(capacity)) {}
+    /// Sizes of 100 along all axes; for points their cube.
+    explicit PlainTree(int capacity) : m_capacity(static_cast<std::size_t>(capacity)) {
+        m_root.region.min.fill(In::kHoldsPoints ? -kPointsReach : 0.0);
+        m_root.region.max.fill(In::kHoldsPoints ? kPointsReach : 0.0);
+    }
 
     Node const &Root() const { return m_root; }
 
     void Insert(Object *object) {
-        Box const &m = object->mbr;
+        if (!In::kHoldsPoints)
+            GrowFor(object->mbr);
+        Descend(m_root, object);
+    }
+
+    bool Delete(Object *object) { return Delete(m_root, object, false); }
+
+    /// Objects of this region and those below it that meet the query and whose type is wanted.
+    template <typename IsWanted>
+    static void Query(Node const &node, Box const &query, double t, IsWanted isWanted, Keys &keys) {
+        bool const isFixedRoot = In::kHoldsPoints && !node.parent;
+        if (!isFixedRoot && !node.region.Meets(query, t))
+            return;
+        for (Object const *object : node.pool) {
+            if (isWanted(object->type) && object->mbr.Meets(query, t))
+                keys.push_back(object->key);
+        }
+        for (Node const &child : node.children)
+            Query(child, query, t, isWanted, keys);
+    }
+
+private:
+    void GrowFor(Box const &m) {
         Box &r = m_root.region;
-        if (m_isFresh) {
-            for (std::size_t a = 0; a < kDimension; ++a) {
-                r.min[a] = m.min[a] - 50.0;
-                r.max[a] = m.max[a] + 50.0;
-            }
+        for (std::size_t a = 0; m_isFresh && a < kDimension; ++a) {
+            r.min[a] = m.min[a] - 50.0;
+            r.max[a] = m.max[a] + 50.0;
         }
         m_isFresh = false;
         bool const doubles = !m_root.children.empty() || m_root.pool.size() >= m_capacity;
@@ -97,25 +133,8 @@ public:
                     DoubleToward(corner);
             }
         }
-        Descend(m_root, object);
     }
 
-    bool Delete(Object *object) { return Delete(m_root, object, false); }
-
-    /// Objects of this region and those below it that meet the query and whose type is wanted.
-    template <typename IsWanted>
-    static void Query(Node const &node, typename In::Box const &query, int strict, IsWanted isWanted, Keys &keys) {
-        if (!In::Meets(BoxOf<In>(node.region), query, strict))
-            return;
-        for (Object const *object : node.pool) {
-            if (isWanted(object->type) && In::Meets(BoxOf<In>(object->mbr), query, strict))
-                keys.push_back(object->key);
-        }
-        for (Node const &child : node.children)
-            Query(child, query, strict, isWanted, keys);
-    }
-
-private:
     /// A face of the first axis is compared with each other one as it was before any of them moved.
     void Soften(Box const &m) {
         Box &r = m_root.region;
@@ -158,7 +177,7 @@ private:
     }
 
     void Descend(Node &node, Object *object) {
-        if (node.children.empty() && node.pool.size() >= m_capacity)
+        if (node.children.empty() && node.pool.size() >= m_capacity && node.level < In::kDeepestLevel)
             Split(node, object->mbr);
         std::size_t const child = node.ChildFor(object->mbr);
         if (child < Node::kChildCount)
@@ -168,17 +187,22 @@ private:
     }
 
     /// Splits a leaf unless that is of no use for the box to come.
-    static void Split(Node &node, Box const &mbr) {
+    void Split(Node &node, Box const &mbr) {
         node.MakeChildren();
         bool isOfUse = IsScattered(node, mbr);
         bool const moves = node.ChildFor(mbr) < Node::kChildCount;
         std::size_t const before = node.pool.size();
         for (std::size_t i = before; isOfUse && i-- > 0;) {
-            std::size_t const child = node.ChildFor(node.pool[i]->mbr);
-            if (child < Node::kChildCount) {
-                node.children[child].pool.push_back(node.pool[i]);
-                node.pool.erase(node.pool.begin() + static_cast<std::ptrdiff_t>(i));
-            }
+            // Points leave from the first to the last, boxes from the last to the first.
+            auto const at = node.pool.begin() + static_cast<std::ptrdiff_t>(In::kHoldsPoints ? 0 : i);
+            std::size_t const child = node.ChildFor((*at)->mbr);
+            if (child == Node::kChildCount)
+                continue;
+            if (In::kHoldsPoints)
+                Descend(node.children[child], *at);
+            else
+                node.children[child].pool.push_back(*at);
+            node.pool.erase(at);
         }
         isOfUse = isOfUse && (moves || node.pool.size() < before);
         if (!isOfUse)
@@ -203,12 +227,12 @@ private:
     }
 
     static bool Delete(Node &node, Object *object, bool anywhere) {
-        if (!anywhere && !object->mbr.IsWithin(node.region))
+        if (!anywhere && !(In::kHoldsPoints ? object->mbr.Meets(node.region, 0) : object->mbr.IsWithin(node.region)))
             return false;
         std::size_t const likely = node.ChildFor(object->mbr);
         if (likely < Node::kChildCount && Delete(node.children[likely], object, false))
             return true;
-        for (std::size_t i = 0; i < node.children.size(); ++i) {
+        for (std::size_t i = 0; !In::kHoldsPoints && i < node.children.size(); ++i) {
             if (i != likely && Delete(node.children[i], object, true))
                 return true;
         }
@@ -216,8 +240,9 @@ private:
         if (found == node.pool.rend())
             return false;
         node.pool.erase(std::next(found).base());
-        auto const isEmpty = [](Node const &n) { return n.children.empty() && n.pool.empty(); };
-        for (Node *at = isEmpty(node) ? node.parent : nullptr;
+        // Points below a child without points of its own go with it.
+        auto const isEmpty = [](Node const &n) { return (In::kHoldsPoints || n.children.empty()) && n.pool.empty(); };
+        for (Node *at = node.children.empty() && node.pool.empty() ? node.parent : nullptr;
              at != nullptr && std::all_of(at->children.begin(), at->children.end(), isEmpty); at = at->parent)
             at->children.clear();
         return true;
@@ -258,13 +283,14 @@ struct Workload {
     bool movesObjects = false;
     std::uint64_t keyCount = 700;
     int halvings = 0; ///< times, at the most, that corners are moved half the way to the origin, many levels down
+    bool isWithoutLoss = false; ///< z is x, so that points come to children that contain them, and none is deleted
 };
 
 /// Types of objects; a query says of those from 0 to 3 which it wants.
-constexpr int kTypes[] = {-1, 0, 1, 2, 3, 4, 1000};
+constexpr int kTypes[] = {-1, 0, 1, 2, 3, 4, 1000, (1 << 27) - 1, -(1 << 27)};
 constexpr int kWantedTypes = 4;
 
-/// Both trees, led through the same steps.
+/// A tree and its slow twin, led through the same steps.
 template <typename In>
 class Pair {
 public:
@@ -277,21 +303,30 @@ public:
         if (dice < 4)
             return Insert(key);
         if (dice < 6)
-            return Delete(key);
-        if (dice == 6 && m_run.movesObjects)
-            Move(key);
+            return m_run.isWithoutLoss || Delete(key);
+        if constexpr (!In::kHoldsPoints) {
+            if (dice == 6 && m_run.movesObjects)
+                Move(key);
+        }
         return Query();
     }
 
+    /// That of points ends with it.
     void Clear() {
+        if (In::kHoldsPoints)
+            return;
         m_tree.Clear();
         m_plain = PlainTree<In>(m_run.capacity);
         m_objects.clear();
     }
 
     bool IsConsistent() const { return m_tree.IsConsistent(); }
+    /// The order in which points are found tells their structure.
     bool IsSame() const {
-        return m_tree.GetRoot() == nullptr || IsSameStructure<In>(*m_tree.GetRoot(), m_plain.Root());
+        if constexpr (In::kHoldsPoints)
+            return true;
+        else
+            return m_tree.GetRoot() == nullptr || IsSameStructure<In>(*m_tree.GetRoot(), m_plain.Root());
     }
 
 private:
@@ -308,6 +343,8 @@ private:
             double const extent = clustered ? m_run.extent * m_run.clusterSize : m_run.extent;
             double at = (clustered ? m_run.extent * 0.3 : 0.0) + Uniform(-extent, extent);
             double side = m_random() % 4 == 0 ? 0.0 : Uniform(0, m_run.size);
+            double const hairs[] = {In::kTouch, -In::kTouch, In::kLeastOverlap, -In::kLeastOverlap};
+            double const hair = hairs[m_random() % 4] * (m_random() % 2 == 0 ? 0.5 : 2.0);
             at = m_run.halvings > 0
                      ? std::ldexp(at, -static_cast<int>(m_random() % static_cast<unsigned int>(m_run.halvings)))
                      : at;
@@ -315,6 +352,7 @@ private:
                 if (m_run.lattice > 0 && !clustered)
                     *value = std::round(*value / m_run.lattice) * m_run.lattice;
             }
+            at += m_run.lattice > 0 && m_random() % 3 == 0 ? hair : 0.0;
             box.min[a] = nested ? -half : at;
             box.max[a] = nested ? half : at + side;
         }
@@ -322,7 +360,11 @@ private:
     }
 
     bool Insert(unsigned int key) {
-        PlainObject<In> const object{key, kTypes[m_random() % std::size(kTypes)], MakeBox()};
+        PlainObject<In> object{key, kTypes[m_random() % std::size(kTypes)], MakeBox()};
+        if (In::kHoldsPoints)
+            object.mbr.min.back() = m_run.isWithoutLoss ? object.mbr.min[0] : object.mbr.min.back();
+        if (In::kHoldsPoints)
+            object.mbr.max = object.mbr.min;
         auto const [at, isNew] = m_objects.try_emplace(key, object);
         if (isNew)
             m_plain.Insert(&at->second);
@@ -331,14 +373,16 @@ private:
 
     bool Delete(unsigned int key) {
         auto const found = m_objects.find(key);
-        bool const isDeleted = found != m_objects.end() && m_plain.Delete(&found->second);
-        bool const isKnown = m_objects.erase(key) != 0;
+        bool const isKnown = found != m_objects.end();
+        bool const isDeleted = isKnown && m_plain.Delete(&found->second);
+        if (isKnown && (isDeleted || !In::kHoldsPoints)) // a point that is not reached keeps its key
+            m_objects.erase(found);
         return m_tree.Exist(key) == (isKnown ? 1 : 0) && m_tree.Delete(key) == (isDeleted ? 1 : 0);
     }
 
     /// Gives an object another box within the root region behind the tree's back. One that was moved out of its node's
     /// region before may be hidden from this search.
-    void Move(unsigned int key) {
+    void Move(unsigned int key) requires(!In::kHoldsPoints) {
         auto const found = m_objects.find(key);
         Box const mbr = MakeBox();
         if (found == m_objects.end() ||
@@ -369,9 +413,9 @@ private:
     bool Query() {
         Box corners = MakeBox();
         corners.max[0] += Uniform(0, m_run.extent * 0.3);
-        typename In::Box const query = BoxOf<In>(corners);
         int const strict = static_cast<int>(m_random() % 2);
-        bool const isFiltered = m_random() % 2 == 0;
+        double const t = strict == 0 ? In::kTouch : -In::kLeastOverlap;
+        bool const isFiltered = !In::kHoldsPoints && m_random() % 2 == 0;
         MArray<int> wanted;
         for (int type = 0; type < kWantedTypes; ++type)
             wanted.PushBack(static_cast<int>(m_random() % 2));
@@ -379,13 +423,52 @@ private:
             return !isFiltered || (type >= 0 && type < kWantedTypes && wanted[static_cast<std::size_t>(type)] != 0);
         };
         Keys expected, keys;
-        PlainTree<In>::Query(m_plain.Root(), query, strict, isWanted, expected);
+        PlainTree<In>::Query(m_plain.Root(), corners, t, isWanted, expected);
         MList<typename In::Object *> list;
+        auto const query = BoxOf<In>(corners);
         int const count = isFiltered ? m_tree.GetIntersectObjList(query, list, wanted, strict)
                                      : m_tree.GetIntersectObjList(query, list, strict);
-        for (typename In::Object *object : list)
+        bool holds = IsAtItsPlace(corners.min);
+        for (typename In::Object *object : list) {
             keys.push_back(In::KeyOf(*object));
-        return keys == expected && static_cast<std::size_t>(count) == keys.size();
+            holds = holds && In::HasType(*object, m_objects.at(keys.back()).type);
+        }
+        // A search of all objects finds no more, wherever that is promised.
+        std::size_t all = 0;
+        for (auto const &[key, object] : m_objects) {
+            all += isWanted(object.type) && object.mbr.Meets(corners, t) ? 1 : 0;
+            holds = holds && IsSaidOf(object.mbr, corners, strict, t);
+        }
+        bool const isComplete = In::kHoldsPoints ? m_run.isWithoutLoss : !m_run.movesObjects;
+        return holds && keys == expected && static_cast<std::size_t>(count) == keys.size() &&
+               (!isComplete || all == keys.size());
+    }
+
+    /// Whether the public boxes say the same of one another.
+    static bool IsSaidOf(Box const &mbr, Box const &query, int strict, double t) {
+        if constexpr (In::kHoldsPoints) {
+            return true;
+        } else {
+            auto const a = BoxOf<In>(mbr), b = BoxOf<In>(query);
+            return In::Meets(a, b, strict) == mbr.Meets(query, t) && In::IsWithin(a, b) == mbr.IsWithin(query) &&
+                   In::Holds(a, std::bit_cast<typename In::Point>(query.min)) == Box::At(query.min).IsWithin(mbr);
+        }
+    }
+
+    /// Whether the point is led into the same child and to the same leaf.
+    bool IsAtItsPlace(std::array<double, In::kDimension> const &corner) const {
+        if constexpr (In::kHoldsPoints) {
+            return true;
+        } else {
+            auto const at = Box::At(corner);
+            auto const point = std::bit_cast<typename In::Point>(corner);
+            PlainNode<In> const *const leaf = m_plain.Root().LeafAt(at);
+            auto const *const pool = m_tree.FindNode(point);
+            auto const *const root = m_tree.GetRoot();
+            return (leaf ? std::ssize(leaf->pool) : -1) == (pool ? pool->GetCount() : -1) &&
+                   (!root ||
+                    root->GetChildNodeIndexContainingPoint(point) == static_cast<int>(m_plain.Root().ChildFor(at)));
+        }
     }
 
     Workload m_run;
@@ -394,6 +477,23 @@ private:
     PlainTree<In> m_plain;
     std::map<std::uint64_t, PlainObject<In>> m_objects;
 };
+
+template <typename In>
+void LeadBothThrough(std::initializer_list<Workload> runs) {
+    for (unsigned int seed = 1; Workload const &run : runs) {
+        SCOPED_TRACE(testing::Message() << "seed " << seed);
+        Pair<In> pair(run, seed++);
+        // A look at everything costs as much as there is.
+        int const pause = static_cast<int>(run.keyCount / 175);
+        for (int step = 0; step < 1000 * pause; ++step) {
+            ASSERT_TRUE(pair.Step()) << "step " << step;
+            ASSERT_TRUE(step % pause != 0 || pair.IsConsistent()) << "step " << step;
+            ASSERT_TRUE(step % (10 * pause) != 0 || pair.IsSame()) << "step " << step;
+            if (step == 600 * pause)
+                pair.Clear();
+        }
+    }
+}
 
 template <typename In>
 class TreesTest : public testing::Test {};
@@ -407,12 +507,61 @@ struct Moving : In::Object {
 
 using Dimensions = testing::Types<Plane, Space>;
 
+/// A tree with objects of its own and of others, which outlive it.
+template <typename In>
+struct Forest {
+    std::unique_ptr<typename In::Tree> tree;
+    std::vector<typename In::Object> objects = std::vector<typename In::Object>(40);
+
+    static typename In::Box Between(double low, double high) {
+        Corners<In::kDimension> corners;
+        for (std::size_t a = 0; a < In::kDimension; ++a)
+            corners.min[a] = low / static_cast<double>(a + 1);
+        corners.max.fill(high);
+        return BoxOf<In>(corners);
+    }
+
+    /// Grows softly and by doubling, splits, is overfull by clusters, shrinks again; one pool is long.
+    void Work() {
+        if (tree)
+            tree->Clear();
+        else
+            tree = std::make_unique<typename In::Tree>(10.0, 10.0, 4);
+        for (unsigned int i = 0; i < 60; ++i)
+            tree->Insert(i, Between(i * i % 53, i * i % 53 + 0.1 * i));
+        for (typename In::Object &object : objects) {
+            auto const i = static_cast<double>(&object - objects.data());
+            Put(object, Between(i, i + (i < 20 ? 0.0 : 300.0)));
+            tree->Insert(&object);
+        }
+        for (unsigned int i = 100; i < 700; ++i)
+            tree->Insert(i, Between(-0.01 * i, 50 + 0.01 * i));
+        HitsOf<In>(*tree, Between(-6.95, -6.5));
+        for (unsigned int i = 0; i < 660; i += 3)
+            tree->Delete(i);
+        Put(objects[5], Between(3, 4));
+        for (std::size_t i = 0; i < objects.size(); i += 2)
+            tree->Delete(&objects[i]);
+    }
+
+    static void Put(typename In::Object &object, typename In::Box box) { object.SetMBR(box); }
+
+    std::vector<double> Hits() const {
+        MList<typename In::Object *> list;
+        std::vector<double> ends{tree->IsConsistent() ? 1.0 : 0.0};
+        tree->GetIntersectObjList(Between(-4, 30), list, 0);
+        for (typename In::Object *object : list)
+            ends.push_back(object->GetMBR().maxX);
+        return ends;
+    }
+};
+
 } // namespace
 
 TYPED_TEST_SUITE(TreesTest, Dimensions);
 
 TYPED_TEST(TreesTest, NodesPoolsAndOrderOfHitsAreThoseOfTheSlowTree) {
-    Workload const runs[] = {
+    LeadBothThrough<TypeParam>({
         {.capacity = 128, .extent = 500, .size = 5},
         {.capacity = 4, .extent = 500, .size = 5},
         {.capacity = 4, .extent = 500, .size = 200},
@@ -432,72 +581,18 @@ TYPED_TEST(TreesTest, NodesPoolsAndOrderOfHitsAreThoseOfTheSlowTree) {
         {.capacity = 20, .extent = 1000, .size = 5, .nestedRate = 0.9, .movesObjects = true, .keyCount = 2500},
         {.capacity = 1, .extent = 1000, .size = 0, .halvings = 30},
         {.capacity = 40, .extent = 1000, .size = 400, .clusterRate = 0.3, .clusterSize = 0.1, .movesObjects = true},
-    };
-    for (unsigned int seed = 1; Workload const &run : runs) {
-        SCOPED_TRACE(testing::Message() << "seed " << seed);
-        Pair<TypeParam> pair(run, seed++);
-        // A look at everything costs as much as there is.
-        int const pause = static_cast<int>(run.keyCount / 175);
-        for (int step = 0; step < 1000 * pause; ++step) {
-            ASSERT_TRUE(pair.Step()) << "step " << step;
-            ASSERT_TRUE(step % pause != 0 || pair.IsConsistent()) << "step " << step;
-            ASSERT_TRUE(step % (10 * pause) != 0 || pair.IsSame()) << "step " << step;
-            if (step == 600 * pause)
-                pair.Clear();
-        }
-    }
+    });
 }
 
-/// How it grows from there the slow tree shows.
-TYPED_TEST(TreesTest, TheRegionStartsAroundTheFirstObject) {
-    typename TypeParam::Tree tree;
-    EXPECT_EQ(tree.GetRoot(), nullptr);
-    EXPECT_EQ(tree.FindNode({}), nullptr);
-    EXPECT_EQ(tree.GetInfo().capacity, TypeParam::kCapacity);
-    EXPECT_EQ(tree.Insert(1U, PointAt<TypeParam>(2)), 1);
-    Corners<TypeParam::kDimension> around;
-    around.min.fill(-50);
-    around.max.fill(50);
-    around.min[0] = -48;
-    around.max[0] = 52;
-    EXPECT_EQ(std::bit_cast<decltype(around)>(tree.GetRoot()->GetRegion()), around);
-    EXPECT_EQ(tree.FindNode(std::bit_cast<typename TypeParam::Point>(around.min))->GetCount(), 1);
-    EXPECT_EQ(tree.FindNode(std::bit_cast<typename TypeParam::Point>(around.max)), nullptr);
-}
-
-TYPED_TEST(TreesTest, BoxesMeetWithinATolerance) {
-    constexpr double kTouch = TypeParam::kTolerances.first;
-    constexpr double kLeast = TypeParam::kTolerances.second;
-    struct Row {
-        double low, high;
-        bool meets, meetsStrictly, isWithin, holdsLow;
-    };
-    Row const rows[] = {{0, 1, true, true, false, true},
-                        {0, 0.5, true, true, true, true},
-                        {0.5, 2, true, true, false, true},
-                        {1, 2, true, false, false, false},
-                        {1 + kTouch / 2, 2, true, false, false, false},
-                        {1 + kTouch * 2, 2, false, false, false, false},
-                        {-1, -kTouch / 2, true, false, false, false},
-                        {-1, -kTouch * 2, false, false, false, false},
-                        {-1, kLeast * 2, true, true, false, false},
-                        {-1, kLeast / 2, true, false, false, false},
-                        {1 - kLeast / 2, 2, true, false, false, true}};
-    for (Row const &row : rows) {
-        for (std::size_t axis = 0; axis < TypeParam::kDimension; ++axis) {
-            Corners<TypeParam::kDimension> unit, other;
-            unit.max.fill(1);
-            other.max.fill(0.5);
-            other.min[axis] = row.low;
-            other.max[axis] = row.high;
-            auto const a = BoxOf<TypeParam>(unit), b = BoxOf<TypeParam>(other);
-            SCOPED_TRACE(testing::Message() << row.low << " to " << row.high << " along " << axis);
-            EXPECT_EQ(TypeParam::Meets(a, b, 0), row.meets);
-            EXPECT_EQ(TypeParam::Meets(b, a, 1), row.meetsStrictly);
-            EXPECT_EQ(TypeParam::IsWithin(b, a), row.isWithin);
-            EXPECT_EQ(TypeParam::Holds(a, std::bit_cast<typename TypeParam::Point>(other.min)), row.holdsLow);
-        }
-    }
+TEST(MPntOcTree, PointsComeInTheOrderOfTheSlowTree) {
+    LeadBothThrough<Points>({
+        {.capacity = 2, .extent = 9, .size = 3},
+        {.capacity = 3, .extent = 10, .size = 4, .lattice = 0.5},
+        {.capacity = 4, .extent = 9, .size = 3, .clusterRate = 0.9, .clusterSize = 0.05, .keyCount = 1400},
+        {.capacity = 5, .extent = 7, .size = 1, .halvings = 20},
+        {.capacity = 3, .extent = 7, .size = 4, .isWithoutLoss = true},
+        {.capacity = 30, .extent = 7, .size = 5, .clusterRate = 0.3, .clusterSize = 1e-3},
+    });
 }
 
 TYPED_TEST(TreesTest, ObjectsMoveComputeTheirBoxesAndGoInAnyOrder) {
@@ -527,6 +622,7 @@ TYPED_TEST(TreesTest, NullBadNumbersAndWhatNoRegionHoldsAreRefused) {
     double const nan = std::numeric_limits<double>::quiet_NaN();
     using Box = typename TypeParam::Box;
     typename TypeParam::Tree tree;
+    EXPECT_EQ(tree.GetInfo().capacity, TypeParam::kCapacity);
     for (Box const &bad : {PointAt<TypeParam>(nan), PointAt<TypeParam>(0, std::numeric_limits<double>::infinity())})
         EXPECT_EQ(tree.Insert(1U, bad), 0);
     EXPECT_EQ(tree.Exist(1U) + tree.Delete(1U) + tree.Insert(nullptr) + tree.Delete(nullptr), 0);
@@ -564,6 +660,15 @@ TYPED_TEST(TreesTest, AnObjectInsertedTwiceIsInTwoPlaces) {
     for (int const isThere : {1, 1, 0})
         EXPECT_EQ(tree.Delete(&object), isThere);
     EXPECT_EQ(HitsOf<TypeParam>(other, PointAt<TypeParam>(0)), Keys{0});
+}
+
+template <typename In>
+class ShortageOfTrees : public FailingMemoryTest {};
+TYPED_TEST_SUITE(ShortageOfTrees, Dimensions);
+
+TYPED_TEST(ShortageOfTrees, IsFilledAgain) {
+    using Trees = Forest<TypeParam>;
+    WorkInShortages<Trees>([](Trees &trees) { trees.Work(); }, [](Trees const &trees) { return trees.Hits(); });
 }
 
 } // namespace zvi::lib::test
