@@ -5,6 +5,7 @@
 #include "tests/TemporaryFolder.h"
 #include "tests/spatial/Bodies.h"
 
+#include "zvi/base/Index.h"
 #include "zvi/interface/IProgressBar.h"
 #include "zvi/spatial/triangles/ContactProgressDetail.h"
 #include "zvi/spatial/triangles/TriangleBoxDetail.h"
@@ -15,6 +16,7 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <map>
 #include <memory>
 #include <random>
 #include <set>
@@ -59,9 +61,8 @@ public:
     }
     int GetTriangle(void *item, float *a, float *b, float *c, float *normal) override {
         Corners const &corners = static_cast<Triangle *>(item)->corners;
-        std::ranges::copy(corners[0], a);
-        std::ranges::copy(corners[1], b);
-        std::ranges::copy(corners[2], c);
+        for (std::size_t i = 0; i < 3; ++i)
+            std::ranges::copy(corners[i], std::array{a, b, c}[i]);
         normal[2] = 1;
         return static_cast<Triangle *>(item)->group != 9 ? 1 : 0;
     }
@@ -71,6 +72,37 @@ int Insert(CTriangleSpatialIndex &index, Triangle &triangle, float tol) {
     Corners const &c = triangle.corners;
     return index.Insert(c[0].data(), c[1].data(), c[2].data(), triangle.group, tol, &triangle);
 }
+
+/// Triangles of three groups, and their pairs.
+struct SlowSearch {
+    float const tol;
+    std::vector<Triangle> triangles = std::vector<Triangle>(250);
+    std::set<std::pair<Triangle *, Triangle *>> pairs; ///< the later one first
+    std::map<std::array<int, 2>, std::multiset<double>> gaps;
+
+    explicit SlowSearch(unsigned seed) : tol(seed == 3 ? 0.0f : 0.25f) {
+        std::mt19937 random(seed);
+        std::uniform_real_distribution<float> place(0, 10);
+        std::normal_distribution<float> side(0, seed == 2 ? 2.0f : 0.5f);
+        for (std::size_t i = 0; i < triangles.size(); ++i) {
+            FloatPoint const begin = {place(random), place(random), seed == 3 ? 5.0f : place(random)};
+            for (FloatPoint &p : triangles[i].corners)
+                p = {begin[0] + side(random), begin[1] + side(random), begin[2] + (seed == 3 ? 0 : side(random))};
+            triangles[i].group = static_cast<int>(i % 3);
+            for (std::size_t j = 0; j < i; ++j)
+                Compare(triangles[i], triangles[j]);
+        }
+        EXPECT_GT(pairs.size(), 20u);
+    }
+
+    void Compare(Triangle &later, Triangle &earlier) {
+        double const gap = GapOf(later, earlier);
+        if (later.group == earlier.group || gap > static_cast<double>(tol))
+            return;
+        pairs.emplace(&later, &earlier);
+        gaps[{std::min(later.group, earlier.group), std::max(later.group, earlier.group)}].insert(gap);
+    }
+};
 
 class Bar : public zvi_interface::IProgressBar {
 public:
@@ -111,40 +143,53 @@ TEST(TriangleBox, TouchesWhatHasNoDistance) {
 TEST(CTriangleSpatialIndex, FindsThePairsThatASlowSearchFinds) {
     for (unsigned const seed : {1u, 2u, 3u}) {
         SCOPED_TRACE(seed);
-        std::mt19937 random(seed);
-        std::uniform_real_distribution<float> place(0, 10);
-        std::normal_distribution<float> side(0, seed == 2 ? 2.0f : 0.5f);
-        std::vector<Triangle> triangles(250);
-        for (std::size_t i = 0; i < triangles.size(); ++i) {
-            FloatPoint const begin = {place(random), place(random), seed == 3 ? 5.0f : place(random)};
-            for (FloatPoint &p : triangles[i].corners)
-                p = {begin[0] + side(random), begin[1] + side(random), begin[2] + (seed == 3 ? 0 : side(random))};
-            triangles[i].group = static_cast<int>(i % 3);
-        }
-        float const tol = seed == 3 ? 0.0f : 0.25f;
+        SlowSearch slow(seed);
         float const box[] = {-9, -9, -9, 19, 19, 19};
         CTriangleSpatialIndex index(box, 20, seed == 1 ? 1.9f : 0.0f);
         int stored = 0;
-        for (Triangle &triangle : triangles)
-            stored += Insert(index, triangle, tol / 2 + 1e-5f);
+        for (Triangle &triangle : slow.triangles)
+            stored += Insert(index, triangle, slow.tol / 2 + 1e-5f);
         EXPECT_EQ(index.GetItemCount(), stored);
         EXPECT_TRUE(index.IsConsistent());
         Comparison comparison;
-        index.FindTriWithinTol(tol, &comparison);
-        std::set<std::pair<Triangle *, Triangle *>> expected;
-        for (auto first = triangles.begin(); first != triangles.end(); ++first) {
-            for (auto second = triangles.begin(); second != first; ++second) {
-                if (first->group != second->group && GapOf(*first, *second) <= static_cast<double>(tol))
-                    expected.emplace(&*first, &*second);
-            }
-        }
+        index.FindTriWithinTol(slow.tol, &comparison);
         std::set<std::pair<Triangle *, Triangle *>> const found(comparison.reported.begin(), comparison.reported.end());
-        EXPECT_EQ(found, expected) << "the one stored later comes first";
-        EXPECT_GT(expected.size(), 20u);
+        EXPECT_EQ(found, slow.pairs) << "the one stored later comes first";
         index.RemoveAll();
         EXPECT_EQ(index.GetItemCount(), 0);
         EXPECT_TRUE(index.IsConsistent());
-        EXPECT_GT(Insert(index, triangles[0], tol), 0);
+        EXPECT_GT(Insert(index, slow.triangles[0], slow.tol), 0);
+    }
+}
+
+/// Sizes are powers of two, so that distances change with them to the last bit.
+TEST(FindBodyContacts, FindsThePairsThatASlowSearchFinds) {
+    for (auto const &[seed, size] : Rows<unsigned, double>("1 1; 1 0x1p-100; 1 0x1p100; 2 1; 3 1")) {
+        SCOPED_TRACE(seed);
+        SlowSearch slow(seed);
+        double const tolerance = static_cast<double>(slow.tol) * size;
+        std::vector<TriangleBody> bodies(3);
+        for (Triangle const &triangle : slow.triangles) {
+            BodyTriangle &placed = bodies[base::Index(triangle.group)].emplace_back(Doubles(triangle.corners));
+            for (MVector<double, 3> &p : placed)
+                p = (p + MVector<double, 3>(0, 0, 1024)) * size;
+        }
+        BodyContacts const found = FindBodyContacts(bodies, tolerance);
+        ASSERT_EQ(found.contacts.size(), slow.gaps.size()) << size;
+        for (BodyContact const &contact : found.contacts) {
+            std::multiset<double> const &gaps = slow.gaps[contact.bodies];
+            EXPECT_EQ(contact.pairCount, gaps.size()) << size;
+            EXPECT_DOUBLE_EQ(contact.smallestGap, *gaps.begin() * size);
+            MVector<double, 3> const d = contact.nearest[0] - contact.nearest[1];
+            EXPECT_NEAR(std::hypot(d[0], d[1], d[2]), contact.smallestGap, 1e-12 * size);
+            std::set<int> used;
+            for (ContactPatch const &patch : contact.patches) {
+                EXPECT_LE(patch.smallestGap, tolerance);
+                for (int const triangle : patch.triangles[0])
+                    EXPECT_TRUE(used.insert(triangle).second) << "in two patches";
+            }
+        }
+        EXPECT_FALSE(FindBodyContacts(bodies, tolerance, 3).isComplete);
     }
 }
 
@@ -250,12 +295,6 @@ TEST(CTriangleSpatialIndex, WritesItsTriangles) {
 }
 
 TEST_F(FailingMemoryTest, TrianglesAreFilledInAgain) {
-    struct Touching final : ICompTri {
-        int reported = 0;
-        int Compare(void *, void *, float) override { return 1; }
-        void Report(void *, void *) override { ++reported; }
-        int GetTriangle(void *, float *, float *, float *, float *) override { return 0; }
-    };
     struct Work {
         std::unique_ptr<CTriangleSpatialIndex> index;
         std::array<std::size_t, 3> found{};
@@ -265,17 +304,17 @@ TEST_F(FailingMemoryTest, TrianglesAreFilledInAgain) {
             EXPECT_TRUE(!work.index || work.index->IsConsistent());
             float const box[] = {0, 0, 0, 9, 9, 9};
             work.index = std::make_unique<CTriangleSpatialIndex>(box, 7, 0.0f);
-            for (int group = 0; group < 4; ++group) {
-                Triangle triangle{{{{1, 1, 1}, {8, 1, 1}, {1, 8, 2}}}, group};
-                if (group % 2 != 0)
+            std::array<Triangle, 4> triangles;
+            for (int group = 0; Triangle & triangle : triangles) {
+                triangle = {{{{1, 1, 1}, {8, 1, 1}, {1, 8, 2}}}, group++};
+                if (group % 2 == 0)
                     triangle.corners[2] = {2, 2, 2};
                 Insert(*work.index, triangle, 0.5f);
             }
-            Touching touching;
-            work.index->FindTriWithinTol(1, &touching);
+            Comparison comparison;
+            work.index->FindTriWithinTol(1, &comparison);
             TriangleBody const body = CubeAt({});
-            work.found = {static_cast<std::size_t>(touching.reported),
-                          FindBodyContacts({body, body}, 1.0).contacts.size(),
+            work.found = {comparison.reported.size(), FindBodyContacts({body, body}, 1.0).contacts.size(),
                           static_cast<std::size_t>(work.index->GetItemCount())};
         },
         [](Work const &work) { return std::pair(work.found, work.index->IsConsistent()); });

@@ -4,12 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cmath>
 #include <limits>
-#include <map>
-#include <random>
-#include <set>
 
 namespace zvi::lib::test {
 
@@ -18,49 +13,6 @@ namespace {
 using Point = MVector<double, 3>;
 
 } // namespace
-
-TEST(FindBodyContacts, FindsWhatComparingAllTrianglesFinds) {
-    for (double const size : {1.0, 1e-30, 1e30}) {
-        std::mt19937 random(21);
-        std::uniform_real_distribution<double> place(-20, 20);
-        std::normal_distribution<double> side(0, 2);
-        std::vector<TriangleBody> bodies(4);
-        std::vector<std::pair<int, BodyTriangle>> all;
-        for (int i = 0; i < 300; ++i) {
-            Point const begin(place(random), place(random), 1e3 + place(random) / 4);
-            auto const corner = [&] { return (begin + Point(side(random), side(random), side(random))) * size; };
-            all.emplace_back(i % 4, BodyTriangle{corner(), corner(), corner()});
-            bodies[static_cast<std::size_t>(i) % 4].push_back(all.back().second);
-        }
-        double const tolerance = 0.7 * size;
-        std::map<std::array<int, 2>, std::uint64_t> pairs;
-        std::map<std::array<int, 2>, double> gaps;
-        for (auto const &[a, t] : all) {
-            for (auto const &[b, u] : all) {
-                double const distance = a < b ? DistanceOf(t, u) : HUGE_VAL;
-                if (distance > tolerance)
-                    continue;
-                ++pairs[{a, b}];
-                gaps[{a, b}] = std::min(gaps.try_emplace({a, b}, distance).first->second, distance);
-            }
-        }
-        BodyContacts const found = FindBodyContacts(bodies, tolerance);
-        ASSERT_EQ(found.contacts.size(), pairs.size()) << size;
-        for (BodyContact const &contact : found.contacts) {
-            EXPECT_EQ(contact.pairCount, pairs[contact.bodies]) << size;
-            EXPECT_EQ(contact.smallestGap, gaps[contact.bodies]);
-            Point const d = contact.nearest[0] - contact.nearest[1];
-            EXPECT_NEAR(std::hypot(d[0], d[1], d[2]), contact.smallestGap, 1e-12 * size);
-            std::set<int> used;
-            for (ContactPatch const &patch : contact.patches) {
-                EXPECT_LE(patch.smallestGap, tolerance);
-                for (int const triangle : patch.triangles[0])
-                    EXPECT_TRUE(used.insert(triangle).second) << "in two patches";
-            }
-        }
-        EXPECT_FALSE(FindBodyContacts(bodies, tolerance, 3).isComplete);
-    }
-}
 
 TEST(FindBodyContacts, PutsTrianglesThatHangTogetherIntoOnePatch) {
     // The middle cube stands on two others, 0.25 above them; these are far apart.
