@@ -1,5 +1,6 @@
 // Distinct objects on distinct threads never meet. Run under the thread sanitizer, which sees what they would share.
 
+#include "tests/spatial/Trees.h"
 #include "zvi/zvi.h"
 
 #include <gtest/gtest.h>
@@ -78,29 +79,18 @@ std::string Curves() {
     return text;
 }
 
-std::string Trees() {
-    MQuadTree tree(10, 10, 4);
-    MOcTree space(10, 10, 4);
-    for (unsigned int key = 0; key < 300; ++key) {
-        double const x = key * 37 % 101;
-        double const y = key * 53 % 97;
-        tree.Insert(key, {x, y, x + 3, y + 2});
-        space.Insert(key, {x, y, x, x + 3, y + 2, x + 1});
-        if (key % 5 == 0)
-            tree.Delete(key / 2);
-        if (key % 7 == 0)
-            space.Delete(key / 2);
-    }
-    MList<MQuadObj *> hits;
-    MList<MOcObj *> hitsInSpace;
-    tree.GetIntersectObjList({20, 20, 60, 50}, hits, 0);
-    space.GetIntersectObjList({20, 20, 20, 60, 50, 50}, hitsInSpace, 0);
+template <typename In>
+std::string TextOfTrees() {
+    Forest<In> forest;
+    forest.Work();
     std::string text;
-    for (MQuadObj *hit : hits)
-        text += std::to_string(hit->GetKey()) + " ";
-    for (MOcObj *hit : hitsInSpace)
-        text += std::to_string(hit->GetItr()) + " ";
+    for (double const end : forest.Hits())
+        text += std::to_string(end) + " ";
     return text;
+}
+
+std::string Trees() {
+    return TextOfTrees<Plane>() + TextOfTrees<Space>();
 }
 
 std::string PointsAndBodies() {

@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -129,5 +130,54 @@ Keys HitsOf(typename In::Tree const &tree, typename In::Box const &query, int st
         keys.push_back(In::KeyOf(*object));
     return keys;
 }
+
+/// A tree with objects of its own and of others, which outlive it.
+template <typename In>
+struct Forest {
+    std::unique_ptr<typename In::Tree> tree;
+    std::vector<typename In::Object> objects = std::vector<typename In::Object>(40);
+
+    static typename In::Box Between(double low, double high) {
+        Corners<In::kDimension> corners;
+        for (std::size_t a = 0; a < In::kDimension; ++a)
+            corners.min[a] = low / static_cast<double>(a + 1);
+        corners.max.fill(high);
+        return BoxOf<In>(corners);
+    }
+
+    /// Grows softly and by doubling, splits, is overfull by clusters, shrinks again; one pool is long.
+    void Work() {
+        if (tree)
+            tree->Clear();
+        else
+            tree = std::make_unique<typename In::Tree>(10.0, 10.0, 4);
+        for (unsigned int i = 0; i < 60; ++i)
+            tree->Insert(i, Between(i * i % 53, i * i % 53 + 0.1 * i));
+        for (typename In::Object &object : objects) {
+            auto const i = static_cast<double>(&object - objects.data());
+            Put(object, Between(i, i + (i < 20 ? 0.0 : 300.0)));
+            tree->Insert(&object);
+        }
+        for (unsigned int i = 100; i < 700; ++i)
+            tree->Insert(i, Between(-0.01 * i, 50 + 0.01 * i));
+        HitsOf<In>(*tree, Between(-6.95, -6.5));
+        for (unsigned int i = 0; i < 660; i += 3)
+            tree->Delete(i);
+        Put(objects[5], Between(3, 4));
+        for (std::size_t i = 0; i < objects.size(); i += 2)
+            tree->Delete(&objects[i]);
+    }
+
+    static void Put(typename In::Object &object, typename In::Box box) { object.SetMBR(box); }
+
+    std::vector<double> Hits() const {
+        MList<typename In::Object *> list;
+        std::vector<double> ends{tree->IsConsistent() ? 1.0 : 0.0};
+        tree->GetIntersectObjList(Between(-4, 30), list, 0);
+        for (typename In::Object *object : list)
+            ends.push_back(object->GetMBR().maxX);
+        return ends;
+    }
+};
 
 } // namespace zvi::lib::test

@@ -211,7 +211,6 @@ private:
 
     static bool IsScattered(Node const &node, Box const &m) {
         std::size_t const own = node.ChildFor(m);
-        std::size_t const first = node.pool.size() > 1 ? node.ChildFor(node.pool[0]->mbr) : own;
         auto const centre = [](Box const &box) {
             std::array<double, kDimension> middle;
             for (std::size_t a = 0; a < kDimension; ++a)
@@ -219,11 +218,10 @@ private:
             return middle;
         };
         double const near = Distance(node.region.min, node.region.max) / 20.0;
-        auto const isElsewhere = [&](Object const *o) { return node.ChildFor(o->mbr) != first; };
-        auto const isFar = [&](Object const *o) { return Distance(centre(m), centre(o->mbr)) >= near; };
-        if (own != first || (node.pool.size() > 1 && std::any_of(node.pool.begin(), node.pool.end(), isElsewhere)))
-            return true;
-        return own < Node::kChildCount && std::any_of(node.pool.begin(), node.pool.end(), isFar);
+        return std::any_of(node.pool.begin(), node.pool.end(), [&](Object const *o) {
+            bool const isElsewhere = node.pool.size() > 1 && node.ChildFor(o->mbr) != own;
+            return isElsewhere || (own < Node::kChildCount && Distance(centre(m), centre(o->mbr)) >= near);
+        });
     }
 
     static bool Delete(Node &node, Object *object, bool anywhere) {
@@ -507,55 +505,6 @@ struct Moving : In::Object {
 
 using Dimensions = testing::Types<Plane, Space>;
 
-/// A tree with objects of its own and of others, which outlive it.
-template <typename In>
-struct Forest {
-    std::unique_ptr<typename In::Tree> tree;
-    std::vector<typename In::Object> objects = std::vector<typename In::Object>(40);
-
-    static typename In::Box Between(double low, double high) {
-        Corners<In::kDimension> corners;
-        for (std::size_t a = 0; a < In::kDimension; ++a)
-            corners.min[a] = low / static_cast<double>(a + 1);
-        corners.max.fill(high);
-        return BoxOf<In>(corners);
-    }
-
-    /// Grows softly and by doubling, splits, is overfull by clusters, shrinks again; one pool is long.
-    void Work() {
-        if (tree)
-            tree->Clear();
-        else
-            tree = std::make_unique<typename In::Tree>(10.0, 10.0, 4);
-        for (unsigned int i = 0; i < 60; ++i)
-            tree->Insert(i, Between(i * i % 53, i * i % 53 + 0.1 * i));
-        for (typename In::Object &object : objects) {
-            auto const i = static_cast<double>(&object - objects.data());
-            Put(object, Between(i, i + (i < 20 ? 0.0 : 300.0)));
-            tree->Insert(&object);
-        }
-        for (unsigned int i = 100; i < 700; ++i)
-            tree->Insert(i, Between(-0.01 * i, 50 + 0.01 * i));
-        HitsOf<In>(*tree, Between(-6.95, -6.5));
-        for (unsigned int i = 0; i < 660; i += 3)
-            tree->Delete(i);
-        Put(objects[5], Between(3, 4));
-        for (std::size_t i = 0; i < objects.size(); i += 2)
-            tree->Delete(&objects[i]);
-    }
-
-    static void Put(typename In::Object &object, typename In::Box box) { object.SetMBR(box); }
-
-    std::vector<double> Hits() const {
-        MList<typename In::Object *> list;
-        std::vector<double> ends{tree->IsConsistent() ? 1.0 : 0.0};
-        tree->GetIntersectObjList(Between(-4, 30), list, 0);
-        for (typename In::Object *object : list)
-            ends.push_back(object->GetMBR().maxX);
-        return ends;
-    }
-};
-
 } // namespace
 
 TYPED_TEST_SUITE(TreesTest, Dimensions);
@@ -660,6 +609,22 @@ TYPED_TEST(TreesTest, AnObjectInsertedTwiceIsInTwoPlaces) {
     for (int const isThere : {1, 1, 0})
         EXPECT_EQ(tree.Delete(&object), isThere);
     EXPECT_EQ(HitsOf<TypeParam>(other, PointAt<TypeParam>(0)), Keys{0});
+}
+
+TEST(MOcTree, AnEmptyRootIsToldByItsFlag) {
+    // Sizes of 0 make the region a point, which no later object makes anew.
+    MOcNode node;
+    MOcObj first, second;
+    first.SetItr(7);
+    EXPECT_EQ(node.Insert(&first) + node.Insert(&second) + node.FirstInsert(nullptr), -1);
+    EXPECT_EQ(node.GetPool().GetAt(0)->GetItr(), 7U);
+    EXPECT_EQ(node.GetRegion().minX, -50);
+    MOcTree flat(0, 0, 4);
+    flat.SetDraw(flat.IsDraw() + 3);
+    EXPECT_EQ(flat.IsDraw(), 3);
+    EXPECT_EQ(flat.Insert(std::uint64_t{1} << 40, PointAt<Space>(0)), 1);
+    EXPECT_EQ(flat.Insert(2U, BoxOf<Space>(Corners<3>::At({1, 1, 1}))), 1);
+    EXPECT_EQ(flat.GetInfo().sizeZ, 100) << "there is no argument for it";
 }
 
 template <typename In>
