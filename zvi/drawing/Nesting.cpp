@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <map>
+#include <optional>
 
 namespace zvi::lib::drawing {
 
@@ -70,14 +71,20 @@ public:
         FindLeftmost();
         std::sort(order.begin(), order.end(),
                   [this](int a, int b) { return ComesFirst(m_leftmost[Index(a)], m_leftmost[Index(b)]); });
-        StretchIndex const index = MakeIndex();
+        m_index.emplace(MakeIndex());
         std::size_t const parts = std::min(order.size(), m_workers.PartsOf(m_stretches.size()));
         m_workers.Do(parts, [&](std::size_t part) {
-            Glance glance{{}, std::vector<Runs>(m_stretches.size())};
+            Glance glance = NewGlance();
             for (std::size_t i = part * order.size() / parts; i < (part + 1) * order.size() / parts; ++i)
-                seen[Index(order[i])] = WalkLeftOf(index, order[i], glance);
+                seen[Index(order[i])] = WalkLeftOf(order[i], glance);
         });
         return seen;
+    }
+
+    /// The least of the bounded faces that a part stands in, from all that passes on its left.
+    int WalkAround(int part) const {
+        Glance glance = NewGlance();
+        return LeastWalkAround(PointOf(part, glance), part, glance);
     }
 
 private:
@@ -85,7 +92,11 @@ private:
     struct Glance {
         std::vector<Sight> sights;
         std::vector<Runs> runs; ///< of each edge
+        std::vector<int> near;
+        StretchIndex::Search search;
     };
+
+    Glance NewGlance() const { return {{}, std::vector<Runs>(m_stretches.size()), {}, {}}; }
 
     /// Of each walk the outside of its part.
     std::vector<int> PartsOf() const {
@@ -136,19 +147,62 @@ private:
 
     /// Calls `look(stretch)` for what may pass on the left of a point of the view, until that is too far away.
     template <typename Look>
-    void LookLeft(StretchIndex const &index, DrawingPoint p, Look look) const {
+    void LookLeft(DrawingPoint p, Look look) const {
         if (m_isIndexTurned)
-            index.LookAlong(p, {-1.0, 0.0}, look);
+            m_index->LookAlong(p, {-1.0, 0.0}, look);
         else
-            index.LookAlong(m_view.TurnedBack(p), m_view.Leftwards(), look);
+            m_index->LookAlong(m_view.TurnedBack(p), m_view.Leftwards(), look);
     }
 
-    /// The walk on the near side of the curve next to the left of the part's leftmost point.
-    int WalkLeftOf(StretchIndex const &index, int part, Glance &glance) const {
-        DrawingPoint const p = m_leftmost[Index(part)];
+    /// How far the edges of other parts keep from a point of the view; `m_moved` if none comes so near that the two may
+    /// have changed places.
+    double ClearanceOf(DrawingPoint p, int part, Glance &glance) const {
+        DrawingPoint const at = m_isIndexTurned ? p : m_view.TurnedBack(p);
+        m_index->Find(Grown({at.x, at.y, at.x, at.y}, m_moved), glance.near, glance.search);
+        double clearance = m_moved;
+        for (int const i : glance.near) {
+            Stretch const &s = m_stretches[Index(i)];
+            bool const isFar = s.isArc && std::fabs(OutOfCircle(s, p)) >= clearance;
+            if (!isFar && PartOf(m_edges[Index(i)]) != part)
+                clearance = std::min(clearance, DistanceTo(s, p));
+        }
+        return clearance;
+    }
+
+    /// The point of a part that is looked from: its leftmost one, or, if places have moved and another part comes near
+    /// that, of it, its last one from the left, its lowest and highest ones, and the middle of its longest edge the one
+    /// that stands clearest.
+    DrawingPoint PointOf(int part, Glance &glance) const {
+        DrawingPoint clearest = m_leftmost[Index(part)];
+        double most = m_map.Places().AreAllAlone() ? m_moved : ClearanceOf(clearest, part, glance);
+        if (most >= m_moved)
+            return clearest;
+        DrawingPoint rightmost = clearest, lowest = clearest, highest = clearest, middle = clearest;
+        double longest = 0.0;
+        for (HalfEdge const h : WalkFrom(m_map, m_walks.walks[Index(part)].first)) {
+            Stretch const s = m_view.Turned(m_map.Edge(h).stretch);
+            rightmost = std::max(rightmost, s.start, ComesFirst);
+            lowest = s.start.y < lowest.y ? s.start : lowest;
+            highest = s.start.y > highest.y ? s.start : highest;
+            if (LengthOf(s) > longest) {
+                longest = LengthOf(s);
+                middle = PointAt(s, 0.5);
+            }
+        }
+        for (DrawingPoint const p : {rightmost, lowest, highest, middle})
+            if (double const clearance = ClearanceOf(p, part, glance); clearance > most) {
+                most = clearance;
+                clearest = p;
+            }
+        return clearest;
+    }
+
+    /// The walk on the near side of the curve next to the left of the part.
+    int WalkLeftOf(int part, Glance &glance) const {
+        DrawingPoint const p = PointOf(part, glance);
         double farthest = -HUGE_VAL; // what is of interest so far
         glance.sights.clear();
-        LookLeft(index, p, [&](int i) {
+        LookLeft(p, [&](int i) {
             if (PartOf(m_edges[Index(i)]) != part)
                 farthest = std::max(farthest, AddSights(i, p, farthest, glance) - m_moved);
             return p.x - farthest + m_snap;
@@ -161,16 +215,15 @@ private:
         bool const isAlone = std::all_of(glance.sights.begin(), glance.sights.end(), [&first](Sight const &sight) {
             return sight.edge == first.edge && sight.x == first.x;
         });
-        return isAlone ? RightOf(first) : LeastWalkAround(index, part, glance);
+        return isAlone ? RightOf(first) : LeastWalkAround(p, part, glance);
     }
 
-    /// The least of the bounded faces that the part's leftmost point lies in: those whose borders, all that pass on its
+    /// The least of the bounded faces that a point of a part lies in: those whose borders, all that pass on its
     /// left, lead into them once more than out of them. Which of the borders that have come near one another, or have
     /// changed places, stands before the other does not count.
-    int LeastWalkAround(StretchIndex const &index, int part, Glance &glance) const {
-        DrawingPoint const p = m_leftmost[Index(part)];
+    int LeastWalkAround(DrawingPoint p, int part, Glance &glance) const {
         std::vector<int> edges;
-        LookLeft(index, p, [&](int i) {
+        LookLeft(p, [&](int i) {
             if (PartOf(m_edges[Index(i)]) != part)
                 edges.push_back(i);
             return HUGE_VAL;
@@ -232,6 +285,7 @@ private:
     std::vector<int> m_edges;             ///< those in the map
     std::vector<Stretch> m_stretches;     ///< theirs, turned
     std::vector<DrawingPoint> m_leftmost; ///< of each part, at its outside
+    std::optional<StretchIndex> m_index;
     bool m_isIndexTurned = false;
 };
 
@@ -240,12 +294,29 @@ private:
 std::vector<int> NestOutsides(PlanarMap const &map, FaceWalks const &walks, double snap, double moved,
                               Landmarks const &landmarks, base::Workers const &workers) {
     std::vector<int> order;
-    std::vector<int> const seen = LeftView(map, walks, snap, moved, landmarks, workers).SeenWalks(order);
+    LeftView view(map, walks, snap, moved, landmarks, workers);
+    std::vector<int> const seen = view.SeenWalks(order);
     std::vector<int> parents(walks.walks.size(), -1);
+    std::vector<bool> isSettled(walks.walks.size(), false), isPending = isSettled;
+    std::vector<int> pending; // each sees the outside of the next one
     for (int const outside : order) {
-        int const around = seen[Index(outside)];
-        if (around >= 0)
-            parents[Index(outside)] = walks.walks[Index(around)].isOutside ? parents[Index(around)] : around;
+        int part = outside, around = -1;
+        while (!isSettled[Index(part)] && !isPending[Index(part)]) {
+            isPending[Index(part)] = true;
+            pending.push_back(part);
+            around = seen[Index(part)];
+            if (around < 0 || !walks.walks[Index(around)].isOutside)
+                break;
+            part = around;
+        }
+        if (isSettled[Index(part)])
+            around = parents[Index(part)];
+        else if (part == around)
+            around = view.WalkAround(part); // parts that see one another stand in the same face
+        for (; !pending.empty(); pending.pop_back()) {
+            parents[Index(pending.back())] = around;
+            isSettled[Index(pending.back())] = true;
+        }
     }
     return parents;
 }
