@@ -190,10 +190,10 @@ std::vector<Face> BoundedFaces(PlanarMap const &map, FaceWalks const &walks, Pla
 
 } // namespace
 
-std::vector<Face> FindFaces(PlanarMap const &map, FaceWalks const &walks, double snap, double moved,
+std::vector<Face> FindFaces(PlanarMap const &map, FaceWalks const &walks, double snap, double same, double moved,
                             Landmarks const &landmarks, base::Workers const &workers) {
     PlaceOrder const order(map, snap);
-    std::vector<int> const parents = NestOutsides(map, walks, snap, moved, landmarks, workers);
+    std::vector<int> const parents = NestOutsides(map, walks, snap, same, moved, landmarks, workers);
     std::vector<int> faceOfWalk(walks.walks.size(), -1);
     std::vector<Face> faces = BoundedFaces(map, walks, order, faceOfWalk, workers);
     LoopSplitter splitter(map, order);

@@ -22,9 +22,9 @@ struct Face {
 /// The bounded faces of a map, ordered by the beginnings of their outer loops, from left to right and from below, then
 /// by the middles of their first edges alike; holes of one face alike. The parts of the drawing are nested in one
 /// another: what stands free inside a face is a hole of it, once for each simple loop of its outside. Places are at
-/// least `snap` apart, borders that are nearer to one another than `moved` may have changed places, and `walks` are
-/// those of the map.
-std::vector<Face> FindFaces(PlanarMap const &map, FaceWalks const &walks, double snap, double moved,
+/// least `snap` apart, less than `same` is nothing, borders that are nearer to one another than `moved` may have
+/// changed places, and `walks` are those of the map.
+std::vector<Face> FindFaces(PlanarMap const &map, FaceWalks const &walks, double snap, double same, double moved,
                             Landmarks const &landmarks, base::Workers const &workers);
 
 } // namespace zvi::lib::drawing

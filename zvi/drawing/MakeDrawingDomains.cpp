@@ -36,9 +36,13 @@ DrawingResult MakeDrawingDomains(std::vector<DrawingCurve> const &curves, Drawin
     DividedDrawing drawing = DivideDrawing(curves, options, [&progress](double done) { progress(kDivided * done); });
     Landmarks const &landmarks = drawing.curves.landmarks;
     double const moved = std::max(kMovedInTolerances * drawing.curves.tolerance, kMovedInSnaps * drawing.snap);
-    std::vector<Face> faces = FindFaces(drawing.map, drawing.walks, drawing.snap, moved, landmarks, workers);
+    double const same = SameDistance(drawing.curves.tolerance, drawing.snap, landmarks);
+    auto const findFaces = [&] {
+        return FindFaces(drawing.map, drawing.walks, drawing.snap, same, moved, landmarks, workers);
+    };
+    std::vector<Face> faces = findFaces();
     while (DropOverfullFaces(drawing, faces, workers))
-        faces = FindFaces(drawing.map, drawing.walks, drawing.snap, moved, landmarks, workers);
+        faces = findFaces();
     assert(!options.split || AreApart(drawing.map, faces, drawing.snap, moved));
     progress(kFacesFound);
     std::vector<DrawingGap> gaps = FindGaps(drawing, curves, workers);

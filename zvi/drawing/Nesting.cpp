@@ -12,6 +12,9 @@ namespace zvi::lib::drawing {
 
 namespace {
 
+/// A point that stands that many times as far from others as another one stands clearly clearer.
+constexpr double kClearer = 2.0;
+
 /// A drawing as it lies along and across the direction that moves with it, so that what stands in what does not change
 /// with how that is turned, and hardly anything stands straight above anything else.
 class TurnedView {
@@ -54,9 +57,10 @@ struct Runs {
 /// Finds what the parts see to their left.
 class LeftView {
 public:
-    LeftView(PlanarMap const &map, FaceWalks const &walks, double snap, double moved, Landmarks const &landmarks,
-             base::Workers const &workers)
-        : m_workers(workers), m_map(map), m_walks(walks), m_snap(snap), m_moved(moved), m_view(landmarks) {}
+    LeftView(PlanarMap const &map, FaceWalks const &walks, double snap, double same, double moved,
+             Landmarks const &landmarks, base::Workers const &workers)
+        : m_workers(workers), m_map(map), m_walks(walks), m_snap(snap), m_same(same), m_moved(moved),
+          m_view(landmarks) {}
 
     /// For each part, by its outside, the walk that its leftmost point lies in, -1 for none; `order` gets the outsides
     /// from left to right.
@@ -154,8 +158,7 @@ private:
             m_index->LookAlong(m_view.TurnedBack(p), m_view.Leftwards(), look);
     }
 
-    /// How far the edges of other parts keep from a point of the view; `m_moved` if none comes so near that the two may
-    /// have changed places.
+    /// How far the edges of other parts keep from a point of the view, as far as `m_moved`.
     double ClearanceOf(DrawingPoint p, int part, Glance &glance) const {
         DrawingPoint const at = m_isIndexTurned ? p : m_view.TurnedBack(p);
         m_index->Find(Grown({at.x, at.y, at.x, at.y}, m_moved), glance.near, glance.search);
@@ -169,15 +172,14 @@ private:
         return clearance;
     }
 
-    /// The point of a part that is looked from: its leftmost one, or, if places have moved and another part comes near
-    /// that, of it, its last one from the left, its lowest and highest ones, and the middle of its longest edge the one
-    /// that stands clearest.
+    /// The point of a part that is looked from: its leftmost one, or, if places have moved and that has come to lie on
+    /// another part, of its last one from the left, the middle of its longest edge, and its lowest and highest ones the
+    /// first that none stands clearly clearer than.
     DrawingPoint PointOf(int part, Glance &glance) const {
-        DrawingPoint clearest = m_leftmost[Index(part)];
-        double most = m_map.Places().AreAllAlone() ? m_moved : ClearanceOf(clearest, part, glance);
-        if (most >= m_moved)
-            return clearest;
-        DrawingPoint rightmost = clearest, lowest = clearest, highest = clearest, middle = clearest;
+        DrawingPoint const leftmost = m_leftmost[Index(part)];
+        if (m_map.Places().AreAllAlone() || ClearanceOf(leftmost, part, glance) >= m_same)
+            return leftmost;
+        DrawingPoint rightmost = leftmost, lowest = leftmost, highest = leftmost, middle = leftmost;
         double longest = 0.0;
         for (HalfEdge const h : WalkFrom(m_map, m_walks.walks[Index(part)].first)) {
             Stretch const s = m_view.Turned(m_map.Edge(h).stretch);
@@ -189,8 +191,10 @@ private:
                 middle = PointAt(s, 0.5);
             }
         }
-        for (DrawingPoint const p : {rightmost, lowest, highest, middle})
-            if (double const clearance = ClearanceOf(p, part, glance); clearance > most) {
+        DrawingPoint clearest = leftmost;
+        double most = 0.0;
+        for (DrawingPoint const p : {rightmost, middle, lowest, highest})
+            if (double const clearance = ClearanceOf(p, part, glance); clearance > kClearer * most) {
                 most = clearance;
                 clearest = p;
             }
@@ -279,6 +283,7 @@ private:
     PlanarMap const &m_map;
     FaceWalks const &m_walks;
     double m_snap;
+    double m_same; ///< a distance that is nothing
     double m_moved;
     TurnedView m_view;
     std::vector<int> m_parts;
@@ -291,10 +296,10 @@ private:
 
 } // namespace
 
-std::vector<int> NestOutsides(PlanarMap const &map, FaceWalks const &walks, double snap, double moved,
+std::vector<int> NestOutsides(PlanarMap const &map, FaceWalks const &walks, double snap, double same, double moved,
                               Landmarks const &landmarks, base::Workers const &workers) {
     std::vector<int> order;
-    LeftView view(map, walks, snap, moved, landmarks, workers);
+    LeftView view(map, walks, snap, same, moved, landmarks, workers);
     std::vector<int> const seen = view.SeenWalks(order);
     std::vector<int> parents(walks.walks.size(), -1);
     std::vector<bool> isSettled(walks.walks.size(), false), isPending = isSettled;
