@@ -295,7 +295,9 @@ private:
     }
 
     /// Whether a place is nothing but where a circle is taken to start.
-    bool IsStart(int place) const { return Index(place) < m_endCounts.size() && !IsEnd(place); }
+    bool IsStart(int place) const {
+        return Index(place) < m_endCounts.size() && !IsEnd(place) && m_joined.IsAlone(place);
+    }
 
     int AddPlace(DrawingPoint p) {
         m_joined.Add(p);
