@@ -4,6 +4,8 @@
 #include "apps/zvi/common/NearestName.h"
 #include "apps/zvi/common/Text.h"
 
+#include <CLI/CLI.hpp>
+
 #include <algorithm>
 
 namespace zvi::app {
@@ -96,7 +98,64 @@ private:
 
 } // namespace
 
-ParsedWords ParseCommandLine(CLI::App &app, std::vector<std::string> const &arguments, CommandLineForm const &form) {
+struct CommandLine::Grammar {
+    explicit Grammar(std::string const &description) : app(description) {}
+
+    template <typename Value>
+    CLI::Option *Add(std::string const &name, Value &value, std::string const &valueName,
+                     std::string const &description) {
+        return app.add_option(name, value, description)->type_name(valueName);
+    }
+
+    CLI::App app;
+    std::vector<std::string> words; ///< none: they do not come here
+};
+
+CommandLine::CommandLine(std::string const &verb, std::string const &description)
+    : m_grammar(std::make_unique<Grammar>(description)) {
+    m_grammar->app.name(verb);
+    m_grammar->app.set_help_flag("-h,--help", "This text");
+}
+
+CommandLine::~CommandLine() = default;
+
+void CommandLine::AddWord(std::string const &name, std::string const &description) {
+    m_grammar->Add(name, m_grammar->words, "", description)->expected(1);
+}
+
+void CommandLine::AddWords(std::string const &name, std::string const &description) {
+    m_grammar->Add(name, m_grammar->words, "", description);
+}
+
+void CommandLine::AddFlag(std::string const &name, bool &isGiven, std::string const &description) {
+    m_grammar->app.add_flag(name, isGiven, description);
+}
+
+void CommandLine::AddOption(std::string const &name, std::string &value, std::string const &valueName,
+                            std::string const &description) {
+    m_grammar->Add(name, value, valueName, description);
+}
+
+void CommandLine::AddOption(std::string const &name, std::optional<std::string> &value, std::string const &valueName,
+                            std::string const &description) {
+    m_grammar->Add(name, value, valueName, description);
+}
+
+void CommandLine::AddNumber(std::string const &name, std::optional<double> &value, double most,
+                            std::string const &valueName, std::string const &description) {
+    m_grammar->Add(name, value, valueName, description)->check(CLI::Range(0.0, most).description(""));
+}
+
+void CommandLine::AddList(std::string const &name, std::vector<std::string> &values, std::string const &valueName,
+                          std::string const &description) {
+    m_grammar->Add(name, values, valueName, description)
+        ->expected(1)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+        ->allow_extra_args(false);
+}
+
+ParsedWords CommandLine::Parse(std::vector<std::string> const &arguments, CommandLineForm const &form) {
+    CLI::App &app = m_grammar->app;
     Arguments read(app, form);
     read.Read(arguments);
     std::reverse(read.options.begin(), read.options.end());

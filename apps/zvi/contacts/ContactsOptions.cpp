@@ -61,17 +61,16 @@ ContactsOptions ParseContactsOptions(std::vector<std::string> const &arguments) 
     ContactsOptions options;
     std::optional<std::string> tolerance;
     std::optional<std::string> obj;
-    std::vector<std::string> shown;
     bool noProgress = false;
-    CLI::App app("Finds where bodies touch or nearly touch: pairs of triangles, the smallest gap, patches of contact.");
-    app.name("zvi contacts");
-    app.set_help_flag("-h,--help", "This text");
-    app.add_option("FILE", shown, "STL files; '-' or none: standard input")->type_name(" ");
-    app.add_option("--tolerance", tolerance, "Largest distance of triangles in contact; needed")->type_name("T");
-    app.add_flag("--json", options.json, "One JSON object instead of the table");
-    app.add_option("--obj", obj, "Write the patches to this file as Wavefront OBJ")->type_name("FILE");
-    app.add_flag("--no-progress", noProgress, "Do not show on a terminal what goes on");
-    ParsedWords parsed = ParseCommandLine(app, arguments, {kExamples, kFooter, false});
+    CommandLine line(
+        "zvi contacts",
+        "Finds where bodies touch or nearly touch: pairs of triangles, the smallest gap, patches of contact.");
+    line.AddWords("FILE", "STL files; '-' or none: standard input");
+    line.AddOption("--tolerance", tolerance, "T", "Largest distance of triangles in contact; needed");
+    line.AddFlag("--json", options.json, "One JSON object instead of the table");
+    line.AddOption("--obj", obj, "FILE", "Write the patches to this file as Wavefront OBJ");
+    line.AddFlag("--no-progress", noProgress, "Do not show on a terminal what goes on");
+    ParsedWords parsed = line.Parse(arguments, {kExamples, kFooter, false});
     options.help = parsed.help;
     if (!options.help.empty())
         return options;

@@ -52,16 +52,13 @@ struct ConvertOptions {
 ConvertOptions Parse(std::vector<std::string> const &arguments) {
     ConvertOptions options;
     std::optional<std::string> kind;
-    std::vector<std::string> shown;
-    CLI::App app("Converts a value from one unit label to another.");
-    app.name("zvi convert");
-    app.set_help_flag("-h,--help", "This text");
-    app.add_option("VALUE", shown, "A number or an expression")->type_name("")->expected(1);
-    app.add_option("FROM", shown, "The unit label of the value")->type_name("")->expected(1);
-    app.add_option("TO", shown, "The unit label to convert to")->type_name("")->expected(1);
-    app.add_option("--kind", kind, "A kind of quantity that must have both labels: its number or name")->type_name("K");
-    app.add_flag("--json", options.json, "One JSON object");
-    ParsedWords parsed = ParseCommandLine(app, arguments, {kExamples, kFooter});
+    CommandLine line("zvi convert", "Converts a value from one unit label to another.");
+    line.AddWord("VALUE", "A number or an expression");
+    line.AddWord("FROM", "The unit label of the value");
+    line.AddWord("TO", "The unit label to convert to");
+    line.AddOption("--kind", kind, "K", "A kind of quantity that must have both labels: its number or name");
+    line.AddFlag("--json", options.json, "One JSON object");
+    ParsedWords parsed = line.Parse(arguments, {kExamples, kFooter});
     options.help = parsed.help;
     if (!options.help.empty())
         return options;

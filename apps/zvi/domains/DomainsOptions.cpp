@@ -49,42 +49,34 @@ struct RawOptions {
     bool noProgress = false;
 };
 
-void Describe(CLI::App &app, DomainsOptions &options, RawOptions &raw) {
-    app.set_help_flag("-h,--help", "This text");
-    app.add_option("FILE", options.file, "The drawing; '-' or none: standard input")->type_name(" ");
-    app.add_option(
-           "--layer", raw.layers,
-           "Take this layer alone, also when it is off or frozen; '*' and '?' in it stand for any characters and for "
-           "one, capitals do not count; may be given again")
-        ->type_name("NAME")
-        ->expected(1)
-        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
-        ->allow_extra_args(false);
-    app.add_flag("--layers", options.listLayers, "List the layers with what is on them, and do no more");
-    app.add_option("--join", raw.join,
-                   "Join ends nearer than this, in drawing units (a millionth of the drawing's size); 0: as written")
-        ->type_name("T");
-    app.add_option(
-           "--chord-error", raw.chordError,
-           "Largest distance of a flattened curve from its chords, in drawing units (a quarter of --join or of its "
-           "default, whichever is less, and at most 1e-4 of the curve's size)")
-        ->type_name("E");
-    app.add_flag("--no-split", raw.noSplit, "Do not cut curves where they meet");
-    app.add_flag("--keep-duplicates", options.drawing.keepDuplicates, "Keep curves that lie on one another");
-    app.add_flag("--strict", options.strict, "Exit status 3 when something was left over");
-    app.add_flag("--leftovers", options.allLeftovers, "List everything that is left over, not only the first ten");
-    app.add_flag("--json", options.json, "One JSON object instead of the table");
-    app.add_option("--svg", raw.svg, "Draw the domains to this file")->type_name("FILE");
-    app.add_option("--dxf", raw.dxf,
-                   "Write the domains to this file as closed polylines, on the layers of their borders")
-        ->type_name("FILE");
-    app.add_flag("--dxf-cut", options.dxfForm.cut, "There the cut pieces of the borders instead, each once");
-    app.add_flag("--dxf-leftovers", options.dxfForm.leftovers,
+void Describe(CommandLine &line, DomainsOptions &options, RawOptions &raw) {
+    line.AddWord("FILE", "The drawing; '-' or none: standard input");
+    line.AddList(
+        "--layer", raw.layers, "NAME",
+        "Take this layer alone, also when it is off or frozen; '*' and '?' in it stand for any characters and for "
+        "one, capitals do not count; may be given again");
+    line.AddFlag("--layers", options.listLayers, "List the layers with what is on them, and do no more");
+    line.AddOption("--join", raw.join, "T",
+                   "Join ends nearer than this, in drawing units (a millionth of the drawing's size); 0: as written");
+    line.AddOption(
+        "--chord-error", raw.chordError, "E",
+        "Largest distance of a flattened curve from its chords, in drawing units (a quarter of --join or of its "
+        "default, whichever is less, and at most 1e-4 of the curve's size)");
+    line.AddFlag("--no-split", raw.noSplit, "Do not cut curves where they meet");
+    line.AddFlag("--keep-duplicates", options.drawing.keepDuplicates, "Keep curves that lie on one another");
+    line.AddFlag("--strict", options.strict, "Exit status 3 when something was left over");
+    line.AddFlag("--leftovers", options.allLeftovers, "List everything that is left over, not only the first ten");
+    line.AddFlag("--json", options.json, "One JSON object instead of the table");
+    line.AddOption("--svg", raw.svg, "FILE", "Draw the domains to this file");
+    line.AddOption("--dxf", raw.dxf, "FILE",
+                   "Write the domains to this file as closed polylines, on the layers of their borders");
+    line.AddFlag("--dxf-cut", options.dxfForm.cut, "There the cut pieces of the borders instead, each once");
+    line.AddFlag("--dxf-leftovers", options.dxfForm.leftovers,
                  std::string("There what is left over as well, on the layer ") + kLeftoverLayer);
-    app.add_option("--threads", raw.threads, "Let so many threads work on a large drawing; 0: as many as there are (1)")
-        ->type_name("N");
-    app.add_flag("--no-progress", raw.noProgress, "Do not show on a terminal what goes on");
-    app.add_option("--color", options.color, "Colour: auto, always, never (auto)")->type_name("WHEN");
+    line.AddOption("--threads", raw.threads, "N",
+                   "Let so many threads work on a large drawing; 0: as many as there are (1)");
+    line.AddFlag("--no-progress", raw.noProgress, "Do not show on a terminal what goes on");
+    line.AddOption("--color", options.color, "WHEN", "Colour: auto, always, never (auto)");
 }
 
 double Distance(std::string const &option, std::string const &word, bool zeroAllowed) {
@@ -156,11 +148,12 @@ void CheckOutputs(DomainsOptions const &options, RawOptions const &raw) {
 DomainsOptions ParseDomainsOptions(std::vector<std::string> const &arguments) {
     DomainsOptions options;
     RawOptions raw;
-    CLI::App app("Finds the closed domains of a drawing: ends that nearly meet are joined, curves are cut where they\n"
-                 "cross, duplicates are dropped, and what bounds nothing is told with its reason.");
-    app.name("zvi domains");
-    Describe(app, options, raw);
-    ParsedWords const parsed = ParseCommandLine(app, arguments, {kExamples, kFooter, false});
+    CommandLine line(
+        "zvi domains",
+        "Finds the closed domains of a drawing: ends that nearly meet are joined, curves are cut where they\n"
+        "cross, duplicates are dropped, and what bounds nothing is told with its reason.");
+    Describe(line, options, raw);
+    ParsedWords const parsed = line.Parse(arguments, {kExamples, kFooter, false});
     options.help = parsed.help;
     if (!options.help.empty())
         return options;

@@ -55,20 +55,15 @@ DrawIndexOptions ParseDrawIndexOptions(std::vector<std::string> const &arguments
     DrawIndexOptions options;
     std::optional<std::string> capacity;
     bool noProgress = false;
-    CLI::App app("Draws the quadtree that indexes the curves of a drawing by their bounding rectangles.");
-    app.name("zvi draw-index");
-    app.set_help_flag("-h,--help", "This text");
-    app.add_option("FILE", options.file, "The drawing; '-' or none: standard input")->type_name(" ");
-    app.add_option("--svg", options.svgFile, "Draw to this file")->type_name("FILE");
-    app.add_option("--capacity", capacity, "Curves that a leaf holds before it splits (8)")->type_name("N");
-    app.add_option("--layer", options.reading.layers,
-                   "Take this layer alone, also when it is off or frozen; may be given again")
-        ->type_name("NAME")
-        ->expected(1)
-        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
-        ->allow_extra_args(false);
-    app.add_flag("--no-progress", noProgress, "Do not show on a terminal what goes on");
-    ParsedWords const parsed = ParseCommandLine(app, arguments, {kExamples, kFooter, false});
+    CommandLine line("zvi draw-index",
+                     "Draws the quadtree that indexes the curves of a drawing by their bounding rectangles.");
+    line.AddWord("FILE", "The drawing; '-' or none: standard input");
+    line.AddOption("--svg", options.svgFile, "FILE", "Draw to this file");
+    line.AddOption("--capacity", capacity, "N", "Curves that a leaf holds before it splits (8)");
+    line.AddList("--layer", options.reading.layers, "NAME",
+                 "Take this layer alone, also when it is off or frozen; may be given again");
+    line.AddFlag("--no-progress", noProgress, "Do not show on a terminal what goes on");
+    ParsedWords const parsed = line.Parse(arguments, {kExamples, kFooter, false});
     options.help = parsed.help;
     if (!options.help.empty())
         return options;

@@ -34,25 +34,18 @@ std::string Footer() {
 }
 
 struct RawOptions {
-    std::vector<std::string> text;
     std::string mode = "number";
     std::optional<std::string> unitSystem;
     std::vector<std::string> variables;
 };
 
-void Describe(CLI::App &app, EvalOptions &options, RawOptions &raw) {
-    app.set_help_flag("-h,--help", "This text");
-    app.add_option("TEXT", raw.text, "What to read; several words are joined by blanks")->type_name("");
-    app.add_option("--mode", raw.mode, "What the text is read as, see below (number)")->type_name("MODE");
-    app.add_option("--unit-system", raw.unitSystem,
-                   "Read mm, cm, m, in, um behind numbers; the result is in the length unit of system 0 to 5")
-        ->type_name("N");
-    app.add_option("--var", raw.variables, "Give a variable a value; may be given again")
-        ->type_name("NAME=VALUE")
-        ->expected(1)
-        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
-        ->allow_extra_args(false);
-    app.add_flag("--json", options.json, "One JSON object per text");
+void Describe(CommandLine &line, EvalOptions &options, RawOptions &raw) {
+    line.AddWords("TEXT", "What to read; several words are joined by blanks");
+    line.AddOption("--mode", raw.mode, "MODE", "What the text is read as, see below (number)");
+    line.AddOption("--unit-system", raw.unitSystem, "N",
+                   "Read mm, cm, m, in, um behind numbers; the result is in the length unit of system 0 to 5");
+    line.AddList("--var", raw.variables, "NAME=VALUE", "Give a variable a value; may be given again");
+    line.AddFlag("--json", options.json, "One JSON object per text");
 }
 
 void AddVariable(EvalSettings &settings, std::string const &word) {
@@ -91,11 +84,12 @@ void Interpret(EvalOptions &options, RawOptions const &raw, std::vector<std::str
 EvalOptions ParseEvalOptions(std::vector<std::string> const &arguments) {
     EvalOptions options;
     RawOptions raw;
-    CLI::App app("Reads what a user types into an input field - expressions, positions, grids, lists - and prints the\n"
-                 "numbers, one group per line.");
-    app.name("zvi eval");
-    Describe(app, options, raw);
-    ParsedWords const parsed = ParseCommandLine(app, arguments, {kExamples, Footer()});
+    CommandLine line(
+        "zvi eval",
+        "Reads what a user types into an input field - expressions, positions, grids, lists - and prints the\n"
+        "numbers, one group per line.");
+    Describe(line, options, raw);
+    ParsedWords const parsed = line.Parse(arguments, {kExamples, Footer()});
     options.help = parsed.help;
     if (!options.help.empty())
         return options;

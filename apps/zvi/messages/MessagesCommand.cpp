@@ -43,14 +43,12 @@ struct MessagesOptions {
 
 MessagesOptions Parse(std::vector<std::string> const &arguments) {
     MessagesOptions options;
-    CLI::App app("The texts of message catalogues.");
-    app.name("zvi messages");
-    app.set_help_flag("-h,--help", "This text");
-    app.add_option("FILE", options.files, "Catalogue files, in the order in which a program reads them")->type_name("");
-    app.add_option("--key", options.key, "Show the text of this key alone")->type_name("KEY");
-    app.add_flag("--strict", options.isStrict, "Status 3 when there is anything to remark");
-    app.add_flag("--json", options.json, "One JSON object");
-    ParsedWords const parsed = ParseCommandLine(app, arguments, {kExamples, kFooter, false});
+    CommandLine line("zvi messages", "The texts of message catalogues.");
+    line.AddWords("FILE", "Catalogue files, in the order in which a program reads them");
+    line.AddOption("--key", options.key, "KEY", "Show the text of this key alone");
+    line.AddFlag("--strict", options.isStrict, "Status 3 when there is anything to remark");
+    line.AddFlag("--json", options.json, "One JSON object");
+    ParsedWords const parsed = line.Parse(arguments, {kExamples, kFooter, false});
     options.help = parsed.help;
     options.files = parsed.words;
     if (options.files.empty())

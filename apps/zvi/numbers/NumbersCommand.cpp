@@ -10,6 +10,7 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <optional>
 
 namespace zvi::app {
 
@@ -60,16 +61,14 @@ void CheckJob(NumbersOptions const &options, bool hasList) {
 
 NumbersOptions Parse(std::vector<std::string> const &arguments) {
     NumbersOptions options;
-    CLI::App app("Number lists as compact text, and back.");
-    app.name("zvi numbers");
-    app.set_help_flag("-h,--help", "This text");
-    app.add_option("JOB", options.job, "compress, expand or select")->type_name("");
-    app.add_option("TEXT", options.text, "Numbers or runs; several words are joined by blanks")->type_name("");
-    CLI::Option const *const from =
-        app.add_option("--from", options.from, "The numbers to select from, as runs")->type_name("LIST");
-    app.add_flag("--keep-order", options.keepOrder, "Select in the order of the text");
-    app.add_flag("--json", options.json, "One JSON object");
-    ParsedWords const parsed = ParseCommandLine(app, arguments, {kExamples, kFooter});
+    CommandLine line("zvi numbers", "Number lists as compact text, and back.");
+    line.AddWord("JOB", "compress, expand or select");
+    line.AddWords("TEXT", "Numbers or runs; several words are joined by blanks");
+    std::optional<std::string> from;
+    line.AddOption("--from", from, "LIST", "The numbers to select from, as runs");
+    line.AddFlag("--keep-order", options.keepOrder, "Select in the order of the text");
+    line.AddFlag("--json", options.json, "One JSON object");
+    ParsedWords const parsed = line.Parse(arguments, {kExamples, kFooter});
     options.help = parsed.help;
     if (!options.help.empty())
         return options;
@@ -77,7 +76,8 @@ NumbersOptions Parse(std::vector<std::string> const &arguments) {
         options.job = parsed.words.front();
         options.text.assign(parsed.words.begin() + 1, parsed.words.end());
     }
-    CheckJob(options, from->count() > 0);
+    CheckJob(options, from.has_value());
+    options.from = from.value_or("");
     return options;
 }
 

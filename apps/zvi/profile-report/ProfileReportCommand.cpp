@@ -50,14 +50,13 @@ ProfileReportOptions Parse(std::vector<std::string> const &arguments) {
     std::vector<std::string> const &keys = ProfileSortKeys();
     options.sort = keys.front();
     std::optional<std::string> top;
-    CLI::App app("Shows a PROF.csv, the report of the library's profiler, as a sorted table with bars.");
-    app.name("zvi profile-report");
-    app.set_help_flag("-h,--help", "This text");
-    app.add_option("FILE", options.file, "The report; '-' is standard input")->type_name("");
-    app.add_option("--sort", options.sort, "own, total, child, calls, per-call or name (own)")->type_name("KEY");
-    app.add_option("--top", top, "No more than N rows")->type_name("N");
-    app.add_flag("--json", options.json, "One JSON object");
-    ParsedWords const parsed = ParseCommandLine(app, arguments, {kExamples, kFooter, false});
+    CommandLine line("zvi profile-report",
+                     "Shows a PROF.csv, the report of the library's profiler, as a sorted table with bars.");
+    line.AddWord("FILE", "The report; '-' is standard input");
+    line.AddOption("--sort", options.sort, "KEY", "own, total, child, calls, per-call or name (own)");
+    line.AddOption("--top", top, "N", "No more than N rows");
+    line.AddFlag("--json", options.json, "One JSON object");
+    ParsedWords const parsed = line.Parse(arguments, {kExamples, kFooter, false});
     options.help = parsed.help;
     if (parsed.words.size() > 1)
         throw UsageError("unexpected '" + parsed.words[1] + "'; give one report");

@@ -64,20 +64,16 @@ struct RunOptions {
 
 RunOptions Parse(std::vector<std::string> const &arguments) {
     RunOptions options;
-    std::vector<std::string> shown;
-    CLI::App app("Runs a program and shows its output line by line.");
-    app.name("zvi run");
-    app.set_help_flag("-h,--help", "This text");
-    app.add_option("PROGRAM", shown, "The program")->type_name("")->expected(1);
-    app.add_option("ARGS", shown, "Its arguments")->type_name("");
-    app.add_option("--stop-after", options.stopAfter, "Stop the program after so many seconds")
-        ->type_name("SECONDS")
-        ->check(CLI::Range(0.0, kLongestSeconds).description(""));
-    app.add_flag("--json", options.json, "One JSON object for each message");
+    CommandLine line("zvi run", "Runs a program and shows its output line by line.");
+    line.AddWord("PROGRAM", "The program");
+    line.AddWords("ARGS", "Its arguments");
+    line.AddNumber("--stop-after", options.stopAfter, kLongestSeconds, "SECONDS",
+                   "Stop the program after so many seconds");
+    line.AddFlag("--json", options.json, "One JSON object for each message");
     CommandLineForm form{kExamples, kFooter};
     form.takesMinusWords = false;
     form.optionsComeFirst = true;
-    ParsedWords parsed = ParseCommandLine(app, arguments, form);
+    ParsedWords parsed = line.Parse(arguments, form);
     options.help = parsed.help;
     options.words = std::move(parsed.words);
     if (options.help.empty() && (options.words.empty() || options.words[0].empty()))

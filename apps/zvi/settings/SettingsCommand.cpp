@@ -68,14 +68,11 @@ void CheckWords(std::vector<std::string> const &words) {
 
 SettingsOptions Parse(std::vector<std::string> const &arguments) {
     SettingsOptions options;
-    std::vector<std::string> shown;
-    CLI::App app("Shows and changes settings.");
-    app.name("zvi settings");
-    app.set_help_flag("-h,--help", "This text");
-    app.add_option("list|get CATEGORY KEYWORD|set CATEGORY KEYWORD VALUE", shown, "What to do")->type_name("");
-    app.add_option("--file", options.file, "The settings file")->type_name("F");
-    app.add_flag("--json", options.json, "'list' as one JSON object");
-    ParsedWords parsed = ParseCommandLine(app, arguments, {kExamples, kFooter, true});
+    CommandLine line("zvi settings", "Shows and changes settings.");
+    line.AddWords("list|get CATEGORY KEYWORD|set CATEGORY KEYWORD VALUE", "What to do");
+    line.AddOption("--file", options.file, "F", "The settings file");
+    line.AddFlag("--json", options.json, "'list' as one JSON object");
+    ParsedWords parsed = line.Parse(arguments, {kExamples, kFooter, true});
     options.help = parsed.help;
     options.words = std::move(parsed.words);
     if (!options.help.empty())

@@ -63,17 +63,14 @@ void Check(TextOptions const &options) {
 
 TextOptions Parse(std::vector<std::string> const &arguments) {
     TextOptions options;
-    std::vector<std::string> shown;
-    CLI::App app("The encoding of a text file, its lines, and its text in another encoding.");
-    app.name("zvi text");
-    app.set_help_flag("-h,--help", "This text");
-    app.add_option("FILE", shown, "The text file")->type_name("")->expected(1);
-    app.add_option("--to", options.to, "Convert to utf-8 or utf-16")->type_name("ENCODING");
-    app.add_option("--out", options.out, "Write to a file instead of standard output")->type_name("FILE");
-    app.add_option("--from", options.from, "The code page of the file, such as CP949")->type_name("PAGE");
-    app.add_flag("--lossy", options.isLossy, "Put U+FFFD in place of what is no character");
-    app.add_flag("--json", options.json, "One JSON object with what the file is, without the text");
-    ParsedWords const parsed = ParseCommandLine(app, arguments, {kExamples, kFooter, false});
+    CommandLine line("zvi text", "The encoding of a text file, its lines, and its text in another encoding.");
+    line.AddWord("FILE", "The text file");
+    line.AddOption("--to", options.to, "ENCODING", "Convert to utf-8 or utf-16");
+    line.AddOption("--out", options.out, "FILE", "Write to a file instead of standard output");
+    line.AddOption("--from", options.from, "PAGE", "The code page of the file, such as CP949");
+    line.AddFlag("--lossy", options.isLossy, "Put U+FFFD in place of what is no character");
+    line.AddFlag("--json", options.json, "One JSON object with what the file is, without the text");
+    ParsedWords const parsed = line.Parse(arguments, {kExamples, kFooter, false});
     options.help = parsed.help;
     if (!options.help.empty())
         return options;

@@ -47,16 +47,13 @@ UnitsOptions Parse(std::vector<std::string> const &arguments) {
     UnitsOptions options;
     std::optional<std::string> system;
     std::optional<std::string> kind;
-    std::vector<std::string> shown;
-    CLI::App app("Lists the kinds of quantity with their unit labels and factors.");
-    app.name("zvi units");
-    app.set_help_flag("-h,--help", "This text");
-    app.add_option("--system", system, "Unit system, 0 to 5 (0)")->type_name("N");
-    app.add_option("--kind", kind, "This kind alone, by name or number; without --system in every choice of units")
-        ->type_name("K");
-    app.add_option("WORD", shown, "Only kinds whose name or label holds this")->type_name("");
-    app.add_flag("--json", options.json, "One JSON object");
-    ParsedWords const parsed = ParseCommandLine(app, arguments, {kExamples, kFooter, false});
+    CommandLine line("zvi units", "Lists the kinds of quantity with their unit labels and factors.");
+    line.AddOption("--system", system, "N", "Unit system, 0 to 5 (0)");
+    line.AddOption("--kind", kind, "K",
+                   "This kind alone, by name or number; without --system in every choice of units");
+    line.AddWords("WORD", "Only kinds whose name or label holds this");
+    line.AddFlag("--json", options.json, "One JSON object");
+    ParsedWords const parsed = line.Parse(arguments, {kExamples, kFooter, false});
     options.help = parsed.help;
     if (!options.help.empty())
         return options;
