@@ -88,45 +88,46 @@ constexpr char kStep[] = "a range that does not rise needs a negative step";
 constexpr char kGroups[] = "an expression is grouped by ( and )";
 
 struct Repair {
-    char const *why;     ///< the rule that was broken
-    wchar_t const *slip; ///< a pattern; FUNCTION in it is any function
-    wchar_t const *by;   ///< what it is replaced by
+    char const *why;      ///< the rule that was broken
+    wchar_t const *needs; ///< characters one of which stands in every text with the slip; empty: any text may have it
+    wchar_t const *slip;  ///< a pattern; FUNCTION in it is any function
+    wchar_t const *by;    ///< what it is replaced by
     bool (*when)(Failed const &) = nullptr;
     std::wstring (*mend)(std::wstring const &) = nullptr; ///< in place of the pattern
 };
 
 constexpr Repair kRepairs[] = {
-    {"only plain signs are read", nullptr, nullptr, nullptr, PlainSigns},
-    {kBlanks, L" *([-+*/^@<]) *|(\\() +| +(\\))|([A-Za-z]) +(?=\\()", L"$1$2$3$4", kInExpressions},
+    {"only plain signs are read", L"", nullptr, nullptr, nullptr, PlainSigns},
+    {kBlanks, L" ", L" *([-+*/^@<]) *|(\\() +| +(\\))|([A-Za-z]) +(?=\\()", L"$1$2$3$4", kInExpressions},
     // In a list a minus with a blank in front and none behind is the sign of the next item.
-    {kBlanks, L" *([+*/^@<]|-(?= |$)) *|([-(]) +| +(\\))|([A-Za-z]) +(?=\\()", L"$1$2$3$4"},
-    {kQuotes, L"^[ \"'`\u2018-\u201F]+([^\"'`\u2018-\u201F]*)[\"'`\u2018-\u201F]*$", L"$1"},
-    {"the text is the expression alone, without =", L"^ *=|= *$", L""},
-    {"a number has no sign +", L"\\v\\+", L""},
-    {"a power is written ^", L"\\*\\*", L"^"},
-    {kDecimalSign, L"^([^,]*\\d),(\\d{3}(?!\\d)[^,]*)$", L"$1$2", kInExpressions},
-    {kDecimalSign, L"^([^,]*\\d),(\\d[^,]*)$", L"$1.$2", kInExpressions},
-    {"blanks separate items, also inside a number", L"(\\d) +(\\d{3})(?!\\d)", L"$1$2", kInExpressions},
-    {"ft cannot be read, because T stands for TO", L"([\\d.]) *[fF][tT](?!\\w)", L"$1*12in", kWithUnits},
-    {"with units a name cannot end the text", L"([A-Za-z]\\w*) *$", L"($1)", kWithUnits},
-    {"a function takes its argument in parentheses", L"(^|[^A-Za-z_])(FUNCTION) +([\\w.]+)", L"$1$2($3)"},
-    {"a bracket is not closed", nullptr, nullptr, nullptr, Closed},
-    {"a bracket closes nothing", L"\\v[)\\]]", L""},
-    {"a polar position begins with @", L"^([^@]*<[^@]*)$", L"@$1", kInPositions},
-    {"each point stands in brackets", L"^([^\\[(]+)$", L"[$1]", kInPoints},
-    {"each point stands in brackets", L"\\(([^()]*)(\\)|$)", L"[$1]", kInPoints},
-    {"the items stand without brackets around them", L"^ *[(\\[](.*[, ].*)[)\\]] *$", L"$1", kInLists},
-    {kInches, L"(\\d) *\"", L"$1in", kWithUnits},
-    {kInches, L"(\\d) *'", L"$1*12in", kWithUnits},
-    {"a range is written with to", L"[:~]|\\.\\.+", L"to"},
-    {kStep, L"(\\d *[bB][yY]? *)(?=\\d+ *\\v)", L"$1-", kWithBadStep},
-    {kStep, L"(\\d)(?= *\\v)", L"$1by-1", kWithBadStep},
-    {"a product needs its *", L"([\\w.)]) *\\v(?=[A-Za-z(])|(\\)) *\\v(?=\\d)", L"$1$2*"},
-    {"a comma or a blank separates items", L"\\v[;|]", L","},
-    {"an item is missing in front of the comma", L"^ *,", L"0,", kInLists},
-    {kGroups, L"[{[]([^{}\\[\\],]*)[}\\]]", L"($1)", kOutsidePoints},
-    {kGroups, L"[{[](?=[^,]*$)", L"(", kOutsidePoints},
-    {kGroups, L"[}\\]](?=[^,]*$)", L")", kOutsidePoints},
+    {kBlanks, L" ", L" *([+*/^@<]|-(?= |$)) *|([-(]) +| +(\\))|([A-Za-z]) +(?=\\()", L"$1$2$3$4"},
+    {kQuotes, L"", L"^[ \"'`\u2018-\u201F]+([^\"'`\u2018-\u201F]*)[\"'`\u2018-\u201F]*$", L"$1"},
+    {"the text is the expression alone, without =", L"=", L"^ *=|= *$", L""},
+    {"a number has no sign +", L"+", L"\\v\\+", L""},
+    {"a power is written ^", L"*", L"\\*\\*", L"^"},
+    {kDecimalSign, L",", L"^([^,]*\\d),(\\d{3}(?!\\d)[^,]*)$", L"$1$2", kInExpressions},
+    {kDecimalSign, L",", L"^([^,]*\\d),(\\d[^,]*)$", L"$1.$2", kInExpressions},
+    {"blanks separate items, also inside a number", L" ", L"(\\d) +(\\d{3})(?!\\d)", L"$1$2", kInExpressions},
+    {"ft cannot be read, because T stands for TO", L"fF", L"([\\d.]) *[fF][tT](?!\\w)", L"$1*12in", kWithUnits},
+    {"with units a name cannot end the text", L"", L"([A-Za-z]\\w*) *$", L"($1)", kWithUnits},
+    {"a function takes its argument in parentheses", L" ", L"(^|[^A-Za-z_])(FUNCTION) +([\\w.]+)", L"$1$2($3)"},
+    {"a bracket is not closed", L"([", nullptr, nullptr, nullptr, Closed},
+    {"a bracket closes nothing", L")]", L"\\v[)\\]]", L""},
+    {"a polar position begins with @", L"<", L"^([^@]*<[^@]*)$", L"@$1", kInPositions},
+    {"each point stands in brackets", L"", L"^([^\\[(]+)$", L"[$1]", kInPoints},
+    {"each point stands in brackets", L"(", L"\\(([^()]*)(\\)|$)", L"[$1]", kInPoints},
+    {"the items stand without brackets around them", L"([", L"^ *[(\\[](.*[, ].*)[)\\]] *$", L"$1", kInLists},
+    {kInches, L"\"", L"(\\d) *\"", L"$1in", kWithUnits},
+    {kInches, L"'", L"(\\d) *'", L"$1*12in", kWithUnits},
+    {"a range is written with to", L":~.", L"[:~]|\\.\\.+", L"to"},
+    {kStep, L"", L"(\\d *[bB][yY]? *)(?=\\d+ *\\v)", L"$1-", kWithBadStep},
+    {kStep, L"", L"(\\d)(?= *\\v)", L"$1by-1", kWithBadStep},
+    {"a product needs its *", L"", L"([\\w.)]) *\\v(?=[A-Za-z(])|(\\)) *\\v(?=\\d)", L"$1$2*"},
+    {"a comma or a blank separates items", L";|", L"\\v[;|]", L","},
+    {"an item is missing in front of the comma", L",", L"^ *,", L"0,", kInLists},
+    {kGroups, L"{[", L"[{[]([^{}\\[\\],]*)[}\\]]", L"($1)", kOutsidePoints},
+    {kGroups, L"{[", L"[{[](?=[^,]*$)", L"(", kOutsidePoints},
+    {kGroups, L"}]", L"[}\\]](?=[^,]*$)", L")", kOutsidePoints},
 };
 
 /// The pattern of a repair, made when it is first asked for.
@@ -146,7 +147,8 @@ std::wregex const &PatternOf(Repair const &repair) {
 
 /// The text with one slip mended wherever it is seen; as it is when it is not.
 std::wstring Mended(Failed const &failed, Repair const &repair) {
-    if (repair.when && !repair.when(failed))
+    bool const may = *repair.needs == 0 || failed.typed.find_first_of(repair.needs) != kNowhere;
+    if (!may || (repair.when && !repair.when(failed)))
         return failed.typed;
     if (repair.mend)
         return repair.mend(failed.typed);
