@@ -4,17 +4,19 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cmath>
 #include <functional>
 #include <numeric>
 #include <random>
 #include <stdexcept>
+#include <thread>
 
 namespace zvi::lib::test {
 
 namespace {
 
-constexpr std::size_t kThings = 10000;
+constexpr std::size_t kThings = 20000; // parts of at least 4096
 
 } // namespace
 
@@ -75,6 +77,23 @@ TEST(Workers, EndTheWorkOrFailWhicheverAllocationDoes) {
         }
         EXPECT_EQ(std::accumulate(done.begin(), done.end(), 0), isDone ? 64 : 0) << index;
     }
+}
+
+TEST(Workers, AnAllocationThatFailsOnAnotherThreadReachesTheCaller) {
+    if (!FailingMemory::IsPossible())
+        GTEST_SKIP() << "a program cannot make allocations fail on this host or in this build";
+    std::thread::id const mine = std::this_thread::get_id();
+    std::atomic<bool> isShort{false};
+    auto const look = [&](std::size_t i, std::vector<std::size_t> &things) {
+        if (std::this_thread::get_id() == mine)
+            return isShort.wait(false);
+        FailingMemory const memory(0, Shortage::kLasting);
+        isShort = true;
+        isShort.notify_one();
+        things.push_back(i);
+    };
+    EXPECT_THROW(base::Workers(2).Collect<std::size_t>(kThings, look), std::bad_alloc);
+    EXPECT_TRUE(isShort);
 }
 
 TEST(KeySort, OrdersNumbersAndKeepsTheOrderOfEqualOnes) {

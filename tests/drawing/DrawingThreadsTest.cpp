@@ -129,7 +129,7 @@ TEST(DrawingThreads, DoNotChangeABitOfTheResult) {
         char const *name;
         std::vector<DrawingCurve> curves;
         DrawingOptions options;
-    } const rows[] = {{"clutter", Clutter(6000), {.joinTolerance = 0.02}},
+    } const rows[] = {{"clutter", Clutter(9000), {.joinTolerance = 0.02}},
                       {"clutter as written", Clutter(3000), {.joinTolerance = 0.0}},
                       {"clutter with duplicates", Clutter(3000), {.joinTolerance = 0.02, .keepDuplicates = true}},
                       {"clutter not split", Clutter(3000), {.joinTolerance = 0.02, .split = false}},

@@ -161,8 +161,12 @@ public:
     /// Looks at all pairs: several threads find meetings, a window of parts at a time, and their places follow in
     /// order.
     void LookAt(CandidatePairs const &pairs) {
-        std::size_t const parts = pairs.PartCount(), window = m_workers.Count() == 1 ? 0 : 2 * m_workers.Count();
-        for (std::size_t first = 0; first < parts && window > 0; first += window) {
+        std::size_t const parts = pairs.PartCount(), window = 2 * m_workers.Count();
+        if (m_workers.Count() == 1 || parts == 1) {
+            pairs.ForEach([this](EdgePair pair) { LookAt(pair); });
+            return;
+        }
+        for (std::size_t first = 0; first < parts; first += window) {
             std::vector<std::vector<EdgeMeeting>> found(std::min(window, parts - first));
             m_workers.Do(found.size(), [&](std::size_t i) {
                 PairMeetings meetings(m_network, m_keepStarts);
@@ -175,8 +179,6 @@ public:
                 for (EdgeMeeting const &meeting : part)
                     Add(meeting);
         }
-        if (window == 0)
-            pairs.ForEach([this](EdgePair pair) { LookAt(pair); });
     }
 
     /// Lets edges run through the places that come near them, as far as those have drawn other edges, or through all

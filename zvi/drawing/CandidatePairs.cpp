@@ -14,6 +14,9 @@ constexpr double kFewToCompare = 32.0;
 /// Parts of the pairs for each thread.
 constexpr std::size_t kPartsOfWorker = 16;
 
+/// Finding the partners of an edge anew takes as long as looking at so many pairs.
+constexpr std::size_t kPairsOfSearch = 16;
+
 /// What tells whether two edges have nothing to do with one another.
 struct Ends {
     Ends() = default;
@@ -98,7 +101,7 @@ void CandidatePairs::FindAll(base::Workers const &workers) {
     workers.ForEach(ends.size(),
                     [&](std::size_t rank) { ends[rank] = Ends(m_network.edges[Index(boxes.Order()[rank])]); });
     std::vector<std::vector<EdgePair>> parts(nodes.size() + 1); // the second edge by its rank
-    workers.Do(nodes.size(), [&](std::size_t task) {
+    workers.For(ends.size()).Do(nodes.size(), [&](std::size_t task) {
         std::vector<EdgePair> pairs;
         boxes.ForEachMeeting(nodes[task], [&](std::size_t a, std::size_t b) {
             if (AreApart(ends[a], ends[b], m_reach))
@@ -126,8 +129,8 @@ void CandidatePairs::FindAll(base::Workers const &workers) {
 
 std::size_t CandidatePairs::PartCount() const {
     // Many of them, for finding pairs anew takes some edges much longer than others.
-    std::size_t const count = m_index.IsCrowded() ? Index(m_edgeCount) : m_pairs.size();
-    return m_workers.PartsOf(count) == 1 ? 1 : kPartsOfWorker * std::max(m_workers.Count(), std::size_t{1});
+    std::size_t const pairs = m_index.IsCrowded() ? kPairsOfSearch * Index(m_edgeCount) : m_pairs.size();
+    return m_workers.PartsOf(pairs) == 1 ? 1 : kPartsOfWorker * m_workers.Count();
 }
 
 std::pair<std::size_t, std::size_t> CandidatePairs::RangeOf(std::size_t part) const {

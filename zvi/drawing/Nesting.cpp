@@ -1,7 +1,7 @@
 #include "zvi/drawing/NestingDetail.h"
 
+#include "zvi/drawing/LeftIndexDetail.h"
 #include "zvi/drawing/RunsDetail.h"
-#include "zvi/drawing/StretchIndexDetail.h"
 
 #include <algorithm>
 #include <array>
@@ -14,6 +14,9 @@ namespace {
 
 /// A point that stands that many times as far from others as another one stands clearly clearer.
 constexpr double kClearer = 2.0;
+
+/// A look to the left takes as long as so many small things.
+constexpr std::size_t kThingsOfLook = 8;
 
 /// A drawing as it lies along and across the direction that moves with it, so that what stands in what does not change
 /// with how that is turned, and hardly anything stands straight above anything else.
@@ -76,7 +79,7 @@ public:
         std::sort(order.begin(), order.end(),
                   [this](int a, int b) { return ComesFirst(m_leftmost[Index(a)], m_leftmost[Index(b)]); });
         m_index.emplace(MakeIndex());
-        std::size_t const parts = std::min(order.size(), m_workers.PartsOf(m_stretches.size()));
+        std::size_t const parts = m_workers.PartsOf(kThingsOfLook * order.size());
         m_workers.Do(parts, [&](std::size_t part) {
             Glance glance = NewGlance();
             for (std::size_t i = part * order.size() / parts; i < (part + 1) * order.size() / parts; ++i)
@@ -133,35 +136,40 @@ private:
     }
 
     /// The index of the edges as they lie in the drawing, where boxes are often as thin as the lines that they hold. If
-    /// they crowd there, as those of circles do, it is that of the edges in the view, where the boxes that a look to
-    /// the left meets first are the thin ones.
+    /// they crowd there, as those of circles do, parts of the edges in the view are looked at instead.
     StretchIndex MakeIndex() {
         std::vector<Stretch const *> stretches;
         stretches.reserve(m_edges.size());
         for (int const e : m_edges)
             stretches.push_back(&m_map.Edge(e).stretch);
         StretchIndex index = StretchIndex::OfWholes(stretches, m_snap, m_workers);
-        m_isIndexTurned = index.DoBoxesCrowd();
-        if (!m_isIndexTurned)
-            return index;
-        for (std::size_t i = 0; i < stretches.size(); ++i)
-            stretches[i] = &m_stretches[i];
-        return StretchIndex(stretches, m_snap, m_workers);
+        if (index.DoBoxesCrowd())
+            m_parted.emplace(m_stretches, index.PartsOfMean(), m_snap, m_workers);
+        return index;
     }
 
     /// Calls `look(stretch)` for what may pass on the left of a point of the view, until that is too far away.
     template <typename Look>
     void LookLeft(DrawingPoint p, Look look) const {
-        if (m_isIndexTurned)
-            m_index->LookAlong(p, {-1.0, 0.0}, look);
+        if (m_parted)
+            m_parted->LookLeft(p, look);
         else
             m_index->LookAlong(m_view.TurnedBack(p), m_view.Leftwards(), look);
     }
 
+    /// Notes what may come nearer to a point of the view than `m_moved`; some may come several times.
+    void FindNear(DrawingPoint p, Glance &glance) const {
+        DrawingPoint const at = m_parted ? p : m_view.TurnedBack(p);
+        Box const box = Grown({at.x, at.y, at.x, at.y}, m_moved);
+        if (m_parted)
+            m_parted->Find(box, glance.near);
+        else
+            m_index->Find(box, glance.near, glance.search);
+    }
+
     /// How far the edges of other parts keep from a point of the view, as far as `m_moved`.
     double ClearanceOf(DrawingPoint p, int part, Glance &glance) const {
-        DrawingPoint const at = m_isIndexTurned ? p : m_view.TurnedBack(p);
-        m_index->Find(Grown({at.x, at.y, at.x, at.y}, m_moved), glance.near, glance.search);
+        FindNear(p, glance);
         double clearance = m_moved;
         for (int const i : glance.near) {
             Stretch const &s = m_stretches[Index(i)];
@@ -291,7 +299,7 @@ private:
     std::vector<Stretch> m_stretches;     ///< theirs, turned
     std::vector<DrawingPoint> m_leftmost; ///< of each part, at its outside
     std::optional<StretchIndex> m_index;
-    bool m_isIndexTurned = false;
+    std::optional<LeftIndex> m_parted; ///< where the boxes of the edges crowd
 };
 
 } // namespace

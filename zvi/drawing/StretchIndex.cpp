@@ -46,6 +46,18 @@ std::vector<Box> BoxesOf(std::vector<Stretch const *> const &stretches, double b
     return boxes;
 }
 
+std::vector<std::size_t> PartCounts(std::vector<Box> const &boxes, double partsOfMean) {
+    double extents = 0.0;
+    for (Box const &box : boxes)
+        extents += ExtentOf(box);
+    double const partsOfExtent = extents > 0.0 ? partsOfMean * static_cast<double>(boxes.size()) / extents : 0.0;
+    std::vector<std::size_t> counts(boxes.size());
+    std::transform(boxes.begin(), boxes.end(), counts.begin(), [&](Box const &box) {
+        return static_cast<std::size_t>(std::clamp(std::ceil(ExtentOf(box) * partsOfExtent), 1.0, kMostParts));
+    });
+    return counts;
+}
+
 StretchIndex::StretchIndex(std::vector<Box> boxes, base::Workers const &workers)
     : m_boxes(std::move(boxes)), m_index(m_boxes, workers), m_crowd(CrowdOf(m_boxes, m_index)),
       m_order(m_index.Order()), m_ranks(m_boxes.size()) {
@@ -59,7 +71,7 @@ StretchIndex::StretchIndex(std::vector<Stretch const *> const &stretches, double
     if (tell)
         tell(m_crowd);
     if (DoBoxesCrowd()) {
-        HoldParts(stretches, grown, kPartsOfRoot * std::sqrt(m_crowd), workers);
+        HoldParts(stretches, grown, workers);
         PackParts(groups ? groups() : std::vector<int>(), workers);
     }
 }
@@ -73,19 +85,16 @@ bool StretchIndex::DoBoxesCrowd() const {
     return m_crowd > kCrowd;
 }
 
-void StretchIndex::HoldParts(std::vector<Stretch const *> const &stretches, double grown, double partsOfMean,
+double StretchIndex::PartsOfMean() const {
+    return kPartsOfRoot * std::sqrt(m_crowd);
+}
+
+void StretchIndex::HoldParts(std::vector<Stretch const *> const &stretches, double grown,
                              base::Workers const &workers) {
-    double extents = 0.0;
-    for (Box const &box : m_boxes)
-        extents += ExtentOf(box);
-    double const partsOfExtent = extents > 0.0 ? partsOfMean * static_cast<double>(m_boxes.size()) / extents : 0.0;
-    std::vector<std::size_t> counts(stretches.size());
+    std::vector<std::size_t> const counts = PartCounts(m_boxes, PartsOfMean());
     m_begins.assign(1, 0);
-    for (std::size_t i = 0; i < stretches.size(); ++i) {
-        counts[i] =
-            static_cast<std::size_t>(std::clamp(std::ceil(ExtentOf(m_boxes[i]) * partsOfExtent), 1.0, kMostParts));
-        m_begins.push_back(m_begins.back() + counts[i]);
-    }
+    for (std::size_t const count : counts)
+        m_begins.push_back(m_begins.back() + count);
     std::vector<Box> parts(m_begins.back());
     m_owners.resize(parts.size());
     workers.ForEach(stretches.size(), [&](std::size_t i) {

@@ -11,6 +11,9 @@ namespace zvi::lib::drawing {
 /// The boxes of stretches, each grown by `by`.
 std::vector<Box> BoxesOf(std::vector<Stretch const *> const &stretches, double by, base::Workers const &workers);
 
+/// Into how many parts stretches are cut, given those of mean extent, by the extents of their boxes.
+std::vector<std::size_t> PartCounts(std::vector<Box> const &boxes, double partsOfMean);
+
 /// Finds stretches near a place. Where their boxes crowd, because stretches are long and slanted or round, it looks at
 /// the boxes of parts of them, which keep nearer to the stretch itself.
 class StretchIndex {
@@ -26,6 +29,8 @@ public:
     static StretchIndex OfWholes(std::vector<Stretch const *> const &stretches, double grown,
                                  base::Workers const &workers);
     bool DoBoxesCrowd() const;
+    /// Into how many parts a stretch of mean extent is cut where they crowd.
+    double PartsOfMean() const;
 
     /// What a search needs beside the index; one for each thread.
     struct Search {
@@ -57,8 +62,7 @@ public:
 
 private:
     StretchIndex(std::vector<Box> boxes, base::Workers const &workers);
-    void HoldParts(std::vector<Stretch const *> const &stretches, double grown, double partsOfMean,
-                   base::Workers const &workers);
+    void HoldParts(std::vector<Stretch const *> const &stretches, double grown, base::Workers const &workers);
     void PackParts(std::vector<int> groups, base::Workers const &workers);
     int OwnerOf(int box) const { return IsCrowded() ? m_owners[Index(box)] : box; }
     void AddOwners(Box const &query, int passedOver, std::vector<int> &out, Search &search) const;
