@@ -188,6 +188,18 @@ Curves OverlappingArcs(int count) {
     });
 }
 
+/// Raw lines of which each second one begins near the end of the one before it, within the tolerance.
+Curves LinesInChains(int count) {
+    constexpr double kSide = 1000.0, kMiss = 4e-5;
+    return AtRandom(count / 2, kSide, [](Curves &curves, auto any) {
+        auto const near = [&any](double v) { return v + kMiss * (2.0 * any() / kSide - 1.0); };
+        double const x1 = any(), y1 = any(), x2 = any(), y2 = any();
+        AddLine(curves, x1, y1, x2, y2);
+        double const x3 = near(x2), y3 = near(y2), x4 = any();
+        AddLine(curves, x3, y3, x4, any());
+    });
+}
+
 /// Raw lines between any two points of a square.
 Curves CrossingLines(int count) {
     return AtRandom(count, 1000.0, [](Curves &curves, auto any) {
@@ -271,6 +283,11 @@ void RoadOfNestedSquares(benchmark::State &state) {
 void RoadOfCrossingLines(benchmark::State &state) {
     Curves const curves = CrossingLines(static_cast<int>(state.range(0)));
     Run(state, "crossing lines", curves, lib::MakeDrawingDomains(curves).domains.size());
+}
+
+void RoadOfLinesInChains(benchmark::State &state) {
+    Curves const curves = LinesInChains(static_cast<int>(state.range(0)));
+    Run(state, "lines in chains", curves, lib::MakeDrawingDomains(curves).domains.size());
 }
 
 struct Cliff {
@@ -405,6 +422,7 @@ BENCHMARK(RoadOfGrid)->Arg(100)->Arg(300)->Unit(benchmark::kMillisecond);
 BENCHMARK(RoadOfMesh)->Arg(20000)->Arg(200000)->Unit(benchmark::kMillisecond);
 BENCHMARK(RoadOfNestedSquares)->Arg(500)->Arg(2000)->Unit(benchmark::kMillisecond);
 BENCHMARK(RoadOfCrossingLines)->Arg(300)->Arg(600)->Unit(benchmark::kMillisecond);
+BENCHMARK(RoadOfLinesInChains)->Arg(1000)->Arg(4000)->Unit(benchmark::kMillisecond)->Iterations(1);
 BENCHMARK(CliffOf)
     ->ArgsProduct({benchmark::CreateDenseRange(0, std::size(kCliffs) - 2, 1), {5000, 50000}})
     ->ArgsProduct({{std::size(kCliffs) - 1}, {5000, 25000}})

@@ -127,33 +127,39 @@ private:
     /// More threads than this are never started.
     static constexpr int kMostThreads = 256;
 
-    /// Tasks that threads take one by one, and what they throw.
+    /// Tasks that threads take one by one, in order, up to the first that throws.
     class TaskList {
     public:
-        TaskList(std::size_t count, std::function<void(std::size_t)> const &task) : m_task(task), m_failures(count) {}
+        TaskList(std::size_t count, std::function<void(std::size_t)> const &task)
+            : m_task(task), m_failures(count), m_end(count) {}
 
         void Work() noexcept {
-            std::size_t i = m_next++;
-            for (; i < m_failures.size() && !m_hasFailed; i = m_next++)
+            for (std::size_t i = m_next++; i < m_end; i = m_next++)
                 try {
                     m_task(i);
                 } catch (...) {
                     m_failures[i] = std::current_exception();
-                    m_hasFailed = true;
+                    EndAt(i);
                 }
         }
 
         void Rethrow() const {
-            for (std::exception_ptr const &failure : m_failures)
-                if (failure)
-                    std::rethrow_exception(failure);
+            if (m_end < m_failures.size())
+                std::rethrow_exception(m_failures[m_end]);
         }
 
     private:
+        /// What comes before is still done, for it may throw as well.
+        void EndAt(std::size_t i) {
+            std::size_t end = m_end;
+            while (i < end && !m_end.compare_exchange_weak(end, i))
+                continue;
+        }
+
         std::function<void(std::size_t)> const &m_task;
         std::vector<std::exception_ptr> m_failures; ///< of each task
         std::atomic<std::size_t> m_next{0};
-        std::atomic<bool> m_hasFailed{false};
+        std::atomic<std::size_t> m_end; ///< of those that are done
     };
 
     static std::size_t BeginOf(std::size_t part, std::size_t parts, std::size_t count) {

@@ -46,7 +46,10 @@ DrawingResult MakeDrawingDomains(std::vector<DrawingCurve> const &curves, Drawin
     assert(!options.split || AreApart(drawing.map, faces, drawing.snap, moved));
     progress(kFacesFound);
     std::vector<DrawingGap> gaps = FindGaps(drawing, curves, workers);
-    drawing.curves.stretches = {}; // makes room for the result, which is large
+    // Makes room for the result, which is large.
+    drawing.curves.stretches = std::vector<Stretch>();
+    drawing.walks = FaceWalks();
+    drawing.map.ForgetOrder();
     progress(kGapsFound);
     DrawingResult result = ReportDomains(drawing, faces, curves, options.keepDuplicates, workers);
     result.gaps = std::move(gaps);

@@ -8,6 +8,9 @@ namespace zvi::lib::drawing {
 
 namespace {
 
+/// Room is made for one more place for each so many, which are added later.
+constexpr std::size_t kPlacesOfAdded = 16;
+
 Box Around(Box const &a, Box const &b) {
     return {std::min(a.minX, b.minX), std::min(a.minY, b.minY), std::max(a.maxX, b.maxX), std::max(a.maxY, b.maxY)};
 }
@@ -29,10 +32,16 @@ Verdict JudgeByBox(Box const &box, double distance) {
 } // namespace
 
 PlaceClusters::PlaceClusters(std::vector<DrawingPoint> places)
-    : m_places(std::move(places)), m_parent(m_places.size()), m_nextMember(m_places.size()) {
+    : m_places(std::move(places)) {
+    std::size_t const count = m_places.size(), room = count + count / kPlacesOfAdded;
+    m_places.reserve(room);
+    m_parent.reserve(room);
+    m_nextMember.reserve(room);
+    m_boxes.reserve(room);
+    m_parent.resize(count);
+    m_nextMember.resize(count);
     std::iota(m_parent.begin(), m_parent.end(), 0);
     std::iota(m_nextMember.begin(), m_nextMember.end(), 0);
-    m_boxes.reserve(m_places.size());
     for (DrawingPoint const p : m_places)
         m_boxes.push_back(PointBox(p));
 }
@@ -58,6 +67,11 @@ int PlaceClusters::RootFrom(int place) const {
 void PlaceClusters::Settle() {
     for (int place = 0; place < Count(); ++place)
         m_parent[Index(place)] = Root(place);
+}
+
+void PlaceClusters::ForgetMembers() {
+    m_nextMember = std::vector<int>();
+    m_boxes = std::vector<Box>();
 }
 
 bool PlaceClusters::Fit(int a, DrawingPoint p, double distance) const {

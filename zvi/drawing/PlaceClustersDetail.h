@@ -32,6 +32,9 @@ public:
     /// ask for roots.
     void Settle();
 
+    /// Makes room: nothing is asked or changed any more but Root(), Count() and Position().
+    void ForgetMembers();
+
     /// Whether all places of the two clusters are nearer to one another than `distance`.
     bool Fit(int a, int b, double distance) const;
     /// The same for a cluster and a point.

@@ -10,6 +10,9 @@ namespace zvi::lib::drawing {
 
 namespace {
 
+/// Room is made for one more edge for each so many, which some are split into later.
+constexpr std::size_t kEdgesOfSplit = 16;
+
 void FindParts(WalkNumbers &numbers) {
     base::DisjointSets parts(numbers.firsts.size());
     for (std::size_t h = 0; h < numbers.ofHalf.size(); h += 2)
@@ -23,6 +26,7 @@ void FindParts(WalkNumbers &numbers) {
 } // namespace
 
 void PlanarMap::Reserve(std::size_t edges) {
+    edges += edges / kEdgesOfSplit;
     m_stretches.reserve(edges);
     m_states.reserve(edges);
     m_ends.reserve(2 * edges);
@@ -126,6 +130,15 @@ void PlanarMap::MergeAcrossFace(HalfEdge a, HalfEdge b) {
     HalfEdge const afterA = Ccw(a), afterB = Ccw(b);
     Link(a, afterB);
     Link(b, afterA);
+}
+
+void PlanarMap::ForgetOrder() {
+    m_walks.reset();
+    m_ccw = std::vector<HalfEdge>();
+    m_cw = std::vector<HalfEdge>();
+    m_borders = std::vector<Stretch>();
+    m_borderOf = std::vector<int>();
+    m_places.ForgetMembers();
 }
 
 std::shared_ptr<WalkNumbers const> PlanarMap::Walks() const {

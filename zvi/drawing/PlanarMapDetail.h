@@ -116,6 +116,10 @@ public:
     /// The walks as the map is now. They are looked for when it has changed since it was asked last.
     std::shared_ptr<WalkNumbers const> Walks() const;
 
+    /// Makes room: lets go of the order round the places and of what serves to change the map. The edges and the places
+    /// where they end stay.
+    void ForgetOrder();
+
     /// Whether Euler's formula holds for each connected part.
     bool IsPlanar() const;
 
