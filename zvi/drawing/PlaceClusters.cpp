@@ -31,8 +31,7 @@ Verdict JudgeByBox(Box const &box, double distance) {
 
 } // namespace
 
-PlaceClusters::PlaceClusters(std::vector<DrawingPoint> places)
-    : m_places(std::move(places)) {
+PlaceClusters::PlaceClusters(std::vector<DrawingPoint> places) : m_places(std::move(places)) {
     std::size_t const count = m_places.size(), room = count + count / kPlacesOfAdded;
     m_places.reserve(room);
     m_parent.reserve(room);
