@@ -17,10 +17,6 @@ struct Units {
     MUnitCtrl control;
 };
 
-std::wstring Wide(CString const &text) {
-    return text.GetString();
-}
-
 /// What the parsers wrote on the standard error stream since it was captured: a line for each unexpected token.
 std::string const kSyntaxError = "syntax error\n";
 
@@ -50,7 +46,7 @@ TEST(CStrParser, WritesItsOutputsAsEachEntryPromises) {
     EXPECT_EQ(distances.GetSize(), 1);
     EXPECT_EQ(CStrParser::GetUEDistance(L"3@2,5", distances), 1);
     EXPECT_EQ(std::vector<double>(distances.begin(), distances.end()), (std::vector<double>{2, 2, 2, 5}));
-    EXPECT_EQ(Wide(CStrParser::ConvtDistArr2DistStr(distances)), L"3@2, 5");
+    EXPECT_EQ(CStrParser::ConvtDistArr2DistStr(distances), L"3@2, 5");
 
     unsigned int op = 0;
     EXPECT_EQ(CStrParser::ParsingPositionNOp(L"3,0", x, y, z, op, 2), 1);
@@ -81,7 +77,7 @@ TEST(CStrParser, VariablesLiveInFourEntriesAndTheFirstOfANameCounts) {
 TEST(CStrParser, WritesDistancesAsRuns) {
     struct Row {
         CArray<double> distances;
-        std::wstring text;
+        wchar_t const *text;
     };
     Row const rows[] = {
         {{}, L""},
@@ -94,7 +90,7 @@ TEST(CStrParser, WritesDistancesAsRuns) {
         {{1.0 / 3, 1e12}, L"0.333333333, 1e+12"},
     };
     for (Row const &row : rows)
-        EXPECT_EQ(Wide(CStrParser::ConvtDistArr2DistStr(row.distances)), row.text);
+        EXPECT_EQ(CStrParser::ConvtDistArr2DistStr(row.distances), row.text);
 }
 
 TEST(CStrParser, MakesNamesThatAreNotTaken) {
@@ -102,24 +98,24 @@ TEST(CStrParser, MakesNamesThatAreNotTaken) {
     CString out = L"kept";
     EXPECT_EQ(CStrParser::MakeUniqueName(names, L"", out, 1), 0);
     EXPECT_EQ(CStrParser::MakeUniqueName(names, L"a", out, 3), 0);
-    EXPECT_EQ(Wide(out), L"kept");
+    EXPECT_EQ(out, L"kept");
     EXPECT_EQ(CStrParser::MakeUniqueName(names, L"b", out, 9), 1);
-    EXPECT_EQ(Wide(out), L"b");
-    std::wstring const expected[] = {L"a-(Copy1)", L"a-2", L"a (2)"};
+    EXPECT_EQ(out, L"b");
+    wchar_t const *const expected[] = {L"a-(Copy1)", L"a-2", L"a (2)"};
     for (int mode = 0; mode < 3; ++mode) {
         EXPECT_EQ(CStrParser::MakeUniqueName(names, L"a", out, mode), 1);
-        EXPECT_EQ(Wide(out), expected[mode]);
+        EXPECT_EQ(out, expected[mode]);
     }
     CString name = L"a";
     EXPECT_EQ(CStrParser::MakeUniqueName(names, name, name, 1), 1);
-    EXPECT_EQ(Wide(name), L"a-2");
+    EXPECT_EQ(name, L"a-2");
     MArray<CString> full{L"n"};
     for (int i = 1; i <= 100; ++i) {
         name.Format(L"n-%d", i);
         full.PushBack(name);
     }
     EXPECT_EQ(CStrParser::MakeUniqueName(full, L"n", out, 1), 1);
-    EXPECT_EQ(Wide(out), L"n-101");
+    EXPECT_EQ(out, L"n-101");
     full.PushBack(out);
     EXPECT_EQ(CStrParser::MakeUniqueName(full, L"n", out, 1), 0);
 }
@@ -129,7 +125,7 @@ TEST(MParser, TurnsLengthUnitsIntoFactors) {
     Units metres(1);
     struct Row {
         wchar_t const *text;
-        std::wstring converted;
+        wchar_t const *converted;
         double value;
         int parsed; ///< 2: parsed, whatever the value
     };
@@ -150,7 +146,7 @@ TEST(MParser, TurnsLengthUnitsIntoFactors) {
     for (Row const &row : rows) {
         MParser parser;
         CString const converted = parser.SetUnitArgTokenString(row.text, L"", &metres.control);
-        EXPECT_EQ(Wide(converted), row.converted) << row.text;
+        EXPECT_EQ(converted, row.converted) << row.text;
         EXPECT_EQ(parser.ParsingUNumberArg(row.text, &metres.control), row.parsed != 0) << row.text;
         double value = 0;
         if (row.parsed == 1) {
@@ -161,7 +157,7 @@ TEST(MParser, TurnsLengthUnitsIntoFactors) {
     MParser parser;
     CString token = L"MM";
     EXPECT_EQ(parser.ConvertUnitToken(token, nullptr), 0);
-    EXPECT_EQ(Wide(token), L"MM");
+    EXPECT_EQ(token, L"MM");
     EXPECT_EQ(parser.ParsingUINumberArg(L"5M", &metres.control), 1);
     EXPECT_FALSE(parser.IsNumberSymbol(L'-'));
     EXPECT_TRUE(parser.IsAlpahbetUpper(L'Z') && parser.IsAlpahbetLower(L'a') && !parser.IsAlpahbetLower(L'A'));
