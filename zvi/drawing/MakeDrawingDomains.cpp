@@ -23,6 +23,9 @@ constexpr double kGapsFound = 0.88;
 /// Borders farther from one another than so many tolerances, or snap distances, cannot have changed places.
 constexpr double kMovedInTolerances = 3.0, kMovedInSnaps = 64.0;
 
+/// With no more edges than this, giving memory back to the system and taking it anew costs more than it is worth.
+constexpr int kManyEdges = 1 << 16;
+
 } // namespace
 
 DrawingResult MakeDrawingDomains(std::vector<DrawingCurve> const &curves, DrawingOptions const &options) {
@@ -46,10 +49,11 @@ DrawingResult MakeDrawingDomains(std::vector<DrawingCurve> const &curves, Drawin
     assert(!options.split || AreApart(drawing.map, faces, drawing.snap, moved));
     progress(kFacesFound);
     std::vector<DrawingGap> gaps = FindGaps(drawing, curves, workers);
-    // Makes room for the result, which is large.
-    drawing.curves.stretches = std::vector<Stretch>();
-    drawing.walks = FaceWalks();
-    drawing.map.ForgetOrder();
+    if (drawing.map.EdgeCount() > kManyEdges) { // makes room for the result, which is large
+        drawing.curves.stretches = std::vector<Stretch>();
+        drawing.walks = FaceWalks();
+        drawing.map.ForgetOrder();
+    }
     progress(kGapsFound);
     DrawingResult result = ReportDomains(drawing, faces, curves, options.keepDuplicates, workers);
     result.gaps = std::move(gaps);
