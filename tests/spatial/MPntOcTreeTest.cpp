@@ -71,6 +71,16 @@ TEST(MPntOcTree, MissesAPointOfAChildThatDoesNotHoldIt) {
     EXPECT_TRUE(InBox(tree, {-99, -99, -99}, {99, 99, 99}).empty() && tree.IsConsistent());
 }
 
+/// The square root of 12, divided by 20. What a child holds that does not contain it is found in a leaf alone.
+TEST(MPntOcTree, SplitsForAPointThatIsATwentiethOfTheDiagonalAway) {
+    for (double const apart : {0.1732, 0.1733}) {
+        MPntOcTree tree(1, 2);
+        for (std::uint64_t const key : {1U, 2U, 3U})
+            tree.Insert(key, {key == 3 ? 0.5 + apart : 0.5, 0.5, -0.5});
+        EXPECT_EQ(InBox(tree, {0.5, 0.5, -0.5}, {0.5, 0.5, -0.5}).size(), apart < 0.17320508 ? 2U : 0U);
+    }
+}
+
 /// Squares of the small distances have few bits or none.
 TEST(PointCluster, CallsNothingNearThatIsNot) {
     for (double const scale : {1.0, 1e153, 1e-160, 1e-161, 1e-162, 1e-163}) {

@@ -25,10 +25,9 @@ constexpr char const *kExamples =
 constexpr char const *kFooter =
     "FILE is an STL file, ASCII or binary; each solid in it is a body; '-' or no FILE reads one from standard input.\n"
     "Two triangles of different bodies are in contact when they are not farther apart than T, in the unit of the\n"
-    "files, as far apart as their binary numbers are: sides at 1 and at 1.1 are a little more than 0.1 apart, so give\n"
-    "T some room. The smallest gap of two bodies is that of their pairs in contact; bodies without such a pair are "
-    "not\n"
-    "listed, however near they are beyond T. A patch is a set of triangles that hang together.\n"
+    "files, as their binary numbers have it: sides at 1 and 1.1 are a little more than 0.1 apart, so give T room.\n"
+    "The smallest gap of two bodies is that of their pairs in contact; bodies without such a pair are not listed,\n"
+    "however near they are beyond T. A patch is a set of triangles that hang together.\n"
     "\n"
     "Exit status: 0 done; 1 the input cannot be read or used; 2 wrong usage; 4 a fault of the program.\n";
 
