@@ -5,7 +5,6 @@
 #include "tests/TemporaryFolder.h"
 #include "tests/spatial/Bodies.h"
 
-#include "zvi/base/Index.h"
 #include "zvi/interface/IProgressBar.h"
 #include "zvi/spatial/triangles/ContactProgressDetail.h"
 #include "zvi/spatial/triangles/TriangleBoxDetail.h"
@@ -170,7 +169,8 @@ TEST(FindBodyContacts, FindsThePairsThatASlowSearchFinds) {
         double const tolerance = static_cast<double>(slow.tol) * size;
         std::vector<TriangleBody> bodies(3);
         for (Triangle const &triangle : slow.triangles) {
-            BodyTriangle &placed = bodies[base::Index(triangle.group)].emplace_back(Doubles(triangle.corners));
+            BodyTriangle &placed =
+                bodies[static_cast<std::size_t>(triangle.group)].emplace_back(Doubles(triangle.corners));
             for (MVector<double, 3> &p : placed)
                 p = (p + MVector<double, 3>(0, 0, 1024)) * size;
         }
