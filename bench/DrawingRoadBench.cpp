@@ -190,9 +190,8 @@ Curves OverlappingArcs(int count) {
 
 /// Raw lines of which each second one begins near the end of the one before it, within the tolerance.
 Curves LinesInChains(int count) {
-    constexpr double kSide = 1000.0, kMiss = 4e-5;
-    return AtRandom(count / 2, kSide, [](Curves &curves, auto any) {
-        auto const near = [&any](double v) { return v + kMiss * (2.0 * any() / kSide - 1.0); };
+    return AtRandom(count / 2, 1000.0, [](Curves &curves, auto any) {
+        auto const near = [&any](double v) { return v + 8e-8 * (any() - 500.0); };
         double const x1 = any(), y1 = any(), x2 = any(), y2 = any();
         AddLine(curves, x1, y1, x2, y2);
         double const x3 = near(x2), y3 = near(y2), x4 = any();
