@@ -2,9 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include "zvi/host/Environment.h"
 #include "zvi/host/Files.h"
 #include "zvi/host/Paths.h"
+#include "zvi/host/ProcessMemory.h"
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -59,10 +62,17 @@ public:
     }
 
 private:
-    /// No two tests that run side by side share it.
+    /// No two tests that run side by side share it; a process that a test starts has that of its test.
     static std::string NameOfTest() {
         testing::TestInfo const *const test = testing::UnitTest::GetInstance()->current_test_info();
-        return std::string("zvi_") + test->test_suite_name() + '_' + test->name();
+        return "zvi_" + ProcessOfTest() + '_' + test->test_suite_name() + '_' + test->name();
+    }
+    static std::string ProcessOfTest() {
+        if (char const *const known = std::getenv("ZVI_PROCESS_OF_TEST"))
+            return known;
+        std::string const own = std::to_string(host::CurrentProcessId());
+        host::SetEnvironmentPath(L"ZVI_PROCESS_OF_TEST", std::wstring(own.begin(), own.end()));
+        return own;
     }
 
     std::filesystem::path m_path;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -15,14 +16,11 @@
 #include <thread>
 #include <vector>
 
+#include <fcntl.h>
 #ifdef _WIN32
-#include <fcntl.h>
 #include <io.h>
-#include <windows.h>
+#include <process.h>
 #else
-#include <fcntl.h>
-
-#include <csignal>
 #include <sys/file.h>
 #include <unistd.h>
 #endif
@@ -37,35 +35,30 @@ int RunScript(Words const &words);
 
 #ifdef _WIN32
 
-/// Starts this program again with other words.
-void Start(Words const &words, bool) {
-    std::wstring line = L"child";
+/// Starts this program again with other words, which hold no blanks.
+void Start(Words const &words) {
+    std::vector<wchar_t const *> line = {L"child"};
     for (fs::path const &word : words)
-        line += L" \"" + word.native() + L"\"";
-    STARTUPINFOW startup{};
-    startup.cb = sizeof(startup);
-    PROCESS_INFORMATION started{};
-    CreateProcessW(_wpgmptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &started);
+        line.push_back(word.c_str());
+    line.push_back(nullptr);
+    _wspawnv(_P_NOWAIT, _wpgmptr, line.data());
 }
 
 void Die() {
-    TerminateProcess(GetCurrentProcess(), 137);
+    _exit(137);
 }
 
 /// Nobody else can remove the file until this process ends.
 void Hold(fs::path const &file) {
-    CreateFileW(file.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+    _wfopen(file.c_str(), L"w");
 }
 
 #else
 
-/// Goes on with these words in a process of its own, and in a session of its own if it is to be a daemon.
-void Start(Words const &words, bool isDaemon) {
-    if (fork() != 0)
-        return;
-    if (isDaemon)
-        setsid();
-    std::exit(RunScript(words));
+/// Goes on with these words in a process of its own.
+void Start(Words const &words) {
+    if (fork() == 0)
+        std::exit(RunScript(words));
 }
 
 void Die() {
@@ -74,16 +67,14 @@ void Die() {
 
 /// Nobody else can lock the file until this process ends.
 void Hold(fs::path const &file) {
-    std::FILE *const stream = std::fopen(file.c_str(), "w");
-    flock(fileno(stream), LOCK_EX);
+    flock(open(file.c_str(), O_RDWR | O_CREAT, 0600), LOCK_EX);
 }
 
-std::string OpenFiles() {
-    std::string list;
+/// The numbers of all that are open.
+void Files() {
     for (int file = 0; file < 1024; ++file)
         if (fcntl(file, F_GETFD) >= 0)
-            list.append(" ").append(std::to_string(file));
-    return list;
+            std::printf("%d\n", file);
 }
 
 #endif
@@ -123,13 +114,6 @@ void WaitFor(fs::path const &file) {
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
 }
 
-int CountInput() {
-    int count = 0;
-    while (std::getchar() != EOF)
-        ++count;
-    return count;
-}
-
 int RunScript(Words const &words) {
     int exitCode = 0;
     auto at = words.begin();
@@ -153,11 +137,10 @@ int RunScript(Words const &words) {
         {"touch", [&] { std::ofstream(next()).put('.'); }},
         {"hold", [&] { Hold(next()); }},
         {"die", Die},
-        {"start", [&] { Start(rest(), false); }},
-        {"daemon", [&] { Start(rest(), true); }},
-        {"input", [] { Write(std::to_string(CountInput()) + "\n"); }},
+        {"start", [&] { Start(rest()); }},
+        {"input", [] { Write(std::getchar() == EOF ? "none\n" : "some\n"); }},
 #ifndef _WIN32
-        {"files", [] { Write("files" + OpenFiles() + "\n"); }},
+        {"files", Files},
 #endif
         {"folder", [] { Write(fs::current_path().filename().string() + "\n"); }},
         {"word", [&] { Write(std::string("[").append(text()).append("]\n")); }},

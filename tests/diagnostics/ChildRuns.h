@@ -37,26 +37,21 @@ inline void PassUntil(std::function<bool()> const &isSo) {
     }
 }
 
-/// Keeps what it is told, of each unit its byte if it is an extended one, and "x*5000" for a long run of one unit.
+/// Keeps what it is told, of each unit its byte if it is an extended one, and "x*5000" for that many "x" at the start.
 class Heard : public MProcessCommunicator {
 public:
     explicit Heard(int selfDelete = 0) { SetSelfDelete(selfDelete); }
 
     void OnProcessMsg(wchar_t const *text) override {
-        std::wstring_view rest = text;
-        std::size_t const run = std::min(rest.find_first_not_of(text[0]), rest.size());
-        std::string told;
-        if (run > 1000) {
-            told.append(1, static_cast<char>(text[0])).append("*").append(std::to_string(run));
-            rest.remove_prefix(run);
-        }
-        for (wchar_t const unit : rest)
+        std::wstring_view const all = text;
+        std::size_t const run = std::min(all.find_first_not_of(L'x'), all.size());
+        bool const isLong = run > 1000;
+        std::string told = isLong ? "x*" + std::to_string(run) : "";
+        for (wchar_t const unit : all.substr(isLong ? run : 0))
             told += unit < 0x80 || unit >= 0xFF80 ? static_cast<char>(unit) : '?';
         texts.push_back(told);
-        if (told.starts_with("!Exit:")) {
-            startError = GetCurrentMsg()->startError;
-            hasEnded = true;
-        }
+        hasEnded = told.starts_with("!Exit:");
+        startError = GetCurrentMsg()->startError;
         if (onMessage)
             onMessage(told);
     }

@@ -1,5 +1,3 @@
-// The soak program is made of this file too, and sets the figures of a heavy load.
-
 #include "tests/FailingMemory.h"
 #include "tests/TemporaryFolder.h"
 #include "tests/diagnostics/ChildRuns.h"
@@ -24,24 +22,19 @@ namespace zvi::lib::test {
 
 namespace {
 
-#ifdef ZVI_SOAK
-constexpr int kRounds = 100;
-constexpr int kLines = 1000000;
-constexpr int kLinesOfEach = 10000;
-constexpr wchar_t const *kFlood = L"flood 1000000000 bytes 0a62";
-constexpr char const *kFlooded = "x*1000000000\r";
-#else
-constexpr int kRounds = 1;
-constexpr int kLines = 100000;
-constexpr int kLinesOfEach = 3;
-constexpr wchar_t const *kFlood = L"flood 1000000 bytes 0a62";
-constexpr char const *kFlooded = "x*1000000\r";
-#endif
+/// A figure of the usual load, or of a heavy one, which takes minutes and is asked for with ZVI_SOAK=1.
+int Load(int usual, int heavy) {
+    return std::getenv("ZVI_SOAK") ? heavy : usual;
+}
 
-/// Documents of which only the address counts.
-char places[2];
-CDocument *const kDocument = reinterpret_cast<CDocument *>(&places[0]);
-CDocument *const kOther = reinterpret_cast<CDocument *>(&places[1]);
+int const kRounds = Load(1, 100);
+int const kLines = Load(100000, 1000000);
+int const kLinesOfEach = Load(3, 10000);
+int const kFlood = Load(1000000, 1000000000);
+
+/// A document, of which only the address counts.
+char place;
+CDocument *const kDocument = reinterpret_cast<CDocument *>(&place);
 
 Texts Lines(int count) {
     Texts lines;
@@ -103,32 +96,25 @@ TEST_F(MProcessMgrTest, TellsLinesAndHowTheChildEnds) {
         {L"bytes 61c37fff80 exit 4", {"a\xC3\x7F\xFF\x80\r", "!Exit:4"}},
         {L"errors x bytes 790a", {"x\r", "y\r", "!Exit:0"}},
         {L"bytes 61 die", {"a\r", "!Exit:137"}},
-        {L"input", {"0\r", "!Exit:0"}},
+        {L"input", {"none\r", "!Exit:0"}},
         {L"folder", {m_folder.Native("x").parent_path().filename().string() + "\r", "!Exit:0"}},
         {L"bytes 61 close exit 5", {"a\r", "!Exit:5"}},
-        // A daemon keeps the pipe and is left alone.
-        {L"daemon wait over touch done ; bytes 61 exit 4", {"a\r", "!Exit:4"}},
+        // What it has started keeps the pipe and is left alone.
+        {L"start wait over touch done ; bytes 61 exit 4", {"a\r", "!Exit:4"}},
 #ifndef _WIN32
-        {L"files", {"files 0 1 2\r", "!Exit:0"}},
+        {L"files", {"0\r", "1\r", "2\r", "!Exit:0"}},
 #endif
     };
-#ifndef _WIN32
-    int const open = dup(STDIN_FILENO); // which a child would inherit
-#endif
+    std::ofstream const open(m_folder.Native("open")); // which a child would inherit
     for (int round = 0; round < kRounds; ++round) {
-        std::array<std::array<Heard, 8>, std::size(cases)> heard;
-        for (Case const &c : cases)
-            for (Heard &each : heard[static_cast<std::size_t>(&c - cases)])
-                Start(each, c.words);
-        for (Case const &c : cases)
-            for (Heard &each : heard[static_cast<std::size_t>(&c - cases)]) {
-                EXPECT_EQ(each.ToTheEnd(), c.texts);
-                EXPECT_EQ(each.startError, 0U);
-            }
+        std::array<Heard, 8 * std::size(cases)> heard;
+        for (std::size_t i = 0; i < heard.size(); ++i)
+            Start(heard[i], cases[i / 8].words);
+        for (std::size_t i = 0; i < heard.size(); ++i) {
+            EXPECT_EQ(heard[i].ToTheEnd(), cases[i / 8].texts);
+            EXPECT_EQ(heard[i].startError, 0U);
+        }
     }
-#ifndef _WIN32
-    close(open);
-#endif
     m_folder.Write("over", "");
     WaitUntilThere("done");
 }
@@ -145,6 +131,9 @@ TEST_F(MProcessMgrTest, LosesNothingAndTellsSoManyLinesAPass) {
         }
         EXPECT_TRUE(heard.texts == Lines(kLines));
     }
+    Heard flooded;
+    Start(flooded, L"flood " + std::to_wstring(kFlood) + L" bytes 0a62");
+    EXPECT_EQ(flooded.ToTheEnd(), (Texts{"x*" + std::to_string(kFlood) + "\r", "b\r", "!Exit:0"}));
 }
 
 TEST_F(MProcessMgrTest, RefusesThe101stChild) {
@@ -199,7 +188,7 @@ TEST_F(MProcessMgrTest, ClosesTheChildrenOfADocument) {
         Heard other, silent, flooding;
         auto *const gone = new Heard(1);
         gone->onMessage = [life = std::shared_ptr<void>(nullptr, [deleted](void *) { *deleted = true; })](auto &) {};
-        Start(other, L"wait go lines 1", kOther);
+        Start(other, L"wait go lines 1");
         Start(silent, L"hold held lines 1 wait never", kDocument);
         Start(flooding, L"flood 10000000000000", kDocument);
         Start(*gone, L"wait never", kDocument);
@@ -275,13 +264,6 @@ TEST_F(MProcessMgrTest, TellsAllInTheEndWhenMemoryRunsShort) {
             ASSERT_EQ(counting.lines, result == 0 ? 151 : 0) << "allocation " << index;
         }
     }
-}
-
-/// Last, since it takes the most memory.
-TEST_F(MProcessMgrTest, ALineOfAnyLengthArrivesWhole) {
-    Heard heard;
-    Start(heard, kFlood);
-    EXPECT_EQ(heard.ToTheEnd(), (Texts{kFlooded, "b\r", "!Exit:0"}));
 }
 
 } // namespace zvi::lib::test

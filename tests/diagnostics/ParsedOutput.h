@@ -2,7 +2,6 @@
 
 #include "zvi/diagnostics/ProcessParserDetail.h"
 
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -12,9 +11,9 @@ namespace zvi::lib::test {
 /// and what it wrote.
 using Texts = std::vector<std::string>;
 
-/// Parses the output in parts of these sizes, so many messages at a time. With `asUnfinished`, what a part leaves over
+/// Parses the output in parts of this size, so many messages at a time. With `asUnfinished`, what a part leaves over
 /// goes the way of what a ring has no room for.
-inline Texts Parsed(std::string const &output, std::function<std::size_t()> const &nextSize, std::size_t limit = 100,
+inline Texts Parsed(std::string const &output, std::size_t partSize, std::size_t limit = 100,
                     bool asUnfinished = false) {
     diagnostics::ProcessParser parser;
     diagnostics::ProcessMessages messages;
@@ -23,7 +22,7 @@ inline Texts Parsed(std::string const &output, std::function<std::size_t()> cons
     std::wstring text;
     T_PROCESS_MSG about;
     for (std::size_t at = 0; at < output.size();) {
-        std::string const part = output.substr(at, nextSize());
+        std::string const part = output.substr(at, partSize);
         at += part.size();
         ring += part;
         do {

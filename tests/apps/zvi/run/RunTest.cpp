@@ -21,13 +21,6 @@ std::string Shown(OutputForm form, std::wstring const &hexadecimal) {
     return out.str();
 }
 
-int StatusOf(std::vector<std::string> words) {
-    words.insert(words.begin(), "run");
-    return RunZvi(words).status;
-}
-
-std::string const kChild = ZVI_TEST_CHILD;
-
 } // namespace
 
 TEST(Run, ShowsWhatTheProgramWrites) {
@@ -36,13 +29,11 @@ TEST(Run, ShowsWhatTheProgramWrites) {
         std::string onTerminal;
         std::string elsewhere;
     };
-    Case const cases[] = {
-        {L"610ac3a90d0a00ff", std::string("a\n\xC3\xA9\n\0\xFF\n", 8), std::string("a\n\xC3\xA9\n\0\xFF\n", 8)},
-        {L"3130250d3230250d0a62", "10%\r20%\nb\n", "10%\n20%\nb\n"},
-        {L"77c3a9080878080a", "w\xC3\xA9\b\bx\n", "w\xC3\xA9\nx\n"},
-        {L"3130250d", "10%\n", "10%\n"},
-    };
-    for (Case const &c : cases) {
+    std::string const bytes("a\n\xC3\xA9\n\0\xFF\n", 8);
+    for (Case const &c : {Case{L"610ac3a90d0a00ff", bytes, bytes},
+                          {L"3130250d3230250d0a62", "10%\r20%\nb\n", "10%\n20%\nb\n"},
+                          {L"77c3a9080878080a", "w\xC3\xA9\b\bx\n", "w\xC3\xA9\nx\n"},
+                          {L"3130250d", "10%\n", "10%\n"}}) {
         EXPECT_EQ(Shown(OutputForm::kTerminal, c.hexadecimal), c.onTerminal);
         EXPECT_EQ(Shown(OutputForm::kPlain, c.hexadecimal), c.elsewhere);
     }
@@ -53,14 +44,17 @@ TEST(Run, ShowsWhatTheProgramWrites) {
 }
 
 TEST(Run, EndsWithTheExitCodeOfTheProgram) {
-    EXPECT_EQ(StatusOf({kChild, "exit", "5"}), 5);
-    EXPECT_EQ(StatusOf({kChild, "die"}), 137);
-    // Silent and never ending, so that neither a stop nor time alone reaches it.
-    EXPECT_EQ(StatusOf({"--stop-after", "0.01", kChild, "wait", "never"}), 124);
-    EXPECT_EQ(StatusOf({"--stop-after=0.01", kChild, "flood", "1000000000000"}), 124);
-    EXPECT_EQ(StatusOf({}), 2);
-    EXPECT_EQ(StatusOf({"--stop-after", "-1", kChild}), 2);
-    std::vector<std::string> words = {"run", "--", kChild};
+    std::string const child = ZVI_TEST_CHILD;
+    using Row = std::pair<std::vector<std::string>, int>;
+    for (auto const &[words, status] : {Row{{"run", child, "exit", "5"}, 5},
+                                        {{"run", child, "die"}, 137},
+                                        // Silent and never ending, so that neither a stop nor time alone reaches it.
+                                        {{"run", "--stop-after", "0.01", child, "wait", "never"}, 124},
+                                        {{"run", "--stop-after=0.01", child, "flood", "1000000000000"}, 124},
+                                        {{"run"}, 2},
+                                        {{"run", "--stop-after", "-1", child}, 2}})
+        EXPECT_EQ(RunZvi(words).status, status);
+    std::vector<std::string> words = {"run", "--", child};
     for (char const *word : {"--json", "a b", "", "it's", "\"", "\\", "\u8A08"})
         words.insert(words.end(), {"word", word});
     EXPECT_EQ(RunZvi(words).out, "[--json]\n[a b]\n[]\n[it's]\n[\"]\n[\\]\n[\u8A08]\n");
