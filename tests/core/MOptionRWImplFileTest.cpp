@@ -25,25 +25,26 @@ namespace zvi::lib::test {
 namespace {
 
 using zvi::test::HostText;
-using zvi::test::TemporaryFolder;
 
-/// The settings of s.cfg, which it writes again.
-MOptionRWImplFile Settings(TemporaryFolder const &folder) {
-    return MOptionRWImplFile(CString(std::wstring_view(folder.Path())), L"s.cfg");
-}
+struct MOptionRWImplFileTest : testing::Test {
+    /// The settings of s.cfg, which it writes again.
+    MOptionRWImplFile Settings() const { return {CString(folder.Path().c_str()), L"s.cfg"}; }
 
-OptionCategory &Category(MOptionRWImplFile &settings, wchar_t const *name) {
-    OptionCategory *category = nullptr;
-    settings.GetCategoryData(name, &category);
-    return *category;
-}
+    static OptionCategory &Category(MOptionRWImplFile &settings, wchar_t const *name) {
+        OptionCategory *category = nullptr;
+        settings.GetCategoryData(name, &category);
+        return *category;
+    }
+
+    zvi::test::TemporaryFolder const folder;
+};
 
 /// A tolerance seen by an object that is made before the library's sources may have been.
 double const kSeenAtLoad = MTolerance::GetMergeTolerance();
 
 } // namespace
 
-TEST(MOptionRWImplFile, ReadsWhatPeopleWriteAndWritesItInOrder) {
+TEST_F(MOptionRWImplFileTest, ReadsWhatPeopleWriteAndWritesItInOrder) {
     std::string const longest = "k=" + std::string(1021, 'v');
     struct Row {
         std::string read;
@@ -68,39 +69,24 @@ TEST(MOptionRWImplFile, ReadsWhatPeopleWriteAndWritesItInOrder) {
         if (row.read.find('\xFF') != std::string::npos)
             break; // for a system whose own encoding is UTF-8
 #endif
-        TemporaryFolder const folder;
         folder.Write("s.cfg", row.read);
         for (int again = 0; again < 2; ++again) {
-            { MOptionRWImplFile const settings = Settings(folder); }
+            { MOptionRWImplFile const settings = Settings(); }
             EXPECT_EQ(folder.Read("s.cfg"), HostText(row.written));
         }
     }
-    TemporaryFolder const folder;
     std::string bytes(1 << 20, '\0');
     std::generate(bytes.begin(), bytes.end(), [random = std::mt19937()]() mutable { return char(random()); });
     folder.Write("s.cfg", bytes);
     std::string written[2];
     for (std::string &content : written) {
-        { MOptionRWImplFile const settings = Settings(folder); }
+        { MOptionRWImplFile const settings = Settings(); }
         content = folder.Read("s.cfg");
     }
     EXPECT_EQ(written[0], written[1]) << "random bytes";
 }
 
-TEST(MOptionRWImplFile, LeavesOutWhatNoLineHolds) {
-    TemporaryFolder const folder;
-    {
-        MOptionRWImplFile settings = Settings(folder);
-        OptionCategory *category = nullptr;
-        EXPECT_EQ(settings.GetCategoryData(L"A", &category), 0);
-        EXPECT_EQ(settings.GetCategoryData(L"A", &category), 1);
-        *category = {{L"k", CString(L'v', 1022)}, {L"l", L"1"}};
-        Category(settings, CString(L'C', 1022))[L"m"] = L"2";
-    }
-    EXPECT_EQ(folder.Read("s.cfg"), HostText("[ A ]\nl = 1\n\n"));
-}
-
-TEST(MOptionRWImplFile, BringsSettingsToTheGroupsInForceAndBack) {
+TEST_F(MOptionRWImplFileTest, BringsSettingsToTheGroupsInForceAndBack) {
     EXPECT_EQ(kSeenAtLoad, 0.001);
     EXPECT_EQ(MTolerance::GetRegardAsZero(), 1e-10);
     EXPECT_EQ(MTolerance::GetAngleTolerance(), 1.0);
@@ -109,11 +95,10 @@ TEST(MOptionRWImplFile, BringsSettingsToTheGroupsInForceAndBack) {
     database.GetOptData(L"a null group");
     auto &control = dynamic_cast<OptionAnalCtrl &>(*database.GetOptData(OptionAnalCtrl::kCategory));
     control.m_values.Singular = 0;
-    TemporaryFolder const folder;
     for (char const *text : {"", "[OPT_GEN_TOLERENCE]\nRegardAsZero = 1e-6\nAngleTolerance = none\nunknown = value\n"
                                  "[OPT_ANAL_CTRL]\nUseMemory = 3.5\n[MINE]\nkey = value\n"}) {
         folder.Write("s.cfg", text);
-        MOptionRWImplFile settings = Settings(folder);
+        MOptionRWImplFile settings = Settings();
         database.ReadData(&settings);
         bool const isGiven = *text != '\0';
         EXPECT_EQ(MTolerance::GetRegardAsZero(), isGiven ? 1e-6 : 1e-10);
@@ -136,19 +121,27 @@ TEST(MOptionRWImplFile, BringsSettingsToTheGroupsInForceAndBack) {
                        "unknown = value\n\n"));
 }
 
-TEST(MOptionRWImplFile, WhatCannotBeReadOrWrittenStaysAsItIs) {
-    TemporaryFolder const folder;
-    EXPECT_TRUE(MOptionRWImplFile(CString(std::wstring_view(folder.Path("none"))), L"s.cfg").Save());
+TEST_F(MOptionRWImplFileTest, LeavesOutWhatNoLineHoldsAndAFileThatCannotBe) {
+    {
+        MOptionRWImplFile settings = Settings();
+        OptionCategory *category = nullptr;
+        for (int const isThere : {0, 1})
+            EXPECT_EQ(settings.GetCategoryData(L"A", &category), isThere);
+        *category = {{L"k", CString(L'v', 1022)}, {L"l", L"1"}};
+        Category(settings, CString(L'C', 1022))[L"m"] = L"2";
+    }
+    EXPECT_EQ(folder.Read("s.cfg"), HostText("[ A ]\nl = 1\n\n"));
+    fs::remove(folder.Native("s.cfg"));
+    EXPECT_TRUE(MOptionRWImplFile(folder.Path("none").c_str(), L"s.cfg").Save());
     EXPECT_TRUE(folder.Names().empty()) << "no folder is made";
     fs::create_directory(folder.Native("s.cfg"));
-    EXPECT_TRUE(Settings(folder).Save());
+    EXPECT_TRUE(Settings().Save());
     EXPECT_TRUE(fs::is_directory(folder.Native("s.cfg")));
 }
 
 #ifndef _WIN32
 
-TEST(MOptionRWImplFile, TheDefaultFileIsMadeInTheDocumentsFolderOfTheUsersChoice) {
-    TemporaryFolder const folder;
+TEST_F(MOptionRWImplFileTest, TheDefaultFileIsMadeInTheDocumentsFolderOfTheUsersChoice) {
     std::string const home = std::getenv("HOME") ? std::getenv("HOME") : "";
     ::setenv("HOME", folder.Native().c_str(), 1);
     ::unsetenv("XDG_CONFIG_HOME");
@@ -172,10 +165,9 @@ TEST(MOptionRWImplFile, TheDefaultFileIsMadeInTheDocumentsFolderOfTheUsersChoice
     ::setenv("HOME", home.c_str(), 1);
 }
 
-TEST(MOptionRWImplFile, SurvivesTheEndOfItsWriterAtAnyMoment) {
-    TemporaryFolder const folder;
-    auto const write = [&folder](int generation) {
-        MOptionRWImplFile settings = Settings(folder);
+TEST_F(MOptionRWImplFileTest, SurvivesTheEndOfItsWriterAtAnyMoment) {
+    auto const write = [this](int generation) {
+        MOptionRWImplFile settings = Settings();
         OptionCategory &category = Category(settings, L"A");
         for (wchar_t key = 0; key < 2000; ++key)
             category[CString(static_cast<wchar_t>(0x4E00 + key))].Format(L"%d", generation);
@@ -184,7 +176,7 @@ TEST(MOptionRWImplFile, SurvivesTheEndOfItsWriterAtAnyMoment) {
     unsigned int wait = 0;
     for (int i = 1; i <= 200; ++i) {
         ASSERT_TRUE(zvi::test::IsKilledWhileItCalls(write, i, wait = (wait + 977) % 12000));
-        MOptionRWImplFile settings = Settings(folder);
+        MOptionRWImplFile settings = Settings();
         OptionCategory const &kept = Category(settings, L"A");
         ASSERT_EQ(kept.size(), 2000u);
         for (auto const &[key, value] : kept)
@@ -193,15 +185,14 @@ TEST(MOptionRWImplFile, SurvivesTheEndOfItsWriterAtAnyMoment) {
     EXPECT_EQ(folder.Names().size(), 1u) << "nothing is left beside";
 }
 
-TEST(MOptionRWImplFile, AFullDiskLeavesTheOldSettings) {
-    TemporaryFolder const folder;
+TEST_F(MOptionRWImplFileTest, AFullDiskLeavesTheOldSettings) {
     folder.Write("s.cfg", "[ A ]\nk = old\n\n");
-    auto const write = [&folder] {
+    auto const write = [this] {
         // A limit of the file size fails a write like a full disk.
         ::signal(SIGXFSZ, SIG_IGN);
         rlimit const limit{1000, 1000};
         ::setrlimit(RLIMIT_FSIZE, &limit);
-        MOptionRWImplFile settings = Settings(folder);
+        MOptionRWImplFile settings = Settings();
         Category(settings, L"A")[L"k"] = CString(L'v', 1001);
         ::_exit(settings.Save() ? 0 : 1);
     };

@@ -1,6 +1,7 @@
 #include "zvi/host/Files.h"
 
 #include "tests/TemporaryFolder.h"
+#include "zvi/host/ReplaceContent.h"
 
 #include <gtest/gtest.h>
 
@@ -9,8 +10,18 @@
 namespace fs = std::filesystem;
 namespace host = zvi::host;
 
-TEST(Files, AreFoundByTheirPattern) {
+namespace {
+
+/// Files in a folder of the test.
+struct Files : testing::Test {
     zvi::test::TemporaryFolder const folder;
+};
+using Paths = Files;
+using ReplaceContent = Files;
+
+} // namespace
+
+TEST_F(Files, AreFoundByTheirPattern) {
     for (char const *name : {"b.txt", "a.txt", "a.b.txt", "readme"})
         folder.Write(name, "x");
     fs::create_directory(folder.Native("sub"));
@@ -29,8 +40,7 @@ TEST(Files, AreFoundByTheirPattern) {
     EXPECT_TRUE(host::FindFiles(folder.Path("none") + L"\\*").empty());
 }
 
-TEST(Files, TellTheirStatus) {
-    zvi::test::TemporaryFolder const folder;
+TEST_F(Files, TellTheirStatus) {
     folder.Write("a.txt", "12345");
     CFileStatus status;
     ASSERT_TRUE(host::GetFileStatus(folder.Path("a.txt"), status));
@@ -47,8 +57,7 @@ TEST(Files, TellTheirStatus) {
     fs::permissions(folder.Native("a.txt"), fs::perms::owner_all);
 }
 
-TEST(Files, AreMovedAndRemoved) {
-    zvi::test::TemporaryFolder const folder;
+TEST_F(Files, AreMovedAndRemoved) {
     EXPECT_TRUE(host::MakeFolder(folder.Path("sub")));
     EXPECT_FALSE(host::MakeFolder(folder.Path("sub")));
     folder.Write("sub/a", "x");
@@ -68,3 +77,82 @@ TEST(Files, AreMovedAndRemoved) {
     EXPECT_EQ(folder.Names(), std::vector<std::string>{"precious"});
     EXPECT_EQ(folder.Read("precious/a"), "x") << "no link is followed";
 }
+
+TEST_F(Paths, ADriveIsTheFolderThatWasSetForIt) {
+    folder.Write("a.txt", "x");
+    host::SetDriveRoot(L'q', folder.Native());
+    for (wchar_t const *path : {L"Q:\\a.txt", L"q:\\a.txt", L"Q:a.txt", L"Q:"})
+        EXPECT_TRUE(fs::exists(host::NativePath(path))) << path;
+    host::SetDriveRoot(L'Q', {});
+    EXPECT_FALSE(fs::exists(host::NativePath(L"Q:\\a.txt")));
+}
+
+TEST_F(Paths, OfTheCurrentFolderAndOfTheProgramAreThere) {
+    std::wstring const before = host::CurrentFolder();
+    ASSERT_TRUE(host::SetCurrentFolder(folder.Path()));
+    folder.Write("here", "");
+    EXPECT_TRUE(fs::exists("here"));
+    EXPECT_TRUE(fs::exists(host::NativePath(host::CurrentFolder() + L"\\here")));
+    EXPECT_FALSE(host::SetCurrentFolder(folder.Path("none")));
+    EXPECT_TRUE(host::SetCurrentFolder(before));
+    EXPECT_TRUE(fs::exists(host::NativePath(host::ModulePath())));
+    EXPECT_TRUE(host::NativePath(std::wstring_view(L"a\0b", 3)).empty());
+}
+
+#ifndef _WIN32
+
+TEST_F(Paths, EveryNameOfAFileComesBack) {
+    for (char const *name : {"/plain", "sub/\xFF\xC3", "a\\b", "C:x", "/\xEB\xAF\xB8/\xF0\x9F\x98\x80", "C", ""})
+        EXPECT_EQ(fs::path(name).lexically_normal(), host::NativePath(host::LibraryPath(name)).lexically_normal());
+    EXPECT_EQ(host::LibraryPath("/a/b"), L"\\a\\b");
+    EXPECT_TRUE(host::NativePath(L"Z:\\a").empty()) << "a drive without a root";
+}
+
+#endif
+
+TEST_F(ReplaceContent, RefusesAReadOnlyFileFollowsLinksAndRemovesWhatWasLeft) {
+    folder.Write("a", "old");
+    fs::permissions(folder.Native("a"), fs::perms::owner_read);
+    // Who is allowed everything may write it too.
+    std::error_code failure = host::ReplaceContent(folder.Path("a"), "new");
+    EXPECT_EQ(folder.Read("a"), failure ? "old" : "new");
+    EXPECT_EQ(folder.Names().size(), 1u);
+    fs::permissions(folder.Native("a"), fs::perms::owner_all);
+    fs::create_directory(folder.Native("sub"));
+    for (std::wstring const &path : {folder.Path("sub"), std::wstring()})
+        EXPECT_TRUE(host::ReplaceContent(path, "x"));
+    folder.Write("sub/a", "old");
+    folder.Write("sub/a.1.2.zvi-part", "half");
+    folder.Write("sub/a.zvi-part", "half");
+    fs::create_symlink("sub/a", folder.Native("link"), failure);
+    if (failure)
+        GTEST_SKIP() << "no links: " << failure.message();
+    EXPECT_FALSE(host::ReplaceContent(folder.Path("link"), "new"));
+    EXPECT_TRUE(fs::is_symlink(folder.Native("link")));
+    EXPECT_EQ(folder.Read("sub/a"), "new");
+    EXPECT_FALSE(fs::exists(folder.Native("sub/a.zvi-part")));
+}
+
+#ifndef _WIN32
+
+TEST_F(ReplaceContent, KeepsPermissionsAndWritesInPlaceWhereItMust) {
+    folder.Write("a", "old");
+    fs::permissions(folder.Native("a"), fs::perms(0640));
+    EXPECT_FALSE(host::ReplaceContent(folder.Path("a"), "new"));
+    EXPECT_EQ(fs::status(folder.Native("a")).permissions(), fs::perms(0640));
+    fs::create_symlink("b", folder.Native("link"));
+    EXPECT_FALSE(host::ReplaceContent(folder.Path("link"), "new"));
+    EXPECT_EQ(folder.Read("b"), "new");
+    fs::create_symlink("loop", folder.Native("loop"));
+    EXPECT_EQ(host::ReplaceContent(folder.Path("loop"), "x"), std::errc::too_many_symbolic_link_levels);
+    EXPECT_EQ(host::ReplaceContent(L"\\dev\\full", "x"), std::errc::no_space_on_device);
+    EXPECT_FALSE(host::ReplaceContent(L"\\dev\\null", "x"));
+    std::string const name(250, 'n'); // leaves no room for another beside
+    folder.Write(name, "the old and longer content");
+    for (char const *content : {"new", "longer than that was"}) {
+        EXPECT_FALSE(host::ReplaceContent(folder.Path(name), content));
+        EXPECT_EQ(folder.Read(name), content);
+    }
+}
+
+#endif

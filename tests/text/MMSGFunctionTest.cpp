@@ -1,7 +1,6 @@
 #include "zvi/text/MMSGFunction.h"
 
 #include "tests/TemporaryFolder.h"
-#include "zvi/text/MessageFile.h"
 #include "zvi/text/MessageLine.h"
 
 #include <gtest/gtest.h>
@@ -120,29 +119,11 @@ TEST_F(MMSGFunctionTest, ReadsTheFontByTheLetter) {
     EXPECT_EQ(MMSGFunction::GetFont(), L"Tahoma");
 }
 
-TEST_F(MMSGFunctionTest, IsToldHowAFileEnded) {
-    using Row = std::tuple<std::string, MessageFile::End, std::size_t>;
-    for (auto const &[bytes, end, lines] :
-         {Row{Utf16(L""), MessageFile::End::kWhole, 0}, Row{Utf16(L"a\n\nb"), MessageFile::End::kWhole, 3},
-          Row{Utf16(L"a\nb") + "x", MessageFile::End::kCutUnit, 2},
-          Row{Utf16(L"a\n") + "x", MessageFile::End::kCutUnit, 1},
-          Row{Utf16(L"a\n" + std::wstring(1024, L'b')), MessageFile::End::kLongLine, 2}}) {
-        m_folder.Write("t", bytes);
-        MessageFile file(m_folder.Path("t").c_str());
-        for (CString line; file.GetLine(line);)
-            EXPECT_EQ(line.Find(L'\n'), -1);
-        EXPECT_EQ(file.HowEnded(), end);
-        EXPECT_EQ(file.LineNumber(), lines);
-    }
-    EXPECT_FALSE(MessageFile(m_folder.Path("none").c_str()).IsOpen());
-}
-
 TEST(MMSGFunction, TakesOnePairOfApostrophesAway) {
-    EXPECT_EQ(MMSGFunction::RemoveQuote(L"'a'"), L"a");
-    EXPECT_EQ(MMSGFunction::RemoveQuote(L"''a''"), L"'a'");
-    EXPECT_EQ(MMSGFunction::RemoveQuote(L"''"), L"");
-    for (wchar_t const *text : {L"", L"'", L"'a", L"a'", L"\"a\""})
-        EXPECT_EQ(MMSGFunction::RemoveQuote(text), text);
+    using Row = std::pair<wchar_t const *, wchar_t const *>;
+    for (auto const &[text, inside] : {Row{L"'a'", L"a"}, Row{L"''a''", L"'a'"}, Row{L"''", L""}, Row{L"", L""},
+                                       Row{L"'", L"'"}, Row{L"'a", L"'a"}, Row{L"a'", L"a'"}, Row{L"\"a\"", L"\"a\""}})
+        EXPECT_EQ(MMSGFunction::RemoveQuote(text), inside);
 }
 
 TEST(MessageLine, HasAKeyAndATextUnlessItIsBlankOrAComment) {

@@ -28,21 +28,23 @@ std::string LogText(std::string const &lines, std::string const &address = "") {
                                rule + "\n" + lines);
 }
 
-class TimedLog : public MWriteLog {
-public:
+struct TimedLog : MWriteLog {
     using MWriteLog::GetTimeString;
+};
+
+struct MWriteLogTest : testing::Test {
+    zvi::test::TemporaryFolder const folder;
+    CString path = folder.Path("l.log").c_str();
 };
 
 } // namespace
 
-TEST(MWriteLog, WritesItsLines) {
-    zvi::test::TemporaryFolder const folder;
+TEST_F(MWriteLogTest, WritesItsLines) {
     MWriteLog log;
     EXPECT_EQ(MWriteLog::Instance(), &log);
     EXPECT_FALSE(log.Write(L"x"));
     EXPECT_FALSE(log.WriteMsg(L"a", L"b"));
     log.WriteLine(L"nowhere");
-    CString path(folder.Path("l.log").c_str());
     MWriteLog::SetSiteAddress(L"www.example.org");
     ASSERT_TRUE(log.StartLog(path));
     MWriteLog::SetSiteAddress(L"");
@@ -63,7 +65,7 @@ TEST(MWriteLog, WritesItsLines) {
     log.EndLog();
 }
 
-TEST(MWriteLog, IsTheObjectMadeLast) {
+TEST_F(MWriteLogTest, IsTheObjectMadeLast) {
     {
         MWriteLog first;
         {
@@ -78,9 +80,8 @@ TEST(MWriteLog, IsTheObjectMadeLast) {
     EXPECT_TRUE(std::regex_match(time, form)) << time;
 }
 
-TEST(CAutoLogWrite, NamesAFailedRun) {
-    zvi::test::TemporaryFolder const folder;
-    CString const path(folder.Path("x_Success_Success.log").c_str());
+TEST_F(MWriteLogTest, NamesAFailedRun) {
+    path = folder.Path("x_Success_Success.log").c_str();
     { CAutoLogWrite const withoutLog(path); }
     EXPECT_TRUE(folder.Names().empty());
     MWriteLog log;
@@ -99,10 +100,8 @@ TEST(CAutoLogWrite, NamesAFailedRun) {
 }
 
 #ifndef _WIN32
-TEST(MWriteLog, HoldsEveryLineThatAKilledProcessWrote) {
-    zvi::test::TemporaryFolder const folder;
+TEST_F(MWriteLogTest, HoldsEveryLineThatAKilledProcessWrote) {
     MWriteLog log;
-    CString path(folder.Path("l.log").c_str());
     auto &written = *static_cast<std::atomic<int> *>(
         ::mmap(nullptr, sizeof(std::atomic<int>), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
     int total = 0;
@@ -128,9 +127,9 @@ TEST(MWriteLog, HoldsEveryLineThatAKilledProcessWrote) {
 }
 
 #ifdef __linux__
-TEST(MWriteLog, TellsThatTheDiskIsFull) {
+TEST_F(MWriteLogTest, TellsThatTheDiskIsFull) {
     MWriteLog log;
-    CString path(L"\\dev\\full");
+    path = L"\\dev\\full";
     EXPECT_THROW(log.StartLog(path), CFileException);
     EXPECT_THROW(log.Write(L"x"), CFileException);
 }

@@ -13,12 +13,19 @@
 
 namespace zvi::lib::test {
 
-TEST(TextFiles, GiveTheSameLinesAtEveryBufferSize) {
+namespace {
+
+struct TextFiles : testing::Test {
+    zvi::test::TemporaryFolder const folder;
+    std::wstring const path = folder.Path("t");
+};
+
+} // namespace
+
+TEST_F(TextFiles, GiveTheSameLinesAtEveryBufferSize) {
     using namespace std::string_literals;
     auto const parts = {"a"s,  "\r"s,   "\n"s,           "\r\n"s,     "\n\n"s, "\n\0"s,     "\r\0\n\0"s,
                         "\0"s, "\x1A"s, "\xED\x95\x9C"s, "\xFF\xFE"s, "\xC3"s, "\x3D\xD8"s, "abcdefg"s};
-    zvi::test::TemporaryFolder const folder;
-    std::wstring const path = folder.Path("t");
     std::mt19937 random(20260309);
     for (int round = 0; round < 100; ++round) {
         std::string bytes;
@@ -43,9 +50,7 @@ TEST(TextFiles, GiveTheSameLinesAtEveryBufferSize) {
     EXPECT_EQ(file.ReadString(&unit, 0), nullptr);
 }
 
-TEST(TextFiles, IndentWhatTheyWrite) {
-    zvi::test::TemporaryFolder const folder;
-    std::wstring const path = folder.Path("t");
+TEST_F(TextFiles, IndentWhatTheyWrite) {
     CTextFileWithBuffer file;
     EXPECT_FALSE(file.WriteTagOpen(L"a")) << "not open";
     ASSERT_TRUE(file.Open(path.c_str(), CFile::kWrite | CFile::kCreate));
@@ -65,10 +70,8 @@ TEST(TextFiles, IndentWhatTheyWrite) {
     EXPECT_THROW(reader.SetFilePath(nullptr), std::invalid_argument);
 }
 
-TEST(TextFiles, AreReadByTheirMark) {
+TEST_F(TextFiles, AreReadByTheirMark) {
     using Row = std::pair<std::string, TEXT_ENCODING>;
-    zvi::test::TemporaryFolder const folder;
-    std::wstring const path = folder.Path("t");
     CString line;
     for (auto const &[mark, expected] :
          {Row{"", kEncodingMultiByte}, Row{"\xEF\xBB", kEncodingMultiByte}, Row{"\xEF\xBB\xBF", kEncodingUtf8},
@@ -93,9 +96,7 @@ TEST(TextFiles, AreReadByTheirMark) {
     EXPECT_FALSE(none.Open(folder.Path().c_str(), CFile::kRead));
 }
 
-TEST(TextFiles, WriteUtf16WithMarkAndCarriageReturns) {
-    zvi::test::TemporaryFolder const folder;
-    std::wstring const path = folder.Path("u");
+TEST_F(TextFiles, WriteUtf16WithMarkAndCarriageReturns) {
     CTextFileWithBuffer file;
     ASSERT_TRUE(file.Open(path.c_str(), CFile::kWrite | CFile::kCreate, 1));
     EXPECT_TRUE(file.Write(L"h\xE9\n"));
@@ -105,13 +106,13 @@ TEST(TextFiles, WriteUtf16WithMarkAndCarriageReturns) {
     copy.Close();
     EXPECT_FALSE(file.IsOpen()) << "copies share a file";
     std::string const bytes("\xFF\xFEh\0\xE9\0\r\0\n\0\x5C\xD5\r\0\n\0", 16);
-    EXPECT_EQ(folder.Read("u"), bytes);
+    EXPECT_EQ(folder.Read("t"), bytes);
     EXPECT_TRUE(GivesLines<CUnicodeTextFileWithBuffer>(path, 0, 9, {L"\xFEFFh\xE9", L"\xD55C", L""}, 0));
     CUnicodeTextFileWithBuffer direct;
     ASSERT_TRUE(direct.Open(path.c_str(), CFile::kWrite | CFile::kCreate));
     direct.Write(L"\U0001F600");
     direct.Close();
-    EXPECT_EQ(folder.Read("u"), "\xFF\xFE\x3D\xD8" + std::string("\0\xDE", 2));
+    EXPECT_EQ(folder.Read("t"), "\xFF\xFE\x3D\xD8" + std::string("\0\xDE", 2));
 }
 
 } // namespace zvi::lib::test
