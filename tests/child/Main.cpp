@@ -20,6 +20,7 @@
 #ifdef _WIN32
 #include <io.h>
 #include <process.h>
+#include <share.h>
 #else
 #include <sys/file.h>
 #include <unistd.h>
@@ -31,7 +32,7 @@ namespace fs = std::filesystem;
 
 using Words = std::vector<fs::path>;
 
-int RunScript(Words const &words);
+void RunScript(Words const &words);
 
 #ifdef _WIN32
 
@@ -48,24 +49,27 @@ void Die() {
     _exit(137);
 }
 
-/// Nobody else can remove the file until this process ends.
+/// Waits until nobody else does so, and has the file until this process ends.
 void Hold(fs::path const &file) {
-    _wfopen(file.c_str(), L"w");
+    while (!_wfsopen(file.c_str(), L"w", _SH_DENYRW))
+        std::this_thread::yield();
 }
 
 #else
 
 /// Goes on with these words in a process of its own.
 void Start(Words const &words) {
-    if (fork() == 0)
-        std::exit(RunScript(words));
+    if (fork() == 0) {
+        RunScript(words);
+        std::exit(0);
+    }
 }
 
 void Die() {
     raise(SIGKILL);
 }
 
-/// Nobody else can lock the file until this process ends.
+/// Waits until nobody else does so, and has the file until this process ends.
 void Hold(fs::path const &file) {
     flock(open(file.c_str(), O_RDWR | O_CREAT, 0600), LOCK_EX);
 }
@@ -114,8 +118,7 @@ void WaitFor(fs::path const &file) {
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
 }
 
-int RunScript(Words const &words) {
-    int exitCode = 0;
+void RunScript(Words const &words) {
     auto at = words.begin();
     auto const next = [&] { return at != words.end() ? *at++ : fs::path(); };
     auto const text = [&] { return Utf8(next()); };
@@ -131,7 +134,7 @@ int RunScript(Words const &words) {
         {"errors", [&] { Write(text() + "\n", stderr); }},
         {"flood", [&] { Flood(std::stoll(text())); }},
         {"lines", [&] { Lines(std::stoi(text())); }},
-        {"exit", [&] { exitCode = std::stoi(text()); }},
+        {"exit", [&] { std::exit(std::stoi(text())); }},
         {"close", [] { std::fclose(stdout), std::fclose(stderr); }},
         {"wait", [&] { WaitFor(next()); }},
         {"touch", [&] { std::ofstream(next()).put('.'); }},
@@ -148,7 +151,6 @@ int RunScript(Words const &words) {
     };
     while (at != words.end())
         commands.at(text())();
-    return exitCode;
 }
 
 } // namespace
@@ -159,7 +161,8 @@ int wmain(int argc, wchar_t **argv) try {
 #else
 int main(int argc, char **argv) try {
 #endif
-    return RunScript({argv + 1, argv + argc});
+    RunScript({argv + 1, argv + argc});
+    return 0;
 } catch (std::exception const &error) {
     std::fputs(error.what(), stderr);
     return 2;

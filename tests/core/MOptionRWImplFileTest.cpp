@@ -46,11 +46,8 @@ double const kSeenAtLoad = MTolerance::GetMergeTolerance();
 
 TEST_F(MOptionRWImplFileTest, ReadsWhatPeopleWriteAndWritesItInOrder) {
     std::string const longest = "k=" + std::string(1021, 'v');
-    struct Row {
-        std::string read;
-        std::string written;
-    };
-    for (Row const &row : std::initializer_list<Row>{
+    using Row = std::pair<std::string, std::string>;
+    for (auto const &[read, written] : std::initializer_list<Row>{
              {"", ""},
              {"[ A ]\nx = 1\ny=2\n; note\nz", "[ A ]\n = \nx = 1\ny = 2\n\n"},
              {"=5\n[b]\n\n[a]\n", "[  ]\n = 5\n\n[ a ]\n\n[ b ]\n\n"},
@@ -66,24 +63,22 @@ TEST_F(MOptionRWImplFileTest, ReadsWhatPeopleWriteAndWritesItInOrder) {
              {"k=gr\xC3\xB6\xC3\x9Fz\nl=\xFF\xC3", "[  ]\nk = gr\xC3\xB6\xC3\x9Fz\nl = \xFF\xC3\n\n"},
          }) {
 #ifdef _WIN32
-        if (row.read.find('\xFF') != std::string::npos)
+        if (read.find('\xFF') != std::string::npos)
             break; // for a system whose own encoding is UTF-8
 #endif
-        folder.Write("s.cfg", row.read);
+        folder.Write("s.cfg", read);
         for (int again = 0; again < 2; ++again) {
-            { MOptionRWImplFile const settings = Settings(); }
-            EXPECT_EQ(folder.Read("s.cfg"), HostText(row.written));
+            Settings();
+            EXPECT_EQ(folder.Read("s.cfg"), HostText(written));
         }
     }
     std::string bytes(1 << 20, '\0');
     std::generate(bytes.begin(), bytes.end(), [random = std::mt19937()]() mutable { return char(random()); });
     folder.Write("s.cfg", bytes);
-    std::string written[2];
-    for (std::string &content : written) {
-        { MOptionRWImplFile const settings = Settings(); }
-        content = folder.Read("s.cfg");
-    }
-    EXPECT_EQ(written[0], written[1]) << "random bytes";
+    Settings();
+    std::string const written = folder.Read("s.cfg");
+    Settings();
+    EXPECT_EQ(folder.Read("s.cfg"), written) << "random bytes";
 }
 
 TEST_F(MOptionRWImplFileTest, BringsSettingsToTheGroupsInForceAndBack) {

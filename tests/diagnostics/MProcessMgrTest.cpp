@@ -9,28 +9,17 @@
 #include <algorithm>
 #include <array>
 #include <memory>
-#include <thread>
 
 #ifndef _WIN32
-#include <fcntl.h>
-#include <sys/file.h>
 #include <sys/wait.h>
-#include <unistd.h>
 #endif
 
 namespace zvi::lib::test {
 
 namespace {
 
-/// A figure of the usual load, or of a heavy one, which takes minutes and is asked for with ZVI_SOAK=1.
-int Load(int usual, int heavy) {
-    return std::getenv("ZVI_SOAK") ? heavy : usual;
-}
-
-int const kRounds = Load(1, 100);
-int const kLines = Load(100000, 1000000);
-int const kLinesOfEach = Load(3, 10000);
-int const kFlood = Load(1000000, 1000000000);
+/// By how much the load is heavier than usual; with ZVI_SOAK=1 the tests take minutes.
+int const kLoad = std::getenv("ZVI_SOAK") ? 100 : 1;
 
 /// A document, of which only the address counts.
 char place;
@@ -61,21 +50,11 @@ protected:
         ASSERT_EQ(RunChild(&heard, words, m_folder.Path(), document, manyLines), 0);
     }
 
-    void WaitUntilThere(char const *file) const {
-        while (!std::filesystem::exists(m_folder.Native(file)))
-            std::this_thread::yield();
-    }
-
-    /// Waits until no process holds a file that children hold with "hold".
-    void WaitUntilFree(char const *file) const {
-#ifdef _WIN32
-        while (!std::filesystem::remove(m_folder.Native(file), *std::make_unique<std::error_code>()))
-            std::this_thread::yield();
-#else
-        int const lock = open(m_folder.Native(file).c_str(), O_RDWR | O_CREAT, 0600);
-        EXPECT_EQ(flock(lock, LOCK_EX), 0);
-        close(lock);
-#endif
+    /// Waits until a child of these words, which writes nothing, has ended.
+    void RunToTheEnd(std::wstring const &words) const {
+        Heard silent;
+        Start(silent, words);
+        EXPECT_EQ(silent.ToTheEnd(), Texts{"!Exit:0"});
     }
 
     zvi::test::TemporaryFolder const m_folder;
@@ -85,11 +64,7 @@ protected:
 
 /// In eight children of each kind at once.
 TEST_F(MProcessMgrTest, TellsLinesAndHowTheChildEnds) {
-    struct Case {
-        std::wstring words;
-        Texts texts;
-    };
-    Case const cases[] = {
+    std::pair<std::wstring, Texts> const cases[] = {
         {L"", {"!Exit:0"}},
         {L"bytes 610d0a620a63 exit 255", {"a\r", "b\r", "c\r", "!Exit:255"}},
         {L"bytes 3130250d3230250d0a", {"10%", "!Same:1020%\r", "!Exit:0"}},
@@ -106,47 +81,47 @@ TEST_F(MProcessMgrTest, TellsLinesAndHowTheChildEnds) {
 #endif
     };
     std::ofstream const open(m_folder.Native("open")); // which a child would inherit
-    for (int round = 0; round < kRounds; ++round) {
+    for (int round = 0; round < kLoad; ++round) {
         std::array<Heard, 8 * std::size(cases)> heard;
         for (std::size_t i = 0; i < heard.size(); ++i)
-            Start(heard[i], cases[i / 8].words);
+            Start(heard[i], cases[i / 8].first);
         for (std::size_t i = 0; i < heard.size(); ++i) {
-            EXPECT_EQ(heard[i].ToTheEnd(), cases[i / 8].texts);
+            EXPECT_EQ(heard[i].ToTheEnd(), cases[i / 8].second);
             EXPECT_EQ(heard[i].startError, 0U);
         }
     }
     m_folder.Write("over", "");
-    WaitUntilThere("done");
+    RunToTheEnd(L"wait done");
 }
 
 TEST_F(MProcessMgrTest, LosesNothingAndTellsSoManyLinesAPass) {
     for (auto const &[manyLines, most] : {std::pair(0, 100U), std::pair(1, 1000U)}) {
         Heard heard;
-        Start(heard, L"lines " + std::to_wstring(kLines), nullptr, manyLines);
+        Start(heard, L"lines " + std::to_wstring(10000 * kLoad), nullptr, manyLines);
         for (std::size_t before = 0; !heard.hasEnded; before = heard.texts.size()) {
             MProcessMgr::Instance()->WaitForOutput(20);
             Pass();
             // Once the child has ended all that is left is told.
             ASSERT_TRUE(heard.hasEnded || heard.texts.size() - before <= most);
         }
-        EXPECT_TRUE(heard.texts == Lines(kLines));
+        EXPECT_TRUE(heard.texts == Lines(10000 * kLoad));
     }
     Heard flooded;
-    Start(flooded, L"flood " + std::to_wstring(kFlood) + L" bytes 0a62");
-    EXPECT_EQ(flooded.ToTheEnd(), (Texts{"x*" + std::to_string(kFlood) + "\r", "b\r", "!Exit:0"}));
+    Start(flooded, L"flood " + std::to_wstring(10000000 * kLoad) + L" bytes 0a62");
+    EXPECT_EQ(flooded.ToTheEnd(), (Texts{"x*" + std::to_string(10000000 * kLoad) + "\r", "b\r", "!Exit:0"}));
 }
 
 TEST_F(MProcessMgrTest, RefusesThe101stChild) {
     std::array<Heard, 100> heard;
     for (Heard &each : heard)
-        Start(each, L"wait go lines " + std::to_wstring(kLinesOfEach));
+        Start(each, L"wait go lines " + std::to_wstring(100 * kLoad));
     Heard last;
     EXPECT_EQ(RunChild(&last, L""), -4);
     EXPECT_EQ(last.IsAlive(), 0);
     EXPECT_EQ(heard[7].IsAlive(), 1);
     m_folder.Write("go", "");
     for (Heard &each : heard)
-        EXPECT_TRUE(each.ToTheEnd() == Lines(kLinesOfEach));
+        EXPECT_TRUE(each.ToTheEnd() == Lines(100 * kLoad));
 }
 
 TEST_F(MProcessMgrTest, RefusesAMissingProgramAndReportsOneThatCannotRun) {
@@ -167,14 +142,14 @@ TEST_F(MProcessMgrTest, StopsAChildThatWritesAndWhatItHasStarted) {
     Start(heard, L"lines 10 start hold held touch ready wait never ; wait ready flood 10000000000000");
     Start(closed, L"bytes 61 close wait end exit 5");
     PassUntil([&] { return heard.texts.size() >= 10 && closed.texts.size() == 1; });
-    WaitUntilThere("ready");
+    RunToTheEnd(L"wait ready");
     for (wchar_t const *const none : {L"Stop", L"!stop", static_cast<wchar_t const *>(nullptr)})
         EXPECT_EQ(heard.SendMsg(none), 0);
     EXPECT_EQ(heard.IsAlive(), 1);
     for (Heard *each : {&heard, &closed})
         EXPECT_EQ(each->SendMsg(L"!Stop"), 0);
     EXPECT_EQ(heard.ToTheEnd().back(), "!Exit:77");
-    WaitUntilFree("held");
+    RunToTheEnd(L"hold held");
     EXPECT_EQ(heard.IsAlive(), 0);
     EXPECT_EQ(heard.SendMsg(L"!Stop"), -1);
     EXPECT_EQ(closed.IsAlive(), 1);
@@ -183,7 +158,7 @@ TEST_F(MProcessMgrTest, StopsAChildThatWritesAndWhatItHasStarted) {
 }
 
 TEST_F(MProcessMgrTest, ClosesTheChildrenOfADocument) {
-    for (int round = 0; round < kRounds; ++round) {
+    for (int round = 0; round < kLoad; ++round) {
         auto const deleted = std::make_shared<bool>();
         Heard other, silent, flooding;
         auto *const gone = new Heard(1);
@@ -197,7 +172,7 @@ TEST_F(MProcessMgrTest, ClosesTheChildrenOfADocument) {
         EXPECT_TRUE(*deleted);
         EXPECT_EQ(silent.SendMsg(L"!Stop"), -1);
         EXPECT_EQ(flooding.IsAlive(), 0);
-        WaitUntilFree("held");
+        RunToTheEnd(L"hold held");
         m_folder.Write("go", "");
         EXPECT_EQ(other.ToTheEnd(), Lines(1));
         EXPECT_EQ(silent.texts, Texts{"0\r"});
@@ -206,7 +181,7 @@ TEST_F(MProcessMgrTest, ClosesTheChildrenOfADocument) {
 
 /// Whatever a communicator does while it is told something.
 TEST_F(MProcessMgrTest, StandsWhatIsDoneWithinAMessage) {
-    for (int round = 0; round < kRounds; ++round) {
+    for (int round = 0; round < kLoad; ++round) {
         auto *deleted = new Heard(1);
         int count = 0;
         deleted->onMessage = [&](std::string const &) {

@@ -8,11 +8,7 @@
 namespace zvi::lib::test {
 
 TEST(ProcessParser, FollowsTheArithmeticOfOverwrittenLines) {
-    struct Case {
-        std::string output;
-        Texts texts;
-    };
-    Case const cases[] = {
+    std::pair<std::string, Texts> const cases[] = {
         {"abc\r\n", {"abc\r<0 abc"}},
         {"\r\n\r\n", {"\r<0 ", "\r<0 "}},
         {"a\nb\r\n", {"a\nb\r<0 a\nb"}},
@@ -31,8 +27,8 @@ TEST(ProcessParser, FollowsTheArithmeticOfOverwrittenLines) {
         {"a\r\nbc", {"a\r<0 a"}},
         {std::string("a\0\xE9\r\n", 5), {std::string("a\0\xE9\r<0 a\0\xE9", 10)}},
     };
-    for (Case const &c : cases)
-        EXPECT_EQ(Parsed(c.output, 100), c.texts) << c.output;
+    for (auto const &[output, texts] : cases)
+        EXPECT_EQ(Parsed(output, 100), texts) << output;
 }
 
 /// And whatever part of a segment has left the ring before.

@@ -12,6 +12,7 @@
 #include "zvi/host/Counter.h"
 #include "zvi/host/UserValues.h"
 
+#include <array>
 #include <regex>
 
 namespace zvi::lib::test {
@@ -23,8 +24,7 @@ char const *const kHeading = "*** Dumping Profiling Result ***";
 /// Adds calls of known length, as a scope does.
 struct Calls : MProfileMgr {
     static void Add(wchar_t const *name, double seconds, int line = 1) {
-        auto const frequency = static_cast<double>(host::CounterFrequency());
-        CalledST(L"a.cpp", line, name, static_cast<std::int64_t>(seconds * frequency));
+        CalledST(L"a.cpp", line, name, std::int64_t(seconds * double(host::CounterFrequency())));
     }
 };
 
@@ -83,8 +83,6 @@ struct ReportFolder : zvi::test::TemporaryFolder {
     }
 };
 
-using Seconds = std::vector<double>;
-
 /// Scopes whose counter, of 4 ticks a second, the test tells.
 struct Scopes : diagnostics::ScopeRecords {
     void Push(char const *name, std::int64_t entry, std::int64_t afterPush) {
@@ -94,7 +92,7 @@ struct Scopes : diagnostics::ScopeRecords {
         ScopeRecords::Pop(4, [&] { return std::exchange(begin, end); });
     }
     /// Calls, total, overhead, child and independent seconds.
-    Seconds Of(std::string const &name) const {
+    std::array<double, 5> Of(std::string const &name) const {
         diagnostics::ScopeRecord const &record = All().at(name);
         return {double(record.calls), record.total, record.overhead, record.child, record.Independent()};
     }
@@ -213,15 +211,15 @@ TEST(Profiler, TellsAScopesTimeFromThatOfTheScopesInside) {
         scopes.Pop(start + 4, start + 5);
     }
     scopes.Pop(140, 142);
-    EXPECT_EQ(scopes.Of("b"), (Seconds{2, 2.5, 1.5, 0, 2.5}));
-    EXPECT_EQ(scopes.Of("a"), (Seconds{1, 10.5, 0.75, 2.5, 8}));
+    EXPECT_EQ(scopes.Of("b"), (std::array<double, 5>{2, 2.5, 1.5, 0, 2.5}));
+    EXPECT_EQ(scopes.Of("a"), (std::array<double, 5>{1, 10.5, 0.75, 2.5, 8}));
     scopes.Pop(150, 151); // nothing is open
     // A name that calls itself counts the inner scope twice.
     scopes.Push(nullptr, 0, 0);
     scopes.Push("", 4, 4);
     scopes.Pop(8, 8);
     scopes.Pop(12, 12);
-    EXPECT_EQ(scopes.Of(""), (Seconds{2, 4, 0, 1, 3}));
+    EXPECT_EQ(scopes.Of(""), (std::array<double, 5>{2, 4, 0, 1, 3}));
     EXPECT_EQ(scopes.All().size(), 3u);
 }
 

@@ -24,18 +24,13 @@ std::string Shown(OutputForm form, std::wstring const &hexadecimal) {
 } // namespace
 
 TEST(Run, ShowsWhatTheProgramWrites) {
-    struct Case {
-        wchar_t const *hexadecimal;
-        std::string onTerminal;
-        std::string elsewhere;
-    };
     std::string const bytes("a\n\xC3\xA9\n\0\xFF\n", 8);
-    for (Case const &c : {Case{L"610ac3a90d0a00ff", bytes, bytes},
-                          {L"3130250d3230250d0a62", "10%\r20%\nb\n", "10%\n20%\nb\n"},
-                          {L"77c3a9080878080a", "w\xC3\xA9\b\bx\n", "w\xC3\xA9\nx\n"},
-                          {L"3130250d", "10%\n", "10%\n"}}) {
-        EXPECT_EQ(Shown(OutputForm::kTerminal, c.hexadecimal), c.onTerminal);
-        EXPECT_EQ(Shown(OutputForm::kPlain, c.hexadecimal), c.elsewhere);
+    using Row = std::tuple<wchar_t const *, std::string, std::string>;
+    for (auto const &[hexadecimal, onTerminal, elsewhere] :
+         {Row{L"610ac3a90d0a00ff", bytes, bytes}, Row{L"3130250d3230250d0a62", "10%\r20%\nb\n", "10%\n20%\nb\n"},
+          Row{L"77c3a9080878080a", "w\xC3\xA9\b\bx\n", "w\xC3\xA9\nx\n"}, Row{L"3130250d", "10%\n", "10%\n"}}) {
+        EXPECT_EQ(Shown(OutputForm::kTerminal, hexadecimal), onTerminal);
+        EXPECT_EQ(Shown(OutputForm::kPlain, hexadecimal), elsewhere);
     }
     EXPECT_EQ(Shown(OutputForm::kJson, L"3130250d3230250d0a"),
               "{\"schema\":1,\"event\":\"line\",\"text\":\"10%\",\"own\":\"10%\",\"ended\":false}\n"

@@ -9,6 +9,8 @@
 
 namespace zvi::app::test {
 
+using namespace std::string_literals;
+
 namespace {
 
 /// Korean, German and a character beyond the basic plane, in every encoding that is named.
@@ -16,10 +18,6 @@ constexpr char const *kText = "한ü😀\r\nx\n";
 
 /// A file, and the name of its encoding.
 using Row = std::pair<std::string, char const *>;
-
-std::string Zeros(char const *bytes, std::size_t size) {
-    return {bytes, size};
-}
 
 /// The characters in units of so many bytes, behind a mark.
 std::string Encoded(std::vector<unsigned> const &units, std::size_t size, bool isLittle) {
@@ -52,12 +50,9 @@ TEST(Text, IsShownAndConvertedWhateverItsEncoding) {
         EXPECT_EQ(RunZvi({"text", "--to", "utf-8"}, bytes).out, kText) << encoding;
         EXPECT_EQ(RunZvi({"text", "--to", "UTF-16"}, bytes).out, utf16) << encoding;
     }
-    EXPECT_EQ(RunZvi({"text", "--from", "CP1252"}, "Gr\xF6\xDF"
-                                                   "e")
-                  .out,
-              "Größe\n");
-    EXPECT_EQ(RunZvi({"text"}, Zeros("a\0b\0\n\0", 6)).out, "ab\n") << "UTF-16 without a mark";
-    EXPECT_EQ(RunZvi({"text"}, Zeros("a\0\x1B[1m\r\xC2\x9B", 9)).out, "a␀␛[1m\n\xEF\xBF\xBD\n");
+    EXPECT_EQ(RunZvi({"text", "--from", "CP1252"}, "gr\xF6\xDFz").out, "größz\n");
+    EXPECT_EQ(RunZvi({"text"}, "a\0b\0\n\0"s).out, "ab\n") << "UTF-16 without a mark";
+    EXPECT_EQ(RunZvi({"text"}, "a\0\x1B[1m\r\xC2\x9B"s).out, "a␀␛[1m\n\xEF\xBF\xBD\n");
     EXPECT_EQ(RunZvi({"text"}, "").out, "");
 }
 
@@ -65,9 +60,9 @@ TEST(Text, IsNotConvertedWithLossUnlessThatIsAskedFor) {
     using Broken = std::array<std::string, 3>;
     for (auto const &[bytes, err, lossy] :
          {Broken{"a\nb\xFF", ":2: 1 place is no character", "a\nb\xEF\xBF\xBD"},
-          Broken{Zeros("\xFF\xFE\x3D\xD8x\0", 6), ":1: 1 place", "\xEF\xBF\xBDx"},
-          Broken{Zeros("\xFF\xFEx\0\0\xDC\x3D\xD8y", 9), ":1: 3 places", "x\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD"},
-          Broken{Zeros("\0\0\xFE\xFF\0\x11\0\0\0", 9), ":1: 2 places", "\xEF\xBF\xBD\xEF\xBF\xBD"}}) {
+          Broken{"\xFF\xFE\x3D\xD8x\0"s, ":1: 1 place", "\xEF\xBF\xBDx"},
+          Broken{"\xFF\xFEx\0\0\xDC\x3D\xD8y"s, ":1: 3 places", "x\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD"},
+          Broken{"\0\0\xFE\xFF\0\x11\0\0\0"s, ":1: 2 places", "\xEF\xBF\xBD\xEF\xBF\xBD"}}) {
         RunOutcome const refused = RunZvi({"text", "--to", "utf-8"}, bytes);
         EXPECT_EQ(refused.status, 1);
         EXPECT_EQ(refused.out, "");
