@@ -1,6 +1,7 @@
 #include "zvi/text/MMSGFunction.h"
 
 #include "tests/TemporaryFolder.h"
+#include "zvi/text/MessageFile.h"
 #include "zvi/text/MessageLine.h"
 
 #include <gtest/gtest.h>
@@ -117,6 +118,21 @@ TEST_F(MMSGFunctionTest, ReadsTheFontByTheLetter) {
     m_folder.Write("font", "FONT=narrow");
     MMSGFunction::LoadFile();
     EXPECT_EQ(MMSGFunction::GetFont(), L"Tahoma");
+}
+
+TEST_F(MMSGFunctionTest, IsToldHowAFileEnded) {
+    using Row = std::tuple<std::string, MessageFile::End, std::size_t>;
+    for (auto const &[bytes, end, lines] :
+         {Row{Utf16(L"a\n\nb"), MessageFile::End::kWhole, 3}, Row{Utf16(L"a\nb") + "x", MessageFile::End::kCutUnit, 2},
+          Row{Utf16(L"a\n") + "x", MessageFile::End::kCutUnit, 1}}) {
+        m_folder.Write("t", bytes);
+        MessageFile file(m_folder.Path("t").c_str());
+        for (CString line; file.GetLine(line);)
+            EXPECT_EQ(line.Find(L'\n'), -1);
+        EXPECT_EQ(file.HowEnded(), end);
+        EXPECT_EQ(file.LineNumber(), lines);
+    }
+    EXPECT_FALSE(MessageFile(m_folder.Path("none").c_str()).IsOpen());
 }
 
 TEST(MMSGFunction, TakesOnePairOfApostrophesAway) {
