@@ -13,6 +13,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <thread>
 #include <vector>
 
@@ -112,9 +113,10 @@ void Lines(int count) {
     std::fflush(stdout);
 }
 
-/// Until a file is there, which may be never.
+/// Until a file is there, which may be never, or the folder that it would be in has gone.
 void WaitFor(fs::path const &file) {
-    while (!fs::exists(file))
+    std::error_code failure;
+    while (!fs::exists(file) && !fs::current_path(failure).empty())
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
 }
 
