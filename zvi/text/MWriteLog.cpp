@@ -22,6 +22,9 @@ constexpr std::string_view kWarning = "[Warning][";
 /// Length of the lines around the first ones.
 constexpr int kRuleLength = 50;
 
+/// Bytes of a line whose memory is kept for the next one; more, which one long line has taken, is given back.
+constexpr std::size_t kKeptCapacity = std::size_t{1} << 16;
+
 CString &SiteAddress() {
     static CString *const address = new CString;
     return *address;
@@ -29,18 +32,6 @@ CString &SiteAddress() {
 
 void Append(std::string &bytes, std::wstring_view text) {
     host::AppendMultiOfWide(bytes, text, host::kSystemCodePage);
-}
-
-/// A line as "[Error][SOURCE] : TEXT".
-std::string LineOf(std::string_view kind, std::wstring_view source, std::wstring_view text) {
-    constexpr std::string_view kBetween = "] : ";
-    std::string line;
-    line.reserve(kind.size() + source.size() + kBetween.size() + text.size() + 1);
-    line += kind;
-    Append(line, source);
-    line += kBetween;
-    Append(line, text);
-    return line += '\n';
 }
 
 } // namespace
@@ -132,17 +123,31 @@ void MWriteLog::WriteLine(wchar_t const *text) {
 
 // NOLINTBEGIN(performance-unnecessary-value-param): the signatures are those that callers know
 int MWriteLog::WriteMsg(CString source, CString text) {
-    return m_pFile ? WriteBytes(LineOf(kMessage, source.GetString(), text.GetString())) : 0;
+    return WriteKind(kMessage, source, text);
 }
 
 int MWriteLog::WriteError(CString source, CString text) {
-    return m_pFile ? WriteBytes(LineOf(kError, source.GetString(), text.GetString())) : 0;
+    return WriteKind(kError, source, text);
 }
 
 int MWriteLog::WriteWarning(CString source, CString text) {
-    return m_pFile ? WriteBytes(LineOf(kWarning, source.GetString(), text.GetString())) : 0;
+    return WriteKind(kWarning, source, text);
 }
 // NOLINTEND(performance-unnecessary-value-param)
+
+int MWriteLog::WriteKind(std::string_view kind, CString const &source, CString const &text) {
+    if (!m_pFile)
+        return 0;
+    m_line = kind;
+    Append(m_line, source.GetString());
+    m_line += "] : ";
+    Append(m_line, text.GetString());
+    m_line += '\n';
+    WriteBytes(m_line);
+    if (m_line.capacity() > kKeptCapacity)
+        std::string().swap(m_line);
+    return 1;
+}
 
 CString MWriteLog::GetTimeString() {
     host::CalendarTime const now = host::LocalTime();

@@ -3,6 +3,7 @@
 #include "zvi/Export.h"
 #include "zvi/core/CString.h"
 
+#include <string>
 #include <string_view>
 
 class CFileException;
@@ -67,8 +68,11 @@ protected:
 
 private:
     int WriteBytes(std::string_view bytes);
+    /// Writes a line as "[Error][SOURCE] : TEXT".
+    int WriteKind(std::string_view kind, CString const &source, CString const &text);
 
     CStdioFile *m_pFile = nullptr;
+    std::string m_line; ///< the line that was written last, for its memory
 };
 
 } // namespace zvi::lib
