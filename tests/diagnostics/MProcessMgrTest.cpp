@@ -107,8 +107,8 @@ TEST_F(MProcessMgrTest, LosesNothingAndTellsSoManyLinesAPass) {
         EXPECT_TRUE(heard.texts == Lines(10000 * kLoad));
     }
     Heard flooded;
-    Start(flooded, L"flood " + std::to_wstring(10000000 * kLoad) + L" bytes 0a62");
-    EXPECT_EQ(flooded.ToTheEnd(), (Texts{"x*" + std::to_string(10000000 * kLoad) + "\r", "b\r", "!Exit:0"}));
+    Start(flooded, L"lines 1 flood " + std::to_wstring(10000000 * kLoad) + L" bytes 0a62");
+    EXPECT_EQ(flooded.ToTheEnd(), (Texts{"0\r", "x*" + std::to_string(10000000 * kLoad) + "\r", "b\r", "!Exit:0"}));
 }
 
 TEST_F(MProcessMgrTest, RefusesThe101stChild) {
