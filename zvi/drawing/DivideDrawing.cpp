@@ -21,7 +21,8 @@ constexpr double kFolded = 0.8;
 /// What is thinner than so many snap distances is thin, however small the join tolerance.
 constexpr double kThinInSnaps = 3.0;
 
-/// An edge that was bent is not cut at a point farther than this from where it would be cut as it was, in shares of it.
+/// An edge that was bent is not cut at a point farther than this from where it would be cut as it was, in shares of it,
+/// nor at one of its ends.
 constexpr double kNearShare = 0.25;
 
 /// At most so far from its start, as a fraction of a circle, an edge begins or ends there but for rounding.
@@ -40,7 +41,9 @@ int CutAtStart(DividedDrawing &drawing, int edge, DrawingPoint start) {
         drawing.dropped.push_back({edge});
     }
     Foot foot;
-    bool const isNear = FootOn(s, start, foot) && std::fabs(foot.t - share) < kNearShare;
+    double const atEnd = drawing.snap / LengthOf(s);
+    bool const isNear = FootOn(s, start, foot) && std::fabs(foot.t - share) < kNearShare && foot.t > atEnd &&
+                        foot.t < 1.0 - atEnd;
     int const second = drawing.map.Split(edge, isNear ? foot.t : share);
     drawing.positions.push_back(drawing.map.Edge(second).stretch.start);
     drawing.map.StretchOf(edge).to = 1.0;

@@ -114,8 +114,11 @@ Approach OfArcs(Stretch const &a, Stretch const &b, DrawingPoint aside) {
     DrawingPoint const u = isOneCenter ? aside * (1.0 / Length(aside)) : between * (1.0 / d);
     double const outside = std::fabs(d - a.radius - b.radius);
     double const inside = std::fabs(std::fabs(a.radius - b.radius) - d);
-    double const sideOfA = outside < inside || a.radius > b.radius ? 1.0 : -1.0;
-    double const sideOfB = outside < inside ? -1.0 : sideOfA;
+    // What rounding alone tells apart it does not decide.
+    double const near = kOneCenter * std::max(a.radius, b.radius);
+    bool const isOutside = outside < inside + near, isOneRadius = std::fabs(a.radius - b.radius) <= near;
+    double const sideOfA = isOutside || (isOneRadius ? Dot(u, aside) > 0.0 : a.radius > b.radius) ? 1.0 : -1.0;
+    double const sideOfB = isOutside ? -1.0 : sideOfA;
     return ApproachIfInside(a, b, a.center + u * (sideOfA * a.radius), b.center + u * (sideOfB * b.radius),
                             std::min(outside, inside));
 }
