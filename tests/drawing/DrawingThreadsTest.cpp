@@ -134,7 +134,7 @@ TEST(DrawingThreads, DoNotChangeABitOfTheResult) {
                       {"clutter with duplicates", Clutter(3000), {.joinTolerance = 0.02, .keepDuplicates = true}},
                       {"clutter not split", Clutter(3000), {.joinTolerance = 0.02, .split = false}},
                       {"concentric circles", ConcentricCircles(2200), {}},
-                      {"star", Star(2200), {}}};
+                      {"star", Star(1000), {}}};
     for (auto const &row : rows) {
         SCOPED_TRACE(row.name);
         std::uint64_t const expected = Everything(row.curves, row.options);

@@ -42,8 +42,8 @@ int CutAtStart(DividedDrawing &drawing, int edge, DrawingPoint start) {
     }
     Foot foot;
     double const atEnd = drawing.snap / LengthOf(s);
-    bool const isNear = FootOn(s, start, foot) && std::fabs(foot.t - share) < kNearShare && foot.t > atEnd &&
-                        foot.t < 1.0 - atEnd;
+    bool const isNear =
+        FootOn(s, start, foot) && std::fabs(foot.t - share) < kNearShare && foot.t > atEnd && foot.t < 1.0 - atEnd;
     int const second = drawing.map.Split(edge, isNear ? foot.t : share);
     drawing.positions.push_back(drawing.map.Edge(second).stretch.start);
     drawing.map.StretchOf(edge).to = 1.0;
