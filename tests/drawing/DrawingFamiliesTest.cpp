@@ -305,6 +305,7 @@ TEST(DrawingFamilies, HoldWhereTheyOnceDidNot) {
         {"arcs that turn round where they end", {130146301}},
         {"a bent edge that begins where its circle starts", {200328875}},
         {"circles through one another's centres", {200571139}},
+        {"a region thicker than the tolerance, far away", {500223032}},
         {"a region as thin as rounding in the scan", {70150950}},
         {"tangents, steep curves and arcs of nearly one turn in the scan", {117347, 921359, 208270, 614820, 159392}},
         {"upright lines, and narrow openings before steep ones, in the scan", {3182930, 50003769, 30532624}},

@@ -115,7 +115,8 @@ DividedDrawing DivideDrawing(std::vector<DrawingCurve> const &curves, DrawingOpt
     progress(kFolded);
     drawing.map.ForgetBorders();
     drawing.positions = FitEdges(drawing.map, same, landmarks, workers);
-    drawing.walks = DropEmptyFaces(drawing.map, same, landmarks, drawing.dropped, workers);
+    // Far from the origin nothing may be more than the tolerance, below which alone regions are dropped.
+    drawing.walks = DropEmptyFaces(drawing.map, std::min(same, tolerance), landmarks, drawing.dropped, workers);
     if (CutCirclesAtStarts(drawing, curves))
         drawing.walks = WalkFaces(drawing.map, workers);
     drawing.alongCurves = EdgesAlongCurves(drawing.map, workers);
