@@ -128,8 +128,8 @@ private:
             note(EdgeMeeting{MeetingKind::kEnd, pair, place, p});
     }
 
-    /// Notes a meeting point of two curves, unless it is one of their contacts but for rounding, or they do not part
-    /// from one another between the two.
+    /// Notes a meeting point of two curves, unless it is one of their contacts but for rounding; or that they keep
+    /// together, where they do not part from one another between the two.
     template <typename Note>
     void AddMeeting(EdgePair pair, DrawingPoint p, Note const &note) {
         Stretch const &a = EdgeAt(pair.first).stretch, &b = EdgeAt(pair.second).stretch;
