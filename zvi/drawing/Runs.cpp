@@ -16,7 +16,8 @@ int RunsOf(Stretch const &s, double snap, std::array<Run, 3> &runs) {
     // The right half of a counter-clockwise arc rises; every stop at the top or at the bottom changes the half.
     bool const topFirst = top < bottom;
     double const topY = s.center.y + s.radius, bottomY = s.center.y - s.radius;
-    double const near = snap + 2.0 * std::max(std::fabs(OutOfCircle(s, s.start)), std::fabs(OutOfCircle(s, s.end)));
+    auto const off = [&s](DrawingPoint end) { return std::fabs(Distance(s.center, end) - s.radius); };
+    double const near = snap + 2.0 * std::max(off(s.start), off(s.end));
     auto const isInside = [&](double at, double level) {
         return at > 0.0 && at < turn && std::min(std::fabs(level - s.start.y), std::fabs(level - s.end.y)) > near;
     };
