@@ -19,8 +19,7 @@ std::vector<double> AreasOf(DrawingResult const &result);
 /// - Loops run head to tail to the last bit and through no point twice, outer ones counter-clockwise and holes
 ///   clockwise; areas are positive and those of the pieces; faces, edges and places are in Euler's balance.
 /// - Beside the middle of each piece, away from all curves, there is its domain on the left, not on the right, and
-/// never
-///   two domains: loops are simple, holes inside, domains apart.
+///   never two domains: loops are simple, holes inside, domains apart.
 /// With `split` off only the first, and closed loops; with duplicates kept no balance.
 std::string WhatIsWrong(std::vector<DrawingCurve> const &curves, DrawingOptions const &options,
                         DrawingResult const &result);

@@ -257,7 +257,6 @@ private:
     int PlaceOn(int edge, DrawingPoint p, int partner) {
         if (partner >= 0 && !m_joined.Fit(partner, p, m_tolerance))
             return -1;
-        double const snap = m_network.snap;
         int const there = NearestOn(edge, p, partner);
         if (there < 0)
             return AddPlace(p);
@@ -268,10 +267,14 @@ private:
         double const at = FractionAt(s, p);
         bool const isForward = m_landmarks.Rank(PointAt(s, at + step)) < m_landmarks.Rank(PointAt(s, at - step));
         for (double const t : {isForward ? at + step : at - step, isForward ? at - step : at + step}) {
+            if (!s.IsFullTurn() && (t <= 0.0 || t >= 1.0))
+                continue;
             DrawingPoint const beside = PointAt(s, t);
-            bool const isInside = s.IsFullTurn() || (t > 0.0 && t < 1.0);
-            if (isInside && m_network.places.Nearest(beside, snap) < 0)
+            int const taken = NearestOn(edge, beside, partner);
+            if (taken < 0)
                 return AddPlace(beside);
+            if (m_joined.Fit(partner, taken, m_tolerance))
+                return taken;
         }
         return -1;
     }

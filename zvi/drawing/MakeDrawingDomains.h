@@ -42,7 +42,8 @@ namespace zvi::lib {
 /// Joining: a loose end is joined to the ends and curves nearer than the tolerance, near ones first; a corner, where
 /// several ends meet already, to other corners, and to curves nearer than a tenth of the tolerance; curves that nearly
 /// touch, to one another. Places that become one are nearer to one another than the tolerance, all of them, so that a
-/// chain of gaps does not close into one place. A curve of which all becomes one place has no length.
+/// chain of gaps does not close into one place. A curve of which all becomes one place has no length, nor has one no
+/// longer than a millionth of the tolerance.
 ///
 /// Ids are carried through and not looked at. Curves with coordinates or radii that are not finite, beyond 1e150, or
 /// with a radius below 1e-150, and arcs whose ends miss their circle by more than the join tolerance and a millionth of

@@ -16,6 +16,9 @@ constexpr double kLargestSize = 1e150;
 /// An arc's ends may miss its circle by this share of the radius, or by the join tolerance.
 constexpr double kOffCircle = 1e-6;
 
+/// What is no longer than this share of the tolerance joins nothing, whether rounding leaves it a length or not.
+constexpr double kNoLengthInTolerances = 1e-6;
+
 bool IsUsable(double v) {
     return std::fabs(v) <= kLargestSize;
 }
@@ -149,12 +152,15 @@ UsableCurves ReadCurves(std::vector<DrawingCurve> const &curves, double joinTole
     usable.stretches.reserve(curves.size());
     for (std::size_t i = 0; i < curves.size(); ++i) {
         DrawingCurve const &c = curves[i];
-        if (!IsSupported(c, usable.tolerance))
+        if (!IsSupported(c, usable.tolerance)) {
             usable.leftovers.push_back({PieceAsWritten(c), LeftoverReason::kUnsupported});
-        else if (c.type != DrawingCurveType::kCircle && c.start == c.end)
+            continue;
+        }
+        Stretch const s = StretchOf(c, static_cast<int>(i));
+        if (LengthOf(s) <= kNoLengthInTolerances * usable.tolerance)
             usable.leftovers.push_back({PieceAsWritten(c), LeftoverReason::kZeroLength});
         else
-            usable.stretches.push_back(StretchOf(c, static_cast<int>(i)));
+            usable.stretches.push_back(s);
     }
     usable.rounding = LargestCoordinate(usable.stretches, workers) * kRounding;
     workers.ForEach(usable.stretches.size(),

@@ -14,6 +14,9 @@ namespace {
 /// compared with one another by pairs.
 constexpr double kNearby = 4.0;
 
+/// Those farther apart than this angle are not, however near something ends: they would go round the place in a circle.
+constexpr double kFarApart = 0.5 * kPi;
+
 /// The angle that differs from `angle` by whole turns and lies nearest to 0.
 double Wrapped(double angle) {
     return angle - kTwoPi * std::round(angle / kTwoPi);
@@ -85,7 +88,7 @@ public:
             m_keyed.push_back({Wrapped(spoke.AngleAt(distance)), spoke});
         std::sort(m_keyed.begin(), m_keyed.end(), [](Keyed const &a, Keyed const &b) { return a.angle < b.angle; });
         if (distance > 0.0)
-            SortRuns(kNearby * m_snap / distance);
+            SortRuns(std::min(kNearby * m_snap / distance, kFarApart));
         for (std::size_t i = 0; i < spokes.size(); ++i)
             spokes[i] = m_keyed[i].spoke;
     }
@@ -109,7 +112,7 @@ private:
         auto const begin = m_keyed.begin();
         std::rotate(begin, begin + static_cast<std::ptrdiff_t>(widest), m_keyed.end());
         for (std::size_t i = 0, j = 0; i < count; i = j) {
-            for (j = i + 1; j < count && Wrapped(m_keyed[j].angle - m_keyed[j - 1].angle) < near; ++j)
+            for (j = i + 1; j < count && std::fabs(Wrapped(m_keyed[j].angle - m_keyed[j - 1].angle)) < near; ++j)
                 for (std::size_t k = j; k > i && IsBefore(m_keyed[k].spoke, m_keyed[k - 1].spoke); --k)
                     std::swap(m_keyed[k], m_keyed[k - 1]);
         }

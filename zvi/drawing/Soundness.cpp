@@ -1,10 +1,13 @@
 #include "zvi/drawing/SoundnessDetail.h"
 
 #include "zvi/drawing/BoxIndexDetail.h"
+#include "zvi/drawing/NestingDetail.h"
 #include "zvi/drawing/RunsDetail.h"
+#include "zvi/drawing/ShortestFirstDetail.h"
 
 #include <algorithm>
 #include <map>
+#include <utility>
 
 namespace zvi::lib::drawing {
 
@@ -13,6 +16,12 @@ namespace {
 /// Points that are looked at stand off their edge by this many clear distances; edges that are shorter or rounder than
 /// so many have no room for that.
 constexpr double kOff = 1.5, kRoomy = 4.0;
+
+/// Borders farther from one another than so many snap distances have not changed places by rounding.
+constexpr double kRoom = 64.0;
+
+/// Parts of a curve meet where their fractions of it differ by no more than this.
+constexpr double kSameFraction = 1e-9;
 
 /// Counts which faces hold a point.
 class FaceCounter {
@@ -80,6 +89,41 @@ private:
     std::vector<int> m_found;
 };
 
+/// Whether two edges of the map share a part of their curve but for rounding.
+bool SharesAnyFraction(PlanarMap const &map) {
+    std::vector<std::array<double, 3>> parts;
+    for (int e = 0; e < map.EdgeCount(); ++e)
+        if (Stretch const &s = map.Edge(e).stretch; map.IsInMap(e) && !s.IsConnector())
+            parts.push_back({static_cast<double>(s.curve), s.from, s.to});
+    std::sort(parts.begin(), parts.end());
+    return std::adjacent_find(parts.begin(), parts.end(), [](auto const &a, auto const &b) {
+               return a[0] == b[0] && b[1] < a[2] - kSameFraction;
+           }) != parts.end();
+}
+
+/// What the parts of a map enclose that stand in no face. One as thin as rounding is none.
+double EnclosedArea(UsableCurves const &curves, Arrangement const &arranged, FaceWalks const &walks) {
+    double const same = SameDistance(curves.tolerance, arranged.snap, curves.landmarks);
+    std::vector<int> const around = NestOutsides(arranged.map, walks, arranged.snap, same, kRoom * arranged.snap,
+                                                 curves.landmarks, base::Workers());
+    std::vector<int> const &partOf = walks.numbers->partOf;
+    std::vector<int> outsideOf(partOf.size(), -1);
+    for (std::size_t w = 0; w < walks.walks.size(); ++w)
+        if (walks.walks[w].isOutside)
+            outsideOf[Index(partOf[w])] = static_cast<int>(w);
+    double area = 0.0;
+    for (std::size_t w = 0; w < walks.walks.size(); ++w) {
+        if (!walks.walks[w].isOutside)
+            continue;
+        int in = around[w];
+        while (in >= 0 && walks.walks[Index(in)].area <= arranged.snap * walks.walks[Index(in)].perimeter)
+            in = around[Index(outsideOf[Index(partOf[Index(in)])])];
+        if (in < 0)
+            area -= walks.walks[w].area;
+    }
+    return area;
+}
+
 HalfEdge LongestOf(PlanarMap const &map, Loop const &loop) {
     return *std::max_element(loop.halves.begin(), loop.halves.end(), [&](HalfEdge a, HalfEdge b) {
         return LengthOf(map.Edge(a).stretch) < LengthOf(map.Edge(b).stretch);
@@ -112,6 +156,40 @@ bool IsSound(PlanarMap const &map, double snap) {
                 return false;
     }
     return map.IsPlanar() && std::fabs(areas) <= snap * length;
+}
+
+bool AreSimple(PlanarMap const &map, std::vector<Face> const &faces) {
+    std::vector<int> lastLoopAt(Index(map.Places().Count()), -1);
+    std::vector<bool> isOnLoop(2 * Index(map.EdgeCount()), false);
+    int loops = 0;
+    auto const isSimple = [&](Loop const &loop) {
+        ++loops;
+        return std::all_of(loop.halves.begin(), loop.halves.end(), [&](HalfEdge h) {
+            bool const isNew = !isOnLoop[Index(h.number)];
+            isOnLoop[Index(h.number)] = true;
+            return isNew && std::exchange(lastLoopAt[Index(map.Origin(h))], loops) != loops;
+        });
+    };
+    return !SharesAnyFraction(map) && std::all_of(faces.begin(), faces.end(), [&](Face const &face) {
+        return face.outer.area > 0.0 && isSimple(face.outer) &&
+               std::all_of(face.holes.begin(), face.holes.end(),
+                           [&](Loop const &hole) { return hole.area <= 0.0 && isSimple(hole); });
+    });
+}
+
+bool CoverWhatIsEnclosed(std::vector<Face> const &faces, UsableCurves const &curves, bool keepDuplicates) {
+    Arrangement const arranged = Arrange(curves, true, keepDuplicates, base::Workers());
+    FaceWalks const walks = WalkFaces(arranged.map, base::Workers());
+    double length = 0.0, covered = 0.0;
+    for (FaceWalk const &walk : walks.walks)
+        length += 0.5 * walk.perimeter;
+    for (Face const &face : faces) {
+        covered += face.outer.area;
+        for (Loop const &hole : face.holes)
+            covered += hole.area;
+    }
+    return std::fabs(covered - EnclosedArea(curves, arranged, walks)) <=
+           std::max(curves.tolerance, arranged.snap) * length;
 }
 
 bool AreApart(PlanarMap const &map, std::vector<Face> const &faces, double snap, double clear) {

@@ -79,11 +79,12 @@ bool LiesOnCircle(Stretch const &arc, DrawingPoint p, double allowed) {
     return std::fabs(OutOfCircle(arc, p)) <= allowed;
 }
 
-double DistanceFromCarrier(Stretch const &s, DrawingPoint p) {
+double DistanceFromCarrier(Stretch const &s, DrawingPoint p, double nothing) {
     if (s.isArc)
         return std::fabs(OutOfCircle(s, p));
     DrawingPoint const chord = s.end - s.start;
-    return std::fabs(Cross(chord, p - s.start)) / Length(chord);
+    double const length = Length(chord);
+    return length < nothing ? Distance(s.start, p) : std::fabs(Cross(chord, p - s.start)) / length;
 }
 
 } // namespace
@@ -199,12 +200,13 @@ double SegmentAreaOfArc(Stretch const &s) {
     return 0.5 * s.radius * s.radius * TurnMinusSine(s.sweep);
 }
 
-double DeviationOf(Stretch const &s, Stretch const &other) {
-    double deviation = std::max(DistanceFromCarrier(other, s.start), DistanceFromCarrier(other, s.end));
+double DeviationOf(Stretch const &s, Stretch const &other, double nothing) {
+    double deviation =
+        std::max(DistanceFromCarrier(other, s.start, nothing), DistanceFromCarrier(other, s.end, nothing));
     auto const lookAt = [&](DrawingPoint p) {
         double const t = FractionAt(s, p);
         if (t > 0.0 && t < 1.0)
-            deviation = std::max(deviation, DistanceFromCarrier(other, p));
+            deviation = std::max(deviation, DistanceFromCarrier(other, p, nothing));
     };
     if (s.isArc) {
         // The points of the circle farthest from the line, or from the other circle, one on either side.

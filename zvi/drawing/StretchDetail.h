@@ -83,8 +83,9 @@ inline double SegmentAreaOf(Stretch const &s) {
     return s.isArc ? SegmentAreaOfArc(s) : 0.0;
 }
 
-/// The greatest distance of a point of `s` from the line or circle that carries `other`.
-double DeviationOf(Stretch const &s, Stretch const &other);
+/// The greatest distance of a point of `s` from the line or circle that carries `other`. A line shorter than `nothing`
+/// has no direction and is a point.
+double DeviationOf(Stretch const &s, Stretch const &other, double nothing);
 
 /// Lets `s` end at the two points. An arc whose ends then miss its circle by more than `allowed` is bent to meet them:
 /// one up to a half turn keeps its rise, a longer one its middle point; one without any rise, or that

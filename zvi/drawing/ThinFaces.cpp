@@ -61,10 +61,9 @@ struct TipFold {
 /// map: what it foresees is what the folds do to the map, edge by edge and place by place.
 class FoldPlan {
 public:
-    FoldPlan(PlanarMap const &map, std::vector<HalfEdge> const &walk, double tolerance, double snap,
+    FoldPlan(PlanarMap const &map, std::vector<HalfEdge> const &walk, double tolerance, double same,
              Landmarks const &landmarks)
-        : m_map(map), m_tolerance(tolerance), m_same(SameDistance(tolerance, snap, landmarks)), m_landmarks(landmarks),
-          m_left(walk.size()) {
+        : m_map(map), m_tolerance(tolerance), m_same(same), m_landmarks(landmarks), m_left(walk.size()) {
         for (HalfEdge const h : walk) {
             std::size_t const i = m_sides.size();
             m_sides.push_back({h, map.Edge(h).stretch, map.Border(h), map.Border(h.Twin()), map.Origin(h),
@@ -94,10 +93,13 @@ public:
     std::pair<std::size_t, std::size_t> Rest() const { return {m_any, m_sides[m_any].next}; }
 
 private:
+    /// Whether a stretch stays near what carries another one.
+    bool StaysNear(Stretch const &s, Stretch const &other) const { return DeviationOf(s, other, m_same) < m_tolerance; }
+
     /// Whether two sides stay near one another, and so does what has been laid on them from behind.
     bool AreNear(Side const &a, Side const &b) const {
-        return DeviationOf(a.front, b.front) < m_tolerance && DeviationOf(b.front, a.front) < m_tolerance &&
-               DeviationOf(a.back, b.back) < m_tolerance && DeviationOf(b.back, a.back) < m_tolerance;
+        return StaysNear(a.front, b.front) && StaysNear(b.front, a.front) && StaysNear(a.back, b.back) &&
+               StaysNear(b.back, a.back);
     }
 
     /// Whether a point is as good as one of the ends of a stretch: there is a place already.
@@ -154,8 +156,8 @@ private:
                         PointAt(longSide.edge, onEdge.t),
                         onBorder.distance,
                         (far + onBorder.point) * 0.5};
-        if (Fits(farPlace, fold.place) && DeviationOf(shortSide.front, longSide.front) < m_tolerance &&
-            DeviationOf(shortSide.back, longSide.back) < m_tolerance)
+        if (Fits(farPlace, fold.place) && StaysNear(shortSide.front, longSide.front) &&
+            StaysNear(shortSide.back, longSide.back))
             m_tips.push({fold, tip, m_sides[tip].changes, m_sides[m_sides[tip].next].changes,
                          StepsOf(fold.distance, m_same), StepsOf(m_landmarks.Rank(fold.middle), m_same),
                          m_landmarks.Rank(PointAt(shortSide.front, 0.5))});
@@ -232,10 +234,10 @@ std::vector<int> ThinnestFirst(PlanarMap const &map, FaceWalks const &faces, dou
 
 class ThinFaces {
 public:
-    ThinFaces(PlanarMap &map, double tolerance, double snap, Landmarks const &landmarks,
+    ThinFaces(PlanarMap &map, double tolerance, double same, Landmarks const &landmarks,
               std::vector<DroppedEdge> &dropped, base::Workers const &workers)
-        : m_workers(workers), m_map(map), m_tolerance(tolerance), m_same(SameDistance(tolerance, snap, landmarks)),
-          m_snap(snap), m_landmarks(landmarks), m_dropped(dropped) {}
+        : m_workers(workers), m_map(map), m_tolerance(tolerance), m_same(same), m_landmarks(landmarks),
+          m_dropped(dropped) {}
 
     /// Collapses what is thin now, the thinnest first. Returns whether there was anything.
     bool Collapse() {
@@ -277,7 +279,7 @@ private:
         std::vector<HalfEdge> const walk = WalkFrom(m_map, first);
         if (HasBothSidesOfAnEdge(walk))
             return false;
-        FoldPlan plan(m_map, walk, m_tolerance, m_snap, m_landmarks);
+        FoldPlan plan(m_map, walk, m_tolerance, m_same, m_landmarks);
         if (!plan.Make())
             return false;
         Apply(plan, walk);
@@ -320,7 +322,7 @@ private:
     /// the later curve, or else the one whose curve stands later in the order that moves with the drawing.
     bool IsLater(Stretch const &s, Stretch const &other) const {
         DrawingPoint const middle = PointAt(s, 0.5), otherMiddle = PointAt(other, 0.5);
-        if (Distance(middle, otherMiddle) < m_snap)
+        if (Distance(middle, otherMiddle) < m_same)
             return std::tie(s.curve, s.from) > std::tie(other.curve, other.from);
         return s.order != other.order ? s.order > other.order
                                       : m_landmarks.Rank(middle) > m_landmarks.Rank(otherMiddle);
@@ -342,7 +344,6 @@ private:
     PlanarMap &m_map;
     double m_tolerance;
     double m_same; ///< a distance that is nothing
-    double m_snap;
     Landmarks const &m_landmarks;
     std::vector<DroppedEdge> &m_dropped;
     std::unordered_map<int, HalfEdge> m_heirs; ///< of a dropped half-edge, what bounds its face from then on
@@ -367,7 +368,8 @@ int LongestOuterEdge(PlanarMap const &map, FaceWalks const &faces, HalfEdge firs
 void CollapseThinFaces(PlanarMap &map, double tolerance, double snap, Landmarks const &landmarks,
                        std::vector<DroppedEdge> &dropped, base::Workers const &workers) {
     SetAsideUnboundingEdges(map);
-    while (ThinFaces(map, tolerance, snap, landmarks, dropped, workers).Collapse()) {
+    double const same = SameDistance(tolerance, snap, landmarks);
+    while (ThinFaces(map, tolerance, same, landmarks, dropped, workers).Collapse()) {
         ContractShortEdges(map, tolerance, snap, landmarks, dropped, workers);
         SetAsideUnboundingEdges(map);
     }
