@@ -318,7 +318,7 @@ TEST(DrawingFamilies, HoldWhereTheyOnceDidNot) {
         {"arcs that turn round where they end", {130146301, 900137083}},
         {"a bent edge that begins where its circle starts", {200328875}},
         {"circles through one another's centres", {200571139}},
-        {"a region thicker than the tolerance, far away", {500223032}},
+        {"a region thicker than the tolerance, far away", {500223032, 1000044160}},
         {"a place beside a foot that is taken already", {600310831}},
         {"curves round a place that something else ends close to", {500071524}},
         {"a curve so short that rounding may leave it no length", {500208807}},

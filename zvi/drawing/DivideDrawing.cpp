@@ -103,6 +103,7 @@ DividedDrawing DivideDrawing(std::vector<DrawingCurve> const &curves, DrawingOpt
                            {},
                            {},
                            arrangement.snap,
+                           0.0,
                            {},
                            {},
                            {}};
@@ -116,7 +117,8 @@ DividedDrawing DivideDrawing(std::vector<DrawingCurve> const &curves, DrawingOpt
     drawing.map.ForgetBorders();
     drawing.positions = FitEdges(drawing.map, same, landmarks, workers);
     // Far from the origin nothing may be more than the tolerance, below which alone regions are dropped.
-    drawing.walks = DropEmptyFaces(drawing.map, std::min(same, tolerance), landmarks, drawing.dropped, workers);
+    drawing.noWidth = std::min(same, tolerance);
+    drawing.walks = DropEmptyFaces(drawing.map, drawing.noWidth, landmarks, drawing.dropped, workers);
     if (CutCirclesAtStarts(drawing, curves))
         drawing.walks = WalkFaces(drawing.map, workers);
     drawing.alongCurves = EdgesAlongCurves(drawing.map, workers);

@@ -19,6 +19,7 @@ struct DividedDrawing {
     std::vector<DroppedEdge> dropped;
     std::vector<DrawingPoint> positions; ///< of each place that stands for a cluster, where that is put
     double snap = 0.0;                   ///< distance below which two places are one
+    double noWidth = 0.0;                ///< faces that are no wider enclose nothing
     CoveredCounts covered;
     FaceWalks walks;              ///< along the faces of the map
     std::vector<int> alongCurves; ///< the edges of curves, whatever their state, by these and along each

@@ -4,13 +4,13 @@ namespace zvi::lib::drawing {
 
 namespace {
 
-bool IsOverfull(PlanarMap const &map, Face const &face, double same) {
+bool IsOverfull(PlanarMap const &map, Face const &face, double noWidth) {
     double area = face.outer.area, length = 0.0;
     for (Loop const &hole : face.holes)
         area += hole.area;
     for (HalfEdge const h : face.outer.halves)
         length += LengthOf(map.Edge(h).stretch);
-    return area <= 0.5 * same * length;
+    return area <= 0.5 * noWidth * length;
 }
 
 int LongestEdge(PlanarMap const &map, Loop const &loop, double same, Landmarks const &landmarks) {
@@ -31,7 +31,7 @@ bool DropOverfullFaces(DividedDrawing &drawing, std::vector<Face> const &faces, 
     double const same = SameDistance(drawing.curves.tolerance, drawing.snap, landmarks);
     bool any = false;
     for (Face const &face : faces) {
-        if (face.holes.empty() || !IsOverfull(drawing.map, face, same))
+        if (face.holes.empty() || !IsOverfull(drawing.map, face, drawing.noWidth))
             continue;
         int const edge = LongestEdge(drawing.map, face.outer, same, landmarks);
         if (!drawing.map.IsInMap(edge))
