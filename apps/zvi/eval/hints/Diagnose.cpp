@@ -27,14 +27,13 @@ bool IsRepeat(Subject const &item) {
 
 /// Items of a list that are not read by themselves.
 constexpr MistakeRow kItems[] = {
-    {kAnyFault, [](Subject const &s) { return s.failed.Mode() == EvalMode::kPoints; },
+    {kAnyFault, [](auto &s) { return s.failed.Mode() == EvalMode::kPoints; },
      "a point has one to three coordinates, numbers all"},
     {kRepeatTwice, IsRepeat, "an item has one @, as in 3@2"},
-    {kRepeatCount, [](Subject const &s) { return IsRepeat(s) && !ReadsDoubles(s.failed.Mode()); },
+    {kRepeatCount, [](auto &s) { return IsRepeat(s) && !ReadsDoubles(s.failed.Mode()); },
      "the count in front of @ is an integer, as in 3@2"},
     {kAnyFault, IsRepeat, "% is a repeat, which --mode grid-rel and grid-abs take"},
-    {kAnyFault,
-     [](Subject const &s) { return s.failed.ValueOf(s.failed.Part(s.where), EvalMode::kGridRel).has_value(); },
+    {kAnyFault, [](auto &s) { return s.failed.ValueOf(s.failed.Part(s.where), EvalMode::kGridRel).has_value(); },
      "% is no integer (a quotient never is); --mode grid-rel takes any numbers"},
     {kRangeStep, nullptr,
      "a range needs a step that leads from its first number to its last; a single number stands alone"},
@@ -56,19 +55,17 @@ bool IsOpen(Subject const &place) {
 
 /// What stands where the reading stopped, and has no place there.
 constexpr MistakeRow kPlaces[] = {
-    {kUnexpectedToken, IsOpen, "a bracket is not closed"},
-    {kUnexpectedToken, [](Subject const &s) { return s.failed.Here() == 0; },
-     "the text ends where a number is expected"},
-    {kUnexpectedToken, [](Subject const &s) { return s.failed.IsHere(L"TtBb") && !ReadsIntegers(s.failed.Mode()); },
+    {kAnyFault, IsOpen, "a bracket is not closed"},
+    {kAnyFault, [](auto &s) { return s.failed.Here() == 0; }, "the text ends where a number is expected"},
+    {kAnyFault, [](auto &s) { return s.failed.IsHere(L"TtBb") && !ReadsIntegers(s.failed.Mode()); },
      "T and B stand for TO and BY, as in 1to9by2, which --mode nodes reads"},
-    {kUnexpectedToken, [](Subject const &s) { return s.failed.IsHere(L"."); }, "a number has one decimal point"},
-    {kUnexpectedToken, IsByMarker, "the ends of a range are plain integers, without sign or parentheses"},
-    {kUnexpectedToken, [](Subject const &s) { return IsNameChar(s.failed.Here()) || s.failed.IsHere(L"("); },
+    {kAnyFault, [](auto &s) { return s.failed.IsHere(L"."); }, "a number has one decimal point"},
+    {kAnyFault, IsByMarker, "the ends of a range are plain integers, without sign or parentheses"},
+    {kAnyFault, [](auto &s) { return IsNameChar(s.failed.Here()) || s.failed.IsHere(L"("); },
      "an operator is missing here, or a comma in a list"},
-    {kUnexpectedToken, [](Subject const &s) { return s.failed.IsHere(L","); }, "a comma has no place here"},
-    {kUnexpectedToken, [](Subject const &s) { return s.failed.IsHere(L"+-*/^@<)]"); },
-     "'%' stands where a number is expected"},
-    {kUnexpectedToken, nullptr, "'%' has no meaning here"},
+    {kAnyFault, [](auto &s) { return s.failed.IsHere(L","); }, "a comma has no place here"},
+    {kAnyFault, [](auto &s) { return s.failed.IsHere(L"+-*/^@<)]"); }, "'%' stands where a number is expected"},
+    {kAnyFault, nullptr, "'%' has no meaning here"},
 };
 
 /// The items of a list, each up to a comma that is in no bracket.
@@ -99,7 +96,7 @@ std::optional<Mistake> FindAssignment(FailedText const &failed) {
 
 /// An item that the mode does not take, such as a fraction in a list of integers.
 std::optional<Mistake> FindItem(FailedText const &failed) {
-    if (failed.Fault() == kUnexpectedToken || ReadsOneExpression(failed.Mode()))
+    if (failed.Fault() == kUnexpectedToken || ReadsOneExpression(failed.Mode()) || failed.MayNameMany())
         return std::nullopt;
     for (Span const &item : Items(failed.line)) {
         Span const where = item.length == 0 ? Span{} : failed.SpanOfLine(item);
@@ -123,6 +120,8 @@ constexpr std::pair<EvalMode, wchar_t> kOtherModes[] = {
 
 /// A text that another mode reads.
 std::optional<Mistake> FindOtherMode(FailedText const &failed) {
+    if (failed.MayNameMany())
+        return std::nullopt;
     bool const hasRange = failed.typed.find_first_of(L"Tt") != kNowhere;
     for (auto const &[mode, begin] : kOtherModes) {
         bool const may =
@@ -136,31 +135,17 @@ std::optional<Mistake> FindOtherMode(FailedText const &failed) {
 }
 
 /// The character at which the reading stopped.
-Subject PlaceOf(FailedText const &failed) {
+std::optional<Mistake> FindPlace(FailedText const &failed) {
     bool const isPair = failed.Here() >= 0xD800 && failed.Here() <= 0xDBFF && failed.At(failed.Place() + 1) != 0;
     Span const where{failed.Place(), isPair ? 2u : 1u};
-    return {failed, where, Utf8Of(Printable(failed.Part(where)))};
+    if (failed.Fault() != kUnexpectedToken)
+        return Mistake{where, ""};
+    return FirstSeen(kPlaces, {failed, where, Utf8Of(Printable(failed.Part(where)))});
 }
 
-struct Search {
-    std::optional<Mistake> (*find)(FailedText const &);
-    bool readsAgain = false; ///< it reads parts of the text again
-};
-
-/// In the order in which they are made; the first one that finds something counts.
-constexpr Search kSearches[] = {{FindLimit},      {FindAssignment}, {FindUnknownWord},    {FindWrongValue},
-                                {FindSlip, true}, {FindItem, true}, {FindOtherMode, true}};
-
-Mistake FindMistake(FailedText const &failed) {
-    for (Search const &search : kSearches) {
-        if (search.readsAgain && failed.MayNameMany())
-            continue;
-        if (std::optional<Mistake> const mistake = search.find(failed))
-            return *mistake;
-    }
-    Subject const place = PlaceOf(failed);
-    return FirstSeen(kPlaces, place).value_or(Mistake{place.where, ""});
-}
+/// In the order in which they are made; the last one always finds something.
+constexpr std::optional<Mistake> (*kSearches[])(FailedText const &) = {
+    FindLimit, FindAssignment, FindUnknownWord, FindWrongValue, FindSlip, FindItem, FindOtherMode, FindPlace};
 
 /// The parser's words for what it refuses, and ours for what only the program does.
 std::string FaultName(lib::ParseFaultKind kind) {
@@ -173,8 +158,11 @@ std::string FaultName(lib::ParseFaultKind kind) {
 } // namespace
 
 Diagnosis Diagnose(CString const &typed, EvalSettings const &settings, EvalOutcome const &outcome) {
-    Mistake const mistake = FindMistake({typed.GetString(), settings, outcome});
-    return {mistake.where, FaultName(outcome.fault.kind), mistake.hint};
+    FailedText const failed{typed.GetString(), settings, outcome};
+    std::optional<Mistake> found;
+    for (auto search = std::begin(kSearches); !found; ++search)
+        found = (*search)(failed);
+    return {found->where, FaultName(failed.Fault()), found->hint};
 }
 
 } // namespace zvi::app

@@ -4,6 +4,7 @@
 
 #include "apps/zvi/common/Joined.h"
 #include "apps/zvi/common/WideText.h"
+#include "apps/zvi/common/typed/PlainSigns.h"
 
 #include <algorithm>
 #include <regex>
@@ -33,31 +34,6 @@ struct RepairedText {
     /// What is left to read counts: a repair may change the length of what was read.
     std::ptrdiff_t Left() const { return static_cast<std::ptrdiff_t>(text.size()) - outcome.place; }
 };
-
-/// Signs as books, word processors and other keyboards write them.
-constexpr std::pair<wchar_t, wchar_t const *> kSignForms[] = {
-    {0x00D7, L"*"},  {0x00B7, L"*"},  {0x22C5, L"*"},  {0x2217, L"*"},    {0x00F7, L"/"},  {0x2215, L"/"},
-    {0x2212, L"-"},  {0x2013, L"-"},  {0x2014, L"-"},  {0x2010, L"-"},    {0x2011, L"-"},  {0x00B2, L"^2"},
-    {0x00B3, L"^3"}, {0x2074, L"^4"}, {0x03C0, L"pi"}, {0x2220, L"<"},    {0x00B0, L""},   {0x3000, L" "},
-    {0x00A0, L" "},  {0x202F, L" "},  {0x2009, L" "},  {0x221A, L"sqrt"}, {0x2026, L"to"}, {0x3001, L","},
-};
-
-/// The full-width forms of ASCII stand in its order behind this character.
-constexpr wchar_t kFullWidth = 0xFF00;
-constexpr wchar_t kLastFullWidth = 0xFF5E;
-
-std::wstring PlainSigns(std::wstring const &text) {
-    std::wstring plain;
-    for (wchar_t const c : text) {
-        auto const form = std::find_if(std::begin(kSignForms), std::end(kSignForms),
-                                       [c](auto const &entry) { return entry.first == c; });
-        if (form != std::end(kSignForms))
-            plain += form->second;
-        else
-            plain += c > kFullWidth && c <= kLastFullWidth ? static_cast<wchar_t>(c - kFullWidth + L' ') : c;
-    }
-    return plain;
-}
 
 /// The text with the brackets closed that are open at its end.
 std::wstring Closed(std::wstring const &text) {
@@ -180,7 +156,7 @@ std::optional<RepairedText> Mend(RepairedText const &from, EvalSettings const &s
 } // namespace
 
 std::optional<Mistake> FindSlip(FailedText const &failed) {
-    if (failed.typed.size() > kLongestSearched)
+    if (failed.typed.size() > kLongestSearched || failed.MayNameMany())
         return std::nullopt;
     RepairedText repaired{failed.typed, "", failed.outcome};
     for (int i = 0; i < kMostRepairs && !repaired.outcome.parsed; ++i) {
@@ -197,9 +173,9 @@ std::optional<Mistake> FindSlip(FailedText const &failed) {
                                   ? repaired.why
                                   : Joined(repaired.why, "; write ", Utf8Of(repaired.text))};
     FailedText const left{repaired.text, failed.settings, repaired.outcome};
-    if (left.Fault() != ParseFaultKind::kZeroDivisor && left.Fault() != ParseFaultKind::kExponent)
-        return std::nullopt;
-    return Mistake{where, Joined(repaired.why, "; ", FindWrongValue(left)->hint)};
+    bool const isWrong = left.Fault() == ParseFaultKind::kZeroDivisor || left.Fault() == ParseFaultKind::kExponent;
+    std::optional<Mistake> const wrong = isWrong ? FindWrongValue(left) : std::nullopt;
+    return wrong ? std::optional(Mistake{where, Joined(repaired.why, "; ", wrong->hint)}) : std::nullopt;
 }
 
 } // namespace zvi::app

@@ -20,28 +20,16 @@ namespace zvi::app {
 namespace {
 
 /// A name that other languages use, and what to write here.
-struct OtherWord {
-    char const *name;
+struct OtherName {
+    std::string_view name;
     char const *here;
 };
 
-constexpr OtherWord kOtherNames[] = {
-    {"log10", "log(x)"},
-    {"arcsin", "asin(x)"},
-    {"arccos", "acos(x)"},
-    {"arctan", "atan(x)"},
-    {"root", "sqrt(x)"},
-    {"fabs", "abs(x)"},
-    {"degrees", "deg(x)"},
-    {"radians", "rad(x)"},
-    {"e", "exp(1)"},
-    {"atan2", "atan(y/x)"},
-    {"pow", "x^2"},
-    {"power", "x^2"},
-    {"cot", "1/tan(x)"},
-    {"through", "to, as in 1to5"},
-    {"thru", "to, as in 1to5"},
-    {"tanh", "sinh(x)/cosh(x)"},
+constexpr OtherName kOtherNames[] = {
+    {"log10", "log(x)"}, {"arcsin", "asin(x)"}, {"root", "sqrt(x)"},   {"atan2", "atan(y/x)"},
+    {"fabs", "abs(x)"},  {"arccos", "acos(x)"}, {"degrees", "deg(x)"}, {"tanh", "sinh(x)/cosh(x)"},
+    {"e", "exp(1)"},     {"arctan", "atan(x)"}, {"radians", "rad(x)"}, {"thru", "to, as in 1to5"},
+    {"pow", "x^2"},      {"power", "x^2"},      {"cot", "1/tan(x)"},   {"through", "to, as in 1to5"},
 };
 
 /// The length unit that no text can spell, because its T stands for TO.
@@ -101,8 +89,8 @@ std::optional<Subject> FirstUnknownWord(FailedText const &failed) {
     return std::nullopt;
 }
 
-std::string OtherName(Subject const &word) {
-    auto const *const entry = std::ranges::find(kOtherNames, Lowered(word.typed), &OtherWord::name);
+std::string HereWritten(Subject const &word) {
+    auto const *const entry = std::ranges::find(kOtherNames, Lowered(word.typed), &OtherName::name);
     return entry == std::end(kOtherNames) ? "" : entry->here;
 }
 
@@ -123,26 +111,26 @@ std::string Functions(Subject const &word) {
 }
 
 constexpr MistakeRow kWords[] = {
-    {kAnyFault, [](Subject const &w) { return IsBehindNumber(w) && !IsUnit(w) && w.failed.HasUnits(); },
+    {kAnyFault, [](auto &w) { return IsBehindNumber(w) && !IsUnit(w) && w.failed.HasUnits(); },
      "unknown unit '%'; the units of a number are mm, cm, m, in and um"},
-    {kAnyFault, [](Subject const &w) { return IsBehindNumber(w) && IsUnit(w) && !KnowsUnits(w.failed.Mode()); },
+    {kAnyFault, [](auto &w) { return IsBehindNumber(w) && IsUnit(w) && !KnowsUnits(w.failed.Mode()); },
      "only the modes number and integer read length units"},
-    {kAnyFault, [](Subject const &w) { return IsBehindNumber(w) && IsUnit(w) && !w.failed.HasUnits(); },
+    {kAnyFault, [](auto &w) { return IsBehindNumber(w) && IsUnit(w) && !w.failed.HasUnits(); },
      "a length unit needs a unit system for the result: add --unit-system 0 (mm), 1 (m), 3 (ft), 4 (cm) or 5 (in)"},
-    {kAnyFault, [](Subject const &w) { return w.typed.empty() || Lowered(w.typed) == kUnreadUnit; }, ""},
-    {kAnyFault, [](Subject const &w) { return IsBehindNumber(w) && Lowered(w.typed) == "e"; },
+    {kAnyFault, [](auto &w) { return w.typed.empty() || Lowered(w.typed) == kUnreadUnit; }, ""},
+    {kAnyFault, [](auto &w) { return IsBehindNumber(w) && Lowered(w.typed) == "e"; },
      "an exponent follows its number without blanks, as in 1e3"},
     {kAnyFault,
-     [](Subject const &w) {
+     [](auto &w) {
          return IsBehindNumber(w) && Lowered(w.typed)[0] == 'x' && w.typed.find_first_not_of(kDigits, 1) == kNowhere;
      },
      "unknown name '%'; if it is a product, write * for x"},
-    {kAnyFault, nullptr, "unknown name '%'; write $", OtherName},
+    {kAnyFault, nullptr, "unknown name '%'; write $", HereWritten},
     {kAnyFault, nullptr, "a function takes its argument in parentheses; write $", CallOf},
-    {kAnyFault, [](Subject const &w) { return w.typed.size() > 1; }, "unknown name '%'; did you mean $?",
-     [](Subject const &w) { return NearestName(Lowered(w.typed), KnownNames(w.failed.settings)); }},
+    {kAnyFault, [](auto &w) { return w.typed.size() > 1; }, "unknown name '%'; did you mean $?",
+     [](auto &w) { return NearestName(Lowered(w.typed), KnownNames(w.failed.settings)); }},
     {kAnyFault, nullptr, "unknown function '%'; there are$", Functions},
-    {kAnyFault, nullptr, "$", [](Subject const &w) { return WhyNoVariableName(w.typed); }},
+    {kAnyFault, nullptr, "$", [](auto &w) { return WhyNoVariableName(w.typed); }},
     {kAnyFault, nullptr, "unknown name '%'; give it a value with --var %=..."},
 };
 

@@ -104,6 +104,7 @@ TEST(Eval, AFailureShowsThePlaceAndWhatToWrite) {
              {"number", "\uFF15\uFF0B\uFF13", "^~", "write 5+3"},
              {"number", "\u4E2D+1", "^~", "has no meaning here"},
              {"number", "1\x01+2", " ^", "'?' has no meaning here"},
+             {"number", "1\u00B300000@1", " ^", "has no meaning here"}, // with the sign mended it may name many
              {"number", "5mm", " ^~", "--unit-system"},
              {"number", "1to5", " ^", "--mode nodes"},
              {"number", "[1,2]", "^", "--mode points"},
