@@ -5,7 +5,6 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <exception>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -46,10 +45,6 @@ void Start(Words const &words) {
     _wspawnv(_P_NOWAIT, _wpgmptr, line.data());
 }
 
-void Die() {
-    _exit(137);
-}
-
 /// Waits until nobody else does so, and has the file until this process ends.
 void Hold(fs::path const &file) {
     while (!_wfsopen(file.c_str(), L"w", _SH_DENYRW))
@@ -66,10 +61,6 @@ void Start(Words const &words) {
     }
 }
 
-void Die() {
-    raise(SIGKILL);
-}
-
 /// Waits until nobody else does so, and has the file until this process ends.
 void Hold(fs::path const &file) {
     flock(open(file.c_str(), O_RDWR | O_CREAT, 0600), LOCK_EX);
@@ -84,21 +75,15 @@ void Files() {
 
 #endif
 
-std::string Utf8(fs::path const &word) {
-    std::u8string const text = word.u8string();
-    return {text.begin(), text.end()};
-}
-
 void Write(std::string_view bytes, std::FILE *stream = stdout) {
     std::fwrite(bytes.data(), 1, bytes.size(), stream);
     std::fflush(stream);
 }
 
-std::string BytesOf(std::string const &hexadecimal) {
-    std::string bytes;
-    for (std::size_t i = 0; i + 1 < hexadecimal.size(); i += 2)
-        bytes += static_cast<char>(std::stoi(hexadecimal.substr(i, 2), nullptr, 16));
-    return bytes;
+void WriteBytes(std::string const &hexadecimal) {
+    for (std::size_t i = 0; i < hexadecimal.size(); i += 2)
+        std::putchar(std::stoi(hexadecimal.substr(i, 2), nullptr, 16));
+    std::fflush(stdout);
 }
 
 void Flood(long long count) {
@@ -123,7 +108,10 @@ void WaitFor(fs::path const &file) {
 void RunScript(Words const &words) {
     auto at = words.begin();
     auto const next = [&] { return at != words.end() ? *at++ : fs::path(); };
-    auto const text = [&] { return Utf8(next()); };
+    auto const text = [&] {
+        std::u8string const word = next().u8string();
+        return std::string(word.begin(), word.end());
+    };
     // The words up to a lone semicolon.
     auto const rest = [&] {
         Words const some(at, std::find(at, words.end(), fs::path(";")));
@@ -132,7 +120,7 @@ void RunScript(Words const &words) {
         return some;
     };
     std::map<std::string, std::function<void()>> const commands = {
-        {"bytes", [&] { Write(BytesOf(text())); }},
+        {"bytes", [&] { WriteBytes(text()); }},
         {"errors", [&] { Write(text() + "\n", stderr); }},
         {"flood", [&] { Flood(std::stoll(text())); }},
         {"lines", [&] { Lines(std::stoi(text())); }},
@@ -141,10 +129,12 @@ void RunScript(Words const &words) {
         {"wait", [&] { WaitFor(next()); }},
         {"touch", [&] { std::ofstream(next()).put('.'); }},
         {"hold", [&] { Hold(next()); }},
-        {"die", Die},
         {"start", [&] { Start(rest()); }},
         {"input", [] { Write(std::getchar() == EOF ? "none\n" : "some\n"); }},
-#ifndef _WIN32
+#ifdef _WIN32
+        {"die", [] { _exit(137); }},
+#else
+        {"die", [] { raise(SIGKILL); }},
         {"files", Files},
 #endif
         {"folder", [] { Write(fs::current_path().filename().string() + "\n"); }},
@@ -158,14 +148,10 @@ void RunScript(Words const &words) {
 } // namespace
 
 #ifdef _WIN32
-int wmain(int argc, wchar_t **argv) try {
+int wmain(int argc, wchar_t **argv) {
     _setmode(_fileno(stdout), _O_BINARY);
 #else
-int main(int argc, char **argv) try {
+int main(int argc, char **argv) {
 #endif
     RunScript({argv + 1, argv + argc});
-    return 0;
-} catch (std::exception const &error) {
-    std::fputs(error.what(), stderr);
-    return 2;
 }

@@ -29,12 +29,15 @@ inline void Pass() {
     MProcessMgr::Instance()->OnTimer(nullptr, 0, MProcessMgr::kTimerId, 0);
 }
 
+inline void WaitAndPass() {
+    MProcessMgr::Instance()->WaitForOutput(20);
+    Pass();
+}
+
 /// Passes until it is so.
 inline void PassUntil(std::function<bool()> const &isSo) {
-    while (!isSo()) {
-        MProcessMgr::Instance()->WaitForOutput(20);
-        Pass();
-    }
+    while (!isSo())
+        WaitAndPass();
 }
 
 /// Keeps what it is told, of each unit its byte if it is an extended one, and "x*5000" for that many "x" at the start.

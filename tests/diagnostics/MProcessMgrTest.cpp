@@ -33,8 +33,7 @@ Texts Lines(int count) {
     return lines;
 }
 
-class MProcessMgrTest : public testing::Test {
-protected:
+struct MProcessMgrTest : testing::Test {
     /// Waits until no child is left, ended or not; the worker of a closed one takes a moment.
     ~MProcessMgrTest() override {
         Pass();
@@ -99,8 +98,7 @@ TEST_F(MProcessMgrTest, LosesNothingAndTellsSoManyLinesAPass) {
         Heard heard;
         Start(heard, L"lines " + std::to_wstring(10000 * kLoad), nullptr, manyLines);
         for (std::size_t before = 0; !heard.hasEnded; before = heard.texts.size()) {
-            MProcessMgr::Instance()->WaitForOutput(20);
-            Pass();
+            WaitAndPass();
             // Once the child has ended all that is left is told.
             ASSERT_TRUE(heard.hasEnded || heard.texts.size() - before <= most);
         }
@@ -159,17 +157,17 @@ TEST_F(MProcessMgrTest, StopsAChildThatWritesAndWhatItHasStarted) {
 
 TEST_F(MProcessMgrTest, ClosesTheChildrenOfADocument) {
     for (int round = 0; round < kLoad; ++round) {
-        auto const deleted = std::make_shared<bool>();
         Heard other, silent, flooding;
-        auto *const gone = new Heard(1);
-        gone->onMessage = [life = std::shared_ptr<void>(nullptr, [deleted](void *) { *deleted = true; })](auto &) {};
+        auto *const deleted = new Heard(1);
+        auto const life = std::make_shared<int>();
+        deleted->onMessage = [life](std::string const &) {};
         Start(other, L"wait go lines 1");
         Start(silent, L"hold held lines 1 wait never", kDocument);
         Start(flooding, L"flood 10000000000000", kDocument);
-        Start(*gone, L"wait never", kDocument);
+        Start(*deleted, L"wait never", kDocument);
         PassUntil([&] { return silent.texts.size() == 1; });
         MProcessMgr::Instance()->OnCloseDocument(kDocument);
-        EXPECT_TRUE(*deleted);
+        EXPECT_EQ(life.use_count(), 1);
         EXPECT_EQ(silent.SendMsg(L"!Stop"), -1);
         EXPECT_EQ(flooding.IsAlive(), 0);
         RunToTheEnd(L"hold held");
@@ -220,25 +218,21 @@ TEST_F(MProcessMgrTest, TellsAllInTheEndWhenMemoryRunsShort) {
         int ends = 0;
     };
     std::wstring const words = L"flood 5000 bytes 0d61620a lines 150";
-    for (Shortage const shortage : {Shortage::kOnce, Shortage::kLasting}) {
-        bool hasFailed = true;
-        for (long index = 0; hasFailed; ++index) {
+    for (Shortage const shortage : {Shortage::kOnce, Shortage::kLasting})
+        for (long index = 0, goesOn = 1; goesOn; ++index) {
             Counting counting;
             int result = 0;
             {
                 FailingMemory const memory(index, shortage);
                 result = RunChild(&counting, words);
-                for (int pass = 0; pass < 3 && result == 0; ++pass) {
-                    MProcessMgr::Instance()->WaitForOutput(20);
-                    Pass();
-                }
-                hasFailed = memory.HasFailed();
+                for (int pass = 0; pass < 3 && result == 0; ++pass)
+                    WaitAndPass();
+                goesOn = memory.HasFailed();
             }
             ASSERT_TRUE(result == 0 || result == -3) << result;
             PassUntil([&] { return counting.IsAlive() == 0 && (result != 0 || counting.ends == 2); });
             ASSERT_EQ(counting.lines, result == 0 ? 151 : 0) << "allocation " << index;
         }
-    }
 }
 
 } // namespace zvi::lib::test

@@ -21,12 +21,10 @@ inline Texts Parsed(std::string const &output, std::size_t partSize, std::size_t
     std::string ring, unfinished;
     std::wstring text;
     T_PROCESS_MSG about;
-    for (std::size_t at = 0; at < output.size();) {
-        std::string const part = output.substr(at, partSize);
-        at += part.size();
-        ring += part;
+    for (std::size_t at = 0; at < output.size(); at += partSize) {
+        ring += output.substr(at, partSize);
         do {
-            ring.erase(0, parser.Read(ring, unfinished, limit, at == output.size(), messages));
+            ring.erase(0, parser.Read(ring, unfinished, limit, at + partSize >= output.size(), messages));
             while (messages.HasNext()) {
                 messages.TakeNext(text, about);
                 texts.emplace_back(text.begin(), text.end());

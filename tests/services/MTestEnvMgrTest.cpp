@@ -23,14 +23,13 @@ struct MTestEnvMgrTest : testing::Test {
 } // namespace
 
 TEST_F(MTestEnvMgrTest, AValueIsWhatWasStoredLast) {
-    std::wstring const longValue(1000, L'x');
     host::SetEnvironmentPath(L"XDG_CONFIG_HOME", temporary.Path("own"));
-    for (char const *place : {"", "values"}) {
-        host::SetUserValueFolder(*place ? temporary.Native(place).string() : ""); // the user's own store at first
+    for (std::string const &place : {std::string(), temporary.Native("values").string()}) { // the user's own at first
+        host::SetUserValueFolder(place);
         for (wchar_t const *name : {L"zvi test", L"Gr\u00F6\u00DFe 2"})
-            for (wchar_t const *value :
-                 {L"yes", longValue.c_str(), L" two\r\nlines\n", L"\u00B0C \U0001F600", L"", L""})
-                Store(name, value, true, value); // removing what is not there is no failure
+            for (CString const &value : {CString(L'x', 1000), CString(L"\u00B0C \U0001F600 two\r\nlines\n"), CString(),
+                                         CString()}) // removing what is not there is no failure
+                Store(name, value, true, value);
     }
     EXPECT_EQ(temporary.Names().size(), host::LineEnd() == "\n" ? 2u : 1u) << "where the user's own store is no file";
     host::SetEnvironmentPath(L"XDG_CONFIG_HOME", L"");

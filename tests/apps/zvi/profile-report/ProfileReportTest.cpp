@@ -17,6 +17,8 @@ std::string const kReport =
     "   f, 1, 2,b,     0.000001,     0.000002,     0.000000,            4,     0.000002,     0.000000\r\n"
     "            ,     0.000000,     0.000000,     0.000000,            2,     0.000000,     0.000000\n";
 
+using Row = std::pair<std::string, std::string>;
+
 RunOutcome Report(std::vector<std::string> words, std::string const &input = kReport) {
     words.insert(words.begin(), "profile-report");
     return RunZvi(words, input);
@@ -36,15 +38,11 @@ TEST(ProfileReport, IsASortedTableWithBarsOrJson) {
         "{\"schema\":1,\"total_seconds\":2.0,\"names\":4,\"rows\":[{\"name\":\"main, of a program\",\"share\":0.5,"
         "\"own_seconds\":1.0,\"total_seconds\":2.0,\"child_seconds\":1.0,\"calls\":1,\"own_seconds_per_call\":1.0}]}"
         "\n");
-    EXPECT_EQ(Report({}, kHeading).status, 0);
     EXPECT_TRUE(Report({"--json"}, kHeading).out.ends_with("\"names\":0,\"rows\":[]}\n"));
+    EXPECT_EQ(Report({}, kHeading).status, 0);
     // The first letters of the names, with a quote for the empty one.
-    for (auto const &[key, order] : {std::pair("own", "msf\""),
-                                     {"total", "msf\""},
-                                     {"child", "msf\""},
-                                     {"calls", "sf\"m"},
-                                     {"per-call", "msf\""},
-                                     {"name", "\"fms"}}) {
+    for (auto const &[key, order] : {Row{"own", "msf\""}, Row{"total", "msf\""}, Row{"child", "msf\""},
+                                     Row{"calls", "sf\"m"}, Row{"per-call", "msf\""}, Row{"name", "\"fms"}}) {
         std::string names;
         std::string const json = Report({"--sort", key, "--json"}).out;
         for (std::size_t at = 0; (at = json.find("\"name\":\"", at)) != json.npos; ++at)
@@ -54,13 +52,10 @@ TEST(ProfileReport, IsASortedTableWithBarsOrJson) {
 }
 
 TEST(ProfileReport, RefusesWhatIsNone) {
-    for (auto const &[text, line] : {std::pair<std::string, std::string>{"", "1"},
-                                     {"Total Work Time : x\n", "1"},
-                                     {"Total Work Time : 1\nFunction", "2"},
-                                     {kReport.substr(0, kReport.size() - 80), "6"},
-                                     {kReport + "solve, 1, 2, 3, 4, 5\n", "7"},
-                                     {kReport + "solve, 1, two, 3, 4, 5, 6\n", "7"},
-                                     {kReport + "a,1,2,3,4,5,6\n", "7"}}) {
+    for (auto const &[text, line] :
+         {Row{"", "1"}, Row{"Total Work Time : x\n", "1"}, Row{"Total Work Time : 1\nFunction", "2"},
+          Row{kReport.substr(0, kReport.size() - 80), "6"}, Row{kReport + "solve, 1, 2, 3, 4, 5\n", "7"},
+          Row{kReport + "solve, 1, two, 3, 4, 5, 6\n", "7"}, Row{kReport + "a,1,2,3,4,5,6\n", "7"}}) {
         RunOutcome const outcome = Report({}, text);
         EXPECT_EQ(outcome.status, 1);
         EXPECT_TRUE(outcome.err.starts_with("zvi: standard input:" + line + ": is no line of a profile report"))

@@ -41,18 +41,14 @@ TEST(Run, ShowsWhatTheProgramWrites) {
 TEST(Run, EndsWithTheExitCodeOfTheProgram) {
     std::string const child = ZVI_TEST_CHILD;
     using Row = std::pair<std::vector<std::string>, int>;
-    for (auto const &[words, status] : {Row{{"run", child, "exit", "5"}, 5},
-                                        {{"run", child, "die"}, 137},
-                                        // Silent and never ending, so that neither a stop nor time alone reaches it.
-                                        {{"run", "--stop-after", "0.01", child, "wait", "never"}, 124},
-                                        {{"run", "--stop-after=0.01", child, "flood", "1000000000000"}, 124},
-                                        {{"run"}, 2},
-                                        {{"run", "--stop-after", "-1", child}, 2}})
+    // Neither a stop nor time alone reaches one that is silent and never ends.
+    for (auto const &[words, status] :
+         {Row{{"run"}, 2}, Row{{"run", "--stop-after", "-1", child}, 2}, Row{{"run", child, "exit", "5"}, 5},
+          Row{{"run", child, "die"}, 137}, Row{{"run", "--stop-after", "0.01", child, "wait", "never"}, 124},
+          Row{{"run", "--stop-after=0.01", child, "flood", "1000000000000"}, 124}})
         EXPECT_EQ(RunZvi(words).status, status);
-    std::vector<std::string> words = {"run", "--", child};
-    for (char const *word : {"--json", "a b", "", "it's", "\"", "\\", "\u8A08"})
-        words.insert(words.end(), {"word", word});
-    EXPECT_EQ(RunZvi(words).out, "[--json]\n[a b]\n[]\n[it's]\n[\"]\n[\\]\n[\u8A08]\n");
+    EXPECT_EQ(RunZvi({"run", "--", child, "word", "--json", "word", "a b", "word", "", "word", "\u8A08\""}).out,
+              "[--json]\n[a b]\n[]\n[\u8A08\"]\n");
     RunOutcome const none = RunZvi({"run", "no-such-program"});
     EXPECT_EQ(none.status, 1);
     EXPECT_TRUE(none.err.starts_with("zvi: no-such-program: there is no such prog")) << none.err;
