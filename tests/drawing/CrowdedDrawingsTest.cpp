@@ -32,10 +32,11 @@ std::vector<DrawingCurve> HatchedSquare() {
     return curves;
 }
 
-std::vector<DrawingCurve> ConcentricCircles() {
+/// Circles whose centres stand so far from one another as the step of their radii times `share`.
+std::vector<DrawingCurve> ConcentricCircles(double share) {
     std::vector<DrawingCurve> curves;
     for (int i = 1; i <= kCount; ++i)
-        curves.push_back(CircleOf({3, 4}, i));
+        curves.push_back(CircleOf({i % 2 == 0 ? 3.0 : 3.0 + share, 4}, i));
     return curves;
 }
 
@@ -110,7 +111,8 @@ TEST(CrowdedDrawings, FamiliesOfCurvesGiveTheDomainsOfTheirFormula) {
         int domains;
         double area;
     } rows[] = {{"hatched square", HatchedSquare(), kCount + 1, kSide * kSide},
-                {"concentric circles", ConcentricCircles(), kCount, kPi * kCount * kCount},
+                {"concentric circles", ConcentricCircles(0.0), kCount, kPi * kCount * kCount},
+                {"nearly concentric circles", ConcentricCircles(0.4), kCount, kPi * kCount * kCount},
                 {"wedges at one vertex", Wedges(0.0), kCount, kCount * wedge},
                 {"bent wedges at one vertex", Wedges(1e-5), kCount, kCount * wedge},
                 {"lines through one point", LinesThroughOnePoint(), 2 * kCount, kPi * 900 * 900}};

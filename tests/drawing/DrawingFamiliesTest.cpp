@@ -321,6 +321,8 @@ TEST(DrawingFamilies, HoldWhereTheyOnceDidNot) {
         {"a region thicker than the tolerance, far away", {500223032, 1000044160}},
         {"a place beside a foot that is taken already", {600310831}},
         {"curves round a place that something else ends close to", {500071524}},
+        {"curves that cross at small angles in one point", {1100367110}},
+        {"a circle no wider than a contact", {1200066048}},
         {"a curve so short that rounding may leave it no length", {500208807}},
         {"a side of a thin face of which nothing is left", {200302450}},
         {"a region as thin as rounding in the scan", {70150950}},

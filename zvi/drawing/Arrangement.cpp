@@ -25,6 +25,9 @@ constexpr double kCoarser = 16.0;
 /// A place has drawn an edge to it when it misses the edge by more than so many units of rounding.
 constexpr double kDrawnInRoundings = 2.0;
 
+/// Rounding may put the point where curves cross at an angle of a lesser sine a snap distance off along them.
+constexpr double kShallowSine = 0x1p-4;
+
 /// So many units of rounding do not come to be one place: a drawing that had to be seen that coarsely would come from a
 /// mistake of ours.
 constexpr double kCoarsestInRoundings = 0x1p20;
@@ -65,6 +68,7 @@ struct EdgeMeeting {
     EdgePair edges;
     int place = -1;
     DrawingPoint at;
+    bool isShallow = false; ///< inside both, and rounding may put the point off along them
 };
 
 /// Finds where pairs of edges meet, without changing the network.
@@ -136,10 +140,20 @@ private:
         auto const begin = m_contacts.begin(), end = begin + m_contactCount;
         auto const isAt = [&](DrawingPoint contact) { return Distance(contact, p) < kAtContact * m_network.snap; };
         auto const keepTogether = [&](DrawingPoint contact) { return StayNear(a, b, contact, p, m_network.snap); };
-        if (std::any_of(begin, end, isAt))
+        if (std::any_of(begin, end, [&](DrawingPoint contact) { return isAt(contact) && keepTogether(contact); }))
             return;
-        bool const isTogether = std::any_of(begin, end, keepTogether);
-        note(EdgeMeeting{isTogether ? MeetingKind::kTogether : MeetingKind::kInside, pair, -1, p});
+        if (std::any_of(begin, end, keepTogether))
+            note(EdgeMeeting{MeetingKind::kTogether, pair, -1, p});
+        else
+            note(EdgeMeeting{MeetingKind::kInside, pair, -1, p, AreShallow(a, b, p)});
+    }
+
+    /// Whether two stretches cross at a small angle in a point.
+    static bool AreShallow(Stretch const &a, Stretch const &b, DrawingPoint p) {
+        DrawingPoint const u = a.isArc ? Left(p - a.center) : a.end - a.start;
+        DrawingPoint const v = b.isArc ? Left(p - b.center) : b.end - b.start;
+        double const cross = Cross(u, v);
+        return cross * cross < kShallowSine * kShallowSine * Dot(u, u) * Dot(v, v);
     }
 
     Network const &m_network;
@@ -181,8 +195,9 @@ public:
         }
     }
 
-    /// Lets edges run through the places that come near them, as far as those have drawn other edges, or through all
-    /// places that come near them; where a circle is taken to start is none, unless starts are kept.
+    /// Lets edges run through the places that come near them, as far as those have drawn other edges or may stand off
+    /// along them, or through all places that come near them; where a circle is taken to start is none, unless starts
+    /// are kept.
     void DrawEdgesToPlaces(bool all) {
         std::vector<bool> draws(m_network.places.Places().size(), false);
         if (all) {
@@ -192,7 +207,9 @@ public:
         } else {
             SharePlaces();
         }
-        bool any = all;
+        bool any = all || !m_shallow.empty();
+        for (int const place : m_shallow)
+            draws[Index(place)] = true;
         for (Incidence const &i : m_incidences) {
             Foot foot;
             if (FootOn(EdgeAt(i.edge).stretch, m_network.Place(i.place), foot) &&
@@ -246,6 +263,8 @@ private:
             return;
         case MeetingKind::kInside:
             int const place = m_network.places.NearestOrAdd(meeting.at, m_network.snap);
+            if (meeting.isShallow)
+                m_shallow.push_back(place);
             for (int const edge : {meeting.edges.first, meeting.edges.second})
                 if (!EdgeAt(edge).EndsAt(place))
                     m_incidences.push_back({edge, place, 0.0});
@@ -296,6 +315,7 @@ private:
     PairMeetings m_meetings;
     std::vector<Incidence> m_incidences;
     std::vector<EdgePair> m_together;
+    std::vector<int> m_shallow; ///< places of crossings at small angles
 };
 
 /// Makes the edges of the map from the edges of a network and the places inside them.

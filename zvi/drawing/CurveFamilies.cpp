@@ -16,6 +16,9 @@ constexpr std::size_t kSmallestFamily = 64;
 /// Lines whose directions follow one another by less than this angle are parallel.
 constexpr double kSameDirection = 1e-9;
 
+/// Arcs whose centres are nearer to one another than this share of their radius are taken for concentric.
+constexpr double kNearCenter = 0x1p-6;
+
 /// Pairs of lines that are tried to find where many cross, and how many of them must cross in one point.
 constexpr std::size_t kTries = 512;
 constexpr int kVotes = 4;
@@ -112,16 +115,38 @@ private:
     }
 
     void FindCenters() {
-        PlaceIndex centers(m_network.snap);
-        std::vector<std::vector<int>> arcs;
+        std::vector<int> arcs;
         for (int e = 0; e < static_cast<int>(m_network.edges.size()); ++e)
-            if (StretchOf(e).isArc) {
-                std::size_t const center = Index(centers.NearestOrAdd(StretchOf(e).center, m_network.snap));
-                arcs.resize(std::max(arcs.size(), center + 1));
-                arcs[center].push_back(e);
-            }
-        for (std::size_t center = 0; center < arcs.size(); ++center)
-            Add({Kind::kConcentric, centers.Places()[center], -1}, arcs[center]);
+            if (StretchOf(e).isArc)
+                arcs.push_back(e);
+        std::vector<int> others = AddCenters(arcs, m_network.snap, HUGE_VAL);
+        if (others.size() < kSmallestFamily)
+            return;
+        auto const middle = others.begin() + static_cast<std::ptrdiff_t>(others.size() / 2);
+        std::nth_element(others.begin(), middle, others.end(),
+                         [this](int a, int b) { return StretchOf(a).radius < StretchOf(b).radius; });
+        AddCenters(others, std::max(m_network.snap, kNearCenter * StretchOf(*middle).radius), kNearCenter);
+    }
+
+    /// Adds arcs whose centres are nearer than a distance, and than a share of their radius, to a common one. Returns
+    /// those that have too few others there.
+    std::vector<int> AddCenters(std::vector<int> const &arcs, double distance, double shareOfRadius) {
+        PlaceIndex centers(distance);
+        std::vector<std::vector<int>> families;
+        for (int const arc : arcs) {
+            Stretch const &s = StretchOf(arc);
+            std::size_t const center = Index(centers.NearestOrAdd(s.center, distance));
+            families.resize(std::max(families.size(), center + 1));
+            if (Distance(centers.Places()[center], s.center) <= shareOfRadius * s.radius)
+                families[center].push_back(arc);
+        }
+        std::vector<int> others;
+        for (std::size_t center = 0; center < families.size(); ++center) {
+            Add({Kind::kConcentric, centers.Places()[center], -1}, families[center]);
+            if (families[center].size() < kSmallestFamily)
+                others.insert(others.end(), families[center].begin(), families[center].end());
+        }
+        return others;
     }
 
     void FindDirections() {
@@ -235,11 +260,11 @@ private:
         boxes.push_back(Grown(box, m_reach));
     }
 
-    /// Angle and distance from the centre. Centres differ by up to the snap distance.
+    /// Angle and distance from the common centre, for what the own one may be off that.
     void AddConcentric(Stretch const &s, std::vector<Box> &boxes) const {
         DrawingPoint const first = (s.sweep < 0.0 ? s.end : s.start) - s.center;
-        double const low = Atan2(first.y, first.x), grown = AngleOf(m_reach + m_snap, s.radius);
-        double const width = m_reach + m_snap;
+        double const off = Distance(s.center, m_trait.at) + m_snap, width = m_reach + off;
+        double const low = Atan2(first.y, first.x), grown = AngleOf(width, s.radius - off);
         AddTurns(low - grown, low + std::fabs(s.sweep) + grown, s.radius - width, s.radius + width, boxes);
     }
 

@@ -8,9 +8,9 @@
 
 namespace zvi::lib::drawing {
 
-/// Large sets of edges whose boxes all meet although most of them keep apart: parallel lines, arcs of one centre, edges
-/// that leave one place, and lines that cross in one point. Each family is looked at in coordinates in which it is
-/// spread out: offset and distance along, radius and angle, or the angle round the place.
+/// Large sets of edges whose boxes all meet although most of them keep apart: parallel lines, arcs of one centre or
+/// nearly so, edges that leave one place, and lines that cross in one point. Each family is looked at in coordinates in
+/// which it is spread out: offset and distance along, radius and angle, or the angle round the place.
 class CurveFamilies {
 public:
     /// No families at all.

@@ -95,6 +95,7 @@ DividedDrawing DivideDrawing(std::vector<DrawingCurve> const &curves, DrawingOpt
     UsableCurves usable = ReadCurves(curves, options.joinTolerance, workers);
     progress(kRead);
     Arrangement arrangement = Arrange(usable, options.split, options.keepDuplicates, workers);
+    assert(!options.split || IsNoFaceInsideOut(arrangement.map, arrangement.snap));
     progress(kArranged);
     DividedDrawing drawing{std::move(usable),
                            std::move(arrangement.map),
@@ -104,11 +105,13 @@ DividedDrawing DivideDrawing(std::vector<DrawingCurve> const &curves, DrawingOpt
                            {},
                            arrangement.snap,
                            0.0,
+                           0.0,
                            {},
                            {},
                            {}};
     Landmarks const &landmarks = drawing.curves.landmarks;
     double const tolerance = std::max(drawing.curves.tolerance, kThinInSnaps * drawing.snap);
+    drawing.tolerance = tolerance;
     double const same = SameDistance(tolerance, drawing.snap, landmarks);
     ContractShortEdges(drawing.map, tolerance, drawing.snap, landmarks, drawing.dropped, workers);
     drawing.covered = AddCovered(drawing.map, arrangement.carriers, arrangement.covered, drawing.dropped);

@@ -19,6 +19,7 @@ struct DividedDrawing {
     std::vector<DroppedEdge> dropped;
     std::vector<DrawingPoint> positions; ///< of each place that stands for a cluster, where that is put
     double snap = 0.0;                   ///< distance below which two places are one
+    double tolerance = 0.0;              ///< to join by, or what rounding leaves of it where that is more
     double noWidth = 0.0;                ///< faces that are no wider enclose nothing
     CoveredCounts covered;
     FaceWalks walks;              ///< along the faces of the map

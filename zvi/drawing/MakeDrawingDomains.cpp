@@ -48,7 +48,7 @@ DrawingResult MakeDrawingDomains(std::vector<DrawingCurve> const &curves, Drawin
         faces = findFaces();
     assert(!options.split || AreApart(drawing.map, faces, drawing.snap, moved));
     assert(!options.split || AreSimple(drawing.map, faces));
-    assert(!options.split || CoverWhatIsEnclosed(faces, drawing.curves, options.keepDuplicates));
+    assert(!options.split || CoverWhatIsEnclosed(faces, drawing.curves, drawing.tolerance, options.keepDuplicates));
     progress(kFacesFound);
     std::vector<DrawingGap> gaps = FindGaps(drawing, curves, workers);
     if (drawing.map.EdgeCount() > kManyEdges) { // makes room for the result, which is large

@@ -158,6 +158,12 @@ bool IsSound(PlanarMap const &map, double snap) {
     return map.IsPlanar() && std::fabs(areas) <= snap * length;
 }
 
+bool IsNoFaceInsideOut(PlanarMap const &map, double snap) {
+    std::vector<FaceWalk> const walks = WalkFaces(map, base::Workers()).walks;
+    return std::all_of(walks.begin(), walks.end(),
+                       [snap](FaceWalk const &walk) { return walk.isOutside || walk.area >= -snap * walk.perimeter; });
+}
+
 bool AreSimple(PlanarMap const &map, std::vector<Face> const &faces) {
     std::vector<int> lastLoopAt(Index(map.Places().Count()), -1);
     std::vector<bool> isOnLoop(2 * Index(map.EdgeCount()), false);
@@ -177,7 +183,8 @@ bool AreSimple(PlanarMap const &map, std::vector<Face> const &faces) {
     });
 }
 
-bool CoverWhatIsEnclosed(std::vector<Face> const &faces, UsableCurves const &curves, bool keepDuplicates) {
+bool CoverWhatIsEnclosed(std::vector<Face> const &faces, UsableCurves const &curves, double tolerance,
+                         bool keepDuplicates) {
     Arrangement const arranged = Arrange(curves, true, keepDuplicates, base::Workers());
     FaceWalks const walks = WalkFaces(arranged.map, base::Workers());
     double length = 0.0, covered = 0.0;
@@ -188,8 +195,7 @@ bool CoverWhatIsEnclosed(std::vector<Face> const &faces, UsableCurves const &cur
         for (Loop const &hole : face.holes)
             covered += hole.area;
     }
-    return std::fabs(covered - EnclosedArea(curves, arranged, walks)) <=
-           std::max(curves.tolerance, arranged.snap) * length;
+    return std::fabs(covered - EnclosedArea(curves, arranged, walks)) <= tolerance * length;
 }
 
 bool AreApart(PlanarMap const &map, std::vector<Face> const &faces, double snap, double clear) {
