@@ -7,7 +7,6 @@
 #include <array>
 #include <map>
 #include <optional>
-#include <set>
 
 namespace zvi::lib::drawing {
 
@@ -228,76 +227,35 @@ private:
         bool const isAlone = std::all_of(glance.sights.begin(), glance.sights.end(), [&first](Sight const &sight) {
             return sight.edge == first.edge && sight.x == first.x;
         });
-        return isAlone ? RightOf(first) : WalkBesideSeveral(p, part, glance);
-    }
-
-    /// The same where several borders have come near one another, or have changed places, so that it does not count
-    /// which of them stands before the other: of the faces of their parts that the point lies in the least, or else the
-    /// outside of the largest of these parts. What stands farther off and holds the point holds all of them, too.
-    int WalkBesideSeveral(DrawingPoint p, int part, Glance &glance) const {
-        for (double lowest = HUGE_VAL, seen = LowestOf(glance.sights); seen < lowest; seen = LowestOf(glance.sights)) {
-            lowest = seen;
-            FindSights(p, part, lowest - m_moved, glance);
-        }
-        std::map<int, int> entered = Entered(glance.sights);
-        std::set<int> unsure;
-        for (Sight const &sight : glance.sights)
-            unsure.insert(PartOf(m_edges[Index(sight.edge)]));
-        std::erase_if(entered, [](auto const &walk) { return walk.second <= 0; });
-        for (auto const &[walk, count] : entered)
-            unsure.erase(m_parts[Index(walk)]);
-        // Where the borders of a part lead into its faces as often as out of them, what lies behind them tells.
-        if (!unsure.empty())
-            return LeastWalkAround(p, part, glance);
-        auto const isBetter = [this](auto const &a, auto const &b) {
-            FaceWalk const &walk = m_walks.walks[Index(a.first)], &other = m_walks.walks[Index(b.first)];
-            return walk.isOutside != other.isOutside ? other.isOutside : walk.area < other.area;
-        };
-        return std::min_element(entered.begin(), entered.end(), isBetter)->first;
+        return isAlone ? RightOf(first) : LeastWalkAround(p, part, glance);
     }
 
     /// The least of the bounded faces that a point of a part lies in: those whose borders, all that pass on its
-    /// left, lead into them once more than out of them.
+    /// left, lead into them once more than out of them. Which of the borders that have come near one another, or have
+    /// changed places, stands before the other does not count.
     int LeastWalkAround(DrawingPoint p, int part, Glance &glance) const {
-        FindSights(p, part, -HUGE_VAL, glance);
-        int least = -1;
-        for (auto const &[walk, count] : Entered(glance.sights))
-            if (FaceWalk const &face = m_walks.walks[Index(walk)];
-                count > 0 && !face.isOutside && (least < 0 || face.area < m_walks.walks[Index(least)].area))
-                least = walk;
-        return least;
-    }
-
-    /// Notes all that passes on the left of a point of a part from `farthest` on, each border once.
-    void FindSights(DrawingPoint p, int part, double farthest, Glance &glance) const {
         std::vector<int> edges;
         LookLeft(p, [&](int i) {
             if (PartOf(m_edges[Index(i)]) != part)
                 edges.push_back(i);
-            return p.x - farthest + m_snap;
+            return HUGE_VAL;
         });
         std::sort(edges.begin(), edges.end());
         edges.erase(std::unique(edges.begin(), edges.end()), edges.end());
         glance.sights.clear();
         for (int const i : edges)
-            AddSights(i, p, farthest, glance);
-    }
-
-    static double LowestOf(std::vector<Sight> const &sights) {
-        double lowest = HUGE_VAL;
-        for (Sight const &sight : sights)
-            lowest = std::min(lowest, sight.x);
-        return lowest;
-    }
-
-    /// By how much more often borders lead into a walk than out of it, from left to right.
-    std::map<int, int> Entered(std::vector<Sight> const &sights) const {
+            AddSights(i, p, -HUGE_VAL, glance);
         std::map<int, int> entered;
-        for (Sight const &sight : sights) {
+        for (Sight const &sight : glance.sights) {
             ++entered[RightOf(sight)];
             --entered[LeftOf(sight)];
         }
-        return entered;
+        int least = -1;
+        for (auto const &[walk, count] : entered)
+            if (FaceWalk const &face = m_walks.walks[Index(walk)];
+                count > 0 && !face.isOutside && (least < 0 || face.area < m_walks.walks[Index(least)].area))
+                least = walk;
+        return least;
     }
 
     int RightOf(Sight const &sight) const {
