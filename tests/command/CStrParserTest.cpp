@@ -164,4 +164,14 @@ TEST(MParser, TurnsLengthUnitsIntoFactors) {
     EXPECT_EQ(testing::internal::GetCapturedStderr(), kSyntaxError + kSyntaxError + kSyntaxError);
 }
 
+TEST(MParser, TellsTheTypedCharacterBehindEachOfItsOwn) {
+    Units metres(1);
+    std::vector<int> sources;
+    EXPECT_EQ(MParser().SetUnitArgTokenString(L" 1,250 mm + sin( 30 )*x1", &metres.control, sources),
+              L"(1250*0.001000)+SIN(30)*X1");
+    // What the unit became comes from its first letter.
+    EXPECT_EQ(sources, (std::vector<int>{1, 1, 3,  4,  5,  7,  7,  7,  7,  7,  7,  7,  7,
+                                         7, 8, 10, 12, 13, 14, 15, 17, 18, 20, 21, 22, 23}));
+}
+
 } // namespace zvi::lib::test

@@ -50,24 +50,6 @@ std::wstring Wide(CString const &text) {
 
 } // namespace
 
-TEST(NormalizeCommandText, RewritesTypedText) {
-    wchar_t const *const rows[][2] = {
-        {L"1 2 3", L"1,2,3"},
-        {L"1,,3", L"1,0,3"},
-        {L",3", L",3"},
-        {L"1 + 2", L"1,+,2"},
-        {L"5,", L"5 "},
-        {L"[1,2] [3,4]", L"[1,2],[3,4]"},
-        {L"1to9by2", L"1#__ARG_TO__#9#__ARG_BY__#2"},
-        {L"sqrt(4)+atan(1)+abs(2)+tanh(1)+sinth", L"SQRT(4)+ATAN(1)+ABS(2)+TANH(1)+SINTH"},
-        {L"absqrt", L"A#__ARG_BY__#SQRT"},
-        {L"__sqrr", L"SQRT"},
-        {L"", L""},
-    };
-    for (auto const &row : rows)
-        EXPECT_EQ(Wide(NormalizeCommandText(row[0])), row[1]) << row[0];
-}
-
 TEST(NormalizeCommandText, GivesWhatTheReplacementsGive) {
     unsigned const seed = 77;
     SCOPED_TRACE(seed);

@@ -238,17 +238,12 @@ TEST(Parser, ReadsPositions) {
 }
 
 TEST(Parser, APositionOfNoCoordinatesGetsNone) {
-    struct NoCoordinatesRow {
-        int mode;
-        int parsed;
-        unsigned int op;
-    };
-    for (NoCoordinatesRow const &row : {NoCoordinatesRow{0, 1, 3}, {1, 1, 1}, {2, 0, 0}, {3, 1, 0}}) {
+    for (auto const &[mode, parsed, op] : Rows<int, int, unsigned>("0 1 3; 1 1 1; 2 0 0; 3 1 0")) {
         SubstitutingParser parser;
-        parser.SetPreModePosNOp(row.mode);
-        EXPECT_EQ(parser.ParseIntegers(L"__GET_POSITION__ 0@2"), row.parsed) << row.mode;
-        EXPECT_EQ(parser.GetOpCode(), row.op) << row.mode;
-        EXPECT_EQ(parser.GetGridArgNum(), 0) << row.mode;
+        parser.SetPreModePosNOp(mode);
+        EXPECT_EQ(parser.ParseIntegers(L"__GET_POSITION__ 0@2"), parsed) << mode;
+        EXPECT_EQ(parser.GetOpCode(), op) << mode;
+        EXPECT_EQ(parser.GetGridArgNum(), 0) << mode;
     }
 }
 

@@ -1,8 +1,6 @@
 #include "zvi/curves/MDomainMaker.h"
 
-#include "tests/curves/MDomainMakerOracle.h"
-
-#include <gtest/gtest.h>
+#include "tests/Rows.h"
 
 #include <algorithm>
 #include <cmath>
@@ -76,47 +74,12 @@ std::size_t VtexCount(MDomainMaker &maker) {
 } // namespace
 
 TEST(MDomainMaker, MergesEndsNearerThanTheToleranceInBothCoordinates) {
-    struct Row {
-        DM_VTEX end;
-        std::size_t vertices;
-    };
-    for (Row const &row : {Row{{0.00009, -0.00009}, 2}, Row{{0.0001, 0}, 3}, Row{{0, 0.0001}, 3},
-                           Row{{-0.00009999, 0.00009999}, 2}, Row{{std::nan(""), 0}, 3}}) {
+    for (auto const &[x, y, vertices] : Rows<double, double, std::size_t>(
+             "0.00009 -0.00009 2; 0.0001 0 3; 0 0.0001 3; -0.00009999 0.00009999 2; nan 0 3")) {
         MDomainMaker maker;
         maker.AddCurv(1, {0, 0}, {5, 5});
-        maker.AddCurv(2, row.end, {5, 5});
-        EXPECT_EQ(VtexCount(maker), row.vertices) << row.end.x << ' ' << row.end.y;
-    }
-}
-
-// Ends in clouds about as dense as the tolerance: whether a vertex is found, and which of several, decides all later
-// ones, so the lists of vertices only agree when every single lookup does.
-TEST(MDomainMaker, MergesWithTheFirstVertexByXAndThenByAge) {
-    for (unsigned int seed = 1; seed <= 20; ++seed) {
-        std::mt19937 random(seed);
-        double const far = seed % 4 == 0 ? 1e9 : seed % 4 == 1 ? -70000.0 : 0.0;
-        std::uniform_int_distribution<int> step(0, 12);
-        std::uniform_real_distribution<double> place(0.0, 0.0008);
-        MDomainMaker maker;
-        MDomainMakerOracle oracle;
-        auto const point = [&]() -> DM_VTEX {
-            if (seed % 2 == 0)
-                return {far + 0.00005 * step(random), 0.00005 * step(random)};
-            return {far + place(random), place(random)};
-        };
-        for (unsigned int id = 1; id <= 300; ++id) {
-            DM_VTEX const p = point();
-            DM_VTEX const q = point();
-            maker.AddCurv(id, p, q);
-            oracle.AddCurv(id, p, q);
-        }
-        MArray<DM_VTEX> found;
-        maker.GetResultVtexCoord(found);
-        ASSERT_EQ(found.Size(), oracle.Coord.size()) << "seed " << seed;
-        for (std::size_t i = 0; i < found.Size(); ++i) {
-            EXPECT_EQ(found[i].x, oracle.Coord[i].x) << "seed " << seed << " vertex " << i;
-            EXPECT_EQ(found[i].y, oracle.Coord[i].y) << "seed " << seed << " vertex " << i;
-        }
+        maker.AddCurv(2, {x, y}, {5, 5});
+        EXPECT_EQ(VtexCount(maker), vertices) << x << ' ' << y;
     }
 }
 
@@ -130,29 +93,6 @@ TEST(MDomainMaker, IgnoresMidPointsItHasNoUseFor) {
     MArray<DM_VTEX> none;
     maker.AddCurvMidPoint(1, none);
     EXPECT_EQ(VtexCount(maker), 2u);
-}
-
-// Lenses in a row, each of two refined arcs. Some ids come again, and their points go to the first edge that bears
-// them.
-TEST(MDomainMaker, RefinesTheFirstEdgeOfAnIdAmongMany) {
-    std::mt19937 random(7);
-    MDomainMaker maker;
-    MDomainMakerOracle oracle;
-    for (unsigned int id = 1; id <= 800; ++id) {
-        double const x = 3.0 * (id / 2);
-        MArray<DM_VTEX> points{{x, 0}, {x + 1, id % 2 == 0 ? 0.5 : -0.5}, {x + 2, 0.1}};
-        bool const isAgain = std::uniform_int_distribution<int>(1, 20)(random) == 1;
-        unsigned int const taken = isAgain ? std::uniform_int_distribution<unsigned int>(1, id)(random) : id;
-        maker.AddCurvedCurvOnce(taken, points);
-        oracle.AddCurvedCurvOnce(taken, points);
-    }
-    maker.MakeDomain();
-    oracle.MakeDomain();
-    ASSERT_EQ(maker.GetResultSurf().Size(), oracle.Surfs.size());
-    for (std::size_t i = 0; i < oracle.Surfs.size(); ++i) {
-        EXPECT_EQ(Values(maker.GetResultSurf()[i].Curv), oracle.Surfs[i].Curv) << "domain " << i;
-        EXPECT_EQ(Values(maker.GetResultSurf()[i].Vtex), oracle.Surfs[i].Vtex) << "domain " << i;
-    }
 }
 
 // A loop begins at its leftmost vertex. The first corner with a chord is the one after that; the right half starts

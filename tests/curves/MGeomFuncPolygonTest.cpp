@@ -1,8 +1,8 @@
 #include "zvi/curves/MGeomFunc.h"
 
+#include "tests/Rows.h"
 #include "tests/curves/PolygonByDefinition.h"
-
-#include <gtest/gtest.h>
+#include "zvi/curves/PreparedPolygon.h"
 
 #include <algorithm>
 #include <cmath>
@@ -84,59 +84,58 @@ TEST(MGeomFuncPolygon, CountsCrossingsOfALine) {
 }
 
 TEST(MGeomFuncPolygon, TellsInsideFromOutsideAndBorder) {
-    struct Row {
-        T_POINT2D p;
-        int open, closed;
-    };
-    Row const rows[] = {
-        {{1, 1}, 1, 1},       {{2, 0.5}, 1, 1},     {{2, 1.5}, 0, 0},       {{3.5, 2}, 1, 1},
-        {{3, 1}, 1, 1}, // level with the notch's vertex
-        {{2, 1}, 0, 1},       {{0, 0}, 0, 1},       {{4, 1}, 0, 1},         {{3, 2}, 0, 1},
-        {{2, 1.00001}, 0, 0}, {{2, 0.5e-10}, 0, 1}, {{4 + 1e-11, 1}, 0, 0}, {{-1, 1}, 0, 0},
-    };
-    for (Row const &row : rows) {
+    // The fifth is level with the notch's vertex.
+    for (auto const &[x, y, open, closed] : Rows<double, double, int, int>(
+             "1 1 1 1; 2 0.5 1 1; 2 1.5 0 0; 3.5 2 1 1; 3 1 1 1; 2 1 0 1; 0 0 0 1; 4 1 0 1; 3 2 0 1; 2 1.00001 0 0;"
+             "2 0.5e-10 0 1; 4.00000000001 1 0 0; -1 1 0 0"))
         for (Polygon const &polygon : {kNotched, Reversed(kNotched)}) {
-            EXPECT_EQ(MGeomFunc::IsPointInPolygon(row.p, polygon), row.open) << row.p.x << " " << row.p.y;
-            EXPECT_EQ(MGeomFunc::IsPointInPolygon2(row.p, polygon, 1), row.closed) << row.p.x << " " << row.p.y;
+            EXPECT_EQ(MGeomFunc::IsPointInPolygon({x, y}, polygon), open) << x << " " << y;
+            EXPECT_EQ(MGeomFunc::IsPointInPolygon2({x, y}, polygon, 1), closed) << x << " " << y;
         }
-    }
     EXPECT_EQ(MGeomFunc::IsPointInPolygon2({1, 1}, {{0, 0}, {2, 2}}, 1), 0);
     EXPECT_EQ(MGeomFunc::IsPointInPolygon2({std::nan(""), 1}, kNotched, 1), 0);
     EXPECT_EQ(MGeomFunc::IsPointInPolygon2({1, 1}, {}, 1), 0);
 }
 
-TEST(MGeomFuncPolygon, AgreesWithItsDefinitionOnRandomPolygons) {
+TEST(MGeomFuncPolygon, AgreesWithItsDefinitionAlsoPrepared) {
     unsigned seed = 0;
     double const frames[][2] = {{1, 0}, {1e3, 0}, {1e-3, 0}, {1, 1e5}, {1e6, 1e6}, {10, 1e9}, {1e13, 0}, {1e150, 0}};
     for (auto const &[scale, offset] : frames) {
-        for (Shape const shape : {Shape::kGeneral, Shape::kLattice, Shape::kNearLattice, Shape::kThin}) {
+        for (Shape const shape : {Shape::kGeneral, Shape::kLattice, Shape::kNearLattice, Shape::kThin, Shape::kStar}) {
             PolygonSource source(++seed, scale, offset);
-            for (int i = 0; i < 6400; ++i) {
-                Polygon const polygon = source.Make(shape);
-                T_POINT2D const p = source.Point(polygon, shape);
-                // The two distances may differ by rounding.
-                if (std::fabs(DistanceToBorder(p, polygon) - 1e-10) >= 1e-15 * (scale + offset)) {
-                    ASSERT_EQ(MGeomFunc::IsPointInPolygon2(p, polygon, i % 2), ContainsByDefinition(p, polygon, i % 2))
-                        << "seed " << seed << " polygon " << i;
+            for (int i = 0; i < 1600; ++i) {
+                Polygon polygon = source.Make(shape);
+                PreparedPolygon const prepared(polygon);
+                for (int k = 0; k < 4; ++k) {
+                    SCOPED_TRACE(testing::Message() << "seed " << seed << " polygon " << i << " point " << k);
+                    T_POINT2D const p = source.Point(polygon, shape);
+                    int const answer = MGeomFunc::IsPointInPolygon2(p, polygon, k % 2);
+                    ASSERT_EQ(prepared.IsPointInPolygon2(p, k % 2), answer);
+                    // The two distances may differ by rounding.
+                    if (std::fabs(DistanceToBorder(p, polygon) - 1e-10) >= 1e-15 * (scale + offset)) {
+                        ASSERT_EQ(answer, ContainsByDefinition(p, polygon, k % 2));
+                    }
                 }
+                polygon.PushBack({0.0, std::nan("")});
+                T_POINT2D const p = source.Point(polygon, shape);
+                ASSERT_EQ(PreparedPolygon(polygon).IsPointInPolygon2(p, 1),
+                          MGeomFunc::IsPointInPolygon2(p, polygon, 1));
             }
         }
     }
+    for (Polygon const &flat : {Polygon(), Polygon{{1, 1}}, Polygon{{0, 0}, {2, 2}}})
+        EXPECT_EQ(PreparedPolygon(flat).IsPointInPolygon2({1, 1}, 1), 0);
 }
 
 TEST(MGeomFuncPolygon, BoxesAreOpenOrClosed) {
     T_REGION2D box;
     EXPECT_EQ(MGeomFunc::GetMBR({}, box), 0);
     ASSERT_EQ(MGeomFunc::GetMBR({{3, 1}, {-2, 5}, {0, -7}, {1, 1}}, box), 1);
-    struct Row {
-        T_POINT2D p;
-        int open, closed;
-    };
-    for (Row const &row : {Row{{0, 0}, 1, 1}, Row{{-2, 0}, 0, 1}, Row{{3, 0}, 0, 1}, Row{{0, -7}, 0, 1},
-                           Row{{0, 5}, 0, 1}, Row{{3.0001, 0}, 0, 0}, Row{{0, 5.0001}, 0, 0}}) {
-        EXPECT_EQ(MGeomFunc::IsPointInRegion(row.p, box), row.open) << row.p.x << " " << row.p.y;
-        EXPECT_EQ(MGeomFunc::IsPointInRegion2(row.p, box, 0), row.open) << row.p.x << " " << row.p.y;
-        EXPECT_EQ(MGeomFunc::IsPointInRegion2(row.p, box, 1), row.closed) << row.p.x << " " << row.p.y;
+    for (auto const &[x, y, open, closed] :
+         Rows<double, double, int, int>("0 0 1 1; -2 0 0 1; 3 0 0 1; 0 -7 0 1; 0 5 0 1; 3.0001 0 0 0; 0 5.0001 0 0")) {
+        EXPECT_EQ(MGeomFunc::IsPointInRegion({x, y}, box), open) << x << " " << y;
+        EXPECT_EQ(MGeomFunc::IsPointInRegion2({x, y}, box, 0), open) << x << " " << y;
+        EXPECT_EQ(MGeomFunc::IsPointInRegion2({x, y}, box, 1), closed) << x << " " << y;
     }
 }
 

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstddef>
 #include <iterator>
+#include <numbers>
 #include <random>
 
 namespace zvi::lib::test {
@@ -12,17 +13,19 @@ namespace zvi::lib::test {
 using Polygon = MArray<T_POINT2D>;
 
 /// How the coordinates of a random polygon are drawn.
-enum class Shape { kGeneral, kLattice, kNearLattice, kThin };
+enum class Shape { kGeneral, kLattice, kNearLattice, kThin, kStar };
 
 class PolygonSource {
 public:
     PolygonSource(unsigned seed, double scale, double offset) : m_random(seed), m_scale(scale), m_offset(offset) {}
 
-    Polygon Make(Shape shape) { return Make(shape, 3 + m_random() % 12); }
-    Polygon Make(Shape shape, std::size_t count) {
+    /// Of up to 14 corners, every tenth of up to 300.
+    Polygon Make(Shape shape) {
+        std::size_t const count = 3 + m_random() % (m_random() % 10 == 0 ? 298 : 12);
         Polygon polygon;
         for (std::size_t i = 0; i < count; ++i)
-            polygon.PushBack(Vertex(shape));
+            polygon.PushBack(shape == Shape::kStar ? InStar(static_cast<double>(i) / static_cast<double>(count))
+                                                   : Vertex(shape));
         return polygon;
     }
 
@@ -46,10 +49,15 @@ private:
     double Unit() { return std::uniform_real_distribution<double>(0.0, 1.0)(m_random); }
 
     double Coordinate(Shape shape) {
-        if (shape == Shape::kGeneral || shape == Shape::kThin)
+        if (shape != Shape::kLattice && shape != Shape::kNearLattice)
             return Unit();
         return std::floor(Unit() * 5.0) / 5.0 +
                (shape == Shape::kNearLattice ? std::pow(10.0, -5.0 - 10.0 * Unit()) : 0.0);
+    }
+
+    T_POINT2D InStar(double turn) {
+        double const radius = m_scale * (0.5 + Unit() / 2), angle = 2 * std::numbers::pi * turn;
+        return {m_offset + radius * std::cos(angle), m_offset + radius * std::sin(angle)};
     }
 
     T_POINT2D Vertex(Shape shape) {

@@ -1,38 +1,14 @@
+#include "tests/TemporaryFolder.h"
 #include "tests/apps/zvi/ProgramProcess.h"
 #include "tests/apps/zvi/Run.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
-
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 
 namespace zvi::app::test {
 
 namespace {
 
-namespace fs = std::filesystem;
-
-/// A folder for the files of one test, emptied before.
-fs::path Folder() {
-    fs::path const folder = fs::path(testing::TempDir()) / "zvi_program_test" /
-                            testing::UnitTest::GetInstance()->current_test_info()->name();
-    fs::remove_all(folder);
-    fs::create_directories(folder);
-    return folder;
-}
-
-std::string Content(fs::path const &file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
-
-fs::path Written(fs::path const &file, std::string const &text) {
-    std::ofstream(file, std::ios::binary) << text;
-    return file;
-}
+using zvi::test::TemporaryFolder;
 
 std::string const kRing = "circle 1 0 0 2\ncircle 2 0 0 1\n";
 std::string const kRingTotals = "2 domains, 1 holes, total area 12.5663706\n";
@@ -94,7 +70,7 @@ TEST(Program, RefusesWrongUsageAndSuggests) {
 }
 
 TEST(Program, TellsWhereTheInputIsWrong) {
-    fs::path const folder = Folder();
+    TemporaryFolder const folder;
     struct Case {
         std::string file;
         std::string text;
@@ -107,16 +83,18 @@ TEST(Program, TellsWhereTheInputIsWrong) {
         {"letter.txt", "Dear reader,\n", ": is no drawing that can be read; name a .dxf or a .curves file"},
     };
     for (Case const &c : cases) {
-        std::string const file = Written(folder / c.file, c.text).string();
+        folder.Write(c.file, c.text);
+        std::string const file = folder.Native(c.file).string();
         std::string const at = "zvi: " + file;
         RunOutcome const run = RunZvi({"domains", file});
         EXPECT_EQ(run.status, 1) << c.file;
         EXPECT_EQ(run.err.substr(0, at.size() + c.message.size()), at + c.message);
         EXPECT_EQ(run.out, "");
     }
-    EXPECT_NE(RunZvi({"domains", (folder / "none.dxf").string()}).err.find("none.dxf: there is no such file"),
+    EXPECT_NE(RunZvi({"domains", folder.Native("none.dxf").string()}).err.find("none.dxf: there is no such file"),
               std::string::npos);
-    EXPECT_NE(RunZvi({"domains", folder.string()}).err.find(": is a folder; name a file in it"), std::string::npos);
+    EXPECT_NE(RunZvi({"domains", folder.Native().string()}).err.find(": is a folder; name a file in it"),
+              std::string::npos);
     EXPECT_EQ(RunZvi({"domains"}, "rubbish").err.substr(0, 40), "zvi: standard input:1: unknown curve \"ru");
 }
 
@@ -162,27 +140,27 @@ TEST(Program, FollowsItsOptions) {
 }
 
 TEST(Program, WritesPictureAndDrawing) {
-    fs::path const folder = Folder();
-    fs::path const curves = Written(folder / "ring.curves", kRing);
-    std::string const svg = (folder / "ring.svg").string();
-    std::string const dxf = (folder / "ring.dxf").string();
-    EXPECT_EQ(RunZvi({"domains", "--svg", svg, "--dxf", dxf, curves.string()}).status, 0);
-    EXPECT_TRUE(Content(svg).ends_with("</svg>\n"));
+    TemporaryFolder const folder;
+    folder.Write("ring.curves", kRing);
+    std::string const curves = folder.Native("ring.curves").string();
+    std::string const dxf = folder.Native("ring.dxf").string();
+    EXPECT_EQ(RunZvi({"domains", "--svg", folder.Native("ring.svg").string(), "--dxf", dxf, curves}).status, 0);
+    EXPECT_TRUE(folder.Read("ring.svg").ends_with("</svg>\n"));
     EXPECT_TRUE(RunZvi({dxf}).out.ends_with(kRingTotals)) << "domains is what is meant";
 
-    RunOutcome const over = RunZvi({"domains", "--svg", curves.string(), curves.string()});
+    RunOutcome const over = RunZvi({"domains", "--svg", curves, curves});
     EXPECT_EQ(over.status, 2);
-    EXPECT_EQ(Content(curves), kRing);
-    RunOutcome const nowhere = RunZvi({"domains", "--svg", (folder / "no" / "x.svg").string(), curves.string()});
+    EXPECT_EQ(folder.Read("ring.curves"), kRing);
+    RunOutcome const nowhere = RunZvi({"domains", "--svg", folder.Native("no/x.svg").string(), curves});
     EXPECT_EQ(nowhere.status, 1);
     EXPECT_NE(nowhere.err.find("x.svg: cannot be written"), std::string::npos);
     EXPECT_EQ(nowhere.out, "");
     EXPECT_EQ(nowhere.err.find("cut at"), std::string::npos) << "found before the work";
-    EXPECT_EQ(std::distance(fs::directory_iterator(folder), fs::directory_iterator()), 3) << "something was left";
+    EXPECT_EQ(folder.Names().size(), 3u) << "something was left";
 }
 
 TEST(Program, BehavesInAShell) {
-    fs::path const folder = Folder();
+    TemporaryFolder const folder;
     struct Case {
         std::vector<std::string> arguments;
         char const *input;
@@ -192,9 +170,9 @@ TEST(Program, BehavesInAShell) {
                           {{"domains", "--strict"}, "circle 1 0 0 2\r\ncircle 2 0 0 1\r\n", 0},
                           {{"domains", "--strict"}, "line 1 0 0 1 1\n", 3},
                           {{"domains"}, "line 1 0 0 1\n", 1}})
-        EXPECT_EQ(ProgramProcess(folder, c.arguments).Run(c.input), c.status) << c.input;
+        EXPECT_EQ(ProgramProcess(folder.Native(), c.arguments).Run(c.input), c.status) << c.input;
 
-    ProgramProcess ring(folder, {"domains"});
+    ProgramProcess ring(folder.Native(), {"domains"});
     EXPECT_EQ(ring.Run(kRing), 0);
     EXPECT_TRUE(ring.Out().ends_with(kRingTotals)) << ring.Out();
     EXPECT_EQ(ring.Out().find('\r'), std::string::npos);
@@ -202,18 +180,18 @@ TEST(Program, BehavesInAShell) {
 }
 
 TEST(Program, TakesAndGivesAnyCharacter) {
-    fs::path const folder = Folder();
-    ProgramProcess convert(folder, {"convert", "12.5", "\u00B5m", "mm"});
+    TemporaryFolder const folder;
+    ProgramProcess convert(folder.Native(), {"convert", "12.5", "\u00B5m", "mm"});
     EXPECT_EQ(convert.Run(), 0);
     EXPECT_EQ(convert.Out(), "0.0125 mm\n") << convert.Err();
 
     std::string const plan = "\u8A08\u753B \u0161\U0001F600"; // of no single code page
-    Written(PathOf(NameOf(folder / "") + plan + ".curves"), kRing);
-    std::string const picture = NameOf(folder / "") + plan + ".svg";
-    ProgramProcess domains(folder, {"domains", "--svg", picture, NameOf(folder / "") + plan + ".curves"});
+    folder.Write(PathOf(plan + ".curves"), kRing);
+    std::string const file = NameOf(folder.Native(PathOf(plan)));
+    ProgramProcess domains(folder.Native(), {"domains", "--svg", file + ".svg", file + ".curves"});
     EXPECT_EQ(domains.Run(), 0) << domains.Err();
     EXPECT_NE(domains.Err().find(plan + ".curves: read 2 curves"), std::string::npos) << domains.Err();
-    EXPECT_NE(Content(PathOf(picture)).find(plan), std::string::npos);
+    EXPECT_NE(folder.Read(PathOf(plan + ".svg")).find(plan), std::string::npos);
 }
 
 TEST(Program, TellsOnATerminalHowFarItIs) {
@@ -233,16 +211,18 @@ TEST(Program, WritesADevice) {
 #else
     char const *const device = "/dev/null";
 #endif
-    ProgramProcess domains(Folder(), {"domains", "--svg", device});
+    TemporaryFolder const folder;
+    ProgramProcess domains(folder.Native(), {"domains", "--svg", device});
     EXPECT_EQ(domains.Run(kRing), 0) << domains.Err();
 }
 
 TEST(Program, EndsSilentlyWhenTheReaderHasGone) {
-    fs::path const folder = Folder();
+    TemporaryFolder const folder;
     std::string curves;
     for (int i = 1; i <= 5000; ++i)
         curves += "circle " + std::to_string(i) + " " + std::to_string(3 * i) + " 0 1\n";
-    ProgramProcess domains(folder, {"domains", Written(folder / "many.curves", curves).string()});
+    folder.Write("many.curves", curves);
+    ProgramProcess domains(folder.Native(), {"domains", folder.Native("many.curves").string()});
     EXPECT_EQ(domains.RunWithoutReader(), 0);
     EXPECT_NE(domains.Err().find("left over: nothing"), std::string::npos);
     EXPECT_EQ(domains.Err().find("cannot be written"), std::string::npos) << domains.Err();

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <regex>
 #include <string>
 #include <vector>
 
@@ -35,22 +36,10 @@ std::vector<Example> Examples() {
 
 /// The words of a command as a shell would split it: blanks part them unless they stand between single quotes.
 std::vector<std::string> WordsOf(std::string const &command) {
+    static std::regex const word("'([^']*)'|[^' ]+");
     std::vector<std::string> words;
-    bool isQuoted = false;
-    bool isWord = false;
-    for (char const c : command) {
-        if (c == '\'') {
-            isQuoted = !isQuoted;
-        } else if (c == ' ' && !isQuoted) {
-            isWord = false;
-            continue;
-        }
-        if (!isWord)
-            words.emplace_back();
-        isWord = true;
-        if (c != '\'')
-            words.back() += c;
-    }
+    for (std::sregex_iterator at(command.begin(), command.end(), word), end; at != end; ++at)
+        words.push_back((*at)[1].matched ? at->str(1) : at->str());
     return words;
 }
 

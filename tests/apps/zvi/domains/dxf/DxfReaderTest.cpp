@@ -47,7 +47,18 @@ std::string Shown(DrawingInput const &input) {
     return text;
 }
 
+/// The area that lines enclose, counter-clockwise.
+double AreaOf(DrawingInput const &input) {
+    double doubled = 0.0;
+    for (DrawingCurve const &curve : input.curves) {
+        EXPECT_EQ(curve.type, DrawingCurveType::kLine);
+        doubled += curve.start.x * curve.end.y - curve.end.x * curve.start.y;
+    }
+    return doubled / 2.0;
+}
+
 std::string const kArc = "0 ARC\n10 1\n20 2\n40 2\n";
+std::string const kDown = "210 0\n220 0\n230 -1\n";
 std::string const kSquare = "0 LWPOLYLINE\n90 4\n70 1\n10 0\n20 0\n10 2\n20 0\n10 2\n20 2\n10 0\n20 2\n";
 
 } // namespace
@@ -86,27 +97,17 @@ TEST(DxfReader, ReadsEachKindOfCurve) {
          "arc 0,0 r2 0,2 0,-2"},
         {"spline of degree 1", "0 SPLINE\n71 1\n40 0\n40 0\n40 1\n40 2\n40 2\n10 0\n20 0\n10 1\n20 0\n10 1\n20 5\n",
          "line 0,0 1,0; line 1,0 1,5"},
+        // Seen from below.
+        {"arc", kArc + "50 0\n51 90\n" + kDown, "arc -1,2 r2 -3,2 -1,4 cw"},
+        {"circle", "0 CIRCLE\n10 1\n20 2\n40 2\n" + kDown, "circle -1,2 r2"},
+        {"bulge", "0 LWPOLYLINE\n10 0\n20 0\n42 1\n10 2\n20 0\n" + kDown, "arc -1,0 r1 0,0 -2,0 cw"},
+        {"line, which has none", "0 LINE\n10 1\n20 2\n11 3\n21 4\n" + kDown, "line 1,2 3,4"},
+        {"ellipse", "0 ELLIPSE\n10 1\n20 0\n11 2\n21 0\n40 1\n41 0\n42 1.5707963267948966\n" + kDown,
+         "arc 1,0 r2 3,0 1,-2 cw"},
+        {"no direction", "0 CIRCLE\n10 1\n20 2\n40 2\n210 0\n220 0\n230 0\n", "circle 1,2 r2"},
     };
     for (Case const &c : cases)
         EXPECT_EQ(Shown(ReadDxf(DxfWith(c.entities), {})), c.curves) << c.what;
-}
-
-TEST(DxfReader, MirrorsByExtrusion) {
-    std::string const down = "210 0\n220 0\n230 -1\n";
-    struct Case {
-        std::string entity;
-        char const *curves;
-    };
-    Case const cases[] = {
-        {kArc + "50 0\n51 90\n" + down, "arc -1,2 r2 -3,2 -1,4 cw"},
-        {"0 CIRCLE\n10 1\n20 2\n40 2\n" + down, "circle -1,2 r2"},
-        {"0 LWPOLYLINE\n10 0\n20 0\n42 1\n10 2\n20 0\n" + down, "arc -1,0 r1 0,0 -2,0 cw"},
-        {"0 LINE\n10 1\n20 2\n11 3\n21 4\n" + down, "line 1,2 3,4"},
-        {"0 ELLIPSE\n10 1\n20 0\n11 2\n21 0\n40 1\n41 0\n42 1.5707963267948966\n" + down, "arc 1,0 r2 3,0 1,-2 cw"},
-        {"0 CIRCLE\n10 1\n20 2\n40 2\n210 0\n220 0\n230 0\n", "circle 1,2 r2"},
-    };
-    for (Case const &c : cases)
-        EXPECT_EQ(Shown(ReadDxf(DxfWith(c.entity), {})), c.curves) << c.entity;
 }
 
 TEST(DxfReader, PutsBlocksIn) {
@@ -140,12 +141,7 @@ TEST(DxfReader, PutsBlocksIn) {
 TEST(DxfReader, FlattensCirclesUnderUnequalScales) {
     std::string const block = BlockSection("0 BLOCK\n2 B\n10 0\n20 0\n0 CIRCLE\n10 0\n20 0\n40 1\n0 ENDBLK\n");
     DrawingInput const input = ReadDxf(DxfWith("0 INSERT\n2 B\n10 7\n20 0\n41 3\n42 1\n50 30\n", block), {});
-    double doubledArea = 0.0;
-    for (DrawingCurve const &curve : input.curves) {
-        ASSERT_EQ(curve.type, DrawingCurveType::kLine);
-        doubledArea += curve.start.x * curve.end.y - curve.end.x * curve.start.y;
-    }
-    EXPECT_NEAR(doubledArea / 2.0, 3.0 * std::numbers::pi, 3e-6);
+    EXPECT_NEAR(AreaOf(input), 3.0 * std::numbers::pi, 3e-6);
     EXPECT_EQ(input.notes.flattened.at("CIRCLE"), 1);
     EXPECT_EQ(input.notes.chords, input.curves.size());
 }
@@ -380,10 +376,7 @@ TEST(DxfReader, TakesInclinedThingsAsSeenFromAbove) {
     // The circle of radius 2 in a plane inclined by 60 degrees is an ellipse of half axes 2 and 1.
     DrawingInput const input =
         ReadDxf(DxfWith("0 CIRCLE\n10 0\n20 0\n40 2\n210 0\n220 0.8660254037844386\n230 0.5\n"), {});
-    double doubledArea = 0.0;
-    for (DrawingCurve const &curve : input.curves)
-        doubledArea += curve.start.x * curve.end.y - curve.end.x * curve.start.y;
-    EXPECT_NEAR(doubledArea / 2.0, 2.0 * std::numbers::pi, 1e-5);
+    EXPECT_NEAR(AreaOf(input), 2.0 * std::numbers::pi, 1e-5);
     EXPECT_EQ(input.notes.tilted, 1);
     DrawingInput const levels =
         ReadDxf(DxfWith("0 CIRCLE\n10 0\n20 0\n30 3000\n40 1\n0 CIRCLE\n10 0\n20 0\n40 2\n" + kSquare +

@@ -1,7 +1,7 @@
 #include "apps/zvi/domains/geometry/Flatten.h"
 #include "apps/zvi/domains/geometry/Spline.h"
 
-#include <gtest/gtest.h>
+#include "tests/Rows.h"
 
 #include <algorithm>
 #include <cmath>
@@ -102,14 +102,10 @@ TEST(Flatten, NeedsNoMoreChordsThanTheErrorAsksFor) {
 }
 
 TEST(Flatten, SweepsBetweenDirections) {
-    struct Case {
-        double from, to, sweep;
-    };
-    for (Case const &c :
-         {Case{0, 90, 90}, Case{350, 10, 20}, Case{10, 350, 340}, Case{0, 360, 360}, Case{30, 30, 360},
-          Case{-720, 90, 90}, Case{0, 1e-12, 360}, Case{0, 360 - 1e-11, 360}, Case{90, 0, 270}, Case{0, 1e-6, 1e-6},
-          Case{90, 450.0001, 360}, Case{-180, 180.0000003, 360}, Case{0, 360.01, 0.01}})
-        EXPECT_NEAR(SweepBetween(c.from, c.to, 360.0), c.sweep, 1e-9) << c.from << " to " << c.to;
+    for (auto const &[from, to, sweep] : lib::test::Rows<3>(
+             "0 90 90; 350 10 20; 10 350 340; 0 360 360; 30 30 360; -720 90 90; 0 1e-12 360; 0 359.99999999999 360;"
+             "90 0 270; 0 1e-6 1e-6; 90 450.0001 360; -180 180.0000003 360; 0 360.01 0.01"))
+        EXPECT_NEAR(SweepBetween(from, to, 360.0), sweep, 1e-9) << from << " to " << to;
 }
 
 TEST(Flatten, DrawsARationalQuarterCircle) {
