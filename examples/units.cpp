@@ -7,7 +7,7 @@ int main() {
     using namespace zvi::lib;
     MUnitCtrl units(nullptr);   // of no document
     units.Initialize(1);        // what users see: N, m, kg, sec, J
-    constexpr int kStress = 17; // a kind of quantity: zvi units lists all 129
+    constexpr int kStress = 17; // a kind of quantity; zvi units lists them
 
     double const stored = units.ConvertUnitDataIn(kStress, 2.5e6); // a value is stored in N and mm
     units.SetUnitSystemType(5, 0);                                 // from now on lbf and in, without notice

@@ -31,11 +31,11 @@ class ZVI_API MNumericOptimizer {
 public:
     /// Kinds of token that `GetToken` finds.
     enum TokenType : std::uint64_t {
-        kNoToken = 0,
-        kNumber = 1,
-        kBlank = 2, ///< a blank, a tab, a carriage return, or the end of the text
-        kTo = 3,
-        kBy = 4
+        kNoToken = 0, ///< what no list holds
+        kNumber = 1,  ///< digits, with a sign in front or without
+        kBlank = 2,   ///< a blank, a tab, a carriage return, or the end of the text
+        kTo = 3,      ///< T or TO
+        kBy = 4       ///< B or BY
     };
 
     /// Virtual: a class of an application may derive from it.

@@ -13,6 +13,29 @@ using base::Index;
 using curves::EdgeSet;
 using curves::Holds;
 
+namespace {
+
+/// A walk along edges, with one vertex more than edges.
+struct Walk {
+    zvi::MArray<int> vtexes;
+    zvi::MArray<int> edges;
+    zvi::MHashMap<int, int> places; ///< where each vertex stands in it but for the last one
+
+    /// Gives what begins at the vertex of that place.
+    void CopyFrom(std::size_t place, DM_SURF &loop) const {
+        loop.Vtex = vtexes;
+        loop.Curv = edges;
+        curves::DropFront(loop.Vtex, place);
+        curves::DropFront(loop.Curv, place);
+    }
+    void MoveTo(DM_SURF &path) {
+        path.Vtex = std::move(vtexes);
+        path.Curv = std::move(edges);
+    }
+};
+
+} // namespace
+
 int MDomainMaker::Sub1_DivideDomain(DM_SURF &surf, DM_SURF &outA, DM_SURF &outB) {
     return curves::PlainDivision(*this).DivideOnce(surf, outA, outB);
 }
@@ -25,49 +48,34 @@ int MDomainMaker::Sub2_FindConnectedLoop(int edge, int reverse, bool ccw, const 
 
     auto const [first, second] = EdgeVtex[Index(edge)];
     int const start = reverse != 0 ? second : first;
-    int const next = reverse != 0 ? first : second;
-    zvi::MArray<int> vtexes{start, next};
-    zvi::MArray<int> edges{edge};
-    if (Holds(onBoundary, next)) {
-        status = 1;
-        path.Vtex = std::move(vtexes);
-        path.Curv = std::move(edges);
-        return 1;
+    int nextVtex = reverse != 0 ? first : second;
+    int nextEdge = edge;
+    Walk walk{{start, nextVtex}, {nextEdge}, {}};
+    int const *inWalk = nullptr;
+    bool meetsBoundary = Holds(onBoundary, nextVtex);
+    if (!meetsBoundary) {
+        walk.places.SetAt(nextVtex, 1);
+        walk.places.SetAt(start, 0);
     }
-    // A visited vertex, and where it stands in the walk.
-    zvi::MHashMap<int, int> visited;
-    visited.SetAt(next, 1);
-    visited.SetAt(start, 0);
-    for (;;) {
-        int const previous = vtexes[vtexes.Size() - 2];
-        int const current = edges[edges.Size() - 1];
-        int nextVtex = -1;
-        int nextEdge = -1;
-        int const turned = EdgeVtex[Index(current)].first != previous ? 1 : 0;
-        Sub3_FindCCWVtexIdx(current, turned, nextVtex, nextEdge, !ccw, barred);
+    while (!inWalk && !meetsBoundary) {
+        int const previous = walk.vtexes[walk.vtexes.Size() - 2];
+        int const turned = EdgeVtex[Index(nextEdge)].first != previous ? 1 : 0;
+        Sub3_FindCCWVtexIdx(nextEdge, turned, nextVtex, nextEdge, !ccw, barred);
         if (nextVtex == -1 || nextVtex == previous)
             return 0;
-        int const *const inWalk = visited.Lookup(nextVtex);
-        bool const meetsBoundary = Holds(onBoundary, nextVtex);
-        int const index = static_cast<int>(vtexes.Size());
-        vtexes.PushBack(nextVtex);
-        edges.PushBack(nextEdge);
-        if (!inWalk && !meetsBoundary) {
-            visited.SetAt(nextVtex, index);
-            continue;
-        }
-        if (meetsBoundary)
-            status = inWalk ? 2 : 1;
-        if (inWalk) {
-            loop.Vtex = vtexes;
-            loop.Curv = edges;
-            curves::DropFront(loop.Vtex, Index(*inWalk));
-            curves::DropFront(loop.Curv, Index(*inWalk));
-        }
-        path.Vtex = std::move(vtexes);
-        path.Curv = std::move(edges);
-        return 1;
+        inWalk = walk.places.Lookup(nextVtex);
+        meetsBoundary = Holds(onBoundary, nextVtex);
+        if (!inWalk && !meetsBoundary)
+            walk.places.SetAt(nextVtex, static_cast<int>(walk.vtexes.Size()));
+        walk.vtexes.PushBack(nextVtex);
+        walk.edges.PushBack(nextEdge);
     }
+    if (meetsBoundary)
+        status = inWalk ? 2 : 1;
+    if (inWalk)
+        walk.CopyFrom(Index(*inWalk), loop);
+    walk.MoveTo(path);
+    return 1;
 }
 
 void MDomainMaker::Sub3_FindCCWVtexIdx(int edge, int reverse, int &nextVtex, int &nextEdge, bool clockwise,

@@ -9,7 +9,9 @@ namespace zvi::lib {
 /// for as long as it lives. Belongs to one thread: it changes the current folder and the environment of the process.
 class ZVI_API CRunUtil {
 public:
+    /// Makes it the object that `Instance` gives.
     CRunUtil();
+    /// From now on `Instance` gives null.
     ~CRunUtil();
     CRunUtil(CRunUtil const &) = delete;
     CRunUtil &operator=(CRunUtil const &) = delete;

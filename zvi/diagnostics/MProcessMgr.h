@@ -38,6 +38,7 @@ public:
     /// Made at the first call, destroyed at the end of the process: children that still run are left alone then.
     static MProcessMgr *Instance();
 
+    /// Leaves children that still run alone.
     ~MProcessMgr();
     MProcessMgr(MProcessMgr const &) = delete;
     MProcessMgr &operator=(MProcessMgr const &) = delete;

@@ -1,5 +1,7 @@
 #include "zvi/drawing/FaceWalkDetail.h"
 
+#include "zvi/drawing/DomainAreaDetail.h"
+
 namespace zvi::lib::drawing {
 
 namespace {
@@ -11,8 +13,7 @@ public:
 
     void Add(HalfEdge h) {
         Stretch const &s = m_map.Border(h);
-        m_area +=
-            Step(m_reached, BeginOf(m_map, h)) + (h.IsReversed() ? -AreaShare(s, m_origin) : AreaShare(s, m_origin));
+        m_area += Step(m_reached, BeginOf(m_map, h)) + AreaShare(s, h.IsReversed(), m_origin);
         m_length += LengthOf(s);
         m_reached = EndOf(m_map, h);
     }

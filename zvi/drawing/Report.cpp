@@ -1,5 +1,6 @@
 #include "zvi/drawing/ReportDetail.h"
 
+#include "zvi/drawing/DomainAreaDetail.h"
 #include "zvi/drawing/KeptDuplicatesDetail.h"
 
 #include <algorithm>
@@ -62,7 +63,7 @@ public:
             std::size_t const end = EndOfPiece(steps, i);
             for (++i; i < end; ++i)
                 Extend(whole, *steps[i].stretch, isReversed);
-            domain.area += isReversed ? -AreaShare(whole, origin) : AreaShare(whole, origin);
+            domain.area += AreaShare(whole, isReversed, origin);
             domain.perimeter += LengthOf(whole);
             pieces.push_back(PieceOf(whole, m_ids[Index(whole.curve)], isReversed));
         }
@@ -104,10 +105,8 @@ private:
     static double AreaOf(std::vector<Step> const &steps) {
         DrawingPoint const origin = steps.front().Begin();
         double area = 0.0;
-        for (Step const &step : steps) {
-            double const share = AreaShare(*step.stretch, origin);
-            area += step.isReversed ? -share : share;
-        }
+        for (Step const &step : steps)
+            area += AreaShare(*step.stretch, step.isReversed, origin);
         return area;
     }
 

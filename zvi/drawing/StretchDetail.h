@@ -95,12 +95,6 @@ void FitToEnds(Stretch &s, DrawingPoint start, DrawingPoint end, double allowed)
 /// Whether FitToEnds would bend an arc of more than a half turn, which a small move of an end can throw far off.
 bool IsBetterHalved(Stretch const &s, DrawingPoint start, DrawingPoint end, double allowed);
 
-/// Twice the area between the chord of the stretch, seen from `origin`, and the stretch itself are summed here: the
-/// share of a stretch in the area of the loop that runs through it.
-inline double AreaShare(Stretch const &s, DrawingPoint origin) {
-    return 0.5 * Cross(s.start - origin, s.end - origin) + SegmentAreaOf(s);
-}
-
 /// The stretch as a piece of the result.
 DrawingPiece PieceOf(Stretch const &s, unsigned int id, bool reversed);
 inline DrawingPiece PieceOf(Stretch const &s, std::vector<DrawingCurve> const &curves, bool reversed) {

@@ -21,6 +21,7 @@ public:
     static constexpr unsigned int kText = 0x4000;
     static constexpr unsigned int kBinary = 0x8000;
 
+    /// Closes nothing: each kind of file closes its own.
     virtual ~CFile();
     CFile(CFile const &) = delete;
     CFile &operator=(CFile const &) = delete;

@@ -7,13 +7,13 @@
 struct CFileStatus {
     /// Bits of `m_attribute`.
     enum Attribute : std::uint8_t {
-        normal = 0x00,
-        readOnly = 0x01,
-        hidden = 0x02,
-        systemFile = 0x04,
-        volume = 0x08,
-        directory = 0x10,
-        archive = 0x20,
+        normal = 0x00,     ///< a file without any of the others
+        readOnly = 0x01,   ///< may not be written
+        hidden = 0x02,     ///< not to be shown; on POSIX one whose name begins with a dot
+        systemFile = 0x04, ///< of the system; on Windows alone
+        volume = 0x08,     ///< never set
+        directory = 0x10,  ///< a folder
+        archive = 0x20,    ///< changed since the last backup; on Windows alone
     };
 
     std::int64_t m_ctime = 0;          ///< made; on POSIX the last change of its entry

@@ -38,6 +38,7 @@ struct ChildRequest {
 /// One thread starts it, reads and waits; `Terminate` and `GiveUp` may be called from any other.
 class ZVI_API ChildProcess {
 public:
+    /// Of no child yet.
     ChildProcess();
     /// Leaves a child that still runs alone; once that has ended, nothing of it stays in the host's table.
     ~ChildProcess();

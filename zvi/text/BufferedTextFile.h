@@ -21,6 +21,7 @@ public:
     /// Columns per level of indentation.
     static constexpr int kIndentStep = 4;
 
+    /// Closes the file when it is open.
     ~BufferedTextFile() override;
 
     void Close() override;

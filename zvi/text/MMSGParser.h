@@ -15,6 +15,7 @@ class MessageFile;
 /// their language. Used through `MMSGFunction` alone.
 class ZVI_API MMSGParser {
 public:
+    /// No texts, and the default font.
     MMSGParser();
     /// Copies the texts and the font.
     MMSGParser(MMSGParser const &other);

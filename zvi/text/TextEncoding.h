@@ -8,11 +8,11 @@ namespace zvi::lib {
 
 /// What the mark at the start of a text file says of its encoding. The numbers are fixed.
 enum TEXT_ENCODING {
-    kEncodingMultiByte = 0, ///< no mark: the system's multi-byte encoding
-    kEncodingUtf8 = 2,
+    kEncodingMultiByte = 0,   ///< no mark: the system's multi-byte encoding
+    kEncodingUtf8 = 2,        ///< EF BB BF
     kEncodingUtf16Little = 3, ///< the lower byte of a unit first
-    kEncodingUtf16Big = 4,
-    kEncodingUtf32Big = 6
+    kEncodingUtf16Big = 4,    ///< the upper byte of a unit first
+    kEncodingUtf32Big = 6     ///< 00 00 FE FF
 };
 
 /// The encoding that the first bytes of a file tell; four are enough.
