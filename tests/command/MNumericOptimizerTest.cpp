@@ -6,6 +6,7 @@
 #include <random>
 #include <set>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace zvi::lib::test {
@@ -19,29 +20,25 @@ std::vector<long> List(MArray<long> const &numbers) {
 } // namespace
 
 TEST(MNumericOptimizer, WritesRunsAndSingles) {
-    struct Row {
-        MArray<long> numbers;
-        wchar_t const *text;
-    };
-    Row const rows[] = {
-        {{}, L""},
-        {{7}, L"7"},
-        {{1, 2}, L"1 2"},
-        {{1, 2, 3}, L"1to3"},
-        {{1, 2, 3, 7}, L"1to3 7"},
-        {{1, 3, 5}, L"1 3 5"},
-        {{1, 3, 5, 7, 20}, L"1to7by2 20"},
-        {{1, 3, 5, 6, 7, 8}, L"1 3 5to8"},
-        {{1, 2, 4, 6, 8, 10, 11, 12}, L"1 2to10by2 11 12"},
-        {{-9, -6, -3, 0, 1}, L"-9to0by3 1"},
-        {{5, 5, 5, 5}, L"5to5"},
-        {{5, 5, 6, 7}, L"5 5to7"},
-    };
-    for (Row row : rows) {
+    using Row = std::pair<MArray<long>, wchar_t const *>;
+    for (auto [numbers, text] : std::initializer_list<Row>{
+             {{}, L""},
+             {{7}, L"7"},
+             {{1, 2}, L"1 2"},
+             {{1, 2, 3}, L"1to3"},
+             {{1, 2, 3, 7}, L"1to3 7"},
+             {{1, 3, 5}, L"1 3 5"},
+             {{1, 3, 5, 7, 20}, L"1to7by2 20"},
+             {{1, 3, 5, 6, 7, 8}, L"1 3 5to8"},
+             {{1, 2, 4, 6, 8, 10, 11, 12}, L"1 2to10by2 11 12"},
+             {{-9, -6, -3, 0, 1}, L"-9to0by3 1"},
+             {{5, 5, 5, 5}, L"5to5"},
+             {{5, 5, 6, 7}, L"5 5to7"},
+         }) {
         MNumericOptimizer optimizer;
-        EXPECT_EQ(optimizer.OptimizeSortedArray(row.numbers), row.text);
-        EXPECT_EQ(optimizer.Optimize(row.numbers), row.text);
-        EXPECT_EQ(optimizer.Optimize(row.numbers.Data(), static_cast<std::int64_t>(row.numbers.Size())), row.text);
+        EXPECT_EQ(optimizer.OptimizeSortedArray(numbers), text);
+        EXPECT_EQ(optimizer.Optimize(numbers), text);
+        EXPECT_EQ(optimizer.Optimize(numbers.Data(), static_cast<std::int64_t>(numbers.Size())), text);
     }
 }
 
@@ -75,42 +72,37 @@ TEST(MNumericOptimizer, RecordsHoldRunsThenSingles) {
 }
 
 TEST(MNumericOptimizer, SelectsListedNumbersByText) {
-    struct Row {
-        wchar_t const *text;
-        int read;
-        std::vector<long> inTextOrder;
-    };
-    Row const rows[] = {
-        {L"", 1, {}},
-        {L"3", 1, {3}},
-        {L"4 100 -5", 1, {-5}},
-        {L"9to1", 1, {9, 7, 5, 3, 1}},
-        {L"1TO9BY4 3", 1, {1, 5, 9, 3}},
-        {L"1t9b4", 1, {1, 5, 9}},
-        {L" 1 to 5  by 2\t9 ", 1, {1, 3, 5, 9}},
-        {L"9to1by-4", 1, {9, 5, 1}},
-        {L"- 5to1", 1, {-5, 1}},
-        {L"3 7 3", 1, {3, 7, 3}},
-        {L"1to2000000000", 1, {1, 3, 5, 7, 9}},
-        {L"1to9by0", 1, {1}},
-        {L"1,3", 0, {}},
-        {L"1-3", 0, {}},
-        {L"1to", 0, {}},
-        {L"1to3to5", 0, {}},
-        {L"by2", 0, {}},
-        {L"1\n3", 0, {}},
-        {L"99999999999999999999", 0, {}},
-    };
     MArray<long> listed{-5, 1, 3, 5, 7, 9};
-    for (Row const &row : rows) {
+    using Row = std::tuple<wchar_t const *, int, std::vector<long>>;
+    for (auto const &[text, isRead, inTextOrder] : std::initializer_list<Row>{
+             {L"", 1, {}},
+             {L"3", 1, {3}},
+             {L"4 100 -5", 1, {-5}},
+             {L"9to1", 1, {9, 7, 5, 3, 1}},
+             {L"1TO9BY4 3", 1, {1, 5, 9, 3}},
+             {L"1t9b4", 1, {1, 5, 9}},
+             {L" 1 to 5  by 2\t9 ", 1, {1, 3, 5, 9}},
+             {L"9to1by-4", 1, {9, 5, 1}},
+             {L"- 5to1", 1, {-5, 1}},
+             {L"3 7 3", 1, {3, 7, 3}},
+             {L"1to2000000000", 1, {1, 3, 5, 7, 9}},
+             {L"1to9by0", 1, {1}},
+             {L"1,3", 0, {}},
+             {L"1-3", 0, {}},
+             {L"1to", 0, {}},
+             {L"1to3to5", 0, {}},
+             {L"by2", 0, {}},
+             {L"1\n3", 0, {}},
+             {L"99999999999999999999", 0, {}},
+         }) {
         MNumericOptimizer optimizer;
         MArray<long> result{42};
-        EXPECT_EQ(optimizer.SelectNumByStrKeepSeq(listed, row.text, result, 0), row.read) << row.text;
-        EXPECT_EQ(List(result), row.inTextOrder) << row.text;
+        EXPECT_EQ(optimizer.SelectNumByStrKeepSeq(listed, text, result, 0), isRead) << text;
+        EXPECT_EQ(List(result), inTextOrder) << text;
 
-        EXPECT_EQ(optimizer.SelectNumByStr(listed, row.text, result), row.read) << row.text;
-        std::set<long> const once(row.inTextOrder.begin(), row.inTextOrder.end());
-        EXPECT_EQ(List(result), std::vector<long>(once.begin(), once.end())) << row.text;
+        EXPECT_EQ(optimizer.SelectNumByStr(listed, text, result), isRead) << text;
+        std::set<long> const once(inTextOrder.begin(), inTextOrder.end());
+        EXPECT_EQ(List(result), std::vector<long>(once.begin(), once.end())) << text;
     }
     MNumericOptimizer optimizer;
     MArray<long> result{42};

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <random>
+#include <tuple>
 
 namespace zvi::lib::test {
 
@@ -167,31 +168,26 @@ TEST(MGeomFuncPolyline, SegmentsTouchOrCrossByTheDefinition) {
 }
 
 TEST(MGeomFuncPolyline, PolylinesMeetThemselvesAndOthers) {
-    struct Self {
-        MArray<T_POINT3D> points;
-        int meets;
-    };
-    for (Self const &row :
+    using Self = std::pair<MArray<T_POINT3D>, int>;
+    for (auto const &[points, meets] :
          {Self{{{0, 0, 0}, {2, 0, 0}, {2, 2, 0}, {0, 2, 0}}, 0}, Self{{{0, 0, 0}, {2, 0, 0}, {2, 2, 0}, {1, -1, 0}}, 1},
           Self{{{0, 0, 0}, {2, 0, 0}}, 0}, Self{{{0, 0, 0}, {2, 0, 0}, {1, 0, 0}}, 1}, // straight back
           // Back over an inner vertex, and back to it exactly.
           Self{{{0, 0, 0}, {2, 0, 0}, {4, 0, 0}, {4, 2, 0}, {1, -1, 0}}, 1},
           Self{{{0, 0, 0}, {2, 0, 0}, {4, 0, 0}, {4, 2, 0}, {2, 0, 0}}, 0}})
-        EXPECT_EQ(MGeomFunc::CheckPolylineSelfIntersection(row.points), row.meets) << row.points.Size();
-    struct Cross {
-        MArray<T_POINT2D> other;
-        int inSpace, inPlan;
-    };
-    for (Cross const &row : {Cross{{{1, 1}, {1, -1}}, 1, 1}, Cross{{{1, 1}, {1, 0.5}}, 0, 0}, Cross{{{1, 1}}, 0, 0},
-                             Cross{{{3, 0}, {9, 0}}, 1, 1}, Cross{{{-1, 0}, {5, 0}}, 1, 1},
-                             // The end of the first polyline lies on the second, which is as good as parallel: that
-                             // counts in space alone.
-                             Cross{{{2, 1e-4}, {6, -1e-4}}, 1, 0}}) {
+        EXPECT_EQ(MGeomFunc::CheckPolylineSelfIntersection(points), meets) << points.Size();
+    using Cross = std::tuple<MArray<T_POINT2D>, int, int>;
+    for (auto const &[other, meetsInSpace, meetsInPlan] :
+         {Cross{{{1, 1}, {1, -1}}, 1, 1}, Cross{{{1, 1}, {1, 0.5}}, 0, 0}, Cross{{{1, 1}}, 0, 0},
+          Cross{{{3, 0}, {9, 0}}, 1, 1}, Cross{{{-1, 0}, {5, 0}}, 1, 1},
+          // The end of the first polyline lies on the second, which is as good as parallel: that
+          // counts in space alone.
+          Cross{{{2, 1e-4}, {6, -1e-4}}, 1, 0}}) {
         MArray<T_POINT3D> inSpace;
-        for (T_POINT2D const &p : row.other)
+        for (T_POINT2D const &p : other)
             inSpace.PushBack({p.x, p.y, 0});
-        EXPECT_EQ(MGeomFunc::CheckPolylineCrossIntersection({{0, 0, 0}, {4, 0, 0}}, inSpace), row.inSpace);
-        EXPECT_EQ(MGeomFunc::CheckPolylineCrossIntersection({{0, 0}, {4, 0}}, row.other), row.inPlan);
+        EXPECT_EQ(MGeomFunc::CheckPolylineCrossIntersection({{0, 0, 0}, {4, 0, 0}}, inSpace), meetsInSpace);
+        EXPECT_EQ(MGeomFunc::CheckPolylineCrossIntersection({{0, 0}, {4, 0}}, other), meetsInPlan);
     }
 }
 

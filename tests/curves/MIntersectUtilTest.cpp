@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <random>
+#include <tuple>
 
 namespace zvi::lib::test {
 
@@ -165,16 +166,14 @@ TEST(MIntersectUtil, FindsWhereCurvesMeet) {
 }
 
 TEST(MIntersectUtil, AnOverlapLeavesItsPointWithoutTheBoxRoute) {
-    struct Row {
-        T_LINE_G a, b;
-        std::size_t count;
-    };
-    for (Row const &row : {Row{Line({-2, 0, 0}, {2, 0, 0}), Circle({0, 0, 0}, 2), 2},
-                           Row{Line({-2, 0, 0}, {2, 0, 0}), Circle({0, 9, 0}, 2), 0},
-                           Row{Circle({0, 0, 0}, 2), Circle({0, 5e-7, 0}, 2), 0}}) { // concentric within the tolerance
+    using Row = std::tuple<T_LINE_G, T_LINE_G, std::size_t>;
+    for (auto const &[a, b, count] :
+         {Row{Line({-2, 0, 0}, {2, 0, 0}), Circle({0, 0, 0}, 2), 2},
+          Row{Line({-2, 0, 0}, {2, 0, 0}), Circle({0, 9, 0}, 2), 0},
+          Row{Circle({0, 0, 0}, 2), Circle({0, 5e-7, 0}, 2), 0}}) { // concentric within the tolerance
         Points out;
-        EXPECT_EQ(MIntersectUtil::IsIntersectLine2Line(row.a, row.b, out, 1e-6), 0);
-        EXPECT_EQ(out.Size(), row.count);
+        EXPECT_EQ(MIntersectUtil::IsIntersectLine2Line(a, b, out, 1e-6), 0);
+        EXPECT_EQ(out.Size(), count);
     }
 }
 

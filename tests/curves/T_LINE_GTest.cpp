@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <random>
+#include <tuple>
 
 namespace zvi::lib::test {
 
@@ -422,19 +423,16 @@ TEST(T_LINE_G, LocalAxesAndBreadth) {
         ExpectNear(Vec3::FromArray(m[i]), axes[i]);
     ASSERT_EQ(Line({0, 0, 0}, {0, 2, 0}).GetLineLocalAxis(m), 1);
     ExpectNear(Vec3::FromArray(m[1]), {-1, 0, 0});
-    struct Row {
-        T_LINE_G curve;
-        Vec3 first, second;
-    };
+    using Row = std::tuple<T_LINE_G, Vec3, Vec3>;
     // An arc is measured along normal x axis: y for the axis x.
-    for (Row const &row :
+    for (auto const &[curve, first, second] :
          {Row{Arc({0, 0, 0}, 5, 30, 135), {0, 5, 0}, OnCircle({0, 0, 0}, 5, 30, 0)},
           Row{Line({3, 0, 0}, {1, 2, 0}), {3, 0, 0}, {1, 2, 0}}, Row{Circle({0, 0, 0}, 5), {0, 5, 0}, {0, 5, 0}}}) {
         Points out = {{1, 1, 1}};
-        EXPECT_EQ(row.curve.GetLineBreadth(0.0, out), 1);
+        EXPECT_EQ(curve.GetLineBreadth(0.0, out), 1);
         ASSERT_EQ(out.Size(), 2u);
-        ExpectNear(out[0], row.first);
-        ExpectNear(out[1], row.second);
+        ExpectNear(out[0], first);
+        ExpectNear(out[1], second);
     }
 }
 

@@ -2,22 +2,15 @@
 
 #include "apps/zvi/common/Failure.h"
 #include "apps/zvi/contacts/input/ReadStl.h"
+#include "tests/fuzz/FuzzFile.h"
 #include "zvi/core/Utf8.h"
 
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string_view>
 
-namespace {
-
-void Check(bool holds) {
-    if (!holds)
-        std::abort();
-}
-
-} // namespace
+using zvi::fuzz::Check;
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const *data, std::size_t size) {
     try {

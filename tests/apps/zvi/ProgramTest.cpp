@@ -1,8 +1,11 @@
+#include "apps/zvi/common/Joined.h"
 #include "tests/TemporaryFolder.h"
 #include "tests/apps/zvi/ProgramProcess.h"
 #include "tests/apps/zvi/Run.h"
 
 #include <algorithm>
+#include <array>
+#include <tuple>
 
 namespace zvi::app::test {
 
@@ -30,65 +33,56 @@ TEST(Program, TellsWhatItCanDo) {
 }
 
 TEST(Program, RefusesWrongUsageAndSuggests) {
-    struct Case {
-        std::vector<std::string> arguments;
-        char const *message;
-    };
-    Case const cases[] = {
-        {{"domain"}, "zvi: unknown verb 'domain'; did you mean 'domains'?\n"},
-        {{"paint"}, "zvi: unknown verb 'paint'; 'zvi -h' lists the verbs\n"},
-        {{"--verson"}, "zvi: unknown option '--verson'; did you mean '--version'?\n"},
-        {{"domains", "--jion", "1", "x.dxf"}, "zvi: unknown option '--jion'; did you mean '--join'?\n"},
-        {{"domains", "--stric=1", "x.dxf"}, "zvi: unknown option '--stric'; did you mean '--strict'?\n"},
-        {{"domains", "--colour", "x.dxf"}, "zvi: unknown option '--colour'; did you mean '--color'?\n"},
-        {{"domains", "--frobnicate"}, "zvi: unknown option '--frobnicate'; 'zvi domains -h' lists the options\n"},
-        {{"domains", "a.dxf", "b.dxf"}, "zvi: one drawing at a time; 'b.dxf' is one too many\n"},
-        {{"domains", "--join", "-1"}, "zvi: --join needs a distance in drawing units, 0 or more, not '-1'\n"},
-        {{"domains", "--join=nan"}, "zvi: --join needs a distance in drawing units, 0 or more, not 'nan'\n"},
-        {{"domains", "--threads", "-2"}, "zvi: --threads needs a number from 0 to 256, not '-2'\n"},
-        {{"domains", "--chord-error", "0"}, "zvi: --chord-error needs a distance in drawing units above 0, not '0'\n"},
-        {{"domains", "--color", "red"}, "zvi: --color is auto, always or never, not 'red'\n"},
-        {{"domains", "--join", ""}, "zvi: --join needs a distance in drawing units, 0 or more, not ''\n"},
-        {{"domains", "--dxf", ""}, "zvi: --svg and --dxf need the name of a file"},
-        {{"domains", "--layers", "--svg", "o"}, "zvi: --layers lists the layers and does no more"},
-        {{"domains", "--dxf-cut"}, "zvi: --dxf-cut and --dxf-leftovers say what --dxf writes; add --dxf FILE\n"},
-        {{"domains", "--svg", "-"}, "zvi: --svg and --dxf need the name of a file"},
-        {{"domains", "--svg", "o", "--dxf", "o"}, "zvi: --svg and --dxf name the same file"},
-        {{"domains", "--layer", "A"}, "zvi: curve text has no layers; --layer and --layers are for DXF drawings\n"},
-        {{"domains", "--join"}, "zvi: --join needs a value; write --join T\n"},
-        {{"domains", "--svg", "--json"}, "zvi: --svg needs a value; write --svg FILE\n"},
-        {{"domains", "--join", "1", "--join=2"}, "zvi: --join is given more than once; give it once\n"},
-        {{"domains", "--svg", "o", "--dxf", "./o"}, "zvi: --svg and --dxf name the same file"},
-        {{"domains", ""}, "zvi: the name of the drawing is empty"},
-    };
-    for (Case const &c : cases) {
-        RunOutcome const run = RunZvi(c.arguments, kRing);
-        EXPECT_EQ(run.status, 2) << c.message;
-        EXPECT_EQ(run.err.substr(0, std::string(c.message).size()), c.message);
+    using Case = std::pair<std::vector<std::string>, std::string>;
+    for (auto const &[arguments, message] : std::initializer_list<Case>{
+             {{"domain"}, "zvi: unknown verb 'domain'; did you mean 'domains'?\n"},
+             {{"paint"}, "zvi: unknown verb 'paint'; 'zvi -h' lists the verbs\n"},
+             {{"--verson"}, "zvi: unknown option '--verson'; did you mean '--version'?\n"},
+             {{"domains", "--jion", "1", "x.dxf"}, "zvi: unknown option '--jion'; did you mean '--join'?\n"},
+             {{"domains", "--stric=1", "x.dxf"}, "zvi: unknown option '--stric'; did you mean '--strict'?\n"},
+             {{"domains", "--colour", "x.dxf"}, "zvi: unknown option '--colour'; did you mean '--color'?\n"},
+             {{"domains", "--frobnicate"}, "zvi: unknown option '--frobnicate'; 'zvi domains -h' lists the options\n"},
+             {{"domains", "a.dxf", "b.dxf"}, "zvi: one drawing at a time; 'b.dxf' is one too many\n"},
+             {{"domains", "--join", "-1"}, "zvi: --join needs a distance in drawing units, 0 or more, not '-1'\n"},
+             {{"domains", "--join=nan"}, "zvi: --join needs a distance in drawing units, 0 or more, not 'nan'\n"},
+             {{"domains", "--threads", "-2"}, "zvi: --threads needs a number from 0 to 256, not '-2'\n"},
+             {{"domains", "--chord-error", "0"},
+              "zvi: --chord-error needs a distance in drawing units above 0, not '0'\n"},
+             {{"domains", "--color", "red"}, "zvi: --color is auto, always or never, not 'red'\n"},
+             {{"domains", "--join", ""}, "zvi: --join needs a distance in drawing units, 0 or more, not ''\n"},
+             {{"domains", "--dxf", ""}, "zvi: --svg and --dxf need the name of a file"},
+             {{"domains", "--layers", "--svg", "o"}, "zvi: --layers lists the layers and does no more"},
+             {{"domains", "--dxf-cut"}, "zvi: --dxf-cut and --dxf-leftovers say what --dxf writes; add --dxf FILE\n"},
+             {{"domains", "--svg", "-"}, "zvi: --svg and --dxf need the name of a file"},
+             {{"domains", "--svg", "o", "--dxf", "o"}, "zvi: --svg and --dxf name the same file"},
+             {{"domains", "--layer", "A"},
+              "zvi: curve text has no layers; --layer and --layers are for DXF drawings\n"},
+             {{"domains", "--join"}, "zvi: --join needs a value; write --join T\n"},
+             {{"domains", "--svg", "--json"}, "zvi: --svg needs a value; write --svg FILE\n"},
+             {{"domains", "--join", "1", "--join=2"}, "zvi: --join is given more than once; give it once\n"},
+             {{"domains", "--svg", "o", "--dxf", "./o"}, "zvi: --svg and --dxf name the same file"},
+             {{"domains", ""}, "zvi: the name of the drawing is empty"},
+         }) {
+        RunOutcome const run = RunZvi(arguments, kRing);
+        EXPECT_EQ(run.status, 2) << message;
+        EXPECT_EQ(run.err.substr(0, message.size()), message);
         EXPECT_EQ(run.out, "");
     }
 }
 
 TEST(Program, TellsWhereTheInputIsWrong) {
     TemporaryFolder const folder;
-    struct Case {
-        std::string file;
-        std::string text;
-        std::string message;
-    };
-    Case const cases[] = {
-        {"bad.curves", "line 1 0 0 1 1\nlime 2 0 0 1 1\n", ":2: unknown curve \"lime\""},
-        {"cut.dxf", "0\nSECTION\n", ":3: the drawing ends before its EOF group"},
-        {"empty.DXF", "", ": the file is empty"},
-        {"letter.txt", "Dear reader,\n", ": is no drawing that can be read; name a .dxf or a .curves file"},
-    };
-    for (Case const &c : cases) {
-        folder.Write(c.file, c.text);
-        std::string const file = folder.Native(c.file).string();
-        std::string const at = "zvi: " + file;
+    for (auto const &[name, text, message] : std::initializer_list<std::array<std::string, 3>>{
+             {"bad.curves", "line 1 0 0 1 1\nlime 2 0 0 1 1\n", ":2: unknown curve \"lime\""},
+             {"cut.dxf", "0\nSECTION\n", ":3: the drawing ends before its EOF group"},
+             {"empty.DXF", "", ": the file is empty"},
+             {"letter.txt", "Dear reader,\n", ": is no drawing that can be read; name a .dxf or a .curves file"},
+         }) {
+        folder.Write(name, text);
+        std::string const file = folder.Native(name).string();
         RunOutcome const run = RunZvi({"domains", file});
-        EXPECT_EQ(run.status, 1) << c.file;
-        EXPECT_EQ(run.err.substr(0, at.size() + c.message.size()), at + c.message);
+        EXPECT_EQ(run.status, 1) << name;
+        EXPECT_TRUE(run.err.starts_with(Joined("zvi: ", file, message))) << run.err;
         EXPECT_EQ(run.out, "");
     }
     EXPECT_NE(RunZvi({"domains", folder.Native("none.dxf").string()}).err.find("none.dxf: there is no such file"),
@@ -161,16 +155,12 @@ TEST(Program, WritesPictureAndDrawing) {
 
 TEST(Program, BehavesInAShell) {
     TemporaryFolder const folder;
-    struct Case {
-        std::vector<std::string> arguments;
-        char const *input;
-        int status;
-    };
-    for (Case const &c : {Case{{"domains", "--nope"}, "", 2},
-                          {{"domains", "--strict"}, "circle 1 0 0 2\r\ncircle 2 0 0 1\r\n", 0},
-                          {{"domains", "--strict"}, "line 1 0 0 1 1\n", 3},
-                          {{"domains"}, "line 1 0 0 1\n", 1}})
-        EXPECT_EQ(ProgramProcess(folder.Native(), c.arguments).Run(c.input), c.status) << c.input;
+    using Case = std::tuple<std::vector<std::string>, char const *, int>;
+    for (auto const &[arguments, input, status] : {Case{{"domains", "--nope"}, "", 2},
+                                                   {{"domains", "--strict"}, "circle 1 0 0 2\r\ncircle 2 0 0 1\r\n", 0},
+                                                   {{"domains", "--strict"}, "line 1 0 0 1 1\n", 3},
+                                                   {{"domains"}, "line 1 0 0 1\n", 1}})
+        EXPECT_EQ(ProgramProcess(folder.Native(), arguments).Run(input), status) << input;
 
     ProgramProcess ring(folder.Native(), {"domains"});
     EXPECT_EQ(ring.Run(kRing), 0);

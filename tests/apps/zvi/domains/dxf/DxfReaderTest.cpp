@@ -5,9 +5,11 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 #include <numbers>
 #include <sstream>
+#include <tuple>
 
 namespace zvi::app::test {
 
@@ -64,50 +66,47 @@ std::string const kSquare = "0 LWPOLYLINE\n90 4\n70 1\n10 0\n20 0\n10 2\n20 0\n1
 } // namespace
 
 TEST(DxfReader, ReadsEachKindOfCurve) {
-    struct Case {
-        char const *what;
-        std::string entities;
-        char const *curves;
-    };
-    Case const cases[] = {
-        {"line, its z dropped", "0 LINE\n10 1\n20 2\n30 0\n11 3.5\n21 -4\n31 0\n", "line 1,2 3.5,-4"},
-        {"arc", kArc + "50 0\n51 90\n", "arc 1,2 r2 3,2 1,4"},
-        {"arc past 360", kArc + "50 270\n51 450\n", "arc 1,2 r2 1,0 1,4"},
-        {"arc from a negative angle", kArc + "50 -90\n51 0\n", "arc 1,2 r2 1,0 3,2"},
-        {"arc of the whole turn", kArc + "50 0\n51 360\n", "circle 1,2 r2"},
-        {"arc of equal angles", kArc + "50 30\n51 750\n", "circle 1,2 r2"},
-        {"circle", "0 CIRCLE\n10 1\n20 2\n40 2\n", "circle 1,2 r2"},
-        {"circle without a radius is handed on", "0 CIRCLE\n10 1\n20 2\n40 0\n", "circle 1,2 r0"},
-        {"closed polyline", kSquare, "line 0,0 2,0; line 2,0 2,2; line 2,2 0,2; line 0,2 0,0"},
-        {"closing bulge", "0 LWPOLYLINE\n70 1\n10 0\n20 0\n10 2\n20 0\n42 1\n", "line 0,0 2,0; arc 1,0 r1 2,0 0,0"},
-        {"bulge of an open end is ignored", "0 LWPOLYLINE\n70 0\n10 0\n20 0\n10 2\n20 0\n42 1\n", "line 0,0 2,0"},
-        {"clockwise bulge over half a turn", "0 LWPOLYLINE\n10 0\n20 0\n42 -2\n10 4\n20 0\n",
-         "arc 2,1.5 r2.5 0,0 4,0 cw"},
-        {"repeated vertex", "0 LWPOLYLINE\n70 1\n10 0\n20 0\n10 2\n20 0\n10 2\n20 0\n10 1\n20 1\n10 0\n20 0\n",
-         "line 0,0 2,0; line 2,0 1,1; line 1,1 0,0"},
-        {"old polyline with a bulge",
-         "0 POLYLINE\n66 1\n70 0\n0 VERTEX\n10 0\n20 0\n42 1\n0 VERTEX\n10 2\n20 0\n0 SEQEND\n", "arc 1,0 r1 0,0 2,0"},
-        {"spline-fit polyline without its frame",
-         "0 POLYLINE\n70 4\n0 VERTEX\n70 16\n10 9\n20 9\n0 VERTEX\n70 8\n10 0\n20 0\n0 VERTEX\n70 8\n10 1\n20 0\n0 "
-         "SEQEND\n",
-         "line 0,0 1,0"},
-        {"polyline in space", "0 POLYLINE\n70 8\n0 VERTEX\n10 0\n20 0\n30 1\n0 VERTEX\n10 1\n20 0\n30 1\n0 SEQEND\n",
-         "line 0,0 1,0"},
-        {"circular ellipse", "0 ELLIPSE\n10 0\n20 0\n11 0\n21 2\n40 1\n41 0\n42 3.141592653589793\n",
-         "arc 0,0 r2 0,2 0,-2"},
-        {"spline of degree 1", "0 SPLINE\n71 1\n40 0\n40 0\n40 1\n40 2\n40 2\n10 0\n20 0\n10 1\n20 0\n10 1\n20 5\n",
-         "line 0,0 1,0; line 1,0 1,5"},
-        // Seen from below.
-        {"arc", kArc + "50 0\n51 90\n" + kDown, "arc -1,2 r2 -3,2 -1,4 cw"},
-        {"circle", "0 CIRCLE\n10 1\n20 2\n40 2\n" + kDown, "circle -1,2 r2"},
-        {"bulge", "0 LWPOLYLINE\n10 0\n20 0\n42 1\n10 2\n20 0\n" + kDown, "arc -1,0 r1 0,0 -2,0 cw"},
-        {"line, which has none", "0 LINE\n10 1\n20 2\n11 3\n21 4\n" + kDown, "line 1,2 3,4"},
-        {"ellipse", "0 ELLIPSE\n10 1\n20 0\n11 2\n21 0\n40 1\n41 0\n42 1.5707963267948966\n" + kDown,
-         "arc 1,0 r2 3,0 1,-2 cw"},
-        {"no direction", "0 CIRCLE\n10 1\n20 2\n40 2\n210 0\n220 0\n230 0\n", "circle 1,2 r2"},
-    };
-    for (Case const &c : cases)
-        EXPECT_EQ(Shown(ReadDxf(DxfWith(c.entities), {})), c.curves) << c.what;
+    using Case = std::tuple<char const *, std::string, char const *>;
+    for (
+        auto const &[what, entities, curves] : std::initializer_list<Case>{
+            {"line, its z dropped", "0 LINE\n10 1\n20 2\n30 0\n11 3.5\n21 -4\n31 0\n", "line 1,2 3.5,-4"},
+            {"arc", kArc + "50 0\n51 90\n", "arc 1,2 r2 3,2 1,4"},
+            {"arc past 360", kArc + "50 270\n51 450\n", "arc 1,2 r2 1,0 1,4"},
+            {"arc from a negative angle", kArc + "50 -90\n51 0\n", "arc 1,2 r2 1,0 3,2"},
+            {"arc of the whole turn", kArc + "50 0\n51 360\n", "circle 1,2 r2"},
+            {"arc of equal angles", kArc + "50 30\n51 750\n", "circle 1,2 r2"},
+            {"circle", "0 CIRCLE\n10 1\n20 2\n40 2\n", "circle 1,2 r2"},
+            {"circle without a radius is handed on", "0 CIRCLE\n10 1\n20 2\n40 0\n", "circle 1,2 r0"},
+            {"closed polyline", kSquare, "line 0,0 2,0; line 2,0 2,2; line 2,2 0,2; line 0,2 0,0"},
+            {"closing bulge", "0 LWPOLYLINE\n70 1\n10 0\n20 0\n10 2\n20 0\n42 1\n", "line 0,0 2,0; arc 1,0 r1 2,0 0,0"},
+            {"bulge of an open end is ignored", "0 LWPOLYLINE\n70 0\n10 0\n20 0\n10 2\n20 0\n42 1\n", "line 0,0 2,0"},
+            {"clockwise bulge over half a turn", "0 LWPOLYLINE\n10 0\n20 0\n42 -2\n10 4\n20 0\n",
+             "arc 2,1.5 r2.5 0,0 4,0 cw"},
+            {"repeated vertex", "0 LWPOLYLINE\n70 1\n10 0\n20 0\n10 2\n20 0\n10 2\n20 0\n10 1\n20 1\n10 0\n20 0\n",
+             "line 0,0 2,0; line 2,0 1,1; line 1,1 0,0"},
+            {"old polyline with a bulge",
+             "0 POLYLINE\n66 1\n70 0\n0 VERTEX\n10 0\n20 0\n42 1\n0 VERTEX\n10 2\n20 0\n0 SEQEND\n",
+             "arc 1,0 r1 0,0 2,0"},
+            {"spline-fit polyline without its frame",
+             "0 POLYLINE\n70 4\n0 VERTEX\n70 16\n10 9\n20 9\n0 VERTEX\n70 8\n10 0\n20 0\n0 VERTEX\n70 8\n10 1\n20 0\n0 "
+             "SEQEND\n",
+             "line 0,0 1,0"},
+            {"polyline in space",
+             "0 POLYLINE\n70 8\n0 VERTEX\n10 0\n20 0\n30 1\n0 VERTEX\n10 1\n20 0\n30 1\n0 SEQEND\n", "line 0,0 1,0"},
+            {"circular ellipse", "0 ELLIPSE\n10 0\n20 0\n11 0\n21 2\n40 1\n41 0\n42 3.141592653589793\n",
+             "arc 0,0 r2 0,2 0,-2"},
+            {"spline of degree 1", "0 SPLINE\n71 1\n40 0\n40 0\n40 1\n40 2\n40 2\n10 0\n20 0\n10 1\n20 0\n10 1\n20 5\n",
+             "line 0,0 1,0; line 1,0 1,5"},
+            // Seen from below.
+            {"arc", kArc + "50 0\n51 90\n" + kDown, "arc -1,2 r2 -3,2 -1,4 cw"},
+            {"circle", "0 CIRCLE\n10 1\n20 2\n40 2\n" + kDown, "circle -1,2 r2"},
+            {"bulge", "0 LWPOLYLINE\n10 0\n20 0\n42 1\n10 2\n20 0\n" + kDown, "arc -1,0 r1 0,0 -2,0 cw"},
+            {"line, which has none", "0 LINE\n10 1\n20 2\n11 3\n21 4\n" + kDown, "line 1,2 3,4"},
+            {"ellipse", "0 ELLIPSE\n10 1\n20 0\n11 2\n21 0\n40 1\n41 0\n42 1.5707963267948966\n" + kDown,
+             "arc 1,0 r2 3,0 1,-2 cw"},
+            {"no direction", "0 CIRCLE\n10 1\n20 2\n40 2\n210 0\n220 0\n230 0\n", "circle 1,2 r2"},
+        })
+        EXPECT_EQ(Shown(ReadDxf(DxfWith(entities), {})), curves) << what;
 }
 
 TEST(DxfReader, PutsBlocksIn) {
@@ -115,26 +114,21 @@ TEST(DxfReader, PutsBlocksIn) {
                                           "0 ENDBLK\n0 BLOCK\n2 Bow\n10 0\n20 0\n0 LWPOLYLINE\n10 0\n20 0\n42 "
                                           "1\n10 2\n20 0\n0 ENDBLK\n0 BLOCK\n2 Pair\n10 0\n20 0\n0 INSERT\n2 "
                                           "TICK\n10 0\n20 0\n0 INSERT\n2 tick\n10 0\n20 5\n50 90\n0 ENDBLK\n");
-    struct Case {
-        char const *what;
-        std::string insert;
-        char const *curves;
-    };
-    Case const cases[] = {
-        {"base point", "2 TICK\n10 10\n20 20\n", "line 10,20 11,20"},
-        {"turned and scaled", "2 TICK\n10 10\n20 20\n41 3\n42 3\n50 90\n", "line 10,20 10,23"},
-        {"mirrored arc", "2 BOW\n10 0\n20 0\n41 1\n42 -1\n", "arc 1,0 r1 0,0 2,0 cw"},
-        {"mirrored by extrusion", "2 BOW\n10 5\n20 0\n210 0\n220 0\n230 -1\n", "arc -6,0 r1 -5,0 -7,0 cw"},
-        {"nested", "2 PAIR\n10 100\n20 0\n41 2\n42 2\n", "line 100,0 102,0; line 100,10 100,12"},
-        {"rows and columns, steps turned but not scaled",
-         "2 TICK\n10 0\n20 0\n41 2\n42 2\n50 90\n70 2\n71 2\n44 5\n45 7\n",
-         "line 0,0 0,2; line 0,5 0,7; line -7,0 -7,2; line -7,5 -7,7"},
-        {"no such block", "2 NONE\n10 0\n20 0\n", ""},
-    };
-    for (Case const &c : cases) {
-        DrawingInput const input = ReadDxf(DxfWith("0 INSERT\n" + c.insert, tick), {});
-        EXPECT_EQ(Shown(input), c.curves) << c.what;
-        EXPECT_EQ(input.notes.missingBlocks, *c.curves ? 0 : 1) << c.what;
+    using Case = std::tuple<char const *, std::string, char const *>;
+    for (auto const &[what, insert, curves] : std::initializer_list<Case>{
+             {"base point", "2 TICK\n10 10\n20 20\n", "line 10,20 11,20"},
+             {"turned and scaled", "2 TICK\n10 10\n20 20\n41 3\n42 3\n50 90\n", "line 10,20 10,23"},
+             {"mirrored arc", "2 BOW\n10 0\n20 0\n41 1\n42 -1\n", "arc 1,0 r1 0,0 2,0 cw"},
+             {"mirrored by extrusion", "2 BOW\n10 5\n20 0\n210 0\n220 0\n230 -1\n", "arc -6,0 r1 -5,0 -7,0 cw"},
+             {"nested", "2 PAIR\n10 100\n20 0\n41 2\n42 2\n", "line 100,0 102,0; line 100,10 100,12"},
+             {"rows and columns, steps turned but not scaled",
+              "2 TICK\n10 0\n20 0\n41 2\n42 2\n50 90\n70 2\n71 2\n44 5\n45 7\n",
+              "line 0,0 0,2; line 0,5 0,7; line -7,0 -7,2; line -7,5 -7,7"},
+             {"no such block", "2 NONE\n10 0\n20 0\n", ""},
+         }) {
+        DrawingInput const input = ReadDxf(DxfWith("0 INSERT\n" + insert, tick), {});
+        EXPECT_EQ(Shown(input), curves) << what;
+        EXPECT_EQ(input.notes.missingBlocks, *curves ? 0 : 1) << what;
     }
 }
 
@@ -233,26 +227,21 @@ TEST(DxfReader, LeavesOutHiddenThingsAndCountsThem) {
 }
 
 TEST(LayerPattern, FitsNames) {
-    struct Case {
-        char const *name, *pattern;
-        bool fits;
-    };
-    for (Case const &c : {Case{"WALLS", "wall*", true},
-                          {"WALLS", "*", true},
-                          {"", "*", true},
-                          {"WALLS", "WALL", false},
-                          {"A-WALL-1", "*wall*", true},
-                          {"A-WALL-1", "a?wall??", true},
-                          {"A-WALL", "A-WALL?", false},
-                          {"aab", "*ab", true},
-                          {"aabaa", "*ab", false},
-                          {"a*b", "a*b", true},
-                          {"WALL", "WALL**", true},
-                          {"\xD0\xA1\xD1\x82", "\xD1\x81?", true},
-                          {"\xD0\xA1", "*??", false},
-                          {"A", "[A]", false}})
-        EXPECT_EQ(FitsPattern(FoldedLayerName(c.name), FoldedLayerName(c.pattern)), c.fits)
-            << c.name << " " << c.pattern;
+    for (auto const &[name, pattern, fits] : {std::tuple{"WALLS", "wall*", true},
+                                              {"WALLS", "*", true},
+                                              {"", "*", true},
+                                              {"WALLS", "WALL", false},
+                                              {"A-WALL-1", "*wall*", true},
+                                              {"A-WALL-1", "a?wall??", true},
+                                              {"A-WALL", "A-WALL?", false},
+                                              {"aab", "*ab", true},
+                                              {"aabaa", "*ab", false},
+                                              {"a*b", "a*b", true},
+                                              {"WALL", "WALL**", true},
+                                              {"\xD0\xA1\xD1\x82", "\xD1\x81?", true},
+                                              {"\xD0\xA1", "*??", false},
+                                              {"A", "[A]", false}})
+        EXPECT_EQ(FitsPattern(FoldedLayerName(name), FoldedLayerName(pattern)), fits) << name << " " << pattern;
 }
 
 TEST(DxfReader, ReadsHeaderLayerNamesAndOddFiles) {
@@ -278,30 +267,26 @@ TEST(DxfReader, RefusesWhatIsDamagedWithTheLine) {
     std::string const whole = DxfWith(line);
     std::string const self = BlockSection("0 BLOCK\n2 A\n10 0\n20 0\n0 INSERT\n2 B\n10 0\n20 0\n0 ENDBLK\n"
                                           "0 BLOCK\n2 B\n10 0\n20 0\n0 INSERT\n2 A\n10 0\n20 0\n0 ENDBLK\n");
-    struct Case {
-        std::string text;
-        char const *refusal; ///< how it starts
-    };
-    Case const cases[] = {
-        {"", "0: the file is empty"},
-        {" \r\n\n", "0: the file is empty"},
-        {std::string("AnyName Binary DXF\r\n\x1A\0rest", 26), "0: this is a binary DXF"},
-        {"hello\nworld\n", "1: expected a group code, found \"hello\""},
-        {"0\nLINE\n", "2: expected a SECTION or EOF"},
-        {"99999\nx\n", "1: expected a group code"},
-        {whole.substr(0, whole.size() - 6), "17: the drawing ends before its EOF group; it was cut short"},
-        {whole.substr(0, whole.find("ENDSEC")), "15: the file ends within a group"},
-        {DxfWith("0 LINE\n10 zero\n20 0\n11 1\n21 0\n"), "8: group 10 should hold a number, not \"zero\""},
-        {DxfWith("0 LINE\n10 nan\n20 0\n11 1\n21 0\n"), "8: group 10 should hold a number, not \"nan\""},
-        {DxfWith("0 LINE\n10 0,5\n20 0\n11 1\n21 0\n"), "8: group 10 should hold a number, not \"0,5\""},
-        {DxfWith("0 LINE\n10 0\n20 0\n11 1\n"), "6: LINE has no group 21"},
-        {DxfWith("0 SECTION\n2 ENTITIES\n"), "6: a SECTION starts inside another one"},
-        {DxfGroups("0 SECTION\n10 0\n0 ENDSEC\n0 EOF\n"), "4: a SECTION has no name"},
-        {DxfWith("0 INSERT\n2 A\n10 0\n20 0\n", self), "32: block \"A\" contains itself"},
-    };
-    for (Case const &c : cases) {
-        std::string const refusal = Refusal(c.text);
-        EXPECT_EQ(refusal.substr(0, std::string(c.refusal).size()), c.refusal) << c.text;
+    using Case = std::pair<std::string, std::string>; // how the refusal starts
+    for (auto const &[text, begin] : std::initializer_list<Case>{
+             {"", "0: the file is empty"},
+             {" \r\n\n", "0: the file is empty"},
+             {std::string("AnyName Binary DXF\r\n\x1A\0rest", 26), "0: this is a binary DXF"},
+             {"hello\nworld\n", "1: expected a group code, found \"hello\""},
+             {"0\nLINE\n", "2: expected a SECTION or EOF"},
+             {"99999\nx\n", "1: expected a group code"},
+             {whole.substr(0, whole.size() - 6), "17: the drawing ends before its EOF group; it was cut short"},
+             {whole.substr(0, whole.find("ENDSEC")), "15: the file ends within a group"},
+             {DxfWith("0 LINE\n10 zero\n20 0\n11 1\n21 0\n"), "8: group 10 should hold a number, not \"zero\""},
+             {DxfWith("0 LINE\n10 nan\n20 0\n11 1\n21 0\n"), "8: group 10 should hold a number, not \"nan\""},
+             {DxfWith("0 LINE\n10 0,5\n20 0\n11 1\n21 0\n"), "8: group 10 should hold a number, not \"0,5\""},
+             {DxfWith("0 LINE\n10 0\n20 0\n11 1\n"), "6: LINE has no group 21"},
+             {DxfWith("0 SECTION\n2 ENTITIES\n"), "6: a SECTION starts inside another one"},
+             {DxfGroups("0 SECTION\n10 0\n0 ENDSEC\n0 EOF\n"), "4: a SECTION has no name"},
+             {DxfWith("0 INSERT\n2 A\n10 0\n20 0\n", self), "32: block \"A\" contains itself"},
+         }) {
+        std::string const refusal = Refusal(text);
+        EXPECT_EQ(refusal.substr(0, begin.size()), begin) << text;
         EXPECT_NE(refusal.find(';'), std::string::npos) << "no advice in: " << refusal;
     }
 }
@@ -347,28 +332,22 @@ TEST(DxfReader, LimitsWhatSmallFilesCanAskFor) {
 }
 
 TEST(DxfReader, LeavesOutWhatCannotBeDrawn) {
-    struct Case {
-        char const *what;
-        char const *type;
-        char const *entity;
-    };
-    Case const cases[] = {
-        {"circle seen edge-on", "CIRCLE", "0 CIRCLE\n10 0\n20 0\n40 1\n210 1\n220 0\n230 0\n"},
-        {"ellipse without an axis", "ELLIPSE", "0 ELLIPSE\n10 0\n20 0\n11 0\n21 0\n40 1\n"},
-        {"ellipse without a width", "ELLIPSE", "0 ELLIPSE\n10 0\n20 0\n11 1\n21 0\n40 0\n"},
-        {"spline without points", "SPLINE", "0 SPLINE\n71 3\n"},
-        {"spline of one point", "SPLINE", "0 SPLINE\n71 3\n11 1\n21 1\n11 1\n21 1\n"},
-        {"spline of falling knots", "SPLINE", "0 SPLINE\n71 1\n40 0\n40 1\n40 0\n40 1\n10 0\n20 0\n10 1\n20 0\n"},
-        {"spline of a negative weight", "SPLINE",
-         "0 SPLINE\n71 1\n40 0\n40 0\n40 1\n40 1\n41 1\n41 -1\n10 0\n20 0\n10 1\n20 0\n"},
-        {"spline of an absurd degree", "SPLINE", "0 SPLINE\n71 1000000\n10 0\n20 0\n10 1\n20 0\n"},
-        {"polyline of one vertex", "LWPOLYLINE", "0 LWPOLYLINE\n70 1\n10 0\n20 0\n"},
-        {"coordinates that overflow", "CIRCLE", "0 CIRCLE\n10 1e308\n20 1e308\n40 1e308\n210 0\n220 0.1\n230 1\n"},
-    };
-    for (Case const &c : cases) {
-        DrawingInput const input = ReadDxf(DxfWith(c.entity), {});
-        EXPECT_TRUE(input.curves.empty()) << c.what;
-        EXPECT_EQ(input.notes.unusable.count(c.type), 1u) << c.what;
+    for (auto const &[what, type, entity] : std::initializer_list<std::array<char const *, 3>>{
+             {"circle seen edge-on", "CIRCLE", "0 CIRCLE\n10 0\n20 0\n40 1\n210 1\n220 0\n230 0\n"},
+             {"ellipse without an axis", "ELLIPSE", "0 ELLIPSE\n10 0\n20 0\n11 0\n21 0\n40 1\n"},
+             {"ellipse without a width", "ELLIPSE", "0 ELLIPSE\n10 0\n20 0\n11 1\n21 0\n40 0\n"},
+             {"spline without points", "SPLINE", "0 SPLINE\n71 3\n"},
+             {"spline of one point", "SPLINE", "0 SPLINE\n71 3\n11 1\n21 1\n11 1\n21 1\n"},
+             {"spline of falling knots", "SPLINE", "0 SPLINE\n71 1\n40 0\n40 1\n40 0\n40 1\n10 0\n20 0\n10 1\n20 0\n"},
+             {"spline of a negative weight", "SPLINE",
+              "0 SPLINE\n71 1\n40 0\n40 0\n40 1\n40 1\n41 1\n41 -1\n10 0\n20 0\n10 1\n20 0\n"},
+             {"spline of an absurd degree", "SPLINE", "0 SPLINE\n71 1000000\n10 0\n20 0\n10 1\n20 0\n"},
+             {"polyline of one vertex", "LWPOLYLINE", "0 LWPOLYLINE\n70 1\n10 0\n20 0\n"},
+             {"coordinates that overflow", "CIRCLE", "0 CIRCLE\n10 1e308\n20 1e308\n40 1e308\n210 0\n220 0.1\n230 1\n"},
+         }) {
+        DrawingInput const input = ReadDxf(DxfWith(entity), {});
+        EXPECT_TRUE(input.curves.empty()) << what;
+        EXPECT_EQ(input.notes.unusable.count(type), 1u) << what;
     }
 }
 

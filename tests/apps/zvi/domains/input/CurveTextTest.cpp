@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace zvi::app::test {
 
 using lib::DrawingCurve;
@@ -42,35 +44,31 @@ TEST(CurveText, ReadsEachKind) {
 }
 
 TEST(CurveText, RefusesWithTheLineAndAdvice) {
-    struct Case {
-        char const *text;
-        std::size_t line;
-        char const *what;
-    };
-    Case const cases[] = {
-        {"lien 1 0 0 1 1", 1, "unknown curve \"lien\"; did you mean \"line\"?"},
-        {"\n\nellipse 1 0 0", 3, "unknown curve \"ellipse\"; a line starts with line, arc, arc3 or circle"},
-        {"line 1 0 0 1", 1, "4 values where 5 belong; write: line ID x1 y1 x2 y2"},
-        {"circle", 1, "0 values where 4 belong; write: circle ID cx cy r"},
-        {"circle 1 0 0 1 1", 1, "5 values where 4 belong; write: circle ID cx cy r"},
-        {"circle 0 0 0 1", 1, "the id \"0\" is not an integer from 1 to 4294967295"},
-        {"circle -3 0 0 1", 1, "the id \"-3\" is not an integer from 1 to 4294967295"},
-        {"circle 4294967296 0 0 1", 1, "the id \"4294967296\" is not an integer from 1 to 4294967295"},
-        {"circle 1.5 0 0 1", 1, "the id \"1.5\" is not an integer from 1 to 4294967295"},
-        {"circle 1 0 x 1", 1, "\"x\" is not a number; write: circle ID cx cy r"},
-        {"circle 1 0 1e999 1", 1, "\"1e999\" is not a number; write: circle ID cx cy r"},
-        {"circle 1 0 inf 1", 1, "\"inf\" is not a number; write: circle ID cx cy r"},
-        {"circle 5 0 0 1\n#\nline 5 0 0 1 1", 3, "id 5 was used in line 1 already; give each curve an id of its own"},
-        {"arc3 1 0 0 3 0 2 0", 1, "the points of arc3 are on one line with the middle point outside"},
-        {"arc3 1 0 0 3 0 0 0", 1, "arc3 starts and ends at one point; write a circle instead"},
-    };
-    for (Case const &c : cases) {
+    using Case = std::tuple<char const *, std::size_t, std::string>;
+    for (auto const &[text, line, what] : std::initializer_list<Case>{
+             {"lien 1 0 0 1 1", 1, "unknown curve \"lien\"; did you mean \"line\"?"},
+             {"\n\nellipse 1 0 0", 3, "unknown curve \"ellipse\"; a line starts with line, arc, arc3 or circle"},
+             {"line 1 0 0 1", 1, "4 values where 5 belong; write: line ID x1 y1 x2 y2"},
+             {"circle", 1, "0 values where 4 belong; write: circle ID cx cy r"},
+             {"circle 1 0 0 1 1", 1, "5 values where 4 belong; write: circle ID cx cy r"},
+             {"circle 0 0 0 1", 1, "the id \"0\" is not an integer from 1 to 4294967295"},
+             {"circle -3 0 0 1", 1, "the id \"-3\" is not an integer from 1 to 4294967295"},
+             {"circle 4294967296 0 0 1", 1, "the id \"4294967296\" is not an integer from 1 to 4294967295"},
+             {"circle 1.5 0 0 1", 1, "the id \"1.5\" is not an integer from 1 to 4294967295"},
+             {"circle 1 0 x 1", 1, "\"x\" is not a number; write: circle ID cx cy r"},
+             {"circle 1 0 1e999 1", 1, "\"1e999\" is not a number; write: circle ID cx cy r"},
+             {"circle 1 0 inf 1", 1, "\"inf\" is not a number; write: circle ID cx cy r"},
+             {"circle 5 0 0 1\n#\nline 5 0 0 1 1", 3,
+              "id 5 was used in line 1 already; give each curve an id of its own"},
+             {"arc3 1 0 0 3 0 2 0", 1, "the points of arc3 are on one line with the middle point outside"},
+             {"arc3 1 0 0 3 0 0 0", 1, "arc3 starts and ends at one point; write a circle instead"},
+         }) {
         try {
-            ReadCurveText(c.text);
-            ADD_FAILURE() << "read: " << c.text;
+            ReadCurveText(text);
+            ADD_FAILURE() << "read: " << text;
         } catch (InputError const &error) {
-            EXPECT_EQ(error.Line(), c.line) << c.text;
-            EXPECT_EQ(std::string(error.what()).substr(0, std::string(c.what).size()), c.what);
+            EXPECT_EQ(error.Line(), line) << text;
+            EXPECT_EQ(std::string(error.what()).substr(0, what.size()), what);
         }
     }
 }
