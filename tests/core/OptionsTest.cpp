@@ -73,17 +73,15 @@ TEST(MOptionDB, TheFirstGroupOfACategoryStays) {
 
 TEST(MTolerance, EveryComparisonIsStrict) {
     // a, b, t, and whether a is less, not greater, equal, greater, not less; then of a - b: zero, not zero.
-    for (auto const &[a, b, t, less, lessOrEqual, equal, greater, greaterOrEqual, zero, notZero] :
-         Rows<10>("1 1.5 .5 0 1 0 0 0 0 0;  1.5 1 .5 0 0 0 0 1 0 0;  1 1 0 0 0 0 0 0 0 0;  1 1 1e-10 0 1 1 0 1 1 0;"
-                  "1 2 .5 1 1 0 0 0 0 1;  2 1 .5 0 0 0 1 1 0 1;  nan 1 .5 0 0 0 0 0 0 0;  1 1 -1 1 0 0 1 0 0 1;"
-                  "1 1.25 .5 0 1 1 0 1 1 0")) {
-        EXPECT_EQ(MTolerance::IsLess(a, b, t), less);
-        EXPECT_EQ(MTolerance::IsLessOrEQ(a, b, t), lessOrEqual);
-        EXPECT_EQ(MTolerance::IsEqual(a, b, t), equal);
-        EXPECT_EQ(MTolerance::IsGreater(a, b, t), greater);
-        EXPECT_EQ(MTolerance::IsGreaterOrEQ(a, b, t), greaterOrEqual);
-        EXPECT_EQ(MTolerance::IsZero(a - b, t), zero);
-        EXPECT_EQ(MTolerance::IsNotZero(a - b, t), notZero);
+    for (auto const &[a, b, t, expected] : Rows<double, double, double, std::string>(
+             "1 1.5 .5 0100000;  1.5 1 .5 0000100;  1 1 0 0000000;  1 1 1e-10 0110110;  1 2 .5 1100001;"
+             "2 1 .5 0001101;  nan 1 .5 0000000;  1 1 -1 1001001;  1 1.25 .5 0110110")) {
+        std::string given;
+        for (int const is : {MTolerance::IsLess(a, b, t), MTolerance::IsLessOrEQ(a, b, t), MTolerance::IsEqual(a, b, t),
+                             MTolerance::IsGreater(a, b, t), MTolerance::IsGreaterOrEQ(a, b, t),
+                             MTolerance::IsZero(a - b, t), MTolerance::IsNotZero(a - b, t)})
+            given += std::to_string(is);
+        EXPECT_EQ(given, expected) << a << " " << b << " " << t;
     }
     double const p[] = {1, 2, 3};
     double const q[] = {4, 6, 3};

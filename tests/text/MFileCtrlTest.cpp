@@ -14,6 +14,8 @@
 #include <shlwapi.h>
 #endif
 
+namespace fs = std::filesystem;
+
 namespace zvi::lib::test {
 
 namespace {
@@ -34,11 +36,10 @@ public:
 };
 
 /// Paths in a folder.
-class MFileCtrlFiles : public testing::Test {
-protected:
+struct MFileCtrlFiles : testing::Test {
     CString Path(char const *name) const { return CString(std::wstring_view(m_folder.Path(name))); }
 
-    zvi::test::TemporaryFolder m_folder;
+    zvi::test::TemporaryFolder const m_folder;
 };
 
 } // namespace
@@ -58,9 +59,8 @@ TEST(MFileCtrl, TakesPathsApart) {
         EXPECT_EQ(file.GetFileNameExt(), name);
     }
     EXPECT_EQ(MFileCtrl(nullptr).GetFilePathNameExt(), L"");
-    EXPECT_EQ(MFileCtrl::GetLastPathItem(L"C:\\a\\b\\"), L"b");
-    EXPECT_EQ(MFileCtrl::GetLastPathItem(L"C:\\a\\b"), L"b");
-    EXPECT_EQ(MFileCtrl::GetLastPathItem(L"b"), L"b");
+    for (wchar_t const *path : {L"C:\\a\\b\\", L"C:\\a\\b", L"b"})
+        EXPECT_EQ(MFileCtrl::GetLastPathItem(path), L"b");
 }
 
 TEST(MFileCtrl, ShortensAPathFromItsMiddle) {
@@ -135,6 +135,23 @@ TEST_F(MFileCtrlFiles, AreCopiedAndCounted) {
         EXPECT_EQ(MFileCtrl::CopyFileW(Path(from), Path(to)), 0);
     EXPECT_EQ(MFileCtrl::FileExists(Path("c")), 0);
     EXPECT_EQ(MFileCtrl::GetNumberOfFileLines(Path("none")), 0u);
+}
+
+TEST_F(MFileCtrlFiles, TellTheirStatus) {
+    m_folder.Write("a.txt", "12345");
+    CString const path = Path("a.txt");
+    CFileStatus status;
+    for (bool const isReadOnly : {false, true}) {
+        fs::permissions(m_folder.Native("a.txt"), isReadOnly ? fs::perms::owner_read : fs::perms::owner_all);
+        ASSERT_EQ(MFileCtrl(path).GetFileStatus(status), 1);
+        EXPECT_EQ(status.m_attribute & (CFileStatus::directory | CFileStatus::readOnly), isReadOnly ? 1 : 0);
+        EXPECT_EQ(MFileCtrl::IsReadOnlyFile(path), isReadOnly);
+    }
+    fs::permissions(m_folder.Native("a.txt"), fs::perms::owner_all);
+    EXPECT_TRUE(status.m_size == 5 && status.m_szFullName == path.GetString() && status.m_mtime > 1500000000);
+    ASSERT_EQ(MFileCtrl(Path("")).GetFileStatus(status), 1);
+    EXPECT_TRUE(status.m_attribute & CFileStatus::directory);
+    EXPECT_EQ(MFileCtrl(Path("none")).GetFileStatus(status), 0);
 }
 
 TEST_F(MFileCtrlFiles, LieInFoldersThatAreMadeFoundAndRemoved) {

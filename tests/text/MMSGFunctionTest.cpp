@@ -23,8 +23,7 @@ std::string Utf16(std::wstring_view units) {
 }
 
 /// Begins and ends with an empty catalogue and the font of a new process.
-class MMSGFunctionTest : public testing::Test {
-protected:
+struct MMSGFunctionTest : testing::Test {
     MMSGFunctionTest() { Clean(); }
     ~MMSGFunctionTest() override { Clean(); }
 
@@ -60,19 +59,22 @@ TEST_F(MMSGFunctionTest, GivesTheFirstTextOfAKey) {
     // A line that is too long ends its file alone.
     Add("b", Utf16(L"HELLO = \"other\"\n" + std::wstring(1019, L'x') + L"=\"1\"\nLAST = \"\xFC\"\n" +
                    std::wstring(1024, L'x') + L"\nLOST = \"x\""));
+    Add("c", Utf16(L"CUT = \"c\"") + "x");
     EXPECT_EQ(MMSGFunction::GetValue(L"HELLO"), L"HELLO : 미등록 문자열") << "not loaded yet";
     EXPECT_TRUE(MMSGFunction::LoadFile());
     EXPECT_EQ(MMSGFunction::GetValue(L"HELLO"), L"안녕");
     EXPECT_EQ(MMSGFunction::GetValue(std::wstring(1019, L'x').c_str()), L"1");
-    EXPECT_EQ(MMSGFunction::GetValue(L"LAST"), L"\xFC");
+    EXPECT_EQ(MMSGFunction::GetValue(L"LAST") + MMSGFunction::GetValue(L"CUT"), L"\xFC"
+                                                                                L"c");
     EXPECT_EQ(MMSGFunction::GetValue(L"LOST"), L"LOST : 미등록 문자열");
     for (int again = 0; again < 2; ++again)
         EXPECT_EQ(MMSGFunction::GetValue(L"hello"), L"hello : 미등록 문자열");
     MMSGFunction::Reset();
     EXPECT_EQ(MMSGFunction::GetValue(L"LAST"), L"LAST : 미등록 문자열");
+    EXPECT_FALSE(MessageFile(m_folder.Path("none").c_str()).IsOpen());
 }
 
-TEST_F(MMSGFunctionTest, LoadsWhatWasAdded) {
+TEST_F(MMSGFunctionTest, LoadsWhatWasAddedUpToAFileThatIsNotUnicode) {
     Add("a", Utf16(L"A = \"1\""));
     EXPECT_TRUE(MMSGFunction::LoadFile());
     SetFont(L"SIZE=20");
@@ -80,22 +82,14 @@ TEST_F(MMSGFunctionTest, LoadsWhatWasAdded) {
     EXPECT_TRUE(MMSGFunction::LoadAddedFile()) << "the same path is listed once";
     EXPECT_EQ(TextsOfABC(), L"1--") << "and not read again";
     EXPECT_EQ(MMSGFunction::GetFontSize(), 8) << "nothing new: the font is not read either";
+    Add("b", "B = \"3\"\n");
     Add("c", Utf16(L"C = \"3\""));
-    EXPECT_TRUE(MMSGFunction::LoadAddedFile());
-    EXPECT_EQ(TextsOfABC(), L"1-3");
-    EXPECT_EQ(MMSGFunction::GetFontSize(), 20);
-    EXPECT_TRUE(MMSGFunction::LoadFile());
-    EXPECT_EQ(TextsOfABC(), L"123") << "what is there stays";
-}
-
-TEST_F(MMSGFunctionTest, EndsTheLoadAtAFileThatIsNotUnicode) {
-    Add("a", Utf16(L"A = \"1\""));
-    Add("b", "B = \"2\"\n");
-    Add("c", Utf16(L"C = \"3\""));
-    EXPECT_FALSE(MMSGFunction::LoadFile());
     EXPECT_FALSE(MMSGFunction::LoadAddedFile());
     EXPECT_EQ(TextsOfABC(), L"1--");
-    Add("b", Utf16(L"B = \"2\""));
+    EXPECT_EQ(MMSGFunction::GetFontSize(), 20);
+    EXPECT_FALSE(MMSGFunction::LoadFile());
+    EXPECT_EQ(TextsOfABC(), L"12-") << "what is there stays";
+    Add("b", Utf16(L"B = \"3\""));
     EXPECT_TRUE(MMSGFunction::LoadAddedFile());
     EXPECT_EQ(TextsOfABC(), L"123");
     MMSGFunction::AddFile(m_folder.Path("none").c_str());
@@ -120,21 +114,6 @@ TEST_F(MMSGFunctionTest, ReadsTheFontByTheLetter) {
     EXPECT_EQ(MMSGFunction::GetFont(), L"Tahoma");
 }
 
-TEST_F(MMSGFunctionTest, IsToldHowAFileEnded) {
-    using Row = std::tuple<std::string, MessageFile::End, std::size_t>;
-    for (auto const &[bytes, end, lines] :
-         {Row{Utf16(L"a\n\nb"), MessageFile::End::kWhole, 3}, Row{Utf16(L"a\nb") + "x", MessageFile::End::kCutUnit, 2},
-          Row{Utf16(L"a\n") + "x", MessageFile::End::kCutUnit, 1}}) {
-        m_folder.Write("t", bytes);
-        MessageFile file(m_folder.Path("t").c_str());
-        for (CString line; file.GetLine(line);)
-            EXPECT_EQ(line.Find(L'\n'), -1);
-        EXPECT_EQ(file.HowEnded(), end);
-        EXPECT_EQ(file.LineNumber(), lines);
-    }
-    EXPECT_FALSE(MessageFile(m_folder.Path("none").c_str()).IsOpen());
-}
-
 TEST(MMSGFunction, TakesOnePairOfApostrophesAway) {
     using Row = std::pair<wchar_t const *, wchar_t const *>;
     for (auto const &[text, inside] : {Row{L"'a'", L"a"}, Row{L"''a''", L"'a'"}, Row{L"''", L""}, Row{L"", L""},
@@ -153,7 +132,6 @@ TEST(MessageLine, HasAKeyAndATextUnlessItIsBlankOrAComment) {
                                           Row{L"K=\"a\\\\n\"", L"K", L"a\\\n"},
                                           Row{L"K=\"\"\"\\\\\"\"\"", L"K", L"\"\\\""},
                                           Row{L"/**/KEY = \"v\"", L"KEY", L"v"},
-                                          Row{L"old/**/KEY = \"v\"", L"KEY", L"v"},
                                           Row{L"a/**/b/**/KEY = \"v\"", L"b/**/KEY", L"v"},
                                           Row{L"KEY = \"/**/v\"", L"KEY", L"/**/v"},
                                           Row{L"A = \"x = y\"", L"A", L"x = y"},
@@ -162,7 +140,6 @@ TEST(MessageLine, HasAKeyAndATextUnlessItIsBlankOrAComment) {
                                           Row{L"KEY  =v", L"KEY", L" ="},
                                           Row{L"KEY = \"v\" end", L"KEY", L"v\" en"},
                                           Row{L"KEY = \"", L"KEY", L""},
-                                          Row{L"no text", L"", L"o tex"},
                                           Row{L"no \"text\"", L"", L"text"},
                                           Row{L"=\"v\"", L"", L"v"},
                                           Row{L"=", L"", L""},

@@ -3,6 +3,8 @@
 #include "zvi/core/CString.h"
 #include "zvi/text/IMSGPrinter.h"
 
+#include <utility>
+
 namespace zvi::lib::test {
 
 /// Notes what it is told as "NAME:TEXT;", with a "*" for a document.
@@ -21,11 +23,7 @@ public:
     }
 
     /// What it was told since the last call.
-    CString Taken() {
-        CString const taken = m_notes;
-        m_notes.Empty();
-        return taken;
-    }
+    CString Taken() { return std::exchange(m_notes, CString()); }
 
 private:
     void Note(CDocument *document, wchar_t const *name, wchar_t const *text) {

@@ -54,11 +54,8 @@ TEST_F(TextFiles, IndentWhatTheyWrite) {
     CTextFileWithBuffer file;
     EXPECT_FALSE(file.WriteTagOpen(L"a")) << "not open";
     ASSERT_TRUE(file.Open(path.c_str(), CFile::kWrite | CFile::kCreate));
-    EXPECT_TRUE(file.WriteTagOpen(L"a"));
-    EXPECT_TRUE(file.WriteData(L"x%d", 7));
-    EXPECT_TRUE(file.WriteTagClose(L"b"));
-    EXPECT_TRUE(file.WriteTagClose(L"left"));
-    EXPECT_TRUE(file.WriteFmt(L"%s %%", L"fmt"));
+    EXPECT_TRUE(file.WriteTagOpen(L"a") && file.WriteData(L"x%d", 7) && file.WriteTagClose(L"b"));
+    EXPECT_TRUE(file.WriteTagClose(L"left") && file.WriteFmt(L"%s %%", L"fmt"));
     file.Close();
     EXPECT_EQ(folder.Read("t"), zvi::test::HostText("a\n    x7\nb\n    left\nfmt %"));
     CMbcsTextFileWithBuffer reader;
@@ -77,11 +74,10 @@ TEST_F(TextFiles, AreReadByTheirMark) {
          {Row{"", kEncodingMultiByte}, Row{"\xEF\xBB", kEncodingMultiByte}, Row{"\xEF\xBB\xBF", kEncodingUtf8},
           Row{"\xFF\xFE", kEncodingUtf16Little}, Row{"\xFE\xFF", kEncodingUtf16Big},
           Row{{"\0\0\xFE\xFF", 4}, kEncodingUtf32Big}}) {
-        folder.Write("t", mark);
+        folder.Write("t", mark + "ab\ncd");
         TEXT_ENCODING type = kEncodingUtf32Big;
         EXPECT_EQ(MFileCtrl::GetTextFileEncodingInfo(path.c_str(), type), 1);
         EXPECT_EQ(type, expected) << mark;
-        folder.Write("t", mark + "ab\ncd");
         bool const isWide = expected != kEncodingMultiByte;
         EXPECT_EQ(MFileCtrl::IsUnicodeFile(path.c_str()), isWide);
         CTextFileWithBuffer file;
@@ -99,8 +95,7 @@ TEST_F(TextFiles, AreReadByTheirMark) {
 TEST_F(TextFiles, WriteUtf16WithMarkAndCarriageReturns) {
     CTextFileWithBuffer file;
     ASSERT_TRUE(file.Open(path.c_str(), CFile::kWrite | CFile::kCreate, 1));
-    EXPECT_TRUE(file.Write(L"h\xE9\n"));
-    EXPECT_TRUE(file.WriteData(L"%s", L"\xD55C"));
+    EXPECT_TRUE(file.Write(L"h\xE9\n") && file.WriteData(L"%s", L"\xD55C"));
     CTextFileWithBuffer copy(file);
     EXPECT_TRUE(copy.IsOpen());
     copy.Close();

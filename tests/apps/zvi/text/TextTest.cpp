@@ -81,12 +81,10 @@ TEST(Text, GoesToAFileAndToJson) {
               R"({"schema":1,"encoding":"UTF-16, lower byte first","mark":true,"lines":2,"lf":1,"crlf":1,"cr":0,)"
               R"("lastLineEnded":true,"broken":0,"firstBrokenLine":0})"
               "\n");
-    for (std::vector<std::string> const &words : {std::vector<std::string>{"text", "--to", "utf8"},
-                                                  {"text", "--out", "x"},
-                                                  {"text", "--lossy"},
-                                                  {"text", "--json", "--to", "utf-8"},
-                                                  {"text", "a", "b"},
-                                                  {"text", "--from", "CP4711"}})
+    using Words = std::vector<std::string>;
+    for (Words const &words :
+         {Words{"text", "--to", "utf8"}, Words{"text", "--out", "x"}, Words{"text", "--lossy"}, Words{"text", "a", "b"},
+          Words{"text", "--json", "--to", "utf-8"}, Words{"text", "--from", "CP4711"}})
         EXPECT_EQ(RunZvi(words, "x").status, 2) << words[1];
     EXPECT_EQ(RunZvi({"text", "nowhere"}).status, 1);
 }
