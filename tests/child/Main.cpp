@@ -154,4 +154,5 @@ int wmain(int argc, wchar_t **argv) {
 int main(int argc, char **argv) {
 #endif
     RunScript({argv + 1, argv + argc});
+    return 0;
 }
