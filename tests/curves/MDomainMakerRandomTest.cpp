@@ -149,7 +149,8 @@ public:
     /// Lenses in a row, each of two refined arcs. Some ids come again, and their points go to the first edge that bears
     /// them.
     void AddLenses() {
-        for (int i = 1; i <= 20 * m_size; ++i) {
+        int const count = m_size == 7 ? 500 : 20 * m_size; // some so many that their ids are looked up in a map
+        for (int i = 1; i <= count; ++i) {
             double const x = 3.0 * (i / 2);
             auto const id = static_cast<unsigned int>(Pick(20) == 0 ? 1 + Pick(i) : i);
             m_curves.push_back({id, {{x, 0}, {x + 1, i % 2 == 0 ? 0.5 : -0.5}, {x + 2, 0.1}}});
