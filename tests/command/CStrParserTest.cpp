@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace zvi::lib::test {
@@ -75,22 +76,18 @@ TEST(CStrParser, VariablesLiveInFourEntriesAndTheFirstOfANameCounts) {
 }
 
 TEST(CStrParser, WritesDistancesAsRuns) {
-    struct Row {
-        CArray<double> distances;
-        wchar_t const *text;
-    };
-    Row const rows[] = {
-        {{}, L""},
-        {{2.5}, L"2.5"},
-        {{1, 2}, L"1, 2"},
-        {{2, 2}, L"2@2"},
-        {{2, 2, 2, 5}, L"3@2, 5"},
-        {{5, 2, 2}, L"5, 2@2"},
-        {{1, 1, 2, 1, 1}, L"2@1, 2, 2@1"},
-        {{1.0 / 3, 1e12}, L"0.333333333, 1e+12"},
-    };
-    for (Row const &row : rows)
-        EXPECT_EQ(CStrParser::ConvtDistArr2DistStr(row.distances), row.text);
+    using Row = std::pair<CArray<double>, wchar_t const *>;
+    for (auto const &[distances, text] : std::initializer_list<Row>{
+             {{}, L""},
+             {{2.5}, L"2.5"},
+             {{1, 2}, L"1, 2"},
+             {{2, 2}, L"2@2"},
+             {{2, 2, 2, 5}, L"3@2, 5"},
+             {{5, 2, 2}, L"5, 2@2"},
+             {{1, 1, 2, 1, 1}, L"2@1, 2, 2@1"},
+             {{1.0 / 3, 1e12}, L"0.333333333, 1e+12"},
+         })
+        EXPECT_EQ(CStrParser::ConvtDistArr2DistStr(distances), text);
 }
 
 TEST(CStrParser, MakesNamesThatAreNotTaken) {
@@ -123,35 +120,28 @@ TEST(CStrParser, MakesNamesThatAreNotTaken) {
 TEST(MParser, TurnsLengthUnitsIntoFactors) {
     testing::internal::CaptureStderr();
     Units metres(1);
-    struct Row {
-        wchar_t const *text;
-        wchar_t const *converted;
-        double value;
-        int parsed; ///< 2: parsed, whatever the value
-    };
-    Row const rows[] = {
-        {L"5mm+3", L"(5*0.001000)+3", 3.005, 1},
-        {L"1,000MM", L"(1000*0.001000)", 1.0, 1},
-        {L"10,20", L"1020", 1020.0, 1},
-        {L"2m-30cm", L"(2*1.000000)-(30*0.010000)", 1.7, 1},
-        {L"1um", L"(1*0.000001)", 1e-6, 1},
-        {L"sin(30)*2in", L"SIN(30)*(2*0.025400)", 0, 2},
-        {L"5KG", L"(5kg)", 0, 0},
-        // The T of a foot is a marker by the time units are looked for.
-        {L"5ft", L"(5f)#__ARG_TO__#", 0, 0},
-        // A word at the very end is kept only behind a number.
-        {L"2*pi", L"2*", 0, 0},
-        {L"", L"", 0, 0},
-    };
-    for (Row const &row : rows) {
+    using Row = std::tuple<wchar_t const *, wchar_t const *, double, int>; // 2: it is parsed, whatever the value
+    for (auto const &[text, expected, number, parsed] : std::initializer_list<Row>{
+             {L"5mm+3", L"(5*0.001000)+3", 3.005, 1},
+             {L"1,000MM", L"(1000*0.001000)", 1.0, 1},
+             {L"10,20", L"1020", 1020.0, 1},
+             {L"2m-30cm", L"(2*1.000000)-(30*0.010000)", 1.7, 1},
+             {L"1um", L"(1*0.000001)", 1e-6, 1},
+             {L"sin(30)*2in", L"SIN(30)*(2*0.025400)", 0, 2},
+             {L"5KG", L"(5kg)", 0, 0},
+             // The T of a foot is a marker by the time units are looked for.
+             {L"5ft", L"(5f)#__ARG_TO__#", 0, 0},
+             // A word at the very end is kept only behind a number.
+             {L"2*pi", L"2*", 0, 0},
+             {L"", L"", 0, 0},
+         }) {
         MParser parser;
-        CString const converted = parser.SetUnitArgTokenString(row.text, L"", &metres.control);
-        EXPECT_EQ(converted, row.converted) << row.text;
-        EXPECT_EQ(parser.ParsingUNumberArg(row.text, &metres.control), row.parsed != 0) << row.text;
+        EXPECT_EQ(parser.SetUnitArgTokenString(text, L"", &metres.control), expected) << text;
+        EXPECT_EQ(parser.ParsingUNumberArg(text, &metres.control), parsed != 0) << text;
         double value = 0;
-        if (row.parsed == 1) {
+        if (parsed == 1) {
             EXPECT_EQ(parser.GetNumberData(value), 1);
-            EXPECT_NEAR(value, row.value, 1e-15) << row.text;
+            EXPECT_NEAR(value, number, 1e-15) << text;
         }
     }
     MParser parser;

@@ -8,6 +8,7 @@
 
 #include <cmath>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace zvi::lib::test {
@@ -46,20 +47,16 @@ std::vector<double> Numbers(Parser &parser) {
 
 using Entry = int (Parser::*)(CString const &);
 
-struct Row {
-    Entry entry;
-    wchar_t const *text;
-    std::vector<double> expected;
-};
+using Row = std::tuple<Entry, wchar_t const *, std::vector<double>>;
 
 void Check(std::vector<Row> const &rows) {
-    for (Row const &row : rows) {
+    for (auto const &[entry, text, expected] : rows) {
         ListeningParser parser;
-        EXPECT_EQ((parser.*row.entry)(row.text), 1) << row.text;
+        EXPECT_EQ((parser.*entry)(text), 1) << text;
         std::vector<double> const got = Numbers(parser);
-        ASSERT_EQ(got.size(), row.expected.size()) << row.text;
+        ASSERT_EQ(got.size(), expected.size()) << text;
         for (std::size_t i = 0; i < got.size(); ++i)
-            EXPECT_DOUBLE_EQ(got[i], row.expected[i]) << row.text;
+            EXPECT_DOUBLE_EQ(got[i], expected[i]) << text;
     }
 }
 
@@ -248,29 +245,24 @@ TEST(Parser, APositionOfNoCoordinatesGetsNone) {
 }
 
 TEST(Parser, ReadsBracketedTriples) {
-    struct ListRow {
-        wchar_t const *text;
-        int parsed;
-        std::vector<double> expected;
-    };
-    ListRow const rows[] = {
-        {L"", 1, {}},
-        {L"[1,2,3]", 1, {1, 2, 3}},
-        {L"[1 2] [3]", 1, {1, 2, 0, 3, 0, 0}},
-        {L"[1,2],[3,4,5],", 1, {1, 2, 0, 3, 4, 5}},
-        {L"[1,2,3,4]", 0, {}},
-        {L"[1,NAME]", 0, {}},
-        {L"[1,2", 0, {}},
-        {L"1,2", 0, {}},
-        {L"[]", 0, {}},
-        {L"[1],__AGR_ERROR__", 0, {}},
-    };
-    for (ListRow const &row : rows) {
+    using ListRow = std::tuple<wchar_t const *, int, std::vector<double>>;
+    for (auto const &[text, parsed, expected] : std::initializer_list<ListRow>{
+             {L"", 1, {}},
+             {L"[1,2,3]", 1, {1, 2, 3}},
+             {L"[1 2] [3]", 1, {1, 2, 0, 3, 0, 0}},
+             {L"[1,2],[3,4,5],", 1, {1, 2, 0, 3, 4, 5}},
+             {L"[1,2,3,4]", 0, {}},
+             {L"[1,NAME]", 0, {}},
+             {L"[1,2", 0, {}},
+             {L"1,2", 0, {}},
+             {L"[]", 0, {}},
+             {L"[1],__AGR_ERROR__", 0, {}},
+         }) {
         ListeningParser parser;
         CArray<double> list{42};
-        EXPECT_EQ(parser.ParsingPositionXYZList(row.text, list), row.parsed) << row.text;
+        EXPECT_EQ(parser.ParsingPositionXYZList(text, list), parsed) << text;
         std::vector<double> const kept{42};
-        EXPECT_EQ(std::vector<double>(list.begin(), list.end()), row.parsed ? row.expected : kept) << row.text;
+        EXPECT_EQ(std::vector<double>(list.begin(), list.end()), parsed ? expected : kept) << text;
     }
 }
 

@@ -19,11 +19,6 @@ struct Curve {
     DM_VTEX from, to;
 };
 
-std::vector<Curve> operator+(std::vector<Curve> curves, Curve const &added) {
-    curves.push_back(added);
-    return curves;
-}
-
 std::vector<Curve> operator+(std::vector<Curve> curves, std::vector<Curve> const &added) {
     curves.insert(curves.end(), added.begin(), added.end());
     return curves;
@@ -108,15 +103,19 @@ TEST(MDomainMaker, FindsTheDomainsOfSmallFigures) {
     Points const square = Square(1);
     Figure const figures[] = {
         {Ring(11, square), {{{11, 12, 13, 14}}}},
-        {Ring(1, square) + Curve{5, square[3], square[1]}, {{{2, 3, 5}, {0, 0, 0}}, {{4, 1, 5}, {0, 0, 1}}}},
+        {Ring(1, square) + std::vector<Curve>{{5, square[3], square[1]}},
+         {{{2, 3, 5}, {0, 0, 0}}, {{4, 1, 5}, {0, 0, 1}}}},
         // Squares within squares: each is a hole of the one around it, and a domain.
         {Ring(1, square) + Ring(5, Square(3)) + Ring(9, Square(2)),
          {{{5, 6, 7, 8}, {}, {12, 11, 10, 9}}, {{9, 10, 11, 12}, {}, {4, 3, 2, 1}}, {{1, 2, 3, 4}}}},
         // What encloses nothing: an edge that dangles inside and goes on, the first curve once more and turned, one
         // without a length, an open polyline.
-        {Ring(1, square) + Curve{20, square[0], {0, 0}} + Curve{21, {0, 0}, {0.2, 0.1}} +
-             Curve{30, square[1], square[0]} + Curve{31, square[2], square[2]} + Curve{40, {5, 5}, {6, 7}} +
-             Curve{41, {6, 7}, {9, 7}},
+        {Ring(1, square) + std::vector<Curve>{{20, square[0], {0, 0}},
+                                              {21, {0, 0}, {0.2, 0.1}},
+                                              {30, square[1], square[0]},
+                                              {31, square[2], square[2]},
+                                              {40, {5, 5}, {6, 7}},
+                                              {41, {6, 7}, {9, 7}}},
          {{{1, 2, 3, 4}}}},
     };
     for (Figure const &figure : figures) {

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <tuple>
 
 namespace zvi::lib::test {
 
@@ -24,57 +25,49 @@ Polygon const kNotched = {{0, 0}, {4, 0}, {4, 3}, {2, 1}, {0, 3}};
 TEST(MGeomFuncTopology, GivesEachCode) {
     T_LINE2D const level = {0, 0, 10, 0};
     T_LINE2D const slanted = {0, 0, 10, 10};
-    struct Row {
-        T_LINE2D l, m;
-        int code;
-    };
-    Row const rows[] = {
-        {level, {3, 1, 7, 1}, 0},                  // parallel to the left
-        {level, {20, -1, 20, 1}, 0},               // beside
-        {level, {0, 0, 0, 5}, 1},                  // a on c
-        {level, {0, 5, 0, 0}, 2},                  // a on d
-        {level, {0, -1, 0, 1}, 3},                 // a inside M
-        {level, {10, 0, 12, 5}, 4},                // b on c
-        {level, {12, 5, 10, 0}, 5},                // b on d
-        {level, {10, -1, 10, 1}, 6},               // b inside M
-        {level, {4, 0, 4, 5}, 7},                  // a T whose stem starts on L
-        {level, {4, 5, 4, 0}, 8},                  // a T whose stem ends on L
-        {level, {4, -1, 4, 1}, 9},                 // an X
-        {level, {4, 0, 15, 0}, 10},                // only c within L
-        {level, {15, 0, 4, 0}, 11},                // only d within L
-        {level, {4, 0, 6, 0}, 12},                 // M within L
-        {level, {-1, 0, 11, 0}, 13},               // L within M
-        {level, {4, 0.0003, 6, -0.0003}, 9},       // a flat X
-        {level, {3, -0.00001, 7, 0.00001}, 0},     // flatter than the limit of parallel lines, and still not parallel
-        {level, {10 + 9e-7, -1, 10 + 9e-7, 1}, 9}, // a miss within 1e-7 of the length of L meets
-        {level, {10 + 2e-6, -1, 10 + 2e-6, 1}, 0},
-        // Parallel segments to the right are judged by their boxes alone.
-        {level, {3, -1, 7, -1}, 0},
-        {slanted, {4, 1, 6, 3}, 12},
-        {slanted, {1, 4, 3, 6}, 0},
-        {{0, 0, 0, 0}, {0, 0, 0, 0}, 12},
-    };
-    for (Row const &row : rows)
-        EXPECT_EQ(MGeomFunc::GetTopologyOfTwoLines(row.l, row.m), row.code) << &row - rows;
+    using Row = std::tuple<T_LINE2D, T_LINE2D, int>;
+    for (auto const &[l, m, code] : std::initializer_list<Row>{
+             {level, {3, 1, 7, 1}, 0},              // parallel to the left
+             {level, {20, -1, 20, 1}, 0},           // beside
+             {level, {0, 0, 0, 5}, 1},              // a on c
+             {level, {0, 5, 0, 0}, 2},              // a on d
+             {level, {0, -1, 0, 1}, 3},             // a inside M
+             {level, {10, 0, 12, 5}, 4},            // b on c
+             {level, {12, 5, 10, 0}, 5},            // b on d
+             {level, {10, -1, 10, 1}, 6},           // b inside M
+             {level, {4, 0, 4, 5}, 7},              // a T whose stem starts on L
+             {level, {4, 5, 4, 0}, 8},              // a T whose stem ends on L
+             {level, {4, -1, 4, 1}, 9},             // an X
+             {level, {4, 0, 15, 0}, 10},            // only c within L
+             {level, {15, 0, 4, 0}, 11},            // only d within L
+             {level, {4, 0, 6, 0}, 12},             // M within L
+             {level, {-1, 0, 11, 0}, 13},           // L within M
+             {level, {4, 0.0003, 6, -0.0003}, 9},   // a flat X
+             {level, {3, -0.00001, 7, 0.00001}, 0}, // flatter than the limit of parallel lines, and still not parallel
+             {level, {10 + 9e-7, -1, 10 + 9e-7, 1}, 9}, // a miss within 1e-7 of the length of L meets
+             {level, {10 + 2e-6, -1, 10 + 2e-6, 1}, 0},
+             // Parallel segments to the right are judged by their boxes alone.
+             {level, {3, -1, 7, -1}, 0},
+             {slanted, {4, 1, 6, 3}, 12},
+             {slanted, {1, 4, 3, 6}, 0},
+             {{0, 0, 0, 0}, {0, 0, 0, 0}, 12},
+         })
+        EXPECT_EQ(MGeomFunc::GetTopologyOfTwoLines(l, m), code) << m.x1 << ' ' << m.y1;
 }
 
 TEST(MGeomFuncPolygon, CountsCrossingsOfALine) {
-    struct Row {
-        T_LINE2D line;
-        int count;
-    };
-    Row const rows[] = {
-        {{-1, 2, 5, 2}, 4},     // both flanks of both teeth
-        {{-1, 1, 5, 1}, 4},     // the outer sides, and the notch's bottom twice
-        {{-1, 0.5, 5, 0.5}, 2}, // below the notch
-        {{2, -1, 2, 5}, 2},     // upright: the base, and the notch's vertex where it passes
-        {{-1, 3, 5, 3}, 4},     // the two tips, each twice
-        {{-1, 4, 5, 4}, 0},     // clear of it
-        {{1, 2, -1, 2}, 1},     // from an edge outward: the start counts for nothing
-    };
-    for (Row const &row : rows) {
-        EXPECT_EQ(MGeomFunc::GetLinePolygonCrossCount(row.line, kNotched), row.count) << row.line.y1;
-        EXPECT_EQ(MGeomFunc::GetLinePolygonCrossCount(row.line, Reversed(kNotched)), row.count) << row.line.y1;
+    using Row = std::pair<T_LINE2D, int>;
+    for (auto const &[line, count] : std::initializer_list<Row>{
+             {{-1, 2, 5, 2}, 4},     // both flanks of both teeth
+             {{-1, 1, 5, 1}, 4},     // the outer sides, and the notch's bottom twice
+             {{-1, 0.5, 5, 0.5}, 2}, // below the notch
+             {{2, -1, 2, 5}, 2},     // upright: the base, and the notch's vertex where it passes
+             {{-1, 3, 5, 3}, 4},     // the two tips, each twice
+             {{-1, 4, 5, 4}, 0},     // clear of it
+             {{1, 2, -1, 2}, 1},     // from an edge outward: the start counts for nothing
+         }) {
+        EXPECT_EQ(MGeomFunc::GetLinePolygonCrossCount(line, kNotched), count) << line.y1;
+        EXPECT_EQ(MGeomFunc::GetLinePolygonCrossCount(line, Reversed(kNotched)), count) << line.y1;
     }
     // Along an edge: its start counts by the sides of its neighbours, its end once more.
     EXPECT_EQ(MGeomFunc::GetLinePolygonCrossCount({-1, 0, 5, 0}, kNotched), 3);
@@ -149,26 +142,21 @@ TEST(MGeomFuncPolygon, AreaTakesHolesOffWhicheverWayTheyRun) {
 }
 
 TEST(MGeomFuncPolygon, HullTestFollowsItsDotProducts) {
-    struct Row {
-        Polygon points;
-        T_POINT2D p;
-        int inside;
-    };
+    using Row = std::tuple<Polygon, T_POINT2D, int>;
     Polygon const wide = {{-10, -10}, {10, -10}, {10, 10}, {-10, 10}};
-    Row const rows[] = {
-        {{}, {0, 0}, 0},
-        {{{1, 1}}, {1, 1}, 1},
-        {{{1, 1}}, {2, 1}, 0},
-        {wide, {3, -2}, 1},
-        {wide, {30, -2}, 0},
-        {wide, {10, 10}, 1},
-        // Opposite the first point, with a product of the lengths of exactly 1.
-        {{{-1, 0}, {1, 0}}, {0, 0}, 1},
-        {{{-5, 0}, {5, 0}}, {0, 0}, 1},
-        {{{0, 0}, {3, -0.5}}, {1, 0}, 1}, // one side alone, as far as can be
-    };
-    for (Row const &row : rows)
-        EXPECT_EQ(MGeomFunc::CheckInsideConvexHull(row.points, row.p), row.inside) << &row - rows;
+    for (auto const &[points, p, inside] : std::initializer_list<Row>{
+             {{}, {0, 0}, 0},
+             {{{1, 1}}, {1, 1}, 1},
+             {{{1, 1}}, {2, 1}, 0},
+             {wide, {3, -2}, 1},
+             {wide, {30, -2}, 0},
+             {wide, {10, 10}, 1},
+             // Opposite the first point, with a product of the lengths of exactly 1.
+             {{{-1, 0}, {1, 0}}, {0, 0}, 1},
+             {{{-5, 0}, {5, 0}}, {0, 0}, 1},
+             {{{0, 0}, {3, -0.5}}, {1, 0}, 1}, // one side alone, as far as can be
+         })
+        EXPECT_EQ(MGeomFunc::CheckInsideConvexHull(points, p), inside) << p.x << ' ' << p.y;
 }
 
 } // namespace zvi::lib::test

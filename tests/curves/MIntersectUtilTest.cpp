@@ -187,22 +187,28 @@ TEST(MIntersectUtil, TellsPointsOnCurves) {
     T_LINE_G const almost = Arc({0, 0, 0}, 1, 0, 359.998); // its ends are too near for a range by angles
     T_LINE_G const upright = T_LINE_G().Set({1, 0, 0}, {-1, 0, 0}, 1, {0, 0, 0}, {0, 1, 0}, 0, kTol);
     double const h = std::sqrt(2.0);
-    struct Row {
-        Vec3 p;
-        T_LINE_G const &curve;
-        int open, closed;
-    };
-    Row const rows[] = {
-        {{1, 0.5e-6, 0}, line, 1, 1},  {{1, 2e-6, 0}, line, 0, 0},   {{4, 0, 0}, line, 0, 1},
-        {{4.1, 0, 0}, line, 0, 0},     {{h, h, 0}, arc, 1, 1},       {{-h, h, 0}, arc, 0, 0},
-        {{0, 2, 0}, arc, 0, 1},        {{1, 1, 0}, arc, 0, 0},       {{h, h, 0}, clockwise, 0, 0},
-        {{-h, h, 0}, clockwise, 1, 1}, {{1, 0, 0}, upright, 0, 0},   {{0, 0, 1}, upright, 0, 0},
-        {{0, 1, 0}, almost, 0, 0},     {{0, 1000, 0}, tiny, 0, 0},   {{h, h, 0.5}, rising, 1, 1},
-        {{0, -2, 0}, circle, 1, 1},    {{0, -2.1, 0}, circle, 0, 0},
-    };
-    for (Row const &row : rows) {
-        EXPECT_EQ(MIntersectUtil::IsPointOnLine(row.p, row.curve, 1e-6, 0), row.open) << &row - rows;
-        EXPECT_EQ(MIntersectUtil::IsPointOnLine(row.p, row.curve, 1e-6, 1), row.closed) << &row - rows;
+    using Row = std::tuple<Vec3, T_LINE_G const &, int, int>;
+    for (auto const &[p, curve, open, closed] : std::initializer_list<Row>{
+             {{1, 0.5e-6, 0}, line, 1, 1},
+             {{1, 2e-6, 0}, line, 0, 0},
+             {{4, 0, 0}, line, 0, 1},
+             {{4.1, 0, 0}, line, 0, 0},
+             {{h, h, 0}, arc, 1, 1},
+             {{-h, h, 0}, arc, 0, 0},
+             {{0, 2, 0}, arc, 0, 1},
+             {{1, 1, 0}, arc, 0, 0},
+             {{h, h, 0}, clockwise, 0, 0},
+             {{-h, h, 0}, clockwise, 1, 1},
+             {{1, 0, 0}, upright, 0, 0},
+             {{0, 0, 1}, upright, 0, 0},
+             {{0, 1, 0}, almost, 0, 0},
+             {{0, 1000, 0}, tiny, 0, 0},
+             {{h, h, 0.5}, rising, 1, 1},
+             {{0, -2, 0}, circle, 1, 1},
+             {{0, -2.1, 0}, circle, 0, 0},
+         }) {
+        EXPECT_EQ(MIntersectUtil::IsPointOnLine(p, curve, 1e-6, 0), open) << p[0] << ' ' << p[1];
+        EXPECT_EQ(MIntersectUtil::IsPointOnLine(p, curve, 1e-6, 1), closed) << p[0] << ' ' << p[1];
     }
 }
 

@@ -161,18 +161,17 @@ TEST(T_LINE_G, AFullCircleHasItsOwnRules) {
 }
 
 TEST(T_LINE_G, SetByCentreKeepsBetaOfExistingRecords) {
-    struct Row {
-        Vec3 p2, normal;
-        int is2D;
-        double beta;
-    };
-    Row const rows[] = {
-        {{0, 1, 0}, {0, 0, 2}, 0, 0},    {{0, 1, 0}, {0, 0, -2}, 0, 180}, {{0, 1, 0}, {0, 0, 0}, 0, 0},
-        {{0, 1, 5}, {0, 0, -1}, 1, 180}, {{0, 1, 5}, {0, 0, 1}, 0, 90},   {{0, 0, 1}, {0, -1, 0}, 0, 90},
-    };
-    for (Row const &row : rows) {
-        T_LINE_G const arc = T_LINE_G().Set({1, 0, 0}, row.p2, 1, {0, 0, 0}, row.normal, row.is2D, kTol);
-        EXPECT_EQ(arc.BetaAng, row.beta);
+    using Row = std::tuple<Vec3, Vec3, int, double>;
+    for (auto const &[p2, normal, is2D, beta] : std::initializer_list<Row>{
+             {{0, 1, 0}, {0, 0, 2}, 0, 0},
+             {{0, 1, 0}, {0, 0, -2}, 0, 180},
+             {{0, 1, 0}, {0, 0, 0}, 0, 0},
+             {{0, 1, 5}, {0, 0, -1}, 1, 180},
+             {{0, 1, 5}, {0, 0, 1}, 0, 90},
+             {{0, 0, 1}, {0, -1, 0}, 0, 90},
+         }) {
+        T_LINE_G const arc = T_LINE_G().Set({1, 0, 0}, p2, 1, {0, 0, 0}, normal, is2D, kTol);
+        EXPECT_EQ(arc.BetaAng, beta);
         EXPECT_EQ(arc.Radius, 1);
     }
     T_LINE_G const plan = T_LINE_G().Set({1, 0, 0}, {0, 1, 0}, 1, {0, 0, 7}, {1, 0, -1e-3}, 1, kTol);
@@ -260,29 +259,26 @@ TEST(T_LINE_G, FindsPositionsTangentsAndFeet) {
     T_LINE_G const arc = Arc({0, 0, 0}, 5, 0, 90);
     T_LINE_G const space = T_LINE_G().Set({5, 0, 0}, {0, 5, 0}, 1, {0, 0, 0}, {0, 0, 1}, 0, kTol);
     double const h = std::sqrt(0.5);
-    struct Row {
-        Vec3 actual, expected;
-    };
-    Row const rows[] = {
-        {AtRatio(line, -0.1), kNone},
-        {AtRatio(line, 1.5), {3, 0, 6}},
-        {AtLength(line, 1, 1), {1, 0, 2}},
-        {AtAngle(line, 10), kNone},
-        {AtLength(upright, 1, 1), kNone},
-        {AtLength(upright, 0, 1), {1, 1, 1}},
-        {AtAngle(kHelix, 45), OnCircle({0, 0, 0}, 5, 45, 5)},
-        {Tangent(Line({0, 0, 0}, {0, 3, 4}), 0.2), {0, h, h}}, // the rise counts as much as the y difference
-        {Tangent(upright, 0.2), kNone},
-        {Tangent(arc, 0.5), {-h, h, 0}},
-        {Tangent(Arc({0, 0, 0}, 5, 90, 0, -1), 0.5), {h, -h, 0}},
-        {Tangent(arc, 1.01), kNone},
-        {Projected(level, {5, 3, 1}), {5, 0, 0}},
-        {Projected(kHelix, {1, 1, 77}), OnCircle({0, 0, 0}, 5, 45, 5)},
-        {Projected(space, {3, 0, 4}), {5, 0, 0}},
-    };
-    for (Row const &row : rows) {
-        SCOPED_TRACE(testing::Message() << "row " << &row - rows);
-        ExpectNear(row.actual, row.expected);
+    using Row = std::pair<Vec3, Vec3>;
+    for (auto const &[actual, expected] : std::initializer_list<Row>{
+             {AtRatio(line, -0.1), kNone},
+             {AtRatio(line, 1.5), {3, 0, 6}},
+             {AtLength(line, 1, 1), {1, 0, 2}},
+             {AtAngle(line, 10), kNone},
+             {AtLength(upright, 1, 1), kNone},
+             {AtLength(upright, 0, 1), {1, 1, 1}},
+             {AtAngle(kHelix, 45), OnCircle({0, 0, 0}, 5, 45, 5)},
+             {Tangent(Line({0, 0, 0}, {0, 3, 4}), 0.2), {0, h, h}}, // the rise counts as much as the y difference
+             {Tangent(upright, 0.2), kNone},
+             {Tangent(arc, 0.5), {-h, h, 0}},
+             {Tangent(Arc({0, 0, 0}, 5, 90, 0, -1), 0.5), {h, -h, 0}},
+             {Tangent(arc, 1.01), kNone},
+             {Projected(level, {5, 3, 1}), {5, 0, 0}},
+             {Projected(kHelix, {1, 1, 77}), OnCircle({0, 0, 0}, 5, 45, 5)},
+             {Projected(space, {3, 0, 4}), {5, 0, 0}},
+         }) {
+        SCOPED_TRACE(testing::Message() << expected[0] << ' ' << expected[1] << ' ' << expected[2]);
+        ExpectNear(actual, expected);
     }
     EXPECT_DOUBLE_EQ(level.GetDistance({2.75, 1, 0}), 1.25);
     EXPECT_DOUBLE_EQ(level.GetDistance({-0.75, 1, 0}), 1.25);
@@ -296,22 +292,17 @@ TEST(T_LINE_G, SortsPointsAlongTheCurve) {
     Points points;
     for (double const degrees : {100.0, 355.0, 349.99999, 10.0, 199.0, 340.0})
         points.PushBack(OnCircle({0, 0, 0}, 5, degrees, 0));
-    struct Row {
-        T_LINE_G curve;
-        Points points;
-        double tol;
-        MArray<int> order;
-    };
+    using Row = std::tuple<T_LINE_G, Points, double, MArray<int>>;
     MArray<int> order = {42};
-    for (Row const &row :
+    for (auto const &[curve, given, tol, expected] :
          {Row{ccw, points, 1e-6, {2, 1, 3, 0, 4, 5}},
           Row{Arc({0, 0, 0}, 5, 350, 200, -1), points, 1e-6, {5, 4, 0, 3, 1, 2}},
           Row{Line({9, 0, 0}, {0, 0, 0}), {{3, 0, 0}, {1, 7, 0}, {2, -4, 0}, {1, 0, 0}}, 0, {0, 2, 1, 3}}}) {
-        Points along = row.points;
-        EXPECT_EQ(row.curve.SortByDist(along, row.tol, order), 1);
-        EXPECT_EQ(order, row.order);
+        Points along = given;
+        EXPECT_EQ(curve.SortByDist(along, tol, order), 1);
+        EXPECT_EQ(order, expected);
         for (std::size_t i = 0; i < along.Size(); ++i)
-            EXPECT_EQ(along[i], row.points[static_cast<std::size_t>(order[i])]);
+            EXPECT_EQ(along[i], given[static_cast<std::size_t>(order[i])]);
     }
     Points one = {{1, 1, 1}};
     EXPECT_EQ(ccw.SortByDist(one, 0, order), 1);

@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <map>
 #include <sstream>
+#include <tuple>
 
 namespace zvi::app::test {
 
@@ -67,12 +68,8 @@ TEST(Convert, AgreesWithPublishedRelations) {
 }
 
 TEST(Convert, SaysWhatItDoesNotUnderstand) {
-    struct Row {
-        std::vector<std::string> words;
-        int status;
-        char const *err; ///< a part of it
-    };
-    for (Row const &row : std::initializer_list<Row>{
+    using Row = std::tuple<std::vector<std::string>, int, char const *>; // a part of the messages
+    for (auto [words, status, err] : std::initializer_list<Row>{
              {{"1", "m", "meters"}, 1, "unknown unit label 'meters'"},
              {{"1", "kN/m^2^3", "N/m"}, 1, "a label is a product such as"},
              {{"1", "kN", "N/m"}, 1, "'kN' is length*mass/time^2, and 'N/m' is mass/time^2"},
@@ -95,11 +92,10 @@ TEST(Convert, SaysWhatItDoesNotUnderstand) {
              {{"1", "hr", "sec", "--kind", "83"}, 0, "give 3600; the library's own factors of kind 83 give 1"},
              {{"1", "m", "to", "mm"}, 0, ""},
          }) {
-        std::vector<std::string> words = row.words;
         words.insert(words.begin(), "convert");
         RunOutcome const run = RunZvi(words);
-        EXPECT_EQ(run.status, row.status) << run.err;
-        EXPECT_NE(run.err.find(row.err), std::string::npos) << run.err;
+        EXPECT_EQ(run.status, status) << run.err;
+        EXPECT_NE(run.err.find(err), std::string::npos) << run.err;
     }
     nlohmann::json const json = nlohmann::json::parse(RunZvi({"convert", "--json", "2", "kPa", "N/m^2"}).out);
     EXPECT_NEAR(json["result"].get<double>(), 2000, 1e-9);
