@@ -79,8 +79,11 @@ private:
         std::size_t const count = ChildrenThatMeet(level, b, m_boxes[m_levels[level] + a], below);
         std::size_t const end = std::min((a + 1) * kWidth, m_levels[level] - m_levels[level - 1]);
         std::array<std::size_t, kWidth> met;
+        Box const &boxOfB = m_boxes[m_levels[level] + b];
         for (std::size_t child = a * kWidth; child < end; ++child) {
             Box const &box = m_boxes[m_levels[level - 1] + child];
+            if (!Meet(box, boxOfB))
+                continue;
             std::size_t metCount = 0;
             for (std::size_t i = 0; i < count; ++i) {
                 met[metCount] = below[i];

@@ -124,7 +124,7 @@ DividedDrawing DivideDrawing(std::vector<DrawingCurve> const &curves, DrawingOpt
     drawing.walks = DropEmptyFaces(drawing.map, drawing.noWidth, landmarks, drawing.dropped, workers);
     if (CutCirclesAtStarts(drawing, curves))
         drawing.walks = WalkFaces(drawing.map, workers);
-    drawing.alongCurves = EdgesAlongCurves(drawing.map, workers);
+    drawing.alongCurves = EdgesAlongCurves(drawing.map, curves.size(), workers);
     AbsorbContracted(drawing.map, drawing.alongCurves, drawing.vanished);
     assert(!options.split || IsSound(drawing.map, drawing.snap));
     progress(1.0);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zvi/drawing/CoveredPartsDetail.h"
+#include "zvi/drawing/FitEdgesDetail.h"
 #include "zvi/drawing/PlanarMapDetail.h"
 #include "zvi/drawing/ReadCurvesDetail.h"
 #include "zvi/drawing/ThinFacesDetail.h"
@@ -22,8 +23,8 @@ struct DividedDrawing {
     double tolerance = 0.0;              ///< to join by, or what rounding leaves of it where that is more
     double noWidth = 0.0;                ///< faces that are no wider enclose nothing
     CoveredCounts covered;
-    FaceWalks walks;              ///< along the faces of the map
-    std::vector<int> alongCurves; ///< the edges of curves, whatever their state, by these and along each
+    FaceWalks walks; ///< along the faces of the map
+    CurveEdges alongCurves;
 };
 
 /// Reads the curves, arranges them, and applies the tolerance to the map. `progress` is told the share that is done.

@@ -9,7 +9,7 @@ namespace zvi::lib::drawing {
 /// encloses, positive counter-clockwise; holes run clockwise and so take theirs off.
 inline double AreaShare(Stretch const &s, bool isReversed, DrawingPoint origin) {
     double const share = 0.5 * Cross(s.start - origin, s.end - origin) + SegmentAreaOf(s);
-    return isReversed ? -share : share;
+    return share * (1 - 2 * static_cast<int>(isReversed)); // nothing foretells a branch
 }
 
 } // namespace zvi::lib::drawing

@@ -135,51 +135,46 @@ std::vector<DrawingPoint> FitEdges(PlanarMap &map, double same, Landmarks const 
     return positions;
 }
 
-std::vector<int> EdgesAlongCurves(PlanarMap const &map, base::Workers const &workers) {
-    std::vector<int> edges;
-    edges.reserve(Index(map.EdgeCount()));
-    int curves = 0;
-    for (int e = 0; e < map.EdgeCount(); ++e)
-        if (int const curve = map.Edge(e).stretch.curve; curve != kNoCurve) {
-            edges.push_back(e);
-            curves = std::max(curves, curve + 1);
-        }
-    std::vector<int> begins(Index(curves) + 1, 0);
-    std::vector<int> sorted(edges.size());
+CurveEdges EdgesAlongCurves(PlanarMap const &map, std::size_t curveCount, base::Workers const &workers) {
+    CurveEdges along;
+    along.edges.resize(Index(map.EdgeCount()));
+    along.begins.assign(curveCount + 2, 0);
+    std::vector<int> curves(along.edges.size());
+    workers.ForEach(curves.size(), [&](std::size_t e) { curves[e] = map.Edge(static_cast<int>(e)).stretch.curve; });
+    // Connectors behind all curves, and off.
     base::SortIntoBuckets(
-        edges.size(), std::span(begins), [&](std::size_t i) { return map.Edge(edges[i]).stretch.curve; },
-        [&](std::size_t place, std::size_t i) { sorted[place] = edges[i]; });
-    workers.ForEach(begins.size() - 1, [&](std::size_t c) {
-        std::sort(sorted.begin() + begins[c], sorted.begin() + begins[c + 1], [&](int a, int b) {
+        curves.size(), std::span(along.begins),
+        [&](std::size_t e) { return curves[e] == kNoCurve ? curveCount : Index(curves[e]); },
+        [&](std::size_t place, std::size_t e) { along.edges[place] = static_cast<int>(e); });
+    along.begins.pop_back();
+    along.edges.resize(Index(along.begins.back()));
+    workers.ForEach(curveCount, [&](std::size_t c) {
+        std::sort(along.edges.begin() + along.begins[c], along.edges.begin() + along.begins[c + 1], [&](int a, int b) {
             Stretch const &s = map.Edge(a).stretch, &t = map.Edge(b).stretch;
             return std::tie(s.from, s.to) < std::tie(t.from, t.to);
         });
     });
-    return sorted;
+    return along;
 }
 
-void AbsorbContracted(PlanarMap &map, std::vector<int> const &alongCurves, std::vector<Stretch> &vanished) {
-    std::span<int const> edges = alongCurves;
-    if (!map.HasEdges(EdgeState::kContracted))
-        edges = {};
-    auto const isContracted = [&](int e) { return map.Edge(e).state == EdgeState::kContracted; };
-    for (std::size_t i = 0, j = 0; i < edges.size(); i = j) {
-        int const curve = map.Edge(edges[i]).stretch.curve;
+void AbsorbContracted(PlanarMap &map, CurveEdges const &alongCurves, std::vector<Stretch> &vanished) {
+    std::size_t const curveCount = map.HasEdges(EdgeState::kContracted) ? alongCurves.CurveCount() : 0;
+    for (std::size_t curve = 0; curve < curveCount; ++curve) {
+        std::span const edges = alongCurves.Of(curve);
         int kept = -1;
-        for (j = i; j < edges.size() && map.Edge(edges[j]).stretch.curve == curve; ++j) {
+        for (int const e : edges) {
             // What is contracted at the beginning keeps its place in the order of the edges, too.
             if (kept < 0)
-                map.StretchOf(edges[j]).from = map.Edge(edges[i]).stretch.from;
-            if (!isContracted(edges[j])) {
-                kept = edges[j];
-            } else if (kept >= 0) {
-                map.StretchOf(kept).to = map.Edge(edges[j]).stretch.to;
-            }
+                map.StretchOf(e).from = map.Edge(edges.front()).stretch.from;
+            if (map.Edge(e).state != EdgeState::kContracted)
+                kept = e;
+            else if (kept >= 0)
+                map.StretchOf(kept).to = map.Edge(e).stretch.to;
         }
-        if (kept < 0) {
-            vanished.push_back(map.Edge(edges[i]).stretch);
-            vanished.back().to = map.Edge(edges[j - 1]).stretch.to;
-            vanished.back().end = map.Edge(edges[j - 1]).stretch.end;
+        if (kept < 0 && !edges.empty()) {
+            vanished.push_back(map.Edge(edges.front()).stretch);
+            vanished.back().to = map.Edge(edges.back()).stretch.to;
+            vanished.back().end = map.Edge(edges.back()).stretch.end;
         }
     }
     std::sort(vanished.begin(), vanished.end(), [](Stretch const &a, Stretch const &b) { return a.curve < b.curve; });

@@ -14,11 +14,11 @@ namespace {
 constexpr std::size_t kEdgesOfSplit = 16;
 
 void FindParts(WalkNumbers &numbers) {
-    base::DisjointSets parts(numbers.firsts.size());
+    base::DisjointSets parts(numbers.Count());
     for (std::size_t h = 0; h < numbers.ofHalf.size(); h += 2)
         if (numbers.ofHalf[h] >= 0)
             parts.Unite(numbers.ofHalf[h], numbers.ofHalf[h + 1]);
-    numbers.partOf.resize(numbers.firsts.size());
+    numbers.partOf.resize(numbers.Count());
     for (std::size_t w = 0; w < numbers.partOf.size(); ++w)
         numbers.partOf[w] = parts.Find(static_cast<int>(w));
 }
@@ -146,17 +146,20 @@ std::shared_ptr<WalkNumbers const> PlanarMap::Walks() const {
         return m_walks;
     auto const numbers = std::make_shared<WalkNumbers>();
     numbers->ofHalf.assign(m_cw.size(), -1);
+    numbers->halves.reserve(m_cw.size());
+    numbers->begins.push_back(0);
     for (int number = 0; number < 2 * EdgeCount(); ++number) {
         HalfEdge const first{number};
         if (!IsInMap(first.Edge()) || numbers->ofHalf[Index(number)] >= 0)
             continue;
-        int const walk = static_cast<int>(numbers->firsts.size());
-        numbers->firsts.push_back(first);
+        int const walk = static_cast<int>(numbers->Count());
         HalfEdge h = first;
         do {
             numbers->ofHalf[Index(h.number)] = walk;
+            numbers->halves.push_back(h);
             h = Next(h);
         } while (!(h == first));
+        numbers->begins.push_back(static_cast<int>(numbers->halves.size()));
     }
     FindParts(*numbers);
     m_walks = numbers;
@@ -179,7 +182,7 @@ bool PlanarMap::IsPlanar() const {
     std::shared_ptr<WalkNumbers const> const walks = Walks();
     for (std::size_t w = 0; w < walks->partOf.size(); ++w)
         parts += Index(walks->partOf[w]) == w ? 1 : 0;
-    return places - edges + static_cast<int>(walks->firsts.size()) == 2 * parts;
+    return places - edges + static_cast<int>(walks->Count()) == 2 * parts;
 }
 
 } // namespace zvi::lib::drawing

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zvi/base/Prefetch.h"
 #include "zvi/drawing/PlaceClustersDetail.h"
 #include "zvi/drawing/StretchDetail.h"
 
@@ -41,9 +42,15 @@ struct MapEdge {
 
 /// The sides of the faces of a map by number, each a closed walk with the face on its left.
 struct WalkNumbers {
-    std::vector<HalfEdge> firsts; ///< of each walk the half-edge of the lowest number, which rise with the walks
+    std::vector<HalfEdge> halves; ///< of one walk after the other, each from its half-edge of the lowest number on
+    std::vector<int> begins;      ///< where those of each walk begin, and the end; the first ones rise with the walks
     std::vector<int> ofHalf;      ///< of each half-edge, -1 for those that are not in the map
     std::vector<int> partOf;      ///< of each walk the first one of its connected part
+
+    std::size_t Count() const { return begins.size() - 1; }
+    std::span<HalfEdge const> Walk(std::size_t walk) const {
+        return std::span(halves).subspan(Index(begins[walk]), Index(begins[walk + 1] - begins[walk]));
+    }
 };
 
 /// A planar map: edges between places, and the cyclic order in which they leave each place. Faces are what that order
@@ -66,6 +73,8 @@ public:
         return {m_stretches[Index(edge)], m_ends[start], m_ends[start + 1], m_states[Index(edge)]};
     }
     MapEdge Edge(HalfEdge h) const { return Edge(h.Edge()); }
+    /// Has the geometry of an edge fetched before it is looked at.
+    void Prefetch(HalfEdge h) const { base::Prefetch(m_stretches[Index(h.Edge())]); }
     /// The geometry of an edge; the map itself does not look at it.
     Stretch &StretchOf(int edge) { return m_stretches[Index(edge)]; }
     PlaceClusters const &Places() const { return m_places; }

@@ -15,6 +15,9 @@ bool IsLeft(MapEdge const &e) {
     return e.state == EdgeState::kInMap || e.state == EdgeState::kSetAside;
 }
 
+/// The edges of a face are fetched so many faces before they are looked at, and twice as many which they are.
+constexpr std::size_t kAhead = 4;
+
 /// An arc turns by less than this: once, and by rounding.
 constexpr double kMostTurn = kTwoPi * (1.0 + 1e-9);
 
@@ -261,20 +264,11 @@ void LookAlong(std::span<int const> edges, DividedDrawing const &drawing, Drawin
 
 AlongCurves LookAlongCurves(DividedDrawing const &drawing, std::vector<DrawingCurve> const &curves,
                             base::Workers const &workers) {
-    std::span<int const> const edges = drawing.alongCurves;
-    auto const curveOf = [&](std::size_t i) { return drawing.map.Edge(edges[i]).stretch.curve; };
-    std::vector<AlongCurves> parts(workers.PartsOf(edges.size()));
-    workers.ForEachPart(edges.size(), [&](std::size_t part, std::size_t begin, std::size_t end) {
-        // A curve belongs to the part in which it begins.
-        std::size_t i = begin;
-        while (i > 0 && i < end && curveOf(i) == curveOf(i - 1))
-            ++i;
-        for (std::size_t j = i; i < end; i = j) {
-            int const curve = curveOf(i);
-            while (j < edges.size() && curveOf(j) == curve)
-                ++j;
-            LookAlong(edges.subspan(i, j - i), drawing, curves[Index(curve)], parts[part]);
-        }
+    std::vector<AlongCurves> parts(workers.PartsOf(drawing.alongCurves.edges.size()));
+    workers.Do(parts.size(), [&](std::size_t part) {
+        std::size_t const end = (part + 1) * curves.size() / parts.size();
+        for (std::size_t curve = part * curves.size() / parts.size(); curve < end; ++curve)
+            LookAlong(drawing.alongCurves.Of(curve), drawing, curves[curve], parts[part]);
     });
     for (std::size_t part = 1; part < parts.size(); ++part) {
         parts[0].joined += parts[part].joined;
@@ -322,7 +316,7 @@ public:
         if (!m_drawing.map.HasEdges(EdgeState::kSetAside))
             return;
         std::vector<bool> const isDangle = FindDangles(m_drawing.map);
-        for (int const e : m_drawing.alongCurves)
+        for (int const e : m_drawing.alongCurves.edges)
             if (m_drawing.map.Edge(e).state == EdgeState::kSetAside)
                 leftovers.push_back({PieceOf(m_drawing.map.Edge(e).stretch, m_curves, false),
                                      isDangle[Index(e)] ? LeftoverReason::kDangle : LeftoverReason::kBridge});
@@ -369,6 +363,11 @@ DrawingResult ReportDomains(DividedDrawing const &drawing, std::vector<Face> con
         .ForEachPart(faces.size(), [&](std::size_t, std::size_t begin, std::size_t end) {
             std::vector<Step> room;
             for (std::size_t f = begin; f < end; ++f) {
+                if (f + 2 * kAhead < end)
+                    base::Prefetch(faces[f + 2 * kAhead].outer.halves.front());
+                if (f + kAhead < end)
+                    for (HalfEdge const h : faces[f + kAhead].outer.halves)
+                        drawing.map.Prefetch(h);
                 DrawingDomain &domain = result.domains[f];
                 domain.outer = pieces.PiecesOf(faces[f].outer, domain, room);
                 for (Loop const &hole : faces[f].holes)
@@ -394,7 +393,8 @@ DrawingPieces ReportPieces(DividedDrawing const &drawing, std::vector<DrawingCur
     DrawingPieces result;
     Reporter const reporter(drawing, curves);
     reporter.Begin(result.leftovers, result.counts, base::Workers());
-    for (int const e : drawing.alongCurves)
+    result.pieces.reserve(drawing.alongCurves.edges.size());
+    for (int const e : drawing.alongCurves.edges)
         if (MapEdge const &edge = drawing.map.Edge(e);
             IsLeft(edge) || (keepDuplicates && edge.state == EdgeState::kDuplicate))
             result.pieces.push_back(PieceOf(edge.stretch, curves, false));

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <span>
+#include <utility>
 
 namespace zvi::lib::drawing {
 
@@ -16,6 +17,10 @@ constexpr double kNearby = 4.0;
 
 /// Those farther apart than this angle are not, however near something ends: they would go round the place in a circle.
 constexpr double kFarApart = 0.5 * kPi;
+
+/// Lines leave in clearly different directions when their angles differ by more than what makes them comparable by
+/// pairs, and by this for rounding.
+constexpr double kClearly = 1e-9;
 
 /// The angle that differs from `angle` by whole turns and lies nearest to 0.
 double Wrapped(double angle) {
@@ -122,13 +127,60 @@ private:
     std::vector<Keyed> m_keyed;
 };
 
+/// Where a direction lies along a square on its corner, from -2 to 2: that grows with the angle, and by no more than
+/// the angle does.
+double AlongSquare(DrawingPoint direction) {
+    double const y = direction.y / (std::fabs(direction.x) + std::fabs(direction.y));
+    return direction.x >= 0.0 ? y : std::copysign(2.0, y) - y;
+}
+
+/// Orders lines that leave one place in clearly different directions, which takes no angles.
+class ClearLines {
+public:
+    ClearLines(PlanarMap const &map, double snap) : m_map(map), m_snap(snap) {}
+
+    /// False, with nothing done, when there is anything else among them.
+    bool Sort(std::span<HalfEdge> leaving) {
+        double shortest = HUGE_VAL;
+        m_lines.clear();
+        for (HalfEdge const h : leaving) {
+            MapEdge const e = m_map.Edge(h);
+            if (e.stretch.isArc)
+                return false;
+            DrawingPoint const along = m_map.Places().Position(e.endPlace) - m_map.Places().Position(e.startPlace);
+            shortest = std::min(shortest, Dot(along, along));
+            if (!(shortest > 0.0))
+                return false;
+            m_lines.push_back({AlongSquare(h.IsReversed() ? along * -1.0 : along), h});
+        }
+        std::sort(m_lines.begin(), m_lines.end(), [](Line const &a, Line const &b) { return a.at < b.at; });
+        double const least = kNearby * m_snap / std::sqrt(shortest) + kClearly;
+        double before = m_lines.back().at - 4.0; // once round
+        for (Line const &line : m_lines)
+            if (!(line.at - std::exchange(before, line.at) > least))
+                return false;
+        std::transform(m_lines.begin(), m_lines.end(), leaving.begin(), [](Line const &line) { return line.half; });
+        return true;
+    }
+
+private:
+    struct Line {
+        double at; ///< along the square
+        HalfEdge half;
+    };
+
+    PlanarMap const &m_map;
+    double m_snap;
+    std::vector<Line> m_lines;
+};
+
 /// Orders the half-edges of one place after the other.
 class PlaceTurner {
 public:
-    PlaceTurner(PlanarMap &map, double snap) : m_map(map), m_order(snap) {}
+    PlaceTurner(PlanarMap &map, double snap) : m_map(map), m_lines(map, snap), m_order(snap) {}
 
     void Order(std::span<HalfEdge> leaving) {
-        if (leaving.size() > 2) {
+        if (leaving.size() > 2 && !m_lines.Sort(leaving)) {
             m_spokes.clear();
             for (HalfEdge const h : leaving)
                 m_spokes.push_back(SpokeOf(m_map, h));
@@ -141,6 +193,7 @@ public:
 
 private:
     PlanarMap &m_map;
+    ClearLines m_lines;
     SpokeOrder m_order;
     std::vector<Spoke> m_spokes;
 };
