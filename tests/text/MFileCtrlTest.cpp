@@ -159,6 +159,10 @@ TEST_F(MFileCtrlFiles, LieInFoldersThatAreMadeFoundAndRemoved) {
     for (wchar_t const *sub : {L"", L"\\b", L"\\a", L"\\a\\deep", L"\\a"})
         EXPECT_EQ(MFileCtrl::MakeDirectory(top + sub), 1);
     m_folder.Write("top/file", "x");
+    fs::create_directory(m_folder.Native("kept"));
+    std::error_code failure; // on a host where links need a privilege
+    fs::create_directory_symlink(m_folder.Native("kept"), m_folder.Native("top/a/link"), failure);
+    m_folder.Write("kept/file", "x");
     MArray<CString> found;
     EXPECT_EQ(MFileCtrl::FindFolder(top + L"\\", found), 1);
     EXPECT_EQ(found, (MArray<CString>{L"a", L"b"}));
@@ -166,6 +170,7 @@ TEST_F(MFileCtrlFiles, LieInFoldersThatAreMadeFoundAndRemoved) {
     EXPECT_EQ(MFileCtrl::FileExists(top + L"\\file"), 1) << "which is no folder";
     MFileCtrl::RemoveDirectoryRecursive(top);
     EXPECT_EQ(MFileCtrl(top).FileExists(), 0);
+    EXPECT_EQ(m_folder.Read("kept/file"), "x") << "no link is followed";
     EXPECT_EQ(MFileCtrl::FindFolder(top, found), 0);
 }
 

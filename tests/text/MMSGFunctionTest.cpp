@@ -59,19 +59,25 @@ TEST_F(MMSGFunctionTest, GivesTheFirstTextOfAKey) {
     // A line that is too long ends its file alone.
     Add("b", Utf16(L"HELLO = \"other\"\n" + std::wstring(1019, L'x') + L"=\"1\"\nLAST = \"\xFC\"\n" +
                    std::wstring(1024, L'x') + L"\nLOST = \"x\""));
-    Add("c", Utf16(L"CUT = \"c\"") + "x");
     EXPECT_EQ(MMSGFunction::GetValue(L"HELLO"), L"HELLO : 미등록 문자열") << "not loaded yet";
     EXPECT_TRUE(MMSGFunction::LoadFile());
     EXPECT_EQ(MMSGFunction::GetValue(L"HELLO"), L"안녕");
     EXPECT_EQ(MMSGFunction::GetValue(std::wstring(1019, L'x').c_str()), L"1");
-    EXPECT_EQ(MMSGFunction::GetValue(L"LAST") + MMSGFunction::GetValue(L"CUT"), L"\xFC"
-                                                                                L"c");
+    EXPECT_EQ(MMSGFunction::GetValue(L"LAST"), L"\xFC");
     EXPECT_EQ(MMSGFunction::GetValue(L"LOST"), L"LOST : 미등록 문자열");
     for (int again = 0; again < 2; ++again)
         EXPECT_EQ(MMSGFunction::GetValue(L"hello"), L"hello : 미등록 문자열");
     MMSGFunction::Reset();
     EXPECT_EQ(MMSGFunction::GetValue(L"LAST"), L"LAST : 미등록 문자열");
     EXPECT_FALSE(MessageFile(m_folder.Path("none").c_str()).IsOpen());
+    for (std::wstring const last : {L"", L"b"}) {
+        m_folder.Write("cut", Utf16(L"a\n" + last) + "x");
+        MessageFile file(m_folder.Path("cut").c_str());
+        for (CString line; file.GetLine(line);)
+            EXPECT_EQ(line.GetLength(), 1);
+        EXPECT_EQ(file.HowEnded(), MessageFile::End::kCutUnit);
+        EXPECT_EQ(file.LineNumber(), 1 + last.size());
+    }
 }
 
 TEST_F(MMSGFunctionTest, LoadsWhatWasAddedUpToAFileThatIsNotUnicode) {

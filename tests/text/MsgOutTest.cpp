@@ -26,7 +26,7 @@ constexpr Row kRows[] = {
     {L"error", nsMsgOutError, nsMsgOutError, nsMsgOutFormatError, nsMsgOutFormatError},
     {L"sameerror", nsMsgOutSampPosError, nsMsgOutSampPosError, nsMsgOutSamePosFormatError, nsMsgOutSamePosFormatError},
     {L"warning", nsMsgOutWarning, nsMsgOutWarning, nsMsgOutFormatWarning, nsMsgOutFormatWarning},
-    {L"samewarning", nsMsgOutSampPosWarning, nsMsgOutSampPosWarning, nsMsgOutSamePosFormatWarning,
+    {L"samewarn", nsMsgOutSampPosWarning, nsMsgOutSampPosWarning, nsMsgOutSamePosFormatWarning,
      nsMsgOutSamePosFormatWarning},
 };
 

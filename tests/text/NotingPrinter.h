@@ -18,9 +18,7 @@ public:
     void MsgOutError(CDocument *document, wchar_t const *text) override { Note(document, L"error", text); }
     void MsgOutSamePosError(CDocument *document, wchar_t const *text) override { Note(document, L"sameerror", text); }
     void MsgOutWarning(CDocument *document, wchar_t const *text) override { Note(document, L"warning", text); }
-    void MsgOutSamePosWarning(CDocument *document, wchar_t const *text) override {
-        Note(document, L"samewarning", text);
-    }
+    void MsgOutSamePosWarning(CDocument *document, wchar_t const *text) override { Note(document, L"samewarn", text); }
 
     /// What it was told since the last call.
     CString Taken() { return std::exchange(m_notes, CString()); }

@@ -87,9 +87,8 @@ TEST_F(TextFiles, AreReadByTheirMark) {
     TEXT_ENCODING type = kEncodingUtf8;
     EXPECT_EQ(MFileCtrl::GetTextFileEncodingInfo(folder.Path("none").c_str(), type), 0);
     EXPECT_EQ(type, kEncodingMultiByte);
-    CTextFileWithBuffer none;
-    EXPECT_FALSE(none.Open(folder.Path("none").c_str(), CFile::kRead, 1));
-    EXPECT_FALSE(none.Open(folder.Path().c_str(), CFile::kRead));
+    for (std::wstring const &none : {folder.Path("none"), folder.Path()})
+        EXPECT_FALSE(CTextFileWithBuffer().Open(none.c_str(), CFile::kRead, 1));
 }
 
 TEST_F(TextFiles, WriteUtf16WithMarkAndCarriageReturns) {

@@ -49,7 +49,9 @@ std::string Row(std::string const &name, ScopeRecord const &record, double total
            Column(record.total) + ", " + Column(record.child) + '\n';
 }
 
-std::string Report(ScopeRecords::Records const &records) {
+} // namespace
+
+std::string diagnostics::ReportOf(ScopeRecords::Records const &records) {
     std::vector<ScopeRecords::Records::value_type const *> rows;
     double totalWorkTime = 0;
     for (auto const &entry : records) {
@@ -66,8 +68,6 @@ std::string Report(ScopeRecords::Records const &records) {
         text += Row(row->first, row->second, totalWorkTime);
     return text;
 }
-
-} // namespace
 
 Profiler::Profiler() : m_frequency(host::CounterFrequency()) {
     if (m_frequency != 0)
@@ -106,7 +106,7 @@ void Profiler::StackPop() noexcept {
 }
 
 void Profiler::PrintResult() {
-    std::string const text = Report(m_scopes ? m_scopes->All() : ScopeRecords::Records());
+    std::string const text = diagnostics::ReportOf(m_scopes ? m_scopes->All() : ScopeRecords::Records());
     std::FILE *const file = host::OpenStream(L"x:\\PROF.csv", "wt");
     if (!file)
         return;

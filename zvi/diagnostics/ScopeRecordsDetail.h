@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zvi/Export.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -135,5 +137,8 @@ private:
     std::size_t m_lost = 0; // open scopes above them that are not recorded
     Records m_records;
 };
+
+/// The lines of `Profiler`'s report.
+ZVI_API std::string ReportOf(ScopeRecords::Records const &records);
 
 } // namespace zvi::lib::diagnostics
