@@ -322,7 +322,7 @@ TEST(DrawingFamilies, HoldWhereTheyOnceDidNot) {
         {"a place beside a foot that is taken already", {600310831}},
         {"curves round a place that something else ends close to", {500071524}},
         {"curves that cross at small angles in one point", {1100367110}},
-        {"a circle no wider than a contact", {1200066048}},
+        {"contacts of a small circle, and of flat arcs", {1200066048, 1500022052}},
         {"a curve so short that rounding may leave it no length", {500208807}},
         {"a side of a thin face of which nothing is left", {200302450}},
         {"a region as thin as rounding in the scan", {70150950}},

@@ -123,9 +123,8 @@ private:
     void LookAtEnd(int place, EdgePair pair, Note const &note) {
         NetworkEdge const &e = EdgeAt(pair.first);
         DrawingPoint const p = m_network.Place(place);
-        Foot foot;
         bool const isEnd = e.EndsAt(place);
-        if (!isEnd && !FootOn(e.stretch, p, foot, m_network.snap))
+        if (!isEnd && !FootOn(e.stretch, p, m_network.snap))
             return;
         m_contacts[Index(m_contactCount++)] = p;
         if (!isEnd)
@@ -138,14 +137,20 @@ private:
     void AddMeeting(EdgePair pair, DrawingPoint p, Note const &note) {
         Stretch const &a = EdgeAt(pair.first).stretch, &b = EdgeAt(pair.second).stretch;
         auto const begin = m_contacts.begin(), end = begin + m_contactCount;
-        auto const isAt = [&](DrawingPoint contact) { return Distance(contact, p) < kAtContact * m_network.snap; };
+        auto const isAt = [&](DrawingPoint contact) { return Distance(contact, p) < AtContact(a, b); };
         auto const keepTogether = [&](DrawingPoint contact) { return StayNear(a, b, contact, p, m_network.snap); };
-        if (std::any_of(begin, end, [&](DrawingPoint contact) { return isAt(contact) && keepTogether(contact); }))
+        if (std::any_of(begin, end, isAt))
             return;
         if (std::any_of(begin, end, keepTogether))
             note(EdgeMeeting{MeetingKind::kTogether, pair, -1, p});
         else
             note(EdgeMeeting{MeetingKind::kInside, pair, -1, p, AreShallow(a, b, p)});
+    }
+
+    /// How near to a contact of theirs two stretches do not cross anew. Across a small circle they do.
+    double AtContact(Stretch const &a, Stretch const &b) const {
+        double const distance = kAtContact * m_network.snap;
+        return std::min({distance, a.isArc ? a.radius : distance, b.isArc ? b.radius : distance});
     }
 
     /// Whether two stretches cross at a small angle in a point.
@@ -211,9 +216,8 @@ public:
         for (int const place : m_shallow)
             draws[Index(place)] = true;
         for (Incidence const &i : m_incidences) {
-            Foot foot;
-            if (FootOn(EdgeAt(i.edge).stretch, m_network.Place(i.place), foot) &&
-                foot.distance > kDrawnInRoundings * m_network.rounding)
+            std::optional<Foot> const foot = FootOn(EdgeAt(i.edge).stretch, m_network.Place(i.place));
+            if (foot && foot->distance > kDrawnInRoundings * m_network.rounding)
                 any = draws[Index(i.place)] = true;
         }
         if (!any)
@@ -304,8 +308,7 @@ private:
     }
 
     void AddIfNear(int edge, int place) {
-        if (Foot foot;
-            !EdgeAt(edge).EndsAt(place) && FootOn(EdgeAt(edge).stretch, m_network.Place(place), foot, m_network.snap))
+        if (!EdgeAt(edge).EndsAt(place) && FootOn(EdgeAt(edge).stretch, m_network.Place(place), m_network.snap))
             m_incidences.push_back({edge, place, 0.0});
     }
 

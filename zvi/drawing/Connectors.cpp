@@ -116,14 +116,14 @@ private:
                 m_found.metPlaces.push_back(place);
             return;
         }
-        Foot foot;
-        if (!FootOn(e.stretch, p, foot, m_tolerance))
+        std::optional<Foot> const foot = FootOn(e.stretch, p, m_tolerance);
+        if (!foot)
             return;
-        m_contacts[Index(m_contactCount++)] = {place, p, foot.distance};
-        if (foot.distance < m_same)
+        m_contacts[Index(m_contactCount++)] = {place, p, foot->distance};
+        if (foot->distance < m_same)
             m_found.metPlaces.push_back(place);
-        if (foot.distance >= m_network.snap)
-            m_found.gaps.push_back({kLooseEnd, foot.distance, p, foot.point, place, -1, own, other});
+        if (foot->distance >= m_network.snap)
+            m_found.gaps.push_back({kLooseEnd, foot->distance, p, foot->point, place, -1, own, other});
     }
 
     Network const &m_network;

@@ -192,9 +192,8 @@ private:
     void AddCrossing(DrawingPoint p) {
         std::vector<int> through;
         for (int const line : m_lines)
-            if (Foot foot; DistanceFromLine(StretchOf(line), p) < kOffPoint * m_network.rounding &&
-                           FootOn(StretchOf(line), p, foot) &&
-                           std::min(Distance(StretchOf(line).start, p), Distance(StretchOf(line).end, p)) > m_reach)
+            if (DistanceFromLine(StretchOf(line), p) < kOffPoint * m_network.rounding && FootOn(StretchOf(line), p) &&
+                std::min(Distance(StretchOf(line).start, p), Distance(StretchOf(line).end, p)) > m_reach)
                 through.push_back(line);
         Add({Kind::kThroughPoint, p, -1}, through);
     }

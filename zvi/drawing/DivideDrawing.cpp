@@ -40,11 +40,10 @@ int CutAtStart(DividedDrawing &drawing, int edge, DrawingPoint start) {
         drawing.map.Remove(edge, EdgeState::kDuplicate);
         drawing.dropped.push_back({edge});
     }
-    Foot foot;
+    std::optional<Foot> const foot = FootOn(s, start);
     double const atEnd = drawing.snap / LengthOf(s);
-    bool const isNear =
-        FootOn(s, start, foot) && std::fabs(foot.t - share) < kNearShare && foot.t > atEnd && foot.t < 1.0 - atEnd;
-    int const second = drawing.map.Split(edge, isNear ? foot.t : share);
+    bool const isNear = foot && std::fabs(foot->t - share) < kNearShare && foot->t > atEnd && foot->t < 1.0 - atEnd;
+    int const second = drawing.map.Split(edge, isNear ? foot->t : share);
     drawing.positions.push_back(drawing.map.Edge(second).stretch.start);
     drawing.map.StretchOf(edge).to = 1.0;
     drawing.map.StretchOf(second).from = 0.0;

@@ -1,6 +1,8 @@
 #include "zvi/drawing/MeetingsDetail.h"
 
 #include <algorithm>
+#include <array>
+#include <optional>
 #include <tuple>
 #include <utility>
 
@@ -38,32 +40,29 @@ Ray RayOf(Stretch const &line) {
     return {line.start, chord * (1.0 / Length(chord))};
 }
 
-/// The two distances along the ray at which it crosses the circle of the arc: the roots of t^2 + 2bt + c.
-/// False when it misses the circle.
-bool MeetCircle(Ray const &ray, Stretch const &arc, double (&t)[2]) {
+/// The two distances along the ray at which it crosses the circle of the arc: the roots of t^2 + 2bt + c. None when it
+/// misses the circle.
+std::optional<std::array<double, 2>> MeetCircle(Ray const &ray, Stretch const &arc) {
     DrawingPoint const q = ray.base - arc.start, u = arc.start - arc.center;
     double const b = Dot(ray.direction, q + u);
     double const c = Dot(q, q) + 2.0 * Dot(u, q);
     double const discriminant = b * b - c;
     if (!(discriminant > 0.0))
-        return false;
-    t[0] = -(b + std::copysign(std::sqrt(discriminant), b));
-    t[1] = t[0] != 0.0 ? c / t[0] : 0.0;
-    return true;
+        return {};
+    double const first = -(b + std::copysign(std::sqrt(discriminant), b));
+    return {{first, first != 0.0 ? c / first : 0.0}};
 }
 
-/// The points that have the same power over both circles; false when the circles have one centre.
-bool LineOfEqualPower(Stretch const &a, Stretch const &b, Ray &ray) {
+/// The points that have the same power over both circles; none when the circles have one centre.
+std::optional<Ray> LineOfEqualPower(Stretch const &a, Stretch const &b) {
     DrawingPoint const w = b.start - a.start;
     DrawingPoint const u = a.start - a.center, v = b.start - b.center;
     DrawingPoint const between = u + w - v;
     double const squared = Dot(between, between);
     if (!(squared > 0.0))
-        return false;
+        return {};
     double const power = 0.5 * (Dot(w, w) - 2.0 * Dot(v, w));
-    ray.base = a.start + between * (power / squared);
-    ray.direction = Left(between) * (1.0 / std::sqrt(squared));
-    return true;
+    return Ray{a.start + between * (power / squared), Left(between) * (1.0 / std::sqrt(squared))};
 }
 
 Meetings OfLines(Stretch const &a, Stretch const &b) {
@@ -85,9 +84,8 @@ Meetings OfLines(Stretch const &a, Stretch const &b) {
 
 Meetings OnRay(Ray const &ray, Stretch const &arc, Stretch const &other) {
     Meetings meetings;
-    double t[2];
-    if (MeetCircle(ray, arc, t))
-        for (double const at : t)
+    if (auto const distances = MeetCircle(ray, arc))
+        for (double const at : *distances)
             AddIfInside(arc, other, ray.PointAt(at), meetings);
     return meetings;
 }
@@ -137,8 +135,8 @@ Meetings CrossingsOf(Stretch const &a, Stretch const &b) {
         return std::tuple(s.radius, s.center.x, s.center.y, s.start.x, s.start.y);
     };
     Stretch const &first = key(a) <= key(b) ? a : b, &second = &first == &a ? b : a;
-    Ray ray;
-    return LineOfEqualPower(first, second, ray) ? OnRay(ray, first, second) : Meetings{};
+    std::optional<Ray> const ray = LineOfEqualPower(first, second);
+    return ray ? OnRay(*ray, first, second) : Meetings{};
 }
 
 Approach ApproachOf(Stretch const &a, Stretch const &b, DrawingPoint aside) {

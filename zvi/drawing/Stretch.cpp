@@ -111,37 +111,40 @@ double FractionAt(Stretch const &s, DrawingPoint p) {
     return Dot(p - s.start, chord) / Dot(chord, chord);
 }
 
-bool FootOn(Stretch const &s, DrawingPoint p, Foot &foot, double within) {
+std::optional<Foot> FootOn(Stretch const &s, DrawingPoint p, double within) {
+    Foot foot;
     if (!s.isArc) {
         DrawingPoint const chord = s.end - s.start;
         double const squared = Dot(chord, chord);
         double const along = Dot(p - s.start, chord);
         if (!(along > 0.0) || !(along < squared))
-            return false;
+            return {};
         foot.distance = std::fabs(Cross(chord, p - s.start)) / std::sqrt(squared);
         if (foot.distance >= within)
-            return false;
+            return {};
         foot.t = along / squared;
         foot.point = PointAt(s, foot.t);
-        return true;
+        return foot;
     }
     DrawingPoint const v = p - s.center;
     double const length = Length(v);
     if (!(length > kAtCenter * s.radius))
-        return false;
+        return {};
     double const out = OutOfCircle(s, p);
     foot.distance = std::fabs(out);
     if (foot.distance >= within)
-        return false;
+        return {};
     foot.t = FractionAt(s, p);
+    if (!s.IsFullTurn() && !(foot.t > 0.0 && foot.t < 1.0))
+        return {};
     foot.point = p - v * (out / length);
-    return s.IsFullTurn() || (foot.t > 0.0 && foot.t < 1.0);
+    return foot;
 }
 
 double DistanceTo(Stretch const &s, DrawingPoint p) {
-    Foot foot;
     double const ends = std::min(Distance(s.start, p), Distance(s.end, p));
-    return FootOn(s, p, foot) ? std::min(ends, foot.distance) : ends;
+    std::optional<Foot> const foot = FootOn(s, p);
+    return foot ? std::min(ends, foot->distance) : ends;
 }
 
 DrawingPoint PointAt(Stretch const &s, double t) {

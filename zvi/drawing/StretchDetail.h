@@ -4,6 +4,7 @@
 
 #include "zvi/drawing/PlaneDetail.h"
 
+#include <optional>
 #include <vector>
 
 namespace zvi::lib::drawing {
@@ -42,9 +43,9 @@ struct Foot {
     DrawingPoint point;
 };
 
-/// The foot of `p` on the inside of `s`. False when the nearest point of the carrier lies beyond the ends, or when `p`
+/// The foot of `p` on the inside of `s`. None when the nearest point of the carrier lies beyond the ends, or when `p`
 /// is the centre of the arc, or not nearer to it than `within`.
-bool FootOn(Stretch const &s, DrawingPoint p, Foot &foot, double within = HUGE_VAL);
+std::optional<Foot> FootOn(Stretch const &s, DrawingPoint p, double within = HUGE_VAL);
 
 /// Distance from `p` to the stretch, its ends included.
 double DistanceTo(Stretch const &s, DrawingPoint p);

@@ -143,19 +143,18 @@ private:
         Side const &shortSide = m_sides[shorter], &longSide = m_sides[longer];
         bool const isFirst = shorter == tip;
         DrawingPoint const far = isFirst ? shortSide.Begin() : shortSide.End();
-        Foot onBorder, onEdge;
-        if (!FootOn(longSide.front, far, onBorder) || !FootOn(longSide.edge, onBorder.point, onEdge) ||
-            !(onBorder.distance < m_tolerance) || IsAtEnd(longSide.front, onBorder.point) ||
-            IsAtEnd(longSide.edge, onEdge.point))
+        std::optional<Foot> const onBorder = FootOn(longSide.front, far, m_tolerance);
+        std::optional<Foot> const onEdge = onBorder ? FootOn(longSide.edge, onBorder->point) : std::nullopt;
+        if (!onEdge || IsAtEnd(longSide.front, onBorder->point) || IsAtEnd(longSide.edge, onEdge->point))
             return;
         int const farPlace = isFirst ? shortSide.beginPlace : shortSide.endPlace;
         Fold const fold{shorter,
                         longer,
                         farPlace,
-                        onEdge.t,
-                        PointAt(longSide.edge, onEdge.t),
-                        onBorder.distance,
-                        (far + onBorder.point) * 0.5};
+                        onEdge->t,
+                        PointAt(longSide.edge, onEdge->t),
+                        onBorder->distance,
+                        (far + onBorder->point) * 0.5};
         if (Fits(farPlace, fold.place) && StaysNear(shortSide.front, longSide.front) &&
             StaysNear(shortSide.back, longSide.back))
             m_tips.push({fold, tip, m_sides[tip].changes, m_sides[m_sides[tip].next].changes,
