@@ -25,6 +25,7 @@ public:
     /// The process's registry: made at the first call, destroyed at exit.
     static MOptionDB *Instance();
 
+    /// A registry of its own, without groups.
     MOptionDB() = default;
     /// Copies share the groups.
     MOptionDB(MOptionDB const &) = default;

@@ -11,6 +11,7 @@ namespace zvi::lib {
 /// with `host::SetDriveRoot`; without that there is no file, and no report.
 class ZVI_API CProfilePrinter : public MProfilePrinterAdaptor {
 public:
+    /// Opens nothing yet.
     CProfilePrinter() = default;
     /// Closes the file if it is open.
     ~CProfilePrinter() override;

@@ -43,6 +43,7 @@ struct T_PROCESS_MSG {
 /// deleted.
 class ZVI_API MProcessCommunicator {
 public:
+    /// Of no child yet.
     MProcessCommunicator() = default;
     /// Leaves the child to itself; nobody hears it any more.
     virtual ~MProcessCommunicator();
