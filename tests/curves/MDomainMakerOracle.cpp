@@ -1,6 +1,7 @@
 #include "tests/curves/MDomainMakerOracle.h"
 
 #include "tests/curves/PolygonByDefinition.h"
+#include "zvi/math/elementary/Elementary.h"
 
 #include <algorithm>
 #include <cmath>
@@ -24,10 +25,10 @@ double Angle(double dx, double dy) {
     if (dx == 0)
         return dy == 0 ? 0 : dy > 0 ? 90 : 270;
     if (dx > 0) {
-        double const angle = std::atan(dy / dx) * perRadian;
+        double const angle = Atan(dy / dx) * perRadian;
         return angle < 0 ? angle + 360 : angle;
     }
-    return dx < 0 ? std::atan(dy / dx) * perRadian + 180 : 0;
+    return dx < 0 ? Atan(dy / dx) * perRadian + 180 : 0;
 }
 
 DM_VTEX Unit(DM_VTEX a, DM_VTEX b) {
