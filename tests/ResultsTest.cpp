@@ -242,7 +242,8 @@ std::uint64_t OfTypedTexts() {
     hash.Add(parser.ParsingUNumberArg(L"2m+H*30cm", &units) + parser.GetNumberData(value));
     hash.Add(value);
     hash.Add(MSpecialChar::Get(MSpecialChar::kDegree));
-    hash.Add(int{host::RegisterMessage(L"zvi results") == host::RegisterMessage(L"zvi results")});
+    std::uint32_t const message = host::RegisterMessage(L"zvi results");
+    hash.Add(int{host::RegisterMessage(L"zvi results") == message});
     return hash.Value();
 }
 

@@ -89,7 +89,7 @@ TEST_F(MOptionRWImplFileTest, BringsSettingsToTheGroupsInForceAndBack) {
     MOptionDB &database = *MOptionDB::Instance();
     database.GetOptData(L"a null group");
     auto &control = dynamic_cast<OptionAnalCtrl &>(*database.GetOptData(OptionAnalCtrl::kCategory));
-    control.m_values.Singular = 0;
+    control.values.Singular = 0;
     for (char const *text : {"", "[OPT_GEN_TOLERENCE]\nRegardAsZero = 1e-6\nAngleTolerance = none\nunknown = value\n"
                                  "[OPT_ANAL_CTRL]\nUseMemory = 3.5\n[MINE]\nkey = value\n"}) {
         folder.Write("s.cfg", text);
@@ -99,8 +99,8 @@ TEST_F(MOptionRWImplFileTest, BringsSettingsToTheGroupsInForceAndBack) {
         EXPECT_EQ(MTolerance::GetRegardAsZero(), isGiven ? 1e-6 : 1e-10);
         EXPECT_EQ(MTolerance::GetAngleTolerance(), isGiven ? 0.0 : 1.0);
         EXPECT_EQ(MTolerance::GetMergeTolerance(), 0.001);
-        EXPECT_EQ(double{control.m_values.UseMemory}, isGiven ? 3.5 : 2.0);
-        EXPECT_TRUE(control.m_values.Singular == 0 && control.m_values.OnlyMemory == 1);
+        EXPECT_EQ(double{control.values.UseMemory}, isGiven ? 3.5 : 2.0);
+        EXPECT_TRUE(control.values.Singular == 0 && control.values.OnlyMemory == 1);
         database.WriteData(&settings);
     }
     for (wchar_t const *name : {L"OPT_GEN_TOLERENCE", OptionAnalCtrl::kCategory})

@@ -256,6 +256,21 @@ TEST(MQSort, OrdersNamesNaturally) {
     EXPECT_EQ(index, (std::vector<unsigned int>{1, 2, 3}));
 }
 
+TEST(MQSort, OrdersManyNamesByPrefixNumberAndZeros) {
+    std::mt19937 random(27);
+    std::vector<CString> names(500);
+    std::vector<std::tuple<CString, int, int>> parts;
+    for (CString &name : names) {
+        auto const pick = [&](unsigned count) { return static_cast<int>(random() % count); };
+        name.Format(L"%c%0*d", L'A' + pick(3), 1 + pick(3), pick(40));
+        auto &[prefix, number, zeros] = parts.emplace_back();
+        MQSort::SeparateStringNum(name, prefix, zeros, number);
+    }
+    std::vector<unsigned int> index = Indices<unsigned int>(names.size());
+    MQSort::QSortStringNumWithIndex(index.data(), names.data(), names.size());
+    EXPECT_EQ(index, StableOrder<unsigned int>(parts));
+}
+
 TEST(MQSort, OrdersStringsByUnit) {
     std::vector<CString> names;
     std::mt19937 random(26);

@@ -12,7 +12,7 @@ namespace {
 OptionGenTol::Values const &InForce() {
     auto *const group = dynamic_cast<OptionGenTol *>(MOptionDB::Instance()->GetOptData(OptionGenTol::kCategory));
     assert(group);
-    return group->m_values;
+    return group->values;
 }
 
 } // namespace

@@ -5,14 +5,14 @@
 namespace zvi::lib {
 
 int OptionAnalCtrl::InitOption() {
-    m_values.sequence.Clear();
-    m_values.UseMemory.SetData(L"UseMemory", 2.0);
-    m_values.sequence.PushBack(&m_values.UseMemory);
-    m_values.Singular.SetData(L"Singular", 1);
-    m_values.sequence.PushBack(&m_values.Singular);
-    m_values.OnlyMemory.SetData(L"OnlyMemory", 1);
-    m_values.sequence.PushBack(&m_values.OnlyMemory);
-    for (MOPTDATA *const option : m_values.sequence)
+    values.sequence.Clear();
+    values.UseMemory.SetData(L"UseMemory", 2.0);
+    values.sequence.PushBack(&values.UseMemory);
+    values.Singular.SetData(L"Singular", 1);
+    values.sequence.PushBack(&values.Singular);
+    values.OnlyMemory.SetData(L"OnlyMemory", 1);
+    values.sequence.PushBack(&values.OnlyMemory);
+    for (MOPTDATA *const option : values.sequence)
         RegOption(option);
     return 1;
 }

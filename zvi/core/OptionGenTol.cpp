@@ -22,13 +22,13 @@ constexpr Row kRows[] = {
 } // namespace
 
 int OptionGenTol::InitOption() {
-    m_values.sequence.Clear();
+    values.sequence.Clear();
     for (Row const &row : kRows) {
-        MOPTDOUBLE &option = m_values.*row.option;
+        MOPTDOUBLE &option = values.*row.option;
         option.SetData(row.keyword, row.value);
-        m_values.sequence.PushBack(&option);
+        values.sequence.PushBack(&option);
     }
-    for (MOPTDATA *const option : m_values.sequence)
+    for (MOPTDATA *const option : values.sequence)
         RegOption(option);
     return 1;
 }

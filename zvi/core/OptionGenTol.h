@@ -26,7 +26,7 @@ public:
     int InitOption() override;
     CString GetCategory() override;
 
-    Values m_values; ///< in force
+    Values values; ///< in force
 };
 
 } // namespace zvi::lib
