@@ -46,7 +46,7 @@ struct MProcessMgrTest : testing::Test {
 
     void Start(MProcessCommunicator &heard, std::wstring const &words, CDocument *document = nullptr,
                int manyLines = 0) const {
-        ASSERT_EQ(RunChild(&heard, words, m_folder.Path(), document, manyLines), 0);
+        ASSERT_EQ(RunChild(&heard, words, folder.Path(), document, manyLines), 0);
     }
 
     /// Waits until a child of these words, which writes nothing, has ended.
@@ -56,7 +56,7 @@ struct MProcessMgrTest : testing::Test {
         EXPECT_EQ(silent.ToTheEnd(), Texts{"!Exit:0"});
     }
 
-    zvi::test::TemporaryFolder const m_folder;
+    zvi::test::TemporaryFolder const folder;
 };
 
 } // namespace
@@ -71,7 +71,7 @@ TEST_F(MProcessMgrTest, TellsLinesAndHowTheChildEnds) {
         {L"errors x bytes 790a", {"x\r", "y\r", "!Exit:0"}},
         {L"bytes 61 die", {"a\r", "!Exit:137"}},
         {L"input", {"none\r", "!Exit:0"}},
-        {L"folder", {m_folder.Native("x").parent_path().filename().string() + "\r", "!Exit:0"}},
+        {L"folder", {folder.Native("x").parent_path().filename().string() + "\r", "!Exit:0"}},
         {L"bytes 61 close exit 5", {"a\r", "!Exit:5"}},
         // What it has started keeps the pipe and is left alone.
         {L"start wait over touch done ; bytes 61 exit 4", {"a\r", "!Exit:4"}},
@@ -79,7 +79,7 @@ TEST_F(MProcessMgrTest, TellsLinesAndHowTheChildEnds) {
         {L"files", {"0\r", "1\r", "2\r", "!Exit:0"}},
 #endif
     };
-    std::ofstream const open(m_folder.Native("open")); // which a child would inherit
+    std::ofstream const open(folder.Native("open")); // which a child would inherit
     for (int round = 0; round < kLoad; ++round) {
         std::array<Heard, 8 * std::size(cases)> heard;
         for (std::size_t i = 0; i < heard.size(); ++i)
@@ -89,7 +89,7 @@ TEST_F(MProcessMgrTest, TellsLinesAndHowTheChildEnds) {
             EXPECT_EQ(heard[i].startError, 0U);
         }
     }
-    m_folder.Write("over", "");
+    folder.Write("over", "");
     RunToTheEnd(L"wait done");
 }
 
@@ -117,7 +117,7 @@ TEST_F(MProcessMgrTest, RefusesThe101stChild) {
     EXPECT_EQ(RunChild(&last, L""), -4);
     EXPECT_EQ(last.IsAlive(), 0);
     EXPECT_EQ(heard[7].IsAlive(), 1);
-    m_folder.Write("go", "");
+    folder.Write("go", "");
     for (Heard &each : heard)
         EXPECT_TRUE(each.ToTheEnd() == Lines(100 * kLoad));
 }
@@ -127,9 +127,9 @@ TEST_F(MProcessMgrTest, RefusesAMissingProgramAndReportsOneThatCannotRun) {
     // A self-deleting communicator is gone, as its run would be.
     EXPECT_EQ(manager->Run(L"no\\such\\program", L"", L"", 0, 1, new Heard(1), 0, 0, nullptr), -2);
     EXPECT_EQ(manager->Run(nullptr, nullptr, nullptr, 0, 1, nullptr, 0, 0, nullptr), -2);
-    m_folder.Write("text", "not a program");
+    folder.Write("text", "not a program");
     Heard heard;
-    EXPECT_EQ(manager->Run(m_folder.Path("text").c_str(), L"", L"", 0, 1, &heard, 0, 0, nullptr), 0);
+    EXPECT_EQ(manager->Run(folder.Path("text").c_str(), L"", L"", 0, 1, &heard, 0, 0, nullptr), 0);
     EXPECT_EQ(heard.ToTheEnd(), Texts{"!Exit:0"});
     EXPECT_NE(heard.startError, 0U);
 }
@@ -151,7 +151,7 @@ TEST_F(MProcessMgrTest, StopsAChildThatWritesAndWhatItHasStarted) {
     EXPECT_EQ(heard.IsAlive(), 0);
     EXPECT_EQ(heard.SendMsg(L"!Stop"), -1);
     EXPECT_EQ(closed.IsAlive(), 1);
-    m_folder.Write("end", "");
+    folder.Write("end", "");
     EXPECT_EQ(closed.ToTheEnd(), (Texts{"a\r", "!Exit:5"}));
 }
 
@@ -171,7 +171,7 @@ TEST_F(MProcessMgrTest, ClosesTheChildrenOfADocument) {
         EXPECT_EQ(silent.SendMsg(L"!Stop"), -1);
         EXPECT_EQ(flooding.IsAlive(), 0);
         RunToTheEnd(L"hold held");
-        m_folder.Write("go", "");
+        folder.Write("go", "");
         EXPECT_EQ(other.ToTheEnd(), Lines(1));
         EXPECT_EQ(silent.texts, Texts{"0\r"});
     }

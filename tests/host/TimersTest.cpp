@@ -23,12 +23,12 @@ void Note(void *window, unsigned int message, std::uint64_t id, unsigned long) {
 
 /// Their periods are hours, so that the test may take as long as it likes.
 TEST(Timers, RunWhenTheyAreDue) {
-    constexpr unsigned int hour = 3600000; // milliseconds
+    constexpr unsigned int kHour = 3600000; // milliseconds
     called.clear();
     EXPECT_FALSE(host::NextTimerDue());
-    EXPECT_EQ(host::StartTimer(0, hour, Note), 0U);
-    ASSERT_EQ(host::StartTimer(7, hour, Note), 7U);
-    ASSERT_EQ(host::StartTimer(8, 10 * hour, Note), 8U);
+    EXPECT_EQ(host::StartTimer(0, kHour, Note), 0U);
+    ASSERT_EQ(host::StartTimer(7, kHour, Note), 7U);
+    ASSERT_EQ(host::StartTimer(8, 10 * kHour, Note), 8U);
     auto const now = host::TimerClock::now();
     EXPECT_LE(host::NextTimerDue(now).value(), hours(1));
     // Late ones run once, and are due a period later.

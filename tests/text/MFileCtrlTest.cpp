@@ -37,9 +37,9 @@ public:
 
 /// Paths in a folder.
 struct MFileCtrlFiles : testing::Test {
-    CString Path(char const *name) const { return CString(std::wstring_view(m_folder.Path(name))); }
+    CString Path(char const *name) const { return CString(std::wstring_view(folder.Path(name))); }
 
-    zvi::test::TemporaryFolder const m_folder;
+    zvi::test::TemporaryFolder const folder;
 };
 
 } // namespace
@@ -125,12 +125,12 @@ TEST(MFileCtrl, NamesMayHoldAColonAndNoneOfEightCharacters) {
 
 TEST_F(MFileCtrlFiles, AreCopiedAndCounted) {
     std::string const bytes("one\r\ntwo\0\n\x1A three", 17);
-    m_folder.Write("a", bytes);
+    folder.Write("a", bytes);
     EXPECT_EQ(MFileCtrl::CopyFileW(Path("a"), Path("b")), 1);
-    EXPECT_EQ(m_folder.Read("b"), bytes);
+    EXPECT_EQ(folder.Read("b"), bytes);
     EXPECT_EQ(MFileCtrl::GetNumberOfFileLines(Path("b")), 3u);
     EXPECT_EQ(MFileCtrl::CopyFileW(Path("a"), Path("a")), 0);
-    EXPECT_EQ(m_folder.Read("a"), bytes) << "it is still there";
+    EXPECT_EQ(folder.Read("a"), bytes) << "it is still there";
     for (auto const &[from, to] : {std::pair{"none", "c"}, std::pair{"a", "none/c"}, std::pair{"", "c"}})
         EXPECT_EQ(MFileCtrl::CopyFileW(Path(from), Path(to)), 0);
     EXPECT_EQ(MFileCtrl::FileExists(Path("c")), 0);
@@ -138,16 +138,16 @@ TEST_F(MFileCtrlFiles, AreCopiedAndCounted) {
 }
 
 TEST_F(MFileCtrlFiles, TellTheirStatus) {
-    m_folder.Write("a.txt", "12345");
+    folder.Write("a.txt", "12345");
     CString const path = Path("a.txt");
     CFileStatus status;
     for (bool const isReadOnly : {false, true}) {
-        fs::permissions(m_folder.Native("a.txt"), isReadOnly ? fs::perms::owner_read : fs::perms::owner_all);
+        fs::permissions(folder.Native("a.txt"), isReadOnly ? fs::perms::owner_read : fs::perms::owner_all);
         ASSERT_EQ(MFileCtrl(path).GetFileStatus(status), 1);
         EXPECT_EQ(status.m_attribute & (CFileStatus::directory | CFileStatus::readOnly), isReadOnly ? 1 : 0);
         EXPECT_EQ(MFileCtrl::IsReadOnlyFile(path), isReadOnly);
     }
-    fs::permissions(m_folder.Native("a.txt"), fs::perms::owner_all);
+    fs::permissions(folder.Native("a.txt"), fs::perms::owner_all);
     EXPECT_TRUE(status.m_size == 5 && status.m_szFullName == path.GetString() && status.m_mtime > 1500000000);
     ASSERT_EQ(MFileCtrl(Path("")).GetFileStatus(status), 1);
     EXPECT_TRUE(status.m_attribute & CFileStatus::directory);
@@ -158,11 +158,11 @@ TEST_F(MFileCtrlFiles, LieInFoldersThatAreMadeFoundAndRemoved) {
     CString const top = Path("top");
     for (wchar_t const *sub : {L"", L"\\b", L"\\a", L"\\a\\deep", L"\\a"})
         EXPECT_EQ(MFileCtrl::MakeDirectory(top + sub), 1);
-    m_folder.Write("top/file", "x");
-    fs::create_directory(m_folder.Native("kept"));
+    folder.Write("top/file", "x");
+    fs::create_directory(folder.Native("kept"));
     std::error_code failure; // on a host where links need a privilege
-    fs::create_directory_symlink(m_folder.Native("kept"), m_folder.Native("top/a/link"), failure);
-    m_folder.Write("kept/file", "x");
+    fs::create_directory_symlink(folder.Native("kept"), folder.Native("top/a/link"), failure);
+    folder.Write("kept/file", "x");
     MArray<CString> found;
     EXPECT_EQ(MFileCtrl::FindFolder(top + L"\\", found), 1);
     EXPECT_EQ(found, (MArray<CString>{L"a", L"b"}));
@@ -170,24 +170,24 @@ TEST_F(MFileCtrlFiles, LieInFoldersThatAreMadeFoundAndRemoved) {
     EXPECT_EQ(MFileCtrl::FileExists(top + L"\\file"), 1) << "which is no folder";
     MFileCtrl::RemoveDirectoryRecursive(top);
     EXPECT_EQ(MFileCtrl(top).FileExists(), 0);
-    EXPECT_EQ(m_folder.Read("kept/file"), "x") << "no link is followed";
+    EXPECT_EQ(folder.Read("kept/file"), "x") << "no link is followed";
     EXPECT_EQ(MFileCtrl::FindFolder(top, found), 0);
 }
 
 TEST_F(MFileCtrlFiles, AreLedToByShortcuts) {
-    m_folder.Write("a", "x");
+    folder.Write("a", "x");
     for (int again = 0; again < 2; ++again)
         EXPECT_EQ(MFileCtrl::CreateShortcut(Path("link"), Path("a"), L"", L"", L"the first"), 1);
     EXPECT_EQ(MFileCtrl::CreateShortcut(Path("link.URL"), L"https://example.org/x"), 1);
-    EXPECT_EQ(m_folder.Read("link.URL"), "[InternetShortcut]\r\nURL=https://example.org/x\r\n");
+    EXPECT_EQ(folder.Read("link.URL"), "[InternetShortcut]\r\nURL=https://example.org/x\r\n");
     EXPECT_EQ(MFileCtrl::CreateShortcut(Path("link"), L""), 0);
 #ifdef _WIN32
-    EXPECT_EQ(m_folder.Read("link.lnk").substr(0, 4), std::string("L\0\0\0", 4)) << "the header of a shell link";
+    EXPECT_EQ(folder.Read("link.lnk").substr(0, 4), std::string("L\0\0\0", 4)) << "the header of a shell link";
 #else
-    EXPECT_EQ(m_folder.Read("link.lnk"), "x");
-    m_folder.Write("file.lnk", "mine");
+    EXPECT_EQ(folder.Read("link.lnk"), "x");
+    folder.Write("file.lnk", "mine");
     EXPECT_EQ(MFileCtrl::CreateShortcut(Path("file"), Path("a")), 0);
-    EXPECT_EQ(m_folder.Read("file.lnk"), "mine");
+    EXPECT_EQ(folder.Read("file.lnk"), "mine");
 #endif
 }
 

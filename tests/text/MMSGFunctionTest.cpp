@@ -28,8 +28,8 @@ struct MMSGFunctionTest : testing::Test {
     ~MMSGFunctionTest() override { Clean(); }
 
     void Add(char const *name, std::string const &bytes) {
-        m_folder.Write(name, bytes);
-        MMSGFunction::AddFile(m_folder.Path(name).c_str());
+        folder.Write(name, bytes);
+        MMSGFunction::AddFile(folder.Path(name).c_str());
     }
     /// The texts of the keys A, B and C, with a hyphen for none.
     static std::wstring TextsOfABC() {
@@ -39,8 +39,8 @@ struct MMSGFunctionTest : testing::Test {
         return texts;
     }
     void SetFont(std::wstring_view content) {
-        m_folder.Write("font", Utf16(content));
-        MMSGFunction::SetFontPath(m_folder.Path("font").c_str());
+        folder.Write("font", Utf16(content));
+        MMSGFunction::SetFontPath(folder.Path("font").c_str());
     }
     void Clean() {
         SetFont(L"FONT=Tahoma\nSIZE=8");
@@ -49,7 +49,7 @@ struct MMSGFunctionTest : testing::Test {
         MMSGFunction::Reset();
     }
 
-    zvi::test::TemporaryFolder m_folder;
+    zvi::test::TemporaryFolder folder;
 };
 
 } // namespace
@@ -69,10 +69,10 @@ TEST_F(MMSGFunctionTest, GivesTheFirstTextOfAKey) {
         EXPECT_EQ(MMSGFunction::GetValue(L"hello"), L"hello : 미등록 문자열");
     MMSGFunction::Reset();
     EXPECT_EQ(MMSGFunction::GetValue(L"LAST"), L"LAST : 미등록 문자열");
-    EXPECT_FALSE(MessageFile(m_folder.Path("none").c_str()).IsOpen());
+    EXPECT_FALSE(MessageFile(folder.Path("none").c_str()).IsOpen());
     for (std::wstring const last : {L"", L"b"}) {
-        m_folder.Write("cut", Utf16(L"a\n" + last) + "x");
-        MessageFile file(m_folder.Path("cut").c_str());
+        folder.Write("cut", Utf16(L"a\n" + last) + "x");
+        MessageFile file(folder.Path("cut").c_str());
         for (CString line; file.GetLine(line);)
             EXPECT_EQ(line.GetLength(), 1);
         EXPECT_EQ(file.HowEnded(), MessageFile::End::kCutUnit);
@@ -98,7 +98,7 @@ TEST_F(MMSGFunctionTest, LoadsWhatWasAddedUpToAFileThatIsNotUnicode) {
     Add("b", Utf16(L"B = \"3\""));
     EXPECT_TRUE(MMSGFunction::LoadAddedFile());
     EXPECT_EQ(TextsOfABC(), L"123");
-    MMSGFunction::AddFile(m_folder.Path("none").c_str());
+    MMSGFunction::AddFile(folder.Path("none").c_str());
     EXPECT_FALSE(MMSGFunction::LoadAddedFile());
 }
 
@@ -115,7 +115,7 @@ TEST_F(MMSGFunctionTest, ReadsTheFontByTheLetter) {
         EXPECT_EQ(MMSGFunction::GetFont(), font);
         EXPECT_EQ(MMSGFunction::GetFontSize(), size) << content;
     }
-    m_folder.Write("font", "FONT=narrow");
+    folder.Write("font", "FONT=narrow");
     MMSGFunction::LoadFile();
     EXPECT_EQ(MMSGFunction::GetFont(), L"Tahoma");
 }
