@@ -131,9 +131,9 @@ TEST(TriangleBox, TouchesWhatHasNoDistance) {
         auto const isInside = [](FloatPoint const &p) {
             return std::abs(p[0]) < 1 && std::abs(p[1]) < 1 && std::abs(p[2]) < 1;
         };
-        bool const touches = spatial::TouchesCube(triangle.corners, 1);
+        bool const touches = spatial::TouchesCube(triangle.corners, spatial::Cube(1));
         EXPECT_EQ(touches, distance == 0 || isInside(triangle.corners[0])) << "triangle " << i << " at " << distance;
-        EXPECT_EQ(touches, spatial::IsNotSeparated(triangle.corners, 1)) << "triangle " << i;
+        EXPECT_EQ(touches, spatial::IsNotSeparated(triangle.corners, spatial::Cube(1))) << "triangle " << i;
         touching += touches ? 1 : 0;
     }
     EXPECT_GT(touching, 300);

@@ -59,15 +59,7 @@ CTriangleSpatialIndex::~CTriangleSpatialIndex() {
 }
 
 int CTriangleSpatialIndex::Insert(float const *a, float const *b, float const *c, int group, float tol, void *item) {
-    std::array<float const *, 3> const corners = {a, b, c};
-    spatial::TriangleCells cells{};
-    for (std::size_t axis = 0; axis < 3; ++axis) {
-        bool const isFinite = std::isfinite(a[axis]) && std::isfinite(b[axis]) && std::isfinite(c[axis]);
-        if (!m_grid || !isFinite || !std::isfinite(tol) ||
-            !m_grid->Reach(axis, corners, tol, cells.low[axis], cells.high[axis]))
-            return 0;
-    }
-    return m_grid->Store(cells, corners, tol, {item, group, false, nullptr});
+    return m_grid ? m_grid->Insert({a, b, c}, tol, {item, group, false, nullptr}) : 0;
 }
 
 int CTriangleSpatialIndex::GetBoxIndexByTriangle(float const *a, float const *b, float const *c, float tol, long *low,

@@ -16,16 +16,20 @@ FloatPoint Minus(FloatPoint const &p, FloatPoint const &q) {
 /// Whether an axis of the cube separates them.
 bool IsBeside(Corners const &v, float half) {
     for (std::size_t axis = 0; axis < 3; ++axis) {
-        float const low = std::min({v[0][axis], v[1][axis], v[2][axis]});
-        float const high = std::max({v[0][axis], v[1][axis], v[2][axis]});
+        float const low = std::min(std::min(v[0][axis], v[1][axis]), v[2][axis]);
+        float const high = std::max(std::max(v[0][axis], v[1][axis]), v[2][axis]);
         if (low > half || high < -half)
             return true;
     }
     return false;
 }
 
+FloatPoint CrossProduct(FloatPoint const &p, FloatPoint const &q) {
+    return {p[1] * q[2] - p[2] * q[1], p[2] * q[0] - p[0] * q[2], p[0] * q[1] - p[1] * q[0]};
+}
+
 /// Whether the plane through `point` meets the cube.
-bool PlaneMeetsCube(FloatPoint const &normal, FloatPoint const &point, float half) {
+bool MeetsCube(FloatPoint const &normal, FloatPoint const &point, float half) {
     FloatPoint low{};
     FloatPoint high{};
     for (std::size_t axis = 0; axis < 3; ++axis) {
@@ -53,16 +57,19 @@ bool IsSplit(FloatPoint const &edge, std::size_t s, std::size_t t, FloatPoint co
 
 } // namespace
 
-bool IsNotSeparated(Corners const &v, float half) {
-    if (IsBeside(v, half))
+bool PlaneMeetsCube(Corners const &v, Cube const &cube) {
+    FloatPoint const e0 = Minus(v[1], v[0]);
+    FloatPoint const e1 = Minus(v[2], v[1]);
+    return MeetsCube(CrossProduct(e0, e1), v[0], cube.half);
+}
+
+bool IsNotSeparated(Corners const &v, Cube const &cube) {
+    float const half = cube.half;
+    if (IsBeside(v, half) || !PlaneMeetsCube(v, cube))
         return false;
     FloatPoint const e0 = Minus(v[1], v[0]);
     FloatPoint const e1 = Minus(v[2], v[1]);
     FloatPoint const e2 = Minus(v[0], v[2]);
-    FloatPoint const normal = {e0[1] * e1[2] - e0[2] * e1[1], e0[2] * e1[0] - e0[0] * e1[2],
-                               e0[0] * e1[1] - e0[1] * e1[0]};
-    if (!PlaneMeetsCube(normal, v[0], half))
-        return false;
     constexpr std::size_t kX = 0;
     constexpr std::size_t kY = 1;
     constexpr std::size_t kZ = 2;

@@ -12,32 +12,44 @@ namespace zvi::lib::spatial {
 /// Three coordinates in single precision.
 using FloatPoint = std::array<float, 3>;
 
-/// Whether no axis separates a triangle from a cube of half edge `half` around the origin: the separating axis test of
-/// T. Akenine-Moeller, "Fast 3D Triangle-Box Overlap Testing", Journal of Graphics Tools 6 (2001), in `float` as it
-/// stands there, but the three axes of the cube come first.
-ZVI_API bool IsNotSeparated(std::array<FloatPoint, 3> const &corners, float half);
+/// A cube around the origin.
+struct Cube {
+    float half;   ///< of its edge
+    float within; ///< farthest that a place may be along the axes to lie in the cube so well that no rounding counts
+    float near;   ///< farthest that the corners of a triangle may be for that; with both, rounding makes out less than
+                  ///< 2e-5 of the cube where 1e-4 of it are left
 
-/// Whether the first corner lies so well within the cube, and the others so near, that no test could separate them
-/// whatever is rounded: the test of the plane then has terms of one sign alone, and those of the nine products of edges
-/// miss their limit by more than 1e-4 of it, where rounding makes out less than 2e-5.
-inline bool TouchesSurely(std::array<FloatPoint, 3> const &v, float half) {
-    constexpr float kWithin = 1.0f - 1e-4f;
-    constexpr float kNear = 16.0f;
+    explicit Cube(float halfEdge)
+        : half(halfEdge), within(IsMeasurable(halfEdge) ? halfEdge * (1.0f - 1e-4f) : -1.0f), near(halfEdge * 16.0f) {}
+
+private:
     /// Half edges between which nothing overflows or loses its digits.
-    constexpr float kLeastHalf = 1e-8f;
-    constexpr float kMostHalf = 1e8f;
-    float first = 0.0f;
-    float others = 0.0f;
-    for (std::size_t axis = 0; axis < 3; ++axis) {
-        first = std::max(first, std::abs(v[0][axis]));
-        others = std::max({others, std::abs(v[1][axis]), std::abs(v[2][axis])});
-    }
-    return first <= half * kWithin && others <= half * kNear && half > kLeastHalf && half < kMostHalf;
+    static bool IsMeasurable(float half) { return half > 1e-8f && half < 1e8f; }
+};
+
+/// Whether no axis separates a triangle from the cube: the separating axis test of T. Akenine-Moeller, "Fast 3D
+/// Triangle-Box Overlap Testing", Journal of Graphics Tools 6 (2001), in `float` as it stands there, but the three axes
+/// of the cube come first and the nine products of edges last.
+ZVI_API bool IsNotSeparated(std::array<FloatPoint, 3> const &corners, Cube const &cube);
+
+/// The same of a triangle whose second or third corner lies within the cube so well that only the plane may separate
+/// them, by its rounding.
+ZVI_API bool PlaneMeetsCube(std::array<FloatPoint, 3> const &corners, Cube const &cube);
+
+/// The largest of the coordinates, without their signs.
+inline float FarthestAlong(FloatPoint const &p) {
+    return std::max(std::max(std::abs(p[0]), std::abs(p[1])), std::abs(p[2]));
 }
 
-/// The same answer, at once where it is certain.
-inline bool TouchesCube(std::array<FloatPoint, 3> const &corners, float half) {
-    return TouchesSurely(corners, half) || IsNotSeparated(corners, half);
+/// The answer of `IsNotSeparated`, without its tests where a corner tells it. With the first corner within, that of the
+/// plane has terms of one sign alone.
+inline bool TouchesCube(std::array<FloatPoint, 3> const &corners, Cube const &cube) {
+    float const first = FarthestAlong(corners[0]);
+    float const second = FarthestAlong(corners[1]);
+    float const third = FarthestAlong(corners[2]);
+    if (std::min(std::min(first, second), third) > cube.within || std::max(std::max(first, second), third) > cube.near)
+        return IsNotSeparated(corners, cube);
+    return first <= cube.within || PlaneMeetsCube(corners, cube);
 }
 
 } // namespace zvi::lib::spatial

@@ -1,6 +1,7 @@
 #include "zvi/spatial/triangles/TriangleGridDetail.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <memory>
 #include <new>
@@ -14,6 +15,33 @@ constexpr double kSlack = 0.01;
 
 /// Numbers of cells are kept in 32 bits with a sign.
 constexpr std::uint32_t kMostCells = std::numeric_limits<std::int32_t>::max();
+
+bool AreFinite(FloatPoint const &places, float tol) {
+    // A sum of finite numbers seldom is not.
+    return std::isfinite(places[0] + places[1] + places[2] + tol) ||
+           (std::isfinite(places[0]) && std::isfinite(places[1]) && std::isfinite(places[2]) && std::isfinite(tol));
+}
+
+/// The cells of an axis that corners at these places reach with `tol`; false if there are none.
+inline bool FindReach(base::CellBlock const &block, std::size_t axis, FloatPoint const &places, float tol, int &low,
+                      int &high) {
+    // A step never falls when its coordinate grows, so those of the outermost corners are the outermost steps.
+    constexpr float kInfinity = std::numeric_limits<float>::infinity();
+    float last = -kInfinity;
+    float first = kInfinity;
+    for (float const place : places) {
+        last = std::max(last, place);
+        first = std::min(first, place);
+    }
+    int const lowest = block.Step(axis, static_cast<double>(first - tol));
+    int const highest = block.Step(axis, static_cast<double>(last + tol));
+    int const count = block.counts[axis];
+    if (highest < 0 || lowest >= count)
+        return false;
+    low = std::max(lowest, 0);
+    high = std::min(highest, count - 1);
+    return true;
+}
 
 } // namespace
 
@@ -38,33 +66,26 @@ bool TriangleGrid::Lay(std::array<double, 3> const &low, std::array<double, 3> c
 
 bool TriangleGrid::Reach(std::size_t axis, std::array<float const *, 3> const &corners, float tol, int &low,
                          int &high) const {
-    // A step never falls when its coordinate grows, so those of the outermost corners are the outermost steps.
-    constexpr float kInfinity = std::numeric_limits<float>::infinity();
-    float last = -kInfinity;
-    float first = kInfinity;
-    for (float const *const corner : corners) {
-        last = std::max(last, corner[axis]);
-        first = std::min(first, corner[axis]);
+    return FindReach(m_block, axis, {corners[0][axis], corners[1][axis], corners[2][axis]}, tol, low, high);
+}
+
+int TriangleGrid::Insert(std::array<float const *, 3> const &corners, float tol, TriangleNode const &node) {
+    TriangleCells cells{};
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        FloatPoint const places = {corners[0][axis], corners[1][axis], corners[2][axis]};
+        if (!AreFinite(places, tol) || !FindReach(m_block, axis, places, tol, cells.low[axis], cells.high[axis]))
+            return 0;
     }
-    int const count = m_block.counts[axis];
-    int const highest = m_block.Step(axis, static_cast<double>(last + tol));
-    int const lowest = m_block.Step(axis, static_cast<double>(first - tol));
-    if (highest < 0 || lowest >= count)
-        return false;
-    low = std::max(lowest, 0);
-    high = std::min(highest, count - 1);
-    return true;
+    FindTouched(cells, corners, tol);
+    return Store(node);
 }
 
 void TriangleGrid::FindTouched(TriangleCells const &cells, std::array<float const *, 3> const &corners, float tol) {
     double const cell = m_block.cellSize;
-    auto const half = static_cast<float>(cell / 2 + static_cast<double>(tol));
-    auto const centerOf = [&](std::size_t axis, int step) {
-        return static_cast<float>(m_block.origin[axis] + (step + 0.5) * cell);
-    };
+    Cube const cube(static_cast<float>(cell / 2 + static_cast<double>(tol)));
     std::array<FloatPoint, 3> seen{}; // the corners from the centre of a cell
     auto const look = [&](std::size_t axis, int step) {
-        float const center = centerOf(axis, step);
+        auto const center = static_cast<float>(m_block.origin[axis] + (step + 0.5) * cell);
         for (std::size_t corner = 0; corner < 3; ++corner)
             seen[corner][axis] = corners[corner][axis] - center;
     };
@@ -75,16 +96,14 @@ void TriangleGrid::FindTouched(TriangleCells const &cells, std::array<float cons
             look(1, j);
             for (int k = cells.low[2]; k <= cells.high[2]; ++k) {
                 look(2, k);
-                if (TouchesCube(seen, half))
+                if (TouchesCube(seen, cube))
                     m_touched.push_back(m_block.Number(i, j, k));
             }
         }
     }
 }
 
-int TriangleGrid::Store(TriangleCells const &cells, std::array<float const *, 3> const &corners, float tol,
-                        TriangleNode const &node) {
-    FindTouched(cells, corners, tol);
+int TriangleGrid::Store(TriangleNode const &node) {
     auto const count = static_cast<std::int32_t>(m_touched.size());
     if (count == 0 || m_itemCount > std::numeric_limits<std::int32_t>::max() - count)
         return 0;

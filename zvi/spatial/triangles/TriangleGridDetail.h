@@ -38,9 +38,8 @@ public:
     /// Fills in the cells that the corners reach with `tol` along one axis; false if there are none.
     bool Reach(std::size_t axis, std::array<float const *, 3> const &corners, float tol, int &low, int &high) const;
 
-    /// Stores the item in those of the cells that the triangle touches, and gives their number.
-    int Store(TriangleCells const &cells, std::array<float const *, 3> const &corners, float tol,
-              TriangleNode const &node);
+    /// Stores the item in the cells that the triangle touches, and gives their number; 0 for what is not finite.
+    int Insert(std::array<float const *, 3> const &corners, float tol, TriangleNode const &node);
 
     void RemoveAll();
     bool IsConsistent() const;
@@ -49,6 +48,7 @@ private:
     TriangleGrid() = default;
     bool Lay(std::array<double, 3> const &low, std::array<double, 3> const &high, long divisions, double minCell);
     void FindTouched(TriangleCells const &cells, std::array<float const *, 3> const &corners, float tol);
+    int Store(TriangleNode const &node);
 
     CellHeads<TriangleNode> m_heads;
     base::CellBlock m_block;
