@@ -1,10 +1,15 @@
 #include "zvi/spatial/FindBodyContacts.h"
 
+#include "tests/Rows.h"
 #include "tests/spatial/Bodies.h"
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <limits>
+#include <map>
+#include <random>
+#include <set>
 
 namespace zvi::lib::test {
 
@@ -13,6 +18,50 @@ namespace {
 using Point = MVector<double, 3>;
 
 } // namespace
+
+/// Bodies of strewn triangles: of usual size, large, in one plane and only to touch, small beside the tolerance. Sizes
+/// are powers of two, so that distances change with them to the last bit.
+TEST(FindBodyContacts, FindsThePairsThatASlowSearchFinds) {
+    for (auto const &[side, depth, gapWithin, size] : Rows<4>(
+             "0.5 10 0.25  1; 0.5 10 0.25  0x1p-100; 0.5 10 0.25  0x1p100; 2 10 0.25  1; 0.5 0 0  1; 0.02 10 1  1")) {
+        SCOPED_TRACE(testing::Message() << side << ' ' << size);
+        std::mt19937 random(1);
+        std::uniform_real_distribution<double> place(0, 10);
+        std::normal_distribution<double> away(0, side);
+        double const tolerance = gapWithin * size;
+        std::vector<TriangleBody> bodies(3);
+        std::map<std::array<int, 2>, std::multiset<double>> gaps;
+        for (int i = 0; i < 250; ++i) {
+            Point const begin(place(random), place(random), depth * place(random) / 10 + 1024);
+            BodyTriangle triangle;
+            for (Point &p : triangle)
+                p = (begin + Point(away(random), away(random), depth > 0 ? away(random) : 0.0)) * size;
+            for (int body = 0; body < 3; ++body) {
+                for (BodyTriangle const &other : bodies[static_cast<std::size_t>(body)]) {
+                    double const gap = DistanceOf(triangle, other);
+                    if (body != i % 3 && gap <= tolerance)
+                        gaps[{std::min(body, i % 3), std::max(body, i % 3)}].insert(gap);
+                }
+            }
+            bodies[static_cast<std::size_t>(i % 3)].push_back(triangle);
+        }
+        BodyContacts const found = FindBodyContacts(bodies, tolerance);
+        ASSERT_EQ(found.contacts.size(), 3u);
+        for (BodyContact const &contact : found.contacts) {
+            EXPECT_EQ(contact.pairCount, gaps[contact.bodies].size());
+            EXPECT_EQ(contact.smallestGap, *gaps[contact.bodies].begin());
+            Point const d = (contact.nearest[0] - contact.nearest[1]) * (1 / size);
+            EXPECT_NEAR(std::hypot(d[0], d[1], d[2]), contact.smallestGap / size, 1e-12);
+            std::set<int> used;
+            for (ContactPatch const &patch : contact.patches) {
+                EXPECT_LE(patch.smallestGap, tolerance);
+                for (int const triangle : patch.triangles[0])
+                    EXPECT_TRUE(used.insert(triangle).second) << "in two patches";
+            }
+        }
+        EXPECT_FALSE(FindBodyContacts(bodies, tolerance, 3).isComplete);
+    }
+}
 
 TEST(FindBodyContacts, PutsTrianglesThatHangTogetherIntoOnePatch) {
     // The middle cube stands on two others, 0.25 above them; these are far apart.
@@ -34,18 +83,25 @@ TEST(FindBodyContacts, PutsTrianglesThatHangTogetherIntoOnePatch) {
 
 TEST(FindBodyContacts, AnswersBodiesOfAllKinds) {
     constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
-    EXPECT_TRUE(FindBodyContacts({}, 1).contacts.empty());
-    EXPECT_TRUE(FindBodyContacts({{}, {}}, 1).contacts.empty());
-    EXPECT_TRUE(FindBodyContacts({CubeAt({0, 0, 0})}, 1).contacts.empty()) << "a body does not touch itself";
-    TriangleBody const point = {{Point(1, 1, 1), {1, 1, 1}, {1, 1, 1}}};
-    EXPECT_EQ(FindBodyContacts({point, point}, 0).contacts.size(), 1u) << "two points at one place";
-    TriangleBody bad = CubeAt({0, 0, 0});
+    TriangleBody const cube = CubeAt({}), beside = CubeAt({2, 0, 0}), point = {{Point(1, 1, 1), {1, 1, 1}, {1, 1, 1}}};
+    TriangleBody bad = cube;
     bad[3][1][2] = kNan;
-    EXPECT_EQ(FindBodyContacts({bad, CubeAt({2, 0, 0})}, 0).contacts.size(), 1u);
-    for (double const tolerance : {kNan, -1.0})
-        EXPECT_TRUE(FindBodyContacts({CubeAt({0, 0, 0}), CubeAt({2, 0, 0})}, tolerance).contacts.empty());
+    struct Case {
+        std::vector<TriangleBody> bodies;
+        double tolerance;
+        std::size_t contacts;
+    };
+    Case const cases[] = {{{}, 1, 0},
+                          {{{}, {}}, 1, 0},
+                          {{cube}, 1, 0},
+                          {{point, point}, 0, 1},
+                          {{bad, beside}, 0, 1},
+                          {{cube, beside}, kNan, 0},
+                          {{cube, beside}, -1, 0}};
+    for (Case const &each : cases)
+        EXPECT_EQ(FindBodyContacts(each.bodies, each.tolerance).contacts.size(), each.contacts) << &each - cases;
     for (double const tolerance : {1e300, std::numeric_limits<double>::infinity()})
-        EXPECT_EQ(FindBodyContacts({CubeAt({0, 0, 0}), CubeAt({9, 0, 0})}, tolerance).contacts[0].pairCount, 144u);
+        EXPECT_EQ(FindBodyContacts({cube, CubeAt({9, 0, 0})}, tolerance).contacts[0].pairCount, 144u);
 }
 
 } // namespace zvi::lib::test

@@ -21,14 +21,6 @@ Keys Hits(MQuadTree const &tree, MQuadMBR2D const &query, int strict = 0) {
     return HitsOf<Plane>(tree, query, strict);
 }
 
-MQuadObj ObjectAt(double x, double y, unsigned int key = 0) {
-    MQuadObj object;
-    MQuadMBR2D mbr = Point(x, y);
-    object.SetMBR(mbr);
-    object.SetKey(key);
-    return object;
-}
-
 struct Picture : CDC {
     void *SelectHollowBrush() override {
         text += '<';
@@ -42,18 +34,6 @@ struct Picture : CDC {
 };
 
 } // namespace
-
-TEST(MQuadTree, AKeyWhoseObjectWasMovedOutOfTheRegionGoesAllTheSame) {
-    MQuadTree tree;
-    tree.Insert(1U, Point(0, 0));
-    tree.Insert(2U, Point(1, 1));
-    MList<MQuadObj *> list;
-    tree.GetIntersectObjList(Point(0, 0), list, 0);
-    list.GetHead()->element->GetMBR() = Point(1e9, 0);
-    EXPECT_EQ(tree.Delete(1U), 0);
-    EXPECT_EQ(tree.Exist(1U), 0);
-    EXPECT_EQ(Hits(tree, {-1e10, -1e10, 1e10, 1e10}), Keys{2});
-}
 
 TEST(MQuadTree, RegionsWithoutAMeasureHideNothingAndAddNothing) {
     // A point takes no room here, so that the second rectangle makes the region anew.
@@ -75,27 +55,22 @@ TEST(MQuadTree, RegionsWithoutAMeasureHideNothingAndAddNothing) {
 
 TEST(MQuadTree, ACopyOfANodeAndWhatIsAssignedToAnotherLeaveTheTreeAlone) {
     MQuadTree tree(100, 100, 2);
-    std::vector<MQuadObj> inTree{ObjectAt(-40, -40), ObjectAt(10, 10), ObjectAt(40, 40)};
-    for (MQuadObj &object : inTree)
-        ASSERT_EQ(tree.Insert(&object), 1);
-    MQuadNode const *const original = tree.GetRoot()->GetChild(0);
-    MQuadNode copy(*original);
-    std::vector<MQuadObj> inCopy;
-    for (double place = original->GetRegion().minX; inCopy.size() < 4; place += 12)
-        inCopy.push_back(ObjectAt(place, place));
-    for (MQuadObj &object : inCopy)
-        ASSERT_EQ(copy.Insert(&object), 0);
-    EXPECT_FALSE(copy.IsLeaf());
-    EXPECT_TRUE(original->IsLeaf());
-    MQuadNode node;
-    MQuadObj own = ObjectAt(1, 1);
-    EXPECT_EQ(node.Insert(&own), 0);
+    for (unsigned int const key : {1U, 2U, 3U})
+        tree.Insert(key, Point(key * 40.0 - 80.0, key * 40.0 - 80.0));
+    MQuadNode const &original = *tree.GetRoot()->GetChild(0);
+    MQuadNode copy(original), node;
+    std::vector<MQuadObj> inCopy(5);
+    for (MQuadObj &object : inCopy) {
+        object.GetMBR() = Point(original.GetRegion().minX + double(12 * (&object - &inCopy[0])), -60);
+        EXPECT_EQ((&object == &inCopy[4] ? node : copy).Insert(&object), 0);
+    }
+    EXPECT_TRUE(!copy.IsLeaf() && original.IsLeaf());
     node = *tree.GetRoot();
-    EXPECT_EQ(node.GetChild(0), original);
+    EXPECT_EQ(node.GetChild(0), &original);
     MList<MQuadObj *> list;
     EXPECT_EQ(node.GetIntersectObjList({-1e3, -1e3, 1e3, 1e3}, list, 0), 3);
     node.InitClassMembers(); // the children stay the tree's
-    EXPECT_EQ(node.Insert(&own), 0);
+    EXPECT_EQ(node.Insert(&inCopy[4]), 0);
     EXPECT_TRUE(tree.IsConsistent());
     EXPECT_EQ(Hits(tree, {-1e3, -1e3, 1e3, 1e3}).size(), 3U);
 }
@@ -108,26 +83,24 @@ TEST(MQuadObjPool, WhatComesAndGoesBehindTheTreesBackIsNoticed) {
     tree.Insert(1U, Point(0, 0));
     tree.Insert(2U, Point(-40, -40));
     tree.Insert(3U, Point(40, 40));
-    MQuadNode *const inner = tree.GetRoot()->GetChild(3);
-    ASSERT_FALSE(inner->IsLeaf());
-    MQuadObj added = ObjectAt(10, 10, 77);
-    inner->GetPool().Add(&added);
+    MQuadObjPool &inner = tree.GetRoot()->GetChild(3)->GetPool();
+    MQuadObj added;
+    added.SetKey(77);
+    added.GetMBR() = Point(10, 10);
+    inner.Add(&added);
     EXPECT_EQ(Hits(tree, Point(10, 10)), Keys{77});
     MQuadObjPool pool;
     Retired retired;
-    pool.Add(nullptr);
-    pool.Add(&retired);
-    pool.Add(&added); // the first one, which is retired, leaves
-    EXPECT_EQ(pool.GetCount(), 1);
-    inner->GetPool().RemoveAt(0);
+    for (MQuadObj *const object : {static_cast<MQuadObj *>(nullptr), static_cast<MQuadObj *>(&retired), &added})
+        pool.Add(object); // the first one, which is retired, leaves
+    inner.RemoveAt(0);
     EXPECT_EQ(Hits(tree, Point(10, 10)), Keys{});
-    inner->GetPool() = pool;
+    inner = pool;
     EXPECT_EQ(Hits(tree, Point(10, 10)), Keys{77});
     pool.RemoveAt(1);
-    EXPECT_EQ(pool.FindFromLast(&added), 0);
-    EXPECT_EQ(pool.FindFromLast(nullptr), -1);
-    EXPECT_EQ(pool.GetAt(-1), nullptr);
-    EXPECT_EQ(pool.GetAt(1), nullptr);
+    EXPECT_EQ(pool.GetCount(), 1);
+    EXPECT_EQ(pool.FindFromLast(&added) + pool.FindFromLast(nullptr), -1);
+    EXPECT_TRUE(!pool.GetAt(-1) && !pool.GetAt(1));
 }
 
 TEST(MQuadTree, DrawsItsLeaves) {
@@ -135,14 +108,12 @@ TEST(MQuadTree, DrawsItsLeaves) {
     Picture picture;
     tree.Draw(&picture);
     MQuadNode().Draw(nullptr);
-    EXPECT_EQ(picture.text, "");
     tree.Insert(1U, Point(0.5, 0.5));
     tree.Draw(&picture);
-    EXPECT_EQ(picture.text, "<-49,-49,50,50>");
     tree.Insert(2U, Point(-40, 40));
-    picture.text.clear();
     tree.Draw(&picture);
-    EXPECT_EQ(picture.text, "<-49,-49,0,0><0,-49,50,0><-49,0,0,50><0,0,50,50>");
+    EXPECT_EQ(picture.text, "<-49,-49,50,50>"
+                            "<-49,-49,0,0><0,-49,50,0><-49,0,0,50><0,0,50,50>");
 }
 
 } // namespace zvi::lib::test

@@ -34,6 +34,12 @@ struct Corners {
             isApart = isApart || other.min[a] - t > max[a] || min[a] > t + other.max[a];
         return !isApart;
     }
+    std::array<double, dimension> Middle() const {
+        std::array<double, dimension> middle;
+        for (std::size_t a = 0; a < dimension; ++a)
+            middle[a] = (min[a] + max[a]) * 0.5;
+        return middle;
+    }
     /// The box of one corner alone.
     static Corners At(std::array<double, dimension> const &corner) { return {corner, corner}; }
 
@@ -51,6 +57,7 @@ struct Boxes {
     using Object = O;
     using Box = B;
     using Point = P;
+    using Coordinates = std::array<double, dimension>;
     static bool HasType(Object &object, int type) { return object.GetType() == type; }
 };
 
@@ -61,7 +68,7 @@ struct Plane : Boxes<2, MQuadTree, MQuadNode, MQuadObj, MQuadMBR2D, MQuadPoint2D
     using AnsweredBox = Box &;
     static bool Meets(Box const &a, Box const &b, int strict) { return a.Intersect4QT(b, strict) != 0; }
     static bool IsWithin(Box const &a, Box const &b) { return a.IsContained4QT(b) != 0; }
-    static bool Holds(Box const &box, Point const &point) { return box.DoesContain4QT(point) != 0; }
+    static bool Holds(Box const &box, Coordinates const &p) { return box.DoesContain4QT(std::bit_cast<Point>(p)) != 0; }
     static std::uint64_t KeyOf(Object &object) { return object.GetKey(); }
     static bool IsLeaf(Node const &node) { return node.IsLeaf(); }
     static void MoveByReference(Object &object, Box const &box) { object.GetMBR() = box; }
@@ -74,7 +81,7 @@ struct Space : Boxes<3, MOcTree, MOcNode, MOcObj, MOcMBR3D, MOcPoint3D> {
     using AnsweredBox = Box;
     static bool Meets(Box const &a, Box const &b, int strict) { return a.Intersect8OT(b, strict) != 0; }
     static bool IsWithin(Box const &a, Box const &b) { return a.IsContained8OT(b) != 0; }
-    static bool Holds(Box const &box, Point const &point) { return box.DoesContain8OT(point) != 0; }
+    static bool Holds(Box const &box, Coordinates const &p) { return box.DoesContain8OT(std::bit_cast<Point>(p)) != 0; }
     static std::uint64_t KeyOf(Object &object) { return object.GetItr(); }
     static bool IsLeaf(Node const &node) { return node.IsLeafNode(); }
     static void MoveByReference(Object &object, Box box) { object.SetMBR(box); }
@@ -93,6 +100,9 @@ struct Points {
     static constexpr double kTouch = 0.0, kLeastOverlap = 0.0;
     static std::uint64_t KeyOf(Object const &point) { return point.key; }
     static bool HasType(Object const &, int) { return true; }
+    static bool Meets(Box const &a, Box const &b, int) { return a.Meets(b, 0); }
+    static bool IsWithin(Box const &a, Box const &b) { return a.IsWithin(b); }
+    static bool Holds(Box const &box, std::array<double, 3> const &p) { return Box::At(p).IsWithin(box); }
 
     class Tree : public MPntOcTree {
     public:
@@ -131,7 +141,7 @@ Keys HitsOf(typename In::Tree const &tree, typename In::Box const &query, int st
     return keys;
 }
 
-/// A tree with objects of its own and of others, which outlive it.
+/// A tree with objects of its own and, unless they are points, of others, which outlive it.
 template <typename In>
 struct Forest {
     std::unique_ptr<typename In::Tree> tree;
@@ -145,39 +155,49 @@ struct Forest {
         return BoxOf<In>(corners);
     }
 
-    /// Grows softly and by doubling, splits, is overfull by clusters, shrinks again; one pool is long.
     void Work() {
+        if (tree && In::kHoldsPoints)
+            Fill(); // the end of such a tree is for good
         if (tree)
             tree->Clear();
-        else
+        if (!tree || In::kHoldsPoints)
             tree = std::make_unique<typename In::Tree>(10.0, 10.0, 4);
+        Fill();
+    }
+
+    Keys Hits() const {
+        Keys keys = HitsOf<In>(*tree, Between(-4, 30));
+        keys.push_back(tree->IsConsistent() ? 1 : 0);
+        return keys;
+    }
+
+private:
+    /// Grows softly and by doubling, splits, is overfull by clusters, shrinks again; one pool is long.
+    void Fill() {
         for (unsigned int i = 0; i < 60; ++i)
-            tree->Insert(i, Between(i * i % 53, i * i % 53 + 0.1 * i));
-        for (typename In::Object &object : objects) {
-            auto const i = static_cast<double>(&object - objects.data());
-            Put(object, Between(i, i + (i < 20 ? 0.0 : 300.0)));
-            tree->Insert(&object);
-        }
-        for (unsigned int i = 100; i < 700; ++i)
-            tree->Insert(i, Between(-0.01 * i, 50 + 0.01 * i));
+            tree->Insert(i, -1, Between(i * i % 53, i * i % 53 + 0.1 * i));
+        for (std::size_t i = 0; i < objects.size(); ++i)
+            InsertOwn(i, Between(static_cast<double>(i), static_cast<double>(i) + (i < 20 ? 0.0 : 300.0)));
+        for (unsigned int i = 100; i < 709; ++i)
+            tree->Insert(i, -1, Between(i < 700 ? -0.01 * i : 2, 50 + 0.01 * i));
         HitsOf<In>(*tree, Between(-6.95, -6.5));
         for (unsigned int i = 0; i < 660; i += 3)
             tree->Delete(i);
-        Put(objects[5], Between(3, 4));
         for (std::size_t i = 0; i < objects.size(); i += 2)
-            tree->Delete(&objects[i]);
+            DeleteOwn(i, Between(3, 4));
     }
 
-    static void Put(typename In::Object &object, typename In::Box box) { object.SetMBR(box); }
-
-    std::vector<double> Hits() const {
-        MList<typename In::Object *> list;
-        std::vector<double> ends{tree->IsConsistent() ? 1.0 : 0.0};
-        tree->GetIntersectObjList(Between(-4, 30), list, 0);
-        for (typename In::Object *object : list)
-            ends.push_back(object->GetMBR().maxX);
-        return ends;
+    void InsertOwn(std::size_t i, typename In::Box box) requires(!In::kHoldsPoints) {
+        objects[i].SetMBR(box);
+        tree->Insert(&objects[i]);
     }
+    void DeleteOwn(std::size_t i, typename In::Box movedTo) requires(!In::kHoldsPoints) {
+        if (i % 3 == 0)
+            objects[i].SetMBR(movedTo);
+        tree->Delete(&objects[i]);
+    }
+    void InsertOwn(...) {}
+    void DeleteOwn(...) {}
 };
 
 } // namespace zvi::lib::test

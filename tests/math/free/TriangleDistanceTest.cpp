@@ -61,8 +61,7 @@ TEST(TriangleDistance, IsTheSmallestInEveryCase) {
         for (int turn = 0; turn < 3; ++turn) {
             Corners other = {Point(ax, ay, az), {bx, by, bz}, {cx, cy, cz}};
             std::rotate(other.begin(), other.begin() + turn, other.end());
-            Point p;
-            Point q;
+            Point p, q;
             EXPECT_DOUBLE_EQ(Distance(base, other, p, q), expected) << ax << ' ' << ay << ' ' << az;
             EXPECT_NEAR(Norm(p - q), expected, 1e-14);
             EXPECT_DOUBLE_EQ(Distance(other, base, q, p), expected) << "the other way round";
@@ -78,8 +77,7 @@ TEST(TriangleDistance, IsWhatSamplesOfBothComeNearTo) {
     std::normal_distribution<double> place(0, 1);
     int apart = 0;
     for (int i = 0; i < 400; ++i) {
-        Corners t{};
-        Corners u{};
+        Corners t, u;
         Point const shift(place(random) * 1.5, place(random) * 1.5, 0);
         for (std::size_t corner = 0; corner < 3; ++corner) {
             t[corner] = {place(random), place(random), place(random)};
@@ -90,8 +88,7 @@ TEST(TriangleDistance, IsWhatSamplesOfBothComeNearTo) {
         double step = 0;
         for (std::size_t corner = 0; corner < 3; ++corner)
             step = std::max({step, Norm(t[corner] - t[(corner + 1) % 3]), Norm(u[corner] - u[(corner + 1) % 3])});
-        Point p;
-        Point q;
+        Point p, q;
         double const distance = Distance(t, u, p, q);
         double const sampled = SampledDistance(t, u);
         EXPECT_LE(distance, sampled + 1e-12) << i;
@@ -104,13 +101,10 @@ TEST(TriangleDistance, IsWhatSamplesOfBothComeNearTo) {
 }
 
 TEST(TriangleDistance, TellsWhatIsNoNumber) {
+    Point p, q;
     for (double const bad : {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity()}) {
-        Point p;
-        Point q;
         EXPECT_TRUE(std::isnan(Distance({Point(0, bad, 0), {}, {}}, {}, p, q)) && std::isnan(p[0]) && std::isnan(q[2]));
     }
-    Point p;
-    Point q;
     EXPECT_EQ(Distance({Point(-1e300, 0, 0), {}, {}}, {Point(1e300, 1e300, 0), {1e300, 0, 0}, {9e299, 0, 0}}, p, q),
               std::numeric_limits<double>::infinity());
 }
