@@ -61,7 +61,8 @@ TEST(MQuadTree, ACopyOfANodeAndWhatIsAssignedToAnotherLeaveTheTreeAlone) {
     MQuadNode copy(original), node;
     std::vector<MQuadObj> inCopy(5);
     for (MQuadObj &object : inCopy) {
-        object.GetMBR() = Point(original.GetRegion().minX + double(12 * (&object - &inCopy[0])), -60);
+        MQuadMBR2D place = Point(original.GetRegion().minX + double(12 * (&object - &inCopy[0])), -60);
+        object.SetMBR(place);
         EXPECT_EQ((&object == &inCopy[4] ? node : copy).Insert(&object), 0);
     }
     EXPECT_TRUE(!copy.IsLeaf() && original.IsLeaf());
