@@ -184,23 +184,21 @@ TEST(CTriangleSpatialIndex, WritesItsTriangles) {
 }
 
 TEST_F(FailingMemoryTest, TrianglesAreFilledInAgain) {
-    struct Work {
-        std::unique_ptr<CTriangleSpatialIndex> index;
-        std::array<std::size_t, 2> found{};
-    };
+    using Work = std::pair<std::unique_ptr<CTriangleSpatialIndex>, std::size_t>;
     WorkInShortages<Work>(
         [](Work &work) {
-            EXPECT_TRUE(!work.index || work.index->IsConsistent());
-            work.index = std::make_unique<CTriangleSpatialIndex>(kBox, 7, 0.0f);
+            auto &[index, found] = work;
+            EXPECT_TRUE(!index || index->IsConsistent());
+            index = std::make_unique<CTriangleSpatialIndex>(kBox, 7, 0.0f);
             Triangle triangles[] = {{{1, 1, 1, 8, 1, 1, 1, 8, 2}, 0}, {{1, 1, 1, 8, 1, 1, 2, 2, 2}, 1}};
             for (Triangle &triangle : triangles)
-                Insert(*work.index, triangle, 0.5f);
+                Insert(*index, triangle, 0.5f);
             Comparison comparison;
-            work.index->FindTriWithinTol(1, &comparison);
+            index->FindTriWithinTol(1, &comparison);
             TriangleBody const body = CubeAt({});
-            work.found = {comparison.reported.size(), FindBodyContacts({body, body}, 1.0).contacts.size()};
+            found = comparison.reported.size() + FindBodyContacts({body, body}, 1.0).contacts.size();
         },
-        [](Work const &work) { return std::pair(work.found, work.index->IsConsistent()); });
+        [](Work const &work) { return work.first->IsConsistent() ? work.second : 0; });
 }
 
 } // namespace zvi::lib::test

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 #include <memory>
@@ -79,11 +80,10 @@ TYPED_TEST(PointIndex, LaysAnOddNumberOfCellsAlongEachAxis) {
         Lay(index, {1, 1, 1}, {1 + dx, 1 + dy, 1 + dz}, division);
         float const far[] = {1e6f, 1e6f, 1e6f};
         float const middle[] = {float(1 + dx / 2), float(1 + dy / 2), float(1 + dz / 2)};
-        int low[3];
-        int high[3];
-        index.GetBoxIndexByTriangle(far, middle, far, low, high);
-        EXPECT_EQ(std::vector<int>(high, high + 3), (std::vector<int>{nx - 1, ny - 1, nz - 1})) << dx << ' ' << dy;
-        EXPECT_EQ(std::vector<int>(low, low + 3), (std::vector<int>{nx / 2, ny / 2, nz / 2})) << "the middle cell";
+        std::array<int, 3> low, high;
+        index.GetBoxIndexByTriangle(far, middle, far, low.data(), high.data());
+        EXPECT_EQ(high, (std::array{nx - 1, ny - 1, nz - 1})) << dx << ' ' << dy;
+        EXPECT_EQ(low, (std::array{nx / 2, ny / 2, nz / 2})) << "the middle cell";
         EXPECT_EQ(index.Insert(nx - 1, ny - 1, nz - 1, 1), 1);
         EXPECT_EQ(index.Insert(nx, ny - 1, nz - 1, 1), 0) << "behind the last cell";
         EXPECT_EQ(index.Insert(nx, 0, 0, 1), ny * nz > 1 ? 1 : 0) << "beyond a row lies the next one";
@@ -167,23 +167,20 @@ TYPED_TEST(ShortageOfPoints, IsFilledAgain) {
     Points points({});
     for (int i = 0; i < 40; ++i)
         points.all.emplace_back(i / 40.0, i % 4, i / 50.0);
-    struct Work {
-        std::unique_ptr<TypeParam> index;
-        std::uint64_t found = 0;
-    };
+    using Work = std::pair<std::unique_ptr<TypeParam>, std::uint64_t>;
     WorkInShortages<Work>(
         [&points](Work &work) {
-            EXPECT_TRUE(!work.index || work.index->IsConsistent());
-            work.index = std::make_unique<TypeParam>();
-            Lay(*work.index, {0, 0, 0}, {5, 5, 5}, 20);
+            auto &[index, found] = work;
+            EXPECT_TRUE(!index || index->IsConsistent());
+            index = std::make_unique<TypeParam>();
+            Lay(*index, {0, 0, 0}, {5, 5, 5}, 20);
             for (std::uint64_t value = 1; value < 40; ++value)
-                work.index->Insert(points.all[value].Data(), value);
-            MList<std::uint64_t> list;
-            work.index->FindWithinTol(points.all[1].Data(), 1.0, list, &points);
-            work.index->Delete(points.all[39].Data(), 39);
-            work.found = list.GetCount() + work.index->FindNearest(points.all[7].Data(), 1.0, &points);
+                index->Insert(points.all[value].Data(), value);
+            index->Delete(points.all[39].Data(), 39);
+            found = Found(*index, points.all[1], 1.0, points).size();
+            found += index->FindNearest(points.all[7].Data(), 1.0, &points);
         },
-        [](Work const &work) { return work.index->IsConsistent() ? work.found : 0; });
+        [](Work const &work) { return work.first->IsConsistent() ? work.second : 0; });
 }
 
 TEST(MHashPointSpatialIndex, FindsTheLatestOfACellFirst) {
