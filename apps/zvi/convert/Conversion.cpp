@@ -137,6 +137,7 @@ std::vector<std::string> Conversion::Notes(double value) const {
         numbers += (numbers.empty() ? "" : ", ") + std::to_string(kind.kind);
     }
     std::vector<std::string> notes;
+    notes.reserve(others.size() + 1);
     for (auto const &[other, numbers] : others)
         notes.push_back(Joined("the definitions of the units give ", result, "; the library's own factors of kind ",
                                numbers, " give ", other));
