@@ -195,7 +195,8 @@ bool CoverWhatIsEnclosed(std::vector<Face> const &faces, UsableCurves const &cur
         for (Loop const &hole : face.holes)
             covered += hole.area;
     }
-    return std::fabs(covered - EnclosedArea(curves, arranged, walks)) <= tolerance * length;
+    // Without length an infinite tolerance allows no number.
+    return !(std::fabs(covered - EnclosedArea(curves, arranged, walks)) > tolerance * length);
 }
 
 bool AreApart(PlanarMap const &map, std::vector<Face> const &faces, double snap, double clear) {
