@@ -21,7 +21,9 @@ std::vector<Measured> ShortEdges(PlanarMap const &map, double tolerance, double 
         if (length < tolerance || s.IsConnector()) {
             DrawingPoint const middle = PointAt(s, 0.5);
             ShortEdgeKind const kind = length < same ? kNothing : s.IsConnector() ? kConnector : kCurve;
-            edges.push_back({kind, length, landmarks.Rank(middle), middle, e});
+            // Where a connector is cut does not tell how wide its gap is.
+            double const width = kind == kConnector ? LengthOf(s) / (s.to - s.from) : length;
+            edges.push_back({kind, width, landmarks.Rank(middle), middle, e});
         }
     });
 }

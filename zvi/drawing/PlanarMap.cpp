@@ -108,7 +108,7 @@ int PlanarMap::Split(int edge, double t, DrawingPoint p) {
         if (m_borderOf[Index(h.number)] < 0)
             continue;
         Stretch const border = Border(h);
-        double const at = BorderCut(border, p);
+        double const at = BorderCut(border, t, p);
         m_borders[Index(m_borderOf[Index(h.number)])] = PartOf(border, 0.0, at);
         SetBorder(h.IsReversed() ? HalfEdge::Against(number) : HalfEdge::Along(number), PartOf(border, at, 1.0));
     }

@@ -112,9 +112,10 @@ public:
     int Split(int edge, double t, DrawingPoint p);
     /// The same with the place on the edge.
     int Split(int edge, double t) { return Split(edge, t, PointAt(Edge(edge).stretch, t)); }
-    /// The fraction at which a border beside an edge is cut when the edge is cut by a place at `p`.
-    static double BorderCut(Stretch const &border, DrawingPoint p) {
-        return std::clamp(FractionAt(border, p), 0.0, 1.0);
+    /// The fraction at which a border beside an edge is cut when the edge is cut at the fraction `t` by a place at `p`:
+    /// the nearest to that, or the same where all of the border is as near.
+    static double BorderCut(Stretch const &border, double t, DrawingPoint p) {
+        return IsAtCenter(border, p) ? t : std::clamp(FractionAt(border, p), 0.0, 1.0);
     }
     /// The edge of the part behind `edge` when it was split, -1 when it was not or is the last part.
     int NextPart(int edge) const { return m_nextPart[Index(edge)]; }

@@ -102,6 +102,10 @@ double TurnTo(Stretch const &arc, DrawingPoint p) {
     return angle < 0.0 ? angle + kTwoPi : angle;
 }
 
+bool IsAtCenter(Stretch const &s, DrawingPoint p) {
+    return s.isArc && !(Distance(p, s.center) > kAtCenter * s.radius);
+}
+
 double FractionAt(Stretch const &s, DrawingPoint p) {
     if (s.isArc) {
         double const sweep = std::fabs(s.sweep), turn = TurnTo(s, p);

@@ -56,6 +56,9 @@ double OutOfCircle(Stretch const &arc, DrawingPoint p);
 /// Angle of `p` about the centre of an arc, measured from its start in its direction, 0 to below a full turn.
 double TurnTo(Stretch const &arc, DrawingPoint p);
 
+/// Whether a point is the centre of an arc but for rounding, so that no point of the arc is the nearest to it.
+bool IsAtCenter(Stretch const &s, DrawingPoint p);
+
 /// Fraction of the length at which the carrier of the stretch, gone on beyond the nearer end, is nearest to `p`.
 double FractionAt(Stretch const &s, DrawingPoint p);
 

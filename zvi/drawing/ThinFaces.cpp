@@ -183,8 +183,8 @@ private:
         (isBegin ? side.beginPlace : side.endPlace) = fold.farPlace;
         auto const trim = [&](Stretch &s, double t) { s = isStart ? PartOf(s, t, 1.0) : PartOf(s, 0.0, t); };
         trim(side.edge, fold.t);
-        trim(side.front, PlanarMap::BorderCut(side.front, fold.place));
-        trim(side.back, PlanarMap::BorderCut(side.back, fold.place));
+        trim(side.front, PlanarMap::BorderCut(side.front, fold.t, fold.place));
+        trim(side.back, PlanarMap::BorderCut(side.back, fold.t, fold.place));
     }
 
     PlanarMap const &m_map;
