@@ -324,7 +324,7 @@ TEST(DrawingFamilies, HoldWhereTheyOnceDidNot) {
         {"curves that cross at small angles in one point", {1100367110}},
         {"contacts of a small circle, and of flat arcs", {1200066048, 1500022052}},
         {"a border that a place at its centre cuts", {1500139211}},
-        {"connectors cut close to their ends", {1400141093}},
+        {"connectors cut close to their ends", {1400141093, 1900029292}},
         {"a curve so short that rounding may leave it no length", {500208807}},
         {"a side of a thin face of which nothing is left", {200302450}},
         {"a region as thin as rounding in the scan", {70150950}},

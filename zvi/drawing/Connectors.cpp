@@ -246,6 +246,7 @@ private:
         NetworkEdge connector;
         connector.stretch.start = m_network.Place(from);
         connector.stretch.end = m_network.Place(to);
+        connector.stretch.radius = Distance(connector.stretch.start, connector.stretch.end);
         connector.startPlace = from;
         connector.endPlace = to;
         m_network.edges.push_back(connector);

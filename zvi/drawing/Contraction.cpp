@@ -21,9 +21,7 @@ std::vector<Measured> ShortEdges(PlanarMap const &map, double tolerance, double 
         if (length < tolerance || s.IsConnector()) {
             DrawingPoint const middle = PointAt(s, 0.5);
             ShortEdgeKind const kind = length < same ? kNothing : s.IsConnector() ? kConnector : kCurve;
-            // Where a connector is cut does not tell how wide its gap is.
-            double const width = kind == kConnector ? LengthOf(s) / (s.to - s.from) : length;
-            edges.push_back({kind, width, landmarks.Rank(middle), middle, e});
+            edges.push_back({kind, kind == kConnector ? s.radius : length, landmarks.Rank(middle), middle, e});
         }
     });
 }

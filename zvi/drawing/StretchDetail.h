@@ -26,7 +26,7 @@ struct Stretch {
     DrawingPoint start;
     DrawingPoint end;
     DrawingPoint center;
-    double radius = 0.0;
+    double radius = 0.0; ///< of an arc; of a connector how wide its gap is, however it has been cut
     double sweep = 0.0;
 
     bool IsConnector() const { return curve == kNoCurve; }
