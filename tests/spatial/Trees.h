@@ -178,7 +178,7 @@ private:
             tree->Insert(i, -1, Between(i * i % 53, i * i % 53 + 0.1 * i));
         for (std::size_t i = 0; i < objects.size(); ++i)
             InsertOwn(i, Between(static_cast<double>(i), static_cast<double>(i) + (i < 20 ? 0.0 : 300.0)));
-        for (unsigned int i = 100; i < 709; ++i)
+        for (unsigned int i = In::kHoldsPoints ? 600 : 100; i < 709; ++i)
             tree->Insert(i, -1, Between(i < 700 ? -0.01 * i : 2, 50 + 0.01 * i));
         HitsOf<In>(*tree, Between(-6.95, -6.5));
         for (unsigned int i = 0; i < 660; i += 3)
