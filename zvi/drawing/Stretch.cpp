@@ -130,10 +130,10 @@ std::optional<Foot> FootOn(Stretch const &s, DrawingPoint p, double within) {
         foot.point = PointAt(s, foot.t);
         return foot;
     }
+    if (IsAtCenter(s, p))
+        return {};
     DrawingPoint const v = p - s.center;
     double const length = Length(v);
-    if (!(length > kAtCenter * s.radius))
-        return {};
     double const out = OutOfCircle(s, p);
     foot.distance = std::fabs(out);
     if (foot.distance >= within)

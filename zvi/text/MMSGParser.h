@@ -20,6 +20,7 @@ public:
     /// Copies the texts and the font.
     MMSGParser(MMSGParser const &other);
     MMSGParser &operator=(MMSGParser const &other);
+    /// Virtual: a class of an application may derive from it.
     virtual ~MMSGParser();
 
 protected:
