@@ -87,11 +87,7 @@ TEST(CrowdedDrawings, OfCurvesThatOverlapEachKeepsWhatEarlierOnesLeave) {
     constexpr int kOverlapping = 400;
     for (bool const onCircle : {false, true}) {
         SCOPED_TRACE(onCircle ? "circle" : "line");
-        std::vector<DrawingCurve> curves = Overlapping(kOverlapping, onCircle);
-        unsigned int id = 0;
-        for (DrawingCurve &c : curves)
-            c.id = ++id;
-        DrawingResult const result = MakeDrawingDomains(curves);
+        DrawingResult const result = MakeDrawingDomains(Numbered(Overlapping(kOverlapping, onCircle)));
         ASSERT_EQ(result.domains.size(), 1u);
         EXPECT_EQ(result.counts.cut, kOverlapping * (kOverlapping - 1));
         ASSERT_EQ(result.leftovers.size(), kOverlapping - 1u);
@@ -110,18 +106,15 @@ TEST(CrowdedDrawings, FamiliesOfCurvesGiveTheDomainsOfTheirFormula) {
         std::vector<DrawingCurve> curves;
         int domains;
         double area;
-    } rows[] = {{"hatched square", HatchedSquare(), kCount + 1, kSide * kSide},
-                {"concentric circles", ConcentricCircles(0.0), kCount, kPi * kCount * kCount},
-                {"nearly concentric circles", ConcentricCircles(0.4), kCount, kPi * kCount * kCount},
-                {"wedges at one vertex", Wedges(0.0), kCount, kCount * wedge},
-                {"bent wedges at one vertex", Wedges(1e-5), kCount, kCount * wedge},
-                {"lines through one point", LinesThroughOnePoint(), 2 * kCount, kPi * 900 * 900}};
-    for (auto &row : rows) {
+    } const rows[] = {{"hatched square", HatchedSquare(), kCount + 1, kSide * kSide},
+                      {"concentric circles", ConcentricCircles(0.0), kCount, kPi * kCount * kCount},
+                      {"nearly concentric circles", ConcentricCircles(0.4), kCount, kPi * kCount * kCount},
+                      {"wedges at one vertex", Wedges(0.0), kCount, kCount * wedge},
+                      {"bent wedges at one vertex", Wedges(1e-5), kCount, kCount * wedge},
+                      {"lines through one point", LinesThroughOnePoint(), 2 * kCount, kPi * 900 * 900}};
+    for (auto const &row : rows) {
         SCOPED_TRACE(row.name);
-        unsigned int id = 0;
-        for (DrawingCurve &c : row.curves)
-            c.id = ++id;
-        DrawingResult const result = MakeDrawingDomains(row.curves);
+        DrawingResult const result = MakeDrawingDomains(Numbered(row.curves));
         EXPECT_EQ(static_cast<int>(result.domains.size()), row.domains);
         EXPECT_NEAR(TotalArea(result), row.area, 1e-9 * row.area);
     }

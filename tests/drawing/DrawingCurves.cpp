@@ -123,6 +123,13 @@ DrawingCurve ArcOver(DrawingPoint a, DrawingPoint b, double rise) {
     return arc;
 }
 
+std::vector<DrawingCurve> Numbered(std::vector<DrawingCurve> curves) {
+    unsigned int id = 0;
+    for (DrawingCurve &c : curves)
+        c.id = ++id;
+    return curves;
+}
+
 DrawingCurve CurveOf(DrawingPiece const &piece) {
     return {piece.curve, piece.type, piece.start, piece.end, piece.center, piece.radius, piece.clockwise};
 }

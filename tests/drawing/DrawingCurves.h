@@ -20,6 +20,8 @@ DrawingCurve ArcOf(DrawingPoint center, double radius, double startDegrees, doub
 DrawingCurve CircleOf(DrawingPoint center, double radius);
 /// The arc whose rise is that share of its chord, to the right of the chord when positive.
 DrawingCurve ArcOver(DrawingPoint a, DrawingPoint b, double rise);
+/// The curves with the ids 1, 2 and so on.
+std::vector<DrawingCurve> Numbered(std::vector<DrawingCurve> curves);
 /// A piece taken for a curve.
 DrawingCurve CurveOf(DrawingPiece const &piece);
 

@@ -1,6 +1,8 @@
 // However many threads work on a drawing, it comes out the same to the last bit. Run under the thread sanitizer too.
 
 #include "tests/ResultHash.h"
+#include "tests/drawing/DrawingCurves.h"
+#include "tests/drawing/DrawingFamilies.h"
 #include "zvi/drawing/CutDrawingCurves.h"
 #include "zvi/drawing/MakeDrawingDomains.h"
 
@@ -8,8 +10,6 @@
 
 #include <cmath>
 #include <initializer_list>
-#include <numbers>
-#include <random>
 #include <thread>
 
 namespace zvi::lib::test {
@@ -23,71 +23,45 @@ constexpr std::initializer_list<int> kThreads = {3};
 constexpr std::initializer_list<int> kThreads = {2, 3, 8};
 #endif
 
-class Sketch {
-public:
-    double Any(double low, double high) {
-        return low + (high - low) * (static_cast<double>(m_random() >> 11) * 0x1p-53);
-    }
-    DrawingPoint Near(DrawingPoint p, double distance) {
-        return {p.x + Any(-distance, distance), p.y + Any(-distance, distance)};
-    }
-    void Line(DrawingPoint a, DrawingPoint b) { Add({.start = a, .end = b}); }
-    void Circle(DrawingPoint center, double radius) {
-        Add({.type = DrawingCurveType::kCircle, .center = center, .radius = radius});
-    }
-    void Arc(DrawingPoint c, double radius, double from, double to) {
-        Add({.type = DrawingCurveType::kArc,
-             .start = {c.x + radius * std::cos(from), c.y + radius * std::sin(from)},
-             .end = {c.x + radius * std::cos(to), c.y + radius * std::sin(to)},
-             .center = c,
-             .radius = radius});
-    }
-    std::vector<DrawingCurve> Take() { return std::move(m_curves); }
-
-private:
-    void Add(DrawingCurve curve) {
-        curve.id = static_cast<unsigned int>(m_curves.size()) + 1;
-        m_curves.push_back(curve);
-    }
-
-    std::mt19937_64 m_random{7};
-    std::vector<DrawingCurve> m_curves;
-};
-
 /// Short curves of every kind that cross, nearly meet, lie on one another, hang loose, or stand in one another.
 std::vector<DrawingCurve> Clutter(int count) {
-    Sketch sketch;
+    Dice dice(7);
+    std::vector<DrawingCurve> curves;
     double const side = 2.0 * std::sqrt(count), near = 0.01;
+    auto const beside = [&](DrawingPoint p, double distance) {
+        double const x = dice.Real(-distance, distance);
+        return DrawingPoint{p.x + x, p.y + dice.Real(-distance, distance)};
+    };
     for (int i = 0; i < count; i += 4) {
-        DrawingPoint const a{sketch.Any(0.0, side), sketch.Any(0.0, side)}, b = sketch.Near(a, 8.0);
-        sketch.Line(a, b);
-        sketch.Line(sketch.Near(b, near), sketch.Near(a, 8.0));
+        DrawingPoint const a = beside({0.5 * side, 0.5 * side}, 0.5 * side), b = beside(a, 8.0);
+        curves.push_back(LineOf(a, b));
+        curves.push_back(LineOf(beside(b, near), beside(a, 8.0)));
         if (i % 20 == 0)
-            sketch.Line(sketch.Near(a, 1e-3), sketch.Near(b, 1e-3));
-        double const from = sketch.Any(0.0, 6.0);
-        sketch.Arc(sketch.Near(a, 4.0), sketch.Any(0.5, 4.0), from, from + sketch.Any(0.3, 6.0));
-        sketch.Circle(sketch.Near(a, 4.0), sketch.Any(0.1, 2.0));
+            curves.push_back(LineOf(beside(a, 1e-3), beside(b, 1e-3)));
+        double const from = dice.Real(0.0, 360.0), turn = dice.Real(20.0, 350.0);
+        curves.push_back(ArcOf(beside(a, 4.0), dice.Real(0.5, 4.0), from, from + turn));
+        curves.push_back(CircleOf(beside(a, 4.0), dice.Real(0.1, 2.0)));
     }
-    return sketch.Take();
+    return Numbered(curves);
 }
 
 /// Parts that stand in one another, and boxes that all meet.
 std::vector<DrawingCurve> ConcentricCircles(int count) {
-    Sketch sketch;
+    std::vector<DrawingCurve> curves;
     for (int i = 1; i <= count; ++i)
-        sketch.Circle({3.0, 4.0}, i);
-    return sketch.Take();
+        curves.push_back(CircleOf({3.0, 4.0}, i));
+    return Numbered(curves);
 }
 
 /// Lines that all cross in one point, so that each gap between them ends there.
 std::vector<DrawingCurve> Star(int count) {
-    Sketch sketch;
+    std::vector<DrawingCurve> curves{CircleOf({0.0, 0.0}, 7.0)};
     for (int i = 0; i < count; ++i) {
-        double const angle = std::numbers::pi * (i + 0.3) / count;
-        sketch.Line({-9.0 * std::cos(angle), -9.0 * std::sin(angle)}, {8.0 * std::cos(angle), 8.0 * std::sin(angle)});
+        double const angle = kPi * (i + 0.3) / count;
+        curves.push_back(
+            LineOf({-9.0 * std::cos(angle), -9.0 * std::sin(angle)}, {8.0 * std::cos(angle), 8.0 * std::sin(angle)}));
     }
-    sketch.Circle({0.0, 0.0}, 7.0);
-    return sketch.Take();
+    return Numbered(curves);
 }
 
 void Add(ResultHash &hash, DrawingPiece const &piece) {
