@@ -71,17 +71,16 @@ public:
     }
 
     void SetAt(K key, V &&value) {
-        std::uint32_t const hash = HashOf(key);
-        if (!m_bins) [[unlikely]] {
-            StoreFirst(key, std::move(value), hash);
-            return;
-        }
-        Node *&head = m_bins[hash % m_binCount];
-        if (Node *const node = FindInChain(head, hash, key)) {
-            node->entry.value = std::move(value);
+        std::uint32_t const hash = HashOf(key), bin = hash % m_binCount;
+        Node *const found = m_bins ? FindInChain(m_bins[bin], hash, key) : nullptr;
+        if (found) {
+            found->entry.value = std::move(value);
             return;
         }
         Node *const node = NewNode(key, std::move(value), hash);
+        if (!m_bins) [[unlikely]]
+            AllocateBinsFor(node);
+        Node *&head = m_bins[bin];
         node->next = head;
         head = node;
         if (m_count > m_highThreshold && m_lockCount == 0)
@@ -212,17 +211,14 @@ private:
         --m_count;
     }
 
-    /// Stores a pair in a table without bins. Its node is given back when they cannot be had.
-    [[gnu::noinline]] void StoreFirst(K key, V &&value, std::uint32_t hash) {
-        Node *const node = NewNode(key, std::move(value), hash);
+    /// Gets the bins that the first node of the table needs, and gives the node back when they cannot be had.
+    [[gnu::noinline]] void AllocateBinsFor(Node *first) {
         try {
             m_bins = NewBins(m_binCount);
         } catch (...) {
-            FreeNode(node);
+            FreeNode(first);
             throw;
         }
-        node->next = nullptr;
-        m_bins[hash % m_binCount] = node;
     }
 
     void Unlink(Node **link) {
