@@ -166,18 +166,13 @@ public:
 
     int Crossed() const { return m_crossed; }
 
-    /// Adds an edge; false when the point lies on it.
-    bool Add(std::size_t edge) {
-        T_POINT2D const &start = m_vertices[edge], &end = EndOf(edge);
-        if (m_filter.Misses(start, end))
-            return true;
-        if (int const settled = m_filter.Settle(start, end); settled >= 0) {
-            m_crossed += settled;
-            return true;
-        }
-        if (SegmentDistance2D(start.x, start.y, end.x, end.y, m_p.x, m_p.y) <= kOnEdge)
-            return false;
-        m_crossed += m_crossings.Count(edge);
+    /// Adds all edges; false when the point lies on one.
+    bool AddAll() {
+        RayFilter const filter = m_filter; // a local one stays in registers
+        T_POINT2D const *const last = m_vertices + (m_count - 1);
+        for (T_POINT2D const *start = last, *end = m_vertices; end <= last; start = end++)
+            if (!filter.Misses(*start, *end) && !AddNear(static_cast<std::size_t>(start - m_vertices)))
+                return false;
         return true;
     }
 
@@ -195,13 +190,26 @@ public:
             T_POINT2D const &start = m_vertices[base::Index(*edge)], &end = EndOf(base::Index(*edge));
             if (list.isOrdered && m_filter.Settle(start, end) == 0)
                 break;
-            if (!Add(base::Index(*edge)))
+            if (!m_filter.Misses(start, end) && !AddNear(base::Index(*edge)))
                 return false;
         }
         return true;
     }
 
 private:
+    /// Adds an edge that the ray may meet; false when the point lies on it.
+    bool AddNear(std::size_t edge) {
+        T_POINT2D const &start = m_vertices[edge], &end = EndOf(edge);
+        if (int const settled = m_filter.Settle(start, end); settled >= 0) {
+            m_crossed += settled;
+            return true;
+        }
+        if (SegmentDistance2D(start.x, start.y, end.x, end.y, m_p.x, m_p.y) <= kOnEdge)
+            return false;
+        m_crossed += m_crossings.Count(edge);
+        return true;
+    }
+
     T_POINT2D const &EndOf(std::size_t edge) const { return m_vertices[edge + 1 == m_count ? 0 : edge + 1]; }
 
     T_POINT2D const *m_vertices;
@@ -220,9 +228,8 @@ int PointInPolygon::Contains(T_POINT2D const &p, int closed) const {
     if (!HasInBox(p, closed))
         return 0;
     Counter counter(*this, p);
-    for (std::size_t edge = 0; edge < m_count; ++edge)
-        if (!counter.Add(edge))
-            return closed != 0 ? 1 : 0;
+    if (!counter.AddAll())
+        return closed != 0 ? 1 : 0;
     return counter.Crossed() % 2;
 }
 
