@@ -18,7 +18,7 @@ constexpr std::int64_t kLeastRunOfOtherStep = 4;
 constexpr std::uint64_t kMostNumberChars = 127;
 
 bool FitsRun(std::int64_t number) {
-    return number >= std::numeric_limits<std::int32_t>::min() && number <= std::numeric_limits<std::int32_t>::max();
+    return static_cast<std::int32_t>(number) == number;
 }
 
 /// In 64 bits, for a `long` may have 32.
@@ -210,7 +210,8 @@ int MNumericOptimizer::ExtractSeq(MTArray<long> const &numbers, std::int64_t &po
         std::int64_t length = 1;
         if (pos + 1 < count && FitsRun(run[0]) && FitsRun(run[1])) {
             std::int64_t const step = StepBetween(run[0], run[1]);
-            while (pos + length < count && FitsRun(run[length]) && StepBetween(run[length - 1], run[length]) == step)
+            for (std::int64_t next = run[0] + step; pos + length < count && run[length] == next && FitsRun(next);
+                 next += step)
                 ++length;
             if (FitsRun(step) && length >= (step == 1 ? kLeastRunOfStepOne : kLeastRunOfOtherStep)) {
                 m_runs.PushBack(STB_OPT_NODE{static_cast<std::int32_t>(run[0]),
