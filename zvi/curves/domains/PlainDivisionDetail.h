@@ -16,7 +16,7 @@ namespace zvi::lib::curves {
 using EdgeSet = MHashMap<int, int>;
 
 inline bool Holds(EdgeSet const &set, int key) {
-    return set.Lookup(key) != nullptr;
+    return set.Lookup(key);
 }
 
 /// Drops the first `count` entries, or all of a shorter array.

@@ -21,7 +21,7 @@ public:
     }
 
     HANDLE Get() const { return m_handle; }
-    bool IsOpen() const { return m_handle != nullptr; }
+    bool IsOpen() const { return m_handle; }
 
 private:
     HANDLE m_handle;
