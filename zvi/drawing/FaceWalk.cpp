@@ -98,10 +98,8 @@ FaceWalks WalkFaces(PlanarMap const &map, base::Workers const &workers) {
 
 void SetAsideUnboundingEdges(PlanarMap &map) {
     std::shared_ptr<WalkNumbers const> const walks = map.Walks();
-    std::vector<int> const &walkOfHalf = walks->ofHalf;
     for (int e = 0; e < map.EdgeCount(); ++e)
-        if (map.IsInMap(e) &&
-            walkOfHalf[Index(HalfEdge::Along(e).number)] == walkOfHalf[Index(HalfEdge::Against(e).number)])
+        if (map.IsInMap(e) && walks->Of(HalfEdge::Along(e)) == walks->Of(HalfEdge::Against(e)))
             map.Remove(e, EdgeState::kSetAside);
 }
 

@@ -22,7 +22,7 @@ struct FaceWalks {
     std::shared_ptr<WalkNumbers const> numbers; ///< of the same walks
 
     /// The walk of a half-edge, -1 when that is not in the map.
-    int Of(HalfEdge h) const { return numbers->ofHalf[Index(h.number)]; }
+    int Of(HalfEdge h) const { return numbers->Of(h); }
 };
 
 /// All walks of the map. The outside of each connected part is the walk of least area. Lengths and areas are those of

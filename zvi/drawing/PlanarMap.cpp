@@ -134,8 +134,8 @@ void PlanarMap::MergeAcrossFace(HalfEdge a, HalfEdge b) {
 
 void PlanarMap::ForgetOrder() {
     m_walks.reset();
-    m_ccw = std::vector<HalfEdge>();
-    m_cw = std::vector<HalfEdge>();
+    m_ccw = LargeVector<HalfEdge>();
+    m_cw = LargeVector<HalfEdge>();
     m_borders = std::vector<Stretch>();
     m_borderOf = std::vector<int>();
     m_places.ForgetMembers();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zvi/base/Prefetch.h"
+#include "zvi/drawing/LargeVectorDetail.h"
 #include "zvi/drawing/PlaceClustersDetail.h"
 #include "zvi/drawing/StretchDetail.h"
 
@@ -42,12 +43,13 @@ struct MapEdge {
 
 /// The sides of the faces of a map by number, each a closed walk with the face on its left.
 struct WalkNumbers {
-    std::vector<HalfEdge> halves; ///< of one walk after the other, each from its half-edge of the lowest number on
+    LargeVector<HalfEdge> halves; ///< of one walk after the other, each from its half-edge of the lowest number on
     std::vector<int> begins;      ///< where those of each walk begin, and the end; the first ones rise with the walks
-    std::vector<int> ofHalf;      ///< of each half-edge, -1 for those that are not in the map
+    LargeVector<int> ofHalf;      ///< of each half-edge, -1 for those that are not in the map
     std::vector<int> partOf;      ///< of each walk the first one of its connected part
 
     std::size_t Count() const { return begins.size() - 1; }
+    int Of(HalfEdge h) const { return ofHalf[Index(h.number)]; }
     std::span<HalfEdge const> Walk(std::size_t walk) const {
         return std::span(halves).subspan(Index(begins[walk]), Index(begins[walk + 1] - begins[walk]));
     }
@@ -143,14 +145,14 @@ private:
     HalfEdge Ccw(HalfEdge h) const { return m_ccw[Index(h.number)]; }
 
     PlaceClusters m_places;
-    std::vector<Stretch> m_stretches; ///< of each edge
+    LargeVector<Stretch> m_stretches; ///< of each edge
     std::vector<EdgeState> m_states;  ///< of each edge
-    std::vector<int> m_ends;          ///< of each half-edge, the place that it leaves
+    LargeVector<int> m_ends;          ///< of each half-edge, the place that it leaves
     std::vector<int> m_nextPart;
     std::vector<Stretch> m_borders;
     std::vector<int> m_borderOf; ///< of each half-edge which border it has, -1 for that of the edge
-    std::vector<HalfEdge> m_ccw; ///< of each half-edge, the next one of its place counter-clockwise
-    std::vector<HalfEdge> m_cw;
+    LargeVector<HalfEdge> m_ccw; ///< of each half-edge, the next one of its place counter-clockwise
+    LargeVector<HalfEdge> m_cw;
     mutable std::shared_ptr<WalkNumbers const> m_walks; ///< none when the map has changed
 };
 
