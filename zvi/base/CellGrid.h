@@ -2,6 +2,7 @@
 
 #include "zvi/base/HashMix.h"
 #include "zvi/base/Index.h"
+#include "zvi/base/Prefetch.h"
 
 #include <cmath>
 #include <concepts>
@@ -60,6 +61,12 @@ public:
         while (*at != number)
             at = &m_next[Index(*at)];
         *at = m_next[Index(number)];
+    }
+
+    /// Has the cell with the key fetched before it is looked at.
+    void Prefetch(std::uint32_t key) const {
+        if (!m_cells.empty())
+            base::Prefetch(m_cells[key & (m_cells.size() - 1)]);
     }
 
     /// Calls `visit(number)` for all in the cell with the key, the latest first.

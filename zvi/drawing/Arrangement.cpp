@@ -41,6 +41,9 @@ constexpr double kAtContact = 16.0;
 /// A stretch of an arc that leaves a place and returns to it within this many snap distances is part of its neighbour.
 constexpr double kAbsorbed = 4.0;
 
+/// So many meetings are found before their places are, and these are fetched so many ahead.
+constexpr std::size_t kMeetingsAtOnce = 256, kAhead = 8;
+
 /// The places at which one circle starts and nothing else is.
 std::vector<bool> BareStarts(Network const &network, std::vector<Incidence> const &incidences) {
     std::vector<int> counts(network.places.Places().size(), 0);
@@ -182,7 +185,7 @@ public:
     void LookAt(CandidatePairs const &pairs) {
         std::size_t const parts = pairs.PartCount(), window = 2 * m_workers.Count();
         if (m_workers.Count() == 1 || parts == 1) {
-            pairs.ForEach([this](EdgePair pair) { LookAt(pair); });
+            LookAtOneByOne(pairs);
             return;
         }
         for (std::size_t first = 0; first < parts; first += window) {
@@ -195,8 +198,7 @@ public:
                 found[i] = std::move(kept);
             });
             for (std::vector<EdgeMeeting> const &part : found)
-                for (EdgeMeeting const &meeting : part)
-                    Add(meeting);
+                Add(part);
         }
     }
 
@@ -256,6 +258,28 @@ public:
 
 private:
     NetworkEdge const &EdgeAt(int i) const { return m_network.edges[Index(i)]; }
+
+    /// The same on one thread, which finds some meetings before it adds them.
+    void LookAtOneByOne(CandidatePairs const &pairs) {
+        std::vector<EdgeMeeting> found;
+        auto const keep = [&](EdgeMeeting const &meeting) { found.push_back(meeting); };
+        pairs.ForEach([&](EdgePair pair) {
+            m_meetings.LookAt(pair, keep);
+            if (found.size() < kMeetingsAtOnce)
+                return;
+            Add(found);
+            found.clear();
+        });
+        Add(found);
+    }
+
+    void Add(std::vector<EdgeMeeting> const &meetings) {
+        for (std::size_t i = 0; i < meetings.size(); ++i) {
+            if (i + kAhead < meetings.size())
+                m_network.places.Prefetch(meetings[i + kAhead].at);
+            Add(meetings[i]);
+        }
+    }
 
     void Add(EdgeMeeting const &meeting) {
         switch (meeting.kind) {

@@ -41,8 +41,8 @@ public:
     }
 
 private:
-    /// Less than half a large page would leave most of it unused.
-    static bool IsLarge(std::size_t count) { return count * sizeof(Thing) > host::kLargePage / 2; }
+    /// With less the page would be left unused for the most part.
+    static bool IsLarge(std::size_t count) { return count * sizeof(Thing) > host::kLargePage; }
 };
 
 /// A vector of what is looked at here and there, whatever the order of the input: on large pages, where the places of

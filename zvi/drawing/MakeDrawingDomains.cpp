@@ -5,6 +5,7 @@
 #include "zvi/drawing/GapsDetail.h"
 #include "zvi/drawing/OverfullFacesDetail.h"
 #include "zvi/drawing/ReportDetail.h"
+#include "zvi/drawing/ShortestFirstDetail.h"
 #include "zvi/drawing/SoundnessDetail.h"
 
 #include <algorithm>
@@ -20,8 +21,8 @@ constexpr double kDivided = 0.5;
 constexpr double kFacesFound = 0.85;
 constexpr double kGapsFound = 0.88;
 
-/// Borders farther from one another than so many tolerances, or snap distances, cannot have changed places.
-constexpr double kMovedInTolerances = 3.0, kMovedInSnaps = 64.0;
+/// Borders farther from one another than so many tolerances cannot have changed places.
+constexpr double kMovedInTolerances = 3.0;
 
 /// With no more edges than this, giving memory back to the system and taking it anew costs more than it is worth.
 constexpr int kManyEdges = 1 << 16;
@@ -57,7 +58,7 @@ DrawingResult MakeDrawingDomains(std::vector<DrawingCurve> const &curves, Drawin
         drawing.map.ForgetOrder();
     }
     progress(kGapsFound);
-    DrawingResult result = ReportDomains(drawing, faces, curves, options.keepDuplicates, workers);
+    DrawingResult result = ReportDomains(std::move(drawing), faces, curves, options.keepDuplicates, workers);
     result.gaps = std::move(gaps);
     progress(1.0);
     return result;

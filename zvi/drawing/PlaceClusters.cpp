@@ -1,6 +1,7 @@
 #include "zvi/drawing/PlaceClustersDetail.h"
 
 #include <algorithm>
+#include <iterator>
 #include <numeric>
 #include <utility>
 
@@ -36,13 +37,10 @@ PlaceClusters::PlaceClusters(std::vector<DrawingPoint> places) : m_places(std::m
     m_places.reserve(room);
     m_parent.reserve(room);
     m_nextMember.reserve(room);
-    m_boxes.reserve(room);
     m_parent.resize(count);
     m_nextMember.resize(count);
     std::iota(m_parent.begin(), m_parent.end(), 0);
     std::iota(m_nextMember.begin(), m_nextMember.end(), 0);
-    for (DrawingPoint const p : m_places)
-        m_boxes.push_back(PointBox(p));
 }
 
 int PlaceClusters::Add(DrawingPoint p) {
@@ -50,7 +48,8 @@ int PlaceClusters::Add(DrawingPoint p) {
     m_places.push_back(p);
     m_parent.push_back(place);
     m_nextMember.push_back(place);
-    m_boxes.push_back(PointBox(p));
+    if (!AreAllAlone())
+        m_boxes.push_back(PointBox(p));
     return place;
 }
 
@@ -73,8 +72,12 @@ void PlaceClusters::ForgetMembers() {
     m_boxes = std::vector<Box>();
 }
 
+Box PlaceClusters::BoxOf(int place) const {
+    return AreAllAlone() ? PointBox(Position(place)) : m_boxes[Index(Root(place))];
+}
+
 bool PlaceClusters::Fit(int a, DrawingPoint p, double distance) const {
-    switch (JudgeByBox(Around(m_boxes[Index(Root(a))], PointBox(p)), distance)) {
+    switch (JudgeByBox(Around(BoxOf(a), PointBox(p)), distance)) {
     case Verdict::kBelow:
         return true;
     case Verdict::kNotBelow:
@@ -88,7 +91,7 @@ bool PlaceClusters::Fit(int a, DrawingPoint p, double distance) const {
 }
 
 bool PlaceClusters::Fit(int a, int b, double distance) const {
-    switch (JudgeByBox(Around(m_boxes[Index(Root(a))], m_boxes[Index(Root(b))]), distance)) {
+    switch (JudgeByBox(Around(BoxOf(a), BoxOf(b)), distance)) {
     case Verdict::kBelow:
         return true;
     case Verdict::kNotBelow:
@@ -105,7 +108,10 @@ void PlaceClusters::Unite(int a, int b) {
     int const root = std::min(Root(a), Root(b)), other = std::max(Root(a), Root(b));
     if (root == other)
         return;
-    m_areAllAlone = false;
+    if (AreAllAlone()) {
+        m_boxes.reserve(m_places.capacity());
+        std::transform(m_places.begin(), m_places.end(), std::back_inserter(m_boxes), PointBox);
+    }
     m_parent[Index(other)] = root;
     m_boxes[Index(root)] = Around(m_boxes[Index(root)], m_boxes[Index(other)]);
     std::swap(m_nextMember[Index(root)], m_nextMember[Index(other)]);

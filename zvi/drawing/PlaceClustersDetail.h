@@ -26,7 +26,7 @@ public:
 
     bool IsAlone(int place) const { return m_nextMember[Index(place)] == place; }
     /// Whether no two places have become one.
-    bool AreAllAlone() const { return m_areAllAlone; }
+    bool AreAllAlone() const { return m_boxes.empty(); }
 
     /// Lets Root() change nothing on its way from now on, until clusters are united again, so that several threads may
     /// ask for roots.
@@ -55,12 +55,12 @@ public:
 
 private:
     int RootFrom(int place) const;
+    Box BoxOf(int place) const;
 
     std::vector<DrawingPoint> m_places;
     mutable std::vector<int> m_parent; ///< shortened by searches
     std::vector<int> m_nextMember;     ///< the members of a cluster form a ring
-    std::vector<Box> m_boxes;          ///< of the members, at the root
-    bool m_areAllAlone = true;
+    std::vector<Box> m_boxes;          ///< of the members, at the root; none as long as all places are alone
 };
 
 } // namespace zvi::lib::drawing

@@ -29,11 +29,10 @@ void PlanarMap::Reserve(std::size_t edges) {
     edges += edges / kEdgesOfSplit;
     m_stretches.reserve(edges);
     m_states.reserve(edges);
+    m_wereArcs.reserve(edges);
     m_ends.reserve(2 * edges);
-    m_nextPart.reserve(edges);
     m_ccw.reserve(2 * edges);
     m_cw.reserve(2 * edges);
-    m_borderOf.reserve(2 * edges);
 }
 
 int PlanarMap::AddEdge(MapEdge const &edge) {
@@ -41,13 +40,12 @@ int PlanarMap::AddEdge(MapEdge const &edge) {
     m_walks.reset();
     m_stretches.push_back(edge.stretch);
     m_states.push_back(edge.state);
+    m_wereArcs.push_back(edge.stretch.isArc);
     m_ends.push_back(edge.startPlace);
     m_ends.push_back(edge.endPlace);
-    m_nextPart.push_back(-1);
     for (HalfEdge const h : {HalfEdge::Along(number), HalfEdge::Against(number)}) {
         m_ccw.push_back(h);
         m_cw.push_back(h);
-        m_borderOf.push_back(-1);
     }
     return number;
 }
@@ -70,6 +68,7 @@ void PlanarMap::Remove(int edge, EdgeState why) {
 }
 
 void PlanarMap::SetBorder(HalfEdge h, Stretch const &border) {
+    m_borderOf.resize(m_cw.size(), -1);
     m_borderOf[Index(h.number)] = static_cast<int>(m_borders.size());
     m_borders.push_back(border);
 }
@@ -82,7 +81,7 @@ void PlanarMap::Drop(HalfEdge dropped, HalfEdge kept) {
 
 void PlanarMap::ForgetBorders() {
     m_borders.clear();
-    m_borderOf.assign(m_borderOf.size(), -1);
+    m_borderOf.clear();
 }
 
 void PlanarMap::Contract(int edge, EdgeState why) {
@@ -103,13 +102,14 @@ int PlanarMap::Split(int edge, double t, DrawingPoint p) {
     int const oldPlace = std::exchange(end, middle);
     m_stretches[Index(edge)] = PartOf(whole, 0.0, t);
     int const number = AddEdge({PartOf(whole, t, 1.0), middle, oldPlace, m_states[Index(edge)]});
+    m_nextPart.resize(m_states.size(), -1);
     m_nextPart[Index(number)] = std::exchange(m_nextPart[Index(edge)], number);
     for (HalfEdge const h : {HalfEdge::Along(edge), HalfEdge::Against(edge)}) {
-        if (m_borderOf[Index(h.number)] < 0)
+        if (BorderOf(h) < 0)
             continue;
         Stretch const border = Border(h);
         double const at = BorderCut(border, t, p);
-        m_borders[Index(m_borderOf[Index(h.number)])] = PartOf(border, 0.0, at);
+        m_borders[Index(BorderOf(h))] = PartOf(border, 0.0, at);
         SetBorder(h.IsReversed() ? HalfEdge::Against(number) : HalfEdge::Along(number), PartOf(border, at, 1.0));
     }
     if (!IsInMap(edge))

@@ -85,7 +85,7 @@ public:
     /// The stretch that the face on the left of the half-edge has on its border, in the direction of the edge: that of
     /// the edge itself, or of a dropped one that lay on this side of it.
     Stretch const &Border(HalfEdge h) const {
-        int const border = m_borders.empty() ? -1 : m_borderOf[Index(h.number)];
+        int const border = BorderOf(h);
         return border < 0 ? m_stretches[Index(h.Edge())] : m_borders[Index(border)];
     }
 
@@ -93,6 +93,8 @@ public:
     bool HasEdges(EdgeState state) const {
         return std::find(m_states.begin(), m_states.end(), state) != m_states.end();
     }
+    /// Whether an edge was an arc when it was added, which is told without a look at its geometry.
+    bool WasArc(int edge) const { return m_wereArcs[Index(edge)]; }
     bool IsInMap(int edge) const { return m_states[Index(edge)] == EdgeState::kInMap; }
     /// The cluster of places that the half-edge leaves.
     int Origin(HalfEdge h) const { return m_places.Root(m_ends[Index(h.number)]); }
@@ -120,7 +122,7 @@ public:
         return IsAtCenter(border, p) ? t : std::clamp(FractionAt(border, p), 0.0, 1.0);
     }
     /// The edge of the part behind `edge` when it was split, -1 when it was not or is the last part.
-    int NextPart(int edge) const { return m_nextPart[Index(edge)]; }
+    int NextPart(int edge) const { return Index(edge) < m_nextPart.size() ? m_nextPart[Index(edge)] : -1; }
     /// Makes one place of the origins of two half-edges of one face, so that the face falls into two. They must be
     /// different places.
     void MergeAcrossFace(HalfEdge a, HalfEdge b);
@@ -142,15 +144,17 @@ private:
     }
     void Unlink(HalfEdge h);
     void SetBorder(HalfEdge h, Stretch const &border);
+    int BorderOf(HalfEdge h) const { return Index(h.number) < m_borderOf.size() ? m_borderOf[Index(h.number)] : -1; }
     HalfEdge Ccw(HalfEdge h) const { return m_ccw[Index(h.number)]; }
 
     PlaceClusters m_places;
     LargeVector<Stretch> m_stretches; ///< of each edge
     std::vector<EdgeState> m_states;  ///< of each edge
+    std::vector<bool> m_wereArcs;     ///< of each edge
     LargeVector<int> m_ends;          ///< of each half-edge, the place that it leaves
-    std::vector<int> m_nextPart;
+    std::vector<int> m_nextPart;      ///< of each edge as far as they have been split
     std::vector<Stretch> m_borders;
-    std::vector<int> m_borderOf; ///< of each half-edge which border it has, -1 for that of the edge
+    std::vector<int> m_borderOf; ///< of each half-edge which border it has, -1 and beyond the end for that of the edge
     LargeVector<HalfEdge> m_ccw; ///< of each half-edge, the next one of its place counter-clockwise
     LargeVector<HalfEdge> m_cw;
     mutable std::shared_ptr<WalkNumbers const> m_walks; ///< none when the map has changed

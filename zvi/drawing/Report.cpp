@@ -344,7 +344,7 @@ private:
 
 } // namespace
 
-DrawingResult ReportDomains(DividedDrawing const &drawing, std::vector<Face> const &faces,
+DrawingResult ReportDomains(DividedDrawing drawing, std::vector<Face> const &faces,
                             std::vector<DrawingCurve> const &curves, bool keepDuplicates,
                             base::Workers const &workers) {
     DrawingResult result;
@@ -355,6 +355,9 @@ DrawingResult ReportDomains(DividedDrawing const &drawing, std::vector<Face> con
     std::vector<KeptDuplicate> duplicates;
     if (keepDuplicates)
         duplicates = KeptDuplicates(drawing, notKept);
+    // Room for the pieces, of which there are many.
+    drawing.positions = std::vector<DrawingPoint>();
+    drawing.alongCurves = CurveEdges();
     PieceMaker pieces(drawing, curves, duplicates);
     result.domains.resize(faces.size());
     // Which loop takes which duplicate follows from their order.

@@ -144,9 +144,9 @@ public:
         double shortest = HUGE_VAL;
         m_lines.clear();
         for (HalfEdge const h : leaving) {
-            MapEdge const e = m_map.Edge(h);
-            if (e.stretch.isArc)
+            if (m_map.WasArc(h.Edge()))
                 return false;
+            MapEdge const e = m_map.Edge(h);
             DrawingPoint const along = m_map.Places().Position(e.endPlace) - m_map.Places().Position(e.startPlace);
             shortest = std::min(shortest, Dot(along, along));
             if (!(shortest > 0.0))

@@ -16,6 +16,9 @@ inline double SameDistance(double tolerance, double snap, Landmarks const &landm
                      std::min(kInSizes * landmarks.size, kAtMostInTolerances * tolerance)});
 }
 
+/// Borders farther from one another than so many snap distances have not changed places by rounding.
+inline constexpr double kMovedInSnaps = 64.0;
+
 /// A distance in steps that rounding hardly ever changes.
 inline double StepsOf(double distance, double same) {
     constexpr double kStep = 64.0;

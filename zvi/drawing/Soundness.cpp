@@ -17,9 +17,6 @@ namespace {
 /// so many have no room for that.
 constexpr double kOff = 1.5, kRoomy = 4.0;
 
-/// Borders farther from one another than so many snap distances have not changed places by rounding.
-constexpr double kRoom = 64.0;
-
 /// Parts of a curve meet where their fractions of it differ by no more than this.
 constexpr double kSameFraction = 1e-9;
 
@@ -104,8 +101,8 @@ bool SharesAnyFraction(PlanarMap const &map) {
 /// What the parts of a map enclose that stand in no face. One as thin as rounding is none.
 double EnclosedArea(UsableCurves const &curves, Arrangement const &arranged, FaceWalks const &walks) {
     double const same = SameDistance(curves.tolerance, arranged.snap, curves.landmarks);
-    std::vector<int> const around = NestOutsides(arranged.map, walks, arranged.snap, same, kRoom * arranged.snap,
-                                                 curves.landmarks, base::Workers());
+    std::vector<int> const around = NestOutsides(arranged.map, walks, arranged.snap, same,
+                                                 kMovedInSnaps * arranged.snap, curves.landmarks, base::Workers());
     std::vector<int> const &partOf = walks.numbers->partOf;
     std::vector<int> outsideOf(partOf.size(), -1);
     for (std::size_t w = 0; w < walks.walks.size(); ++w)
