@@ -16,7 +16,7 @@ public:
     explicit TextBuffer(std::wstring_view path);
     ~TextBuffer() override;
 
-    bool IsOpen() const { return m_file; }
+    bool IsOpen() const { return static_cast<bool>(m_file); }
     /// Whether reading came to an end before the file did.
     bool HasFailed() const { return m_file && std::ferror(m_file.get()) != 0; }
 
