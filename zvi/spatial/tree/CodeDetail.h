@@ -21,10 +21,8 @@ using Code = std::conditional_t<dimension == 2, std::uint32_t, std::uint64_t>;
 inline constexpr std::uint32_t kUntrustedCode = 0;
 
 /// How codes are made up, and what two of them say of each other.
-template <int dimension>
+template <int dimension, typename Word = Code<dimension>>
 struct Lanes {
-    using Word = Code<dimension>;
-
     static constexpr int kCount = 2 * dimension;
     static constexpr int kBits = static_cast<int>(8 * sizeof(Word)) / kCount;
     /// The highest place; the lowest one is 1.
@@ -41,6 +39,13 @@ struct Lanes {
 
     static bool MayMeet(Word code, Word query) { return ((query - code) & kGuards) == kGuards; }
 
+    /// The code of the box around two boxes: the lower place of each lane.
+    static constexpr Word Around(Word left, Word right) {
+        Word const notLower = ((left | kGuards) - right) & kGuards;
+        Word const takesRight = notLower - (notLower >> (kBits - 1));
+        return (left & ~takesRight) | (right & takesRight);
+    }
+
     /// Whether the box of the code meets the query without doubt: no place of the two is the same. The object itself
     /// need not be looked at then.
     static bool SurelyMeets(Word code, Word query) {
@@ -50,11 +55,9 @@ struct Lanes {
 
 /// Measures boxes in steps of a region. Places are monotone in the coordinate, whatever the region, so that a
 /// comparison of places never contradicts one of coordinates.
-template <int dimension>
+template <int dimension, typename Word = Code<dimension>>
 class Frame {
 public:
-    using Word = Code<dimension>;
-
     explicit Frame(Extent<dimension> const &region) {
         for (int a = 0; a < dimension; ++a) {
             m_min[a] = region.min[a];
@@ -74,7 +77,7 @@ public:
 
     /// The code to compare with, guard bits set, for a query with these bounds.
     Word EncodeQuery(Extent<dimension> const &bounds) const {
-        Word code = Lanes<dimension>::kGuards;
+        Word code = OfWord::kGuards;
         for (int a = 0; a < dimension; ++a)
             code |= High(bounds.max[a], a) << (a * kBits) | (kComplement - Low(bounds.min[a], a))
                                                                 << ((dimension + a) * kBits);
@@ -82,9 +85,11 @@ public:
     }
 
 private:
-    static constexpr int kBits = Lanes<dimension>::kBits;
-    static constexpr Word kComplement = Lanes<dimension>::kLastPlace + 1;
-    static constexpr double kSteps = static_cast<double>(Lanes<dimension>::kLastPlace - 1);
+    using OfWord = Lanes<dimension, Word>;
+
+    static constexpr int kBits = OfWord::kBits;
+    static constexpr Word kComplement = OfWord::kLastPlace + 1;
+    static constexpr double kSteps = static_cast<double>(OfWord::kLastPlace - 1);
 
     /// A region without a side, or wider than the largest number, has one place for all coordinates.
     static bool IsScale(double scale) { return scale > 0.0 && scale <= std::numeric_limits<double>::max(); }

@@ -118,6 +118,16 @@ constexpr Extent<dimension> Everything() {
     return box;
 }
 
+/// The box that takes on the size of whatever it is widened by.
+template <int dimension>
+constexpr Extent<dimension> Nothing() {
+    Extent<dimension> const all = Everything<dimension>();
+    Extent<dimension> none{};
+    std::copy_n(all.max, dimension, none.min);
+    std::copy_n(all.min, dimension, none.max);
+    return none;
+}
+
 template <int dimension>
 bool IsFinite(Extent<dimension> const &box) {
     for (int a = 0; a < dimension; ++a) {

@@ -12,7 +12,7 @@ namespace zvi::lib::spatial {
 /// small and lie across one of its mid planes, and most queries miss all slabs.
 template <int dimension>
 struct Bands {
-    Extent<dimension> slabs = Nothing();
+    Extent<dimension> slabs = Nothing<dimension>();
 
     void HoldEverything() { slabs = Everything<dimension>(); }
 
@@ -37,15 +37,6 @@ struct Bands {
         for (int a = 0; a < dimension; ++a)
             isMissed = isMissed & ((bounds.min[a] > slabs.max[a]) | (slabs.min[a] > bounds.max[a]));
         return isMissed;
-    }
-
-private:
-    static constexpr Extent<dimension> Nothing() {
-        Extent<dimension> const all = Everything<dimension>();
-        Extent<dimension> none{};
-        std::copy_n(all.max, dimension, none.min);
-        std::copy_n(all.min, dimension, none.max);
-        return none;
     }
 };
 

@@ -112,7 +112,7 @@ private:
         std::size_t first = 0;
         if (auto *const index = stock.IndexIfLong()) {
             auto const misses = [this](Box const &box) { return Misses(box); };
-            if (std::vector<std::uint32_t> const *const places = index->Meeting(misses)) {
+            if (std::vector<std::uint32_t> const *const places = index->Meeting(m_bounds, misses)) {
                 for (std::uint32_t const place : *places)
                     AddCandidate(stock, place, stock.IsTrusted(place));
                 first = index->Covered();
