@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <cstring>
 #include <limits>
 
 namespace zvi::lib::spatial {
@@ -40,49 +41,88 @@ inline double Mid(double min, double max) {
     return (min + max) * 0.5;
 }
 
+#if defined(__GNUC__) && defined(__SSE2__)
+/// Coordinates along the first two axes, compared at once.
+using Pair = double __attribute__((vector_size(16)));
+
+inline Pair PairAt(double const *coordinates) {
+    Pair pair;
+    std::memcpy(&pair, coordinates, sizeof pair);
+    return pair;
+}
+#endif
+
+/// A bit for each axis along which `holds(left, right)` of the coordinates.
+template <int dimension, typename Holds>
+unsigned int AxesWhere(double const *left, double const *right, Holds holds) {
+    unsigned int axes = 0;
+    int first = 0;
+#if defined(__GNUC__) && defined(__SSE2__)
+    auto const pair = std::bit_cast<Pair>(holds(PairAt(left), PairAt(right)));
+    axes = static_cast<unsigned int>(__builtin_ia32_movmskpd(pair));
+    first = 2;
+#endif
+    for (int a = first; a < dimension; ++a)
+        axes |= static_cast<unsigned int>(holds(left[a], right[a])) << a;
+    return axes;
+}
+
+/// The axes along which one coordinate is below another.
+template <int dimension>
+unsigned int Below(double const *left, double const *right) {
+    return AxesWhere<dimension>(left, right, [](auto const &l, auto const &r) { return l < r; });
+}
+
+/// Likewise, below another or the same.
+template <int dimension>
+unsigned int NotAbove(double const *left, double const *right) {
+    return AxesWhere<dimension>(left, right, [](auto const &l, auto const &r) { return l <= r; });
+}
+
+/// All axes.
+template <int dimension>
+inline constexpr unsigned int kAllAxes = kPartCount<dimension> - 1;
+
 /// Whether `inner` lies in `outer`.
 template <int dimension>
 bool Contains(Extent<dimension> const &outer, Extent<dimension> const &inner) {
-    bool isWithin = true;
-    for (int a = 0; a < dimension; ++a)
-        isWithin = isWithin & (inner.min[a] >= outer.min[a]) & (inner.max[a] < outer.max[a]);
-    return isWithin;
+    return (NotAbove<dimension>(outer.min, inner.min) & Below<dimension>(inner.max, outer.max)) == kAllAxes<dimension>;
 }
 
 /// Whether the point lies in the box, as a box without a size does.
 template <int dimension>
 bool Contains(Extent<dimension> const &outer, Spot<dimension> const &point) {
-    bool isWithin = true;
+    return (NotAbove<dimension>(outer.min, point.at) & Below<dimension>(point.at, outer.max)) == kAllAxes<dimension>;
+}
+
+template <int dimension>
+Spot<dimension> CentreOf(Extent<dimension> const &box) {
+    Spot<dimension> centre;
     for (int a = 0; a < dimension; ++a)
-        isWithin = isWithin & (point[a] >= outer.min[a]) & (point[a] < outer.max[a]);
-    return isWithin;
+        centre[a] = Mid(box.min[a], box.max[a]);
+    return centre;
 }
 
 /// The first part of the region that contains the box, `kPartCount` when none does. Without branches: which part it is
 /// cannot be foretold.
 template <int dimension>
-int PartContaining(Extent<dimension> const &region, Extent<dimension> const &box) {
-    unsigned int part = 0;
-    bool isWithin = true;
-    for (int a = 0; a < dimension; ++a) {
-        double const mid = Mid(region.min[a], region.max[a]);
-        bool const isLow = (box.min[a] >= region.min[a]) & (box.max[a] < mid);
-        bool const isHigh = (box.min[a] >= mid) & (box.max[a] < region.max[a]);
-        isWithin = isWithin & (isLow | isHigh);
-        part |= static_cast<unsigned int>(!isLow) << a;
-    }
-    return isWithin ? static_cast<int>(part) : kPartCount<dimension>;
+[[gnu::always_inline]] inline int PartContaining(Extent<dimension> const &region, Extent<dimension> const &box) {
+    Spot<dimension> const mid = CentreOf(region);
+    unsigned int const isLow = NotAbove<dimension>(region.min, box.min) & Below<dimension>(box.max, mid.at);
+    unsigned int const isHigh = NotAbove<dimension>(mid.at, box.min) & Below<dimension>(box.max, region.max);
+    bool const isWithin = (isLow | isHigh) == kAllAxes<dimension>;
+    return isWithin ? static_cast<int>(kAllAxes<dimension> & ~isLow) : kPartCount<dimension>;
 }
 
-/// A part of the region by its number.
+/// A part of the region by its number. Without branches as well.
 template <int dimension>
 Extent<dimension> PartOf(Extent<dimension> const &region, int part) {
     Extent<dimension> result;
     for (int a = 0; a < dimension; ++a) {
-        double const mid = Mid(region.min[a], region.max[a]);
-        bool const isHigh = (part >> a & 1) != 0;
-        result.min[a] = isHigh ? mid : region.min[a];
-        result.max[a] = isHigh ? region.max[a] : mid;
+        double const planes[] = {region.min[a], Mid(region.min[a], region.max[a]), region.max[a]};
+        int const high = part >> a & 1;
+        result.min[a] = planes[high];
+        result.max[a] = planes[high + 1];
     }
     return result;
 }
@@ -158,14 +198,6 @@ Extent<dimension> BoxAt(Spot<dimension> const &point) {
     std::copy_n(point.at, dimension, box.min);
     std::copy_n(point.at, dimension, box.max);
     return box;
-}
-
-template <int dimension>
-Spot<dimension> CentreOf(Extent<dimension> const &box) {
-    Spot<dimension> centre;
-    for (int a = 0; a < dimension; ++a)
-        centre[a] = Mid(box.min[a], box.max[a]);
-    return centre;
 }
 
 template <int dimension>

@@ -33,10 +33,8 @@ struct Bands {
 
     /// Whether a query with these bounds misses all slabs.
     bool AreMissed(Extent<dimension> const &bounds) const {
-        bool isMissed = true;
-        for (int a = 0; a < dimension; ++a)
-            isMissed = isMissed & ((bounds.min[a] > slabs.max[a]) | (slabs.min[a] > bounds.max[a]));
-        return isMissed;
+        return (Below<dimension>(slabs.max, bounds.min) | Below<dimension>(bounds.max, slabs.min)) ==
+               kAllAxes<dimension>;
     }
 };
 

@@ -60,22 +60,17 @@ private:
     static constexpr std::size_t kMostCandidates = 64;
 
     bool Misses(Box const &box) const {
-        bool misses = false;
-        for (int a = 0; a < kDimension; ++a)
-            misses = misses | (m_bounds.min[a] > box.max[a]) | (box.min[a] > m_bounds.max[a]);
-        return misses;
+        return (Below<kDimension>(box.max, m_bounds.min) | Below<kDimension>(m_bounds.max, box.min)) != 0;
     }
 
     /// A bit for each child whose region the query does not miss, without a look at the children.
     unsigned int ChildrenMet(Box const &region) const {
-        unsigned int met = (1U << kPartCount<kDimension>)-1;
-        for (int a = 0; a < kDimension; ++a) {
-            double const mid = Mid(region.min[a], region.max[a]);
-            bool const missesLow = (m_bounds.min[a] > mid) | (region.min[a] > m_bounds.max[a]);
-            bool const missesHigh = (m_bounds.min[a] > region.max[a]) | (mid > m_bounds.max[a]);
-            met &= ~((missesLow ? kLowParts[a] : 0U) | (missesHigh ? kLowParts[a] << (1 << a) : 0U));
-        }
-        return met;
+        Spot<kDimension> const mid = CentreOf(region);
+        unsigned int const missesLow =
+            Below<kDimension>(mid.at, m_bounds.min) | Below<kDimension>(m_bounds.max, region.min);
+        unsigned int const missesHigh =
+            Below<kDimension>(region.max, m_bounds.min) | Below<kDimension>(m_bounds.max, mid.at);
+        return kPartsHigh[missesLow] & kPartsLow[missesHigh];
     }
 
     /// For a way whose region the query does not miss.
@@ -163,8 +158,18 @@ private:
                (*m_types)[static_cast<std::size_t>(type)] != 0;
     }
 
-    /// By axis: the parts that are low along it. Those that are high stand 1 << axis bits further on.
-    static constexpr unsigned int kLowParts[3] = {0x55, 0x33, 0x0f};
+    /// By a set of axes: a bit for each part that is low, or high, along all of them.
+    using Parts = std::array<unsigned int, kPartCount<kDimension>>;
+    static constexpr Parts PartsAlong(unsigned int side) {
+        Parts parts{};
+        for (unsigned int axes = 0; axes < parts.size(); ++axes) {
+            for (unsigned int part = 0; part < parts.size(); ++part)
+                parts[axes] |= ((part ^ side) & axes) == 0 ? 1U << part : 0U;
+        }
+        return parts;
+    }
+    static constexpr Parts kPartsLow = PartsAlong(0);
+    static constexpr Parts kPartsHigh = PartsAlong(kAllAxes<kDimension>);
 
     MList<Object *> &m_list;
     MArray<int> const *m_types;
