@@ -41,6 +41,7 @@ MOptionDB *MOptionDB::Instance() {
 
 MOptionDB::~MOptionDB() = default;
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the signature is the one that callers know
 MOptionData *MOptionDB::GetOptData(CString key) {
     return m_groups[key];
 }
@@ -49,6 +50,7 @@ void MOptionDB::SetOptData(CString key, MOptionData *data) {
     m_groups.emplace(key, data);
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the signature is the one that callers know
 void MOptionDB::RemoveOptData(CString key) {
     m_groups.erase(key);
 }

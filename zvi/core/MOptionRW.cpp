@@ -4,6 +4,7 @@ namespace zvi::lib {
 
 MOptionRW::~MOptionRW() = default;
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the signature is the one that callers know
 int MOptionRW::GetCategoryData(CString, OptionCategory **) {
     return 0;
 }
