@@ -21,9 +21,19 @@ std::wstring_view View(CString const &text) {
     return {text.GetString(), static_cast<std::size_t>(text.GetLength())};
 }
 
-/// A part of a text.
-CString Text(std::wstring_view units) {
-    return CString::OfUnits(std::wstring(units));
+/// A part of a text, which becomes a text of its own where that is to stand.
+struct Part {
+    std::wstring_view units;
+
+    operator CString() const { return CString::OfUnits(std::wstring(units)); }
+};
+
+/// Files that the library has written are sorted. A later value takes the place of an earlier one.
+void Store(OptionCategory &category, SettingsLine const &line) {
+    std::size_t const before = category.size();
+    auto const place = category.emplace_hint(category.end(), Part{line.name}, Part{line.value});
+    if (category.size() == before)
+        place->second = Part{line.value};
 }
 
 /// The program's folder with the backslash at its end.
@@ -135,9 +145,8 @@ int MOptionRWImplFile::LoadData() {
     auto const take = [this, &current](SettingsPlace const &place) {
         if (!current || place.line.kind == SettingsLine::Kind::kCategory)
             current = &m_categories[CString(place.category)];
-        // Files that the library has written are sorted. A later value takes the place of an earlier one.
         if (place.line.kind == SettingsLine::Kind::kValue)
-            current->emplace_hint(current->end(), Text(place.line.name), CString())->second = Text(place.line.value);
+            Store(*current, place.line);
     };
     SettingsEnd const end = core::ReadSettingsBy(View(FullPath()), getLine, take, nullptr);
     m_isUnread = end == SettingsEnd::kUnread;

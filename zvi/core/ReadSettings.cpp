@@ -14,9 +14,9 @@ std::wstring_view View(CString const &text) {
     return {text.GetString(), static_cast<std::size_t>(text.GetLength())};
 }
 
-/// As `IsBlankUnit`; most units are in the range that holds no blank.
+/// As `IsBlankUnit`; most units are blanks or in the range that holds none.
 bool IsBlank(wchar_t unit) {
-    return (unit <= L' ' || unit >= 0x7F) && IsBlankUnit(unit);
+    return unit == L' ' || ((unit < L' ' || unit >= 0x7F) && IsBlankUnit(unit));
 }
 
 std::wstring_view Trimmed(std::wstring_view text) {

@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <new>
 
 namespace {
 
@@ -14,6 +15,9 @@ using namespace zvi;
 constexpr char kLineFeed = '\n';
 constexpr char kCarriageReturn = '\r';
 constexpr wchar_t kByteOrderMark = 0xFEFF;
+
+/// Bytes that a stream reads at a time. With 64 KB the calls of the system cost little beside the reading.
+constexpr std::size_t kStreamBufferSize = std::size_t{1} << 16;
 
 [[noreturn]] void RaiseNotOpen() {
     throw CFileException(CFileException::kInvalidFile, 0);
@@ -53,6 +57,10 @@ int CStdioFile::Open(wchar_t const *path, unsigned int flags, CFileException *er
         return 0;
     }
     m_pStream = stream;
+    // A size alone is a wish that C libraries are free to ignore, and some do. Without memory the stream has its own.
+    m_buffer.reset(new (std::nothrow) char[kStreamBufferSize]);
+    if (m_buffer)
+        static_cast<void>(std::setvbuf(stream, m_buffer.get(), _IOFBF, kStreamBufferSize));
     m_isText = !(flags & kBinary);
     m_mayNeedMark = true;
     try {
@@ -71,8 +79,11 @@ void CStdioFile::Close() {
     std::FILE *const stream = m_pStream;
     m_pStream = nullptr;
     errno = 0;
-    if (std::fclose(stream) != 0)
-        RaiseStreamError(errno);
+    bool const isClosed = std::fclose(stream) == 0;
+    int const error = errno;
+    m_buffer.reset();
+    if (!isClosed)
+        RaiseStreamError(error);
 }
 
 std::size_t CStdioFile::ReadBytes(void *buffer, std::size_t count) {

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdio>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -64,6 +65,7 @@ private:
 
     std::string_view HostBytes(std::string_view bytes, std::string &converted) const;
 
+    std::unique_ptr<char[]> m_buffer; ///< of the stream; null when it has its own
     bool m_isText = true;
     bool m_isOutOfStep = true; ///< whether the stream may hold bytes that the file has not, or has read ahead
     bool m_mayNeedMark = true;

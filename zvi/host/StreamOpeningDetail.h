@@ -20,7 +20,4 @@ int WriteThrough(std::FILE *stream, std::string_view bytes);
 /// The cause behind a number that the C library has left in `errno`.
 CFileException::Cause CauseOf(int error);
 
-/// Bytes that a stream reads at a time. With 64 KB the calls of the system cost little beside the reading.
-inline constexpr std::size_t kStreamBufferSize = std::size_t{1} << 16;
-
 } // namespace zvi::host

@@ -64,7 +64,8 @@ int BufferedTextFile::ReadLine(CString &text) {
     if (!m_hasLineRest)
         NextLine();
     m_hasLineRest = false;
-    m_line.erase(0, m_given);
+    if (m_given != 0)
+        m_line.erase(0, m_given);
     // The text's memory is that of the next line.
     text.Swap(m_line);
     return m_lineResult;

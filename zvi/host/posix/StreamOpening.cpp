@@ -44,10 +44,8 @@ std::FILE *OpenByFlags(std::wstring_view path, unsigned int flags, CFileExceptio
     int error = descriptor >= 0 ? FolderError(descriptor) : native.empty() ? EINVAL : errno;
     if (error == 0) {
         std::FILE *const stream = ::fdopen(descriptor, StreamMode(flags));
-        if (stream) {
-            static_cast<void>(std::setvbuf(stream, nullptr, _IOFBF, kStreamBufferSize));
+        if (stream)
             return stream;
-        }
         error = errno;
     }
     if (descriptor >= 0)

@@ -65,6 +65,20 @@ bool Identify(std::wstring const &path, BY_HANDLE_FILE_INFORMATION &known) {
     return isKnown;
 }
 
+/// What the host knows of a file or folder; of a link, what it knows of where that leads.
+bool Look(std::wstring const &path, WIN32_FILE_ATTRIBUTE_DATA &known) {
+    if (!::GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &known))
+        return false;
+    if (!(known.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT))
+        return true;
+    BY_HANDLE_FILE_INFORMATION target{};
+    if (!Identify(path, target))
+        return false;
+    known = {target.dwFileAttributes, target.ftCreationTime, target.ftLastAccessTime,
+             target.ftLastWriteTime,  target.nFileSizeHigh,  target.nFileSizeLow};
+    return true;
+}
+
 bool RemoveNative(std::wstring const &path) {
     DWORD const attributes = ::GetFileAttributesW(path.c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES)
@@ -118,7 +132,7 @@ bool Save(IShellLinkW &link, std::wstring const &path) {
 bool GetFileStatus(std::wstring_view path, CFileStatus &status) {
     fs::path const native = NativePath(path);
     WIN32_FILE_ATTRIBUTE_DATA known{};
-    if (!::GetFileAttributesExW(native.c_str(), GetFileExInfoStandard, &known))
+    if (!Look(native.native(), known))
         return false;
     std::error_code failure;
     fs::path const whole = fs::absolute(native, failure);
@@ -132,7 +146,8 @@ bool GetFileStatus(std::wstring_view path, CFileStatus &status) {
 }
 
 bool Exists(std::wstring_view path) {
-    return ::GetFileAttributesW(NativePath(path).c_str()) != INVALID_FILE_ATTRIBUTES;
+    WIN32_FILE_ATTRIBUTE_DATA known{};
+    return Look(NativePath(path).native(), known);
 }
 
 bool IsSameFile(std::wstring_view left, std::wstring_view right) {

@@ -94,7 +94,6 @@ std::FILE *OpenByFlags(std::wstring_view path, unsigned int flags, CFileExceptio
         failure = CFileException(CFileException::kTooManyOpen, errno);
         return nullptr;
     }
-    static_cast<void>(std::setvbuf(stream, nullptr, _IOFBF, kStreamBufferSize));
     return stream;
 }
 
