@@ -6,7 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <string>
 #include <string_view>
 #include <tuple>
@@ -75,8 +74,7 @@ TEST_F(MMSGFunctionTest, GivesTheFirstTextOfAKey) {
         MessageFile file(folder.Path("cut").c_str());
         for (CString line; file.GetLine(line);)
             EXPECT_EQ(line.GetLength(), 1);
-        EXPECT_EQ(file.HowEnded(), MessageFile::End::kCutUnit);
-        EXPECT_EQ(file.LineNumber(), 1 + last.size());
+        EXPECT_TRUE(file.HowEnded() == MessageFile::End::kCutUnit && file.LineNumber() == 1 + last.size());
     }
 }
 
@@ -128,31 +126,16 @@ TEST(MMSGFunction, TakesOnePairOfApostrophesAway) {
 }
 
 TEST(MessageLine, HasAKeyAndATextUnlessItIsBlankOrAComment) {
-    using Row = std::array<wchar_t const *, 3>; // line, key, text
     MessageEntry entry;
-    for (auto const &[line, key, text] : {Row{L"KEY = \"text\"", L"KEY", L"text"},
-                                          Row{L"\t key =\"v\" \x3000\r", L"key", L"v"},
-                                          Row{L"K=\"a\"\"b\"", L"K", L"a\"b"},
-                                          Row{L"K=\"x\\ny\\tz\\r\"", L"K", L"x\ny\tz\r"},
-                                          Row{L"K=\"a\\\\b\"", L"K", L"a\\b"},
-                                          Row{L"K=\"a\\\\n\"", L"K", L"a\\\n"},
-                                          Row{L"K=\"\"\"\\\\\"\"\"", L"K", L"\"\\\""},
-                                          Row{L"/**/KEY = \"v\"", L"KEY", L"v"},
-                                          Row{L"a/**/b/**/KEY = \"v\"", L"b/**/KEY", L"v"},
-                                          Row{L"KEY = \"/**/v\"", L"KEY", L"/**/v"},
-                                          Row{L"A = \"x = y\"", L"A", L"x = y"},
-                                          Row{L"KEY = v", L"KEY", L"= "},
-                                          Row{L"KEY=v", L"KEY", L""},
-                                          Row{L"KEY  =v", L"KEY", L" ="},
-                                          Row{L"KEY = \"v\" end", L"KEY", L"v\" en"},
-                                          Row{L"KEY = \"", L"KEY", L""},
-                                          Row{L"no \"text\"", L"", L"text"},
-                                          Row{L"=\"v\"", L"", L"v"},
-                                          Row{L"=", L"", L""},
-                                          Row{L"x", L"", L""}}) {
-        EXPECT_TRUE(ParseMessageLine(line, entry)) << line;
-        EXPECT_EQ(entry.key, key) << line;
-        EXPECT_EQ(entry.text, text) << line;
+    // A line, its key and its text.
+    for (std::wstring const row :
+         {L"KEY = \"text\"|KEY|text", L"\t key =\"v\" \x3000\r|key|v", L"K=\"a\"\"b\"|K|a\"b",
+          L"K=\"x\\ny\\tz\\r\"|K|x\ny\tz\r", L"K=\"a\\\\b\"|K|a\\b", L"K=\"a\\\\n\"|K|a\\\n",
+          L"K=\"\"\"\\\\\"\"\"|K|\"\\\"", L"/**/KEY = \"v\"|KEY|v", L"a/**/b/**/KEY = \"v\"|b/**/KEY|v",
+          L"KEY = \"/**/v\"|KEY|/**/v", L"A = \"x = y\"|A|x = y", L"KEY = v|KEY|= ", L"KEY=v|KEY|", L"KEY  =v|KEY| =",
+          L"KEY = \"v\" end|KEY|v\" en", L"KEY = \"|KEY|", L"no \"text\"||text", L"=\"v\"||v", L"x||"}) {
+        EXPECT_TRUE(ParseMessageLine(row.substr(0, row.find(L'|')).c_str(), entry)) << row;
+        EXPECT_EQ(entry.key + L'|' + entry.text, row.substr(row.find(L'|') + 1).c_str()) << row;
     }
     for (wchar_t const *line : {L"", L" \t\r", L"; KEY = \"v\"", L"  ;"})
         EXPECT_FALSE(ParseMessageLine(line, entry)) << line;

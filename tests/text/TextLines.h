@@ -15,14 +15,13 @@ namespace zvi::lib::test {
 using Lines = std::vector<std::wstring>;
 
 /// What stands between the line feeds.
-template <typename String>
-std::vector<String> Split(String const &text) {
-    std::vector<String> lines(1);
-    for (auto const character : text)
-        if (character == '\n')
+inline Lines Split(std::wstring const &text) {
+    Lines lines(1);
+    for (wchar_t const unit : text)
+        if (unit == L'\n')
             lines.emplace_back();
         else
-            lines.back() += character;
+            lines.back() += unit;
     return lines;
 }
 
@@ -30,10 +29,7 @@ std::vector<String> Split(String const &text) {
 inline Lines MultibyteLines(std::string bytes, bool isText) {
     for (std::size_t at = 0; isText && (at = bytes.find("\r\n", at)) != std::string::npos; ++at)
         bytes.erase(at, 1);
-    Lines lines;
-    for (std::string const &line : Split(bytes))
-        lines.push_back(host::WideOfMulti(line, host::kSystemCodePage));
-    return lines;
+    return Split(host::WideOfMulti(bytes, host::kSystemCodePage));
 }
 
 /// The same of UTF-16: the unit in front of a line feed goes, and half a unit at the end is U+FFFD.
