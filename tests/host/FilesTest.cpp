@@ -1,10 +1,13 @@
 #include "zvi/host/Files.h"
 
 #include "tests/TemporaryFolder.h"
+#include "zvi/host/CStdioFile.h"
+#include "zvi/host/CodePage.h"
 #include "zvi/host/ReplaceContent.h"
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <utility>
 
 namespace fs = std::filesystem;
@@ -18,6 +21,17 @@ struct Files : testing::Test {
 };
 using Paths = Files;
 using ReplaceContent = Files;
+
+struct CStdioFileTest : Files {
+    void ExpectNone(std::wstring const &none, unsigned int flags, CFileException::Cause cause) {
+        CFileException error;
+        EXPECT_EQ(file.Open(none.c_str(), flags, &error), 0);
+        EXPECT_EQ(error.GetCause(), cause);
+    }
+
+    std::wstring const path = folder.Path("f");
+    CStdioFile file;
+};
 
 } // namespace
 
@@ -56,7 +70,7 @@ TEST_F(Paths, OfDrivesOfTheCurrentFolderAndOfTheProgramAreThere) {
     for (wchar_t const *path : {L"Q:\\here", L"q:\\here", L"Q:here", L"Q:"})
         EXPECT_TRUE(fs::exists(host::NativePath(path))) << path;
     host::SetDriveRoot(L'Q', {});
-    EXPECT_FALSE(fs::exists(host::NativePath(L"Q:\\here")));
+    EXPECT_FALSE(fs::exists(host::NativePath(L"Q:\\here"))) << "a drive without a root";
     std::wstring const before = host::CurrentFolder();
     ASSERT_TRUE(host::SetCurrentFolder(folder.Path()));
     for (fs::path const &current : {fs::current_path(), host::NativePath(host::CurrentFolder())})
@@ -73,7 +87,6 @@ TEST_F(Paths, EveryNameOfAFileComesBack) {
     for (char const *name : {"/plain", "sub/\xFF\xC3", "a\\b", "C:x", "/\xEB\xAF\xB8/\xF0\x9F\x98\x80", "C", ""})
         EXPECT_EQ(fs::path(name).lexically_normal(), host::NativePath(host::LibraryPath(name)).lexically_normal());
     EXPECT_EQ(host::LibraryPath("/a/b"), L"\\a\\b");
-    EXPECT_TRUE(host::NativePath(L"Z:\\a").empty()) << "a drive without a root";
 }
 
 #endif
@@ -124,3 +137,51 @@ TEST_F(ReplaceContent, KeepsPermissionsAndWritesInPlaceWhereItMust) {
 }
 
 #endif
+
+TEST_F(CStdioFileTest, OpensByItsFlags) {
+    ExpectNone(path, CFile::kWrite, CFileException::kFileNotFound);
+    ExpectNone(folder.Path("none") + L"\\f", CFile::kRead | CFile::kCreate | CFile::kWrite,
+               host::LineEnd().size() == 1 ? CFileException::kFileNotFound : CFileException::kBadPath);
+    ExpectNone(folder.Path(), CFile::kRead, CFileException::kAccessDenied);
+    folder.Write("f", "12345");
+    ASSERT_TRUE(file.Open(path.c_str(), CFile::kReadWrite));
+    EXPECT_FALSE(file.Open(path.c_str(), CFile::kRead)) << "open already";
+    file.WriteString(L"ab");
+    file.Close();
+    EXPECT_EQ(folder.Read("f"), "ab345");
+    {
+        CStdioFile other;
+        ASSERT_TRUE(other.Open(path.c_str(), CFile::kCreate | CFile::kNoTruncate | CFile::kWrite));
+        other.Write("x", 1);
+    }
+    EXPECT_EQ(folder.Read("f"), "xb345") << "the destructor closes";
+    ASSERT_TRUE(file.Open(path.c_str(), CFile::kCreate | CFile::kWrite));
+    file.WriteString(L"\xE4\n");
+    file.WriteAtOnce("b\n");
+    std::string const content = host::MultiOfWide(L"\xE4", host::kSystemCodePage) + zvi::test::HostText("\nb\n");
+    EXPECT_EQ(folder.Read("f"), content);
+    file.WriteString(L"c");
+    file.Close();
+    EXPECT_EQ(folder.Read("f"), content + "c");
+}
+
+TEST_F(CStdioFileTest, RaisesWhatCannotBeReadOrWritten) {
+    std::array<char, 4> buffer{};
+    EXPECT_THROW(file.WriteString(L"x"), CFileException);
+    EXPECT_THROW(file.Read(buffer.data(), 4), CFileException);
+    EXPECT_NO_THROW(file.Close());
+    ASSERT_TRUE(file.Open(path.c_str(), CFile::kCreate | CFile::kWrite));
+    EXPECT_THROW(file.Read(buffer.data(), 4), CFileException);
+    file.Close();
+#ifdef __linux__
+    ASSERT_TRUE(file.Open(L"\\dev\\full", CFile::kWrite));
+    file.WriteString(L"x");
+    try {
+        file.Close();
+        ADD_FAILURE() << "the disk is full";
+    } catch (CFileException const &error) {
+        EXPECT_EQ(error.GetCause(), CFileException::kDiskFull);
+    }
+    EXPECT_TRUE(file.Open(path.c_str(), CFile::kRead)) << "it was closed all the same";
+#endif
+}

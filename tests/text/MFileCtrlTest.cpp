@@ -20,11 +20,8 @@ namespace zvi::lib::test {
 
 namespace {
 
-struct Way {
-    wchar_t const *base;
-    wchar_t const *path;
-    wchar_t const *way; ///< null for none
-};
+/// The file a way begins at, where it leads, and the way; null for none.
+using Way = std::array<wchar_t const *, 3>;
 
 /// A surface on which every character is 10 wide.
 class TypeWriter : public CDC {
@@ -78,7 +75,7 @@ TEST(MFileCtrl, ShortensAPathFromItsMiddle) {
 }
 
 TEST(MFileCtrl, FindsTheWayFromAFileToAnotherAndBack) {
-    for (Way const &row :
+    for (auto const &[base, path, way] :
          {Way{L"C:\\a\\b\\f.txt", L"C:\\a\\c\\d.txt", L"..\\c\\d.txt"}, Way{L"C:\\a\\f", L"C:\\a\\x", L".\\x"},
           Way{L"C:\\a\\f", L"C:\\a", L"..\\a"}, Way{L"C:\\a\\b\\c\\f", L"C:\\x", L"..\\..\\..\\x"},
           Way{L"C:\\a\\f", L"C:\\a\\b\\", L".\\b\\"}, Way{L"C:\\a\\f", L"D:\\a", nullptr},
@@ -86,29 +83,29 @@ TEST(MFileCtrl, FindsTheWayFromAFileToAnotherAndBack) {
           Way{L"a\\f", L"b", nullptr}, Way{L"\\\\s\\h\\a\\f", L"\\\\s\\h\\b", L"..\\b"},
           Way{L"\\\\s\\h\\f", L"\\\\t\\h\\b", nullptr}, Way{L"\\a\\b\\f", L"\\a\\x", L"..\\x"},
           Way{L"C:\\a\\f", L"", nullptr}}) {
-        CString way(L"as it was");
-        EXPECT_EQ(MFileCtrl::GetAbsoluteToRelativePath(row.base, row.path, way), row.way ? 1 : 0);
-        EXPECT_EQ(way, row.way ? row.way : L"as it was") << Utf8Of(CString(row.path));
-        CString back(row.path);
-        EXPECT_TRUE(!row.way || MFileCtrl::GetRelativeToAbsolutePath(row.base, row.way, back));
-        EXPECT_EQ(back.CompareNoCase(row.path), 0) << Utf8Of(back);
+        CString found(L"as it was");
+        EXPECT_EQ(MFileCtrl::GetAbsoluteToRelativePath(base, path, found), way ? 1 : 0);
+        EXPECT_EQ(found, way ? way : L"as it was") << Utf8Of(CString(path));
+        CString back(path);
+        EXPECT_TRUE(!way || MFileCtrl::GetRelativeToAbsolutePath(base, way, back));
+        EXPECT_EQ(back.CompareNoCase(path), 0) << Utf8Of(back);
 #ifdef _WIN32
         wchar_t theirs[MAX_PATH] = L"as it was";
-        CString const folder = CString(row.base).Left(CString(row.base).ReverseFind(L'\\'));
-        EXPECT_EQ(PathRelativePathToW(theirs, folder, FILE_ATTRIBUTE_DIRECTORY, row.path, 0) != 0, row.way != nullptr);
-        EXPECT_EQ(CString(theirs), row.way ? row.way : theirs);
+        CString const folder = CString(base).Left(CString(base).ReverseFind(L'\\'));
+        EXPECT_EQ(PathRelativePathToW(theirs, folder, FILE_ATTRIBUTE_DIRECTORY, path, 0) != 0, way != nullptr);
+        EXPECT_EQ(CString(theirs), way ? way : theirs);
 #endif
     }
     CString found;
     EXPECT_EQ(MFileCtrl::GetAbsoluteToRelativePath(L"C:\\f", L"C:\\x", found), 1);
     EXPECT_EQ(found, L".\\x") << "the root is a folder too";
-    for (Way const &row :
+    for (auto const &[base, path, way] :
          {Way{L"C:\\a\\f", L"D:\\x", L"D:\\x"}, Way{L"C:\\a\\f", L"\\x\\..\\y", L"\\x\\..\\y"},
           Way{L"C:\\a\\b\\f", L"C:\\a\\x/y", L"../x/y"}, Way{L"C:\\a\\b\\f", L"C:\\x", L"..\\../x"},
           Way{L"C:\\a\\f", L"C:\\x", L"..\\..\\..\\x"}, Way{L"C:\\a\\b\\f", L"C:\\a\\y", L"x\\..\\y"},
           Way{L"C:\\a\\f", L"C:\\a", L"."}, Way{L"C:\\a\\b\\f", L"C:\\a", L".."}, Way{L"C:\\f", L"C:\\", L".."}}) {
-        EXPECT_EQ(MFileCtrl::GetRelativeToAbsolutePath(row.base, row.way, found), 1);
-        EXPECT_EQ(found, row.path);
+        EXPECT_EQ(MFileCtrl::GetRelativeToAbsolutePath(base, way, found), 1);
+        EXPECT_EQ(found, path);
     }
 }
 

@@ -34,13 +34,12 @@ TEST_F(TextFiles, GiveTheSameLinesAtEveryBufferSize) {
         folder.Write("t", bytes);
         std::size_t const room = random() % 9;
         for (int const size : {-1, 2, 3, 4, 5, 7, 64, 4096}) {
-            for (unsigned int const flags : {CFile::kRead, CFile::kBinary}) {
-                Lines const lines = MultibyteLines(bytes, flags == CFile::kRead);
-                EXPECT_TRUE(GivesLines<CMbcsTextFileWithBuffer>(path, flags, size, lines, room))
-                    << "seed 20260309, round " << round << ", by " << size << ", mode " << flags;
+            SCOPED_TRACE("seed 20260309, round " + std::to_string(round) + ", by " + std::to_string(size));
+            for (unsigned int const mode : {CFile::kRead, CFile::kBinary}) {
+                Lines const lines = MultibyteLines(bytes, mode == CFile::kRead);
+                EXPECT_TRUE(GivesLines<CMbcsTextFileWithBuffer>(path, mode, size, lines, room)) << mode;
             }
-            EXPECT_TRUE(GivesLines<CUnicodeTextFileWithBuffer>(path, CFile::kRead, size, Utf16Lines(bytes), room))
-                << "seed 20260309, round " << round << ", by " << size;
+            EXPECT_TRUE(GivesLines<CUnicodeTextFileWithBuffer>(path, CFile::kRead, size, Utf16Lines(bytes), room));
         }
     }
     CMbcsTextFileWithBuffer file;

@@ -56,17 +56,17 @@ bool GivesLines(std::wstring const &path, unsigned int flags, int bufferSize, Li
     CString rest;
     for (std::size_t i = 0; i < lines.size(); ++i) {
         bool const isLast = i + 1 == lines.size();
-        std::size_t given = 0;
+        std::wstring_view left = lines[i];
         bool isOver = false;
         for (std::size_t pieces = i % 3; pieces > 0 && !isOver; --pieces) {
-            std::size_t const count = std::min(room, lines[i].size() - given);
+            std::size_t const count = std::min(room, left.size());
             isOver = count < room;
             bool const isNull = !file.ReadString(piece.data(), static_cast<int>(piece.size()));
-            if (isNull != (isOver && isLast) || lines[i].compare(given, count, piece.data(), count) || piece[count])
+            if (isNull != (isOver && isLast) || !left.starts_with({piece.data(), count}) || piece[count])
                 return false;
-            given += count;
+            left.remove_prefix(count);
         }
-        if (!isOver && (!file.ReadLine(rest) != isLast || rest != CString(std::wstring_view(lines[i]).substr(given))))
+        if (!isOver && (!file.ReadLine(rest) != isLast || rest != CString(left)))
             return false;
     }
     return !file.ReadString(rest) && rest.IsEmpty();
