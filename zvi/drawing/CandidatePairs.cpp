@@ -130,7 +130,7 @@ void CandidatePairs::FindAll(base::Workers const &workers) {
 std::size_t CandidatePairs::PartCount() const {
     // Many of them, for finding pairs anew takes some edges much longer than others.
     std::size_t const pairs = m_index.IsCrowded() ? kPairsOfSearch * Index(m_edgeCount) : m_pairs.size();
-    return m_workers.PartsOf(pairs) == 1 ? 1 : kPartsOfWorker * m_workers.Count();
+    return m_workers.PartsOf(pairs) > 1 ? kPartsOfWorker * m_workers.Count() : 1;
 }
 
 std::pair<std::size_t, std::size_t> CandidatePairs::RangeOf(std::size_t part) const {
