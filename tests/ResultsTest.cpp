@@ -5,6 +5,7 @@
 #include "zvi/zvi.h"
 
 #include "tests/ResultHash.h"
+#include "tests/spatial/Trees.h"
 
 #include <gtest/gtest.h>
 
@@ -117,49 +118,34 @@ std::uint64_t OfCurves() {
     return hash.Value();
 }
 
+template <typename In>
+void AddTree(ResultHash &hash) {
+    Forest<In> forest;
+    forest.Work();
+    for (std::uint64_t const hit : forest.Hits())
+        hash.Add(hit);
+}
+
 std::uint64_t OfTrees() {
     ResultHash hash;
-    Source source;
-    MQuadTree flat;
-    MOcTree solid;
-    for (unsigned key = 1; key <= 2000; ++key) {
-        DrawingPoint const p = source.Point(100.0), size = {source.Next(0.0, 5.0), source.Next(0.0, 5.0)};
-        double const z = source.Next(-100.0, 100.0);
-        flat.Insert(key, MQuadMBR2D{p.x, p.y, p.x + size.x, p.y + size.y});
-        solid.Insert(key, MOcMBR3D{p.x, p.y, z, p.x + size.x, p.y + size.y, z + size.x});
-    }
-    for (int i = 0; i < 200; ++i) {
-        DrawingPoint const p = source.Point(100.0);
-        zvi::MList<MQuadObj *> rectangles;
-        flat.GetIntersectObjList({p.x, p.y, p.x + 20.0, p.y + 20.0}, rectangles, i % 2);
-        for (MQuadObj *const object : rectangles)
-            hash.Add(object->GetKey());
-        zvi::MList<MOcObj *> boxes;
-        solid.GetIntersectObjList({p.x, p.y, p.x, p.x + 50.0, p.y + 50.0, p.x + 50.0}, boxes, i % 2);
-        for (MOcObj *const object : boxes)
-            hash.Add(object->GetItr());
-    }
+    AddTree<Plane>(hash);
+    AddTree<Space>(hash);
+    AddTree<Points>(hash);
     return hash.Value();
 }
 
 std::uint64_t OfPointsAndBodies() {
     ResultHash hash;
-    MPntOcTree tree(200, 4);
     MHashPointSpatialIndex index;
     double const low[] = {0, 0, 0}, high[] = {100, 100, 100};
     index.SetBoundaryAndDivision(low, high, 10);
     std::vector<TriangleBody> bodies(2);
     for (int i = 0; i < 100; ++i) {
         MVector<double, 3> const p(i * 37 % 101, i * 53 % 97, i);
-        tree.Insert(static_cast<std::uint64_t>(i), p);
         hash.Add(index.Insert(p.Data(), static_cast<std::uint64_t>(i)));
         bodies[static_cast<std::size_t>(i) % 2].push_back(
             {p, p + MVector<double, 3>(9, 0, 0), p + MVector<double, 3>(0, 9, 1)});
     }
-    MList<MPntOcData *> points;
-    tree.GetListInBox({0, 0, 0}, {50, 50, 50}, points);
-    for (MPntOcData const *const point : points)
-        hash.Add(point->key);
     for (BodyContact const &contact : FindBodyContacts(bodies, 30).contacts)
         hash.Add(contact.smallestGap);
     return hash.Value();
@@ -291,8 +277,8 @@ void ExpectAll() {
                                        {"wide formats", OfWideFormats, 6413837148296680666U},
                                        {"units", OfUnits, 8789899047308588428U},
                                        {"curves", OfCurves, 5996723046042282980U},
-                                       {"trees", OfTrees, 9291807345556235911U},
-                                       {"points and bodies", OfPointsAndBodies, 12204449347536643087U},
+                                       {"trees", OfTrees, 16035671381705304179U},
+                                       {"points and bodies", OfPointsAndBodies, 11981994233471057211U},
                                        {"typed texts", OfTypedTexts, 8004828130561413523U},
                                        {"drawings", OfDrawings, 1364726869113468560U}})
         EXPECT_EQ(results.hash(), results.expected) << results.room;

@@ -7,6 +7,7 @@
 #include <map>
 #include <random>
 #include <set>
+#include <vector>
 
 namespace zvi::lib::test {
 
@@ -17,19 +18,17 @@ TEST(CellGrid, HoldsWhatWasAddedAndNotRemoved) {
     constexpr std::uint32_t kKeyStep = 1u << 20;
     std::mt19937 random(7);
     CellGrid grid;
-    std::map<int, std::uint32_t> keyOf;
-    for (int number = 0; number < 2000; ++number) {
-        keyOf[number] = static_cast<std::uint32_t>(random() % 400 * kKeyStep + random() % 3);
-        grid.Add(keyOf[number], number);
-        if (random() % 3 == 0) {
-            auto const removed = std::next(keyOf.begin(), static_cast<int>(random() % keyOf.size()));
-            grid.Remove(removed->second, removed->first);
-            keyOf.erase(removed);
-        }
-    }
+    std::vector<std::uint32_t> keys;
     std::map<std::uint32_t, std::multiset<int>> cells;
-    for (auto const &[number, key] : keyOf)
-        cells[key].insert(number);
+    for (int number = 0; number < 2000; ++number) {
+        keys.push_back(static_cast<std::uint32_t>(random() % 400 * kKeyStep + random() % 3));
+        grid.Add(keys.back(), number);
+        cells[keys.back()].insert(number);
+        auto const gone = static_cast<int>(random() % keys.size());
+        std::uint32_t const key = keys[static_cast<std::size_t>(gone)];
+        if (cells[key].erase(gone) != 0)
+            grid.Remove(key, gone);
+    }
     for (std::uint32_t step = 0; step < 1200; ++step) {
         std::uint32_t const key = step / 3 * kKeyStep + step % 3;
         std::multiset<int> found;

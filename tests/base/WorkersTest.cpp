@@ -58,9 +58,9 @@ TEST(Workers, WhatTheFirstTaskThrowsGoesToTheCaller) {
     }
 }
 
-TEST(Workers, EndTheWorkOrFailWhicheverAllocationDoes) {
-    if (!FailingMemory::IsPossible())
-        GTEST_SKIP() << "a program cannot make allocations fail on this host or in this build";
+using ShortageOfWorkers = FailingMemoryTest;
+
+TEST_F(ShortageOfWorkers, EndsTheWorkOrFailsWhicheverAllocationDoes) {
     base::Workers const workers(4);
     bool goesOn = true;
     for (long index = 0; goesOn; ++index) {
@@ -79,9 +79,7 @@ TEST(Workers, EndTheWorkOrFailWhicheverAllocationDoes) {
     }
 }
 
-TEST(Workers, AnAllocationThatFailsOnAnotherThreadReachesTheCaller) {
-    if (!FailingMemory::IsPossible())
-        GTEST_SKIP() << "a program cannot make allocations fail on this host or in this build";
+TEST_F(ShortageOfWorkers, OnAnotherThreadReachesTheCaller) {
     std::thread::id const mine = std::this_thread::get_id();
     std::atomic<bool> isShort{false};
     auto const look = [&](std::size_t i, std::vector<std::size_t> &things) {

@@ -17,10 +17,6 @@ MQuadMBR2D Point(double x, double y) {
     return {x, y, x, y};
 }
 
-Keys Hits(MQuadTree const &tree, MQuadMBR2D const &query, int strict = 0) {
-    return HitsOf<Plane>(tree, query, strict);
-}
-
 struct Picture : CDC {
     void *SelectHollowBrush() override {
         text += '<';
@@ -43,14 +39,14 @@ TEST(MQuadTree, RegionsWithoutAMeasureHideNothingAndAddNothing) {
     MQuadTree empty(0, 0, 1);
     EXPECT_EQ(empty.Insert(1U, {0, 0, 1, 0}), 1);
     EXPECT_EQ(empty.Insert(2U, {0, 5, 1, 5}), 0) << "no height to grow";
-    EXPECT_EQ(Hits(flat, {0.5, 0.5, 2, 2}), Keys{2});
-    EXPECT_EQ(Hits(flat, {4, 4, 6, 6}, 1), (Keys{1, 2}));
+    EXPECT_EQ(HitsOf<Plane>(flat, {0.5, 0.5, 2, 2}), Keys{2});
+    EXPECT_EQ(HitsOf<Plane>(flat, {4, 4, 6, 6}, 1), (Keys{1, 2}));
     // Wider than the largest number.
     MQuadTree wide;
     wide.Insert(1U, {-1e308, -1e308, 1e308, 1e308});
     wide.Insert(2U, Point(9e307, 9e307));
-    EXPECT_EQ(Hits(wide, {8.2e307, 8.2e307, 8.5e307, 8.5e307}), Keys{1});
-    EXPECT_EQ(Hits(wide, {8.2e307, 8.2e307, 9.5e307, 9.5e307}), (Keys{1, 2}));
+    EXPECT_EQ(HitsOf<Plane>(wide, {8.2e307, 8.2e307, 8.5e307, 8.5e307}), Keys{1});
+    EXPECT_EQ(HitsOf<Plane>(wide, {8.2e307, 8.2e307, 9.5e307, 9.5e307}), (Keys{1, 2}));
 }
 
 TEST(MQuadTree, ACopyOfANodeAndWhatIsAssignedToAnotherLeaveTheTreeAlone) {
@@ -73,7 +69,7 @@ TEST(MQuadTree, ACopyOfANodeAndWhatIsAssignedToAnotherLeaveTheTreeAlone) {
     node.InitClassMembers(); // the children stay the tree's
     EXPECT_EQ(node.Insert(&inCopy[4]), 0);
     EXPECT_TRUE(tree.IsConsistent());
-    EXPECT_EQ(Hits(tree, {-1e3, -1e3, 1e3, 1e3}).size(), 3U);
+    EXPECT_EQ(HitsOf<Plane>(tree, {-1e3, -1e3, 1e3, 1e3}).size(), 3U);
 }
 
 TEST(MQuadObjPool, WhatComesAndGoesBehindTheTreesBackIsNoticed) {
@@ -89,15 +85,15 @@ TEST(MQuadObjPool, WhatComesAndGoesBehindTheTreesBackIsNoticed) {
     added.SetKey(77);
     added.GetMBR() = Point(10, 10);
     inner.Add(&added);
-    EXPECT_EQ(Hits(tree, Point(10, 10)), Keys{77});
+    EXPECT_EQ(HitsOf<Plane>(tree, Point(10, 10)), Keys{77});
     MQuadObjPool pool;
     Retired retired;
     for (MQuadObj *const object : {static_cast<MQuadObj *>(nullptr), static_cast<MQuadObj *>(&retired), &added})
         pool.Add(object); // the first one, which is retired, leaves
     inner.RemoveAt(0);
-    EXPECT_EQ(Hits(tree, Point(10, 10)), Keys{});
+    EXPECT_EQ(HitsOf<Plane>(tree, Point(10, 10)), Keys{});
     inner = pool;
-    EXPECT_EQ(Hits(tree, Point(10, 10)), Keys{77});
+    EXPECT_EQ(HitsOf<Plane>(tree, Point(10, 10)), Keys{77});
     pool.RemoveAt(1);
     EXPECT_EQ(pool.GetCount(), 1);
     EXPECT_EQ(pool.FindFromLast(&added) + pool.FindFromLast(nullptr), -1);
