@@ -342,6 +342,27 @@ private:
     std::vector<DrawingCurve> const &m_curves;
 };
 
+/// The faces as domains. Which loop takes which duplicate follows from their order: one thread makes those of drawings
+/// that have some.
+std::vector<DrawingDomain> DomainsOf(std::vector<Face> const &faces, PlanarMap const &map, PieceMaker &pieces,
+                                     base::Workers const &workers) {
+    std::vector<DrawingDomain> domains(faces.size());
+    workers.ForEachPart(faces.size(), [&](std::size_t, std::size_t begin, std::size_t end) {
+        std::vector<Step> room;
+        for (std::size_t f = begin; f < end; ++f) {
+            if (f + 2 * kAhead < end)
+                base::Prefetch(faces[f + 2 * kAhead].outer.halves.front());
+            if (f + kAhead < end)
+                for (HalfEdge const h : faces[f + kAhead].outer.halves)
+                    map.Prefetch(h);
+            domains[f].outer = pieces.PiecesOf(faces[f].outer, domains[f], room);
+            for (Loop const &hole : faces[f].holes)
+                domains[f].holes.push_back(pieces.PiecesOf(hole, domains[f], room));
+        }
+    });
+    return domains;
+}
+
 } // namespace
 
 DrawingResult ReportDomains(DividedDrawing drawing, std::vector<Face> const &faces,
@@ -359,24 +380,7 @@ DrawingResult ReportDomains(DividedDrawing drawing, std::vector<Face> const &fac
     drawing.positions = std::vector<DrawingPoint>();
     drawing.alongCurves = CurveEdges();
     PieceMaker pieces(drawing, curves, duplicates);
-    result.domains.resize(faces.size());
-    // Which loop takes which duplicate follows from their order.
-    base::Workers const alone;
-    (duplicates.empty() ? workers : alone)
-        .ForEachPart(faces.size(), [&](std::size_t, std::size_t begin, std::size_t end) {
-            std::vector<Step> room;
-            for (std::size_t f = begin; f < end; ++f) {
-                if (f + 2 * kAhead < end)
-                    base::Prefetch(faces[f + 2 * kAhead].outer.halves.front());
-                if (f + kAhead < end)
-                    for (HalfEdge const h : faces[f + kAhead].outer.halves)
-                        drawing.map.Prefetch(h);
-                DrawingDomain &domain = result.domains[f];
-                domain.outer = pieces.PiecesOf(faces[f].outer, domain, room);
-                for (Loop const &hole : faces[f].holes)
-                    domain.holes.push_back(pieces.PiecesOf(hole, domain, room));
-            }
-        });
+    result.domains = DomainsOf(faces, drawing.map, pieces, duplicates.empty() ? workers : base::Workers());
     std::vector<Stretch> dropped;
     if (keepDuplicates) {
         for (int const e : notKept)
