@@ -56,9 +56,9 @@ double DrawingSize(std::vector<DrawingCurve> const &curves) {
     if (boxes.empty())
         return 0.0;
     DrawingPoint const middle = MedianOfMiddles(boxes);
-    std::vector<double> reaches;
-    for (Box const &box : boxes)
-        reaches.push_back(Farthest(box, middle));
+    std::vector<double> reaches(boxes.size());
+    std::transform(boxes.begin(), boxes.end(), reaches.begin(),
+                   [middle](Box const &box) { return Farthest(box, middle); });
     double const near = kStray * Quantile(std::move(reaches), 0.75);
     Box all{HUGE_VAL, HUGE_VAL, -HUGE_VAL, -HUGE_VAL};
     for (Box const &box : boxes) {

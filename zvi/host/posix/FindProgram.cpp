@@ -25,7 +25,7 @@ fs::path AlongPath(std::string const &name) {
     std::string_view rest = path;
     while (!rest.empty()) {
         std::size_t const end = std::min(rest.find(':'), rest.size());
-        fs::path const candidate = fs::path(rest.substr(0, end)) / name;
+        fs::path candidate = fs::path(rest.substr(0, end)) / name;
         if (end > 0 && IsProgram(candidate))
             return candidate;
         rest.remove_prefix(std::min(end + 1, rest.size()));
