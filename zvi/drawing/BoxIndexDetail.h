@@ -1,7 +1,6 @@
 #pragma once
 
 #include "zvi/base/Workers.h"
-#include "zvi/drawing/LargeVectorDetail.h"
 #include "zvi/drawing/PlaneDetail.h"
 
 #include <algorithm>
@@ -152,7 +151,7 @@ private:
     }
 
     std::vector<int> m_order;          ///< of the leaves, which box each is
-    LargeVector<Box> m_boxes;          ///< of the leaves, then of each level above them
+    std::vector<Box> m_boxes;          ///< of the leaves, then of each level above them
     std::vector<int> m_groups;         ///< of each of these the group of all in it, kNoGroup where they have several
     std::vector<std::size_t> m_levels; ///< where each level begins in `m_boxes`, and the end
 };

@@ -97,7 +97,7 @@ void CandidatePairs::FindAll(base::Workers const &workers) {
     BoxIndex const &boxes = m_index.Boxes();
     std::vector<BoxIndex::NodePair> const nodes = boxes.MeetingNodes();
     // By rank, so that what is compared stands together.
-    LargeVector<Ends> ends(Index(m_edgeCount));
+    std::vector<Ends> ends(Index(m_edgeCount));
     workers.ForEach(ends.size(),
                     [&](std::size_t rank) { ends[rank] = Ends(m_network.edges[Index(boxes.Order()[rank])]); });
     std::vector<std::vector<EdgePair>> parts(nodes.size() + 1); // the second edge by its rank

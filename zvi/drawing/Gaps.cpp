@@ -50,7 +50,8 @@ bool PassesBeyond(Stretch const &s, DrawingPoint p, double distance) {
     return !s.isArc && cross * cross > kClearly * distance * distance * Dot(chord, chord);
 }
 
-Nearest NearestTo(LooseEnd const &end, Stretches const &stretches, std::vector<int> const &candidates, double reach) {
+Nearest NearestTo(LooseEnd const &end, std::vector<Stretch> const &stretches, std::vector<int> const &candidates,
+                  double reach) {
     Nearest nearest{-1, reach};
     for (int const i : candidates) {
         if (PassesBeyond(stretches[Index(i)], end.at, nearest.distance))
@@ -82,7 +83,7 @@ std::vector<LooseEnd> LooseEnds(PlanarMap const &map) {
 
 /// The nearest curve that the end could be joined to: a gap as long as the edge itself would only make that vanish, and
 /// one below the tolerance was left open on purpose.
-Nearest NearestTo(LooseEnd const &end, Stretches const &stretches, StretchIndex const &index,
+Nearest NearestTo(LooseEnd const &end, std::vector<Stretch> const &stretches, StretchIndex const &index,
                   StretchIndex::Search &search, double size, double tolerance) {
     std::vector<int> found;
     double const reach = std::min(kNearMiss * size, end.length);
@@ -119,7 +120,7 @@ std::vector<DrawingGap> FindGaps(DividedDrawing const &drawing, std::vector<Draw
     double const size = loose.empty() ? 0.0 : DrawingSize(curves);
     if (!(size > 0.0) || !std::isfinite(size))
         return gaps;
-    Stretches const &stretches = drawing.curves.stretches;
+    std::vector<Stretch> const &stretches = drawing.curves.stretches;
     std::vector<Stretch const *> all;
     all.reserve(stretches.size());
     for (Stretch const &s : stretches)

@@ -29,7 +29,7 @@ DrawingPoint MiddleOf(Stretch const &s) {
 /// Calls `look(point, weight)` for what stands for the curves, their middles and their ends, by their lengths: a curve
 /// that rounding may or may not leave without length counts for nothing.
 template <typename Look>
-void ForEachSample(Stretches const &stretches, Look look) {
+void ForEachSample(std::vector<Stretch> const &stretches, Look look) {
     for (Stretch const &s : stretches) {
         double const length = LengthOf(s);
         look(MiddleOf(s), 2.0 * length);
@@ -47,7 +47,7 @@ public:
     Moments(DrawingPoint middle, double size) : m_middle(middle), m_scale(1.0 / size) {}
 
     /// Sums up the samples of the stretches, whose weights are divided by `weights`.
-    void Sum(Stretches const &stretches, double weights, base::Workers const &workers) {
+    void Sum(std::vector<Stretch> const &stretches, double weights, base::Workers const &workers) {
         // Each sum in the order of the stretches, some of them at a time.
         if (workers.PartsOf(stretches.size()) == 1)
             SumOrders<0, kHighestOrder>(stretches, weights);
@@ -87,7 +87,7 @@ private:
     };
 
     template <std::size_t kFirst, std::size_t kEnd>
-    void SumOrders(Stretches const &stretches, double weights) {
+    void SumOrders(std::vector<Stretch> const &stretches, double weights) {
         std::array<Pair, kEnd> sums{};
         double greatest = 0.0;
         ForEachSample(stretches, [&](DrawingPoint p, double sampleWeight) {
@@ -145,7 +145,7 @@ private:
 
 } // namespace
 
-Landmarks LandmarksOf(Stretches const &stretches, base::Workers const &workers) {
+Landmarks LandmarksOf(std::vector<Stretch> const &stretches, base::Workers const &workers) {
     Landmarks landmarks;
     double weights = 0.0, lengths = 0.0;
     ForEachSample(stretches, [&](DrawingPoint p, double weight) {

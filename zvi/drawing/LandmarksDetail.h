@@ -20,6 +20,6 @@ struct Landmarks {
 
 /// The direction follows the first of the moments of the curves that is not 0 when seen from the middle, and the others
 /// settle what that leaves open. A drawing that they all leave open is symmetric, so that any choice gives the same.
-Landmarks LandmarksOf(Stretches const &stretches, base::Workers const &workers);
+Landmarks LandmarksOf(std::vector<Stretch> const &stretches, base::Workers const &workers);
 
 } // namespace zvi::lib::drawing

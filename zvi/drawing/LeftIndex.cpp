@@ -79,7 +79,8 @@ private:
     std::array<DrawingPoint, kMostHalvings> m_points = TowardsRight();
 };
 
-std::vector<Part> PartsOf(Stretches const &stretches, double partsOfMean, double grown, base::Workers const &workers) {
+std::vector<Part> PartsOf(std::vector<Stretch> const &stretches, double partsOfMean, double grown,
+                          base::Workers const &workers) {
     std::vector<Box> wholes(stretches.size());
     workers.ForEach(wholes.size(), [&](std::size_t i) { wholes[i] = Grown(BoxOf(stretches[i]), grown); });
     std::vector<std::size_t> const counts = PartCounts(wholes, partsOfMean);
@@ -91,7 +92,8 @@ std::vector<Part> PartsOf(Stretches const &stretches, double partsOfMean, double
 
 } // namespace
 
-LeftIndex::LeftIndex(Stretches const &stretches, double partsOfMean, double grown, base::Workers const &workers)
+LeftIndex::LeftIndex(std::vector<Stretch> const &stretches, double partsOfMean, double grown,
+                     base::Workers const &workers)
     : m_index({}, workers) {
     std::vector<Box> boxes;
     for (Part const &part : PartsOf(stretches, partsOfMean, grown, workers)) {

@@ -12,7 +12,7 @@ namespace zvi::lib::drawing {
 class LeftIndex {
 public:
     /// Boxes are grown by `grown`; `partsOfMean` tells into how many parts a line of mean extent is cut.
-    LeftIndex(Stretches const &stretches, double partsOfMean, double grown, base::Workers const &workers);
+    LeftIndex(std::vector<Stretch> const &stretches, double partsOfMean, double grown, base::Workers const &workers);
 
     /// Calls `look(stretch)` to the left of `p` as BoxIndex::LookAlong does; a stretch may come several times.
     template <typename Look>

@@ -53,7 +53,7 @@ DrawingResult MakeDrawingDomains(std::vector<DrawingCurve> const &curves, Drawin
     progress(kFacesFound);
     std::vector<DrawingGap> gaps = FindGaps(drawing, curves, workers);
     if (drawing.map.EdgeCount() > kManyEdges) { // makes room for the result, which is large
-        drawing.curves.stretches = Stretches();
+        drawing.curves.stretches = std::vector<Stretch>();
         drawing.walks = FaceWalks();
         drawing.map.ForgetOrder();
     }

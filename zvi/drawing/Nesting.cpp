@@ -296,7 +296,7 @@ private:
     TurnedView m_view;
     std::vector<int> m_parts;
     std::vector<int> m_edges;             ///< those in the map
-    Stretches m_stretches;                ///< theirs, turned
+    std::vector<Stretch> m_stretches;     ///< theirs, turned
     std::vector<DrawingPoint> m_leftmost; ///< of each part, at its outside
     std::optional<StretchIndex> m_index;
     std::optional<LeftIndex> m_parted; ///< where the boxes of the edges crowd

@@ -101,7 +101,7 @@ void Network::DropRepeated() {
     edges.resize(kept);
 }
 
-Network::Network(Stretches const &stretches, double snapDistance, double roundingDistance, double closed,
+Network::Network(std::vector<Stretch> const &stretches, double snapDistance, double roundingDistance, double closed,
                  bool circlesMeetEnds)
     : snap(snapDistance), rounding(roundingDistance), places(snapDistance) {
     edges.reserve(stretches.size());

@@ -23,7 +23,7 @@ struct NetworkEdge {
 /// leaves of a coordinate never decides in which order they lie along a curve.
 struct Network {
     /// An arc over half a turn whose ends are nearer to one another than `closed` goes all the way round.
-    Network(Stretches const &stretches, double snapDistance, double roundingDistance, double closed,
+    Network(std::vector<Stretch> const &stretches, double snapDistance, double roundingDistance, double closed,
             bool circlesMeetEnds);
 
     /// Moves all but the first of equal curves to `repeated`.
@@ -32,7 +32,7 @@ struct Network {
     double snap;
     double rounding;
     PlaceIndex places;
-    LargeVector<NetworkEdge> edges;
+    std::vector<NetworkEdge> edges;
     std::vector<Stretch> vanished; ///< curves shorter than the snap distance
     std::vector<Stretch> repeated; ///< curves that are the same as an earlier one, both ways taken alike
 

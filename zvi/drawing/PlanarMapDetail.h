@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zvi/base/Prefetch.h"
+#include "zvi/drawing/LargeVectorDetail.h"
 #include "zvi/drawing/PlaceClustersDetail.h"
 #include "zvi/drawing/StretchDetail.h"
 
@@ -147,11 +148,11 @@ private:
     HalfEdge Ccw(HalfEdge h) const { return m_ccw[Index(h.number)]; }
 
     PlaceClusters m_places;
-    Stretches m_stretches;           ///< of each edge
-    std::vector<EdgeState> m_states; ///< of each edge
-    std::vector<bool> m_wereArcs;    ///< of each edge
-    LargeVector<int> m_ends;         ///< of each half-edge, the place that it leaves
-    std::vector<int> m_nextPart;     ///< of each edge as far as they have been split
+    LargeVector<Stretch> m_stretches; ///< of each edge
+    std::vector<EdgeState> m_states;  ///< of each edge
+    std::vector<bool> m_wereArcs;     ///< of each edge
+    LargeVector<int> m_ends;          ///< of each half-edge, the place that it leaves
+    std::vector<int> m_nextPart;      ///< of each edge as far as they have been split
     std::vector<Stretch> m_borders;
     std::vector<int> m_borderOf; ///< of each half-edge which border it has, -1 and beyond the end for that of the edge
     LargeVector<HalfEdge> m_ccw; ///< of each half-edge, the next one of its place counter-clockwise

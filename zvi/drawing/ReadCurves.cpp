@@ -75,7 +75,7 @@ DrawingPiece PieceAsWritten(DrawingCurve const &c) {
     return piece;
 }
 
-double LargestCoordinate(Stretches const &stretches, base::Workers const &workers) {
+double LargestCoordinate(std::vector<Stretch> const &stretches, base::Workers const &workers) {
     std::vector<double> largest(workers.PartsOf(stretches.size()), 0.0);
     workers.ForEachPart(stretches.size(), [&](std::size_t part, std::size_t begin, std::size_t end) {
         double most = 0.0;
@@ -98,15 +98,15 @@ void MeetWrittenEnds(Stretch &s, double rounding) {
 
 /// Puts stretches into the order of the things that `stretchOf` tells theirs of.
 template <typename Thing, typename StretchOf>
-void PutInOrder(Stretches &stretches, std::vector<Thing> const &order, base::Workers const &workers,
+void PutInOrder(std::vector<Stretch> &stretches, std::vector<Thing> const &order, base::Workers const &workers,
                 StretchOf stretchOf) {
-    Stretches sorted(stretches.size());
+    std::vector<Stretch> sorted(stretches.size());
     workers.ForEach(sorted.size(), [&](std::size_t i) { sorted[i] = stretches[stretchOf(order[i])]; });
     stretches = std::move(sorted);
 }
 
 /// Orders stretches by their numbers alone, but for those that are the same.
-void SortByNumbers(Stretches &stretches, base::Workers const &workers) {
+void SortByNumbers(std::vector<Stretch> &stretches, base::Workers const &workers) {
     std::vector<base::Keyed> order(stretches.size());
     for (std::size_t i = 0; i < order.size(); ++i)
         order[i] = {base::OrderedBits(stretches[i].start.y), i};
@@ -129,7 +129,8 @@ void SortByNumbers(Stretches &stretches, base::Workers const &workers) {
 }
 
 /// Orders stretches along the direction that moves with the drawing, and by their lengths those side by side.
-void SortByLandmarks(Stretches &stretches, Landmarks const &landmarks, double same, base::Workers const &workers) {
+void SortByLandmarks(std::vector<Stretch> &stretches, Landmarks const &landmarks, double same,
+                     base::Workers const &workers) {
     std::vector<Measured> order(stretches.size());
     workers.ForEach(order.size(), [&](std::size_t i) {
         Stretch const &s = stretches[i];

@@ -9,7 +9,7 @@ namespace zvi::lib::drawing {
 
 /// What can be used of the caller's curves, and the distances that follow from their size.
 struct UsableCurves {
-    Stretches stretches;                    ///< whole curves, in an order that moves with the drawing
+    std::vector<Stretch> stretches;         ///< whole curves, in an order that moves with the drawing
     std::vector<DrawingLeftover> leftovers; ///< those that describe no curve or have no length
     Landmarks landmarks;
     double rounding = 0.0;  ///< what rounding alone accounts for, at the size of the coordinates

@@ -2,7 +2,6 @@
 
 // The geometry of one stretch of a caller's curve.
 
-#include "zvi/drawing/LargeVectorDetail.h"
 #include "zvi/drawing/PlaneDetail.h"
 
 #include <optional>
@@ -36,9 +35,6 @@ struct Stretch {
     /// Whether an arc turns through all of its circle.
     bool IsFullTurn() const { return isArc && std::fabs(sweep) >= kTwoPi; }
 };
-
-/// Those of a drawing, of which there may be many.
-using Stretches = LargeVector<Stretch>;
 
 /// Nearest point of a stretch to some point, where it lies inside the stretch and not at an end; a circle has no ends.
 struct Foot {
