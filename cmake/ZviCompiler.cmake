@@ -34,6 +34,8 @@ function(zvi_target_defaults target)
       -ffp-contract=off
       $<$<BOOL:${ZVI_WERROR}>:-Werror>)
   endif()
+  # Where our own assertions are on, those of the standard library are too: an index in range, a list not empty.
+  target_compile_definitions(${target} PRIVATE $<$<OR:$<CONFIG:Debug>,$<BOOL:${ZVI_SANITIZE}>>:_GLIBCXX_ASSERTIONS>)
   if(ZVI_BUILD_FUZZERS)
     # Every target counts its branches, so that the fuzzer sees into the library too.
     target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link)
