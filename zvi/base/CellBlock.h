@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <cmath>
 #include <cstdint>
 #include <limits>
@@ -29,11 +30,13 @@ struct CellBlock {
     std::array<double, 3> origin{};
 
     /// Sets everything but the origin for a box of these extents: the longest one, enlarged by the part `slack`, is
-    /// divided by `division` (made odd), but cells are not smaller than `leastCell`; each axis then has room for its
-    /// extent and a margin of `slack` times the enlarged length. False, and no cells, where no block of at most
-    /// `mostCells` comes out of it: for extents without end, inside out or all 0, for cells that are too many.
+    /// divided by `division` (made odd), but cells are not smaller than `leastCell`; each axis then has room
+    /// for its extent and a margin of `slack` times the enlarged length. False, and no cells, where no block of at most
+    /// `mostCells` comes out of it: for extents without end, inside out or all 0, for a
+    /// division below 0, for cells that are too many.
     bool Lay(std::array<double, 3> const &extents, std::int64_t division, double slack, double leastCell,
              std::uint32_t mostCells) {
+        assert(slack >= 0.0);
         double const longest = std::max({extents[0], extents[1], extents[2]});
         double const enlarged = longest + longest * slack;
         double const cell = enlarged / static_cast<double>(division % 2 == 0 ? division + 1 : division);
@@ -51,8 +54,11 @@ struct CellBlock {
         return total != 0;
     }
 
-    /// Step of a coordinate along an axis, which may lie outside the block.
-    int Step(std::size_t axis, double coordinate) const { return CellStep((coordinate - origin[axis]) / cellSize); }
+    /// Step of a coordinate along an axis (0 to 2), which may lie outside the block; the block has cells.
+    int Step(std::size_t axis, double coordinate) const {
+        assert(axis < origin.size() && total != 0);
+        return CellStep((coordinate - origin[axis]) / cellSize);
+    }
 
     /// Number of the cell with these steps; `total` where that is no cell. The number alone is tested, so that a step
     /// beyond the end of a row is in the next row.

@@ -4,6 +4,7 @@
 #include "zvi/base/Index.h"
 #include "zvi/base/Prefetch.h"
 
+#include <cassert>
 #include <cmath>
 #include <concepts>
 #include <cstddef>
@@ -58,7 +59,7 @@ public:
     /// Takes out a number that is in the cell with the key.
     void Remove(std::uint32_t key, int number) {
         int *at = &m_cells[SlotOf(key)].first;
-        while (*at != number)
+        while (*at != number) // `Index` asserts that the chain has it
             at = &m_next[Index(*at)];
         *at = m_next[Index(number)];
     }
@@ -88,7 +89,9 @@ private:
         int first = kNeverTaken; ///< `kNone` once all its numbers are gone
     };
 
+    /// Of a key that is in the table, else a free one; there is a table.
     std::size_t SlotOf(std::uint32_t key) const {
+        assert(!m_cells.empty());
         std::size_t const mask = m_cells.size() - 1;
         std::size_t slot = key & mask;
         while (m_cells[slot].first != kNeverTaken && m_cells[slot].key != key)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cassert>
 #include <charconv>
 #include <limits>
 #include <string_view>
@@ -8,7 +9,7 @@
 namespace zvi::lib::base {
 
 /// Whether a decimal text that no double can hold is too large rather than too small, by the exponent of its first
-/// digit that is not zero.
+/// digit that is not zero. The text is a whole number of `std::from_chars`: digits follow its exponent's mark.
 inline bool IsTooLarge(std::string_view text) {
     std::size_t const mark = text.find_first_of("eE");
     std::string_view const digits = text.substr(0, mark);
@@ -19,6 +20,7 @@ inline bool IsTooLarge(std::string_view text) {
     long exponent = static_cast<long>(point) - static_cast<long>(first);
     if (mark != std::string_view::npos) {
         std::string_view written = text.substr(mark + 1);
+        assert(!written.empty());
         bool const negative = written.front() == '-';
         if (negative || written.front() == '+')
             written.remove_prefix(1);

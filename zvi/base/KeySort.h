@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <utility>
@@ -12,6 +13,7 @@ namespace zvi::lib::base {
 
 /// A number as bits that are ordered as numbers are; -0 has those of 0. NaN has no place in this order.
 inline std::uint64_t OrderedBits(double number) {
+    assert(number == number);
     constexpr std::uint64_t kSign = std::uint64_t{1} << 63;
     auto const bits = std::bit_cast<std::uint64_t>(number + 0.0);
     return (bits & kSign) != 0 ? ~bits : bits | kSign;

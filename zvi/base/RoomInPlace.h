@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cassert>
 #include <cstddef>
 #include <memory>
 #include <type_traits>
@@ -18,9 +19,10 @@ public:
     RoomInPlace(RoomInPlace const &) = delete;
     RoomInPlace &operator=(RoomInPlace const &) = delete;
 
-    /// Makes room for `capacity` values. The first `used` ones, which are all that are kept, may move. When the memory
-    /// cannot be had, nothing changes.
+    /// Makes room for `capacity` values. The first `used` ones of those that there is room for, which are all that are
+    /// kept, may move. When the memory cannot be had, nothing changes.
     void Grow(std::size_t capacity, std::size_t used) {
+        assert(used <= m_capacity);
         if (capacity <= m_capacity)
             return;
         auto spill = std::make_unique_for_overwrite<T[]>(capacity);
@@ -33,8 +35,15 @@ public:
     std::size_t Capacity() const { return m_capacity; }
     T *Data() { return m_values; }
     T const *Data() const { return m_values; }
-    T &operator[](std::size_t i) { return m_values[i]; }
-    T const &operator[](std::size_t i) const { return m_values[i]; }
+    /// The value at a place below the capacity.
+    T &operator[](std::size_t i) {
+        assert(i < m_capacity);
+        return m_values[i];
+    }
+    T const &operator[](std::size_t i) const {
+        assert(i < m_capacity);
+        return m_values[i];
+    }
 
 private:
     std::size_t m_capacity = inPlace;

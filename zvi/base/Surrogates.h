@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <cstdint>
 
 namespace zvi::lib::base {
@@ -30,12 +31,15 @@ constexpr bool IsCharacter(std::uint32_t value) {
 
 /// The units of a character beyond the basic plane, and the character of a pair.
 constexpr std::uint32_t HighSurrogate(std::uint32_t character) {
+    assert(character >= kFirstBeyondBasicPlane && character <= kLastCharacter);
     return kFirstHighSurrogate + ((character - kFirstBeyondBasicPlane) >> kSurrogateBits);
 }
 constexpr std::uint32_t LowSurrogate(std::uint32_t character) {
+    assert(character >= kFirstBeyondBasicPlane && character <= kLastCharacter);
     return kFirstLowSurrogate + ((character - kFirstBeyondBasicPlane) & kSurrogateMask);
 }
 constexpr std::uint32_t CharacterOf(std::uint32_t high, std::uint32_t low) {
+    assert(IsHighSurrogate(high) && IsLowSurrogate(low));
     return kFirstBeyondBasicPlane + ((high - kFirstHighSurrogate) << kSurrogateBits) + (low - kFirstLowSurrogate);
 }
 

@@ -2,6 +2,7 @@
 
 #include "zvi/base/Surrogates.h"
 
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -21,6 +22,7 @@ inline constexpr std::uint32_t kLeastOfLength[] = {0, 0, 0x80, 0x800, kFirstBeyo
 /// Reads the character at the start of `text`, which must not be empty, and gives the number of its bytes; 0, with
 /// `character` as it was, where no well-formed one stands.
 constexpr std::size_t ReadUtf8(std::string_view text, std::uint32_t &character) {
+    assert(!text.empty());
     std::uint32_t const lead = static_cast<unsigned char>(text[0]);
     if (lead < 0x80) {
         character = lead;
@@ -47,8 +49,9 @@ constexpr char FollowingUtf8(std::uint32_t bits) {
     return static_cast<char>(0x80 | (bits & 0x3F));
 }
 
-/// Appends a character of at most U+10FFFF as UTF-8.
+/// Appends a character of Unicode as UTF-8.
 inline void AppendUtf8(std::string &text, std::uint32_t character) {
+    assert(IsCharacter(character));
     if (character < 0x80) {
         text += static_cast<char>(character);
     } else if (character < 0x800) {

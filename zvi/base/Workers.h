@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cassert>
 #include <cstddef>
 #include <exception>
 #include <functional>
@@ -105,9 +106,10 @@ public:
                 std::inplace_merge(at(part), at(part + width), at(part + 2 * width), isLess);
     }
 
-    /// The things of all parts, one part behind the other.
+    /// The things of all parts, of which there is one at least, one part behind the other.
     template <typename Thing>
     static std::vector<Thing> Joined(std::vector<std::vector<Thing>> parts) {
+        assert(!parts.empty());
         std::vector<Thing> all = std::move(parts.front());
         std::size_t count = all.size();
         for (std::size_t part = 1; part < parts.size(); ++part)
@@ -162,7 +164,9 @@ private:
         std::atomic<std::size_t> m_end; ///< of those that are done
     };
 
+    /// Of a part below `parts`; `count` for `parts` itself.
     static std::size_t BeginOf(std::size_t part, std::size_t parts, std::size_t count) {
+        assert(part <= parts && parts > 0);
         return count / parts * part + std::min(part, count % parts);
     }
 
