@@ -13,7 +13,7 @@ std::size_t Utf8Length(char lead) {
 }
 
 std::size_t ReadUtf8(std::string_view text, std::uint32_t &character) {
-    return base::ReadUtf8(text, character);
+    return text.empty() ? 0 : base::ReadUtf8(text, character);
 }
 
 bool IsUtf8(std::string_view text) {
@@ -28,7 +28,7 @@ bool IsUtf8(std::string_view text) {
 }
 
 void AppendUtf8(std::string &text, std::uint32_t character) {
-    base::AppendUtf8(text, character);
+    base::AppendUtf8(text, base::IsCharacter(character) ? character : std::uint32_t{kReplacementCharacter});
 }
 
 CString WideOf(std::string_view utf8) {
@@ -49,7 +49,7 @@ std::string Utf8Of(std::wstring_view text) {
         if (base::IsHighSurrogate(c) && i + 1 < text.size() &&
             base::IsLowSurrogate(static_cast<std::uint32_t>(text[i + 1])))
             c = base::CharacterOf(c, static_cast<std::uint32_t>(text[++i]));
-        AppendUtf8(utf8, base::IsCharacter(c) ? c : static_cast<std::uint32_t>(kReplacementCharacter));
+        AppendUtf8(utf8, c);
     }
     return utf8;
 }
