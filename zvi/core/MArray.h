@@ -250,9 +250,10 @@ private:
         }
     }
 
-    /// Copies aside first, where an error does no harm, and then moves the copies into the present block; elements
-    /// whose move may fail stay aside, in a new block of the same capacity.
+    /// Copies aside first, where an error does no harm, and then moves the copies into the present block, which has
+    /// room for them; elements whose move may fail stay aside, in a new block of the same capacity.
     void AssignByWay(T const *source, std::size_t count) {
+        assert(count <= Capacity());
         MArray copies;
         copies.AdoptNewBlock(Capacity());
         copies.m_last = Block::CopyTo(source, count, copies.m_first);

@@ -1,10 +1,11 @@
 #include "zvi/core/MQSort.h"
 
+#include "zvi/base/KeySort.h"
 #include "zvi/core/StableSortDetail.h"
 #include "zvi/core/WideNumber.h"
 
 #include <algorithm>
-#include <bit>
+#include <cassert>
 #include <cstring>
 #include <limits>
 #include <memory>
@@ -70,9 +71,10 @@ int StringNumOrder(MQSort::StringNumWithIndex const &left, MQSort::StringNumWith
 
 // ---- orders: a comparison and, where there is one, the unsigned key of the same order ----
 
-/// Differences order a set of keys properly when none of them wraps.
+/// Differences order a set of keys, one at least, properly when none of them wraps.
 template <typename Record, typename Value>
 bool DifferencesFit(Record const *records, std::size_t count, Value valueOf) {
+    assert(count > 0);
     std::int64_t smallest = valueOf(records[0]);
     std::int64_t largest = smallest;
     for (std::size_t i = 1; i < count; ++i) {
@@ -102,12 +104,7 @@ struct DoubleOrder {
             return value != value;
         });
     }
-    /// The bits of a number read as a whole number are in order but for the sign; adding 0.0 makes one zero of two.
-    static std::uint64_t KeyOf(Record const &record) {
-        constexpr std::uint64_t kSignBit = std::uint64_t{1} << 63;
-        auto const bits = std::bit_cast<std::uint64_t>(ValueOf(record) + 0.0);
-        return (bits & kSignBit) != 0 ? ~bits : bits | kSignBit;
-    }
+    static std::uint64_t KeyOf(Record const &record) { return base::OrderedBits(ValueOf(record)); }
 };
 
 int ValueOfInt(int const &value) {

@@ -11,8 +11,8 @@ ZVI_API int NarrowToInt(char const *text);
 
 /// The number at the start of a text, as `atof` reads it, whatever the process locale: white space, a sign, a decimal
 /// number, a hexadecimal one behind "0x", "inf" or "nan"; what follows is ignored. Without a number, and for null, it
-/// is 0. A decimal number that is too large answers infinity; one that is too small, and a
-/// hexadecimal one out of the range, 0.
+/// is 0. A decimal number that is too large answers infinity; one that is too small, and a hexadecimal one out of the
+/// range, 0.
 ZVI_API double NarrowToDouble(char const *text);
 
 } // namespace zvi::lib

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cassert>
 #include <cstdint>
 #include <limits>
 
@@ -10,6 +11,7 @@ namespace zvi::lib::core {
 /// largest or the smallest `int`.
 template <typename Character>
 int SignedDigits(Character const *text) {
+    assert(text);
     bool const negative = *text == Character('-');
     if (negative || *text == Character('+'))
         ++text;

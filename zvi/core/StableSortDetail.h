@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cassert>
 #include <cstddef>
 #include <memory>
 #include <type_traits>
@@ -42,9 +43,11 @@ void InsertionSort(Record *records, std::size_t count, IsLess isLess) {
     }
 }
 
-/// Merges two adjacent runs into `target`; of equal records those of the first run come first.
+/// Merges two adjacent runs, which may be empty, into `target`, memory of its own; of equal records those of the first
+/// run come first.
 template <typename Record, typename IsLess>
 void MergeRuns(Record *first, Record *middle, Record *last, Record *target, IsLess isLess) {
+    assert(first <= middle && middle <= last);
     Record *left = first;
     Record *right = middle;
     while (left != middle && right != last) {
@@ -92,10 +95,12 @@ inline constexpr int kLeadingDigits = 3;
 inline constexpr std::size_t kRepairMovesPerRecord = 4;
 
 /// Stable sort by the bits of the key from `fromBit` up to, not including, `toBit`, from the lowest digit to the
-/// highest (Knuth, The Art of Computer Programming, vol. 3, 5.2.5).
+/// highest (Knuth, The Art of Computer Programming, vol. 3, 5.2.5). `scratch` has room for `count` records; bits are
+/// those of the key, and none are looked at where `toBit` is not above `fromBit`.
 template <int digitBits, typename Record, typename KeyOf>
 void SortByBits(Record *records, Record *scratch, std::size_t count, KeyOf keyOf, int fromBit, int toBit) {
     constexpr std::size_t kValues = std::size_t{1} << digitBits;
+    assert(fromBit >= 0 && toBit <= std::numeric_limits<decltype(keyOf(*records))>::digits);
     auto const digitOf = [=](Record const &record, int shift) {
         return static_cast<std::size_t>(keyOf(record) >> shift) & (kValues - 1);
     };
@@ -147,9 +152,10 @@ void SortRun(Record *records, Record *scratch, std::size_t count, KeyOf keyOf) {
         DigitSort(records, scratch, count, keyOf);
 }
 
-/// Sorts each run of records that `leadingOf` gives the same number.
+/// Sorts each run of records that `leadingOf` gives the same number. There is one record at least.
 template <typename Record, typename KeyOf, typename LeadingOf>
 void SortRuns(Record *records, Record *scratch, std::size_t count, KeyOf keyOf, LeadingOf leadingOf) {
+    assert(count > 0);
     std::size_t begin = 0;
     auto leading = leadingOf(records[0]);
     for (std::size_t i = 1; i <= count; ++i) {
@@ -166,9 +172,10 @@ void SortRuns(Record *records, Record *scratch, std::size_t count, KeyOf keyOf, 
 /// Stable sort by an unsigned key, taken from the smallest one on, so that bits beyond the range of the keys cost
 /// nothing; neither do low bits that all keys share. The leading digits of a long key leave few records out of order as
 /// a rule, and those are inserted at their places; if they are many, each run that the leading digits leave together is
-/// sorted on its own, again from its smallest key on.
+/// sorted on its own, again from its smallest key on. There is one record at least.
 template <typename Record, typename KeyOf>
 void DigitSort(Record *records, Record *scratch, std::size_t count, KeyOf keyOf) {
+    assert(count > 0);
     auto const first = keyOf(records[0]);
     auto smallest = first;
     auto largest = first;

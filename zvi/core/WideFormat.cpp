@@ -4,6 +4,7 @@
 #include "zvi/core/WideUnits.h"
 
 #include <algorithm>
+#include <cassert>
 #include <charconv>
 #include <cmath>
 #include <cstddef>
@@ -299,6 +300,7 @@ std::string Convert(Float magnitude, std::chars_format form, int precision) {
     char *const last = text.data() + text.size();
     auto const result = precision == kNoPrecision ? std::to_chars(text.data(), last, magnitude, form)
                                                   : std::to_chars(text.data(), last, magnitude, form, precision);
+    assert(result.ec == std::errc());
     text.resize(static_cast<std::size_t>(result.ptr - text.data()));
     return text;
 }

@@ -2,6 +2,7 @@
 
 #include "zvi/base/Surrogates.h"
 
+#include <cassert>
 #include <iterator>
 
 namespace zvi::lib {
@@ -49,6 +50,7 @@ constexpr CaseRange kCaseRanges[] = {
 
 /// Whether `letter` is an upper-case letter of the range, given that it lies between its ends.
 bool FitsRule(CaseRange const &range, std::uint32_t letter) {
+    assert(letter >= range.firstUpper && letter <= range.lastUpper);
     switch (range.rule) {
     case CaseRule::kEvenPairs:
         return letter % 2 == 0;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
@@ -47,8 +48,10 @@ struct ArrayBlock {
             ::operator delete(block, std::align_val_t(alignof(T)));
     }
 
-    /// Makes `block`, which may move, room for `count` elements; for extensible blocks alone.
+    /// Makes `block`, which may move, room for `count` elements, which is not 0; for extensible blocks alone.
     static T *Extend(T *block, std::size_t count) {
+        static_assert(kIsExtensible);
+        assert(count != 0);
         void *const extended = std::realloc(static_cast<void *>(block), BytesOf(count));
         if (!extended)
             throw std::bad_alloc();

@@ -2,6 +2,8 @@
 
 #include "zvi/Export.h"
 
+#include <bit>
+#include <cassert>
 #include <cstddef>
 
 namespace zvi::lib::core {
@@ -12,7 +14,7 @@ namespace zvi::lib::core {
 class ZVI_API GrowingMemory {
 public:
     /// Alignment of the first piece, a power of two; that of the others follows from the sizes that are taken.
-    explicit GrowingMemory(std::size_t alignment) : m_alignment(alignment) {}
+    explicit GrowingMemory(std::size_t alignment) : m_alignment(alignment) { assert(std::has_single_bit(alignment)); }
     ~GrowingMemory() { ReleaseAll(); }
 
     GrowingMemory(GrowingMemory const &) = delete;

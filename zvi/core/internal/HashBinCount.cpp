@@ -1,6 +1,7 @@
 #include "zvi/core/internal/HashBinCount.h"
 
 #include <algorithm>
+#include <cassert>
 #include <iterator>
 
 namespace zvi::lib::core {
@@ -26,6 +27,7 @@ constexpr float kTwoTo32 = 4294967296.0F;
 } // namespace
 
 std::uint32_t PickBinCount(std::uint64_t count, float optimalLoad) {
+    assert(optimalLoad > 0.0F);
     float const quotient = static_cast<float>(count) / optimalLoad;
     std::uint32_t const wish = quotient >= kTwoTo32 ? kEndOfTable : static_cast<std::uint32_t>(quotient);
     if (wish <= kSmallestBinCount)

@@ -37,7 +37,7 @@ constexpr std::uint64_t LowThreshold(std::uint32_t binCount, float lowFactor) {
 
 /// The bin count that `MHashMap` chooses for `count` elements at `optimalLoad` elements per bin: the first prime of its
 /// table that is not below count / optimalLoad (32-bit float arithmetic), at least 17. A wish beyond the table is
-/// answered as it is, at most 0xFFFFFFFF.
+/// answered as it is, at most 0xFFFFFFFF. The load is above 0.
 ZVI_API std::uint32_t PickBinCount(std::uint64_t count, float optimalLoad);
 
 } // namespace zvi::lib::core

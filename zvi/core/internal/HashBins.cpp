@@ -4,6 +4,7 @@
 #include "zvi/core/internal/HashBinCount.h"
 #include "zvi/host/internal/LargeMemory.h"
 
+#include <cassert>
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
@@ -29,6 +30,7 @@ void CheckBinCount(std::uint32_t binCount) {
 }
 
 void *AllocateBins(std::uint32_t binCount) {
+    assert(binCount != 0 && binCount < kBinCountLimit);
     void *const bins =
         AreLarge(binCount) ? AllocateLargeBins(binCount * sizeof(void *)) : std::calloc(binCount, sizeof(void *));
     if (!bins)

@@ -24,8 +24,8 @@ std::uint32_t HashOf(K key) {
 /// Raises `kStatusUnspecifiedFailure` when a table cannot have so many bins: 0, or `kBinCountLimit` and more.
 ZVI_API void CheckBinCount(std::uint32_t binCount);
 
-/// Memory for `binCount` bin heads, all null; the arrays of large tables ask for large pages. Raises
-/// `kStatusOutOfMemory`.
+/// Memory for `binCount` bin heads, a number that `CheckBinCount` lets pass, all null; the arrays of large tables ask
+/// for large pages. Raises `kStatusOutOfMemory`.
 ZVI_API void *AllocateBins(std::uint32_t binCount);
 
 /// Gives back the memory of `binCount` heads; nothing for null.

@@ -164,7 +164,9 @@ private:
     /// Puts `bins`, which may be null, in the place of the bin array; the bin count is still the old one.
     void ReplaceBins(Node **bins) { ReleaseBins(std::exchange(m_bins, bins), m_binCount); }
 
+    /// The first node of this bin and the ones behind it; there are bins. Null when all are empty.
     Node *FirstFrom(Node *const *bin) const {
+        assert(m_bins && bin >= m_bins && bin <= m_bins + m_binCount);
         for (Node *const *const end = m_bins + m_binCount; bin != end; ++bin)
             if (*bin)
                 return *bin;
@@ -213,6 +215,7 @@ private:
 
     /// Gets the bins that the first node of the table needs, and gives the node back when they cannot be had.
     [[gnu::noinline]] void AllocateBinsFor(Node *first) {
+        assert(!m_bins);
         try {
             m_bins = NewBins(m_binCount);
         } catch (...) {
@@ -221,7 +224,9 @@ private:
         }
     }
 
+    /// Takes out and frees the node that the link leads to.
     void Unlink(Node **link) {
+        assert(*link);
         Node *const node = *link;
         *link = node->next;
         FreeNode(node);

@@ -2,6 +2,7 @@
 
 #include "zvi/core/MStatusError.h"
 
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -15,12 +16,13 @@ struct alignas(16) NodeBlock {
 };
 static_assert(sizeof(NodeBlock) == 16);
 
-/// Takes a block of `nodesPerBlock` nodes from `allocate(bytes)`, makes it the newest and threads its nodes onto the
-/// free list, from the last to the first, so that the lowest address is handed out first. Raises `kStatusOutOfMemory`
-/// and changes nothing when the block cannot be had (null) or its size does not fit.
+/// Takes a block of `nodesPerBlock` nodes, one at least, from `allocate(bytes)`, makes it the newest and threads its
+/// nodes onto the free list, from the last to the first, so that the lowest address is handed out first. Raises
+/// `kStatusOutOfMemory` and changes nothing when the block cannot be had (null) or its size does not fit.
 template <typename Node, typename Allocate>
 void AddNodeBlock(NodeBlock *&newest, Node *&freeHead, std::uint64_t nodesPerBlock, Allocate allocate) {
     static_assert(alignof(Node) <= alignof(NodeBlock), "nodes are aligned to 16 bytes");
+    assert(nodesPerBlock > 0);
     constexpr std::uint64_t kLargestBlock = (std::numeric_limits<std::ptrdiff_t>::max)();
     if (nodesPerBlock > (kLargestBlock - sizeof(NodeBlock)) / sizeof(Node))
         RaiseStatus(kStatusOutOfMemory);
