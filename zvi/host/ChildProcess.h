@@ -33,7 +33,7 @@ struct ChildRequest {
 
 /// A program that was started by this one. Besides the streams that `ChildRequest` tells of it inherits no files. On
 /// POSIX it starts with no signal blocked, and none ignored that a library in this process may have set to be ignored
-/// (SIGPIPE, SIGXFSZ); `SetEnvironment` (Environment.h) may be called meanwhile.
+/// (SIGPIPE, SIGXFSZ); `SetEnvironmentPath` (Environment.h) may be called meanwhile.
 ///
 /// One thread starts it, reads and waits; `Terminate` and `GiveUp` may be called from any other.
 class ZVI_API ChildProcess {

@@ -11,10 +11,10 @@ namespace zvi::host {
 /// in `failure`, when it cannot be opened or is a folder.
 std::FILE *OpenByFlags(std::wstring_view path, unsigned int flags, CFileException &failure);
 
-/// Has a stream read and write bytes as they are from now on, where the host's streams do anything else.
+/// Has an open stream read and write bytes as they are from now on, where the host's streams do anything else.
 void UseBinaryMode(std::FILE *stream);
 
-/// Hands bytes to the system behind those that the stream has flushed; 0, or the number that the C library tells.
+/// Hands bytes to the system behind those that the open stream has flushed; 0, or the number that the C library tells.
 int WriteThrough(std::FILE *stream, std::string_view bytes);
 
 /// The cause behind a number that the C library has left in `errno`.

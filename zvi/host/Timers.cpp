@@ -38,7 +38,6 @@ unsigned long Milliseconds(TimerClock::time_point time) {
         std::chrono::duration_cast<std::chrono::milliseconds>(time.time_since_epoch()).count());
 }
 
-/// Room for the ids that are due, in place for the usual few.
 std::vector<std::uint64_t> DueIds(TimerClock::time_point now) {
     std::vector<std::uint64_t> due;
     for (Timer const &timer : Table().timers)

@@ -5,6 +5,7 @@
 #include "zvi/host/UserValuesDetail.h"
 
 #include <algorithm>
+#include <cassert>
 #include <fstream>
 #include <iterator>
 #include <mutex>
@@ -43,14 +44,15 @@ bool IsForbidden(char character) {
            std::string_view("/\\:*?\"<>|").find(character) != std::string_view::npos;
 }
 
-bool IsName(std::string_view name) {
+} // namespace
+
+bool IsUserValueName(std::string_view name) {
     return !name.empty() && name.size() <= kLongestName && name.front() != '.' && name.back() != '.' &&
            name.back() != ' ' && std::none_of(name.begin(), name.end(), IsForbidden);
 }
 
-} // namespace
-
 std::string FolderValue(std::filesystem::path const &folder, std::string_view name) {
+    assert(IsUserValueName(name));
     std::filesystem::path const path = folder / PathOf(name);
     std::error_code error;
     if (!std::filesystem::is_regular_file(path, error))
@@ -65,6 +67,7 @@ std::string FolderValue(std::filesystem::path const &folder, std::string_view na
 }
 
 bool SetFolderValue(std::filesystem::path const &folder, std::string_view name, std::string_view value) {
+    assert(IsUserValueName(name));
     std::filesystem::path const path = folder / PathOf(name);
     std::error_code error;
     if (value.empty()) {
@@ -76,14 +79,14 @@ bool SetFolderValue(std::filesystem::path const &folder, std::string_view name, 
 }
 
 std::string UserValue(std::string_view name) {
-    if (!IsName(name))
+    if (!IsUserValueName(name))
         return {};
     std::filesystem::path const folder = Folder();
     return folder.empty() ? OwnUserValue(name) : FolderValue(folder, name);
 }
 
 bool SetUserValue(std::string_view name, std::string_view value) {
-    if (!IsName(name) || value.find('\0') != std::string_view::npos)
+    if (!IsUserValueName(name) || value.find('\0') != std::string_view::npos)
         return false;
     std::filesystem::path const folder = Folder();
     return folder.empty() ? SetOwnUserValue(name, value) : SetFolderValue(folder, name, value);

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cassert>
 #include <cerrno>
 #include <cstring>
 
@@ -189,8 +190,9 @@ std::size_t WriteAscii(wchar_t *to, std::string_view text) {
     return count;
 }
 
-/// The character at `at`, which moves to its last unit; half of a pair stays what it is.
+/// The character at `at`, a place in the text, which moves to its last unit; half of a pair stays what it is.
 std::uint32_t ReadUnits(std::wstring_view units, std::size_t &at) {
+    assert(at < units.size());
     auto const unit = static_cast<std::uint32_t>(units[at]);
     if (base::IsHighSurrogate(unit) && at + 1 < units.size() &&
         base::IsLowSurrogate(static_cast<std::uint32_t>(units[at + 1])))
@@ -236,9 +238,11 @@ void AppendWideOfUtf8(std::wstring &units, std::string_view text) {
     units.resize(static_cast<std::size_t>(end - units.data()));
 }
 
-/// Units of ASCII from `first` on. Without a way out of a block its elements are looked at several at a time.
+/// Units of ASCII from `first` on, a place in the text or its end. Without a way out of a block its elements are looked
+/// at several at a time.
 std::size_t AsciiUnits(std::wstring_view units, std::size_t first) {
     constexpr std::uint32_t kForeignBits = ~std::uint32_t{0x7F};
+    assert(first <= units.size());
     std::size_t end = first;
     for (; units.size() - end >= kBlock; end += kBlock) {
         std::uint32_t bits = 0;
@@ -292,9 +296,10 @@ std::string UnitBytes(std::wstring_view units) {
     return bytes;
 }
 
-/// Bytes of the character at the start of well-formed UTF-16.
+/// Bytes of the character at the start of well-formed UTF-16, which is not empty.
 std::size_t UnitBytesOfFirst(std::string_view bytes) {
     char16_t unit = 0;
+    assert(bytes.size() >= sizeof unit);
     std::memcpy(&unit, bytes.data(), sizeof unit);
     return base::IsHighSurrogate(unit) ? 2 * sizeof unit : sizeof unit;
 }

@@ -3,6 +3,7 @@
 #include "zvi/host/CodePage.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace zvi::host {
 
@@ -33,7 +34,9 @@ private:
             m_rest.remove_prefix(1);
     }
 
+    /// The next character, which there is.
     wchar_t Take() {
+        assert(!m_rest.empty());
         wchar_t const first = m_rest.front();
         m_rest.remove_prefix(1);
         return first;

@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cassert>
 #include <cerrno>
 #include <csignal>
 #include <string>
@@ -149,6 +150,7 @@ std::vector<char *> Pointers(std::vector<std::string> &texts) {
 } // namespace
 
 int Spawn(ChildRequest const &request, int output, pid_t &child) {
+    assert(output == -1 || output >= kFirstOther);
     Command command = CommandOf(request);
     if (command.program.empty())
         return ENOENT;

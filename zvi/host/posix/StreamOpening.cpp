@@ -7,6 +7,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cassert>
 #include <cerrno>
 
 namespace zvi::host {
@@ -58,6 +59,7 @@ std::FILE *OpenByFlags(std::wstring_view path, unsigned int flags, CFileExceptio
 void UseBinaryMode(std::FILE *) {}
 
 int WriteThrough(std::FILE *stream, std::string_view bytes) {
+    assert(stream);
     while (!bytes.empty()) {
         ssize_t const written = ::write(::fileno(stream), bytes.data(), bytes.size());
         if (written < 0 && errno != EINTR)

@@ -8,6 +8,7 @@
 #include <io.h>
 
 #include <algorithm>
+#include <cassert>
 #include <cerrno>
 #include <cstdint>
 
@@ -98,11 +99,13 @@ std::FILE *OpenByFlags(std::wstring_view path, unsigned int flags, CFileExceptio
 }
 
 void UseBinaryMode(std::FILE *stream) {
+    assert(stream);
     static_cast<void>(std::fflush(stream));
     static_cast<void>(::_setmode(::_fileno(stream), _O_BINARY));
 }
 
 int WriteThrough(std::FILE *stream, std::string_view bytes) {
+    assert(stream);
     constexpr std::size_t kBytesAtOnce = std::size_t{1} << 30;
     while (!bytes.empty()) {
         auto const count = static_cast<unsigned int>(std::min(bytes.size(), kBytesAtOnce));

@@ -3,6 +3,8 @@
 #include "zvi/host/CodePage.h"
 #include "zvi/host/windows/WindowsHeader.h"
 
+#include <cassert>
+
 namespace zvi::host {
 
 namespace {
@@ -16,6 +18,7 @@ std::wstring Wide(std::string_view text) {
 } // namespace
 
 std::string OwnUserValue(std::string_view name) {
+    assert(IsUserValueName(name));
     std::wstring const wideName = Wide(name);
     std::wstring value(256, L'\0');
     // The value may grow between two calls.
@@ -32,6 +35,7 @@ std::string OwnUserValue(std::string_view name) {
 }
 
 bool SetOwnUserValue(std::string_view name, std::string_view value) {
+    assert(IsUserValueName(name) && value.find('\0') == value.npos);
     std::wstring const wideName = Wide(name);
     if (value.empty()) {
         LSTATUS const status = RegDeleteKeyValueW(HKEY_CURRENT_USER, kKey, wideName.c_str());
