@@ -13,6 +13,12 @@ constexpr double kGravityInMetres = 9.80665;
 constexpr double kGravityInInches = 386.0886;
 constexpr double kGravityInFeet = 32.17405;
 
+// How many of a length unit are in a metre, to the digits that stored documents hold.
+constexpr double kMillimetresOfMetre = 1000.0;
+constexpr double kCentimetresOfMetre = 100.0;
+constexpr double kInchesOfMetre = 39.370079;
+constexpr double kFeetOfMetre = 3.28084;
+
 bool IsNewton(int force) {
     return force == kNewton || force == kKilonewton;
 }
@@ -78,13 +84,13 @@ double MUnitCtrl::UnfoldNewton(double v) const {
         return v;
     switch (m_indexCurrent.length) {
     case kMillimetre:
-        return v * 1000.0;
+        return v * kMillimetresOfMetre;
     case kCentimetre:
-        return v * 100.0;
+        return v * kCentimetresOfMetre;
     case kInch:
-        return v * 39.370079;
+        return v * kInchesOfMetre;
     case kFoot:
-        return v * 3.28084;
+        return v * kFeetOfMetre;
     default:
         return v;
     }

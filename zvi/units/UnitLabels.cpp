@@ -3,6 +3,7 @@
 #include "zvi/services/MSpecialChar.h"
 
 #include <algorithm>
+#include <cassert>
 #include <iterator>
 
 namespace zvi::lib::units {
@@ -182,6 +183,7 @@ CString Piece(wchar_t letter, LabelPieces const &pieces, CString const &hour, CS
     case L'h':
         return hour;
     default:
+        assert(letter == L'd');
         return day;
     }
 }
@@ -221,10 +223,10 @@ void RebuildUnitLabels(LabelPieces const &pieces, LabelArray &labels) {
 }
 
 CString MakeLegendLabel(int kind, LabelPieces const &pieces) {
+    assert(IsLabelled(kind));
     if (PowerForm const *const form = FindForm(kPowerForms, kind))
         return ExpandPower(*form, pieces);
-    LabelForm const *const form = FindForm(kForms, kind);
-    return form ? Expand(form->form, pieces, kHourText, kDayText) : CString();
+    return Expand(FindForm(kForms, kind)->form, pieces, kHourText, kDayText);
 }
 
 } // namespace zvi::lib::units

@@ -5,6 +5,7 @@
 #include "zvi/math/elementary/WideFloatDetail.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <utility>
 
@@ -75,6 +76,7 @@ WideAngle WideAngleOf(double x) {
     int zeros = 0; // whole limbs; two at most
     while (turns.limbs[base::Index(zeros)] == 0)
         ++zeros;
+    assert(zeros <= 2);
     WideFloat::Limbs limbs;
     std::copy_n(turns.limbs.begin() + zeros, limbs.size(), limbs.rbegin());
     return {turns.whole, WideFloat(limbs, -32 * zeros, turns.isNegative) * Constant(kWideQuarterPi, 1)};
@@ -132,6 +134,7 @@ double AccurateAcos(double x, Approximation const &near) {
 }
 
 double AccurateAtan2(double y, double x, Approximation const &near) {
+    assert(x != 0.0 && y != 0.0);
     WideFloat const start = ValueOf(near);
     WideFloat const sine = SineOf(start), cosine = CosineOf(start);
     WideFloat const tangent = (cosine * y - sine * x) / (cosine * x + sine * y);
@@ -139,6 +142,7 @@ double AccurateAtan2(double y, double x, Approximation const &near) {
 }
 
 double AccurateSmallAngle(double y, double x) {
+    assert(x > 0.0 && std::fabs(y) / x <= 0x1p-60);
     // The angle is smaller than the quotient, by less than can be written. That counts where the quotient is the middle
     // of two subnormal numbers; another quotient is farther from a middle than this.
     return (WideFloat(y) / x * (WideFloat(1.0) - 0x1p-108)).Rounded();
@@ -157,6 +161,7 @@ double AccurateLog10(double x, Approximation const &nearLog) {
 }
 
 double AccuratePow(double x, double y, Approximation const &nearLog) {
+    assert(x > 0.0 && std::fabs(y * nearLog.head) < 1000.0);
     return Exponential(Logarithm(x, nearLog) * y).Rounded();
 }
 

@@ -15,7 +15,7 @@ double AccurateAsin(double x, Approximation const &near);
 double AccurateAcos(double x, Approximation const &near);
 /// x and y are not 0.
 double AccurateAtan2(double y, double x, Approximation const &near);
-/// The same for |y| < 2^-60 x.
+/// The same for a positive x and |y / x| of at most 2^-60.
 double AccurateSmallAngle(double y, double x);
 double AccurateExp(double x);
 double AccurateLog(double x, Approximation const &near);

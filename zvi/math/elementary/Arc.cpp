@@ -2,6 +2,7 @@
 #include "zvi/math/elementary/Elementary.h"
 
 #include <algorithm>
+#include <cassert>
 #include <limits>
 
 namespace zvi::lib {
@@ -59,12 +60,14 @@ TwoPart FromBase(Base const &base, double negative, NearAngle const &angle) {
 
 /// The series of the arc tangent of t, |t| < 2^-7, beyond t.
 double ArcTangentBeyond(double t) {
+    assert(std::fabs(t) < 0x1p-7);
     double const square = t * t;
     return t * square * ((-1.0 / 3 + square * (1.0 / 5)) + square * square * (-1.0 / 7 + square * (1.0 / 9)));
 }
 
 /// Arc tangent of y / x as below, with the rounding errors of t.
 NearAngle QuickArcTangentOf(double y, double x) {
+    assert(0.0 < y && y <= x);
     double const shifted = y / x * 128.0 + kToInteger;
     double const c = (shifted - kToInteger) * (1.0 / 128.0);
     TwoPart const angle = kArcTangentTable[static_cast<unsigned>(LowInteger(shifted))];
@@ -76,6 +79,7 @@ NearAngle QuickArcTangentOf(double y, double x) {
 
 /// Arc tangent of y / x, 0 < y <= x: that of c = i / 128, of the table, plus that of t = (y - c x) / (x + c y).
 NearAngle ArcTangentOf(double y, double x) {
+    assert(0.0 < y && y <= x);
     double const shifted = y / x * 128.0 + kToInteger;
     double const c = (shifted - kToInteger) * (1.0 / 128.0);
     TwoPart const angle = kArcTangentTable[static_cast<unsigned>(LowInteger(shifted))];
@@ -128,6 +132,7 @@ struct QuickAngle {
 /// near x, of the row for the first bits of 1 - x. Where the series is steep, rows are narrow. d, and its product with
 /// the slope, are exact.
 inline QuickAngle ArcSineByTable(double x, double sign) {
+    assert(x >= kNearZero && x < kNearOne && std::fabs(sign) == 1.0);
     constexpr std::uint64_t kFirstRow = std::bit_cast<std::uint64_t>(0x1p-6) >> 48;
     ArcSineSeriesPart const &part = kArcSineSeriesTable[(BitsOf(1.0 - x) >> 48) - kFirstRow];
     std::array<double, 9> const &f = part.factors;
@@ -146,12 +151,14 @@ double BeyondSine(double s, double z) {
 
 /// The arc sine of x, |x| < 2^-4.
 inline QuickAngle SmallArcSine(double x) {
+    assert(std::fabs(x) < kNearZero);
     double const beyond = BeyondSine(x, x * x);
     return {x, 0.0, beyond, kArcSeriesError * std::fabs(x) + kArcSeriesRounding * std::fabs(beyond)};
 }
 
 /// The arc cosine of x from [1 - 2^-6, 1), or with the sign -1 its negative: 2 asin sqrt((1 - x) / 2).
 inline QuickAngle SmallArcCosine(double x, double sign) {
+    assert(x >= kNearOne && x < 1.0 && std::fabs(sign) == 1.0);
     double const z = 0.5 - 0.5 * x, inverse = 0.5 / z, root = std::sqrt(z), beyond = 2.0 * BeyondSine(root, z);
     TwoPart const parts = CutInTwo(root);
     double const left = (z - parts.head * parts.head) - parts.tail * (root + parts.head);
@@ -187,6 +194,7 @@ TwoPart FromSmallerAngle(double x, NearAngle const &angle) {
 /// The arc sine or the arc cosine of x, |x| < 1, when the quick phase could not tell. `accurate` is asked last.
 template <bool IsCosine>
 [[gnu::cold]] double SlowArcOf(double x, double (*accurate)(double, Approximation const &)) {
+    assert(std::fabs(x) < 1.0);
     double const size = std::fabs(x);
     TwoPart const parts = Split(size), root = RootOfOneMinusSquare(size, parts);
     NearAngle const angle = size < kByItself ? ArcSineOf(parts, root) : ArcSineOf(root, parts);

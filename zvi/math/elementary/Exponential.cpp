@@ -2,6 +2,7 @@
 #include "zvi/math/elementary/Elementary.h"
 #include "zvi/math/elementary/ExponentialDetail.h"
 
+#include <cassert>
 #include <limits>
 
 namespace zvi::lib {
@@ -57,6 +58,7 @@ double ErrorOfSum(double x) {
 
 /// e^x + sign e^-x for x from 0 on; half of it is the hyperbolic function.
 inline ScaledValue SumOfPowers(double x, double sign) {
+    assert(x >= 0.0);
     ExponentialSeries const series(x, 0.0);
     ScaledValue const up = series.Up();
     if (x > kOnePowerOnly)
@@ -67,8 +69,9 @@ inline ScaledValue SumOfPowers(double x, double sign) {
     return {sum.head, sum.tail + (up.tail + scale * down.tail), up.exponent};
 }
 
-/// sinh(c + r) = sinh c cosh r + cosh c sinh r with c of the table.
+/// sinh(c + r) = sinh c cosh r + cosh c sinh r with c of the table, for x from [0, kTableEnd).
 Approximation SmallSinh(double x) {
+    assert(x >= 0.0 && x < kTableEnd);
     double const shifted = x * 64.0 + kToInteger;
     double const r = x - (shifted - kToInteger) * (1.0 / 64.0);
     HyperbolicPart const c = kHyperbolicTable[static_cast<unsigned>(LowInteger(shifted))];

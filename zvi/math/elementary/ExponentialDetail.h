@@ -2,6 +2,8 @@
 
 #include "zvi/math/elementary/TwoPartDetail.h"
 
+#include <cassert>
+
 namespace zvi::lib::math {
 
 /// (head + tail) times 2^exponent, with the head from [0.99, 2.01).
@@ -25,6 +27,7 @@ inline constexpr double kExponentialError = 0x1.8p-67;
 class ExponentialSeries {
 public:
     ExponentialSeries(double x, double tail) {
+        assert(std::fabs(x) < 1000.0 && std::fabs(tail) < 0x1p-7);
         double const shifted = x * kStepsPerUnit + kToInteger;
         double const steps = shifted - kToInteger;
         m_steps = LowInteger(shifted);

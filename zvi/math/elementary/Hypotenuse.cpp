@@ -2,6 +2,7 @@
 #include "zvi/math/elementary/Elementary.h"
 
 #include <algorithm>
+#include <cassert>
 #include <limits>
 
 namespace zvi::lib {
@@ -25,12 +26,14 @@ constexpr double kRootError = 0x1p-73;
 /// The multiple next to x, from [0, greatest], of a unit that goes into `greatest` 2^24 to 2^25 times: a sum of three
 /// squares of such multiples is exact.
 double HeadOnUnit(double x, double greatest) {
+    assert(0.0 <= x && x <= greatest);
     double const shift = greatest * 0x1p28;
     return (x + shift) - shift;
 }
 
-/// Of head + tail, the head exact, by the root of their sum and one step of Newton's.
+/// Of head + tail, which is above 0, the head exact, by the root of their sum and one step of Newton's.
 Approximation RootOf(double head, double tail) {
+    assert(head + tail > 0.0);
     double const square = head + tail, inverse = 0.5 / square;
     double const root = std::sqrt(square);
     TwoPart const parts = CutInTwo(root);

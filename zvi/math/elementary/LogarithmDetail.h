@@ -2,6 +2,8 @@
 
 #include "zvi/math/elementary/TwoPartDetail.h"
 
+#include <cassert>
+
 namespace zvi::lib::math {
 
 /// The error of a logarithm; near 1, where no number of the table is added to the series, in parts of it.
@@ -15,6 +17,12 @@ inline constexpr double kLogarithmErrorNearOne = 0x1p-68;
 inline constexpr double kQuickLogarithmError = 0x1.4p-51;
 inline constexpr double kQuickLogarithmTailError = 0x1p-84;
 
+/// Whether x is normal, above 0 and finite.
+inline bool IsPositiveAndNormal(double x) {
+    constexpr std::uint64_t kLeast = std::uint64_t{1} << 52, kEnd = std::uint64_t{0x7ff} << 52;
+    return BitsOf(x) - kLeast < kEnd - kLeast;
+}
+
 /// Logarithms of finite numbers above 0.
 /// P. T. P. Tang, "Table-driven implementation of the logarithm function in IEEE floating-point arithmetic", ACM
 /// Transactions on Mathematical Software 16 (1990), with short reciprocals c after S. Gal and B. Bachelis, "An accurate
@@ -22,8 +30,9 @@ inline constexpr double kQuickLogarithmTailError = 0x1p-84;
 /// computed exactly, give log x = k log 2 - log c + r - r^2 / 2 + ...
 class LogarithmSeries {
 public:
-    /// Of x 2^exponent; x is normal.
+    /// Of x 2^exponent; x is normal, above 0 and finite.
     explicit LogarithmSeries(double x, int exponent = 0) {
+        assert(IsPositiveAndNormal(x));
         constexpr std::uint64_t kLeastMantissa = 0x3fe6a00000000000; // of z: 0.707
         constexpr std::uint64_t kExponentBits = std::uint64_t{0xfff} << 52;
         std::uint64_t const bits = BitsOf(x), above = bits - kLeastMantissa;
@@ -71,12 +80,6 @@ inline constexpr double kLeastNormal = 0x1p-1022;
 /// Of x, finite and above 0.
 inline LogarithmSeries LogarithmOf(double x) {
     return x < kLeastNormal ? LogarithmSeries(x * 0x1p54, -54) : LogarithmSeries(x);
-}
-
-/// Whether x is normal, above 0 and finite.
-inline bool IsPositiveAndNormal(double x) {
-    constexpr std::uint64_t kLeast = std::uint64_t{1} << 52, kEnd = std::uint64_t{0x7ff} << 52;
-    return BitsOf(x) - kLeast < kEnd - kLeast;
 }
 
 } // namespace zvi::lib::math

@@ -3,6 +3,7 @@
 #include "zvi/math/elementary/ExponentialDetail.h"
 #include "zvi/math/elementary/LogarithmDetail.h"
 
+#include <cassert>
 #include <limits>
 
 namespace zvi::lib {
@@ -55,6 +56,7 @@ double PowerBeyond(double size) {
 
 /// x > 0 and y are finite; x is not 1, y not 0.
 double PowerOfPositive(double x, double y) {
+    assert(x > 0.0 && x < kInfinity && x != 1.0 && std::fabs(y) < kInfinity && y != 0.0);
     if (std::fabs(y) < kSmallPower)
         return 1.0;
     Approximation const log = LogarithmOf(x).Quick();

@@ -4,6 +4,7 @@
 #include "zvi/math/elementary/TablesDetail.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 
 namespace zvi::lib::math {
@@ -53,6 +54,8 @@ std::uint32_t BitsFrom(ProductLimbs const &product, int from) {
 } // namespace
 
 QuarterTurns QuarterTurnsOf(double angle, int limbs) {
+    assert(std::isfinite(angle) && std::fabs(angle) >= 0.5);
+    assert(limbs == kFastLimbs || limbs == kAccurateLimbs);
     constexpr int kMantissaBits = 53;
     int exponent = 0;
     double const fraction = std::frexp(std::fabs(angle), &exponent);

@@ -20,7 +20,7 @@ struct QuarterTurns {
 inline constexpr int kFastLimbs = 8;
 inline constexpr int kAccurateLimbs = 14;
 
-/// A finite angle of at least 1/2, in radians, computed with so many limbs of 2 / pi.
+/// A finite angle of at least 1/2, in radians, computed with one of these numbers of limbs of 2 / pi.
 /// M. H. Payne, R. N. Hanek, "Radian reduction for trigonometric functions", ACM SIGNUM Newsletter 18 (1983): of the
 /// product with 2 / pi only those bits are computed that count for the rest and for two bits of the whole.
 QuarterTurns QuarterTurnsOf(double angle, int limbs);

@@ -2,6 +2,7 @@
 #include "zvi/math/elementary/Elementary.h"
 #include "zvi/math/elementary/QuarterTurnsDetail.h"
 
+#include <cassert>
 #include <limits>
 
 namespace zvi::lib {
@@ -28,8 +29,9 @@ struct Reduced {
 };
 
 /// W. J. Cody, W. Waite, "Software Manual for the Elementary Functions" (1980): steps times pi / 256 is subtracted in
-/// parts whose products are exact.
+/// parts whose products are exact. The angle is below kGreatestBySteps.
 Reduced ReduceBySteps(double angle) {
+    assert(std::fabs(angle) < kGreatestBySteps);
     /// A rest below this is nearly a multiple of the step: then the first two parts cancel, and the others count.
     constexpr double kCancelled = 0x1p-27;
     double const shifted = angle * kStepsPerRadian + kToInteger;
@@ -45,7 +47,7 @@ Reduced ReduceBySteps(double angle) {
     return {index, sum.head, sum.tail};
 }
 
-/// The same for any angle, by the bits of 2 / pi.
+/// The same for any angle of at least 1/2, by the bits of 2 / pi.
 Reduced ReduceByBits(double angle) {
     QuarterTurns const turns = QuarterTurnsOf(angle, kFastLimbs);
     std::uint64_t const bits = std::uint64_t{turns.limbs[0]} << 32 | turns.limbs[1];
@@ -67,8 +69,9 @@ Reduced ReduceByBits(double angle) {
     return {whole + static_cast<unsigned>(steps), radians.head, tail};
 }
 
-/// The same by steps of up to 31 bits, unless what is left is too small for that.
+/// The same by steps of up to 31 bits, unless what is left is too small for that; below kGreatestByLongSteps.
 Reduced ReduceByLongSteps(double angle) {
+    assert(std::fabs(angle) < kGreatestByLongSteps);
     constexpr double kTooSmall = 0x1p-24;
     double const shifted = angle * kStepsPerRadian + kToInteger;
     double const steps = shifted - kToInteger;

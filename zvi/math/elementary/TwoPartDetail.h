@@ -8,6 +8,7 @@
 #include "zvi/math/elementary/TablesDetail.h"
 
 #include <bit>
+#include <cassert>
 #include <cmath>
 #include <cstdint>
 
@@ -29,6 +30,7 @@ inline TwoPart Sum(double a, double b) {
 
 /// a, |a| below 2^990, in two parts of 26 bits each.
 inline TwoPart Split(double a) {
+    assert(std::fabs(a) < 0x1p990);
     constexpr double kSplitter = 0x1p27 + 1.0;
     double const scaled = kSplitter * a;
     double const head = scaled - (scaled - a);
@@ -53,6 +55,7 @@ inline TwoPart CutInTwo(double a) {
 template <int Bits>
 double OnGrid(double a) {
     constexpr double kShift = 1.5 * static_cast<double>(std::uint64_t{1} << (52 - Bits));
+    assert(std::fabs(a) < kShift / 3.0);
     return (a + kShift) - kShift;
 }
 
@@ -79,6 +82,7 @@ inline bool Rounds(Approximation const &a, double &value) {
 
 /// 2^exponent for a normal result.
 inline double PowerOfTwo(int exponent) {
+    assert(exponent >= -1022 && exponent <= 1023);
     return FromBits(static_cast<std::uint64_t>(exponent + 1023) << 52);
 }
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cassert>
 #include <cmath>
 #include <limits>
 
@@ -24,6 +25,7 @@ constexpr int kEndExponent = 1024;
 
 /// Moves the limbs down by 0 to 255 bits; what falls out is lost.
 WideFloat::Limbs ShiftedDown(WideFloat::Limbs const &limbs, int bits) {
+    assert(bits >= 0 && bits < kBits);
     WideFloat::Limbs shifted{};
     int const whole = bits / kLimbBits, part = bits % kLimbBits;
     for (int i = 0; i + whole < kLimbs; ++i) {
@@ -35,7 +37,7 @@ WideFloat::Limbs ShiftedDown(WideFloat::Limbs const &limbs, int bits) {
     return shifted;
 }
 
-/// 64 bits of the limbs, `from` bits below the highest one.
+/// 64 bits of the limbs, `from` bits below the highest one, 192 at most.
 std::uint64_t Window(WideFloat::Limbs const &limbs, int from) {
     WideFloat::Limbs const low = ShiftedDown(limbs, kBits - 64 - from);
     return std::uint64_t{low[1]} << kLimbBits | low[0];
@@ -44,6 +46,7 @@ std::uint64_t Window(WideFloat::Limbs const &limbs, int from) {
 } // namespace
 
 WideFloat::WideFloat(double x) : m_isNegative(x < 0.0) {
+    assert(std::isfinite(x));
     if (x == 0.0)
         return;
     auto const mantissa = static_cast<std::uint64_t>(std::ldexp(std::frexp(std::fabs(x), &m_exponent), 64));
@@ -139,6 +142,7 @@ WideFloat WideFloat::operator*(WideFloat const &other) const {
 }
 
 WideFloat WideFloat::Over(std::uint32_t divisor) const {
+    assert(divisor != 0);
     WideFloat quotient = *this;
     std::uint64_t rest = 0;
     for (int i = kLimbs - 1; i >= 0; --i) {
@@ -163,6 +167,7 @@ double WideFloat::Mantissa() const {
 
 /// Newton's steps y += y (1 - x y) double the bits of y that are right: 50, 100, 200, all.
 WideFloat WideFloat::Inverse() const {
+    assert(!IsZero());
     WideFloat const x(m_limbs, 0);
     WideFloat y(1.0 / Mantissa());
     for (int step = 0; step < 3; ++step)
@@ -176,6 +181,7 @@ WideFloat WideFloat::Inverse() const {
 WideFloat WideFloat::Root() const {
     if (IsZero())
         return {};
+    assert(!IsNegative());
     int const odd = m_exponent & 1; // also of a negative exponent
     WideFloat const x(m_limbs, odd);
     WideFloat y(1.0 / std::sqrt(std::ldexp(Mantissa(), odd)));

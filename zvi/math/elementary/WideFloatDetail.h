@@ -29,7 +29,7 @@ public:
     WideFloat operator*(WideFloat const &other) const;
     /// Requires a divisor that is not 0.
     WideFloat operator/(WideFloat const &other) const { return *this * other.Inverse(); }
-    /// Divided by a small number.
+    /// Divided by a small number, which is not 0.
     WideFloat Over(std::uint32_t divisor) const;
     /// Times 2^exponent.
     WideFloat Scaled(int exponent) const;

@@ -1,5 +1,6 @@
 #include "zvi/math/func/MMathFunc.h"
 
+#include <cassert>
 #include <cmath>
 #include <optional>
 
@@ -56,6 +57,7 @@ Pair LargestPair(Vec3 c) {
 }
 
 Vec2 Take(Vec3 v, Pair pair) {
+    assert(pair != Pair::None);
     if (pair == Pair::XY)
         return {v.x, v.y};
     return pair == Pair::YZ ? Vec2{v.y, v.z} : Vec2{v.z, v.x};

@@ -1,6 +1,7 @@
 #include "zvi/math/elementary/Elementary.h"
 #include "zvi/math/func/MMathFunc.h"
 
+#include <cassert>
 #include <cmath>
 #include <cstddef>
 #include <optional>
@@ -57,8 +58,10 @@ DistinctRing DistinctRingOf(int n, double const pts[][2]) {
     return ring;
 }
 
-// Side 1 if the inside lies to the left of the first edge, so that the offset goes away from it, else 2.
+// Side 1 if the inside of a ring of two vertices at least lies to the left of the first edge, so that the offset goes
+// away from it, else 2.
 int SideAwayFromInside(DistinctRing const &ring, int n, double const pts[][2]) {
+    assert(ring.vertices.size() > 1);
     Vec2 const edge = ring.vertices[1] - ring.vertices[0];
     Vec2 const middle = ring.vertices[0] + edge * 0.5;
     double probe[2];
@@ -79,7 +82,9 @@ std::optional<Vec2> MiterOf(Vec2 before, Vec2 after) {
     return (after - before) / sine;
 }
 
+// Moves the vertices of a ring, of which there is one at least; false, and none is moved, where edges have no miter.
 bool MoveVertices(std::vector<Vec2> &vertices, double leftward) {
+    assert(!vertices.empty());
     std::size_t const count = vertices.size();
     std::vector<Vec2> moved(count);
     Vec2 before = Unit(vertices[0] - vertices[count - 1]);

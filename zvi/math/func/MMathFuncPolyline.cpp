@@ -4,6 +4,7 @@
 #include "zvi/math/func/MMathFuncDetail.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <utility>
 
@@ -82,6 +83,7 @@ struct Box {
 };
 
 Box BoxOf(int n, double const points[][2]) {
+    assert(n > 0);
     Box box{Load2(points[0]), Load2(points[0])};
     for (int i = 1; i < n; ++i) {
         box.low = {std::min(box.low.x, points[i][0]), std::min(box.low.y, points[i][1])};

@@ -3,6 +3,7 @@
 #include "zvi/math/func/MMathFunc.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -48,6 +49,7 @@ enum class Rounding { Nearest, AwayFromZero, TowardZero };
 
 // The whole number that `size`, at least 0, is rounded to. The slack is what a decimal loses on its way through binary.
 double WholeOf(double size, Rounding rounding) {
+    assert(size >= 0.0);
     double const slack = size * kDecimalSlack;
     double const whole = std::floor(size + slack);
     double const rest = size - whole;
