@@ -6,6 +6,7 @@
 #include "zvi/command/Degrees.h"
 #include "zvi/math/elementary/Elementary.h"
 
+#include <cassert>
 #include <cmath>
 
 namespace zvi::lib::command {
@@ -52,6 +53,7 @@ TagSymbolNode const kBuiltInSymbols[kBuiltInSymbolCount] = {
 };
 
 ParseFaultKind FunctionFault(TagSymbolNode const &symbol, double x) {
+    assert(symbol.function);
     if ((symbol.function == AsinDegrees || symbol.function == AcosDegrees) && (x < -1.0 || x > 1.0))
         return ParseFaultKind::kInverseSine;
     if (symbol.function == TanDegrees && x == kRightAngle)

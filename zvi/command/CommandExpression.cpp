@@ -6,6 +6,7 @@
 #include "zvi/command/OrderedPowerDetail.h"
 
 #include <array>
+#include <cassert>
 #include <cmath>
 
 namespace zvi::lib::command {
@@ -151,6 +152,7 @@ bool CommandGrammar::Power(Operator const &op, ParseNumber &base, ParseNumber co
 /// At ")": takes the open parenthesis, and the function in front of it, off the stack.
 bool CommandGrammar::CloseParenthesis() {
     Operator const &open = m_operators.Pop();
+    assert(open.token == '(' && m_openParentheses > 0);
     TagSymbolNode const *const function = open.function;
     --m_openParentheses;
     ParseNumber &value = m_values.Top();

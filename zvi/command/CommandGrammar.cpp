@@ -3,6 +3,7 @@
 #include "zvi/math/elementary/Elementary.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <string_view>
 
@@ -42,6 +43,7 @@ std::int64_t Truncated64(double value) {
 /// Smallest x at which a * x modulo m lies from `low` to `high`, where a < m and low <= high < m; -1 if there is none.
 /// The remainders are stepped through as Euclid's algorithm does. Products of m and what is below it must fit 64 bits.
 std::int64_t FirstWithin(std::uint64_t a, std::uint64_t m, std::uint64_t low, std::uint64_t high) {
+    assert(a < m && low <= high && high < m);
     if (low == 0)
         return 0;
     if (a == 0)
@@ -54,9 +56,10 @@ std::int64_t FirstWithin(std::uint64_t a, std::uint64_t m, std::uint64_t low, st
     return y < 0 ? -1 : static_cast<std::int64_t>((low + m * static_cast<std::uint64_t>(y) + a - 1) / a);
 }
 
-/// How many values a by-to walk holds; -1 for a walk without end. It goes on while it is not beyond its bound, across
-/// the wrap of 32 bits where it must.
+/// How many values a by-to walk of integers holds; -1 for a walk without end. It goes on while it is not beyond its
+/// bound, across the wrap of 32 bits where it must.
 std::int64_t LengthOfWalk(ParseValue const &range, bool up) {
+    assert(range.kind == kParseByTo);
     constexpr std::int64_t kWrap = std::int64_t{1} << 32;
     // Beyond the bound, as distances from the first value.
     std::int64_t const low =

@@ -3,6 +3,7 @@
 #include "zvi/base/RoomInPlace.h"
 #include "zvi/command/Parser.h"
 
+#include <cassert>
 #include <cstddef>
 
 namespace zvi::lib::command {
@@ -13,13 +14,21 @@ class TextStack {
 public:
     /// A new entry at the top, of which nothing is set.
     T &Push() {
+        assert(m_size < lexer1::kBufferBytes);
         if (m_size == m_entries.Capacity())
             m_entries.Grow(lexer1::kBufferBytes, m_size);
         return m_entries[m_size++];
     }
-    /// The entry that was at the top, which is there until the next one is pushed.
-    T const &Pop() { return m_entries[--m_size]; }
-    T &Top() { return m_entries[m_size - 1]; }
+    /// The entry that was at the top, which is there until the next one is pushed; the stack is not empty.
+    T const &Pop() {
+        assert(m_size > 0);
+        return m_entries[--m_size];
+    }
+    /// The entry at the top of a stack that is not empty.
+    T &Top() {
+        assert(m_size > 0);
+        return m_entries[m_size - 1];
+    }
     int Size() const { return static_cast<int>(m_size); }
 
 private:

@@ -3,6 +3,7 @@
 #include "zvi/command/NormalizeCommandText.h"
 #include "zvi/units/MUnitCtrl.h"
 
+#include <cassert>
 #include <functional>
 #include <utility>
 
@@ -84,7 +85,9 @@ public:
 private:
     enum class In { kNothing, kNumber, kLetters, kOther };
 
+    /// Puts the number and the letters behind it into the result.
     void AddConverted() {
+        assert(!m_number.sources.empty() && !m_letters.sources.empty());
         m_convert(m_letters.text);
         m_result.Add(L'(', m_number.sources.front());
         m_result.Add(m_number);

@@ -18,8 +18,8 @@ public:
     /// Deletes it.
     ~MParser() override;
 
-    /// As `ParsingNumberArg`, once the length units have become factors to the current length
-    /// unit of `unit`. Returns 0 for an empty text too.
+    /// As `ParsingNumberArg`, once the length units have become factors to the current length unit of `unit`. Returns 0
+    /// for an empty text too.
     int ParsingUNumberArg(CString const &text, MUnitCtrl *unit);
     /// The same for one integer.
     int ParsingUINumberArg(CString const &text, MUnitCtrl *unit);

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <numeric>
@@ -172,6 +173,7 @@ public:
     /// The same for the plain characters in a row that stand at `at`, the first of which is one; gives the index behind
     /// them.
     std::size_t TakePlain(TypedText const &text, std::size_t at) {
+        assert(at < text.size() && IsPlain(text.chars[at]));
         PutBetween(After::kItemAndBlank, L',', text.Source(at));
         m_state = After::kItem;
         std::size_t const begin = at;
@@ -207,6 +209,7 @@ private:
 
 template <class Text>
 bool StartsWith(Text const &text, std::size_t at, std::wstring_view word) {
+    assert(at <= text.size());
     if (text.size() - at < word.size())
         return false;
     for (std::size_t i = 0; i < word.size(); ++i) {
@@ -310,6 +313,7 @@ using LineRoom = base::RoomInPlace<T, kMostShortLine + 64>;
 
 /// Ends a line that the normalised text makes up from `begin` on.
 CString Finished(wchar_t *line, wchar_t *begin, wchar_t *end) {
+    assert(line <= begin && begin <= end);
     if (end > begin && end[-1] == L',')
         end[-1] = L' ';
     return CString::OfUnits(std::wstring(line, end));

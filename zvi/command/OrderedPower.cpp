@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <cmath>
 #include <cstddef>
 
@@ -29,6 +30,7 @@ struct Product {
 /// 1 or below it, and the steps are the same until product * distance has crossed a middle between two last places. The
 /// divisions are off by less than two steps, so four are left to the multiplication, and so is every tie.
 std::int32_t StepsAlike(double product, double step, double distance, std::int32_t most) {
+    assert(std::fabs(distance) < kNearOne && distance != 0.0 && most > 0);
     double const lastPlace = distance > 0.0 ? 0x1p-52 : 0x1p-53;
     double const end = (step + 0.5 * lastPlace) / distance;
     double const steps = (end - product) / step - 4.0;

@@ -4,6 +4,7 @@
 #include "zvi/command/NormalizedLineDetail.h"
 
 #include <algorithm>
+#include <cassert>
 #include <string>
 #include <string_view>
 
@@ -65,6 +66,7 @@ int Parser::_Parsing(CString const &text) {
 
 /// The start word, a blank, and the normalised text.
 int Parser::ParseAs(int startWord, CString const &text) {
+    assert(startWord >= kTokenGetPosition && startWord <= kTokenArgTo);
     // The built-in reserved words are in the order of their tokens.
     std::string_view const word = m_symbols.GetReservedWord(startWord - kTokenGetPosition).text;
     CString const line = command::NormalizedLine(word, text);

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cassert>
 #include <memory>
 #include <utility>
 
@@ -122,8 +123,9 @@ void VMCommand::AddRun(Run const &run) {
         Add(run.kind, run.count, [&run](Run &added) { added = run; });
 }
 
-/// Arguments in a row, each the integer 0.
+/// Arguments in a row, one at least, each the integer 0.
 std::unique_ptr<VMArguement[]> VMCommand::NewBlock(std::int32_t count) {
+    assert(count > 0);
     auto const size = static_cast<std::size_t>(count);
     auto block = std::make_unique<VMArguement[]>(size);
     for (std::size_t i = 1; i < size; ++i)
@@ -137,7 +139,9 @@ VMArguement *VMCommand::AddBlock(std::int32_t count) {
     return m_moreBlocks.back().get();
 }
 
+/// Puts what a run stands for behind the last argument of a chain that is there.
 void VMCommand::AppendToChain(Run const &run) {
+    assert(m_last);
     m_last->next = AddBlock(run.count);
     for (std::int32_t i = 0; i < run.count; ++i) {
         m_last = m_last->next;
