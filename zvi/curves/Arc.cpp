@@ -4,6 +4,7 @@
 #include "zvi/math/func/MMathFunc.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 
 namespace zvi::lib::curves {
@@ -33,8 +34,9 @@ double SignedDirection(double x, double y) {
     return MMathFunc::mathCrossAngle2D(1.0, 0.0, x, y);
 }
 
-/// Widens the box by the quarter point at `quarter` times 90 degrees.
+/// Widens the box by the quarter point at `quarter`, 0 or more, times 90 degrees.
 void WidenToQuarter(int quarter, double const *center, double radius, T_REGION2D_G &box) {
+    assert(quarter >= 0);
     switch (quarter % kQuarters) {
     case 0:
         box.MaxX = std::max(box.MaxX, center[0] + radius);

@@ -10,6 +10,7 @@
 #include "zvi/curves/domains/VtexXIndexDetail.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace zvi::lib {
 
@@ -53,8 +54,9 @@ void MapCurvIds(zvi::MArray<int> &curv, zvi::MArray<unsigned int> const &ids) {
     }
 }
 
-/// Cuts off the tail by which a hole hangs, and maps its edges to their ids.
+/// Cuts off the tail by which a hole with vertices hangs, and maps its edges to their ids.
 void MapHole(DM_SURF_SUB &hole, zvi::MArray<unsigned int> const &ids) {
+    assert(!hole.Vtex.Empty());
     std::size_t const last = hole.Vtex.Size() - 1;
     std::size_t first = 0;
     while (hole.Vtex[first] != hole.Vtex[last])

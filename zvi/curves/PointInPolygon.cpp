@@ -6,6 +6,7 @@
 #include "zvi/math/small/MMatrixLib.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <limits>
 
@@ -71,10 +72,11 @@ bool IsSteeper(T_POINT2D const &c, T_POINT2D const &d) {
     return std::fabs(c.y - d.y) > kFlattestSlope * std::fabs(c.x - d.x);
 }
 
-/// Settles edges against the ray from `p` to the left of `box`, or says that it cannot.
+/// Settles edges against the ray from `p`, which lies in `box`, to the left of that, or says that it cannot.
 class RayFilter {
 public:
     RayFilter(T_POINT2D const &p, T_REGION2D const &box) : m_p(p) {
+        assert(MGeomFunc::IsPointInRegion2(p, box, 1) != 0);
         double const size = LargestCoordinate(box);
         double const ray = p.x - box.MinX + kRayOvershoot;
         double const height = HeightMargin(box);
@@ -141,7 +143,9 @@ T_REGION2D BoxOf(T_POINT2D const *points, std::size_t count) {
 } // namespace
 
 PointInPolygon::PointInPolygon(T_POINT2D const *vertices, std::size_t count)
-    : m_vertices(vertices), m_count(count), m_box(BoxOf(vertices, count)) {}
+    : m_vertices(vertices), m_count(count), m_box(BoxOf(vertices, count)) {
+    assert(vertices || count == 0);
+}
 
 double PointInPolygon::Reach() const {
     return HeightMargin(m_box);
@@ -153,6 +157,7 @@ double PointInPolygon::Slack() const {
 }
 
 bool PointInPolygon::IsSteep(std::size_t edge) const {
+    assert(edge < m_count);
     T_POINT2D const &start = m_vertices[edge], &end = m_vertices[edge + 1 == m_count ? 0 : edge + 1];
     return IsSteeper(start, end);
 }
@@ -210,7 +215,10 @@ private:
         return true;
     }
 
-    T_POINT2D const &EndOf(std::size_t edge) const { return m_vertices[edge + 1 == m_count ? 0 : edge + 1]; }
+    T_POINT2D const &EndOf(std::size_t edge) const {
+        assert(edge < m_count);
+        return m_vertices[edge + 1 == m_count ? 0 : edge + 1];
+    }
 
     T_POINT2D const *m_vertices;
     std::size_t m_count;
@@ -244,6 +252,7 @@ int PointInPolygon::ContainsAmong(T_POINT2D const &p, int closed, std::span<Edge
 }
 
 int EdgeCrossings::Count(std::size_t edge) {
+    assert(edge < m_count);
     T_POINT2D const &start = m_vertices[edge];
     T_POINT2D const &end = m_vertices[edge + 1 == m_count ? 0 : edge + 1];
     int const code = MGeomFunc::GetTopologyOfTwoLines(m_line, {start.x, start.y, end.x, end.y});

@@ -2,13 +2,15 @@
 
 #include "zvi/curves/GeomRecords.h"
 
+#include <cassert>
 #include <cstddef>
 #include <span>
 
 namespace zvi::lib::curves {
 
 /// The test of `MGeomFunc::IsPointInPolygon2` with the polygon's box found once, for many points against one polygon.
-/// It looks at the vertices it was given; they must outlive it unchanged.
+/// It looks at the vertices it was given; they must outlive it unchanged. Edges have the number of the vertex that they
+/// begin at.
 class PointInPolygon {
 public:
     PointInPolygon(T_POINT2D const *vertices, std::size_t count);
@@ -51,7 +53,9 @@ private:
 class EdgeCrossings {
 public:
     EdgeCrossings(T_LINE2D const &line, T_POINT2D const *vertices, std::size_t count)
-        : m_line(line), m_vertices(vertices), m_count(count) {}
+        : m_line(line), m_vertices(vertices), m_count(count) {
+        assert(vertices || count == 0);
+    }
 
     /// What the edge from vertex `edge` to the next one adds.
     int Count(std::size_t edge);

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <cmath>
 #include <span>
 #include <utility>
@@ -77,6 +78,7 @@ private:
 
     /// The lower and the upper end of an edge.
     std::pair<double, double> RangeOf(std::size_t edge) const {
+        assert(edge < m_vertices.size());
         return std::minmax({m_vertices[edge].y, m_vertices[edge + 1 == m_vertices.size() ? 0 : edge + 1].y});
     }
 
@@ -124,7 +126,9 @@ private:
         return static_cast<std::size_t>(std::clamp((y - m_low) * m_stepsOfUnit, 0.0, m_steps - 1.0));
     }
 
+    /// The strip of a height; of strips between ends, one from the first bound on.
     std::size_t StripOf(double y) const {
+        assert(m_bounds.empty() || y >= m_bounds.front());
         std::size_t const step = StepOf(y);
         if (m_bounds.empty())
             return step;

@@ -17,8 +17,10 @@ namespace {
 /// Cells are at least 2 to this power wide, in drawing units; smaller boxes share a cell.
 constexpr int kSmallestCell = -60;
 
-/// Exponent of the cell size for an extent: the second power of two above it, so that most boxes lie in one cell.
+/// Exponent of the cell size for an extent, 0 or more: the second power of two above it, so that most boxes lie in one
+/// cell.
 int CellExponent(double extent) {
+    assert(extent >= 0.0);
     constexpr int kExponentBias = 1023;
     constexpr int kMantissaBits = 52;
     int const exponent = static_cast<int>(std::bit_cast<std::uint64_t>(extent) >> kMantissaBits) - kExponentBias;

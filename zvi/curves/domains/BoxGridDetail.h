@@ -19,6 +19,7 @@ inline bool Holds(T_REGION2D const &box, T_POINT2D const &p) {
 /// cell of each level.
 class BoxGrid {
 public:
+    /// The box has finite sides and is not inside out.
     void Insert(T_REGION2D const &box, int number);
     /// Takes out what `Insert` put in; no other box has the number.
     void Remove(T_REGION2D const &box, int number);

@@ -1,6 +1,7 @@
 #include "zvi/curves/domains/CurvIdIndexDetail.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace zvi::lib::curves {
 
@@ -17,6 +18,7 @@ int CurvIdIndex::FindFirst(MArray<unsigned int> const &ids, unsigned int id) {
         m_searched += static_cast<std::size_t>(found - ids.begin());
         return found == ids.end() ? -1 : static_cast<int>(found - ids.begin());
     }
+    assert(m_seen <= ids.Size()); // the list only grew
     for (; m_seen < ids.Size(); ++m_seen) {
         if (m_seen == 0 || ids[m_seen] != ids[m_seen - 1])
             m_first.try_emplace(ids[m_seen], static_cast<int>(m_seen));

@@ -43,6 +43,7 @@ DM_SURF &DivisionTree::Next() {
 }
 
 bool DivisionTree::AddHalves(DM_SURF outA, DM_SURF outB) {
+    assert(m_current >= 0 && m_nodes[Index(m_current)].outA < 0);
     auto const current = Index(m_current);
     std::size_t const size = m_nodes[current].surf.Vtex.Size();
     if (size <= m_room) {
@@ -59,6 +60,7 @@ bool DivisionTree::AddHalves(DM_SURF outA, DM_SURF outB) {
 }
 
 void DivisionTree::MoveWholeOnes(MArray<DM_SURF> &domains) {
+    assert(!m_nodes.empty());
     std::vector<std::size_t> round{0};
     for (std::vector<std::size_t> next; !round.empty(); round.swap(next)) {
         next.clear();

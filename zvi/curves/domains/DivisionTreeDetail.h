@@ -24,12 +24,12 @@ public:
     void AddRoot(DM_SURF surf);
 
     bool HasNext() const { return !m_waiting.empty(); }
-    /// The next domain to divide; it stays where it is until another one is added.
+    /// The next domain to divide, which there is; it stays where it is until another one is added.
     DM_SURF &Next();
     /// Puts the halves below the last `Next`. False when one of them equals a domain above it.
     bool AddHalves(DM_SURF outA, DM_SURF outB);
 
-    /// Appends the domains that were not divided, in the order of rounds.
+    /// Appends the domains below the root that were not divided, in the order of rounds.
     void MoveWholeOnes(MArray<DM_SURF> &domains);
 
 private:

@@ -57,9 +57,9 @@ void DomainGraph::AddHalfEdges(VertexStars const &stars) {
     int half = 0;
     for (int node = 0; node < NodeCount(); ++node) {
         int const vtex = Vtex(node);
-        for (VertexStars::Spoke const *spoke = stars.begin(vtex); spoke != stars.end(vtex); ++spoke, ++half) {
-            int &met = m_halfOfEdge[Index(spoke->Edge())];
-            m_halfEdges[Index(half)] = {node, Node(spoke->far), met, spoke->edgeAndSide};
+        for (VertexStars::EdgeEnd const *edgeEnd = stars.begin(vtex); edgeEnd != stars.end(vtex); ++edgeEnd, ++half) {
+            int &met = m_halfOfEdge[Index(edgeEnd->Edge())];
+            m_halfEdges[Index(half)] = {node, Node(edgeEnd->far), met, edgeEnd->edgeAndSide};
             if (met >= 0)
                 m_halfEdges[Index(met)].twin = half;
             met = half;

@@ -5,6 +5,7 @@
 #include "zvi/curves/DomainRecords.h"
 #include "zvi/curves/domains/VertexStarsDetail.h"
 
+#include <cassert>
 #include <cstddef>
 #include <vector>
 
@@ -43,8 +44,14 @@ public:
     int EndOut(int node) const { return m_firstOut[base::Index(node) + 1]; }
     int Degree(int node) const { return EndOut(node) - FirstOut(node); }
     /// The neighbours, round `node`, of a half-edge that leaves it.
-    int Clockwise(int node, int half) const { return (half == FirstOut(node) ? EndOut(node) : half) - 1; }
-    int CounterClockwise(int node, int half) const { return half + 1 == EndOut(node) ? FirstOut(node) : half + 1; }
+    int Clockwise(int node, int half) const {
+        assert(Origin(half) == node);
+        return (half == FirstOut(node) ? EndOut(node) : half) - 1;
+    }
+    int CounterClockwise(int node, int half) const {
+        assert(Origin(half) == node);
+        return half + 1 == EndOut(node) ? FirstOut(node) : half + 1;
+    }
     /// Whether two edges of the node may run along one another.
     bool IsNarrow(int node) const { return m_isNarrow[base::Index(node)] != 0; }
 

@@ -70,6 +70,8 @@ bool DomainIndex::IsCutOut(Domain const &domain, T_POINT2D const &point) const {
 }
 
 void DomainIndex::AddLastHole(int domain) {
+    assert(Index(domain) < m_domains.size() &&
+           Index(m_domains[Index(domain)].holeCount) + 1 == m_surfs[Index(domain)].Holes.Size());
     TakeUpHole(domain, static_cast<int>(m_surfs[Index(domain)].Holes.Size()) - 1);
 }
 

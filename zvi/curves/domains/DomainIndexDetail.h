@@ -21,11 +21,11 @@ public:
     DomainIndex(MArray<DM_SURF> const &domains, MArray<DM_VTEX> const &coordinates)
         : m_surfs(domains), m_coordinates(coordinates) {}
 
-    /// The first domain, from `first` on, that has the point in its loop and in none of its holes; -1 for none. Domains
-    /// that were appended since the last call are taken up.
+    /// The first domain, from `first` (0 or more) on, that has the point in its loop and in none of its holes; -1 for
+    /// none. Domains that were appended since the last call are taken up.
     int FirstWith(DM_VTEX const &point, int first);
 
-    /// Takes up the last hole of a domain.
+    /// Takes up the last hole of a domain that was taken up before it had that hole.
     void AddLastHole(int domain);
 
 private:

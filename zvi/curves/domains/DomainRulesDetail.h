@@ -3,6 +3,7 @@
 #include "zvi/core/MArray.h"
 #include "zvi/curves/DomainRecords.h"
 
+#include <cassert>
 #include <cmath>
 #include <cstddef>
 #include <utility>
@@ -24,6 +25,7 @@ inline constexpr long long kDivisionsPerEdge = 10;
 
 /// The other end of an edge of `vtex`.
 inline int FarEnd(std::pair<int, int> const &ends, int vtex) {
+    assert(ends.first == vtex || ends.second == vtex);
     return ends.first == vtex ? ends.second : ends.first;
 }
 

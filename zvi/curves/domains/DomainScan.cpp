@@ -5,6 +5,8 @@
 #include "zvi/curves/domains/DomainRulesDetail.h"
 #include "zvi/curves/domains/PlainDivisionDetail.h"
 
+#include <cassert>
+
 namespace zvi::lib::curves {
 
 using base::Index;
@@ -84,6 +86,7 @@ bool DomainScan::RetryAbandoned(Abandoned &known) {
 /// hold a point now never will, and what took the loop has the point on the border of that hole from now on. With
 /// coordinates beyond all measure neither is sure, and every domain is asked again.
 int DomainScan::AddToHoles(std::vector<int> const &loop, int first) {
+    assert(loop.size() > 1);
     DM_VTEX const &middle = m_graph.Coordinate(m_graph.Origin(loop[(loop.size() + 1) / 2]));
     bool const isMeasurable = m_graph.IsMeasurable();
     int const domain = isMeasurable ? m_index.FirstWith(middle, first) : FirstDomainWith(middle);

@@ -146,6 +146,7 @@ bool LoopDivider::IsInSector(int corner, int half) const {
 }
 
 void LoopDivider::Append(OpenList &list, int half) {
+    assert(half != list.last);
     if (list.first < 0) {
         list.first = half;
     } else {
@@ -279,6 +280,7 @@ LoopDivider::Step LoopDivider::FollowChord(int loop, int corner, int chord, int 
 /// The chord joins two corners of the loop: the right loop runs from a to b and back along the chord, the left one from
 /// b to a and on along the chord.
 LoopDivider::Step LoopDivider::Split(int loop, int cornerA, int cornerB, int &outA, int &outB) {
+    assert(cornerA != cornerB && LoopOf(cornerA) == loop && LoopOf(cornerB) == loop);
     if (!IsInSector(cornerB, m_graph.Twin(m_walk.back())))
         return Step::kUnproven;
     for (int const half : m_walk) {
@@ -384,6 +386,7 @@ void LoopDivider::AppendHole(int hole, int owner) {
 /// The walk came back to itself: a loop hangs from the boundary, by a tail or directly. The walk becomes a hole of the
 /// loop, and what it encloses a loop of its own, run the other way.
 LoopDivider::Step LoopDivider::Hang(int loop, std::size_t loopAt, int &outA, int &outB) {
+    assert(loopAt < m_walk.size());
     m_holeOfEdge.resize(m_loopOf.size(), -1);
     std::vector<int> enclosed;
     for (std::size_t i = m_walk.size(); i-- > loopAt;)

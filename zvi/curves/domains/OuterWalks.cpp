@@ -37,6 +37,7 @@ void OuterWalks::MarkEdge(int half) {
 }
 
 void OuterWalks::CountDown(int node) {
+    assert(m_openCount[Index(node)] > 0);
     if (--m_openCount[Index(node)] == 1)
         m_loose.push_back(node);
 }

@@ -28,9 +28,10 @@ public:
     /// of the stubs that finished domains leave behind.
     void BarLooseEnds();
 
-    /// Walks from `start` along its steepest falling edge, turning right as sharply as it can, until the walk meets
-    /// itself. `loop` gets the half-edges of the closed part. False at a dead end; since no node keeps a single
-    /// unfinished edge, that happens behind the first edge only, and it happens at every later try as well.
+    /// Walks from `start`, a node with edges, along its steepest falling edge, turning right as sharply as it can,
+    /// until the walk meets itself. `loop` gets the half-edges of the closed part. False at a dead end; since no node
+    /// keeps a single unfinished edge, that happens behind the first edge only, and it happens at every later try as
+    /// well.
     bool Walk(int start, std::vector<int> &loop);
 
 private:

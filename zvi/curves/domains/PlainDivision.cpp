@@ -6,6 +6,7 @@
 #include "zvi/curves/domains/DomainRulesDetail.h"
 
 #include <algorithm>
+#include <cassert>
 #include <utility>
 
 namespace zvi::lib::curves {
@@ -29,6 +30,7 @@ void ReverseLoop(DM_SURF_SUB &loop) {
 
 /// Appends the entries of `curv` from `from` up to, but not including, `to`, going round.
 void AppendRun(MArray<int> const &curv, std::size_t from, std::size_t to, MArray<int> &out) {
+    assert(from < curv.Size() && to < curv.Size());
     for (std::size_t i = from; i != to; i = i + 1 == curv.Size() ? 0 : i + 1)
         out.PushBack(curv[i]);
 }
@@ -143,6 +145,7 @@ int PlainDivision::FindChordAt(Corner const &corner) {
 
 void PlainDivision::HangLoop(DM_SURF const &surf, DM_SURF &path, DM_SURF const &loop, DM_SURF &outA, DM_SURF &outB) {
     m_maker.Util_FillCurvDirArrayInSurf(path);
+    assert(path.Curv.Size() >= loop.Curv.Size());
     // The tail reaches from the boundary to the loop. Of it, the part behind the junction nearest to the loop stays.
     for (std::size_t i = path.Curv.Size() - loop.Curv.Size(); i-- > 0;) {
         if (CountOpenEdges(path.Vtex[i]) > 2) {

@@ -46,11 +46,11 @@ DM_VTEX Difference(DM_VTEX const &to, DM_VTEX const &from) {
     return {to.x - from.x, to.y - from.y};
 }
 
-/// A spoke and where it points.
+/// An end of an edge and where it points.
 struct Ray {
     double turn;
     DM_VTEX direction;
-    VertexStars::Spoke spoke;
+    VertexStars::EdgeEnd edgeEnd;
 };
 
 /// Inserts a ray among those before it, behind equal ones.
@@ -92,20 +92,20 @@ bool AnyNarrow(std::size_t count, DirectionAt directionAt) {
 } // namespace
 
 VertexStars::VertexStars(MArray<std::pair<int, int>> const &edgeVtex, MArray<MArray<int>> const &vtexEdges)
-    : m_edgeCount(edgeVtex.Size()), m_firstSpoke(vtexEdges.Size() + 1), m_isNarrow(vtexEdges.Size()) {
+    : m_edgeCount(edgeVtex.Size()), m_firstEnd(vtexEdges.Size() + 1), m_isNarrow(vtexEdges.Size()) {
     std::size_t count = 0;
     for (std::size_t i = 0; i < vtexEdges.Size(); ++i) {
         count += vtexEdges[i].Size();
-        m_firstSpoke[i + 1] = static_cast<int>(count);
+        m_firstEnd[i + 1] = static_cast<int>(count);
     }
-    m_spokes.resize(count);
-    Spoke *spoke = m_spokes.data();
+    m_ends.resize(count);
+    EdgeEnd *edgeEnd = m_ends.data();
     for (std::size_t i = 0; i < vtexEdges.Size(); ++i) {
         int const vtex = static_cast<int>(i);
         for (int const edge : vtexEdges[i]) {
             auto const &[first, second] = edgeVtex[Index(edge)];
             bool const runsBack = first != vtex;
-            *spoke++ = {runsBack ? first : second, 2 * edge + (runsBack ? 1 : 0)};
+            *edgeEnd++ = {runsBack ? first : second, 2 * edge + (runsBack ? 1 : 0)};
         }
     }
 }
@@ -115,12 +115,12 @@ void VertexStars::DropDuplicates() {
     std::vector<int> seenFrom(Index(VtexCount()), -1);
     bool isAny = false;
     for (int vtex = 0; vtex < VtexCount(); ++vtex) {
-        for (Spoke const *spoke = begin(vtex); spoke != end(vtex); ++spoke) {
-            if (isAny && isDuplicate[Index(spoke->Edge())] != 0)
+        for (EdgeEnd const *edgeEnd = begin(vtex); edgeEnd != end(vtex); ++edgeEnd) {
+            if (isAny && isDuplicate[Index(edgeEnd->Edge())] != 0)
                 continue;
-            int &seen = seenFrom[Index(spoke->far)];
+            int &seen = seenFrom[Index(edgeEnd->far)];
             if (seen == vtex) {
-                isDuplicate[Index(spoke->Edge())] = 1;
+                isDuplicate[Index(edgeEnd->Edge())] = 1;
                 isAny = true;
             }
             seen = vtex;
@@ -148,8 +148,8 @@ std::vector<int> VertexStars::DropDangling() {
         loose.pop_back();
         if (degree[Index(vtex)] != 1)
             continue;
-        auto const isLeft = [&](Spoke const &spoke) { return isDangling[Index(spoke.Edge())] == 0; };
-        Spoke const &last = *std::find_if(begin(vtex), end(vtex), isLeft);
+        auto const isLeft = [&](EdgeEnd const &edgeEnd) { return isDangling[Index(edgeEnd.Edge())] == 0; };
+        EdgeEnd const &last = *std::find_if(begin(vtex), end(vtex), isLeft);
         isDangling[Index(last.Edge())] = 1;
         dropped.push_back(last.Edge());
         for (int const side : {vtex, last.far}) {
@@ -164,16 +164,16 @@ std::vector<int> VertexStars::DropDangling() {
 void VertexStars::Drop(std::vector<char> const &isDropped) {
     std::size_t kept = 0;
     std::size_t at = 0;
-    for (std::size_t vtex = 0; vtex + 1 < m_firstSpoke.size(); ++vtex) {
-        std::size_t const behind = Index(m_firstSpoke[vtex + 1]);
-        m_firstSpoke[vtex] = static_cast<int>(kept);
+    for (std::size_t vtex = 0; vtex + 1 < m_firstEnd.size(); ++vtex) {
+        std::size_t const behind = Index(m_firstEnd[vtex + 1]);
+        m_firstEnd[vtex] = static_cast<int>(kept);
         for (; at < behind; ++at) {
-            if (isDropped[Index(m_spokes[at].Edge())] == 0)
-                m_spokes[kept++] = m_spokes[at];
+            if (isDropped[Index(m_ends[at].Edge())] == 0)
+                m_ends[kept++] = m_ends[at];
         }
     }
-    m_firstSpoke.back() = static_cast<int>(kept);
-    m_spokes.resize(kept);
+    m_firstEnd.back() = static_cast<int>(kept);
+    m_ends.resize(kept);
     m_isAnyDropped = true;
 }
 
@@ -186,38 +186,38 @@ void VertexStars::SortByAngle(MArray<DM_VTEX> const &coordinates) {
 
 /// Sorts about one vertex; whether two of its edges may run along one another.
 bool VertexStars::SortAt(int vtex, MArray<DM_VTEX> const &coordinates) {
-    Spoke *const spokes = m_spokes.data() + m_firstSpoke[Index(vtex)];
+    EdgeEnd *const ends = m_ends.data() + m_firstEnd[Index(vtex)];
     std::size_t const count = Index(Degree(vtex));
     DM_VTEX const at = coordinates[Index(vtex)];
     if (count <= kFewEdges) {
         Ray rays[kFewEdges];
         for (std::size_t i = 0; i < count; ++i) {
-            DM_VTEX const direction = Difference(coordinates[Index(spokes[i].far)], at);
-            InsertByTurn(rays, i, {TurnOf(direction), direction, spokes[i]});
+            DM_VTEX const direction = Difference(coordinates[Index(ends[i].far)], at);
+            InsertByTurn(rays, i, {TurnOf(direction), direction, ends[i]});
         }
         if (AreSurelyInOrder(rays, count)) {
             for (std::size_t i = 0; i < count; ++i)
-                spokes[i] = rays[i].spoke;
+                ends[i] = rays[i].edgeEnd;
             return AnyNarrow(count, [&](std::size_t i) { return rays[i].direction; });
         }
     }
     SortByDegrees(vtex, coordinates);
-    return AnyNarrow(count, [&](std::size_t i) { return Difference(coordinates[Index(spokes[i].far)], at); });
+    return AnyNarrow(count, [&](std::size_t i) { return Difference(coordinates[Index(ends[i].far)], at); });
 }
 
 void VertexStars::SortByDegrees(int vtex, MArray<DM_VTEX> const &coordinates) {
-    Spoke *const spokes = m_spokes.data() + m_firstSpoke[Index(vtex)];
-    std::vector<Spoke> const before(begin(vtex), end(vtex));
+    EdgeEnd *const ends = m_ends.data() + m_firstEnd[Index(vtex)];
+    std::vector<EdgeEnd> const before(begin(vtex), end(vtex));
     std::vector<int> places;
     std::vector<double> angles;
-    for (Spoke const &spoke : before) {
-        DM_VTEX const direction = Difference(coordinates[Index(spoke.far)], coordinates[Index(vtex)]);
+    for (EdgeEnd const &edgeEnd : before) {
+        DM_VTEX const direction = Difference(coordinates[Index(edgeEnd.far)], coordinates[Index(vtex)]);
         places.push_back(static_cast<int>(places.size()));
         angles.push_back(DirectionAngle(direction.x, direction.y));
     }
     MQSort::QSortDblWithIndex(places.data(), angles.data(), places.size());
     for (std::size_t i = 0; i < before.size(); ++i)
-        spokes[i] = before[Index(places[i])];
+        ends[i] = before[Index(places[i])];
 }
 
 void VertexStars::CopyTo(MArray<MArray<int>> &vtexEdges) const {
@@ -227,8 +227,8 @@ void VertexStars::CopyTo(MArray<MArray<int>> &vtexEdges) const {
         MArray<int> &edges = vtexEdges[Index(vtex)];
         edges.Resize(Index(Degree(vtex)));
         int *to = edges.Data();
-        for (Spoke const *spoke = begin(vtex); spoke != end(vtex); ++spoke)
-            *to++ = spoke->Edge();
+        for (EdgeEnd const *edgeEnd = begin(vtex); edgeEnd != end(vtex); ++edgeEnd)
+            *to++ = edgeEnd->Edge();
     }
 }
 
@@ -236,8 +236,8 @@ bool VertexStars::IsScattered() const {
     double sum = 0;
     double count = 0;
     for (int vtex = 0; vtex < VtexCount(); vtex += kScatterSample) {
-        for (Spoke const *spoke = begin(vtex); spoke != end(vtex); ++spoke, ++count)
-            sum += std::abs(spoke->far - vtex);
+        for (EdgeEnd const *edgeEnd = begin(vtex); edgeEnd != end(vtex); ++edgeEnd, ++count)
+            sum += std::abs(edgeEnd->far - vtex);
     }
     return sum > kScattered * static_cast<double>(VtexCount()) * count;
 }

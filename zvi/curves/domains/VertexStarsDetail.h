@@ -16,7 +16,7 @@ namespace zvi::lib::curves {
 class VertexStars {
 public:
     /// An edge as seen from one of its ends.
-    struct Spoke {
+    struct EdgeEnd {
         int far;         ///< the other end
         int edgeAndSide; ///< twice the edge, plus 1 when the edge runs from the far end to this one
 
@@ -25,12 +25,12 @@ public:
 
     VertexStars(MArray<std::pair<int, int>> const &edgeVtex, MArray<MArray<int>> const &vtexEdges);
 
-    int VtexCount() const { return static_cast<int>(m_firstSpoke.size()) - 1; }
-    Spoke const *begin(int vtex) const { return m_spokes.data() + m_firstSpoke[base::Index(vtex)]; }
-    Spoke const *end(int vtex) const { return m_spokes.data() + m_firstSpoke[base::Index(vtex) + 1]; }
-    int Degree(int vtex) const { return m_firstSpoke[base::Index(vtex) + 1] - m_firstSpoke[base::Index(vtex)]; }
+    int VtexCount() const { return static_cast<int>(m_firstEnd.size()) - 1; }
+    EdgeEnd const *begin(int vtex) const { return m_ends.data() + m_firstEnd[base::Index(vtex)]; }
+    EdgeEnd const *end(int vtex) const { return m_ends.data() + m_firstEnd[base::Index(vtex) + 1]; }
+    int Degree(int vtex) const { return m_firstEnd[base::Index(vtex) + 1] - m_firstEnd[base::Index(vtex)]; }
     /// Whether two edges of the vertex may run along one another: neighbours in the order of angles are nearest to one
-    /// another, so no two edges do when no two neighbours do. Known once the spokes are sorted.
+    /// another, so no two edges do when no two neighbours do. Known once the ends are sorted.
     bool IsNarrow(int vtex) const { return m_isNarrow[base::Index(vtex)] != 0; }
 
     /// Of the edges that join the same two vertices the first one in a list stays. An edge whose ends are one vertex
@@ -38,7 +38,7 @@ public:
     void DropDuplicates();
     /// Drops, until none is left, the only edge of a vertex; gives the dropped edges.
     std::vector<int> DropDangling();
-    /// Sorts the spokes of each vertex with more than two of them by their direction angles in degrees; equal angles
+    /// Sorts the ends of each vertex with more than two of them by their direction angles in degrees; equal angles
     /// stay as they are.
     void SortByAngle(MArray<DM_VTEX> const &coordinates);
 
@@ -54,8 +54,8 @@ private:
     void SortByDegrees(int vtex, MArray<DM_VTEX> const &coordinates);
 
     std::size_t m_edgeCount;
-    std::vector<int> m_firstSpoke; ///< by vertex; one more entry marks the end
-    std::vector<Spoke> m_spokes;
+    std::vector<int> m_firstEnd; ///< by vertex; one more entry marks the end
+    std::vector<EdgeEnd> m_ends;
     std::vector<char> m_isNarrow;
     bool m_isAnyDropped = false;
 };
