@@ -6,6 +6,7 @@
 #include "zvi/host/Timers.h"
 
 #include <algorithm>
+#include <cassert>
 #include <iterator>
 #include <memory>
 #include <new>
@@ -152,8 +153,9 @@ void MProcessMgr::OnTimer(void *, unsigned int, std::uint64_t id, unsigned long)
         StopTimer();
 }
 
-/// One slot's part of a pass.
+/// The pass of a slot with a run.
 void MProcessMgr::PassSlot(int slot) {
+    assert(m_slots[slot]);
     MProcessObj &object = *m_slots[slot];
     ProcessSlot &shared = SlotOf(object);
     if (object.IsThreadAlive()) {
@@ -170,6 +172,7 @@ int MProcessMgr::WaitForOutput(unsigned int milliseconds) {
 
 /// Takes a run out of its slot, which is then as before the first.
 MProcessObj *MProcessMgr::Release(int slot) {
+    assert(m_slots[slot]);
     SlotOf(*m_slots[slot]).Reset(nullptr);
     return std::exchange(m_slots[slot], nullptr);
 }

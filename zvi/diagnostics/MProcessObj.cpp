@@ -3,6 +3,7 @@
 #include "zvi/diagnostics/ProcessWorkerDetail.h"
 #include "zvi/host/WorkerThread.h"
 
+#include <cassert>
 #include <functional>
 #include <system_error>
 #include <utility>
@@ -60,6 +61,7 @@ void MProcessObj::SetParameters(int threadPriority, unsigned int stopExitCode, i
 }
 
 bool MProcessObj::StartThread() {
+    assert(parameters.object && !m_thread.joinable());
     try {
         m_hasThreadEnded = false;
         m_thread = std::thread(diagnostics::RunChild, std::cref(parameters));

@@ -61,7 +61,7 @@ public:
     /// Asks the worker to stop the child at its next pass.
     void RequestStop() { m_runFlag = 0; }
 
-    /// Starts the worker. False when the host has no thread for it.
+    /// Starts the worker, once, when the parameters are set. False when the host has no thread for it.
     bool StartThread();
     /// Whether the worker is still there.
     bool IsThreadAlive() const { return !m_hasThreadEnded; }

@@ -1,6 +1,7 @@
 #include "zvi/diagnostics/ProcessMessagesDetail.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstdint>
 #include <utility>
 
@@ -45,6 +46,7 @@ std::string_view ProcessMessages::OwnBytes(ProcessMessage const &message) const 
 }
 
 void ProcessMessages::TakeNext(std::wstring &text, T_PROCESS_MSG &about) {
+    assert(HasNext());
     ProcessMessage const &message = m_messages[m_next];
     std::string_view const kept = message.kept ? std::string_view(*message.kept).substr(0, message.keptSize) : "";
     std::string_view const own = OwnBytes(message);

@@ -39,7 +39,8 @@ public:
     /// Adds a message; the child's own bytes are copied unless it shares them.
     void Add(ProcessMessage message, std::string_view ownBytes);
 
-    /// Puts the next message together and goes on to the one behind. `text` and `about` hold until the next call.
+    /// Puts the next message, which there is, together and goes on to the one behind. `text` and `about` hold until the
+    /// next call.
     void TakeNext(std::wstring &text, T_PROCESS_MSG &about);
 
     /// Forgets all, and keeps a moderate amount of memory for the next ones.

@@ -49,7 +49,7 @@ public:
     ProcessMessages messages;
 
 private:
-    /// Copies what there is room for and gives its number.
+    /// Copies what there is room for and gives its number. Here and below the lock is held.
     std::size_t CopyIn(std::string_view bytes);
     /// Copies all that the ring holds to `bytes`, which holds `kRingSize`.
     std::string_view CopyOut(char *bytes) const;

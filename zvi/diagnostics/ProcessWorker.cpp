@@ -4,6 +4,7 @@
 #include "zvi/diagnostics/ProcessSlotDetail.h"
 #include "zvi/host/WorkerThread.h"
 
+#include <cassert>
 #include <chrono>
 #include <cstring>
 
@@ -86,6 +87,7 @@ private:
 } // namespace
 
 std::string_view LineEnds::Mended(std::string_view output) {
+    assert(output.size() <= kReadSize);
     char *end = m_mended.data();
     while (!output.empty()) {
         std::size_t const place = output.find('\n');

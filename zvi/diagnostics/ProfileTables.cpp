@@ -4,6 +4,7 @@
 #include "zvi/diagnostics/ProfileTablesDetail.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cwchar>
 #include <iterator>
 
@@ -27,6 +28,7 @@ ProfileTables::Recent &ProfileTables::RecentOf(wchar_t const *literal) {
 }
 
 T_PROFILE_D *ProfileTables::Find(wchar_t const *name) {
+    assert(name);
     Recent &recent = RecentOf(name);
     if (recent.literal == name && std::wcscmp(recent.record->name, name) == 0)
         return &recent.record->data;
@@ -38,6 +40,7 @@ T_PROFILE_D *ProfileTables::Find(wchar_t const *name) {
 }
 
 T_PROFILE_D *ProfileTables::Add(wchar_t const *file, int line, wchar_t const *name) {
+    assert(name && !m_records.Lookup(CString(name)));
     int const id = static_cast<int>(m_names.size()) + 1;
     CString const label(FormatWide(L"%s(%d) %s", file, line, name));
     CString const key(name);

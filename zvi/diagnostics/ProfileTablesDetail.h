@@ -17,7 +17,7 @@ class ProfileTables {
 public:
     ProfileTables();
 
-    /// The record of a name; null when there is none.
+    /// The record of a name, which is not null; null when there is none.
     T_PROFILE_D *Find(wchar_t const *name);
     /// Makes the record of a name that has none, without calls. All tables are as they were when memory cannot be had.
     T_PROFILE_D *Add(wchar_t const *file, int line, wchar_t const *name);
