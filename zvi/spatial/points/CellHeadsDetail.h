@@ -2,6 +2,7 @@
 
 #include "zvi/core/internal/HashBins.h"
 
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -35,10 +36,20 @@ public:
         return m_heads;
     }
 
-    Entry *&operator[](std::uint32_t cell) { return m_heads[cell]; }
-    Entry *operator[](std::uint32_t cell) const { return m_heads[cell]; }
+    /// The first entry of a cell of the table.
+    Entry *&operator[](std::uint32_t cell) {
+        assert(cell < Count());
+        return m_heads[cell];
+    }
+    Entry *operator[](std::uint32_t cell) const {
+        assert(cell < Count());
+        return m_heads[cell];
+    }
     /// The head of the cell, to be read on from there through its row.
-    Entry *const *At(std::uint32_t cell) const { return m_heads + cell; }
+    Entry *const *At(std::uint32_t cell) const {
+        assert(cell < Count());
+        return m_heads + cell;
+    }
     std::uint32_t Count() const { return m_heads ? m_count : 0; }
 
 private:

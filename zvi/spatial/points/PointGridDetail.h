@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -62,8 +63,9 @@ public:
         return cell < m_block.total ? &m_heads[cell] : nullptr;
     }
 
-    /// Takes the node behind the link out of its chain.
+    /// Takes the node behind the link, which there is, out of its chain.
     void Remove(Node **link) {
+        assert(*link);
         Node *const node = *link;
         *link = node->next;
         m_pool.Free(node);

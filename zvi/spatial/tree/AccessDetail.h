@@ -3,6 +3,7 @@
 #include "zvi/spatial/tree/ExtentDetail.h"
 #include "zvi/spatial/tree/FamilyDetail.h"
 
+#include <cassert>
 #include <typeinfo>
 
 namespace zvi::lib::spatial {
@@ -62,11 +63,19 @@ struct Access {
     /// Whether the node is one of its parent's children; a copy of one is not.
     static bool IsChild(Node const &node) { return !node.m_pool.m_ownsStock; }
     /// The family that a child is in.
-    static Family<Space> &SiblingsOf(Node const &node) { return *FamilyOf(*node.m_parent); }
-    static Node *ChildOf(Node const &node, int index) { return node.m_children[index]; }
+    static Family<Space> &SiblingsOf(Node const &node) {
+        assert(IsChild(node) && node.m_parent && FamilyOf(*node.m_parent));
+        return *FamilyOf(*node.m_parent);
+    }
+    /// A child by its number, 0 to below `Family::kCount`; null in a leaf.
+    static Node *ChildOf(Node const &node, int index) {
+        assert(index >= 0 && index < Family<Space>::kCount);
+        return node.m_children[index];
+    }
 
-    /// Makes a child in its place.
+    /// Makes a child, by such a number, in its place.
     static void MakeChild(Family<Space> &family, int index, Node &parent) {
+        assert(index >= 0 && index < Family<Space>::kCount);
         Node *const child =
             ::new (static_cast<void *>(family.Nodes() + index)) Node(parent.m_tree, &family.stocks[index]);
         child->m_parent = &parent;

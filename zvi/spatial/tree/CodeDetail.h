@@ -2,6 +2,7 @@
 
 #include "zvi/spatial/tree/ExtentDetail.h"
 
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -111,9 +112,10 @@ private:
     double m_scale[dimension];
 };
 
-/// Place of the first code from `first` on that may meet the query; `count` when there is none.
+/// Place of the first code from `first`, `count` at most, on that may meet the query; `count` when there is none.
 template <int dimension>
 std::size_t NextToMeet(Code<dimension> const *codes, std::size_t first, std::size_t count, Code<dimension> query) {
+    assert(first <= count);
 #if defined(__GNUC__)
     if constexpr (dimension == 2) {
         // Eight codes at a time.

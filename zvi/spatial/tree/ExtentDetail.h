@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cassert>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -114,9 +115,10 @@ template <int dimension>
     return isWithin ? static_cast<int>(kAllAxes<dimension> & ~isLow) : kPartCount<dimension>;
 }
 
-/// A part of the region by its number. Without branches as well.
+/// A part of the region by its number, below `kPartCount`. Without branches as well.
 template <int dimension>
 Extent<dimension> PartOf(Extent<dimension> const &region, int part) {
+    assert(part >= 0 && part < kPartCount<dimension>);
     Extent<dimension> result;
     for (int a = 0; a < dimension; ++a) {
         double const planes[] = {region.min[a], Mid(region.min[a], region.max[a]), region.max[a]};

@@ -4,6 +4,7 @@
 #include "zvi/spatial/tree/MemoryDetail.h"
 #include "zvi/spatial/tree/StockDetail.h"
 
+#include <cassert>
 #include <cstddef>
 
 namespace zvi::lib::spatial {
@@ -48,8 +49,15 @@ struct alignas(64) Family {
 
     explicit Family(Extent<Space::kDimension> const &cut) : region(cut) {}
 
-    static Family &Of(Node *firstChild) { return *(reinterpret_cast<Family *>(firstChild) - 1); }
-    static Family const &Of(Node const *firstChild) { return *(reinterpret_cast<Family const *>(firstChild) - 1); }
+    /// The family of the first of its nodes.
+    static Family &Of(Node *firstChild) {
+        assert(firstChild);
+        return *(reinterpret_cast<Family *>(firstChild) - 1);
+    }
+    static Family const &Of(Node const *firstChild) {
+        assert(firstChild);
+        return *(reinterpret_cast<Family const *>(firstChild) - 1);
+    }
 
     Node *Nodes() { return reinterpret_cast<Node *>(this + 1); }
     Node const *Nodes() const { return reinterpret_cast<Node const *>(this + 1); }

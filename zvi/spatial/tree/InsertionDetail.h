@@ -7,6 +7,7 @@
 #include "zvi/spatial/tree/WayDetail.h"
 
 #include <array>
+#include <cassert>
 #include <cstddef>
 #include <new>
 
@@ -169,6 +170,7 @@ private:
         return true;
     }
 
+    /// Puts an object where its box leads to below a node.
     static void Descend(Node &node, Object &object, Box const &box) {
         int const capacity = Of::InfoOf(node).capacity;
         Way<Space> way(node);
@@ -280,7 +282,9 @@ private:
         stock.Remember(cluster);
     }
 
+    /// Gives a leaf with this region children, and them its objects.
     static void Split(Node &node, Box const &region) {
+        assert(!Of::FamilyOf(node));
         Of::SetFamily(node, NewFamily(node, region));
         try {
             Distribute(node);

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -22,10 +23,12 @@ public:
 
     static constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
 
-    /// `boxAt(place)` is the box of a trusted object, and one that holds everything of any other.
+    /// Of one object at least. `boxAt(place)` is the box of a trusted object, and one that holds everything of any
+    /// other.
     template <typename BoxAt>
     LongIndex(std::size_t count, BoxAt boxAt)
         : m_frame(Nothing<Space::kDimension>()), m_splits(std::bit_ceil(RunsOf(count))) {
+        assert(count > 0);
         std::vector<Entry> entries(count);
         for (std::size_t i = 0; i < count; ++i)
             entries[i] = {boxAt(i), static_cast<std::uint32_t>(i)};

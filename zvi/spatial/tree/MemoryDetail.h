@@ -4,6 +4,7 @@
 #include "zvi/spatial/tree/CodeDetail.h"
 
 #include <bit>
+#include <cassert>
 #include <cstddef>
 #include <new>
 
@@ -35,7 +36,7 @@ public:
             ::operator delete (family, std::align_val_t{kCacheLine});
     }
 
-    /// For `capacity` objects, a power of two, with their codes.
+    /// For `capacity` objects, a power of two below 2^32, with their codes.
     static void *TakeEntries(Memory *memory, std::size_t capacity) noexcept {
         return memory ? Take(memory->m_treeMemory, memory->m_freeEntries[std::countr_zero(capacity)], Bytes(capacity))
                       : ::operator new (Bytes(capacity), std::align_val_t{kCacheLine}, std::nothrow);
@@ -55,6 +56,7 @@ private:
     };
 
     static std::size_t Bytes(std::size_t capacity) {
+        assert(std::has_single_bit(capacity));
         return capacity * (sizeof(Code<Space::kDimension>) + sizeof(Object *));
     }
 

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -47,11 +48,17 @@ public:
     /// Places up to the last object, holes included.
     std::size_t End() const { return m_count; }
     Word const *Codes() const { return m_codes; }
-    /// Null in a hole.
-    Object *At(std::size_t place) const { return Objects()[place]; }
+    /// The object at a place in front of the end; null in a hole.
+    Object *At(std::size_t place) const {
+        assert(place < m_count);
+        return Objects()[place];
+    }
     Object *const *Objects() const { return reinterpret_cast<Object *const *>(m_codes + Capacity()); }
     bool HasUntrusted() const { return m_hasUntrusted; }
-    bool IsTrusted(std::size_t place) const { return m_codes[place] != kUntrustedCode; }
+    bool IsTrusted(std::size_t place) const {
+        assert(place < m_count);
+        return m_codes[place] != kUntrustedCode;
+    }
 
     /// Asks for the memory of a short pool.
     void PrefetchAll() const {
@@ -84,6 +91,7 @@ public:
 
     /// The same, whatever the first object is.
     void Put(Object *object, Word code) noexcept {
+        assert(HasRoom());
         m_codes[m_count] = code;
         MutableObjects()[m_count] = object;
         ++m_count;
@@ -91,7 +99,9 @@ public:
             MeetUntrusted();
     }
 
+    /// Takes out what is at a place in front of the end, and no hole.
     void RemoveAt(std::size_t place) noexcept {
+        assert(At(place));
         if (m_extras && m_extras->index && place < m_extras->index->Covered()) {
             MutableObjects()[place] = nullptr;
             if (++m_extras->holes > m_count / 2)

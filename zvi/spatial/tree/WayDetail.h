@@ -3,6 +3,8 @@
 #include "zvi/spatial/tree/AccessDetail.h"
 #include "zvi/spatial/tree/PrefetchDetail.h"
 
+#include <cassert>
+
 namespace zvi::lib::spatial {
 
 /// A place in the tree that is come to from above, by the families alone.
@@ -16,7 +18,9 @@ public:
 
     explicit Way(Node &start) : family(Of::FamilyOf(start)), m_start(&start) {}
 
+    /// Goes on into a child, of which there are some, by its number.
     void Enter(int child) {
+        assert(family && child >= 0 && child < Family<Space>::kCount);
         m_siblings = family;
         m_child = child;
         family = family->families[child];

@@ -16,15 +16,19 @@ using FloatPoint = std::array<float, 3>;
 struct Cube {
     float half;   ///< of its edge
     float within; ///< farthest that a place may be along the axes to lie in the cube so well that no rounding counts
-    float near;   ///< farthest that the corners of a triangle may be for that; with both, rounding makes out less than
-                  ///< 2e-5 of the cube where 1e-4 of it are left
+    float near;   ///< farthest that the corners of a triangle may be for that
 
     explicit Cube(float halfEdge)
-        : half(halfEdge), within(IsMeasurable(halfEdge) ? halfEdge * (1.0f - 1e-4f) : -1.0f), near(halfEdge * 16.0f) {}
+        : half(halfEdge), within(IsMeasurable(halfEdge) ? halfEdge * (1.0f - kLeft) : -1.0f), near(halfEdge * kNear) {}
 
 private:
+    /// Of corners that are up to so many half edges away rounding makes out less than 2e-5 of the cube, where this part
+    /// of it is left.
+    static constexpr float kNear = 16.0f, kLeft = 1e-4f;
     /// Half edges between which nothing overflows or loses its digits.
-    static bool IsMeasurable(float half) { return half > 1e-8f && half < 1e8f; }
+    static constexpr float kLeast = 1e-8f, kGreatest = 1e8f;
+
+    static bool IsMeasurable(float half) { return half > kLeast && half < kGreatest; }
 };
 
 /// Whether no axis separates a triangle from the cube: the separating axis test of T. Akenine-Moeller, "Fast 3D

@@ -32,6 +32,7 @@ public:
     static TriangleGrid *Make(float const *box, long divisions, float minCell);
 
     std::uint32_t CellCount() const { return m_block.total; }
+    /// The triangles of a cell below `CellCount`.
     TriangleNode const *Chain(std::uint32_t cell) const { return m_heads[cell]; }
     std::int32_t ItemCount() const { return m_itemCount; }
 
