@@ -3,6 +3,7 @@
 #include "zvi/base/KeySort.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstdint>
 #include <functional>
 #include <tuple>
@@ -91,6 +92,7 @@ std::vector<int> OrderOf(std::vector<Box> const &boxes, Box const &all, std::vec
 } // namespace
 
 BoxIndex::BoxIndex(std::vector<Box> const &boxes, base::Workers const &workers, std::vector<int> const &groups) {
+    assert(groups.empty() || groups.size() == boxes.size());
     Box all = boxes.empty() ? Box{} : boxes.front();
     for (Box const &box : boxes)
         all = Around(all, box);

@@ -16,7 +16,8 @@ class BoxIndex {
 public:
     static constexpr int kNoGroup = -1;
 
-    /// Boxes of one group, by number, can be passed over in a search; no `groups` means that none has one.
+    /// Boxes of one group, by number, can be passed over in a search; `groups` has that of each box, or is empty, which
+    /// means that none has one.
     BoxIndex(std::vector<Box> const &boxes, base::Workers const &workers, std::vector<int> const &groups = {});
 
     /// Fills `out` with the indices of the boxes that meet `query` (touching counts), but for those of a group, in an

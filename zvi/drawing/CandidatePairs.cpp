@@ -3,6 +3,7 @@
 #include "zvi/base/Buckets.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace zvi::lib::drawing {
 
@@ -135,6 +136,7 @@ std::size_t CandidatePairs::PartCount() const {
 
 std::pair<std::size_t, std::size_t> CandidatePairs::RangeOf(std::size_t part) const {
     std::size_t const count = m_index.IsCrowded() ? Index(m_edgeCount) : m_pairs.size(), parts = PartCount();
+    assert(part < parts);
     return {part * count / parts, (part + 1) * count / parts};
 }
 
@@ -206,6 +208,7 @@ void CandidatePairs::FindNeighbours(NetworkEdge const &connector, int owner, Box
 
 std::vector<EdgePair> CandidatePairs::OfConnectors(int first, std::vector<int> const &owners) {
     std::vector<EdgePair> found;
+    assert(Index(first) + owners.size() == m_network.edges.size());
     if (owners.empty())
         return found;
     m_firstBegins.assign(Index(m_edgeCount) + 1, 0);

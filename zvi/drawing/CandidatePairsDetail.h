@@ -59,7 +59,7 @@ private:
 
     void FindAll(base::Workers const &workers);
     void FindPartners(int edge, Partners &partners) const;
-    /// Of the pairs, or of their first edges where they are not held.
+    /// Of the pairs, or of their first edges where they are not held; the part is below PartCount().
     std::pair<std::size_t, std::size_t> RangeOf(std::size_t part) const;
     /// The edges that a connector from a place of the edge `owner`, or from inside it, may meet; `box` lies round it.
     void FindNeighbours(NetworkEdge const &connector, int owner, Box const &box);

@@ -3,6 +3,7 @@
 #include "zvi/math/elementary/Elementary.h"
 
 #include <algorithm>
+#include <cassert>
 #include <limits>
 #include <tuple>
 #include <utility>
@@ -57,9 +58,10 @@ std::size_t CountPassed(Carriers::Carrier const &carrier) {
     return passed;
 }
 
-/// The longest of some lines.
+/// The longest of some lines, one at least.
 int LongestOf(Network const &network, std::vector<std::pair<double, int>> const &lines, std::size_t begin,
               std::size_t end) {
+    assert(begin < end && end <= lines.size());
     int longest = lines[begin].second;
     for (std::size_t i = begin + 1; i < end; ++i)
         if (LengthOf(network.edges[Index(lines[i].second)].stretch) > LengthOf(network.edges[Index(longest)].stretch))
@@ -67,7 +69,9 @@ int LongestOf(Network const &network, std::vector<std::pair<double, int>> const 
     return longest;
 }
 
+/// The carrier of a line with a length.
 Carriers::Carrier LineOf(Stretch const &s) {
+    assert(!s.isArc && Distance(s.start, s.end) > 0.0);
     Carriers::Carrier carrier;
     carrier.base = s.start;
     carrier.direction = (s.end - s.start) * (1.0 / Distance(s.start, s.end));

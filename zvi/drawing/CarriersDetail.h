@@ -53,6 +53,7 @@ public:
     int CarrierOf(int edge) const {
         return IsEmpty() || Index(edge) >= m_carrierOf.size() ? -1 : m_carrierOf[Index(edge)];
     }
+    /// An edge that is on a carrier, as a member of it.
     Member const &MemberOf(int edge) const;
     /// Whether two edges are on one carrier and need not be compared, because they overlap, touch, or are far apart.
     bool AreSettled(int a, int b) const;

@@ -8,8 +8,8 @@
 namespace zvi::lib::drawing {
 
 /// An edge that was dropped, and what bounds what it bounded: the edge `original` and its later parts up to, and
-/// without, the edge `stop`. Both are -1 when an empty face was dropped with the edge,
-/// or when its ends became one place.
+/// without, the edge `stop`. Both are -1 when an empty face was dropped with the edge, or when its ends became one
+/// place.
 struct DroppedEdge {
     int edge = 0;
     int original = -1;

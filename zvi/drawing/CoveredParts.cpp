@@ -30,6 +30,7 @@ public:
 
     /// The steps between two places that are not contracted: how many, the first one, and the one behind the last.
     std::size_t Count(std::size_t begin, std::size_t end) const { return m_keptBefore[end] - m_keptBefore[begin]; }
+    /// These need one such step behind the place, and in front of it.
     std::size_t First(std::size_t begin) const { return m_kept[m_keptBefore[begin]]; }
     std::size_t BehindLast(std::size_t end) const { return m_kept[m_keptBefore[end] - 1] + 1; }
 

@@ -4,6 +4,7 @@
 #include "zvi/drawing/PlanarMapDetail.h"
 #include "zvi/drawing/ThinFacesDetail.h"
 
+#include <cassert>
 #include <span>
 #include <vector>
 
@@ -21,7 +22,11 @@ struct CarrierPlaces {
     std::vector<int> places;
     std::vector<int> edges; ///< the edge of the map from each place on, -1 where there is none
 
-    int PlaceAt(std::size_t i) const { return places[i % places.size()]; }
+    /// The place of a number that may count on round a circle; there are places.
+    int PlaceAt(std::size_t i) const {
+        assert(!places.empty());
+        return places[i % places.size()];
+    }
 };
 
 /// A part of a curve of which earlier curves on its carrier have all, between two places of that. Round a circle the

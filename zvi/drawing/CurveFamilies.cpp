@@ -4,6 +4,7 @@
 #include "zvi/math/elementary/Elementary.h"
 
 #include <algorithm>
+#include <cassert>
 #include <map>
 
 namespace zvi::lib::drawing {
@@ -50,7 +51,9 @@ double TurnOf(Stretch const &line) {
     return angle < 0.0 ? angle + kPi : angle;
 }
 
+/// Of a line with a length.
 double DistanceFromLine(Stretch const &line, DrawingPoint p) {
+    assert(!line.isArc && !(line.start == line.end));
     DrawingPoint const chord = line.end - line.start;
     return std::fabs(Cross(chord, p - line.start)) / Length(chord);
 }

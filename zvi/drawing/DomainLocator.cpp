@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <cmath>
 #include <limits>
 #include <numeric>
@@ -52,7 +53,9 @@ struct Level {
     double left = 0.0, right = 0.0;
 };
 
+/// A part that is no level line.
 BorderRun RunOf(Stretch const &s, Run const &part, int domain) {
+    assert(part.lowY < part.highY);
     BorderRun run{part.lowY, part.highY, s.center.x, s.center.y, 0.0, s.radius * part.side};
     (part.upward ? run.leftDomain : run.rightDomain) = domain;
     if (s.isArc)
@@ -179,7 +182,10 @@ private:
         return std::clamp(base::Floor((x - m_box.minX) * m_columnsOfUnit), 0.0, m_columns - 1.0);
     }
     double RowOf(double y) const { return std::clamp(base::Floor((y - m_box.minY) * m_rowsOfUnit), 0.0, m_rows - 1.0); }
-    std::size_t CellAt(double column, double row) const { return static_cast<std::size_t>(row * m_columns + column); }
+    std::size_t CellAt(double column, double row) const {
+        assert(column >= 0.0 && column < m_columns && row >= 0.0 && row < m_rows);
+        return static_cast<std::size_t>(row * m_columns + column);
+    }
     double LeftSideOf(double column) const { return m_box.minX + column * m_width; }
 
     /// Calls `look(cell, isLeftSideCrossed)` for the cells that a run comes near.

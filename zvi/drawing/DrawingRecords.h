@@ -98,8 +98,8 @@ struct DrawingCounts {
     int duplicates = 0; ///< pieces dropped because another one covers them
 };
 
-/// Everything that one drawing gives. Domains stand from left to right, by the places where their outer
-/// loops begin; MakeDrawingDomains.h says more.
+/// Everything that one drawing gives. Domains stand from left to right, by the places where their outer loops begin;
+/// MakeDrawingDomains.h says more.
 struct DrawingResult {
     std::vector<DrawingDomain> domains;     ///< from left to right
     std::vector<DrawingLeftover> leftovers; ///< what bounds no domain

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 
 namespace zvi::lib::drawing {
 
@@ -61,6 +62,7 @@ DrawingPoint EndOf(PlanarMap const &map, HalfEdge h) {
 }
 
 std::vector<HalfEdge> WalkFrom(PlanarMap const &map, HalfEdge first) {
+    assert(map.IsInMap(first.Edge()));
     std::vector<HalfEdge> walk;
     HalfEdge h = first;
     do {

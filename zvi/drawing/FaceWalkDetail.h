@@ -29,7 +29,7 @@ struct FaceWalks {
 /// the borders, and where these do not meet at a place, of the steps between them.
 FaceWalks WalkFaces(PlanarMap const &map, base::Workers const &workers);
 
-/// The half-edges of the walk that `first` belongs to.
+/// The half-edges of the walk that `first`, which is in the map, belongs to.
 std::vector<HalfEdge> WalkFrom(PlanarMap const &map, HalfEdge first);
 
 /// The area that a closed walk encloses.

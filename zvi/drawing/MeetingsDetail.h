@@ -2,6 +2,8 @@
 
 #include "zvi/drawing/StretchDetail.h"
 
+#include <cassert>
+
 namespace zvi::lib::drawing {
 
 /// At most two points inside both of two stretches.
@@ -9,7 +11,10 @@ struct Meetings {
     DrawingPoint points[2];
     int count = 0;
 
-    void Add(DrawingPoint p) { points[count++] = p; }
+    void Add(DrawingPoint p) {
+        assert(count < 2);
+        points[count++] = p;
+    }
 };
 
 /// Where the insides of `a` and `b` cross. Overlapping stretches of one line or circle, and ends that lie on the other

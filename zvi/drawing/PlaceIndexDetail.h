@@ -3,6 +3,7 @@
 #include "zvi/base/CellGrid.h"
 #include "zvi/drawing/PlaneDetail.h"
 
+#include <cassert>
 #include <vector>
 
 namespace zvi::lib::drawing {
@@ -41,11 +42,13 @@ public:
 private:
     double Step(double coordinate) const { return base::Floor(coordinate * m_inverseSize); }
 
-    /// Calls `look(place)` for each place of the cells that a square about `p` meets: at most two each way.
+    /// Calls `look(place)` for each place of the cells that a square about `p` meets: at most two each way, for no
+    /// distance is above the reach.
     template <typename Look>
     void ForEachBeside(DrawingPoint p, double distance, Look look) const {
         double const x0 = Step(p.x - distance), x1 = Step(p.x + distance);
         double const y0 = Step(p.y - distance), y1 = Step(p.y + distance);
+        assert(x1 <= x0 + 1.0 && y1 <= y0 + 1.0);
         for (double const y : {y0, y1}) {
             m_cells.ForEach(base::CellKey(x0, y), look);
             if (x1 != x0)

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <utility>
 
 namespace zvi::lib::drawing {
@@ -74,6 +75,7 @@ void PlanarMap::SetBorder(HalfEdge h, Stretch const &border) {
 }
 
 void PlanarMap::Drop(HalfEdge dropped, HalfEdge kept) {
+    assert(Next(dropped) == kept && Next(kept) == dropped);
     Stretch const border = Border(dropped.Twin());
     SetBorder(kept, dropped.Twin().IsReversed() == kept.IsReversed() ? border : Reversed(border));
     Remove(dropped.Edge(), EdgeState::kDuplicate);
@@ -88,6 +90,7 @@ void PlanarMap::Contract(int edge, EdgeState why) {
     HalfEdge const along = HalfEdge::Along(edge), against = HalfEdge::Against(edge);
     HalfEdge const before = m_cw[Index(along.number)], beforeTwin = m_cw[Index(against.number)];
     int const start = m_ends[Index(along.number)], end = m_ends[Index(against.number)];
+    assert(IsInMap(edge) && Origin(along) != Origin(against));
     Remove(edge, why);
     if (!(before == along) && !(beforeTwin == against))
         MergeAcrossFace(before, beforeTwin);
@@ -96,6 +99,7 @@ void PlanarMap::Contract(int edge, EdgeState why) {
 }
 
 int PlanarMap::Split(int edge, double t, DrawingPoint p) {
+    assert(t >= 0.0 && t <= 1.0);
     Stretch const whole = m_stretches[Index(edge)];
     int const middle = m_places.Add(p);
     int &end = m_ends[Index(HalfEdge::Against(edge).number)];
@@ -125,6 +129,7 @@ int PlanarMap::Split(int edge, double t, DrawingPoint p) {
 }
 
 void PlanarMap::MergeAcrossFace(HalfEdge a, HalfEdge b) {
+    assert(Origin(a) != Origin(b));
     m_walks.reset();
     m_places.Unite(Origin(a), Origin(b));
     HalfEdge const afterA = Ccw(a), afterB = Ccw(b);

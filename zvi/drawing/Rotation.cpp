@@ -4,6 +4,7 @@
 #include "zvi/math/elementary/Elementary.h"
 
 #include <algorithm>
+#include <cassert>
 #include <span>
 #include <utility>
 
@@ -28,7 +29,7 @@ double Wrapped(double angle) {
 }
 
 /// How a half-edge leaves its place.
-struct Spoke {
+struct EdgeEnd {
     HalfEdge half;
     int origin = 0;
     int target = 0;
@@ -42,32 +43,33 @@ struct Spoke {
 
     /// Direction of the point at which it is `distance` away from the place; at most `reach`.
     double AngleAt(double distance) const {
+        assert(distance <= reach);
         if (radius == 0.0 || (distance == reach && std::fabs(halfSweep) <= 0.5 * kPi))
             return chordAngle;
         return Tangent() + std::copysign(Asin(std::min(1.0, 0.5 * distance / radius)), halfSweep);
     }
 };
 
-Spoke SpokeOf(PlanarMap const &map, HalfEdge h) {
+EdgeEnd EdgeEndOf(PlanarMap const &map, HalfEdge h) {
     MapEdge const &e = map.Edge(h);
-    Spoke spoke{h, h.IsReversed() ? e.endPlace : e.startPlace, h.IsReversed() ? e.startPlace : e.endPlace};
-    DrawingPoint const from = map.Places().Position(spoke.origin), to = map.Places().Position(spoke.target);
+    EdgeEnd edgeEnd{h, h.IsReversed() ? e.endPlace : e.startPlace, h.IsReversed() ? e.startPlace : e.endPlace};
+    DrawingPoint const from = map.Places().Position(edgeEnd.origin), to = map.Places().Position(edgeEnd.target);
     DrawingPoint chord = to - from;
-    spoke.reach = Length(chord);
+    edgeEnd.reach = Length(chord);
     if (e.stretch.isArc) {
-        spoke.radius = e.stretch.radius;
-        spoke.halfSweep = h.IsReversed() ? -0.5 * e.stretch.sweep : 0.5 * e.stretch.sweep;
-        if (spoke.IsLoop())
-            chord = Left(from - e.stretch.center) * std::copysign(1.0, spoke.halfSweep);
-        if (std::fabs(spoke.halfSweep) > 0.5 * kPi)
-            spoke.reach = spoke.radius;
+        edgeEnd.radius = e.stretch.radius;
+        edgeEnd.halfSweep = h.IsReversed() ? -0.5 * e.stretch.sweep : 0.5 * e.stretch.sweep;
+        if (edgeEnd.IsLoop())
+            chord = Left(from - e.stretch.center) * std::copysign(1.0, edgeEnd.halfSweep);
+        if (std::fabs(edgeEnd.halfSweep) > 0.5 * kPi)
+            edgeEnd.reach = edgeEnd.radius;
     }
-    spoke.chordAngle = Atan2(chord.y, chord.x);
-    return spoke;
+    edgeEnd.chordAngle = Atan2(chord.y, chord.x);
+    return edgeEnd;
 }
 
 /// Whether `a` comes before `b`, counter-clockwise, where both leave in nearly the same direction.
-bool IsBefore(Spoke const &a, Spoke const &b) {
+bool IsBefore(EdgeEnd const &a, EdgeEnd const &b) {
     // Between the same two places: by how they bulge, and equal ones by their numbers, the other way at the other end.
     if (a.target == b.target && !a.IsLoop() && a.halfSweep != b.halfSweep)
         return a.halfSweep > b.halfSweep;
@@ -79,32 +81,33 @@ bool IsBefore(Spoke const &a, Spoke const &b) {
     return (a.half.Edge() < b.half.Edge()) != isFarEnd;
 }
 
-/// Orders the spokes of one place.
-class SpokeOrder {
+/// Orders the ends of edges at one place, of which there are some.
+class EdgeEndOrder {
 public:
-    explicit SpokeOrder(double snap) : m_snap(snap) {}
+    explicit EdgeEndOrder(double snap) : m_snap(snap) {}
 
-    void Sort(std::vector<Spoke> &spokes) {
+    void Sort(std::vector<EdgeEnd> &ends) {
+        assert(!ends.empty());
         double distance = HUGE_VAL;
-        for (Spoke const &spoke : spokes)
-            distance = std::min(distance, spoke.reach);
+        for (EdgeEnd const &edgeEnd : ends)
+            distance = std::min(distance, edgeEnd.reach);
         m_keyed.clear();
-        for (Spoke const &spoke : spokes)
-            m_keyed.push_back({Wrapped(spoke.AngleAt(distance)), spoke});
+        for (EdgeEnd const &edgeEnd : ends)
+            m_keyed.push_back({Wrapped(edgeEnd.AngleAt(distance)), edgeEnd});
         std::sort(m_keyed.begin(), m_keyed.end(), [](Keyed const &a, Keyed const &b) { return a.angle < b.angle; });
         if (distance > 0.0)
             SortRuns(std::min(kNearby * m_snap / distance, kFarApart));
-        for (std::size_t i = 0; i < spokes.size(); ++i)
-            spokes[i] = m_keyed[i].spoke;
+        for (std::size_t i = 0; i < ends.size(); ++i)
+            ends[i] = m_keyed[i].end;
     }
 
 private:
     struct Keyed {
         double angle;
-        Spoke spoke;
+        EdgeEnd end;
     };
 
-    /// Sorts each run of spokes whose angles follow one another nearer than `near`, from the widest gap on.
+    /// Sorts each run of ends whose angles follow one another nearer than `near`, from the widest gap on.
     void SortRuns(double near) {
         std::size_t const count = m_keyed.size();
         std::size_t widest = 0;
@@ -118,7 +121,7 @@ private:
         std::rotate(begin, begin + static_cast<std::ptrdiff_t>(widest), m_keyed.end());
         for (std::size_t i = 0, j = 0; i < count; i = j) {
             for (j = i + 1; j < count && std::fabs(Wrapped(m_keyed[j].angle - m_keyed[j - 1].angle)) < near; ++j)
-                for (std::size_t k = j; k > i && IsBefore(m_keyed[k].spoke, m_keyed[k - 1].spoke); --k)
+                for (std::size_t k = j; k > i && IsBefore(m_keyed[k].end, m_keyed[k - 1].end); --k)
                     std::swap(m_keyed[k], m_keyed[k - 1]);
         }
     }
@@ -181,12 +184,12 @@ public:
 
     void Order(std::span<HalfEdge> leaving) {
         if (leaving.size() > 2 && !m_lines.Sort(leaving)) {
-            m_spokes.clear();
+            m_ends.clear();
             for (HalfEdge const h : leaving)
-                m_spokes.push_back(SpokeOf(m_map, h));
-            m_order.Sort(m_spokes);
+                m_ends.push_back(EdgeEndOf(m_map, h));
+            m_order.Sort(m_ends);
             for (std::size_t i = 0; i < leaving.size(); ++i)
-                leaving[i] = m_spokes[i].half;
+                leaving[i] = m_ends[i].half;
         }
         m_map.SetOrder(leaving);
     }
@@ -194,8 +197,8 @@ public:
 private:
     PlanarMap &m_map;
     ClearLines m_lines;
-    SpokeOrder m_order;
-    std::vector<Spoke> m_spokes;
+    EdgeEndOrder m_order;
+    std::vector<EdgeEnd> m_ends;
 };
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "zvi/drawing/RunsDetail.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace zvi::lib::drawing {
 
@@ -40,6 +41,7 @@ int RunsOf(Stretch const &s, double snap, std::array<Run, 3> &runs) {
 
 double XAt(Stretch const &s, Run const &run, double y) {
     if (!s.isArc) {
+        assert(s.start.y != s.end.y);
         double const t = (y - s.start.y) / (s.end.y - s.start.y);
         return s.start.x + t * (s.end.x - s.start.x);
     }

@@ -17,7 +17,7 @@ struct Run {
 /// higher above one of its ends, or lower below it, than `snap` and what its ends are off its circle, no part ends.
 int RunsOf(Stretch const &s, double snap, std::array<Run, 3> &runs);
 
-/// Where the run passes the height `y`.
+/// Where the run, which is not level, passes the height `y`.
 double XAt(Stretch const &s, Run const &run, double y);
 
 } // namespace zvi::lib::drawing

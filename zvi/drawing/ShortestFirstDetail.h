@@ -3,6 +3,7 @@
 #include "zvi/drawing/LandmarksDetail.h"
 
 #include <algorithm>
+#include <cassert>
 #include <vector>
 
 namespace zvi::lib::drawing {
@@ -19,8 +20,9 @@ inline double SameDistance(double tolerance, double snap, Landmarks const &landm
 /// Borders farther from one another than so many snap distances have not changed places by rounding.
 inline constexpr double kMovedInSnaps = 64.0;
 
-/// A distance in steps that rounding hardly ever changes.
+/// A distance in steps that rounding hardly ever changes; what is the same is above 0.
 inline double StepsOf(double distance, double same) {
+    assert(same > 0.0);
     constexpr double kStep = 64.0;
     return std::round(distance / (kStep * same));
 }

@@ -3,6 +3,7 @@
 #include "zvi/math/elementary/Elementary.h"
 
 #include <algorithm>
+#include <cassert>
 #include <utility>
 
 namespace zvi::lib::drawing {
@@ -64,8 +65,9 @@ void FitThroughMiddle(Stretch &s, DrawingPoint middle) {
     s.sweep = TurnBetween(s, s.start, s.end, s.sweep);
 }
 
-/// Circle over the new chord with the rise that the arc had.
+/// Circle over the new chord with the rise that the arc had, which is not 0.
 void FitWithRise(Stretch &s, double rise) {
+    assert(rise != 0.0);
     DrawingPoint const chord = s.end - s.start;
     double const length = Length(chord);
     double const half = 0.5 * length;
@@ -90,11 +92,13 @@ double DistanceFromCarrier(Stretch const &s, DrawingPoint p, double nothing) {
 } // namespace
 
 double OutOfCircle(Stretch const &arc, DrawingPoint p) {
+    assert(arc.isArc);
     DrawingPoint const u = arc.start - arc.center, q = p - arc.start;
     return (Dot(q, q) + 2.0 * Dot(u, q)) / (Length(p - arc.center) + Length(u));
 }
 
 double TurnTo(Stretch const &arc, DrawingPoint p) {
+    assert(arc.isArc);
     DrawingPoint const u = arc.start - arc.center;
     double angle = Atan2(Cross(u, p - arc.start), Dot(u, p - arc.center));
     if (arc.sweep < 0.0)
@@ -204,6 +208,7 @@ double SagittaOf(Stretch const &s) {
 }
 
 double SegmentAreaOfArc(Stretch const &s) {
+    assert(s.isArc);
     return 0.5 * s.radius * s.radius * TurnMinusSine(s.sweep);
 }
 

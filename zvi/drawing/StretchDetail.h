@@ -92,8 +92,8 @@ inline double SegmentAreaOf(Stretch const &s) {
 double DeviationOf(Stretch const &s, Stretch const &other, double nothing);
 
 /// Lets `s` end at the two points. An arc whose ends then miss its circle by more than `allowed` is bent to meet them:
-/// one up to a half turn keeps its rise, a longer one its middle point; one without any rise, or that
-/// would turn the other way, becomes a line.
+/// one up to a half turn keeps its rise, a longer one its middle point; one without any rise, or that would turn the
+/// other way, becomes a line.
 void FitToEnds(Stretch &s, DrawingPoint start, DrawingPoint end, double allowed);
 
 /// Whether FitToEnds would bend an arc of more than a half turn, which a small move of an end can throw far off.

@@ -3,6 +3,7 @@
 #include "zvi/drawing/ReadCurvesDetail.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace zvi::lib {
 
@@ -16,9 +17,11 @@ constexpr double kShareOfSize = 1e-6;
 
 /// How many times farther than three of four curves a stray one lies.
 constexpr double kStray = 10.0;
+constexpr double kMostCurves = 0.75, kHalf = 0.5;
 
-/// The element that three of four, or half, do not exceed.
+/// The element that such a share of some values, of which there is one at least, does not exceed.
 double Quantile(std::vector<double> values, double share) {
+    assert(!values.empty());
     auto const at = values.begin() + static_cast<std::ptrdiff_t>(share * static_cast<double>(values.size() - 1));
     std::nth_element(values.begin(), at, values.end());
     return *at;
@@ -31,7 +34,7 @@ DrawingPoint MedianOfMiddles(std::vector<Box> const &boxes) {
         x.push_back(0.5 * box.minX + 0.5 * box.maxX);
         y.push_back(0.5 * box.minY + 0.5 * box.maxY);
     }
-    return {Quantile(std::move(x), 0.5), Quantile(std::move(y), 0.5)};
+    return {Quantile(std::move(x), kHalf), Quantile(std::move(y), kHalf)};
 }
 
 /// How far the nearest point of a box is from `p`, and how far the farthest.
@@ -59,7 +62,7 @@ double DrawingSize(std::vector<DrawingCurve> const &curves) {
     std::vector<double> reaches(boxes.size());
     std::transform(boxes.begin(), boxes.end(), reaches.begin(),
                    [middle](Box const &box) { return Farthest(box, middle); });
-    double const near = kStray * Quantile(std::move(reaches), 0.75);
+    double const near = kStray * Quantile(std::move(reaches), kMostCurves);
     Box all{HUGE_VAL, HUGE_VAL, -HUGE_VAL, -HUGE_VAL};
     for (Box const &box : boxes) {
         if (Nearest(box, middle) > near)
