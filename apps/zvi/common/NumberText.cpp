@@ -2,6 +2,7 @@
 
 #include "apps/zvi/common/Text.h"
 
+#include <cassert>
 #include <charconv>
 #include <cmath>
 
@@ -49,6 +50,7 @@ std::string ExactNumber(double value) {
 }
 
 std::string ShortNumber(double value, int digits) {
+    assert(digits >= 1 && digits <= std::numeric_limits<double>::max_digits10);
     char buffer[kNumberWidth];
     double const shown = value == 0.0 ? 0.0 : value;
     auto const result = std::to_chars(buffer, buffer + sizeof buffer, shown, std::chars_format::general, digits);

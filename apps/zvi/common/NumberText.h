@@ -16,7 +16,7 @@ std::optional<long long> ParseInteger(std::string_view text);
 /// `value` in the shortest form that reads back as the same number; "-0" is written "0".
 std::string ExactNumber(double value);
 
-/// `value` with at most `digits` significant digits, for people; "-0" is written "0".
+/// `value` with at most `digits` significant digits, 1 to 17, for people; "-0" is written "0".
 std::string ShortNumber(double value, int digits = 9);
 
 /// `value` in the shortest form that reads back as the same number, without exponent from 1e-5 to 1e16; "nan" and

@@ -20,8 +20,8 @@ HostStream StandardStream(int number);
 /// reads any more.
 std::error_code WriteAll(HostStream stream, std::string_view bytes);
 
-/// Reads at least one byte, and no more than have come, into the `size` bytes of room; waits while there is none.
-/// `size` becomes the number of bytes read, 0 at the end of the input.
+/// Reads at least one byte, and no more than have come, into the `size` bytes of room, which is not 0; waits while
+/// there is none. `size` becomes the number of bytes read, 0 at the end of the input.
 std::error_code ReadSome(HostStream stream, char *bytes, std::size_t &size);
 
 /// The reason of a failure in words that are the same on both hosts.

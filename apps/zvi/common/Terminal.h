@@ -16,8 +16,8 @@ bool IsTerminal(int stream);
 /// What a user types at a terminal to say that the input ends.
 char const *EndOfInputKeys();
 
-/// Lets a write to a closed pipe fail instead of ending the process, and, when the user or the
-/// system ends the process, does what RemoveOnInterrupt was asked for last.
+/// Lets a write to a closed pipe fail instead of ending the process, and, when the user or the system ends the process,
+/// does what RemoveOnInterrupt was asked for last.
 void InstallSignalHandlers();
 
 /// From now on an interrupt (Ctrl-C) is counted, and a request to end is noted, instead of ending the program; what the
@@ -30,8 +30,8 @@ int RequestedEndStatus();
 /// From now on an interrupt removes this file; an empty path withdraws that. One file at a time.
 void RemoveOnInterrupt(std::filesystem::path const &path);
 
-/// Whether to colour what goes to a terminal stream: `choice` is "always", "never" or "auto"; "auto" colours
-/// on a terminal unless the environment variable NO_COLOR is set and not empty.
+/// Whether to colour what goes to a terminal stream: `choice` is "always", "never" or "auto"; "auto" colours on a
+/// terminal unless the environment variable NO_COLOR is set and not empty.
 bool WantsColor(std::string const &choice, bool isTerminal);
 
 } // namespace zvi::app

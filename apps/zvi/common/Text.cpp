@@ -1,6 +1,7 @@
 #include "apps/zvi/common/Text.h"
 
 #include <algorithm>
+#include <cassert>
 #include <iterator>
 
 namespace zvi::app {
@@ -33,6 +34,7 @@ bool SameNoCase(std::string_view a, std::string_view b) {
 }
 
 void ReplaceAll(std::string &text, std::string_view word, std::string_view other) {
+    assert(!word.empty());
     for (std::size_t at = text.find(word); at != std::string::npos; at = text.find(word, at + other.size()))
         text.replace(at, word.size(), other);
 }

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <optional>
 
 namespace zvi::app {
@@ -108,6 +109,7 @@ ProfileReport ReadProfileReport(std::string_view text) {
 void SortProfileRows(std::vector<ProfileRow> &rows, std::string_view key) {
     auto const *const found = std::find_if(std::begin(kSortKeys), std::end(kSortKeys),
                                            [key](SortKey const &candidate) { return candidate.name == key; });
+    assert(found != std::end(kSortKeys));
     std::stable_sort(rows.begin(), rows.end(), [found](ProfileRow const &left, ProfileRow const &right) {
         return found->number ? found->number(left) > found->number(right) : left.name < right.name;
     });

@@ -8,6 +8,7 @@
 #include "zvi/host/Files.h"
 
 #include <algorithm>
+#include <cassert>
 #include <optional>
 
 namespace zvi::app {
@@ -118,6 +119,7 @@ std::string WhyNotHeld(CString const &category, CString const &keyword, CString 
 
 std::string EditedSettings(std::string_view text, CString const &category, CString const &keyword,
                            CString const &value) {
+    assert(WhyNotHeld(category, keyword, value).empty());
     std::string const line = lib::SettingsValueLine(keyword, value);
     std::string const lineEnd = LineEndOf(text);
     Place const place = Find(text, category, keyword);

@@ -15,7 +15,7 @@ std::string WhyNotHeld(CString const &category, CString const &keyword, CString 
 
 /// The text of a settings file in which a keyword has a new value: its line is replaced, or one is added at the end of
 /// its category, which is added too if need be. Every other byte stays, comments included. What stands behind a line
-/// that is too long for the library is not touched, and nothing is added there.
+/// that is too long for the library is not touched, and nothing is added there. A file can hold the value.
 std::string EditedSettings(std::string_view text, CString const &category, CString const &keyword,
                            CString const &value);
 

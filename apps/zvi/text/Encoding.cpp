@@ -3,6 +3,7 @@
 #include "zvi/core/Utf8.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstdint>
 
 namespace zvi::app {
@@ -187,6 +188,7 @@ DecodedText Decode(std::string_view bytes, FoundEncoding const &found) {
 }
 
 std::string Utf16Bytes(std::string_view utf8) {
+    assert(lib::IsUtf8(utf8));
     std::string bytes = "\xFF\xFE";
     bytes.reserve(2 * utf8.size() + 2);
     auto const append = [&bytes](std::uint32_t unit) {

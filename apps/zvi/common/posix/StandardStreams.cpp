@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cassert>
 #include <cerrno>
 
 namespace zvi::app {
@@ -33,6 +34,7 @@ std::error_code LastFailure() {
 } // namespace
 
 HostStream StandardStream(int number) {
+    assert(number >= 0 && number <= 2);
     return number;
 }
 
@@ -48,6 +50,7 @@ std::error_code WriteAll(HostStream stream, std::string_view bytes) {
 }
 
 std::error_code ReadSome(HostStream stream, char *bytes, std::size_t &size) {
+    assert(size > 0);
     ssize_t count = 0;
     do
         count = ::read(Descriptor(stream), bytes, size);

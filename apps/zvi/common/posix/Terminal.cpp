@@ -6,6 +6,7 @@
 
 #include <array>
 #include <atomic>
+#include <cassert>
 #include <csignal>
 #include <cstring>
 #include <iostream>
@@ -55,6 +56,7 @@ void OpenStandardStreams() {
 }
 
 bool IsTerminal(int stream) {
+    assert(stream >= 0 && stream <= 2);
     return isatty(stream) != 0;
 }
 

@@ -3,6 +3,7 @@
 #include "apps/zvi/common/windows/WindowsHeader.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace zvi::app {
 
@@ -29,6 +30,7 @@ bool IsOtherEndClosed(DWORD error) {
 } // namespace
 
 HostStream StandardStream(int number) {
+    assert(number >= 0 && number <= 2);
     constexpr DWORD kNumbers[] = {STD_INPUT_HANDLE, STD_OUTPUT_HANDLE, STD_ERROR_HANDLE};
     return reinterpret_cast<HostStream>(GetStdHandle(kNumbers[number]));
 }
@@ -55,6 +57,7 @@ std::error_code WriteAll(HostStream stream, std::string_view bytes) {
 }
 
 std::error_code ReadSome(HostStream stream, char *bytes, std::size_t &size) {
+    assert(size > 0);
     auto const room = static_cast<DWORD>(std::min(size, kBytesAtOnce));
     DWORD count = 0;
     DWORD error = ERROR_SUCCESS;

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <atomic>
+#include <cassert>
 #include <cwchar>
 #include <iostream>
 
@@ -70,6 +71,7 @@ void OpenStandardStreams() {
 }
 
 bool IsTerminal(int stream) {
+    assert(stream >= 0 && stream <= 2);
     DWORD mode = 0;
     if (!GetConsoleMode(HandleOf(stream), &mode))
         return false;

@@ -12,7 +12,7 @@ inline constexpr int kContactSchema = 1;
 
 /// The bodies of a run and what was found between them.
 struct ContactInput {
-    std::vector<std::string> names; ///< of the bodies, unlike each other
+    std::vector<std::string> names; ///< of the bodies, beside them, unlike each other
     std::vector<lib::TriangleBody> bodies;
     double tolerance = 0.0;
 };

@@ -2,6 +2,7 @@
 
 #include "zvi/math/elementary/Elementary.h"
 
+#include <cassert>
 #include <cmath>
 
 namespace zvi::app {
@@ -11,6 +12,7 @@ bool IsStraightBulge(double bulge) {
 }
 
 BulgeArc ArcOfBulge(Point3 const &start, Point3 const &end, double bulge) {
+    assert(!IsStraightBulge(bulge) && (start.x != end.x || start.y != end.y));
     double const off = (1.0 / bulge - bulge) / 4.0;
     BulgeArc arc;
     arc.center = {(start.x + end.x) / 2.0 - (end.y - start.y) * off, (start.y + end.y) / 2.0 + (end.x - start.x) * off,

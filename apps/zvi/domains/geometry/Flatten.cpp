@@ -3,6 +3,7 @@
 #include "zvi/math/elementary/Elementary.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <numbers>
 
@@ -118,6 +119,7 @@ void KeepArea(Chords &chords) {
 } // namespace
 
 void FlattenSpan(PlaneCurve const &curve, double from, double to, double error, std::vector<DrawingPoint> &points) {
+    assert(!points.empty());
     Chords chords = CutToError(curve, from, to, error);
     KeepArea(chords);
     points.insert(points.end(), chords.ends.begin() + 1, chords.ends.end());
@@ -154,6 +156,7 @@ bool IsCollapsed(EllipseArc const &arc) {
 
 std::vector<DrawingPoint> FlattenEllipse(EllipseArc const &arc, double error) {
     constexpr double kQuarter = 0.5 * std::numbers::pi;
+    assert(std::abs(arc.sweep) < 4.5 * kQuarter);
     // Spans shorter than this part of a quarter are left to their neighbour.
     constexpr double kShortest = 1e-9;
     EllipseArc along = arc.WithPrincipalAxes();
@@ -175,6 +178,7 @@ std::vector<DrawingPoint> FlattenEllipse(EllipseArc const &arc, double error) {
 }
 
 double SweepBetween(double from, double to, double turn) {
+    assert(turn > 0.0);
     // Angles are written with some 12 digits at best; less than this part of a turn is noise.
     constexpr double kSameDirection = 1e-12;
     // A full turn is often written with a few digits, and then a little more than one.

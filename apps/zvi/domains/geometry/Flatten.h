@@ -43,7 +43,8 @@ bool IsCollapsed(EllipseArc const &arc);
 /// A full turn ends at the very point where it starts.
 std::vector<lib::DrawingPoint> FlattenEllipse(EllipseArc const &arc, double error);
 
-/// How far the arc from `from` to `to` runs counter-clockwise, in (0, turn]; both in the unit of `turn`, the full turn.
+/// How far the arc from `from` to `to` runs counter-clockwise, in (0, turn]; both in the unit of `turn`, the full turn
+/// (above 0).
 /// Equal directions, also after any number of turns, make the full turn, and so does a millionth more than one.
 double SweepBetween(double from, double to, double turn);
 

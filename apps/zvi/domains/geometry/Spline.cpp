@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <tuple>
 
 namespace zvi::app {
@@ -85,6 +86,7 @@ std::vector<Point3> SolveRows(std::vector<Row> rows) {
 /// As SolveRows, with the first row's `before` and the last row's `after` meeting around the end (Sherman and Morrison:
 /// the system is the one without those two, changed by a matrix of rank one). At least three rows.
 std::vector<Point3> SolveCyclicRows(std::vector<Row> rows) {
+    assert(rows.size() >= 3);
     double const corner = rows.front().before;
     double const otherCorner = rows.back().after;
     double const gamma = -rows.front().own;
@@ -109,8 +111,10 @@ Row SmoothRow(Point3 const &a, Point3 const &b, Point3 const &c, double h, doubl
     return {k, 2.0 * (h + k), h, 3.0 * ((k / h) * (b - a) + (h / k) * (c - b))};
 }
 
-/// The row of an end: its speed is the unit tangent where one is given, otherwise the curvature there is zero.
+/// The row of an end, beside a chord with a length: its speed is the unit tangent where one is given, otherwise the
+/// curvature there is zero.
 Row EndRow(Point3 const &tangent, Point3 const &chord, double length) {
+    assert(length > 0.0);
     double const given = Length(tangent);
     if (given > 0.0)
         return {0.0, 1.0, 0.0, (1.0 / given) * tangent};
@@ -182,6 +186,7 @@ using Poles = std::vector<Weighted>;
 /// parameter for each step). Where the knots are those of such a curve, its poles are the spline's to the last bit.
 Poles PolesOfSpan(Spline const &spline, Poles const &controls, std::size_t k) {
     auto const degree = static_cast<std::size_t>(spline.degree);
+    assert(k >= degree && k < controls.size());
     Poles poles;
     for (std::size_t pole = 0; pole <= degree; ++pole) {
         std::array<Weighted, kHighestDegree + 1> d;
@@ -240,6 +245,7 @@ std::optional<Spline> WithControlPoints(Spline const &spline) {
 
 std::vector<lib::DrawingPoint> FlattenSpline(Spline const &spline, Affine const &map, double error,
                                              std::size_t mostPoints) {
+    assert(HasUsableControls(spline));
     Poles controls;
     for (std::size_t i = 0; i < spline.controls.size(); ++i) {
         Point3 const p = map.Point(spline.controls[i]);

@@ -1,10 +1,12 @@
 #include "apps/zvi/domains/model/ChordError.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace zvi::app {
 
 double ChordError::ForSize(double size) const {
+    assert(!(size < 0.0));
     double error = absolute;
     if (!(error > 0.0))
         error = kRelativeChordError * size;

@@ -8,6 +8,7 @@ struct ChordError {
     /// The join tolerance that ends and other curves are to meet the curve within; 0: none is known.
     double tolerance = 0.0;
 
+    /// For an entity of this size, 0 or more.
     double ForSize(double size) const;
 };
 

@@ -2,6 +2,7 @@
 
 #include "zvi/drawing/DrawingRecords.h"
 
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <map>
@@ -72,7 +73,10 @@ struct DrawingInput {
     ReadingNotes notes;
 
     /// Index into `curves` of the curve with this id, which must be one of them.
-    std::size_t IndexOf(unsigned int id) const { return indexOfId.empty() ? id - 1 : indexOfId.at(id); }
+    std::size_t IndexOf(unsigned int id) const {
+        assert(indexOfId.empty() ? id > 0 && id <= curves.size() : indexOfId.contains(id));
+        return indexOfId.empty() ? id - 1 : indexOfId.at(id);
+    }
     CurveOrigin const &OriginOf(unsigned int id) const { return origins[IndexOf(id)]; }
     /// Layer of the curve with this id; empty for curve text.
     std::string const &LayerOf(unsigned int id) const { return layers[OriginOf(id).layer].name; }

@@ -19,6 +19,9 @@ struct End {
     int pieces = 0;
 };
 
+/// The box of an arc is that of points 10 degrees apart, which may fall short by this part of the radius.
+constexpr double kShortOfArc = 0.004;
+
 double DistanceTo(DrawingPiece const &line, DrawingPoint p) {
     double const dx = line.end.x - line.start.x;
     double const dy = line.end.y - line.start.y;
@@ -47,8 +50,7 @@ bool Reaches(DrawingPiece const &piece, DrawingPoint p, double reach) {
 void CountAt(std::vector<End> &ends, DrawingPiece const &piece, double reach) {
     Box box;
     AddToBox(box, piece);
-    // The box of an arc is that of points 10 degrees apart, which may fall short by this part of the radius.
-    double const margin = reach + 0.004 * piece.radius;
+    double const margin = reach + kShortOfArc * piece.radius;
     auto it = std::lower_bound(ends.begin(), ends.end(), box.minX - margin,
                                [](End const &end, double x) { return end.at.x < x; });
     for (; it != ends.end() && it->at.x <= box.maxX + margin; ++it) {

@@ -3,6 +3,7 @@
 #include "apps/zvi/common/NumberText.h"
 #include "zvi/math/elementary/Elementary.h"
 
+#include <cassert>
 #include <cmath>
 
 namespace zvi::app {
@@ -12,8 +13,9 @@ namespace {
 /// A distance this many times the one before it is of another sort.
 constexpr double kJump = 3.0;
 
-/// Three digits, and not below what is needed.
+/// Three digits, and not below what is needed, which is above 0.
 double ToType(double needed) {
+    assert(needed > 0.0);
     double const unit = lib::Pow(10.0, std::floor(lib::Log10(needed)) - 2.0);
     for (double units = std::ceil(needed / unit);; ++units) {
         double const typed = ParseNumber(ShortNumber(units * unit, 3)).value_or(needed);
@@ -30,6 +32,7 @@ std::optional<JoinAdvice> AdviseJoin(std::vector<lib::DrawingGap> const &gaps) {
     std::size_t closes = gaps.size();
     double widest = kJump;
     for (std::size_t i = 0; i + 1 < gaps.size(); ++i) {
+        assert(gaps[i].distance <= gaps[i + 1].distance);
         double const jump = gaps[i + 1].distance / gaps[i].distance;
         if (jump >= widest) {
             widest = jump;

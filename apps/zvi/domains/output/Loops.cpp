@@ -3,6 +3,7 @@
 #include "zvi/math/elementary/Elementary.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <numbers>
 
@@ -20,7 +21,9 @@ double AngleAt(DrawingPiece const &piece, DrawingPoint const &p) {
     return lib::Atan2(p.y - piece.center.y, p.x - piece.center.x);
 }
 
+/// Chords of at most so many degrees, above 0.
 int ChordCount(DrawingPiece const &piece, double degrees) {
+    assert(degrees > 0.0);
     double const turned = std::abs(SweepOf(piece)) * 360.0 / kTurn;
     return std::max(1, static_cast<int>(std::ceil(turned / degrees)));
 }
@@ -63,6 +66,7 @@ double LengthOf(DrawingPiece const &piece) {
 }
 
 DrawingPoint PointOn(DrawingPiece const &piece, double part) {
+    assert(part >= 0.0 && part <= 1.0);
     if (piece.type == DrawingCurveType::kLine)
         return {piece.start.x + part * (piece.end.x - piece.start.x),
                 piece.start.y + part * (piece.end.y - piece.start.y)};

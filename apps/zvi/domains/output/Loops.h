@@ -37,7 +37,8 @@ lib::DrawingPoint PointOn(lib::DrawingPiece const &piece, double part);
 /// Grows the box by a piece: exactly for lines, by points 10 degrees apart for arcs.
 void AddToBox(Box &box, lib::DrawingPiece const &piece);
 
-/// The corners of a polygon along the loop, arcs as chords of at most `degrees`; the first corner is not repeated.
+/// The corners of a polygon along the loop, arcs as chords of at most `degrees`, above 0; the first corner is not
+/// repeated.
 std::vector<lib::DrawingPoint> PolygonOf(std::vector<lib::DrawingPiece> const &loop, double degrees);
 
 } // namespace zvi::app

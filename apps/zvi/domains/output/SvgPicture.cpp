@@ -29,6 +29,9 @@ constexpr double kRingStroke = 1.4;
 constexpr double kRing = 11.0;
 constexpr double kDot = 2.6;
 
+/// A ring is at least so many times as wide as its gap.
+constexpr double kRingOfGap = 1.5;
+
 /// The same strokes, where they would hide something small: as parts of the free circle of a domain, or of the length
 /// of a leftover.
 constexpr double kBorderShare = 0.08;
@@ -49,6 +52,13 @@ constexpr double kLegendText = 13.0;
 /// Height of the legend, and length of its samples, in pixels.
 constexpr double kLegendHeight = 30.0;
 constexpr double kSample = 34.0;
+
+/// How far below the drawing the samples stand, in heights of the legend; the ring among them, as a part of the others;
+/// room between a sample and its text, and behind the text, in pixels.
+constexpr double kLegendDrop = 0.2;
+constexpr double kSampleRing = 0.8 * kRing;
+constexpr double kTextRoom = 6.0;
+constexpr double kSampleRoom = 24.0;
 
 /// Width of a digit and half height of a line of digits, as parts of the font size.
 constexpr double kDigitWidth = 0.6;
@@ -254,7 +264,7 @@ void Picture::Ends() {
 void Picture::Gaps() {
     m_svg += "<g>\n";
     for (lib::DrawingGap const &gap : m_result.gaps) {
-        double const radius = std::max(kRing, 1.5 * gap.distance * m_frame.scale);
+        double const radius = std::max(kRing, kRingOfGap * gap.distance * m_frame.scale);
         m_svg += Joined(Circle("gap", m_frame.X(gap.at.x), m_frame.Y(gap.at.y), radius), "><title>gap of ",
                         ShortNumber(gap.distance), "</title></circle>\n");
     }
@@ -284,12 +294,12 @@ void Picture::Numbers() {
 void Picture::Legend() {
     if (!HasLegend())
         return;
-    double const y = 2.0 * kSvgMargin + m_box.Height() * m_frame.scale + 0.2 * kLegendHeight;
+    double const y = 2.0 * kSvgMargin + m_box.Height() * m_frame.scale + kLegendDrop * kLegendHeight;
     double x = kSvgMargin;
     auto const add = [&](std::string const &sample, double width, std::string const &text) {
-        m_svg += Joined(sample, "<text class=\"legend\" x=\"", SvgNumber(x + width + 6.0), "\" y=\"",
+        m_svg += Joined(sample, "<text class=\"legend\" x=\"", SvgNumber(x + width + kTextRoom), "\" y=\"",
                         SvgNumber(y + kHalfDigitHeight * kLegendText), "\">", text, "</text>\n");
-        x += width + 24.0 + kDigitWidth * kLegendText * static_cast<double>(text.size());
+        x += width + kSampleRoom + kDigitWidth * kLegendText * static_cast<double>(text.size());
     };
     auto const dashes = [&](char const *reason) {
         return Joined("<path class=\"leftover ", reason, "\" d=\"M", SvgNumber(x), " ", SvgNumber(y), "h",
@@ -309,7 +319,7 @@ void Picture::Legend() {
     if (!m_freeEnds.empty())
         add(Circle("end", x + kDot, y, kDot) + "/>\n", 2.0 * kDot, "free end");
     if (!m_result.gaps.empty())
-        add(Circle("gap", x + 0.8 * kRing, y, 0.8 * kRing) + "/>\n", 2.0 * kRing, "gap");
+        add(Circle("gap", x + kSampleRing, y, kSampleRing) + "/>\n", 2.0 * kRing, "gap");
 }
 
 } // namespace

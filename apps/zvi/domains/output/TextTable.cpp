@@ -1,13 +1,16 @@
 #include "apps/zvi/domains/output/TextTable.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace zvi::app {
 
 std::string TextTable(std::vector<std::vector<std::string>> const &rows, bool endsInText, bool color) {
+    assert(!rows.empty() && !rows.front().empty());
     std::size_t const columns = rows.front().size();
     std::vector<std::size_t> widths(columns, 0);
     for (auto const &row : rows) {
+        assert(row.size() == columns);
         for (std::size_t i = 0; i < columns - (endsInText ? 1 : 0); ++i)
             widths[i] = std::max(widths[i], row[i].size());
     }

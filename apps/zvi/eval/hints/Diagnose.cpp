@@ -5,6 +5,7 @@
 #include "apps/zvi/common/WideText.h"
 #include "apps/zvi/eval/hints/Mistakes.h"
 
+#include <cassert>
 #include <vector>
 
 namespace zvi::app {
@@ -160,8 +161,10 @@ std::string FaultName(lib::ParseFaultKind kind) {
 Diagnosis Diagnose(CString const &typed, EvalSettings const &settings, EvalOutcome const &outcome) {
     FailedText const failed{typed.GetString(), settings, outcome};
     std::optional<Mistake> found;
-    for (auto search = std::begin(kSearches); !found; ++search)
+    for (auto search = std::begin(kSearches); !found; ++search) {
+        assert(search != std::end(kSearches));
         found = (*search)(failed);
+    }
     return {found->where, FaultName(failed.Fault()), found->hint};
 }
 

@@ -1,5 +1,6 @@
 #include "apps/zvi/eval/hints/FailedText.h"
 
+#include <cassert>
 #include <regex>
 
 namespace zvi::app {
@@ -14,12 +15,14 @@ wchar_t FailedText::Before(std::size_t index, wchar_t const *passedOver) const {
 }
 
 Span FailedText::SpanOfLine(Span const &inLine) const {
+    assert(inLine.length > 0 && inLine.End() <= outcome.sources.size());
     auto const begin = static_cast<std::size_t>(outcome.sources[inLine.begin]);
     auto const last = static_cast<std::size_t>(outcome.sources[inLine.End() - 1]);
     return {begin, last >= begin ? last - begin + 1 : 1};
 }
 
 std::wstring_view FailedText::Culprit() const {
+    assert(0 <= outcome.fault.begin && outcome.fault.begin <= outcome.fault.end);
     auto const begin = static_cast<std::size_t>(outcome.fault.begin);
     return std::wstring_view(line).substr(begin, static_cast<std::size_t>(outcome.fault.end) - begin);
 }
