@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <new>
-#include <string>
 
 namespace zvi::lib::test {
 

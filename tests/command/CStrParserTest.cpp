@@ -12,10 +12,9 @@ namespace zvi::lib::test {
 
 namespace {
 
-/// Set up so that the current length unit is the metre (1) or the millimetre (0).
-struct Units {
-    explicit Units(int type) : control(nullptr) { control.Initialize(type); }
-    MUnitCtrl control;
+/// Lengths are in metres.
+struct Metres : MUnitCtrl {
+    Metres() : MUnitCtrl(nullptr) { Initialize(1); }
 };
 
 /// What the parsers wrote on the standard error stream since it was captured: a line for each unexpected token.
@@ -47,7 +46,6 @@ TEST(CStrParser, WritesItsOutputsAsEachEntryPromises) {
     EXPECT_EQ(distances.GetSize(), 1);
     EXPECT_EQ(CStrParser::GetUEDistance(L"3@2,5", distances), 1);
     EXPECT_EQ(std::vector<double>(distances.begin(), distances.end()), (std::vector<double>{2, 2, 2, 5}));
-    EXPECT_EQ(CStrParser::ConvtDistArr2DistStr(distances), L"3@2, 5");
 
     unsigned int op = 0;
     EXPECT_EQ(CStrParser::ParsingPositionNOp(L"3,0", x, y, z, op, 2), 1);
@@ -119,7 +117,7 @@ TEST(CStrParser, MakesNamesThatAreNotTaken) {
 
 TEST(MParser, TurnsLengthUnitsIntoFactors) {
     testing::internal::CaptureStderr();
-    Units metres(1);
+    Metres metres;
     using Row = std::tuple<wchar_t const *, wchar_t const *, double, int>; // 2: it is parsed, whatever the value
     for (auto const &[text, expected, number, parsed] : std::initializer_list<Row>{
              {L"5mm+3", L"(5*0.001000)+3", 3.005, 1},
@@ -136,8 +134,8 @@ TEST(MParser, TurnsLengthUnitsIntoFactors) {
              {L"", L"", 0, 0},
          }) {
         MParser parser;
-        EXPECT_EQ(parser.SetUnitArgTokenString(text, L"", &metres.control), expected) << text;
-        EXPECT_EQ(parser.ParsingUNumberArg(text, &metres.control), parsed != 0) << text;
+        EXPECT_EQ(parser.SetUnitArgTokenString(text, L"", &metres), expected) << text;
+        EXPECT_EQ(parser.ParsingUNumberArg(text, &metres), parsed != 0) << text;
         double value = 0;
         if (parsed == 1) {
             EXPECT_EQ(parser.GetNumberData(value), 1);
@@ -148,16 +146,16 @@ TEST(MParser, TurnsLengthUnitsIntoFactors) {
     CString token = L"MM";
     EXPECT_EQ(parser.ConvertUnitToken(token, nullptr), 0);
     EXPECT_EQ(token, L"MM");
-    EXPECT_EQ(parser.ParsingUINumberArg(L"5M", &metres.control), 1);
+    EXPECT_EQ(parser.ParsingUINumberArg(L"5M", &metres), 1);
     EXPECT_FALSE(parser.IsNumberSymbol(L'-'));
     EXPECT_TRUE(parser.IsAlpahbetUpper(L'Z') && parser.IsAlpahbetLower(L'a') && !parser.IsAlpahbetLower(L'A'));
     EXPECT_EQ(testing::internal::GetCapturedStderr(), kSyntaxError + kSyntaxError + kSyntaxError);
 }
 
 TEST(MParser, TellsTheTypedCharacterBehindEachOfItsOwn) {
-    Units metres(1);
+    Metres metres;
     std::vector<int> sources;
-    EXPECT_EQ(MParser().SetUnitArgTokenString(L" 1,250 mm + sin( 30 )*x1", &metres.control, sources),
+    EXPECT_EQ(MParser().SetUnitArgTokenString(L" 1,250 mm + sin( 30 )*x1", &metres, sources),
               L"(1250*0.001000)+SIN(30)*X1");
     // What the unit became comes from its first letter.
     EXPECT_EQ(sources, (std::vector<int>{1, 1, 3,  4,  5,  7,  7,  7,  7,  7,  7,  7,  7,

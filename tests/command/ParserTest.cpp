@@ -404,7 +404,7 @@ TEST(Parser, HostileTextFailsAtOnce) {
     EXPECT_EQ(parser.ParsingNumberArg(nested.c_str()), 1);
 }
 
-TEST(Parser, CountsArgumentsBeforeItStoresThem) {
+TEST(Parser, CountsArgumentsAndBytesBeforeItStoresThem) {
     ListeningParser parser;
     EXPECT_EQ(parser.ParsingGridDefineRel(L"9999998@1,1to2"), 1);
     EXPECT_EQ(parser.GetGridArgNum(), Parser::kMostArguments);
@@ -415,11 +415,7 @@ TEST(Parser, CountsArgumentsBeforeItStoresThem) {
         EXPECT_EQ((parser.*entry)(text), 0) << text;
         EXPECT_EQ(parser.GetFault().kind, ParseFaultKind::kTooManyArguments) << text;
     }
-}
-
-TEST(Parser, AcceptsTextUpToItsLimit) {
     // 2,047 bytes with the start word "__NUMBER_INPUT__ " (17) and the appended blank.
-    ListeningParser parser;
     EXPECT_EQ(parser.ParsingNumberArg(std::wstring(2029, L'0').c_str()), 1);
     EXPECT_EQ(parser.ParsingNumberArg(std::wstring(2030, L'0').c_str()), 0);
     EXPECT_EQ(parser.GetFault().kind, ParseFaultKind::kTooLong);

@@ -10,7 +10,6 @@
 #include <cstdio>
 #include <limits>
 #include <string>
-#include <vector>
 
 namespace zvi::lib::test {
 

@@ -180,8 +180,8 @@ TEST(MGeomFuncPolyline, PolylinesMeetThemselvesAndOthers) {
     for (auto const &[other, meetsInSpace, meetsInPlan] :
          {Cross{{{1, 1}, {1, -1}}, 1, 1}, Cross{{{1, 1}, {1, 0.5}}, 0, 0}, Cross{{{1, 1}}, 0, 0},
           Cross{{{3, 0}, {9, 0}}, 1, 1}, Cross{{{-1, 0}, {5, 0}}, 1, 1},
-          // The end of the first polyline lies on the second, which is as good as parallel: that
-          // counts in space alone.
+          // The end of the first polyline lies on the second, which is as good as parallel: that counts in space
+          // alone.
           Cross{{{2, 1e-4}, {6, -1e-4}}, 1, 0}}) {
         MArray<T_POINT3D> inSpace;
         for (T_POINT2D const &p : other)

@@ -21,9 +21,10 @@ int GraphCount() {
     return wanted ? std::atoi(wanted) : 1000;
 }
 
-/// A random plane graph: a net of squares with one diagonal each, bent and torn. Some nets stand on whole numbers, so
-/// that edges are parallel to the axes and leftmost places tie; the others are shaken and turned. Tearing many edges
-/// out leaves tails, bridges, cut places and parts within parts. Some edges are arcs, some of those two over one chord.
+/// A random plane graph: a net of squares with one diagonal each, bent and with holes. Some nets stand on whole
+/// numbers, so that edges are parallel to the axes and leftmost places tie; the others are shaken and turned. Taking
+/// many edges out leaves tails, bridges, cut places and parts within parts. Some edges are arcs, some of those two over
+/// one chord.
 class GraphMaker {
 public:
     explicit GraphMaker(std::uint64_t seed) : m_dice(seed) {}

@@ -3,7 +3,6 @@
 #include "tests/math/Near.h"
 
 #include <algorithm>
-#include <climits>
 #include <numbers>
 
 namespace zvi::lib::test {

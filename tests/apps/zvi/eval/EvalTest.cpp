@@ -132,9 +132,7 @@ TEST(Eval, AFailureShowsThePlaceAndWhatToWrite) {
         std::string const mended = Correction(run.err);
         EXPECT_TRUE(mended.empty() || RunZvi(Words(mode, mended)).status == 0) << text << " -> " << mended;
     }
-}
-
-TEST(Eval, TellsTheParsersOwnMessages) {
+    // What the parser itself says stands before.
     EXPECT_TRUE(RunZvi({"eval", "tan(90)"}).err.starts_with("zvi: Function error tan(90)\n"));
     EXPECT_TRUE(RunZvi({"eval", "--mode", "two", "1,2,3"}).err.starts_with("zvi: extra arguement!\n"));
     EXPECT_TRUE(RunZvi({"eval", "--mode", "position", "3@2"})

@@ -1,13 +1,8 @@
 #include "tests/apps/zvi/Run.h"
 
-#include "apps/zvi/numbers/NumberRuns.h"
-
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <climits>
-#include <random>
-#include <set>
 
 namespace zvi::app::test {
 
@@ -60,24 +55,6 @@ TEST(Numbers, DoTheirThreeJobs) {
         told.starts_with("zvi: standard input:2: the text ends where a number is expected\n  5 2to\n       ^\n"))
         << told;
     EXPECT_EQ(RunZvi({"numbers", "expand", "--json", "-"}, "1to3").out, "{\"schema\":1,\"numbers\":[1,2,3]}\n");
-}
-
-TEST(Numbers, WhatWasCompressedExpandsToTheSameNumbers) {
-    constexpr unsigned kSeed = 20;
-    std::mt19937 random(kSeed);
-    for (int round = 0; round < 200; ++round) {
-        std::set<long> chosen;
-        long const reach = 1 + static_cast<long>(random() % 60);
-        for (int i = 0; i < 40; ++i)
-            chosen.insert(static_cast<long>(random() % static_cast<unsigned>(2 * reach)) - reach);
-        std::vector<long> const sorted(chosen.begin(), chosen.end());
-        std::vector<long> shuffled = sorted;
-        std::shuffle(shuffled.begin(), shuffled.end(), random);
-        std::string const text = CompressNumbers(shuffled);
-        std::vector<long> expanded = ExpandRuns(text);
-        std::sort(expanded.begin(), expanded.end());
-        EXPECT_EQ(expanded, sorted) << "seed " << kSeed << ", round " << round << ": " << text;
-    }
 }
 
 } // namespace zvi::app::test

@@ -4,7 +4,6 @@
 #include "apps/zvi/domains/dxf/ReadDxf.h"
 
 #include <string>
-#include <vector>
 
 namespace zvi::app::test {
 

@@ -38,11 +38,7 @@ using lib::DrawingResult;
 constexpr double kPi = std::numbers::pi;
 
 DrawingPiece Line(unsigned id, DrawingPoint from, DrawingPoint to) {
-    DrawingPiece piece;
-    piece.curve = id;
-    piece.start = from;
-    piece.end = to;
-    return piece;
+    return {.curve = id, .start = from, .end = to};
 }
 
 DrawingPiece Arc(unsigned id, DrawingPoint center, DrawingPoint from, DrawingPoint to, bool clockwise) {
@@ -324,11 +320,7 @@ TEST(JoinAdvice, HoldsUntilNothingIsAdvised) {
                 DrawingPoint end = corners[(side + 1) % 4];
                 double const gap = random() % 2 ? 0.0 : unit * (square % 2 ? 0.05 + part(0.04) : 0.001 + part(0.001));
                 (side % 2 ? end.y : end.x) += side < 2 ? -gap : gap;
-                lib::DrawingCurve line;
-                line.id = static_cast<unsigned>(curves.size() + 1);
-                line.start = corners[side];
-                line.end = end;
-                curves.push_back(line);
+                curves.push_back({.id = static_cast<unsigned>(curves.size() + 1), .start = corners[side], .end = end});
             }
         }
         lib::DrawingOptions options;
