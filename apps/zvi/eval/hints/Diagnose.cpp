@@ -5,7 +5,6 @@
 #include "apps/zvi/common/WideText.h"
 #include "apps/zvi/eval/hints/Mistakes.h"
 
-#include <cassert>
 #include <vector>
 
 namespace zvi::app {
@@ -56,17 +55,17 @@ bool IsOpen(Subject const &place) {
 
 /// What stands where the reading stopped, and has no place there.
 constexpr MistakeRow kPlaces[] = {
-    {kAnyFault, IsOpen, "a bracket is not closed"},
-    {kAnyFault, [](auto &s) { return s.failed.Here() == 0; }, "the text ends where a number is expected"},
-    {kAnyFault, [](auto &s) { return s.failed.IsHere(L"TtBb") && !ReadsIntegers(s.failed.Mode()); },
+    {kUnexpectedToken, IsOpen, "a bracket is not closed"},
+    {kUnexpectedToken, [](auto &s) { return s.failed.Here() == 0; }, "the text ends where a number is expected"},
+    {kUnexpectedToken, [](auto &s) { return s.failed.IsHere(L"TtBb") && !ReadsIntegers(s.failed.Mode()); },
      "T and B stand for TO and BY, as in 1to9by2, which --mode nodes reads"},
-    {kAnyFault, [](auto &s) { return s.failed.IsHere(L"."); }, "a number has one decimal point"},
-    {kAnyFault, IsByMarker, "the ends of a range are plain integers, without sign or parentheses"},
-    {kAnyFault, [](auto &s) { return IsNameChar(s.failed.Here()) || s.failed.IsHere(L"("); },
+    {kUnexpectedToken, [](auto &s) { return s.failed.IsHere(L"."); }, "a number has one decimal point"},
+    {kUnexpectedToken, IsByMarker, "the ends of a range are plain integers, without sign or parentheses"},
+    {kUnexpectedToken, [](auto &s) { return IsNameChar(s.failed.Here()) || s.failed.IsHere(L"("); },
      "an operator is missing here, or a comma in a list"},
-    {kAnyFault, [](auto &s) { return s.failed.IsHere(L","); }, "a comma has no place here"},
-    {kAnyFault, [](auto &s) { return s.failed.IsHere(L"+-*/^@<)]"); }, "'%' stands where a number is expected"},
-    {kAnyFault, nullptr, "'%' has no meaning here"},
+    {kUnexpectedToken, [](auto &s) { return s.failed.IsHere(L","); }, "a comma has no place here"},
+    {kUnexpectedToken, [](auto &s) { return s.failed.IsHere(L"+-*/^@<)]"); }, "'%' stands where a number is expected"},
+    {kUnexpectedToken, nullptr, "'%' has no meaning here"},
 };
 
 /// The items of a list, each up to a comma that is in no bracket.
@@ -83,70 +82,70 @@ std::vector<Span> Items(std::wstring const &line) {
     return items;
 }
 
-std::optional<Mistake> FindLimit(FailedText const &failed) {
-    return FirstSeen(kLimits, {failed, failed.CulpritSpan()});
-}
+constexpr MistakeRow kAssignments[] = {{kAnyFault, nullptr, "a variable is set apart from the text, by --var %"}};
 
 /// `name=expression`, which is no expression.
-std::optional<Mistake> FindAssignment(FailedText const &failed) {
+std::optional<Subject> FindAssignment(FailedText const &failed) {
     std::size_t const equals = failed.typed.find(L'=');
     if (equals == kNowhere || failed.First() >= equals || !IsLetter(failed.At(failed.First())))
         return std::nullopt;
-    return Mistake{{equals, 1}, "a variable is set apart from the text, by --var " + Utf8Of(failed.typed)};
+    return Subject{failed, {equals, 1}, Utf8Of(failed.typed)};
 }
 
 /// An item that the mode does not take, such as a fraction in a list of integers.
-std::optional<Mistake> FindItem(FailedText const &failed) {
+std::optional<Subject> FindItem(FailedText const &failed) {
     if (failed.Fault() == kUnexpectedToken || ReadsOneExpression(failed.Mode()) || failed.MayNameMany())
         return std::nullopt;
     for (Span const &item : Items(failed.line)) {
         Span const where = item.length == 0 ? Span{} : failed.SpanOfLine(item);
         if (where.length > 0 && !failed.Other(failed.Part(where), failed.Mode()).parsed)
-            return FirstSeen(kItems, {failed, where});
+            return Subject{failed, where};
     }
     return std::nullopt;
 }
 
-/// The first item beyond those that the mode takes.
-Span SurplusItem(FailedText const &failed) {
+/// The name of a mode and what it takes.
+std::string TakenBy(EvalMode mode) {
+    return Joined(EntryOf(mode).name, " takes ", EntryOf(mode).takes);
+}
+
+/// The first item beyond those that the mode takes, under what it takes; the place if there is none.
+std::optional<Subject> FindSurplus(FailedText const &failed) {
     std::vector<Span> const items = Items(failed.line);
     std::size_t const most = failed.Mode() == EvalMode::kPosition ? 3 : 2;
     bool const tooMany = failed.Fault() == kExtraArgument && items.size() > most && items[most].length > 0;
-    return tooMany ? failed.SpanOfLine(items[most]) : Span{failed.Place(), 1};
+    Span const where = tooMany ? failed.SpanOfLine(items[most]) : Span{failed.Place(), 1};
+    return Subject{failed, where, TakenBy(failed.Mode())};
 }
 
 /// The modes that may read what another one does not, and the character that their texts begin with, if it is one.
 constexpr std::pair<EvalMode, wchar_t> kOtherModes[] = {
     {EvalMode::kPoints, L'['}, {EvalMode::kPosition, L'@'}, {EvalMode::kGridRel, 0}, {EvalMode::kNodes, 0}};
 
-/// A text that another mode reads.
-std::optional<Mistake> FindOtherMode(FailedText const &failed) {
-    if (failed.MayNameMany())
-        return std::nullopt;
+/// What is taken by another mode, which reads the text.
+std::string TakenElsewhere(Subject const &surplus) {
+    FailedText const &failed = surplus.failed;
     bool const hasRange = failed.typed.find_first_of(L"Tt") != kNowhere;
     for (auto const &[mode, begin] : kOtherModes) {
         bool const may =
             (begin == 0 || begin == failed.At(failed.First())) && (mode != EvalMode::kGridRel || !hasRange);
         if (may && failed.Other(failed.typed, mode).parsed)
-            return Mistake{SurplusItem(failed),
-                           Joined("the mode ", EntryOf(failed.Mode()).name, " takes ", EntryOf(failed.Mode()).takes,
-                                  "; --mode ", EntryOf(mode).name, " takes ", EntryOf(mode).takes)};
+            return TakenBy(mode);
     }
-    return std::nullopt;
+    return "";
 }
+
+constexpr MistakeRow kElsewhere[] = {
+    {kAnyFault, [](auto &s) { return s.failed.MayNameMany(); }, ""},
+    {kAnyFault, nullptr, "the mode %; --mode $", TakenElsewhere},
+};
 
 /// The character at which the reading stopped.
-std::optional<Mistake> FindPlace(FailedText const &failed) {
+std::optional<Subject> FindPlace(FailedText const &failed) {
     bool const isPair = failed.Here() >= 0xD800 && failed.Here() <= 0xDBFF && failed.At(failed.Place() + 1) != 0;
     Span const where{failed.Place(), isPair ? 2u : 1u};
-    if (failed.Fault() != kUnexpectedToken)
-        return Mistake{where, ""};
-    return FirstSeen(kPlaces, {failed, where, Utf8Of(Printable(failed.Part(where)))});
+    return Subject{failed, where, Utf8Of(Printable(failed.Part(where)))};
 }
-
-/// In the order in which they are made; the last one always finds something.
-constexpr std::optional<Mistake> (*kSearches[])(FailedText const &) = {
-    FindLimit, FindAssignment, FindUnknownWord, FindWrongValue, FindSlip, FindItem, FindOtherMode, FindPlace};
 
 /// The parser's words for what it refuses, and ours for what only the program does.
 std::string FaultName(lib::ParseFaultKind kind) {
@@ -160,12 +159,16 @@ std::string FaultName(lib::ParseFaultKind kind) {
 
 Diagnosis Diagnose(CString const &typed, EvalSettings const &settings, EvalOutcome const &outcome) {
     FailedText const failed{typed.GetString(), settings, outcome};
-    std::optional<Mistake> found;
-    for (auto search = std::begin(kSearches); !found; ++search) {
-        assert(search != std::end(kSearches));
-        found = (*search)(failed);
+    Search const inOrder[] = {
+        {CulpritOf, kLimits}, {FindAssignment, kAssignments}, kUnknownWord,        kWrongValue, kSlip,
+        {FindItem, kItems},   {FindSurplus, kElsewhere},      {FindPlace, kPlaces}};
+    for (auto const &[find, rows] : inOrder) {
+        std::optional<Subject> const found = find(failed);
+        std::string const hint = found ? FirstSeen(rows, *found) : "";
+        if (!hint.empty())
+            return {found->where, FaultName(failed.Fault()), hint};
     }
-    return {found->where, FaultName(failed.Fault()), found->hint};
+    return {FindPlace(failed)->where, FaultName(failed.Fault()), ""};
 }
 
 } // namespace zvi::app

@@ -40,7 +40,13 @@ constexpr MistakeRow kValues[] = {
 
 } // namespace
 
-std::optional<Mistake> FirstSeen(std::span<MistakeRow const> rows, Subject const &subject) {
+constinit Search const kWrongValue{CulpritOf, kValues};
+
+std::optional<Subject> CulpritOf(FailedText const &failed) {
+    return Subject{failed, failed.CulpritSpan()};
+}
+
+std::string FirstSeen(std::span<MistakeRow const> rows, Subject const &subject) {
     for (MistakeRow const &row : rows) {
         if ((row.fault != kAnyFault && row.fault != subject.failed.Fault()) || (row.seen && !row.seen(subject)))
             continue;
@@ -48,15 +54,12 @@ std::optional<Mistake> FirstSeen(std::span<MistakeRow const> rows, Subject const
         if (row.find && found.empty())
             continue;
         std::string hint = row.hint;
-        ReplaceAll(hint, "$", found);
         ReplaceAll(hint, "%", subject.typed);
-        return hint.empty() ? std::nullopt : std::optional(Mistake{subject.where, hint});
+        if (row.find)
+            ReplaceAll(hint, "$", found);
+        return hint;
     }
-    return std::nullopt;
-}
-
-std::optional<Mistake> FindWrongValue(FailedText const &failed) {
-    return FirstSeen(kValues, {failed, failed.CulpritSpan()});
+    return "";
 }
 
 } // namespace zvi::app

@@ -9,13 +9,7 @@
 
 namespace zvi::app {
 
-/// A place in the typed text and what to say about it.
-struct Mistake {
-    Span where;
-    std::string hint;
-};
-
-/// A part of a failed text.
+/// A part of a failed text that may be mistaken.
 struct Subject {
     FailedText const &failed;
     Span where;
@@ -31,19 +25,26 @@ struct MistakeRow {
 };
 inline constexpr auto kAnyFault = lib::ParseFaultKind::kNone;
 
-/// What the first row that is seen says of the subject.
-std::optional<Mistake> FirstSeen(std::span<MistakeRow const> rows, Subject const &subject);
+/// What the first row that is seen says of the subject; empty if that is nothing.
+std::string FirstSeen(std::span<MistakeRow const> rows, Subject const &subject);
 
-// Each looks for one kind of mistake in a failed text; nothing when it is not there.
+/// Where one sort of mistake stands in a failed text, if anywhere, and what may be said of it.
+struct Search {
+    std::optional<Subject> (*subject)(FailedText const &);
+    std::span<MistakeRow const> rows;
+};
 
+/// What the fault points at.
+std::optional<Subject> CulpritOf(FailedText const &failed);
+
+/// A value that a number, a divisor or an exponent may not have.
+extern Search const kWrongValue;
 /// A word that means nothing to the parser: a length unit without a unit system, another word behind a number, or a
 /// name, with the nearest that is known.
-std::optional<Mistake> FindUnknownWord(FailedText const &failed);
-/// A value that a number, a divisor or an exponent may not have.
-std::optional<Mistake> FindWrongValue(FailedText const &failed);
+extern Search const kUnknownWord;
 /// Usual slips (blanks around operators, a decimal comma, a missing parenthesis or multiplication sign, a falling range
 /// without a step, ...), mended one after another as long as more of the text is read for it. Tells the first rule that
 /// was broken, and the whole text mended, or the wrong divisor or exponent that is left.
-std::optional<Mistake> FindSlip(FailedText const &failed);
+extern Search const kSlip;
 
 } // namespace zvi::app

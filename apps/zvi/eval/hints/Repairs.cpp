@@ -25,16 +25,6 @@ constexpr std::size_t kLongestShown = 100;
 /// Stands in a text at the place where the reading stopped: "\v" in a pattern.
 constexpr wchar_t kPlaceMark = L'\v';
 
-/// A mistyped text with slips mended.
-struct RepairedText {
-    std::wstring text;
-    std::string why; ///< the rule of the language that was broken first, for people
-    EvalOutcome outcome;
-
-    /// What is left to read counts: a repair may change the length of what was read.
-    std::ptrdiff_t Left() const { return static_cast<std::ptrdiff_t>(text.size()) - outcome.place; }
-};
-
 /// The text with the brackets closed that are open at its end.
 std::wstring Closed(std::wstring const &text) {
     std::wstring closing;
@@ -136,46 +126,50 @@ std::wstring Mended(Failed const &failed, Repair const &repair) {
     return text;
 }
 
+/// A text with a slip mended, and the rule of the language that was broken.
+struct MendedText {
+    Failed text;
+    char const *why;
+};
+
 /// The text with the first slip mended that lets all of it be read, or else that lets more of it be read.
-std::optional<RepairedText> Mend(RepairedText const &from, EvalSettings const &settings) {
-    FailedText const failed{from.text, settings, from.outcome};
-    std::optional<RepairedText> best;
+std::optional<MendedText> Mend(Failed const &from) {
+    // What is left to read counts: a repair may change the length of what was read.
+    auto const left = [](Failed const &text) { return std::ssize(text.typed) - text.outcome.place; };
+    std::optional<MendedText> best;
     for (Repair const &repair : kRepairs) {
-        RepairedText next{Mended(failed, repair), from.why.empty() ? repair.why : from.why, {}};
-        if (next.text == from.text)
+        std::wstring const text = Mended(from, repair);
+        if (text == from.typed)
             continue;
-        next.outcome = Evaluate(CString(std::wstring_view(next.text)), settings);
+        Failed const next{text, from.settings, Evaluate(CString(std::wstring_view(text)), from.settings)};
         if (next.outcome.parsed)
-            return next;
-        if (!best && next.Left() < from.Left())
-            best = std::move(next);
+            return MendedText{next, repair.why};
+        if (!best && left(next) < left(from))
+            best.emplace(MendedText{next, repair.why});
     }
     return best;
 }
 
+/// What is said of a text in which slips were mended, the first of them against the rule `why`, once at most `repairs`
+/// more are; empty if they do not help.
+std::string Advice(Failed const &text, std::string const &why, int repairs) {
+    std::optional<MendedText> const next = text.outcome.parsed || repairs == 0 ? std::nullopt : Mend(text);
+    if (next)
+        return Advice(next->text, why.empty() ? next->why : why, repairs - 1);
+    if (text.outcome.parsed)
+        return text.typed.size() > kLongestShown ? why : Joined(why, "; write ", Utf8Of(text.typed));
+    bool const isWrong = text.Fault() == ParseFaultKind::kZeroDivisor || text.Fault() == ParseFaultKind::kExponent;
+    std::string const wrong = isWrong ? FirstSeen(kWrongValue.rows, *CulpritOf(text)) : "";
+    return wrong.empty() || why.empty() ? "" : Joined(why, "; ", wrong);
+}
+
+constexpr MistakeRow kSlips[] = {
+    {kAnyFault, [](auto &s) { return s.failed.typed.size() > kLongestSearched || s.failed.MayNameMany(); }, ""},
+    {kAnyFault, nullptr, "$", [](auto &s) { return Advice(s.failed, "", kMostRepairs); }},
+};
+
 } // namespace
 
-std::optional<Mistake> FindSlip(FailedText const &failed) {
-    if (failed.typed.size() > kLongestSearched || failed.MayNameMany())
-        return std::nullopt;
-    RepairedText repaired{failed.typed, "", failed.outcome};
-    for (int i = 0; i < kMostRepairs && !repaired.outcome.parsed; ++i) {
-        std::optional<RepairedText> next = Mend(repaired, failed.settings);
-        if (!next)
-            break;
-        repaired = std::move(*next);
-    }
-    if (repaired.why.empty())
-        return std::nullopt;
-    Span const where{failed.Place(), 1};
-    if (repaired.outcome.parsed)
-        return Mistake{where, repaired.text.size() > kLongestShown
-                                  ? repaired.why
-                                  : Joined(repaired.why, "; write ", Utf8Of(repaired.text))};
-    FailedText const left{repaired.text, failed.settings, repaired.outcome};
-    bool const isWrong = left.Fault() == ParseFaultKind::kZeroDivisor || left.Fault() == ParseFaultKind::kExponent;
-    std::optional<Mistake> const wrong = isWrong ? FindWrongValue(left) : std::nullopt;
-    return wrong ? std::optional(Mistake{where, Joined(repaired.why, "; ", wrong->hint)}) : std::nullopt;
-}
+constinit Search const kSlip{[](Failed const &f) { return std::optional(Subject{f, {f.Place(), 1}}); }, kSlips};
 
 } // namespace zvi::app

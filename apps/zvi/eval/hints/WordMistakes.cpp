@@ -19,13 +19,8 @@ namespace zvi::app {
 
 namespace {
 
-/// A name that other languages use, and what to write here.
-struct OtherName {
-    std::string_view name;
-    char const *here;
-};
-
-constexpr OtherName kOtherNames[] = {
+/// Names that other languages use, and what to write here.
+constexpr std::pair<std::string_view, char const *> kOtherNames[] = {
     {"log10", "log(x)"}, {"arcsin", "asin(x)"}, {"root", "sqrt(x)"},   {"atan2", "atan(y/x)"},
     {"fabs", "abs(x)"},  {"arccos", "acos(x)"}, {"degrees", "deg(x)"}, {"tanh", "sinh(x)/cosh(x)"},
     {"e", "exp(1)"},     {"arctan", "atan(x)"}, {"radians", "rad(x)"}, {"thru", "to, as in 1to5"},
@@ -90,8 +85,10 @@ std::optional<Subject> FirstUnknownWord(FailedText const &failed) {
 }
 
 std::string HereWritten(Subject const &word) {
-    auto const *const entry = std::ranges::find(kOtherNames, Lowered(word.typed), &OtherName::name);
-    return entry == std::end(kOtherNames) ? "" : entry->here;
+    for (auto const &[name, here] : kOtherNames)
+        if (name == Lowered(word.typed))
+            return here;
+    return "";
 }
 
 /// The call for a function with its argument run into its name, such as sin30.
@@ -136,9 +133,6 @@ constexpr MistakeRow kWords[] = {
 
 } // namespace
 
-std::optional<Mistake> FindUnknownWord(FailedText const &failed) {
-    std::optional<Subject> const word = FirstUnknownWord(failed);
-    return word ? FirstSeen(kWords, *word) : std::nullopt;
-}
+constinit Search const kUnknownWord{FirstUnknownWord, kWords};
 
 } // namespace zvi::app
