@@ -141,7 +141,7 @@ public:
         : m_workers(workers), m_network(network), m_tolerance(tolerance),
           m_same(SameDistance(tolerance, network.snap, landmarks)), m_landmarks(landmarks),
           m_endCounts(network.places.Places().size(), 0), m_isMet(m_endCounts.size(), false),
-          m_edgeAt(m_endCounts.size(), -1), m_joined(network.places.Places()), m_near(tolerance) {
+          m_edgeAt(m_endCounts.size(), -1), m_joined(network.places.Places()), m_near(std::max(m_same, tolerance)) {
         for (DrawingPoint const p : network.places.Places())
             m_near.Add(p);
         for (int i = 0; i < static_cast<int>(m_network.edges.size()); ++i)
