@@ -2,7 +2,6 @@
 
 #include "apps/zvi/common/Characters.h"
 
-#include <cassert>
 #include <string_view>
 
 namespace zvi::app {
@@ -148,7 +147,6 @@ UnitReading ReadUnitProduct(std::string const &plain, bool isGravity) {
 }
 
 double FactorBetween(UnitProduct const &from, UnitProduct const &to) {
-    assert(from.dimension == to.dimension);
     return (from.numerator * to.denominator) / (from.denominator * to.numerator);
 }
 

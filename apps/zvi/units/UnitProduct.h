@@ -26,7 +26,7 @@ struct UnitReading {
 /// product. The word g is the gram, or, where `isGravity`, 9.80665 m/sec^2.
 UnitReading ReadUnitProduct(std::string const &plain, bool isGravity);
 
-/// How many `to` one `from` is; they must have one dimension.
+/// How many `to` one `from` is, by the numbers alone: whether they have one dimension is for the caller to see.
 double FactorBetween(UnitProduct const &from, UnitProduct const &to);
 
 } // namespace zvi::app

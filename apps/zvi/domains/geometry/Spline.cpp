@@ -28,7 +28,9 @@ double Length(Point3 const &a) {
     return lib::Hypot(a.x, a.y, a.z);
 }
 
+/// For more control points than the degree.
 std::vector<double> EvenKnots(std::size_t controls, int degree) {
+    assert(degree >= 0 && controls > static_cast<std::size_t>(degree));
     std::vector<double> knots;
     int const last = static_cast<int>(controls) - degree;
     for (int i = -degree; i <= last + degree; ++i)
@@ -236,7 +238,8 @@ void AddSpan(Poles poles, double error, std::vector<lib::DrawingPoint> &points) 
 
 std::optional<Spline> WithControlPoints(Spline const &spline) {
     Spline candidate = spline;
-    if (candidate.knots.empty() && candidate.degree >= 1 && candidate.degree <= kHighestDegree)
+    bool const isKnown = candidate.degree >= 1 && candidate.degree <= kHighestDegree;
+    if (isKnown && candidate.knots.empty() && candidate.controls.size() > static_cast<std::size_t>(candidate.degree))
         candidate.knots = EvenKnots(candidate.controls.size(), candidate.degree);
     if (HasUsableControls(candidate))
         return candidate;
