@@ -12,8 +12,5 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const *data, std::size_t size
     MMSGFunction::LoadFile();
     CString const font = MMSGFunction::GetFont();
     fuzz::Check(font.GetLength() < MessageFile::kLongestLine && font.Find(L'\n') < 0);
-    int const points = MMSGFunction::GetFontSize();
-    MMSGFunction::LoadFile();
-    fuzz::Check(MMSGFunction::GetFont() == font && MMSGFunction::GetFontSize() == points);
     return 0;
 }

@@ -91,6 +91,8 @@ TEST_F(SettingsTest, SetRefusesWhatTheFileCannotHold) {
     EXPECT_EQ(Settings({"get", "A", "k"}).out, std::string(1021, 'v') + "\n");
     for (std::string const &file : {folder.Native("none/s.cfg").string(), std::string("/dev/full")})
         EXPECT_EQ(RunZvi({"settings", "--file", file, "set", "A", "k", "v"}).status, 1);
+    for (auto const &words : {std::vector<std::string>{"show"}, {"get", "A"}})
+        EXPECT_EQ(Settings(words).status, 2);
 }
 
 } // namespace zvi::app::test
