@@ -58,6 +58,7 @@ TEST_F(Files, AreRemoved) {
     folder.Write("sub/a", "x");
     folder.Write("c", "x");
     EXPECT_FALSE(host::RemoveFolder(folder.Path("sub"))) << "not empty";
+    EXPECT_TRUE(host::RenameFile(folder.Path("c"), folder.Path("c")));
     EXPECT_TRUE(host::RemoveFile(folder.Path("c")) && !host::RemoveFile(folder.Path("c")));
     EXPECT_FALSE(host::RemoveTree(L""));
     EXPECT_TRUE(host::RemoveTree(folder.Path("sub") + L"\\"));
@@ -112,6 +113,9 @@ TEST_F(ReplaceContent, RefusesAReadOnlyFileFollowsLinksAndRemovesWhatWasLeft) {
     EXPECT_TRUE(fs::is_symlink(folder.Native("link")));
     EXPECT_EQ(folder.Read("sub/a"), "new");
     EXPECT_FALSE(fs::exists(folder.Native("sub/a.zvi-part")));
+    fs::create_directory_symlink("sub", folder.Native("way"), failure);
+    EXPECT_TRUE(host::RemoveTree(folder.Path("way") + L"\\"));
+    EXPECT_EQ(folder.Read("sub/a"), "new") << "no link is followed";
 }
 
 #ifndef _WIN32
