@@ -495,6 +495,7 @@ TYPED_TEST(TreesTest, NodesPoolsAndOrderOfHitsAreThoseOfTheSlowTree) {
         {.capacity = 9, .extent = 1000, .size = 30, .clusterRate = 0.9, .clusterSize = 0.03, .movesObjects = true},
         {.capacity = 1, .extent = 1000, .size = 3, .clusterRate = 0.95, .clusterSize = 0.05},
         {.capacity = 20, .extent = 1000, .size = 5, .nestedRate = 0.9, .movesObjects = true, .keyCount = 2500},
+        {.capacity = 20, .extent = 1000, .size = 5, .nestedRate = 0.6, .keyCount = 2500},
         {.capacity = 1, .extent = 1000, .size = 0, .halvings = 30},
         {.capacity = 40, .extent = 1000, .size = 400, .clusterRate = 0.3, .clusterSize = 0.1, .movesObjects = true},
     });
