@@ -92,6 +92,16 @@ TEST(DrawingDetails, AGapNamesPlaceDistanceCurvesAndTheToleranceThatClosesIt) {
     EXPECT_EQ(closed.counts.joined, 2);
 }
 
+TEST(DrawingDetails, GapsAreClosedWhereRoundingExceedsTheTolerance) {
+    std::vector<DrawingCurve> curves;
+    for (int i = 0; i < 60; ++i) {
+        DrawingPoint const a{1e9 + 10.0001 * i, 1e9 + 0.00013 * i}, b{a.x + 5.0, a.y}, c{a.x, a.y + 5.0};
+        for (auto const &[from, to] : {std::pair{a, b}, {b, c}, {c, DrawingPoint{a.x + 4e-5, a.y + 4e-5}}})
+            curves.push_back(LineOf(from, to));
+    }
+    EXPECT_EQ(MakeDrawingDomains(Numbered(curves)).domains.size(), 60u);
+}
+
 TEST(DrawingDetails, KeptDuplicatesServeTheTwoSidesOfABorder) {
     std::vector<DrawingCurve> const curves =
         Curves("line 1 0 0 1 0; line 2 1 0 1 1; line 3 1 1 0 1; line 4 0 1 0 0;"
