@@ -99,13 +99,13 @@ private:
     Word Low(double value, int a) const {
         double const steps = (value - m_min[a]) * m_scale[a];
         double const floor = steps > 0.0 ? steps : 0.0;
-        return static_cast<Word>(1 + static_cast<std::uint32_t>(floor < kSteps ? floor : kSteps));
+        return Word{1} + static_cast<std::uint32_t>(floor < kSteps ? floor : kSteps);
     }
 
     Word High(double value, int a) const {
         double const steps = (value - m_min[a]) * m_scale[a];
         double const ceiling = steps < kSteps ? steps : kSteps;
-        return static_cast<Word>(1 + static_cast<std::uint32_t>(ceiling > 0.0 ? ceiling : 0.0));
+        return Word{1} + static_cast<std::uint32_t>(ceiling > 0.0 ? ceiling : 0.0);
     }
 
     double m_min[dimension];
