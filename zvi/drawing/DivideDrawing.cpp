@@ -96,18 +96,16 @@ DividedDrawing DivideDrawing(std::vector<DrawingCurve> const &curves, DrawingOpt
     Arrangement arrangement = Arrange(usable, options.split, options.keepDuplicates, workers);
     assert(!options.split || IsNoFaceInsideOut(arrangement.map, arrangement.snap));
     progress(kArranged);
-    DividedDrawing drawing{std::move(usable),
-                           std::move(arrangement.map),
-                           std::move(arrangement.vanished),
-                           std::move(arrangement.repeated),
-                           {},
-                           {},
-                           arrangement.snap,
-                           0.0,
-                           0.0,
-                           {},
-                           {},
-                           {}};
+    DividedDrawing drawing{.curves = std::move(usable),
+                           .map = std::move(arrangement.map),
+                           .vanished = std::move(arrangement.vanished),
+                           .repeated = std::move(arrangement.repeated),
+                           .dropped = {},
+                           .positions = {},
+                           .snap = arrangement.snap,
+                           .covered = {},
+                           .walks = {},
+                           .alongCurves = {}};
     Landmarks const &landmarks = drawing.curves.landmarks;
     double const tolerance = std::max(drawing.curves.tolerance, kThinInSnaps * drawing.snap);
     drawing.tolerance = tolerance;
