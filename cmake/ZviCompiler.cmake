@@ -35,7 +35,9 @@ function(zvi_target_defaults target)
       $<$<BOOL:${ZVI_WERROR}>:-Werror>)
   endif()
   # Where our own assertions are on, those of the standard library are too: an index in range, a list not empty.
-  target_compile_definitions(${target} PRIVATE $<$<OR:$<CONFIG:Debug>,$<BOOL:${ZVI_SANITIZE}>>:_GLIBCXX_ASSERTIONS>)
+  if(ZVI_SANITIZE OR CMAKE_BUILD_TYPE STREQUAL "Debug")
+    target_compile_definitions(${target} PRIVATE _GLIBCXX_ASSERTIONS)
+  endif()
   if(ZVI_BUILD_FUZZERS)
     # Every target counts its branches, so that the fuzzer sees into the library too.
     target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link)
