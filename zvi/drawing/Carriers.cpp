@@ -82,6 +82,8 @@ Carriers::Carrier LineOf(Stretch const &s) {
 /// there are enough of them.
 template <typename Look>
 void ForEachRun(std::vector<std::pair<double, int>> const &sorted, double near, Look look) {
+    assert(
+        std::is_sorted(sorted.begin(), sorted.end(), [](auto const &a, auto const &b) { return a.first < b.first; }));
     for (std::size_t begin = 0, end = 0; begin < sorted.size(); begin = end) {
         for (end = begin + 1; end < sorted.size() && sorted[end].first - sorted[end - 1].first < near;)
             ++end;

@@ -208,7 +208,8 @@ private:
     std::vector<Claim> m_claims;
 };
 
-/// Adds boxes for a range of angles, which begins above -2 pi, so that ranges that differ by a turn meet, too.
+/// Adds boxes for a range of angles, which begins at -3 pi or above but for rounding, so that ranges that differ by a
+/// turn meet, too.
 void AddTurns(double low, double high, double from, double to, std::vector<Box> &boxes) {
     if (!(high - low < kTwoPi)) {
         boxes.push_back({-kTwoPi, from, kTwoPi, to});
