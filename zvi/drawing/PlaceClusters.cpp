@@ -111,6 +111,7 @@ void PlaceClusters::Unite(int a, int b) {
     if (AreAllAlone()) {
         m_boxes.reserve(m_places.capacity());
         std::transform(m_places.begin(), m_places.end(), std::back_inserter(m_boxes), PointBox);
+        m_areAllAlone = false;
     }
     m_parent[Index(other)] = root;
     m_boxes[Index(root)] = Around(m_boxes[Index(root)], m_boxes[Index(other)]);

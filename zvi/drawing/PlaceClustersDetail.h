@@ -26,7 +26,7 @@ public:
 
     bool IsAlone(int place) const { return m_nextMember[Index(place)] == place; }
     /// Whether no two places have become one.
-    bool AreAllAlone() const { return m_boxes.empty(); }
+    bool AreAllAlone() const { return m_areAllAlone; }
 
     /// Lets Root() change nothing on its way from now on, until clusters are united again, so that several threads may
     /// ask for roots.
@@ -61,6 +61,7 @@ private:
     mutable std::vector<int> m_parent; ///< shortened by searches
     std::vector<int> m_nextMember;     ///< the members of a cluster form a ring
     std::vector<Box> m_boxes;          ///< of the members, at the root; none as long as all places are alone
+    bool m_areAllAlone = true;
 };
 
 } // namespace zvi::lib::drawing
